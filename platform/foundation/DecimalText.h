@@ -1,0 +1,17 @@
+#pragma once
+#include <cstdint>
+#include <string_view>
+
+namespace vistrel {
+/// Whether the whole text is a number of the JSON grammar.
+[[nodiscard]] bool isDecimalText(std::string_view text);
+
+/// The nearest double; 0 for an empty text, infinity beyond the range.
+[[nodiscard]] double decimalTextAsDouble(std::string_view text);
+
+/// The number without its fraction; the nearest end of the range when it lies outside.
+[[nodiscard]] std::int64_t decimalTextAsInteger(std::string_view text);
+
+/// Whether two numbers stand for the same decimal: 1.50, 15e-1 and 1.5 do.
+[[nodiscard]] bool decimalTextsAreEqual(std::string_view a, std::string_view b);
+}

@@ -1,0 +1,134 @@
+#pragma once
+#include "platform/foundation/ValueArray.h"
+#include "platform/foundation/ValueDictionary.h"
+
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vistrel {
+template <typename T>
+concept ValueInteger = std::integral<T> && !std::same_as<T, bool> && !std::same_as<T, char> &&
+                       !std::same_as<T, wchar_t> && !std::same_as<T, char8_t> &&
+                       !std::same_as<T, char16_t> && !std::same_as<T, char32_t>;
+
+/// The one value type of free-form data: JSON, request parameters, user defaults.
+///
+/// A number is an exact decimal: it keeps the text that it was made from. Copies are independent.
+/// Reading a value as a kind that it is not gives that kind's empty value and never fails.
+/// Text views and references live until the value is changed or destroyed.
+class Value {
+public:
+    enum class Kind : std::uint8_t { Null, Boolean, Number, String, Date, Data, Array, Dictionary };
+    using Array = ValueArray;
+    using Dictionary = ValueDictionary;
+
+    Value();
+    template <std::same_as<bool> B>
+    Value(B boolean)
+        : Value(BooleanTag{}, boolean) {}
+    template <ValueInteger T>
+    Value(T integer) {
+        if constexpr (std::signed_integral<T>)
+            *this = ofSigned(integer);
+        else
+            *this = ofUnsigned(integer);
+    }
+    /// The shortest decimal that reads back as the same double; null when not finite.
+    Value(double number);
+    Value(const char* string);
+    Value(std::string_view string);
+    Value(std::string string);
+    Value(Array array);
+    Value(Dictionary dictionary);
+    /// The text of a JSON number, kept as it stands; any other text gives null.
+    static Value number(std::string_view decimalText);
+    static Value date(double secondsSince1970);
+    static Value data(std::vector<std::byte> bytes);
+
+    Value(const Value& other);
+    Value(Value&& other) noexcept;
+    Value& operator=(const Value& other);
+    Value& operator=(Value&& other) noexcept;
+    ~Value();
+
+    [[nodiscard]] Kind kind() const { return kind_; }
+    [[nodiscard]] bool isNull() const { return kind() == Kind::Null; }
+    [[nodiscard]] bool isBoolean() const { return kind() == Kind::Boolean; }
+    [[nodiscard]] bool isNumber() const { return kind() == Kind::Number; }
+    [[nodiscard]] bool isString() const { return kind() == Kind::String; }
+    [[nodiscard]] bool isDate() const { return kind() == Kind::Date; }
+    [[nodiscard]] bool isData() const { return kind() == Kind::Data; }
+    [[nodiscard]] bool isArray() const { return kind() == Kind::Array; }
+    [[nodiscard]] bool isDictionary() const { return kind() == Kind::Dictionary; }
+
+    [[nodiscard]] bool boolean() const;
+    [[nodiscard]] std::string_view string() const;
+    [[nodiscard]] std::string_view numberText() const;
+    [[nodiscard]] double doubleValue() const;
+    /// The number without its fraction; the nearest end of the range when it lies outside.
+    [[nodiscard]] std::int64_t integerValue() const;
+    /// Seconds since 1970.
+    [[nodiscard]] double dateValue() const;
+    [[nodiscard]] std::span<const std::byte> dataValue() const;
+    [[nodiscard]] const Array& array() const;
+    [[nodiscard]] const Dictionary& dictionary() const;
+    /// On another kind, a scratch container whose content is dropped by the next such call.
+    [[nodiscard]] Array& array();
+    [[nodiscard]] Dictionary& dictionary();
+
+    /// The value of a dictionary's key; null when this is no dictionary or has no such key.
+    [[nodiscard]] const Value* find(std::string_view key) const;
+
+    /// Numbers are equal when they stand for the same decimal; dictionaries whatever their order.
+    friend bool operator==(const Value& a, const Value& b);
+
+private:
+    struct BooleanTag {};
+    Value(BooleanTag, bool boolean);
+    static Value ofSigned(std::int64_t integer);
+    static Value ofUnsigned(std::uint64_t integer);
+
+    Kind kind_ = Kind::Null;
+    double scalar_ = 0;
+    std::string text_;
+    std::vector<std::byte> data_;
+    Array array_;
+    Dictionary dictionary_;
+};
+
+struct ValueDictionary::Member {
+    std::string key;
+    Value value;
+};
+
+template <typename EntryType, typename Pointer>
+class ValueDictionary::Iterator {
+public:
+    using value_type = EntryType;
+    using difference_type = std::ptrdiff_t;
+    using reference = EntryType;
+
+    Iterator() = default;
+    explicit Iterator(Pointer at)
+        : at_(at) {}
+    EntryType operator*() const { return EntryType{at_->key, at_->value}; }
+    Iterator& operator++() {
+        ++at_;
+        return *this;
+    }
+    Iterator operator++(int) {
+        Iterator before = *this;
+        ++at_;
+        return before;
+    }
+    friend bool operator==(Iterator a, Iterator b) { return a.at_ == b.at_; }
+
+private:
+    Pointer at_ = nullptr;
+};
+}
