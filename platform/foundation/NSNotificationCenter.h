@@ -1,0 +1,42 @@
+#pragma once
+#include "platform/foundation/Value.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vistrel {
+
+/// What observers receive: a name, who sends it (compared by address only), and what it carries.
+struct NSNotification {
+    std::string name;
+    const void* object = nullptr;
+    Value userInfo;
+};
+
+/// Hands each posted notification to the observers of its name, at once, in the order of
+/// registration. Observers may register and remove inside a handler; a removed one is not called
+/// any more.
+class NSNotificationCenter {
+public:
+    using Handler = std::function<void(const NSNotification&)>;
+
+    static NSNotificationCenter& defaultCenter();
+
+    /// `observer` identifies the registration for removal and is not retained; it must remove
+    /// itself before it goes. `object` null: from any sender.
+    void addObserver(const void* observer, const std::string& name, const void* object,
+                     Handler handler);
+    /// Empty name: all names. Null object: all senders.
+    void removeObserver(const void* observer, const std::string& name = {},
+                        const void* object = nullptr);
+    void postNotification(const std::string& name, const void* object = nullptr,
+                          Value userInfo = {});
+
+private:
+    struct Registration;
+    std::vector<std::shared_ptr<Registration>> registrations_;
+};
+
+}

@@ -1,0 +1,47 @@
+#pragma once
+#include "platform/foundation/NSURLConnectionDelegate.h"
+#include "platform/foundation/NSURLRequest.h"
+#include "platform/host/Network.h"
+
+#include <memory>
+
+namespace vistrel {
+
+/// One asynchronous HTTP transfer. While it runs it keeps itself and its delegate alive; callbacks
+/// come on the main run loop, never before the call that started it has returned.
+class NSURLConnection : public std::enable_shared_from_this<NSURLConnection>,
+                        private host::TransferClient {
+public:
+    enum class StartsImmediately { No, Yes };
+
+    /// initWithRequest:delegate:startImmediately:. The delegate is retained until the transfer
+    /// ends.
+    static std::shared_ptr<NSURLConnection>
+    withRequestDelegate(NSURLRequest request, std::shared_ptr<NSURLConnectionDelegate> delegate,
+                        StartsImmediately starts = StartsImmediately::Yes);
+    ~NSURLConnection() override;
+
+    /// Starting a running connection again does nothing.
+    void start();
+    /// Nothing is reported any more; the delegate is let go.
+    void cancel();
+    const NSURLRequest& originalRequest() const { return request_; }
+
+private:
+    NSURLConnection(NSURLRequest request, std::shared_ptr<NSURLConnectionDelegate> delegate);
+
+    bool transferWillRedirect(const host::TransferResponse& redirect,
+                              const std::string& url) override;
+    void transferDidReceiveResponse(const host::TransferResponse& response) override;
+    void transferDidReceiveData(std::span<const std::byte> bytes) override;
+    void transferDidFinish() override;
+    void transferDidFail(const host::TransferError& error) override;
+    void end();
+
+    NSURLRequest request_;
+    std::shared_ptr<NSURLConnectionDelegate> delegate_;
+    std::unique_ptr<host::Transfer> transfer_;
+    std::shared_ptr<NSURLConnection> keepAlive_;
+};
+
+}

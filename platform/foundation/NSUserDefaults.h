@@ -1,0 +1,38 @@
+#pragma once
+#include "platform/foundation/Value.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace vistrel {
+
+/// The application's persistent values. Changes are kept in memory at once and saved together at
+/// the next turn of the run loop, atomically: a kill at any moment leaves the old or the new
+/// content.
+class NSUserDefaults {
+public:
+    static NSUserDefaults& standardUserDefaults();
+    /// Forgets the shared object; the next use reads the store again.
+    static void resetStandardUserDefaults();
+
+    /// Null value when absent.
+    Value objectForKey(std::string_view key) const;
+    void setObjectForKey(Value value, const std::string& key);
+    /// 0 when absent or not a number.
+    float floatForKey(std::string_view key) const;
+    void setFloatForKey(float value, const std::string& key);
+    void removeObjectForKey(std::string_view key);
+    /// Saves now; whether everything is stored.
+    bool synchronize();
+
+private:
+    NSUserDefaults();
+    void scheduleSave();
+
+    Value values_;
+    bool dirty_ = false;
+    std::uint64_t pendingSave_ = 0;
+};
+
+}

@@ -1,0 +1,46 @@
+#pragma once
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace vistrel {
+
+/// Pixels in memory: 32 bits each, alpha premultiplied, native-endian ARGB (Cairo's ARGB32).
+class Bitmap {
+public:
+    /// Transparent. Sizes in pixels, at least 1.
+    Bitmap(int width, int height);
+
+    int width() const { return width_; }
+    int height() const { return height_; }
+    int stride() const { return stride_; } ///< bytes from row to row
+    std::uint32_t* row(int y) {
+        return pixels_.get() + static_cast<std::size_t>(y) * (stride_ / 4);
+    }
+    const std::uint32_t* row(int y) const {
+        return pixels_.get() + static_cast<std::size_t>(y) * (stride_ / 4);
+    }
+    unsigned char* data() { return reinterpret_cast<unsigned char*>(pixels_.get()); }
+    const unsigned char* data() const {
+        return reinterpret_cast<const unsigned char*>(pixels_.get());
+    }
+    std::uint32_t pixel(int x, int y) const { return row(y)[x]; }
+
+    /// Grows by one whenever the content is painted anew; outputs cache by address and generation.
+    std::uint64_t generation() const { return generation_; }
+    void contentChanged() { ++generation_; }
+    /// No pixel is transparent.
+    bool isOpaque() const { return opaque_; }
+    void setOpaque(bool opaque) { opaque_ = opaque; }
+
+private:
+    int width_;
+    int height_;
+    int stride_;
+    bool opaque_ = false;
+    std::uint64_t generation_ = 0;
+    std::unique_ptr<std::uint32_t[]> pixels_;
+};
+
+}

@@ -1,0 +1,94 @@
+#pragma once
+#include "platform/graphics/CGAffineTransform.h"
+#include "platform/graphics/CGGeometry.h"
+#include "platform/graphics/UIColor.h"
+
+#include <memory>
+#include <span>
+#include <vector>
+
+struct _cairo;
+
+namespace vistrel {
+class Bitmap;
+class UIFont;
+
+/// Colours along a line, evenly spaced unless locations are given.
+struct CGGradient {
+    std::vector<UIColor> colors;
+    std::vector<double> locations; ///< 0 to 1, one for each colour; empty: evenly spaced
+};
+
+/// Draws into a bitmap. Origin at the top left, y downward, units points of `scale` pixels.
+class CGContext {
+public:
+    CGContext(std::shared_ptr<Bitmap> bitmap, double scale);
+    ~CGContext();
+    CGContext(const CGContext&) = delete;
+    CGContext& operator=(const CGContext&) = delete;
+
+    void saveGState();
+    void restoreGState();
+    void translate(double tx, double ty);
+    void scale(double sx, double sy);
+    void rotate(double radians);
+    void concat(const CGAffineTransform& transform);
+
+    void setFillColor(const UIColor& color);
+    void setStrokeColor(const UIColor& color);
+    void setLineWidth(double width);
+    void setAlpha(float alpha);
+    /// Everything drawn is shaded with this, until restoreGState. Offset in points, blur radius in points.
+    void setShadow(double dx, double dy, double blur, const UIColor& color);
+
+    /// A clear colour replaces what is there; others are painted over it.
+    void fillRect(const CGRect& rect);
+    void clearRect(const CGRect& rect);
+    void strokeRect(const CGRect& rect);
+    void fillEllipse(const CGRect& rect);
+
+    void beginPath();
+    void moveTo(double x, double y);
+    void lineTo(double x, double y);
+    void curveTo(double c1x, double c1y, double c2x, double c2y, double x, double y);
+    void arc(double x, double y, double radius, double startAngle, double endAngle);
+    void closePath();
+    void addRect(const CGRect& rect);
+    void addRoundedRect(const CGRect& rect, double radius);
+    void fillPath();
+    void strokePath();
+    /// Both leave the path empty.
+    void clipToPath();
+    void clipToRect(const CGRect& rect);
+
+    void drawLinearGradient(const CGGradient& gradient, CGPoint start, CGPoint end);
+    void drawRadialGradient(const CGGradient& gradient, CGPoint center, double radius);
+    /// Stretches the bitmap over `rect`.
+    void drawBitmap(const Bitmap& bitmap, const CGRect& rect);
+    /// Stretches the part `source` (pixels) of the bitmap over `rect`.
+    void drawBitmapPart(const Bitmap& bitmap, const CGRect& source, const CGRect& rect);
+
+    /// The drawing surface's handle, for the drawing code of this folder.
+    _cairo* native() const { return cairo_; }
+    double pixelsPerPoint() const { return pixelsPerPoint_; }
+    const UIColor& fillColor() const { return fillColor_; }
+
+private:
+    struct State;
+    std::shared_ptr<Bitmap> bitmap_;
+    double pixelsPerPoint_;
+    _cairo* cairo_;
+    UIColor fillColor_;
+    UIColor strokeColor_;
+    float alpha_ = 1;
+    std::vector<State> states_;
+};
+
+/// The context that drawing calls without one use; null outside a display pass.
+CGContext* UIGraphicsGetCurrentContext();
+void UIGraphicsPushContext(CGContext& context);
+void UIGraphicsPopContext();
+/// Fills with the current colour.
+void CGContextFillRect(CGContext* context, const CGRect& rect);
+
+}

@@ -1,0 +1,54 @@
+#pragma once
+#include "platform/host/Result.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace vistrel::host {
+
+/// An outgoing mail as the compose screen hands it over. Addresses as typed.
+struct OutgoingMail {
+    std::vector<std::string> to;
+    std::vector<std::string> cc;
+    std::vector<std::string> bcc;
+    std::string subject;
+    std::string body;
+    bool isHTML = false;
+};
+
+/// The desktop around the application, each service absent without harm.
+class Desktop {
+public:
+    virtual ~Desktop() = default;
+    virtual bool canOpenURL(const std::string& url) = 0;
+    virtual bool openURL(const std::string& url) = 0;
+    virtual void setIdleTimerDisabled(bool disabled) = 0;
+    virtual void vibrate() = 0;
+
+    /// True when an outgoing account is configured.
+    virtual bool canSendMail() = 0;
+    /// `done` runs once, on the loop, with the outcome.
+    virtual void sendMail(OutgoingMail mail, std::function<void(double fraction)> progress,
+                          std::function<void(Status)> done) = 0;
+    /// Keeps an unsent mail in the drafts folder.
+    virtual Status saveDraft(const OutgoingMail& mail) = 0;
+};
+
+/// What the machine says of itself.
+struct DeviceIdentity {
+    std::string model;            ///< "iPad"-like product name: here the kind of device
+    std::string machine;          ///< hardware model string
+    std::string systemName;       ///< name of the distribution
+    std::string systemVersion;    ///< "12.5"
+    std::string uniqueIdentifier; ///< a keyed digest; never the raw machine id
+    std::vector<std::string> languages;
+};
+
+class Device {
+public:
+    virtual ~Device() = default;
+    virtual const DeviceIdentity& identity() = 0;
+};
+
+}

@@ -1,0 +1,18 @@
+#pragma once
+#include <functional>
+
+namespace vistrel::host {
+
+/// The window's frame clock. Frames are made only when asked for.
+class Display {
+public:
+    virtual ~Display() = default;
+    /// Asks for one frame; asking again before it comes changes nothing.
+    virtual void requestFrame() = 0;
+    /// Called for each frame with the loop's monotonic time, before the view tree is walked.
+    virtual void setFrameHandler(std::function<void(double now)> handler) = 0;
+    /// Pixels per point at which pictures are painted.
+    virtual double scale() const = 0;
+};
+
+}

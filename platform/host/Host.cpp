@@ -1,0 +1,20 @@
+#include "platform/host/Host.h"
+
+#include <cassert>
+
+namespace vistrel::host {
+
+namespace {
+Host* installed = nullptr;
+}
+
+Host& current() {
+    assert(installed && "no host installed");
+    return *installed;
+}
+
+void install(Host* host) {
+    installed = host;
+}
+
+}

@@ -1,0 +1,42 @@
+#pragma once
+#include <functional>
+#include <string>
+
+namespace vistrel::host {
+
+class EventLoop;
+class Files;
+class Network;
+class WebEngine;
+class Media;
+class Preferences;
+class Desktop;
+class Device;
+class Display;
+
+/// Everything that the layer needs from the outside world. Services are never null once installed.
+struct Host {
+    EventLoop* loop = nullptr;
+    Files* files = nullptr;
+    Network* network = nullptr;
+    WebEngine* webEngine = nullptr;
+    Media* media = nullptr;
+    Preferences* preferences = nullptr;
+    Desktop* desktop = nullptr;
+    Device* device = nullptr;
+    Display* display = nullptr;
+    /// Writes one line to the device log.
+    std::function<void(const std::string& line)> log;
+    /// The translation of `key`, or an empty string when there is none.
+    std::function<std::string(const std::string& key)> translate;
+    /// Machine directory of the application's resources.
+    std::string resourcePath;
+};
+
+/// The host that this process runs on. Installed once before anything else is used; tests install
+/// theirs.
+Host& current();
+/// Null takes the installed host away.
+void install(Host* host);
+
+}

@@ -1,0 +1,20 @@
+#pragma once
+#include "platform/host/Result.h"
+
+namespace vistrel {
+class Value;
+}
+
+namespace vistrel::host {
+
+/// Where property lists lie. The user-defaults store is one dictionary.
+class Preferences {
+public:
+    virtual ~Preferences() = default;
+    /// The stored dictionary; an empty one when nothing was stored yet.
+    virtual Result<Value> load() = 0;
+    /// After a crash at any moment the store holds the old or the new dictionary.
+    virtual Status save(const Value& dictionary) = 0;
+};
+
+}

@@ -1,0 +1,68 @@
+#pragma once
+#include "platform/foundation/NSURL.h"
+#include "platform/host/Media.h"
+
+#include <memory>
+
+namespace vistrel {
+class UIView;
+
+inline constexpr const char* MPMoviePlayerLoadStateDidChangeNotification = "MPMoviePlayerLoadStateDidChangeNotification";
+inline constexpr const char* MPMoviePlayerContentPreloadDidFinishNotification =
+    "MPMoviePlayerContentPreloadDidFinishNotification";
+inline constexpr const char* MPMoviePlayerPlaybackDidFinishNotification = "MPMoviePlayerPlaybackDidFinishNotification";
+inline constexpr const char* MPMoviePlayerPlaybackDidFinishReasonUserInfoKey =
+    "MPMoviePlayerPlaybackDidFinishReasonUserInfoKey";
+
+/// Numbers are the phone's.
+enum class MPMovieFinishReason { PlaybackEnded = 0, PlaybackError = 1, UserExited = 2 };
+enum class MPMovieControlStyle { None = 0, Embedded = 1, Fullscreen = 2 };
+enum MPMovieLoadState : unsigned { MPMovieLoadStateUnknown = 0, MPMovieLoadStatePlayable = 1, MPMovieLoadStatePlaythroughOK = 2, MPMovieLoadStateStalled = 4 };
+
+/// Plays one video, local or remote, with full-screen controls of its own: Done, play and pause, position with seeking, elapsed and
+/// remaining time, volume; they fade after a few seconds and come back at a touch. Ends with one playback-finished notification.
+class MPMoviePlayerController : public std::enable_shared_from_this<MPMoviePlayerController>, private host::PlaybackClient {
+public:
+    /// Which interface the player offers: load states and an embeddable view, or only the preload notification.
+    enum class Interface { LoadStates, Preload };
+    /// For the next player made; the newer one is the default.
+    static void setOfferedInterface(Interface offered);
+
+    static std::shared_ptr<MPMoviePlayerController> withContentURL(const NSURL& url);
+    ~MPMoviePlayerController() override;
+
+    /// respondsToSelector: loadState.
+    bool offersLoadState() const { return interface_ == Interface::LoadStates; }
+    unsigned loadState() const { return loadState_; }
+    void setControlStyle(MPMovieControlStyle style);
+    void setFullscreen(bool fullscreen);
+    const std::shared_ptr<UIView>& view();
+    void prepareToPlay();
+    /// With the older interface the player shows itself full screen.
+    void play();
+    void pause();
+    void stop();
+    double currentPlaybackTime() const;
+    void setCurrentPlaybackTime(double seconds);
+    double duration() const;
+    unsigned framesShown() const;
+
+private:
+    class Controls;
+    explicit MPMoviePlayerController(const NSURL& url);
+    void playbackDidBecomeReady() override;
+    void playbackStalled(bool stalled) override;
+    void playbackDidEnd() override;
+    void playbackDidFail(const std::string& message) override;
+    void playbackInterrupted(bool begins) override;
+    void finish(MPMovieFinishReason reason);
+
+    Interface interface_;
+    unsigned loadState_ = MPMovieLoadStateUnknown;
+    bool finished_ = false;
+    std::unique_ptr<host::MoviePlayback> playback_;
+    std::shared_ptr<UIView> view_;
+    std::unique_ptr<Controls> controls_;
+};
+
+}

@@ -1,0 +1,13 @@
+#pragma once
+#include <compare>
+
+namespace vistrel {
+
+/// A row of a table.
+struct NSIndexPath {
+    int section = 0;
+    int row = 0;
+    friend auto operator<=>(const NSIndexPath&, const NSIndexPath&) = default;
+};
+
+}

@@ -1,0 +1,28 @@
+#pragma once
+#include <string>
+
+namespace vistrel {
+
+enum class UIAccessibilityRole {
+    None,
+    Button,
+    Row,
+    Label,
+    Heading,
+    Slider,
+    Field,
+    ProgressBar,
+    Image,
+    Alert,
+    WebPage
+};
+
+/// What a screen reader (and a journey test) learns of a view.
+struct UIAccessibilityElement {
+    UIAccessibilityRole role = UIAccessibilityRole::None;
+    std::string label;
+    std::string value;
+    bool enabled = true;
+};
+
+}

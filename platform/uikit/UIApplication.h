@@ -1,0 +1,81 @@
+#pragma once
+#include "platform/graphics/CGGeometry.h"
+#include "platform/uikit/UIInterfaceOrientation.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace vistrel {
+class NSURL;
+class SceneVisitor;
+class UIApplicationDelegate;
+class UIEventDispatcher;
+class UIStatusBar;
+class UIView;
+class UIWindow;
+
+enum class UIApplicationState { Active, Inactive, Background };
+
+/// Names of the notifications that the application posts.
+inline constexpr const char* UIApplicationDidFinishLaunchingNotification = "UIApplicationDidFinishLaunchingNotification";
+inline constexpr const char* UIApplicationWillTerminateNotification = "UIApplicationWillTerminateNotification";
+inline constexpr const char* UIApplicationDidEnterBackgroundNotification = "UIApplicationDidEnterBackgroundNotification";
+inline constexpr const char* UIApplicationWillEnterForegroundNotification = "UIApplicationWillEnterForegroundNotification";
+inline constexpr const char* UIApplicationDidBecomeActiveNotification = "UIApplicationDidBecomeActiveNotification";
+
+/// The running application: its window, status bar, and what it asks of the system. The host's window drives it through
+/// the last section.
+class UIApplication {
+public:
+    static UIApplication& sharedApplication();
+    /// Ends the shared application (tests make a new one for each case).
+    static void resetSharedApplication();
+
+    void setDelegate(std::shared_ptr<UIApplicationDelegate> delegate);
+    UIApplicationDelegate* delegate() const { return delegate_.get(); }
+    UIWindow* keyWindow() const;
+    UIApplicationState applicationState() const { return state_; }
+
+    void setStatusBarHidden(bool hidden);
+    bool isStatusBarHidden() const { return statusBarHidden_; }
+    void setStatusBarOrientation(UIInterfaceOrientation orientation, bool animated);
+    UIInterfaceOrientation statusBarOrientation() const { return statusBarOrientation_; }
+    CGRect statusBarFrame() const; ///< 320 x 20, empty while hidden
+    void setNetworkActivityIndicatorVisible(bool visible);
+    bool isNetworkActivityIndicatorVisible() const { return networkActivity_; }
+    void setIdleTimerDisabled(bool disabled);
+
+    bool canOpenURL(const NSURL& url);
+    bool openURL(const NSURL& url);
+
+    // For the host's window.
+    /// Calls the delegate, posts the notification.
+    void finishLaunching();
+    void terminate();
+    /// Window shown, hidden, focused: posts the matching notifications.
+    void setState(UIApplicationState state);
+    /// The whole screen, back to front.
+    void walkScreen(SceneVisitor& visitor);
+    /// The view tree's real root (windows and status bar as children, by level); 320 x 480.
+    UIView& screenView();
+    /// Where touches and keys go in.
+    UIEventDispatcher& events() { return *events_; }
+
+private:
+    friend class UIWindow;
+    UIApplication();
+    ~UIApplication();
+
+    std::shared_ptr<UIApplicationDelegate> delegate_;
+    std::shared_ptr<UIView> screen_;
+    std::shared_ptr<UIStatusBar> statusBar_;
+    std::unique_ptr<UIEventDispatcher> events_;
+    std::weak_ptr<UIWindow> keyWindow_;
+    UIApplicationState state_ = UIApplicationState::Inactive;
+    bool statusBarHidden_ = false;
+    bool networkActivity_ = false;
+    UIInterfaceOrientation statusBarOrientation_ = UIInterfaceOrientation::Portrait;
+};
+
+}

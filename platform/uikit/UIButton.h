@@ -1,0 +1,64 @@
+#pragma once
+#include "platform/uikit/UIControl.h"
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace vistrel {
+class UIImage;
+class UILabel;
+
+enum class UIButtonType { Custom = 0, RoundedRect = 1 };
+
+/// A push button with a title, a picture and a background picture for each state.
+class UIButton : public UIControl {
+public:
+    static std::shared_ptr<UIButton> buttonWithType(UIButtonType type);
+    explicit UIButton(CGRect frame = {}, UIButtonType type = UIButtonType::Custom);
+    ~UIButton() override;
+
+    void setTitleForState(std::string title, UIControlState state);
+    std::string titleForState(UIControlState state) const;
+    std::string currentTitle() const;
+    void setTitleColorForState(const UIColor& color, UIControlState state);
+    void setTitleShadowColorForState(const UIColor& color, UIControlState state);
+    void setImageForState(std::shared_ptr<const UIImage> image, UIControlState state);
+    std::shared_ptr<const UIImage> currentImage() const;
+    void setBackgroundImageForState(std::shared_ptr<const UIImage> image, UIControlState state);
+    std::shared_ptr<const UIImage> currentBackgroundImage() const;
+    /// Font, shadow offset and so on of the title.
+    UILabel& titleLabel();
+    void setShowsTouchWhenHighlighted(bool shows);
+    /// Default yes: pictures are darkened while highlighted.
+    void setAdjustsImageWhenHighlighted(bool adjusts);
+    /// Default yes: pictures are faded while disabled.
+    void setAdjustsImageWhenDisabled(bool adjusts);
+
+    void setEnabled(bool enabled) override;
+    void setHighlighted(bool highlighted) override;
+    void setSelected(bool selected) override;
+    void layoutSubviews() override;
+    bool drawsContent() const override;
+    void drawRect(const CGRect& rect) override;
+    UIAccessibilityElement accessibilityElement() const override;
+
+private:
+    template <typename T>
+    using ByState = std::map<UIControlState, T>;
+
+    UIButtonType type_;
+    ByState<std::string> titles_;
+    ByState<UIColor> titleColors_;
+    ByState<UIColor> titleShadowColors_;
+    ByState<std::shared_ptr<const UIImage>> images_;
+    ByState<std::shared_ptr<const UIImage>> backgroundImages_;
+    std::shared_ptr<UILabel> titleLabel_;
+    std::shared_ptr<UIView> glow_;
+    bool showsTouch_ = false;
+    bool adjustsHighlighted_ = true;
+    bool adjustsDisabled_ = true;
+};
+
+}

@@ -1,0 +1,41 @@
+#pragma once
+#include "platform/uikit/UITouch.h"
+#include "platform/uikit/UIView.h"
+
+#include <memory>
+#include <optional>
+
+namespace vistrel {
+
+/// Hands touches and keys to views: hit test, one owner for a touch, capture by scrolling ancestors, cancellation, focus.
+class UIEventDispatcher {
+public:
+    /// `root` is the screen's root view; it outlives the dispatcher.
+    explicit UIEventDispatcher(UIView& root);
+
+    /// One step of a touch, in screen points. A second touch while one is down is ignored.
+    void sendTouch(UITouchPhase phase, CGPoint location, double timestamp);
+    /// Wheel or touchpad movement in points; goes to the innermost scroll view under the point that can scroll so.
+    void sendScroll(CGPoint location, double dx, double dy, double timestamp);
+    /// First to the focused view and its superviews, then to the screens on top. True when one used it.
+    bool sendKey(const UIKey& key);
+
+    /// The view that gets keys; null for none.
+    std::shared_ptr<UIView> firstResponder() const { return firstResponder_.lock(); }
+    void setFirstResponder(const std::shared_ptr<UIView>& view);
+    /// The view that has the touch now; null when no finger is down.
+    std::shared_ptr<UIView> touchOwner() const { return touchOwner_.lock(); }
+    /// The owner hears touchesCancelled and the rest of the touch goes nowhere; for alerts that come up under a finger.
+    void cancelTouch();
+
+private:
+    UIView& root_;
+    std::optional<UITouch> touch_;
+    std::weak_ptr<UIView> touchOwner_;
+    std::weak_ptr<UIView> firstResponder_;
+    double lastTapTime_ = -1;
+    CGPoint lastTapLocation_;
+    int tapCount_ = 0;
+};
+
+}

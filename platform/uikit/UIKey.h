@@ -1,0 +1,32 @@
+#pragma once
+#include <string>
+
+namespace vistrel {
+
+enum class UIKeyCode {
+    Up,
+    Down,
+    Left,
+    Right,
+    Enter,
+    Escape,
+    Space,
+    Tab,
+    Backspace,
+    Delete,
+    Home,
+    End,
+    PageUp,
+    PageDown,
+    Character
+};
+
+struct UIKey {
+    UIKeyCode code = UIKeyCode::Character;
+    std::string text; ///< what it types, UTF-8
+    bool shift = false;
+    bool control = false;
+    bool alt = false;
+};
+
+}

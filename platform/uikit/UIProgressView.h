@@ -1,0 +1,27 @@
+#pragma once
+#include "platform/uikit/UIView.h"
+
+namespace vistrel {
+
+enum class UIProgressViewStyle { Default, Bar };
+
+/// How much of a task is done, 0 to 1.
+class UIProgressView : public UIView {
+public:
+    explicit UIProgressView(CGRect frame = {}, UIProgressViewStyle style = UIProgressViewStyle::Default);
+
+    /// The clamped value.
+    float progress() const { return progress_; }
+    /// Clamped to 0..1; not a number counts as 0.
+    void setProgress(float progress);
+
+    bool drawsContent() const override { return true; }
+    void drawRect(const CGRect& rect) override;
+    UIAccessibilityElement accessibilityElement() const override;
+
+private:
+    float progress_ = 0;
+    UIProgressViewStyle style_;
+};
+
+}

@@ -1,0 +1,35 @@
+#pragma once
+#include "platform/uikit/UIBarButtonItem.h"
+#include "platform/uikit/UIBarStyle.h"
+#include "platform/uikit/UIView.h"
+
+#include <optional>
+
+namespace vistrel {
+
+/// A row of items; flexible spaces share what the others leave. The same item object may stand at several places.
+class UIToolbar : public UIView {
+public:
+    explicit UIToolbar(CGRect frame = CGRectMake(0, 0, 320, 44));
+    ~UIToolbar() override;
+
+    const std::vector<std::shared_ptr<UIBarButtonItem>>& items() const { return items_; }
+    void setItems(std::vector<std::shared_ptr<UIBarButtonItem>> items, bool animated = false);
+    void setTintColor(std::optional<UIColor> color);
+    const std::optional<UIColor>& tintColor() const { return tintColor_; }
+    void setBarStyle(UIBarStyle style);
+
+    void layoutSubviews() override;
+    bool drawsContent() const override { return true; }
+    void drawRect(const CGRect& rect) override;
+
+private:
+    void rebuild();
+
+    std::vector<std::shared_ptr<UIBarButtonItem>> items_;
+    std::vector<std::shared_ptr<UIView>> itemViews_;
+    std::optional<UIColor> tintColor_;
+    UIBarStyle barStyle_ = UIBarStyle::Default;
+};
+
+}

@@ -1,0 +1,185 @@
+#pragma once
+#include "platform/graphics/CGAffineTransform.h"
+#include "platform/graphics/CGContext.h"
+#include "platform/graphics/CGGeometry.h"
+#include "platform/graphics/UIColor.h"
+#include "platform/uikit/UIAccessibility.h"
+#include "platform/uikit/UIViewAutoresizing.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vistrel {
+class Bitmap;
+class CAGradientLayer;
+class UITouch;
+class UIViewController;
+class UIWindow;
+struct UIKey;
+namespace host {
+class ForeignContent;
+}
+
+/// How a view is placed and shown; what an animation moves between two of.
+struct ViewState {
+    CGPoint center;       ///< in the superview
+    CGRect bounds;        ///< own coordinates; the origin scrolls the content
+    CGAffineTransform transform;
+    double alpha = 1;
+    UIColor backgroundColor = UIColor::clearColor();
+};
+
+/// A rectangle of the screen: placed in its superview, drawn, hit by touches, animated. Main thread only.
+/// Views are held by shared_ptr; a superview owns its subviews. Drawing happens once, in drawRect, into a
+/// picture that is kept until setNeedsDisplay; moving, fading and scrolling reuse it.
+class UIView : public std::enable_shared_from_this<UIView> {
+public:
+    explicit UIView(CGRect frame = {});
+    virtual ~UIView();
+    UIView(const UIView&) = delete;
+    UIView& operator=(const UIView&) = delete;
+
+    // Geometry. Inside an animation block the change is animated; getters give the final value at once.
+    /// The bounding rectangle in the superview's coordinates.
+    CGRect frame() const;
+    virtual void setFrame(const CGRect& frame);
+    const CGRect& bounds() const { return state_.bounds; }
+    virtual void setBounds(const CGRect& bounds);
+    CGPoint center() const { return state_.center; }
+    void setCenter(CGPoint center);
+    const CGAffineTransform& transform() const { return state_.transform; }
+    void setTransform(const CGAffineTransform& transform);
+    double alpha() const { return state_.alpha; }
+    void setAlpha(double alpha);
+    const UIColor& backgroundColor() const { return state_.backgroundColor; }
+    virtual void setBackgroundColor(const UIColor& color);
+
+    bool isHidden() const { return hidden_; }
+    void setHidden(bool hidden);
+    bool isOpaque() const { return opaque_; }
+    /// An opaque view promises to paint every point of its rectangle.
+    void setOpaque(bool opaque);
+    bool clipsToBounds() const { return clipsToBounds_; }
+    void setClipsToBounds(bool clips);
+    bool isUserInteractionEnabled() const { return userInteractionEnabled_; }
+    void setUserInteractionEnabled(bool enabled);
+    unsigned autoresizingMask() const { return autoresizingMask_; }
+    void setAutoresizingMask(unsigned mask) { autoresizingMask_ = mask; }
+    bool autoresizesSubviews() const { return autoresizesSubviews_; }
+    void setAutoresizesSubviews(bool autoresizes) { autoresizesSubviews_ = autoresizes; }
+    int tag() const { return tag_; }
+    void setTag(int tag) { tag_ = tag; }
+
+    // The tree.
+    UIView* superview() const { return superview_; }
+    const std::vector<std::shared_ptr<UIView>>& subviews() const { return subviews_; }
+    UIWindow* window() const;
+    bool isDescendantOfView(const UIView& view) const;
+    void addSubview(std::shared_ptr<UIView> view);
+    void insertSubviewAtIndex(std::shared_ptr<UIView> view, std::size_t index);
+    void insertSubviewBelowSubview(std::shared_ptr<UIView> view, const UIView& sibling);
+    void insertSubviewAboveSubview(std::shared_ptr<UIView> view, const UIView& sibling);
+    void bringSubviewToFront(const UIView& view);
+    void sendSubviewToBack(const UIView& view);
+    /// Safe when there is no superview. The superview's reference is dropped.
+    void removeFromSuperview();
+    std::shared_ptr<UIView> viewWithTag(int tag);
+
+    // Coordinates; `view` null means the window.
+    CGPoint convertPointToView(CGPoint point, const UIView* view) const;
+    CGPoint convertPointFromView(CGPoint point, const UIView* view) const;
+    CGRect convertRectToView(const CGRect& rect, const UIView* view) const;
+
+    // Layout and drawing.
+    void setNeedsLayout();
+    void layoutIfNeeded();
+    virtual void layoutSubviews() {}
+    /// The size that suits the content; `size` is what there is.
+    virtual CGSize sizeThatFits(CGSize size) const;
+    void sizeToFit();
+    virtual void setNeedsDisplay();
+    /// Paints into the current context; `rect` is the bounds. Only views that answer true from drawsContent are asked.
+    virtual void drawRect(const CGRect& rect);
+    virtual bool drawsContent() const { return false; }
+    /// Foreign content that fills the bounds, drawn between background and subviews; null for none.
+    virtual host::ForeignContent* foreignContent() { return nullptr; }
+    /// Layers under the subviews, in order.
+    const std::vector<std::shared_ptr<CAGradientLayer>>& gradientLayers() const { return gradientLayers_; }
+    void insertGradientLayerAtIndex(std::shared_ptr<CAGradientLayer> layer, std::size_t index);
+    void removeGradientLayer(const CAGradientLayer& layer);
+
+    // Touches and keys. Not handled: handed to the superview's responder chain (keys only).
+    /// The deepest view under the point (own coordinates) that takes touches.
+    virtual std::shared_ptr<UIView> hitTest(CGPoint point);
+    virtual bool pointInside(CGPoint point) const;
+    virtual void touchesBegan(const UITouch& touch);
+    virtual void touchesMoved(const UITouch& touch);
+    virtual void touchesEnded(const UITouch& touch);
+    virtual void touchesCancelled(const UITouch& touch);
+    /// Asked of every ancestor of the hit view, innermost first, while a touch moves (and of the hit view itself). The first
+    /// that answers true takes the touch over: the old owner gets touchesCancelled, this view touchesBegan with the
+    /// touch as it is now, and all that follows.
+    virtual bool shouldCaptureTouch(const UITouch& touch);
+    /// Told of every ancestor of the hit view when a touch begins inside. True swallows the touch: nothing below hears of it
+    /// and this view owns it (a list that was still rolling).
+    virtual bool touchWillBeginInside(const UITouch& touch);
+    /// Whether the key was used.
+    virtual bool keyPressed(const UIKey& key);
+    virtual bool canBecomeFirstResponder() const { return false; }
+    virtual void focusChanged(bool /*focused*/) {}
+
+    /// Nothing (role None) for views that are only containers.
+    virtual UIAccessibilityElement accessibilityElement() const { return accessibility_; }
+    void setAccessibility(UIAccessibilityElement element) { accessibility_ = std::move(element); }
+    /// What a screen reader's "press" does; the default is a tap in the middle.
+    virtual void accessibilityActivate();
+
+    // Animation blocks; see UIViewAnimation.h for curves and transitions.
+    /// What is shown now: between old and new while an animation runs.
+    const ViewState& presentationState() const;
+
+    virtual void didMoveToSuperview() {}
+    virtual void willMoveToWindow(UIWindow* /*window*/) {}
+    virtual void didMoveToWindow() {}
+
+    /// Set for the root view of a controller; not owned.
+    UIViewController* viewController() const { return viewController_; }
+
+protected:
+    /// Marks that the screen must be composed again.
+    void setNeedsComposition();
+
+private:
+    friend class UIViewController;
+    friend class UIViewAnimationEngine;
+    friend class SceneWalk;
+
+    void resizeSubviews(CGSize oldSize);
+    void stateWillChange();
+    void attachTo(UIView* superview);
+    void windowDidChange(UIWindow* window);
+
+    ViewState state_;
+    std::unique_ptr<ViewState> presentation_; ///< present while an animation runs
+    bool hidden_ = false;
+    bool opaque_ = true;
+    bool clipsToBounds_ = false;
+    bool userInteractionEnabled_ = true;
+    bool autoresizesSubviews_ = true;
+    bool needsLayout_ = true;
+    bool needsDisplay_ = true;
+    unsigned autoresizingMask_ = UIViewAutoresizingNone;
+    int tag_ = 0;
+    UIView* superview_ = nullptr;
+    UIWindow* window_ = nullptr;
+    UIViewController* viewController_ = nullptr;
+    std::vector<std::shared_ptr<UIView>> subviews_;
+    std::vector<std::shared_ptr<CAGradientLayer>> gradientLayers_;
+    std::shared_ptr<Bitmap> backing_;
+    double backingScale_ = 0;
+    UIAccessibilityElement accessibility_;
+};
+
+}

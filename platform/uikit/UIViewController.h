@@ -1,0 +1,82 @@
+#pragma once
+#include "platform/uikit/UIInterfaceOrientation.h"
+#include "platform/uikit/UIView.h"
+
+#include <memory>
+#include <string>
+
+namespace vistrel {
+class UIBarButtonItem;
+class UINavigationController;
+class UINavigationItem;
+
+/// One screen: its view, made when first asked for, and its place among the other screens. Held by shared_ptr;
+/// owned by the navigation stack or by the screen that presents it.
+class UIViewController : public std::enable_shared_from_this<UIViewController> {
+public:
+    UIViewController();
+    virtual ~UIViewController();
+    UIViewController(const UIViewController&) = delete;
+    UIViewController& operator=(const UIViewController&) = delete;
+
+    /// Loads the view (loadView, then viewDidLoad) when there is none.
+    const std::shared_ptr<UIView>& view();
+    void setView(std::shared_ptr<UIView> view);
+    bool isViewLoaded() const { return view_ != nullptr; }
+
+    /// Default: a plain view of the application area (320 x 460), resizable in width and height.
+    virtual void loadView();
+    virtual void viewDidLoad() {}
+    virtual void viewWillAppear(bool /*animated*/) {}
+    virtual void viewDidAppear(bool /*animated*/) {}
+    virtual void viewWillDisappear(bool /*animated*/) {}
+    virtual void viewDidDisappear(bool /*animated*/) {}
+    virtual void viewDidUnload() {}
+    /// Lets the view go when it is not on screen (viewDidUnload follows).
+    virtual void didReceiveMemoryWarning();
+    virtual bool shouldAutorotateToInterfaceOrientation(UIInterfaceOrientation orientation);
+    virtual void setEditing(bool editing, bool animated);
+    bool isEditing() const { return editing_; }
+    /// Escape on the keyboard: what leaves this screen. Default: back, or nothing for a root.
+    virtual bool escapePressed();
+
+    const std::string& title() const { return title_; }
+    /// Also the navigation item's title.
+    virtual void setTitle(std::string title);
+    UINavigationItem& navigationItem();
+    /// Toggles editing; reads "Edit" or "Done".
+    std::shared_ptr<UIBarButtonItem> editButtonItem();
+    UINavigationController* navigationController() const { return navigationController_; }
+    bool hidesBottomBarWhenPushed() const { return hidesBottomBarWhenPushed_; }
+    void setHidesBottomBarWhenPushed(bool hides) { hidesBottomBarWhenPushed_ = hides; }
+
+    /// Covers the whole window with `controller`, sliding up when animated. One at a time on a screen.
+    void presentModalViewController(std::shared_ptr<UIViewController> controller, bool animated);
+    /// Takes the modal screen of this one away; asked of a modal screen itself, its presenter does it.
+    void dismissModalViewControllerAnimated(bool animated);
+    const std::shared_ptr<UIViewController>& modalViewController() const { return modal_; }
+    /// Who presents this screen, or the navigation controller that holds it; null for none.
+    UIViewController* parentViewController() const;
+
+protected:
+    friend class UINavigationController;
+    friend class UIModalPresentation;
+    /// The lifecycle calls on their way to the screen that is visible; containers hand them on.
+    virtual void sendViewWillAppear(bool animated) { viewWillAppear(animated); }
+    virtual void sendViewDidAppear(bool animated) { viewDidAppear(animated); }
+    virtual void sendViewWillDisappear(bool animated) { viewWillDisappear(animated); }
+    virtual void sendViewDidDisappear(bool animated) { viewDidDisappear(animated); }
+
+private:
+    std::shared_ptr<UIView> view_;
+    std::string title_;
+    std::unique_ptr<UINavigationItem> navigationItem_;
+    std::shared_ptr<UIBarButtonItem> editButtonItem_;
+    UINavigationController* navigationController_ = nullptr;
+    UIViewController* presenter_ = nullptr;
+    std::shared_ptr<UIViewController> modal_;
+    bool editing_ = false;
+    bool hidesBottomBarWhenPushed_ = false;
+};
+
+}

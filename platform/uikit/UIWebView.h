@@ -1,0 +1,56 @@
+#pragma once
+#include "platform/foundation/NSURLRequest.h"
+#include "platform/host/WebEngine.h"
+#include "platform/uikit/UIView.h"
+#include "platform/uikit/UIWebViewDelegate.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace vistrel {
+
+/// A web page in the view tree. Main thread only; the delegate is not retained.
+class UIWebView : public UIView, private host::WebPageClient {
+public:
+    explicit UIWebView(CGRect frame = {});
+    ~UIWebView() override;
+
+    /// Null detaches: every navigation that the engine allows is made, nobody is told.
+    void setDelegate(UIWebViewDelegate* delegate);
+    UIWebViewDelegate* delegate() const { return delegate_; }
+    /// http, https and about only; a request without address does nothing.
+    void loadRequest(const NSURLRequest& request);
+    void loadHTMLString(const std::string& html, const std::string& baseURL);
+    void goBack();
+    void goForward();
+    void reload();
+    void stopLoading();
+    bool canGoBack() const;
+    bool canGoForward() const;
+    bool isLoading() const { return loading_; }
+    std::string URLString() const;
+    void setScalesPageToFit(bool scales);
+    /// Runs a script in the loaded page; the result comes later, on the run loop, as text.
+    void stringByEvaluatingJavaScriptFromString(const std::string& script,
+                                                std::function<void(const std::string&)> done = {});
+    /// The "User-Agent" header of its requests.
+    std::string userAgent() const;
+
+    void setOpaque(bool opaque);
+    host::ForeignContent* foreignContent() override;
+    UIAccessibilityElement accessibilityElement() const override;
+
+private:
+    bool webPageShouldNavigate(const host::WebNavigation& navigation) override;
+    bool webPageShouldShowResponse(const host::WebResponse& response) override;
+    void webPageDidStartLoad() override;
+    void webPageDidFinishLoad() override;
+    void webPageDidFailLoad(const host::WebError& error) override;
+
+    UIWebViewDelegate* delegate_ = nullptr;
+    std::unique_ptr<host::WebPage> page_;
+    bool loading_ = false;
+};
+
+}
