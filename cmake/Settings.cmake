@@ -20,6 +20,10 @@ target_compile_options(vistrel-settings INTERFACE -Wall -Wextra -Wpedantic -Wsha
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
   target_compile_options(vistrel-settings INTERFACE -Wno-unused-command-line-argument)
 endif()
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # GCC 12 cries wolf on "literal" + std::string.
+  target_compile_options(vistrel-settings INTERFACE -Wno-restrict)
+endif()
 if(VISTREL_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
