@@ -11,12 +11,15 @@ class NSBundle {
 public:
     static NSBundle& mainBundle();
 
-    /// Machine path of a resource, empty when there is none. With `type` empty, `name` is the whole file name.
+    /// Machine path of a resource, empty when there is none. With `type` empty, `name` is the whole
+    /// file name.
     std::string pathForResourceOfType(std::string_view name, std::string_view type) const;
     /// Info.plist; an empty dictionary when missing.
     const Value& infoDictionary();
-    /// The translation of `key` in the default table; without one, `value`, or `key` when that is empty.
-    std::string localizedStringForKeyValue(const std::string& key, const std::string& value = {}) const;
+    /// The translation of `key` in the default table; without one, `value`, or `key` when that is
+    /// empty.
+    std::string localizedStringForKeyValue(const std::string& key,
+                                           const std::string& value = {}) const;
 
 private:
     Value info_;

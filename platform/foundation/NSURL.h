@@ -5,24 +5,25 @@
 
 namespace vistrel {
 
-/// An absolute or relative address per RFC 3986. A value; its parts are cut from the text as they stand,
-/// percent escapes included, unless a member says otherwise.
+/// An absolute or relative address per RFC 3986. A value; its parts are cut from the text as they
+/// stand, percent escapes included, unless a member says otherwise.
 class NSURL {
 public:
     /// Nothing when the text is not an address: blanks, control characters, characters outside
     /// RFC 3986 (other than "#" and "[" "]" in their places), malformed escapes.
     static std::optional<NSURL> URLWithString(std::string_view text);
-    /// The "file" address of an absolute path; what a path may hold and an address may not is escaped.
+    /// The "file" address of an absolute path; what a path may hold and an address may not is
+    /// escaped.
     static NSURL fileURLWithPath(std::string_view path);
 
     const std::string& absoluteString() const { return text_; }
     std::string scheme() const; ///< as written, without ":"
     std::string host() const;
     std::optional<int> port() const;
-    std::string path() const;         ///< percent escapes removed
-    std::string escapedPath() const;  ///< as written
-    std::string query() const;        ///< without "?"
-    std::string fragment() const;     ///< without "#"
+    std::string path() const;              ///< percent escapes removed
+    std::string escapedPath() const;       ///< as written
+    std::string query() const;             ///< without "?"
+    std::string fragment() const;          ///< without "#"
     std::string lastPathComponent() const; ///< percent escapes removed
     bool isFileURL() const;
     /// http or https, in any case.
@@ -31,7 +32,8 @@ public:
     friend bool operator==(const NSURL&, const NSURL&) = default;
 
 private:
-    explicit NSURL(std::string text) : text_(std::move(text)) {}
+    explicit NSURL(std::string text)
+        : text_(std::move(text)) {}
     std::string text_;
 };
 

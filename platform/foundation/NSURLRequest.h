@@ -20,9 +20,10 @@ enum class NSURLRequestCookies { SendAndStore, SendOnly, None };
 class NSURLRequest {
 public:
     /// No address: a connection for it fails with NSURLErrorBadURL.
-    explicit NSURLRequest(std::optional<NSURL> URL,
-                          NSURLRequestCachePolicy cachePolicy = NSURLRequestCachePolicy::UseProtocolCachePolicy,
-                          double timeoutInterval = 60.0);
+    explicit NSURLRequest(
+        std::optional<NSURL> URL,
+        NSURLRequestCachePolicy cachePolicy = NSURLRequestCachePolicy::UseProtocolCachePolicy,
+        double timeoutInterval = 60.0);
 
     const std::optional<NSURL>& URL() const { return URL_; }
     NSURLRequestCachePolicy cachePolicy() const { return cachePolicy_; }
@@ -35,12 +36,15 @@ public:
     std::string valueForHTTPHeaderField(std::string_view field) const;
     /// Replaces a field of that name.
     void setValueForHTTPHeaderField(std::string value, std::string field);
-    const std::vector<std::pair<std::string, std::string>>& allHTTPHeaderFields() const { return fields_; }
+    const std::vector<std::pair<std::string, std::string>>& allHTTPHeaderFields() const {
+        return fields_;
+    }
 
     NSURLRequestCookies cookies() const { return cookies_; }
     void setCookies(NSURLRequestCookies cookies) { cookies_ = cookies; }
 
-    /// True for methods that may be sent a second time without an effect of their own (GET, HEAD): RFC 9110, 9.2.1.
+    /// True for methods that may be sent a second time without an effect of their own (GET, HEAD):
+    /// RFC 9110, 9.2.1.
     bool isSafeToRepeat() const;
 
 private:

@@ -38,7 +38,8 @@ public:
     void setStrokeColor(const UIColor& color);
     void setLineWidth(double width);
     void setAlpha(float alpha);
-    /// Everything drawn is shaded with this, until restoreGState. Offset in points, blur radius in points.
+    /// Everything drawn is shaded with this, until restoreGState. Offset in points, blur radius in
+    /// points.
     void setShadow(double dx, double dy, double blur, const UIColor& color);
 
     /// A clear colour replaces what is there; others are painted over it.

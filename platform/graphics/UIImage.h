@@ -7,15 +7,18 @@
 namespace vistrel {
 class Bitmap;
 
-/// A picture: pixels with the number of pixels to a point, and the caps by which it stretches. Immutable.
+/// A picture: pixels with the number of pixels to a point, and the caps by which it stretches.
+/// Immutable.
 class UIImage {
 public:
     UIImage(std::shared_ptr<const Bitmap> bitmap, double scale);
 
-    /// A resource by name ("Logo.png"; without extension png is meant); kept for the life of the process. The variant
-    /// that fits the screen's scale best is taken ("Logo@2x.png"). Null when missing.
+    /// A resource by name ("Logo.png"; without extension png is meant); kept for the life of the
+    /// process. The variant that fits the screen's scale best is taken ("Logo@2x.png"). Null when
+    /// missing.
     static std::shared_ptr<const UIImage> imageNamed(const std::string& name);
-    /// A picture file by machine path, read each time; variants as for imageNamed. Null when missing or unreadable.
+    /// A picture file by machine path, read each time; variants as for imageNamed. Null when
+    /// missing or unreadable.
     static std::shared_ptr<const UIImage> imageWithContentsOfFile(const std::string& path);
     /// The scale for which resources are picked and views painted; set by the window.
     static void setScreenScale(double scale);
@@ -25,8 +28,8 @@ public:
     double scale() const { return scale_; }
     const std::shared_ptr<const Bitmap>& bitmap() const { return bitmap_; }
 
-    /// Stretches by repeating the one column right of the left cap and the row under the top cap; the rest keeps its
-    /// size. A cap of 0 stretches the whole picture in that direction.
+    /// Stretches by repeating the one column right of the left cap and the row under the top cap;
+    /// the rest keeps its size. A cap of 0 stretches the whole picture in that direction.
     std::shared_ptr<const UIImage> stretchableImage(int leftCapWidth, int topCapHeight) const;
     int leftCapWidth() const { return leftCapWidth_; }
     int topCapHeight() const { return topCapHeight_; }

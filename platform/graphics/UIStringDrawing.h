@@ -6,7 +6,14 @@
 
 namespace vistrel {
 
-enum class UILineBreakMode { WordWrap, CharacterWrap, Clip, HeadTruncation, TailTruncation, MiddleTruncation };
+enum class UILineBreakMode {
+    WordWrap,
+    CharacterWrap,
+    Clip,
+    HeadTruncation,
+    TailTruncation,
+    MiddleTruncation
+};
 enum class UITextAlignment { Left, Center, Right };
 
 /// Size of one line, in points.
@@ -14,9 +21,9 @@ CGSize sizeWithFont(const std::string& text, const UIFont& font);
 /// Size of the text broken to `width`, at most `height` high (whole lines).
 CGSize sizeWithFontConstrainedToSize(const std::string& text, const UIFont& font, CGSize size,
                                      UILineBreakMode mode = UILineBreakMode::WordWrap);
-/// Draws in the current colour with the first line's top at the rectangle's top. Truncating modes draw one line, cut
-/// with an ellipsis when it is wider than the rectangle; the height does not clip the first line. Wrapping modes draw the
-/// lines that begin inside the rectangle.
+/// Draws in the current colour with the first line's top at the rectangle's top. Truncating modes
+/// draw one line, cut with an ellipsis when it is wider than the rectangle; the height does not
+/// clip the first line. Wrapping modes draw the lines that begin inside the rectangle.
 void drawInRectWithFont(const std::string& text, const CGRect& rect, const UIFont& font,
                         UILineBreakMode mode = UILineBreakMode::WordWrap,
                         UITextAlignment alignment = UITextAlignment::Left);

@@ -1,5 +1,6 @@
 #pragma once
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace vistrel::host {
@@ -29,6 +30,9 @@ struct Host {
     std::function<void(const std::string& line)> log;
     /// The translation of `key`, or an empty string when there is none.
     std::function<std::string(const std::string& key)> translate;
+    /// A value of the settings file, by group and key; nothing when it is not set there.
+    std::function<std::optional<std::string>(const std::string& group, const std::string& key)>
+        setting;
     /// Machine directory of the application's resources.
     std::string resourcePath;
 };

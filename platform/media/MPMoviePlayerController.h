@@ -7,23 +7,33 @@
 namespace vistrel {
 class UIView;
 
-inline constexpr const char* MPMoviePlayerLoadStateDidChangeNotification = "MPMoviePlayerLoadStateDidChangeNotification";
+inline constexpr const char* MPMoviePlayerLoadStateDidChangeNotification =
+    "MPMoviePlayerLoadStateDidChangeNotification";
 inline constexpr const char* MPMoviePlayerContentPreloadDidFinishNotification =
     "MPMoviePlayerContentPreloadDidFinishNotification";
-inline constexpr const char* MPMoviePlayerPlaybackDidFinishNotification = "MPMoviePlayerPlaybackDidFinishNotification";
+inline constexpr const char* MPMoviePlayerPlaybackDidFinishNotification =
+    "MPMoviePlayerPlaybackDidFinishNotification";
 inline constexpr const char* MPMoviePlayerPlaybackDidFinishReasonUserInfoKey =
     "MPMoviePlayerPlaybackDidFinishReasonUserInfoKey";
 
 /// Numbers are the phone's.
 enum class MPMovieFinishReason { PlaybackEnded = 0, PlaybackError = 1, UserExited = 2 };
 enum class MPMovieControlStyle { None = 0, Embedded = 1, Fullscreen = 2 };
-enum MPMovieLoadState : unsigned { MPMovieLoadStateUnknown = 0, MPMovieLoadStatePlayable = 1, MPMovieLoadStatePlaythroughOK = 2, MPMovieLoadStateStalled = 4 };
+enum MPMovieLoadState : unsigned {
+    MPMovieLoadStateUnknown = 0,
+    MPMovieLoadStatePlayable = 1,
+    MPMovieLoadStatePlaythroughOK = 2,
+    MPMovieLoadStateStalled = 4
+};
 
-/// Plays one video, local or remote, with full-screen controls of its own: Done, play and pause, position with seeking, elapsed and
-/// remaining time, volume; they fade after a few seconds and come back at a touch. Ends with one playback-finished notification.
-class MPMoviePlayerController : public std::enable_shared_from_this<MPMoviePlayerController>, private host::PlaybackClient {
+/// Plays one video, local or remote, with full-screen controls of its own: Done, play and pause,
+/// position with seeking, elapsed and remaining time, volume; they fade after a few seconds and
+/// come back at a touch. Ends with one playback-finished notification.
+class MPMoviePlayerController : public std::enable_shared_from_this<MPMoviePlayerController>,
+                                private host::PlaybackClient {
 public:
-    /// Which interface the player offers: load states and an embeddable view, or only the preload notification.
+    /// Which interface the player offers: load states and an embeddable view, or only the preload
+    /// notification.
     enum class Interface { LoadStates, Preload };
     /// For the next player made; the newer one is the default.
     static void setOfferedInterface(Interface offered);

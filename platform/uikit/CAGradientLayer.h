@@ -4,8 +4,8 @@
 
 namespace vistrel {
 
-/// A rectangle shaded from top to bottom, in its view's coordinates. With a zPosition above 0 it lies over the
-/// subviews, else under them.
+/// A rectangle shaded from top to bottom, in its view's coordinates. With a zPosition above 0 it
+/// lies over the subviews, else under them.
 class CAGradientLayer {
 public:
     CGRect frame;

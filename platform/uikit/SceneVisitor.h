@@ -9,8 +9,8 @@ namespace host {
 class ForeignContent;
 }
 
-/// Receives the view tree as finished pieces, back to front. The walk calls it; the window and the image renderer
-/// are its two outputs. Every push is matched by a pop, in order.
+/// Receives the view tree as finished pieces, back to front. The walk calls it; the window and the
+/// image renderer are its two outputs. Every push is matched by a pop, in order.
 class SceneVisitor {
 public:
     virtual ~SceneVisitor() = default;
@@ -19,9 +19,10 @@ public:
     virtual void pushOpacity(double opacity) = 0;
     virtual void pop() = 0;
     virtual void fillColor(const CGRect& rect, const UIColor& color) = 0;
-    virtual void fillGradient(const CGRect& rect, const CGGradient& gradient) = 0; ///< top to bottom
-    /// A view's finished picture, stretched over `rect`. The same bitmap object with the same generation has the same
-    /// pixels, so outputs may keep what they made of it.
+    virtual void fillGradient(const CGRect& rect,
+                              const CGGradient& gradient) = 0; ///< top to bottom
+    /// A view's finished picture, stretched over `rect`. The same bitmap object with the same
+    /// generation has the same pixels, so outputs may keep what they made of it.
     virtual void drawPicture(const CGRect& rect, const std::shared_ptr<const Bitmap>& picture) = 0;
     virtual void drawForeign(const CGRect& rect, host::ForeignContent& content) = 0;
 };

@@ -4,8 +4,8 @@ namespace vistrel {
 class SceneVisitor;
 class UIView;
 
-/// The one walk over the view tree: lays out, paints what is dirty, then hands transform, clip, opacity, background, picture,
-/// foreign content and children to the visitor, back to front.
+/// The one walk over the view tree: lays out, paints what is dirty, then hands transform, clip,
+/// opacity, background, picture, foreign content and children to the visitor, back to front.
 class SceneWalk {
 public:
     /// `root` is drawn in its superview's coordinates.

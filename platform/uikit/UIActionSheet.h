@@ -21,8 +21,10 @@ enum class UIActionSheetStyle { Default = 0, BlackOpaque = 1, BlackTranslucent =
 class UIActionSheet : public std::enable_shared_from_this<UIActionSheet> {
 public:
     /// Empty titles leave that button out. The delegate is not retained.
-    static std::shared_ptr<UIActionSheet> withTitle(std::string title, std::weak_ptr<UIActionSheetDelegate> delegate,
-                                                    std::string cancelButtonTitle, std::string destructiveButtonTitle,
+    static std::shared_ptr<UIActionSheet> withTitle(std::string title,
+                                                    std::weak_ptr<UIActionSheetDelegate> delegate,
+                                                    std::string cancelButtonTitle,
+                                                    std::string destructiveButtonTitle,
                                                     std::vector<std::string> otherButtonTitles);
     ~UIActionSheet();
 

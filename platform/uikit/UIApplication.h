@@ -18,14 +18,19 @@ class UIWindow;
 enum class UIApplicationState { Active, Inactive, Background };
 
 /// Names of the notifications that the application posts.
-inline constexpr const char* UIApplicationDidFinishLaunchingNotification = "UIApplicationDidFinishLaunchingNotification";
-inline constexpr const char* UIApplicationWillTerminateNotification = "UIApplicationWillTerminateNotification";
-inline constexpr const char* UIApplicationDidEnterBackgroundNotification = "UIApplicationDidEnterBackgroundNotification";
-inline constexpr const char* UIApplicationWillEnterForegroundNotification = "UIApplicationWillEnterForegroundNotification";
-inline constexpr const char* UIApplicationDidBecomeActiveNotification = "UIApplicationDidBecomeActiveNotification";
+inline constexpr const char* UIApplicationDidFinishLaunchingNotification =
+    "UIApplicationDidFinishLaunchingNotification";
+inline constexpr const char* UIApplicationWillTerminateNotification =
+    "UIApplicationWillTerminateNotification";
+inline constexpr const char* UIApplicationDidEnterBackgroundNotification =
+    "UIApplicationDidEnterBackgroundNotification";
+inline constexpr const char* UIApplicationWillEnterForegroundNotification =
+    "UIApplicationWillEnterForegroundNotification";
+inline constexpr const char* UIApplicationDidBecomeActiveNotification =
+    "UIApplicationDidBecomeActiveNotification";
 
-/// The running application: its window, status bar, and what it asks of the system. The host's window drives it through
-/// the last section.
+/// The running application: its window, status bar, and what it asks of the system. The host's
+/// window drives it through the last section.
 class UIApplication {
 public:
     static UIApplication& sharedApplication();

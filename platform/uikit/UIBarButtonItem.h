@@ -24,15 +24,17 @@ enum class UIBarButtonSystemItem {
     Pause = 18
 };
 
-/// A button of a navigation bar or toolbar: a title, a picture, a system item or a view of one's own.
+/// A button of a navigation bar or toolbar: a title, a picture, a system item or a view of one's
+/// own.
 class UIBarButtonItem {
 public:
     static std::shared_ptr<UIBarButtonItem> withTitle(std::string title, UIBarButtonItemStyle style,
                                                       std::function<void()> action);
-    static std::shared_ptr<UIBarButtonItem> withImage(std::shared_ptr<const UIImage> image, UIBarButtonItemStyle style,
+    static std::shared_ptr<UIBarButtonItem> withImage(std::shared_ptr<const UIImage> image,
+                                                      UIBarButtonItemStyle style,
                                                       std::function<void()> action);
-    static std::shared_ptr<UIBarButtonItem> withBarButtonSystemItem(UIBarButtonSystemItem systemItem,
-                                                                    std::function<void()> action);
+    static std::shared_ptr<UIBarButtonItem>
+    withBarButtonSystemItem(UIBarButtonSystemItem systemItem, std::function<void()> action);
     static std::shared_ptr<UIBarButtonItem> withCustomView(std::shared_ptr<UIView> view);
 
     enum class Kind { Title, Image, SystemItem, CustomView };
@@ -44,7 +46,9 @@ public:
     const std::shared_ptr<const UIImage>& image() const { return image_; }
     UIBarButtonSystemItem systemItem() const { return systemItem_; }
     const std::shared_ptr<UIView>& customView() const { return customView_; }
-    bool isFlexibleSpace() const { return kind_ == Kind::SystemItem && systemItem_ == UIBarButtonSystemItem::FlexibleSpace; }
+    bool isFlexibleSpace() const {
+        return kind_ == Kind::SystemItem && systemItem_ == UIBarButtonSystemItem::FlexibleSpace;
+    }
 
     int tag() const { return tag_; }
     void setTag(int tag) { tag_ = tag; }

@@ -7,7 +7,8 @@
 
 namespace vistrel {
 
-/// Hands touches and keys to views: hit test, one owner for a touch, capture by scrolling ancestors, cancellation, focus.
+/// Hands touches and keys to views: hit test, one owner for a touch, capture by scrolling
+/// ancestors, cancellation, focus.
 class UIEventDispatcher {
 public:
     /// `root` is the screen's root view; it outlives the dispatcher.
@@ -15,9 +16,11 @@ public:
 
     /// One step of a touch, in screen points. A second touch while one is down is ignored.
     void sendTouch(UITouchPhase phase, CGPoint location, double timestamp);
-    /// Wheel or touchpad movement in points; goes to the innermost scroll view under the point that can scroll so.
+    /// Wheel or touchpad movement in points; goes to the innermost scroll view under the point that
+    /// can scroll so.
     void sendScroll(CGPoint location, double dx, double dy, double timestamp);
-    /// First to the focused view and its superviews, then to the screens on top. True when one used it.
+    /// First to the focused view and its superviews, then to the screens on top. True when one used
+    /// it.
     bool sendKey(const UIKey& key);
 
     /// The view that gets keys; null for none.
@@ -25,7 +28,8 @@ public:
     void setFirstResponder(const std::shared_ptr<UIView>& view);
     /// The view that has the touch now; null when no finger is down.
     std::shared_ptr<UIView> touchOwner() const { return touchOwner_.lock(); }
-    /// The owner hears touchesCancelled and the rest of the touch goes nowhere; for alerts that come up under a finger.
+    /// The owner hears touchesCancelled and the rest of the touch goes nowhere; for alerts that
+    /// come up under a finger.
     void cancelTouch();
 
 private:

@@ -4,7 +4,8 @@
 namespace vistrel {
 class UIImage;
 
-/// Shows a picture, stretched over its bounds. Draws nothing of its own: composition uses the picture's pixels.
+/// Shows a picture, stretched over its bounds. Draws nothing of its own: composition uses the
+/// picture's pixels.
 class UIImageView : public UIView {
 public:
     explicit UIImageView(CGRect frame = {});

@@ -7,8 +7,8 @@
 
 namespace vistrel {
 
-/// The bar at the top: title, back button with the previous title, left and right items. Used by the navigation
-/// controller, or alone with pushNavigationItem.
+/// The bar at the top: title, back button with the previous title, left and right items. Used by
+/// the navigation controller, or alone with pushNavigationItem.
 class UINavigationBar : public UIView {
 public:
     explicit UINavigationBar(CGRect frame = CGRectMake(0, 0, 320, 44));
@@ -19,7 +19,8 @@ public:
     UIBarStyle barStyle() const { return barStyle_; }
     void setBarStyle(UIBarStyle style);
 
-    /// The items are not owned by the bar when they belong to controllers; a shared_ptr without ownership is fine.
+    /// The items are not owned by the bar when they belong to controllers; a shared_ptr without
+    /// ownership is fine.
     void pushNavigationItem(std::shared_ptr<UINavigationItem> item, bool animated);
     std::shared_ptr<UINavigationItem> popNavigationItemAnimated(bool animated);
     void setItems(std::vector<std::shared_ptr<UINavigationItem>> items, bool animated);

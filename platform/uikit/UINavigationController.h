@@ -6,11 +6,13 @@
 namespace vistrel {
 class UINavigationBar;
 
-/// A stack of screens under one navigation bar. Pushes and pops slide; the calls viewWillAppear:, viewDidAppear:,
-/// viewWillDisappear: and viewDidDisappear: come in the phone's order. A push or pop that comes while another slides ends that one first.
+/// A stack of screens under one navigation bar. Pushes and pops slide; the calls viewWillAppear:,
+/// viewDidAppear:, viewWillDisappear: and viewDidDisappear: come in the phone's order. A push or
+/// pop that comes while another slides ends that one first.
 class UINavigationController : public UIViewController {
 public:
-    static std::shared_ptr<UINavigationController> withRootViewController(std::shared_ptr<UIViewController> root);
+    static std::shared_ptr<UINavigationController>
+    withRootViewController(std::shared_ptr<UIViewController> root);
     ~UINavigationController() override;
 
     void pushViewController(std::shared_ptr<UIViewController> controller, bool animated);

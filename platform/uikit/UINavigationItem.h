@@ -23,7 +23,9 @@ public:
     void setTitleView(std::shared_ptr<UIView> view);
 
     /// Told of each change; set by the bar that shows the item.
-    void setChangeHandler(std::function<void(bool animated)> handler) { changed_ = std::move(handler); }
+    void setChangeHandler(std::function<void(bool animated)> handler) {
+        changed_ = std::move(handler);
+    }
 
 private:
     std::string title_;

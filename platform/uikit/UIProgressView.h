@@ -8,7 +8,8 @@ enum class UIProgressViewStyle { Default, Bar };
 /// How much of a task is done, 0 to 1.
 class UIProgressView : public UIView {
 public:
-    explicit UIProgressView(CGRect frame = {}, UIProgressViewStyle style = UIProgressViewStyle::Default);
+    explicit UIProgressView(CGRect frame = {},
+                            UIProgressViewStyle style = UIProgressViewStyle::Default);
 
     /// The clamped value.
     float progress() const { return progress_; }

@@ -14,7 +14,8 @@ public:
     virtual void scrollViewDidScroll(UIScrollView&) {}
 };
 
-/// Shows a part of larger content: drag, momentum, bounce, indicator. The scroll position is the bounds' origin.
+/// Shows a part of larger content: drag, momentum, bounce, indicator. The scroll position is the
+/// bounds' origin.
 class UIScrollView : public UIView {
 public:
     explicit UIScrollView(CGRect frame = {});

@@ -18,8 +18,8 @@ enum class UITableViewCellSeparatorStyle { None = 0, SingleLine = 1 };
 /// Numbers are the phone's.
 enum class UITableViewRowAnimation { Fade = 0, Right = 1, Left = 2, Top = 3, Bottom = 4, None = 5 };
 
-/// A scrolling list of rows in sections. Keeps cells only for rows on screen and reuses them by identifier. Main thread only.
-/// Does not retain its delegate or data source.
+/// A scrolling list of rows in sections. Keeps cells only for rows on screen and reuses them by
+/// identifier. Main thread only. Does not retain its delegate or data source.
 class UITableView : public UIScrollView {
 public:
     explicit UITableView(CGRect frame = {}, UITableViewStyle style = UITableViewStyle::Plain);
@@ -30,10 +30,11 @@ public:
     UITableViewDataSource* dataSource() const;
     UITableViewDelegate* delegate() const;
 
-    double rowHeight() const;                 ///< default 44
+    double rowHeight() const; ///< default 44
     void setRowHeight(double height);
-    double sectionHeaderHeight() const;       ///< default 23; one height for all headers
-    /// Applies to headers laid out from now on, also when set while a header view is being handed out.
+    double sectionHeaderHeight() const; ///< default 23; one height for all headers
+    /// Applies to headers laid out from now on, also when set while a header view is being handed
+    /// out.
     void setSectionHeaderHeight(double height);
     void setSeparatorStyle(UITableViewCellSeparatorStyle style);
     void setSeparatorColor(const UIColor& color);
@@ -46,7 +47,8 @@ public:
     void reloadData();
     int numberOfSections() const;
     int numberOfRowsInSection(int section) const;
-    std::shared_ptr<UITableViewCell> dequeueReusableCellWithIdentifier(const std::string& identifier);
+    std::shared_ptr<UITableViewCell>
+    dequeueReusableCellWithIdentifier(const std::string& identifier);
     /// Null when the row is not on screen.
     std::shared_ptr<UITableViewCell> cellForRowAtIndexPath(const NSIndexPath& indexPath) const;
     std::optional<NSIndexPath> indexPathForCell(const UITableViewCell& cell) const;
@@ -69,8 +71,10 @@ public:
 
     void beginUpdates();
     void endUpdates();
-    /// The data source must agree with the result at endUpdates (or on return, outside a pair); when it does not, the table reloads.
-    void deleteRowsAtIndexPaths(const std::vector<NSIndexPath>& indexPaths, UITableViewRowAnimation animation);
+    /// The data source must agree with the result at endUpdates (or on return, outside a pair);
+    /// when it does not, the table reloads.
+    void deleteRowsAtIndexPaths(const std::vector<NSIndexPath>& indexPaths,
+                                UITableViewRowAnimation animation);
 
     void layoutSubviews() override;
     void setFrame(const CGRect& frame) override;

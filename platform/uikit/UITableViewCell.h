@@ -10,13 +10,20 @@ class UILabel;
 class UITableView;
 
 enum class UITableViewCellStyle { Default = 0, Value1 = 1, Value2 = 2, Subtitle = 3 };
-enum class UITableViewCellAccessoryType { None = 0, DisclosureIndicator = 1, DetailDisclosureButton = 2, Checkmark = 3 };
+enum class UITableViewCellAccessoryType {
+    None = 0,
+    DisclosureIndicator = 1,
+    DetailDisclosureButton = 2,
+    Checkmark = 3
+};
 enum class UITableViewCellSelectionStyle { None = 0, Blue = 1, Gray = 2 };
 
-/// One row of a table. Label and picture are made when first asked for; a cell that draws itself has neither.
+/// One row of a table. Label and picture are made when first asked for; a cell that draws itself
+/// has neither.
 class UITableViewCell : public UIView {
 public:
-    explicit UITableViewCell(UITableViewCellStyle style = UITableViewCellStyle::Default, std::string reuseIdentifier = {});
+    explicit UITableViewCell(UITableViewCellStyle style = UITableViewCellStyle::Default,
+                             std::string reuseIdentifier = {});
     ~UITableViewCell() override;
 
     const std::string& reuseIdentifier() const { return reuseIdentifier_; }
@@ -40,7 +47,8 @@ public:
     /// Before the cell is used for another row.
     virtual void prepareForReuse();
 
-    /// Lays out label, picture, accessory and editing controls; the editing controls lie above everything that subclasses add.
+    /// Lays out label, picture, accessory and editing controls; the editing controls lie above
+    /// everything that subclasses add.
     void layoutSubviews() override;
     UIAccessibilityElement accessibilityElement() const override;
 

@@ -14,11 +14,20 @@ class UITableViewDelegate {
 public:
     virtual ~UITableViewDelegate() = default;
     /// Nothing: the table's rowHeight.
-    virtual std::optional<double> tableViewHeightForRowAtIndexPath(UITableView&, const NSIndexPath&) { return std::nullopt; }
-    /// Null: the data source's title, if any. Asked again whenever the section's header comes on screen.
-    virtual std::shared_ptr<UIView> tableViewViewForHeaderInSection(UITableView&, int /*section*/) { return nullptr; }
+    virtual std::optional<double> tableViewHeightForRowAtIndexPath(UITableView&,
+                                                                   const NSIndexPath&) {
+        return std::nullopt;
+    }
+    /// Null: the data source's title, if any. Asked again whenever the section's header comes on
+    /// screen.
+    virtual std::shared_ptr<UIView> tableViewViewForHeaderInSection(UITableView&, int /*section*/) {
+        return nullptr;
+    }
     virtual void tableViewDidSelectRowAtIndexPath(UITableView&, const NSIndexPath&) {}
-    virtual std::string tableViewTitleForDeleteConfirmationButton(UITableView&, const NSIndexPath&) { return {}; }
+    virtual std::string tableViewTitleForDeleteConfirmationButton(UITableView&,
+                                                                  const NSIndexPath&) {
+        return {};
+    }
 };
 
 }

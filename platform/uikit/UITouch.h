@@ -12,8 +12,8 @@ enum class UITouchPhase { Began, Moved, Ended, Cancelled };
 class UITouch {
 public:
     UITouchPhase phase = UITouchPhase::Began;
-    double timestamp = 0;       ///< monotonic seconds
-    CGPoint windowLocation;     ///< on the screen, points
+    double timestamp = 0;   ///< monotonic seconds
+    CGPoint windowLocation; ///< on the screen, points
     CGPoint previousWindowLocation;
     CGPoint startWindowLocation;
     int tapCount = 1;

@@ -24,16 +24,17 @@ class ForeignContent;
 
 /// How a view is placed and shown; what an animation moves between two of.
 struct ViewState {
-    CGPoint center;       ///< in the superview
-    CGRect bounds;        ///< own coordinates; the origin scrolls the content
+    CGPoint center; ///< in the superview
+    CGRect bounds;  ///< own coordinates; the origin scrolls the content
     CGAffineTransform transform;
     double alpha = 1;
     UIColor backgroundColor = UIColor::clearColor();
 };
 
-/// A rectangle of the screen: placed in its superview, drawn, hit by touches, animated. Main thread only.
-/// Views are held by shared_ptr; a superview owns its subviews. Drawing happens once, in drawRect, into a
-/// picture that is kept until setNeedsDisplay; moving, fading and scrolling reuse it.
+/// A rectangle of the screen: placed in its superview, drawn, hit by touches, animated. Main thread
+/// only. Views are held by shared_ptr; a superview owns its subviews. Drawing happens once, in
+/// drawRect, into a picture that is kept until setNeedsDisplay; moving, fading and scrolling reuse
+/// it.
 class UIView : public std::enable_shared_from_this<UIView> {
 public:
     explicit UIView(CGRect frame = {});
@@ -41,7 +42,8 @@ public:
     UIView(const UIView&) = delete;
     UIView& operator=(const UIView&) = delete;
 
-    // Geometry. Inside an animation block the change is animated; getters give the final value at once.
+    // Geometry. Inside an animation block the change is animated; getters give the final value at
+    // once.
     /// The bounding rectangle in the superview's coordinates.
     CGRect frame() const;
     virtual void setFrame(const CGRect& frame);
@@ -100,13 +102,16 @@ public:
     virtual CGSize sizeThatFits(CGSize size) const;
     void sizeToFit();
     virtual void setNeedsDisplay();
-    /// Paints into the current context; `rect` is the bounds. Only views that answer true from drawsContent are asked.
+    /// Paints into the current context; `rect` is the bounds. Only views that answer true from
+    /// drawsContent are asked.
     virtual void drawRect(const CGRect& rect);
     virtual bool drawsContent() const { return false; }
     /// Foreign content that fills the bounds, drawn between background and subviews; null for none.
     virtual host::ForeignContent* foreignContent() { return nullptr; }
     /// Layers under the subviews, in order.
-    const std::vector<std::shared_ptr<CAGradientLayer>>& gradientLayers() const { return gradientLayers_; }
+    const std::vector<std::shared_ptr<CAGradientLayer>>& gradientLayers() const {
+        return gradientLayers_;
+    }
     void insertGradientLayerAtIndex(std::shared_ptr<CAGradientLayer> layer, std::size_t index);
     void removeGradientLayer(const CAGradientLayer& layer);
 
@@ -118,12 +123,12 @@ public:
     virtual void touchesMoved(const UITouch& touch);
     virtual void touchesEnded(const UITouch& touch);
     virtual void touchesCancelled(const UITouch& touch);
-    /// Asked of every ancestor of the hit view, innermost first, while a touch moves (and of the hit view itself). The first
-    /// that answers true takes the touch over: the old owner gets touchesCancelled, this view touchesBegan with the
-    /// touch as it is now, and all that follows.
+    /// Asked of every ancestor of the hit view, innermost first, while a touch moves (and of the
+    /// hit view itself). The first that answers true takes the touch over: the old owner gets
+    /// touchesCancelled, this view touchesBegan with the touch as it is now, and all that follows.
     virtual bool shouldCaptureTouch(const UITouch& touch);
-    /// Told of every ancestor of the hit view when a touch begins inside. True swallows the touch: nothing below hears of it
-    /// and this view owns it (a list that was still rolling).
+    /// Told of every ancestor of the hit view when a touch begins inside. True swallows the touch:
+    /// nothing below hears of it and this view owns it (a list that was still rolling).
     virtual bool touchWillBeginInside(const UITouch& touch);
     /// Whether the key was used.
     virtual bool keyPressed(const UIKey& key);

@@ -5,21 +5,28 @@ namespace vistrel {
 class UIView;
 
 enum class UIViewAnimationCurve { EaseInOut = 0, EaseIn = 1, EaseOut = 2, Linear = 3 };
-enum class UIViewAnimationTransition { None = 0, FlipFromLeft = 1, FlipFromRight = 2, CurlUp = 3, CurlDown = 4 };
+enum class UIViewAnimationTransition {
+    None = 0,
+    FlipFromLeft = 1,
+    FlipFromRight = 2,
+    CurlUp = 3,
+    CurlDown = 4
+};
 
-/// Animation blocks: changes of frame, bounds, centre, transform, alpha and background colour made between begin and
-/// commit are shown over the block's duration. Blocks nest. Values read at once are the final ones. With no window a block
-/// runs all the same, by the run loop's clock.
+/// Animation blocks: changes of frame, bounds, centre, transform, alpha and background colour made
+/// between begin and commit are shown over the block's duration. Blocks nest. Values read at once
+/// are the final ones. With no window a block runs all the same, by the run loop's clock.
 namespace UIViewAnimation {
 
 void beginAnimations();
 void setAnimationDuration(double seconds); ///< default 0.2
 void setAnimationDelay(double seconds);
 void setAnimationCurve(UIViewAnimationCurve curve); ///< default EaseInOut
-/// The view's old and new content change places by a flip; None: nothing special. With caching the old content is a
-/// picture taken now.
+/// The view's old and new content change places by a flip; None: nothing special. With caching the
+/// old content is a picture taken now.
 void setAnimationTransitionForView(UIViewAnimationTransition transition, UIView& view, bool cache);
-/// Runs once on the main loop when the block's animations have ended; `finished` false when they were cut short.
+/// Runs once on the main loop when the block's animations have ended; `finished` false when they
+/// were cut short.
 void setAnimationDidStop(std::function<void(bool finished)> didStop);
 void commitAnimations();
 

@@ -10,8 +10,8 @@ class UIBarButtonItem;
 class UINavigationController;
 class UINavigationItem;
 
-/// One screen: its view, made when first asked for, and its place among the other screens. Held by shared_ptr;
-/// owned by the navigation stack or by the screen that presents it.
+/// One screen: its view, made when first asked for, and its place among the other screens. Held by
+/// shared_ptr; owned by the navigation stack or by the screen that presents it.
 class UIViewController : public std::enable_shared_from_this<UIViewController> {
 public:
     UIViewController();
@@ -50,9 +50,11 @@ public:
     bool hidesBottomBarWhenPushed() const { return hidesBottomBarWhenPushed_; }
     void setHidesBottomBarWhenPushed(bool hides) { hidesBottomBarWhenPushed_ = hides; }
 
-    /// Covers the whole window with `controller`, sliding up when animated. One at a time on a screen.
+    /// Covers the whole window with `controller`, sliding up when animated. One at a time on a
+    /// screen.
     void presentModalViewController(std::shared_ptr<UIViewController> controller, bool animated);
-    /// Takes the modal screen of this one away; asked of a modal screen itself, its presenter does it.
+    /// Takes the modal screen of this one away; asked of a modal screen itself, its presenter does
+    /// it.
     void dismissModalViewControllerAnimated(bool animated);
     const std::shared_ptr<UIViewController>& modalViewController() const { return modal_; }
     /// Who presents this screen, or the navigation controller that holds it; null for none.
