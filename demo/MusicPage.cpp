@@ -1,0 +1,25 @@
+#include "demo/MediaStore.h"
+#include "demo/Page.h"
+#include "demo/Pages.h"
+
+namespace vistrel::demo {
+
+Answer musicPage(Site& /*site*/, const Request& /*request*/) {
+    Page page("Music");
+    page.paragraph("Tap a song to stream it or to keep it.").section("Songs");
+    for (const MediaFile& file : mediaFiles()) {
+        if (file.type == "audio/mpeg")
+            page.link("/media/" + std::string(file.name), file.title, file.note);
+    }
+    page.section("Albums");
+    for (int side = 1; side <= 3; ++side) {
+        const std::string number = std::to_string(side);
+        page.linkInNewWindow("/files/evening-programme-" + number + ".mp3",
+                             "Evening Programme, Part " + number);
+    }
+    page.section("More music")
+        .link("/partner/5/", "Wax Cylinder Club")
+        .link("/partner/6/", "Harbour Street Records");
+    return page.answer();
+}
+}

@@ -1,0 +1,23 @@
+#pragma once
+#include "demo/MediaStore.h"
+#include "demo/Sessions.h"
+
+#include <map>
+#include <string>
+#include <utility>
+
+namespace vistrel::demo {
+
+/// What the site remembers between requests.
+struct Site {
+    explicit Site(const std::string& mediaFolder)
+        : media(mediaFolder) {}
+
+    MediaStore media;
+    Sessions members;  ///< sessions of /vip/
+    Sessions rotating; ///< sessions of /rotate/, good for one visit
+
+    /// How often each method and address (without its query) was asked for.
+    std::map<std::pair<std::string, std::string>, unsigned> hits;
+};
+}
