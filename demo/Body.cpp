@@ -5,7 +5,7 @@
 
 namespace vistrel::demo {
 namespace {
-constexpr uint64_t blockSize = 1024 * 1024;
+constexpr uint64_t blockSize = 1024ULL * 1024;
 constexpr uint64_t shifts = 4099;
 
 // Every block of a pattern is a window into these bytes; each starts at another place, so that a

@@ -21,7 +21,7 @@ Answer hitCounter(Site& site, const Request& request) {
 Answer echo(Site& /*site*/, const Request& request) {
     std::string lines = request.method + " " + request.rawPath + "\n";
     for (const auto& [name, value] : request.headers)
-        lines += name + ": " + value + "\n";
+        lines.append(name).append(": ").append(value).append("\n");
     return textAnswer(lines);
 }
 }

@@ -175,7 +175,7 @@ std::string wireHead(const Answer& answer, const Misbehaviour& misbehaviour) {
                        std::string(reasonPhrase(answer.status)) + "\r\n";
     head += "Content-Type: " + answer.type + "\r\n";
     for (const auto& [name, value] : answer.headers)
-        head += name + ": " + value + "\r\n";
+        head.append(name).append(": ").append(value).append("\r\n");
     if (!misbehaviour.noLength) {
         const auto size = static_cast<int64_t>(answer.body.size());
         const int64_t announced = std::max<int64_t>(0, size + misbehaviour.wrongLength.value_or(0));
