@@ -9,8 +9,10 @@ namespace vistrel {
 /// stand, percent escapes included, unless a member says otherwise.
 class NSURL {
 public:
-    /// Nothing when the text is not an address: blanks, control characters, characters outside
-    /// RFC 3986 (other than "#" and "[" "]" in their places), malformed escapes.
+    /// Nothing when the text is not an address: empty, blanks, control characters, characters
+    /// outside ASCII, quotes, angle brackets, malformed escapes, an http address without a host.
+    /// What page engines leave unescaped beyond RFC 3986 (| ^ { } ` \ and brackets outside the
+    /// host) is taken.
     static std::optional<NSURL> URLWithString(std::string_view text);
     /// The "file" address of an absolute path; what a path may hold and an address may not is
     /// escaped.

@@ -3,7 +3,10 @@
 #include "platform/foundation/NSURLRequest.h"
 #include "platform/host/Network.h"
 
+#include <cstdint>
 #include <memory>
+#include <span>
+#include <string>
 
 namespace vistrel {
 
@@ -30,18 +33,26 @@ public:
 private:
     NSURLConnection(NSURLRequest request, std::shared_ptr<NSURLConnectionDelegate> delegate);
 
+    bool isRunning() const { return keepAlive_ != nullptr; }
+    void begin();
+    void send(NSURLRequest request);
+    void stopAtRedirect(const NSURLResponse& response);
+    void fail(int code, std::string description);
+    void end();
+
     bool transferWillRedirect(const host::TransferResponse& redirect,
                               const std::string& url) override;
     void transferDidReceiveResponse(const host::TransferResponse& response) override;
     void transferDidReceiveData(std::span<const std::byte> bytes) override;
     void transferDidFinish() override;
     void transferDidFail(const host::TransferError& error) override;
-    void end();
 
     NSURLRequest request_;
+    NSURLRequest current_; ///< the last one sent, after redirects
     std::shared_ptr<NSURLConnectionDelegate> delegate_;
     std::unique_ptr<host::Transfer> transfer_;
-    std::shared_ptr<NSURLConnection> keepAlive_;
+    std::shared_ptr<NSURLConnection> keepAlive_; ///< set while running
+    std::uint64_t pending_ = 0;                  ///< the turn at which it begins
 };
 
 }

@@ -26,6 +26,10 @@ public:
     /// Saves now; whether everything is stored.
     bool synchronize();
 
+    ~NSUserDefaults();
+    NSUserDefaults(const NSUserDefaults&) = delete;
+    NSUserDefaults& operator=(const NSUserDefaults&) = delete;
+
 private:
     NSUserDefaults();
     void scheduleSave();

@@ -6,8 +6,8 @@ namespace vistrel {
 
 /// The name under which an answer should be saved: the file name of its Content-Disposition header
 /// (RFC 6266; extended form of RFC 8187 first, then the quoted or token form), else the last
-/// segment of the address, percent-decoded; with an extension that fits the media type added when
-/// the name has none that does. Always cleaned by plainFilename.
+/// segment of the address, percent-decoded, else its host; with an extension that fits the media
+/// type added when the name has none that does. Always cleaned by plainFilename.
 std::string suggestedFilename(std::string_view contentDisposition, std::string_view url,
                               std::string_view mimeType);
 

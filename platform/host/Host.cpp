@@ -13,6 +13,10 @@ Host& current() {
     return *installed;
 }
 
+bool isInstalled() {
+    return installed != nullptr;
+}
+
 void install(Host* host) {
     installed = host;
 }

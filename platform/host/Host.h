@@ -40,6 +40,7 @@ struct Host {
 /// The host that this process runs on. Installed once before anything else is used; tests install
 /// theirs.
 Host& current();
+bool isInstalled();
 /// Null takes the installed host away.
 void install(Host* host);
 

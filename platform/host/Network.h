@@ -63,7 +63,8 @@ public:
     virtual void transferDidFail(const TransferError& error) = 0;
 };
 
-/// A running transfer. Destroying it cancels; the client then hears nothing more.
+/// A running transfer. Destroying it cancels, also from inside a call to the client, which then
+/// hears nothing more.
 class Transfer {
 public:
     virtual ~Transfer() = default;

@@ -1,6 +1,8 @@
 #pragma once
 #include "platform/host/Result.h"
 
+#include <string>
+
 namespace vistrel {
 class Value;
 }
@@ -15,6 +17,8 @@ public:
     virtual Result<Value> load() = 0;
     /// After a crash at any moment the store holds the old or the new dictionary.
     virtual Status save(const Value& dictionary) = 0;
+    /// Reads the property list in a file of the machine.
+    virtual Result<Value> readPropertyList(const std::string& machinePath) = 0;
 };
 
 }

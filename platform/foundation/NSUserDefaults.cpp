@@ -1,0 +1,98 @@
+#include "platform/foundation/NSUserDefaults.h"
+
+#include "platform/foundation/NSLog.h"
+#include "platform/foundation/NSRunLoop.h"
+#include "platform/host/Host.h"
+#include "platform/host/Preferences.h"
+
+#include <memory>
+#include <utility>
+
+namespace vistrel {
+
+namespace {
+std::unique_ptr<NSUserDefaults>& shared() {
+    static std::unique_ptr<NSUserDefaults> defaults;
+    return defaults;
+}
+}
+
+NSUserDefaults& NSUserDefaults::standardUserDefaults() {
+    if (!shared())
+        shared().reset(new NSUserDefaults());
+    return *shared();
+}
+
+void NSUserDefaults::resetStandardUserDefaults() {
+    shared().reset();
+}
+
+NSUserDefaults::NSUserDefaults()
+    : values_(Value::Dictionary()) {
+    auto stored = host::current().preferences->load();
+    if (!stored)
+        NSLog("User defaults cannot be read: " + stored.failure().message);
+    else if (stored.value().isDictionary())
+        values_ = std::move(stored.value());
+}
+
+NSUserDefaults::~NSUserDefaults() {
+    NSRunLoop::cancelPerform(pendingSave_);
+}
+
+Value NSUserDefaults::objectForKey(std::string_view key) const {
+    const Value* value = values_.find(key);
+    return value ? *value : Value();
+}
+
+void NSUserDefaults::setObjectForKey(Value value, const std::string& key) {
+    if (value.isNull()) {
+        removeObjectForKey(key);
+        return;
+    }
+    const Value* current = values_.find(key);
+    if (current && *current == value)
+        return;
+    values_.dictionary().set(key, std::move(value));
+    scheduleSave();
+}
+
+float NSUserDefaults::floatForKey(std::string_view key) const {
+    const Value* value = values_.find(key);
+    return value ? static_cast<float>(value->doubleValue()) : 0.0F;
+}
+
+void NSUserDefaults::setFloatForKey(float value, const std::string& key) {
+    setObjectForKey(Value(static_cast<double>(value)), key);
+}
+
+void NSUserDefaults::removeObjectForKey(std::string_view key) {
+    if (values_.dictionary().erase(key))
+        scheduleSave();
+}
+
+void NSUserDefaults::scheduleSave() {
+    dirty_ = true;
+    if (pendingSave_ == 0) {
+        pendingSave_ = NSRunLoop::performAfterDelay(0, [this] {
+            pendingSave_ = 0;
+            (void)synchronize();
+        });
+    }
+}
+
+bool NSUserDefaults::synchronize() {
+    NSRunLoop::cancelPerform(std::exchange(pendingSave_, 0));
+    if (!dirty_)
+        return true;
+    const auto status = host::current().preferences->save(values_);
+    if (!status) {
+        // The change stays in memory and goes out with the next save.
+        NSLog("User defaults cannot be saved: " + status.failure().message);
+        return false;
+    }
+    dirty_ = false;
+    return true;
+}
+
+}

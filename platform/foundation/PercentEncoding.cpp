@@ -1,0 +1,72 @@
+#include "platform/foundation/PercentEncoding.h"
+
+namespace vistrel {
+
+namespace {
+int hexDigit(char character) {
+    if (character >= '0' && character <= '9')
+        return character - '0';
+    if (character >= 'a' && character <= 'f')
+        return character - 'a' + 10;
+    if (character >= 'A' && character <= 'F')
+        return character - 'A' + 10;
+    return -1;
+}
+
+bool mayStandInPath(char character) {
+    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
+           (character >= '0' && character <= '9') ||
+           std::string_view("-._~/!$&'()*+,=:@").find(character) != std::string_view::npos;
+}
+}
+
+std::optional<std::string> strictlyPercentDecoded(std::string_view text) {
+    std::string bytes;
+    bytes.reserve(text.size());
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] != '%') {
+            bytes += text[at];
+            continue;
+        }
+        if (at + 2 >= text.size())
+            return std::nullopt;
+        const int high = hexDigit(text[at + 1]);
+        const int low = hexDigit(text[at + 2]);
+        if (high < 0 || low < 0)
+            return std::nullopt;
+        bytes += static_cast<char>(high * 16 + low);
+        at += 2;
+    }
+    return bytes;
+}
+
+std::string percentDecoded(std::string_view text) {
+    std::string bytes;
+    bytes.reserve(text.size());
+    while (!text.empty()) {
+        const bool escape =
+            text.size() >= 3 && text[0] == '%' && hexDigit(text[1]) >= 0 && hexDigit(text[2]) >= 0;
+        bytes += escape ? static_cast<char>(hexDigit(text[1]) * 16 + hexDigit(text[2])) : text[0];
+        text.remove_prefix(escape ? 3 : 1);
+    }
+    return bytes;
+}
+
+std::string percentEncodedPath(std::string_view path) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string encoded;
+    encoded.reserve(path.size());
+    for (const char character : path) {
+        if (mayStandInPath(character)) {
+            encoded += character;
+            continue;
+        }
+        const auto byte = static_cast<unsigned char>(character);
+        encoded += '%';
+        encoded += digits[byte >> 4];
+        encoded += digits[byte & 15];
+    }
+    return encoded;
+}
+
+}

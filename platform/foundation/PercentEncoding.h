@@ -1,0 +1,17 @@
+#pragma once
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vistrel {
+
+/// The bytes that the percent escapes stand for; a "%" that starts no escape stays as it is.
+[[nodiscard]] std::string percentDecoded(std::string_view text);
+
+/// As above, but nothing when a "%" starts no escape.
+[[nodiscard]] std::optional<std::string> strictlyPercentDecoded(std::string_view text);
+
+/// Escapes what may not stand in the path of an address.
+[[nodiscard]] std::string percentEncodedPath(std::string_view path);
+
+}

@@ -1,0 +1,104 @@
+#include "platform/foundation/PlainFilename.h"
+
+#include "platform/foundation/NSArrayPathUtilities.h"
+#include "platform/foundation/UTF8Text.h"
+
+#include <cstddef>
+
+namespace vistrel {
+
+namespace {
+
+constexpr std::size_t kLongestName = 255;
+/// A longer one is no extension but a name with a dot in it.
+constexpr std::size_t kLongestExtension = 32;
+
+bool isControl(char32_t character) {
+    return character < 0x20 || (character >= 0x7F && character < 0xA0);
+}
+
+/// Marks that turn the reading direction: they make "gpj.exe" look like another file.
+bool isDirectionMark(char32_t character) {
+    return character == 0x061C || character == 0x200E || character == 0x200F ||
+           (character >= 0x202A && character <= 0x202E) ||
+           (character >= 0x2066 && character <= 0x2069);
+}
+
+/// Joiners inside words are kept: some scripts need them.
+bool isUnseen(char32_t character) {
+    return character == 0x200B || character == 0x2028 || character == 0x2029 ||
+           character == 0x2060 || character == 0xFEFF || (character & 0xFFFE) == 0xFFFE;
+}
+
+bool isBlank(char32_t character) {
+    return character == ' ' || character == 0xA0 || character == 0x1680 ||
+           (character >= 0x2000 && character <= 0x200A) || character == 0x202F ||
+           character == 0x205F || character == 0x3000;
+}
+
+bool isTrimmed(char32_t character) {
+    return character == '.' || isBlank(character);
+}
+
+std::string withoutForbiddenCharacters(std::string_view text) {
+    std::string kept;
+    kept.reserve(text.size());
+    while (!text.empty()) {
+        const char32_t character = takeUTF8Character(text);
+        if (!isControl(character) && !isDirectionMark(character) && !isUnseen(character))
+            appendUTF8Character(kept, character);
+    }
+    return kept;
+}
+
+std::string_view lastSegment(std::string_view path) {
+    while (!path.empty() && (path.back() == '/' || path.back() == '\\'))
+        path.remove_suffix(1);
+    const auto separator = path.find_last_of("/\\");
+    return separator == std::string_view::npos ? path : path.substr(separator + 1);
+}
+
+/// Without dots and blanks at either end.
+std::string_view trimmed(std::string_view text) {
+    const char* begin = nullptr;
+    const char* end = nullptr;
+    for (std::string_view rest = text; !rest.empty();) {
+        const char* at = rest.data();
+        if (isTrimmed(takeUTF8Character(rest)))
+            continue;
+        if (!begin)
+            begin = at;
+        end = rest.data();
+    }
+    return begin ? std::string_view(begin, static_cast<std::size_t>(end - begin))
+                 : std::string_view();
+}
+
+/// At most so many bytes, cut between characters.
+std::string_view shortened(std::string_view text, std::size_t bytes) {
+    if (text.size() <= bytes)
+        return text;
+    while (bytes > 0 && (static_cast<unsigned char>(text[bytes]) & 0xC0U) == 0x80)
+        --bytes;
+    return text.substr(0, bytes);
+}
+
+std::string fittingName(std::string_view name) {
+    if (name.size() <= kLongestName)
+        return std::string(name);
+    const std::string_view extension = pathExtension(name);
+    if (extension.empty() || extension.size() > kLongestExtension)
+        return std::string(trimmed(shortened(name, kLongestName)));
+    const std::string_view stem = name.substr(0, name.size() - extension.size() - 1);
+    std::string fitting(shortened(stem, kLongestName - extension.size() - 1));
+    return fitting.append(".").append(extension);
+}
+
+}
+
+std::string cleanedFilename(std::string_view name) {
+    const std::string clean = withoutForbiddenCharacters(name);
+    return fittingName(trimmed(lastSegment(clean)));
+}
+
+}
