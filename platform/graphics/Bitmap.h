@@ -1,8 +1,6 @@
 #pragma once
 #include <cstddef>
 #include <cstdint>
-#include <memory>
-#include <vector>
 
 namespace vistrel {
 
@@ -11,20 +9,24 @@ class Bitmap {
 public:
     /// Transparent. Sizes in pixels, at least 1.
     Bitmap(int width, int height);
+    ~Bitmap();
+    Bitmap(const Bitmap&) = delete;
+    Bitmap& operator=(const Bitmap&) = delete;
+
+    /// Makes all pixels transparent.
+    void clear();
+    /// Looks at every pixel and notes whether all are opaque.
+    void findOpacity();
 
     int width() const { return width_; }
     int height() const { return height_; }
     int stride() const { return stride_; } ///< bytes from row to row
-    std::uint32_t* row(int y) {
-        return pixels_.get() + static_cast<std::size_t>(y) * (stride_ / 4);
-    }
+    std::uint32_t* row(int y) { return pixels_ + static_cast<std::size_t>(y) * (stride_ / 4); }
     const std::uint32_t* row(int y) const {
-        return pixels_.get() + static_cast<std::size_t>(y) * (stride_ / 4);
+        return pixels_ + static_cast<std::size_t>(y) * (stride_ / 4);
     }
-    unsigned char* data() { return reinterpret_cast<unsigned char*>(pixels_.get()); }
-    const unsigned char* data() const {
-        return reinterpret_cast<const unsigned char*>(pixels_.get());
-    }
+    unsigned char* data() { return reinterpret_cast<unsigned char*>(pixels_); }
+    const unsigned char* data() const { return reinterpret_cast<const unsigned char*>(pixels_); }
     std::uint32_t pixel(int x, int y) const { return row(y)[x]; }
 
     /// Grows by one whenever the content is painted anew; outputs cache by address and generation.
@@ -40,7 +42,7 @@ private:
     int stride_;
     bool opaque_ = false;
     std::uint64_t generation_ = 0;
-    std::unique_ptr<std::uint32_t[]> pixels_;
+    std::uint32_t* pixels_; ///< from the pool
 };
 
 }

@@ -3,11 +3,12 @@
 #include "platform/graphics/CGGeometry.h"
 #include "platform/graphics/UIColor.h"
 
+#include <functional>
 #include <memory>
-#include <span>
 #include <vector>
 
 struct _cairo;
+struct _cairo_pattern;
 
 namespace vistrel {
 class Bitmap;
@@ -64,25 +65,47 @@ public:
 
     void drawLinearGradient(const CGGradient& gradient, CGPoint start, CGPoint end);
     void drawRadialGradient(const CGGradient& gradient, CGPoint center, double radius);
+    /// What is drawn until the matching end is put down as one, faded to `alpha`.
+    void beginTransparencyLayer(double alpha);
+    void endTransparencyLayer();
+
     /// Stretches the bitmap over `rect`.
     void drawBitmap(const Bitmap& bitmap, const CGRect& rect);
     /// Stretches the part `source` (pixels) of the bitmap over `rect`.
     void drawBitmapPart(const Bitmap& bitmap, const CGRect& source, const CGRect& rect);
 
+    /// Runs `drawing` with the shadow that is set, if any, under what it draws.
+    void drawShaded(const std::function<void()>& drawing);
     /// The drawing surface's handle, for the drawing code of this folder.
     _cairo* native() const { return cairo_; }
     double pixelsPerPoint() const { return pixelsPerPoint_; }
-    const UIColor& fillColor() const { return fillColor_; }
+    const UIColor& fillColor() const { return state_.fillColor; }
+    float alpha() const { return state_.alpha; }
 
 private:
-    struct State;
+    struct Shadow {
+        double dx = 0;
+        double dy = 0;
+        double blur = 0;
+        UIColor color = UIColor::clearColor();
+    };
+    /// What saveGState keeps beside the surface's own state.
+    struct State {
+        UIColor fillColor;
+        UIColor strokeColor;
+        float alpha = 1;
+        Shadow shadow;
+    };
+    void setSource(const UIColor& color);
+    void paintGradient(_cairo_pattern* pattern, const CGGradient& gradient);
+    void paintShadow(_cairo_pattern* shape);
+
     std::shared_ptr<Bitmap> bitmap_;
     double pixelsPerPoint_;
     _cairo* cairo_;
-    UIColor fillColor_;
-    UIColor strokeColor_;
-    float alpha_ = 1;
+    State state_;
     std::vector<State> states_;
+    std::vector<double> layerAlphas_;
 };
 
 /// The context that drawing calls without one use; null outside a display pass.

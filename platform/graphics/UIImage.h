@@ -1,7 +1,9 @@
 #pragma once
 #include "platform/graphics/CGGeometry.h"
 
+#include <cstddef>
 #include <memory>
+#include <span>
 #include <string>
 
 namespace vistrel {
@@ -20,6 +22,8 @@ public:
     /// A picture file by machine path, read each time; variants as for imageNamed. Null when
     /// missing or unreadable.
     static std::shared_ptr<const UIImage> imageWithContentsOfFile(const std::string& path);
+    /// A picture file's bytes, one pixel a point. Null when they are no picture.
+    static std::shared_ptr<const UIImage> imageWithData(std::span<const std::byte> data);
     /// The scale for which resources are picked and views painted; set by the window.
     static void setScreenScale(double scale);
     static double screenScale();

@@ -1,0 +1,150 @@
+#include "platform/graphics/ImageFile.h"
+
+#include "platform/graphics/Bitmap.h"
+
+#include <algorithm>
+#include <array>
+#include <cairo.h>
+#include <cstdint>
+#include <cstring>
+#include <fstream>
+#include <turbojpeg.h>
+#include <vector>
+
+namespace vistrel::ImageFile {
+
+namespace {
+
+/// A picture larger than this on a side, or with more pixels than this, is refused.
+constexpr int kLargestSide = 16384;
+constexpr std::int64_t kMostPixels = std::int64_t{64} * 1024 * 1024;
+
+bool isReasonable(std::int64_t width, std::int64_t height) {
+    return width > 0 && height > 0 && width <= kLargestSide && height <= kLargestSide &&
+           width * height <= kMostPixels;
+}
+
+struct Reader {
+    std::span<const std::byte> rest;
+};
+
+cairo_status_t readSome(void* closure, unsigned char* data, unsigned length) {
+    auto& reader = *static_cast<Reader*>(closure);
+    if (reader.rest.size() < length) {
+        return CAIRO_STATUS_READ_ERROR;
+    }
+    std::memcpy(data, reader.rest.data(), length);
+    reader.rest = reader.rest.subspan(length);
+    return CAIRO_STATUS_SUCCESS;
+}
+
+std::shared_ptr<Bitmap> copySurface(cairo_surface_t* surface) {
+    const int width = cairo_image_surface_get_width(surface);
+    const int height = cairo_image_surface_get_height(surface);
+    auto bitmap = std::make_shared<Bitmap>(width, height);
+    auto* target = cairo_image_surface_create_for_data(bitmap->data(), CAIRO_FORMAT_ARGB32, width,
+                                                       height, bitmap->stride());
+    auto* cairo = cairo_create(target);
+    cairo_set_operator(cairo, CAIRO_OPERATOR_SOURCE);
+    cairo_set_source_surface(cairo, surface, 0, 0);
+    cairo_paint(cairo);
+    cairo_destroy(cairo);
+    cairo_surface_destroy(target);
+    return bitmap;
+}
+
+std::uint32_t bigEndian(std::span<const std::byte> bytes, std::size_t at) {
+    std::uint32_t value = 0;
+    for (std::size_t i = 0; i < 4; ++i) {
+        value = value << 8 | std::to_integer<std::uint32_t>(bytes[at + i]);
+    }
+    return value;
+}
+
+std::shared_ptr<Bitmap> decodePNG(std::span<const std::byte> bytes) {
+    // Width and height stand at a fixed place; looked at before any memory is taken for them.
+    if (bytes.size() < 24 || !isReasonable(bigEndian(bytes, 16), bigEndian(bytes, 20))) {
+        return nullptr;
+    }
+    Reader reader = {bytes};
+    auto* surface = cairo_image_surface_create_from_png_stream(readSome, &reader);
+    std::shared_ptr<Bitmap> bitmap;
+    if (cairo_surface_status(surface) == CAIRO_STATUS_SUCCESS) {
+        bitmap = copySurface(surface);
+    }
+    cairo_surface_destroy(surface);
+    return bitmap;
+}
+
+std::shared_ptr<Bitmap> decodeJPEG(std::span<const std::byte> bytes) {
+    const auto* data = reinterpret_cast<const unsigned char*>(bytes.data());
+    const auto size = static_cast<unsigned long>(bytes.size());
+    std::unique_ptr<void, int (*)(tjhandle)> decoder(tjInitDecompress(), tjDestroy);
+    int width = 0;
+    int height = 0;
+    int sampling = 0;
+    int space = 0;
+    if (!decoder ||
+        tjDecompressHeader3(decoder.get(), data, size, &width, &height, &sampling, &space) != 0 ||
+        !isReasonable(width, height)) {
+        return nullptr;
+    }
+    auto bitmap = std::make_shared<Bitmap>(width, height);
+    if (tjDecompress2(decoder.get(), data, size, bitmap->data(), width, bitmap->stride(), height,
+                      TJPF_BGRA, 0) != 0 &&
+        tjGetErrorCode(decoder.get()) == TJERR_FATAL) {
+        return nullptr;
+    }
+    return bitmap;
+}
+
+bool beginsWith(std::span<const std::byte> bytes, std::span<const unsigned char> signature) {
+    return bytes.size() >= signature.size() &&
+           std::memcmp(bytes.data(), signature.data(), signature.size()) == 0;
+}
+
+}
+
+std::shared_ptr<Bitmap> decode(std::span<const std::byte> bytes) {
+    static constexpr std::array<unsigned char, 8> png = {0x89, 'P',  'N',  'G',
+                                                         '\r', '\n', 0x1A, '\n'};
+    static constexpr std::array<unsigned char, 3> jpeg = {0xFF, 0xD8, 0xFF};
+    std::shared_ptr<Bitmap> bitmap;
+    if (beginsWith(bytes, png)) {
+        bitmap = decodePNG(bytes);
+    } else if (beginsWith(bytes, jpeg)) {
+        bitmap = decodeJPEG(bytes);
+    }
+    if (bitmap) {
+        bitmap->findOpacity();
+        bitmap->contentChanged();
+    }
+    return bitmap;
+}
+
+std::shared_ptr<Bitmap> read(const std::string& path) {
+    std::ifstream file(path, std::ios::binary | std::ios::ate);
+    if (!file) {
+        return nullptr;
+    }
+    const auto size = file.tellg();
+    if (size <= 0) {
+        return nullptr;
+    }
+    std::vector<std::byte> bytes(static_cast<std::size_t>(size));
+    file.seekg(0);
+    file.read(reinterpret_cast<char*>(bytes.data()), size);
+    return file ? decode(bytes) : nullptr;
+}
+
+bool writePNG(const Bitmap& bitmap, const std::string& path) {
+    // The surface is only read.
+    auto* surface = cairo_image_surface_create_for_data(const_cast<unsigned char*>(bitmap.data()),
+                                                        CAIRO_FORMAT_ARGB32, bitmap.width(),
+                                                        bitmap.height(), bitmap.stride());
+    const auto status = cairo_surface_write_to_png(surface, path.c_str());
+    cairo_surface_destroy(surface);
+    return status == CAIRO_STATUS_SUCCESS;
+}
+
+}

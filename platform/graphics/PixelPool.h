@@ -1,0 +1,31 @@
+#pragma once
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <vector>
+
+namespace vistrel {
+
+/// Pixel memory for pictures. What is given back is kept for the next picture of that size, up to a
+/// limit, because touching fresh pages costs more than clearing used ones. Main thread only.
+class PixelPool {
+public:
+    static PixelPool& shared();
+
+    explicit PixelPool(std::size_t limitBytes);
+    ~PixelPool();
+    PixelPool(const PixelPool&) = delete;
+    PixelPool& operator=(const PixelPool&) = delete;
+
+    /// All zero.
+    std::uint32_t* take(std::size_t pixels);
+    void giveBack(std::uint32_t* memory, std::size_t pixels);
+    std::size_t bytesKept() const { return bytesKept_; }
+
+private:
+    std::size_t limitBytes_;
+    std::size_t bytesKept_ = 0;
+    std::map<std::size_t, std::vector<std::uint32_t*>> kept_;
+};
+
+}

@@ -1,0 +1,29 @@
+#pragma once
+#include "platform/graphics/UIFont.h"
+#include "platform/graphics/UIStringDrawing.h"
+
+#include <string>
+
+struct _PangoLayout;
+struct _PangoFontDescription;
+
+namespace vistrel {
+
+/// The text shaping behind fonts and string drawing, in points and independent of the scale at
+/// which it is drawn. Layouts that were used lately are kept, so that the same text costs nothing
+/// the second time.
+namespace TextLayout {
+
+struct Metrics {
+    double ascender = 0;
+    double descender = 0;
+};
+Metrics metricsOfFont(const UIFont& font);
+
+/// A layout of the text broken or cut to `width` (negative: one line of any length). Borrowed:
+/// valid until the next call.
+_PangoLayout* layoutFor(const std::string& text, const UIFont& font, double width,
+                        UILineBreakMode mode);
+
+}
+}
