@@ -1,0 +1,69 @@
+#pragma once
+#include "platform/foundation/NSURL.h"
+#include "platform/foundation/NSURLConnectionDelegate.h"
+#include "platform/foundation/NSURLRequest.h"
+#include "platform/uikit/UIViewController.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace vistrel {
+class NSFileHandle;
+class NSURLConnection;
+class UIButton;
+class UILabel;
+class UIProgressView;
+
+/// Plays or downloads the one file it was made for. A running download keeps the screen alive until
+/// it ends, also after the user has left. One transfer for each screen.
+class FileDownloadViewController : public UIViewController, public NSURLConnectionDelegate {
+public:
+    static std::shared_ptr<FileDownloadViewController> withURL(const NSURL& url);
+    explicit FileDownloadViewController(const NSURL& url);
+    ~FileDownloadViewController() override;
+
+    const NSURLRequest& downloadRequest() const { return downloadRequest_; }
+    const std::string& localFilename() const { return localFilename_; }
+    std::int64_t bytesReceived() const { return bytesReceived_; }
+    std::int64_t expectedBytes() const { return expectedBytes_; }
+    /// 0 to 100, as the bar shows it.
+    float percentComplete() const { return percentComplete_; }
+    const std::shared_ptr<UIButton>& playButton() const { return playButton_; }
+    const std::shared_ptr<UIButton>& downloadButton() const { return downloadButton_; }
+    const std::shared_ptr<UILabel>& progressLabel() const { return progressLabel_; }
+    const std::shared_ptr<UIProgressView>& progressView() const { return progressView_; }
+
+    /// Streams the address in the video player.
+    void play();
+    /// Fetches the file into the downloads folder.
+    void download();
+
+    void viewDidLoad() override;
+
+    void connectionDidReceiveResponse(NSURLConnection& connection,
+                                      const NSURLResponse& response) override;
+    void connectionDidReceiveData(NSURLConnection& connection,
+                                  std::span<const std::byte> data) override;
+    void connectionDidFinishLoading(NSURLConnection& connection) override;
+    void connectionDidFailWithError(NSURLConnection& connection, const NSError& error) override;
+
+private:
+    std::shared_ptr<UIButton> makeButton(double y, const char* image, const char* title);
+    void showProgress();
+    void showFailure(const NSError& error);
+
+    NSURLRequest downloadRequest_;
+    std::shared_ptr<NSURLConnection> downloadConnection_;
+    std::shared_ptr<NSFileHandle> file_;
+    std::string localFilename_;
+    std::shared_ptr<UIButton> playButton_;
+    std::shared_ptr<UIButton> downloadButton_;
+    std::shared_ptr<UILabel> progressLabel_;
+    std::shared_ptr<UIProgressView> progressView_;
+    std::int64_t bytesReceived_ = 0;
+    std::int64_t expectedBytes_ = 0;
+    float percentComplete_ = 0;
+};
+
+}

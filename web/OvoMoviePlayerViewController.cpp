@@ -1,0 +1,113 @@
+#include "web/OvoMoviePlayerViewController.h"
+
+#include "platform/media/MPMoviePlayerController.h"
+#include "platform/uikit/UIAlertView.h"
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIScreen.h"
+
+namespace vistrel {
+
+namespace {
+
+constexpr CGRect kLandscapeBounds = CGRectMake(0, 0, 480, 320);
+constexpr CGPoint kScreenCenter{160, 240};
+constexpr double kQuarterTurn = 1.5707964F;
+
+}
+
+std::shared_ptr<OvoMoviePlayerViewController>
+OvoMoviePlayerViewController::withURL(const NSURL& url) {
+    return std::make_shared<OvoMoviePlayerViewController>(url);
+}
+
+OvoMoviePlayerViewController::OvoMoviePlayerViewController(const NSURL& url)
+    : movieURL_(url) {}
+
+OvoMoviePlayerViewController::~OvoMoviePlayerViewController() {
+    NSNotificationCenter::defaultCenter().removeObserver(this);
+}
+
+void OvoMoviePlayerViewController::loadView() {
+    auto view = std::make_shared<UIView>(UIScreen::mainScreen().applicationFrame());
+    view->setBackgroundColor(UIColor::blackColor());
+    setView(view);
+}
+
+void OvoMoviePlayerViewController::readyPlayer() {
+    mp_ = MPMoviePlayerController::withContentURL(movieURL_);
+    // Observed before preparing: a player that fails at once must be heard.
+    observe(MPMoviePlayerPlaybackDidFinishNotification,
+            &OvoMoviePlayerViewController::moviePlayBackDidFinish);
+    if (!mp_->offersLoadState()) {
+        observe(MPMoviePlayerContentPreloadDidFinishNotification,
+                &OvoMoviePlayerViewController::moviePreloadDidFinish);
+        mp_->prepareToPlay();
+        return;
+    }
+    mp_->setControlStyle(MPMovieControlStyle::Fullscreen);
+    mp_->setFullscreen(true);
+    UIApplication::sharedApplication().setStatusBarOrientation(
+        UIInterfaceOrientation::LandscapeRight, false);
+    view()->setBounds(kLandscapeBounds);
+    view()->setCenter(kScreenCenter);
+    view()->setTransform(CGAffineTransformMakeRotation(kQuarterTurn));
+    mp_->view()->setFrame(kLandscapeBounds);
+    view()->addSubview(mp_->view());
+    observe(MPMoviePlayerLoadStateDidChangeNotification,
+            &OvoMoviePlayerViewController::moviePlayerLoadStateChanged);
+    mp_->prepareToPlay();
+}
+
+void OvoMoviePlayerViewController::observe(
+    const char* name, void (OvoMoviePlayerViewController::*handler)(const NSNotification&)) {
+    std::weak_ptr<UIViewController> weak = weak_from_this();
+    NSNotificationCenter::defaultCenter().addObserver(
+        this, name, nullptr, [weak, handler](const NSNotification& notification) {
+            if (const auto self =
+                    std::static_pointer_cast<OvoMoviePlayerViewController>(weak.lock()))
+                (self.get()->*handler)(notification);
+        });
+}
+
+void OvoMoviePlayerViewController::moviePlayerLoadStateChanged(const NSNotification&) {
+    if (mp_->loadState() == MPMovieLoadStateUnknown)
+        return;
+    NSNotificationCenter::defaultCenter().removeObserver(
+        this, MPMoviePlayerLoadStateDidChangeNotification);
+    mp_->play();
+}
+
+void OvoMoviePlayerViewController::moviePreloadDidFinish(const NSNotification&) {
+    NSNotificationCenter::defaultCenter().removeObserver(
+        this, MPMoviePlayerContentPreloadDidFinishNotification);
+    mp_->play();
+}
+
+void OvoMoviePlayerViewController::moviePlayBackDidFinish(const NSNotification& notification) {
+    const Value* reason =
+        notification.userInfo.find(MPMoviePlayerPlaybackDidFinishReasonUserInfoKey);
+    if (reason && reason->integerValue() == static_cast<int>(MPMovieFinishReason::PlaybackError)) {
+        UIAlertView::withTitle("Failed to Play",
+                               "Unable to play video. Please try downloading it instead", {}, "OK")
+            ->show();
+    }
+    UIApplication::sharedApplication().setStatusBarHidden(false);
+    UIApplication::sharedApplication().setStatusBarOrientation(UIInterfaceOrientation::Portrait,
+                                                               false);
+    NSNotificationCenter::defaultCenter().removeObserver(
+        this, MPMoviePlayerPlaybackDidFinishNotification);
+    dismissModalViewControllerAnimated(true);
+}
+
+bool OvoMoviePlayerViewController::shouldAutorotateToInterfaceOrientation(
+    UIInterfaceOrientation orientation) {
+    return UIInterfaceOrientationIsLandscape(orientation);
+}
+
+bool OvoMoviePlayerViewController::escapePressed() {
+    if (mp_)
+        mp_->stop();
+    return true;
+}
+
+}
