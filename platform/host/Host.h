@@ -14,6 +14,7 @@ class Preferences;
 class Desktop;
 class Device;
 class Display;
+class Crypto;
 
 /// Everything that the layer needs from the outside world. Services are never null once installed.
 struct Host {
@@ -26,6 +27,7 @@ struct Host {
     Desktop* desktop = nullptr;
     Device* device = nullptr;
     Display* display = nullptr;
+    Crypto* crypto = nullptr;
     /// Writes one line to the device log.
     std::function<void(const std::string& line)> log;
     /// The translation of `key`, or an empty string when there is none.

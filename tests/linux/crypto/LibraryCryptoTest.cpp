@@ -1,0 +1,81 @@
+#include "platform/linux/crypto/LibraryCrypto.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vistrel {
+namespace {
+
+std::vector<std::byte> bytesOfHex(std::string_view hex) {
+    std::vector<std::byte> bytes;
+    for (std::size_t at = 0; at + 1 < hex.size(); at += 2)
+        bytes.push_back(
+            static_cast<std::byte>(std::stoi(std::string(hex.substr(at, 2)), nullptr, 16)));
+    return bytes;
+}
+
+host::Crypto::Block blockOfHex(std::string_view hex) {
+    host::Crypto::Block block{};
+    const auto bytes = bytesOfHex(hex);
+    std::copy_n(bytes.begin(), block.size(), block.begin());
+    return block;
+}
+
+struct DigestCase {
+    std::string_view text;
+    std::string_view digest;
+};
+
+/// The test suite of RFC 1321, A.5.
+TEST(LibraryCrypto, DigestsAsRFC1321Does) {
+    const DigestCase cases[] = {
+        {"", "d41d8cd98f00b204e9800998ecf8427e"},
+        {"a", "0cc175b9c0f1b6a831c399e269772661"},
+        {"abc", "900150983cd24fb0d6963f7d28e17f72"},
+        {"message digest", "f96b697d7cb7938d525a2f31aaf161d0"},
+        {"abcdefghijklmnopqrstuvwxyz", "c3fcd3d76192e4007dfb496cca67e13b"},
+        {"12345678901234567890123456789012345678901234567890123456789012345678901234567890",
+         "57edf4a22be3c955ac49da2e2107b67a"},
+    };
+    for (const auto& [text, digest] : cases) {
+        EXPECT_EQ(LibraryCrypto().md5(std::as_bytes(std::span(text))), blockOfHex(digest)) << text;
+    }
+}
+
+/// FIPS 197, appendix C.1: one block, which a zero vector makes the plain cipher.
+TEST(LibraryCrypto, EncryptsOneBlockAsFIPS197Does) {
+    const auto cipher =
+        LibraryCrypto().aes128CBCEncrypt(blockOfHex("000102030405060708090a0b0c0d0e0f"), {},
+                                         bytesOfHex("00112233445566778899aabbccddeeff"));
+    ASSERT_TRUE(cipher.ok());
+    EXPECT_EQ(cipher.value(), bytesOfHex("69c4e0d86a7b0430d8cdb78070b4c55a"));
+}
+
+/// NIST SP 800-38A, F.2.1.
+TEST(LibraryCrypto, ChainsBlocksAsSP80038ADoes) {
+    const auto cipher = LibraryCrypto().aes128CBCEncrypt(
+        blockOfHex("2b7e151628aed2a6abf7158809cf4f3c"),
+        blockOfHex("000102030405060708090a0b0c0d0e0f"),
+        bytesOfHex("6bc1bee22e409f96e93d7e117393172aae2d8a571e03ac9c9eb76fac45af8e51"
+                   "30c81c46a35ce411e5fbc1191a0a52eff69f2445df4f9b17ad2b417be66c3710"));
+    ASSERT_TRUE(cipher.ok());
+    EXPECT_EQ(cipher.value(),
+              bytesOfHex("7649abac8119b246cee98e9b12e9197d5086cb9b507219ee95db113a917678b2"
+                         "73bed6b8e3c1743b7116e69e222295163ff1caa1681fac09120eca307586e1a7"));
+}
+
+TEST(LibraryCrypto, ATextThatIsNotWholeBlocksFails) {
+    const std::vector<std::byte> text(17);
+    const auto cipher = LibraryCrypto().aes128CBCEncrypt({}, {}, text);
+    ASSERT_FALSE(cipher.ok());
+    EXPECT_THAT(cipher.failure().message, ::testing::HasSubstr("cannot be encrypted"));
+}
+
+}
+}
