@@ -11,6 +11,14 @@ NSError::NSError(std::string domain, int code, std::string localizedDescription,
     , localizedDescription_(std::move(localizedDescription))
     , underlyingError_(std::move(underlyingError)) {}
 
+NSError::~NSError() {
+    std::shared_ptr<const NSError> next = std::move(underlyingError_);
+    while (next && next.use_count() == 1) {
+        // The only holder may take the link out of an error that is about to go.
+        next = std::move(const_cast<NSError&>(*next).underlyingError_);
+    }
+}
+
 std::string NSError::description() const {
     return "Error Domain=" + domain_ + " Code=" + std::to_string(code_) + " \"" +
            localizedDescription_ + "\"";

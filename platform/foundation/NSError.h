@@ -9,6 +9,12 @@ class NSError {
 public:
     NSError(std::string domain, int code, std::string localizedDescription,
             std::shared_ptr<const NSError> underlyingError = nullptr);
+    NSError(const NSError&) = default;
+    NSError(NSError&&) = default;
+    NSError& operator=(const NSError&) = default;
+    NSError& operator=(NSError&&) = default;
+    /// Frees a chain of underlying errors of any length without recursing.
+    ~NSError();
 
     const std::string& domain() const { return domain_; }
     int code() const { return code_; }

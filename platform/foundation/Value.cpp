@@ -1,89 +1,107 @@
 #include "platform/foundation/Value.h"
 
 #include "platform/foundation/DecimalText.h"
+#include "platform/foundation/ValueStorage.h"
 
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <utility>
 
 namespace vistrel {
 namespace {
 template <typename T>
-std::string decimal(T number) {
+ValueSlot decimal(T number) {
     std::array<char, 32> buffer;
     const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
-    return {buffer.data(), result.ptr};
+    return valueStorage::ownedText(
+        ValueKind::Number, {buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data())});
+}
+
+ValueSlot decimalOrNull(double number) {
+    return std::isfinite(number) ? decimal(number) : ValueSlot::empty(ValueKind::Null);
+}
+
+/// A container is seen as the slot that it consists of.
+template <typename Container>
+const Container& as(const ValueSlot& slot) {
+    static_assert(sizeof(Container) == sizeof(ValueSlot));
+    return reinterpret_cast<const Container&>(slot);
+}
+
+template <typename Container>
+Container& scratch() {
+    thread_local Container container;
+    container.clear();
+    return container;
 }
 }
 
-Value::Value() = default;
-Value::Value(BooleanTag, bool boolean)
-    : kind_(Kind::Boolean)
-    , scalar_(boolean ? 1 : 0) {}
-Value::Value(double number) {
-    if (std::isfinite(number)) {
-        kind_ = Kind::Number;
-        text_ = decimal(number);
-    }
-}
+Value::Value(double number)
+    : slot_(decimalOrNull(number)) {}
 Value::Value(const char* string)
     : Value(std::string_view(string ? string : "")) {}
 Value::Value(std::string_view string)
-    : Value(std::string(string)) {}
-Value::Value(std::string string)
-    : kind_(Kind::String)
-    , text_(std::move(string)) {}
+    : slot_(valueStorage::ownedText(Kind::String, string)) {}
 Value::Value(Array array)
-    : kind_(Kind::Array)
-    , array_(std::move(array)) {}
+    : slot_(std::exchange(array.slot_, ValueSlot::empty(Kind::Array))) {}
 Value::Value(Dictionary dictionary)
-    : kind_(Kind::Dictionary)
-    , dictionary_(std::move(dictionary)) {}
+    : slot_(std::exchange(dictionary.slot_, ValueSlot::empty(Kind::Dictionary))) {}
 
 Value Value::number(std::string_view decimalText) {
     Value value;
-    if (isDecimalText(decimalText)) {
-        value.kind_ = Kind::Number;
-        value.text_ = decimalText;
-    }
+    if (isDecimalText(decimalText))
+        value.slot_ = valueStorage::ownedText(Kind::Number, decimalText);
     return value;
 }
 
-Value Value::ofSigned(std::int64_t integer) {
-    return number(decimal(integer));
+ValueSlot Value::ofSigned(std::int64_t integer) {
+    return decimal(integer);
 }
-Value Value::ofUnsigned(std::uint64_t integer) {
-    return number(decimal(integer));
+ValueSlot Value::ofUnsigned(std::uint64_t integer) {
+    return decimal(integer);
 }
 
 Value Value::date(double secondsSince1970) {
     Value value;
-    value.kind_ = Kind::Date;
-    value.scalar_ = secondsSince1970;
+    value.slot_ = ValueSlot::scalar(Kind::Date, secondsSince1970);
     return value;
 }
 
-Value Value::data(std::vector<std::byte> bytes) {
+Value Value::data(const std::vector<std::byte>& bytes) {
     Value value;
-    value.kind_ = Kind::Data;
-    value.data_ = std::move(bytes);
+    value.slot_ = valueStorage::ownedText(
+        Kind::Data, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
     return value;
 }
 
-Value::Value(const Value& other) = default;
-Value::Value(Value&& other) noexcept = default;
-Value& Value::operator=(const Value& other) = default;
-Value& Value::operator=(Value&& other) noexcept = default;
-Value::~Value() = default;
+Value::Value(const Value& other)
+    : slot_(valueStorage::copied(other.slot_)) {}
+
+Value& Value::operator=(const Value& other) {
+    return *this = Value(other);
+}
+
+Value& Value::operator=(Value&& other) noexcept {
+    // The old content is freed last: the other value may be part of it.
+    const ValueSlot content = std::exchange(other.slot_, ValueSlot::empty(Kind::Null));
+    ValueSlot old = std::exchange(slot_, content);
+    valueStorage::destroy(old);
+    return *this;
+}
+
+void Value::destroyContent() {
+    valueStorage::destroy(slot_);
+}
 
 bool Value::boolean() const {
-    return isBoolean() && scalar_ != 0;
+    return isBoolean() && slot_.scalar<bool>();
 }
 std::string_view Value::string() const {
-    return isString() ? text_ : std::string_view();
+    return isString() ? slot_.text() : std::string_view();
 }
 std::string_view Value::numberText() const {
-    return isNumber() ? text_ : std::string_view();
+    return isNumber() ? slot_.text() : std::string_view();
 }
 double Value::doubleValue() const {
     return decimalTextAsDouble(numberText());
@@ -92,33 +110,32 @@ std::int64_t Value::integerValue() const {
     return decimalTextAsInteger(numberText());
 }
 double Value::dateValue() const {
-    return isDate() ? scalar_ : 0;
+    return isDate() ? slot_.scalar<double>() : 0;
 }
+
 std::span<const std::byte> Value::dataValue() const {
-    return data_;
+    if (!isData())
+        return {};
+    const std::string_view bytes = slot_.text();
+    return {reinterpret_cast<const std::byte*>(bytes.data()), bytes.size()};
 }
 
 const Value::Array& Value::array() const {
-    return array_;
+    static const Array none;
+    return isArray() ? as<Array>(slot_) : none;
 }
+
 const Value::Dictionary& Value::dictionary() const {
-    return dictionary_;
+    static const Dictionary none;
+    return isDictionary() ? as<Dictionary>(slot_) : none;
 }
 
 Value::Array& Value::array() {
-    thread_local Array scratch;
-    if (isArray())
-        return array_;
-    scratch.clear();
-    return scratch;
+    return isArray() ? const_cast<Array&>(as<Array>(slot_)) : scratch<Array>();
 }
 
 Value::Dictionary& Value::dictionary() {
-    thread_local Dictionary scratch;
-    if (isDictionary())
-        return dictionary_;
-    scratch.clear();
-    return scratch;
+    return isDictionary() ? const_cast<Dictionary&>(as<Dictionary>(slot_)) : scratch<Dictionary>();
 }
 
 const Value* Value::find(std::string_view key) const {
@@ -126,11 +143,6 @@ const Value* Value::find(std::string_view key) const {
 }
 
 bool operator==(const Value& a, const Value& b) {
-    if (a.kind_ != b.kind_)
-        return false;
-    if (a.isNumber())
-        return decimalTextsAreEqual(a.text_, b.text_);
-    return a.scalar_ == b.scalar_ && a.text_ == b.text_ && a.data_ == b.data_ &&
-           a.array_ == b.array_ && a.dictionary_ == b.dictionary_;
+    return valueStorage::areEqual(a.slot_, b.slot_);
 }
 }

@@ -1,6 +1,7 @@
 #pragma once
 #include "platform/foundation/ValueArray.h"
 #include "platform/foundation/ValueDictionary.h"
+#include "platform/foundation/ValueSlot.h"
 
 #include <concepts>
 #include <cstddef>
@@ -21,42 +22,52 @@ concept ValueInteger = std::integral<T> && !std::same_as<T, bool> && !std::same_
 /// A number is an exact decimal: it keeps the text that it was made from. Copies are independent.
 /// Reading a value as a kind that it is not gives that kind's empty value and never fails.
 /// Text views and references live until the value is changed or destroyed.
+///
+/// Sixteen bytes; texts of up to fifteen bytes and scalars take no other memory. Values that a
+/// ValueBuilder made share one document until they are changed: copying them copies nothing, and
+/// the first call of a changing array() or dictionary() copies that one level. No operation
+/// recurses, however deep the nesting.
 class Value {
 public:
-    enum class Kind : std::uint8_t { Null, Boolean, Number, String, Date, Data, Array, Dictionary };
+    using Kind = ValueKind;
     using Array = ValueArray;
     using Dictionary = ValueDictionary;
 
-    Value();
+    Value()
+        : slot_(ValueSlot::empty(Kind::Null)) {}
     template <std::same_as<bool> B>
     Value(B boolean)
-        : Value(BooleanTag{}, boolean) {}
+        : slot_(ValueSlot::scalar(Kind::Boolean, boolean)) {}
     template <ValueInteger T>
-    Value(T integer) {
-        if constexpr (std::signed_integral<T>)
-            *this = ofSigned(integer);
-        else
-            *this = ofUnsigned(integer);
-    }
+    Value(T integer)
+        : slot_(std::signed_integral<T> ? ofSigned(static_cast<std::int64_t>(integer))
+                                        : ofUnsigned(static_cast<std::uint64_t>(integer))) {}
     /// The shortest decimal that reads back as the same double; null when not finite.
     Value(double number);
     Value(const char* string);
     Value(std::string_view string);
-    Value(std::string string);
+    Value(const std::string& string)
+        : Value(std::string_view(string)) {}
     Value(Array array);
     Value(Dictionary dictionary);
     /// The text of a JSON number, kept as it stands; any other text gives null.
     static Value number(std::string_view decimalText);
     static Value date(double secondsSince1970);
-    static Value data(std::vector<std::byte> bytes);
+    static Value data(const std::vector<std::byte>& bytes);
 
     Value(const Value& other);
-    Value(Value&& other) noexcept;
+    Value(Value&& other) noexcept
+        : slot_(other.slot_) {
+        other.slot_ = ValueSlot::empty(Kind::Null);
+    }
     Value& operator=(const Value& other);
     Value& operator=(Value&& other) noexcept;
-    ~Value();
+    ~Value() {
+        if (slot_.isExternal())
+            destroyContent();
+    }
 
-    [[nodiscard]] Kind kind() const { return kind_; }
+    [[nodiscard]] Kind kind() const { return slot_.kind(); }
     [[nodiscard]] bool isNull() const { return kind() == Kind::Null; }
     [[nodiscard]] bool isBoolean() const { return kind() == Kind::Boolean; }
     [[nodiscard]] bool isNumber() const { return kind() == Kind::Number; }
@@ -88,23 +99,21 @@ public:
     friend bool operator==(const Value& a, const Value& b);
 
 private:
-    struct BooleanTag {};
-    Value(BooleanTag, bool boolean);
-    static Value ofSigned(std::int64_t integer);
-    static Value ofUnsigned(std::uint64_t integer);
+    friend class ValueBuilder;
 
-    Kind kind_ = Kind::Null;
-    double scalar_ = 0;
-    std::string text_;
-    std::vector<std::byte> data_;
-    Array array_;
-    Dictionary dictionary_;
+    static ValueSlot ofSigned(std::int64_t integer);
+    static ValueSlot ofUnsigned(std::uint64_t integer);
+    void destroyContent();
+
+    ValueSlot slot_;
 };
 
+/// As a dictionary's members stand in memory: the key's slot and the value's.
 struct ValueDictionary::Member {
-    std::string key;
+    ValueSlot key;
     Value value;
 };
+static_assert(sizeof(Value) == 16 && sizeof(ValueDictionary::Member) == 32);
 
 template <typename EntryType, typename Pointer>
 class ValueDictionary::Iterator {
@@ -116,7 +125,7 @@ public:
     Iterator() = default;
     explicit Iterator(Pointer at)
         : at_(at) {}
-    EntryType operator*() const { return EntryType{at_->key, at_->value}; }
+    EntryType operator*() const { return EntryType{at_->key.text(), at_->value}; }
     Iterator& operator++() {
         ++at_;
         return *this;

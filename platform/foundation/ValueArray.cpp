@@ -1,52 +1,98 @@
 #include "platform/foundation/ValueArray.h"
 
 #include "platform/foundation/Value.h"
+#include "platform/foundation/ValueStorage.h"
+
+#include <algorithm>
+#include <new>
+#include <utility>
 
 namespace vistrel {
-ValueArray::ValueArray() = default;
-ValueArray::ValueArray(std::initializer_list<Value> values)
-    : items_(values) {}
-ValueArray::ValueArray(const ValueArray& other) = default;
-ValueArray::ValueArray(ValueArray&& other) noexcept = default;
-ValueArray& ValueArray::operator=(const ValueArray& other) = default;
-ValueArray& ValueArray::operator=(ValueArray&& other) noexcept = default;
-ValueArray::~ValueArray() = default;
+namespace {
+using Holding = ValueSlot::Holding;
 
-std::size_t ValueArray::size() const {
-    return items_.size();
+Value* valuesOf(const ValueSlot& slot) {
+    return reinterpret_cast<Value*>(slot.slots());
 }
+
+ValueSlot resized(const ValueSlot& slot, std::size_t size) {
+    return ValueSlot::external(ValueKind::Array, slot.slots(), size, Holding::Owned);
+}
+}
+
+ValueArray::ValueArray(std::initializer_list<Value> values)
+    : ValueArray() {
+    reserve(values.size());
+    for (const Value& value : values)
+        push_back(value);
+}
+
+ValueArray::ValueArray(const ValueArray& other)
+    : slot_(valueStorage::copied(other.slot_)) {}
+
+ValueArray::ValueArray(ValueArray&& other) noexcept
+    : slot_(other.slot_) {
+    other.slot_ = ValueSlot::empty(ValueKind::Array);
+}
+
+ValueArray& ValueArray::operator=(const ValueArray& other) {
+    return *this = ValueArray(other);
+}
+
+ValueArray& ValueArray::operator=(ValueArray&& other) noexcept {
+    std::swap(slot_, other.slot_);
+    return *this;
+}
+
+ValueArray::~ValueArray() {
+    valueStorage::destroy(slot_);
+}
+
 const Value* ValueArray::begin() const {
-    return items_.data();
+    return valuesOf(slot_);
 }
 const Value* ValueArray::end() const {
-    return items_.data() + items_.size();
+    return begin() + size();
 }
+
 Value* ValueArray::begin() {
-    return items_.data();
+    valueStorage::open(slot_);
+    return valuesOf(slot_);
 }
+
 Value* ValueArray::end() {
-    return items_.data() + items_.size();
+    return begin() + size();
 }
 const Value& ValueArray::operator[](std::size_t index) const {
-    return items_[index];
+    return begin()[index];
 }
 Value& ValueArray::operator[](std::size_t index) {
-    return items_[index];
+    return begin()[index];
 }
+
 void ValueArray::push_back(Value value) {
-    items_.push_back(std::move(value));
+    valueStorage::open(slot_);
+    valueStorage::makeRoom(slot_);
+    new (slot_.slots() + size()) Value(std::move(value));
+    slot_ = resized(slot_, size() + 1);
 }
+
 void ValueArray::reserve(std::size_t capacity) {
-    items_.reserve(capacity);
+    valueStorage::open(slot_);
+    valueStorage::reserve(slot_, capacity);
 }
+
 void ValueArray::removeAt(std::size_t index) {
-    items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(index));
+    std::move(begin() + index + 1, end(), begin() + index);
+    valueStorage::destroy(slot_.slots()[size() - 1]);
+    slot_ = resized(slot_, size() - 1);
 }
+
 void ValueArray::clear() {
-    items_.clear();
+    valueStorage::destroy(slot_);
 }
 
 bool operator==(const ValueArray& a, const ValueArray& b) {
-    return a.items_ == b.items_;
+    return valueStorage::areEqual(a.slot_, b.slot_);
 }
 }

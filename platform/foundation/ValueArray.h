@@ -1,7 +1,8 @@
 #pragma once
+#include "platform/foundation/ValueSlot.h"
+
 #include <cstddef>
 #include <initializer_list>
-#include <vector>
 
 namespace vistrel {
 class Value;
@@ -10,7 +11,8 @@ class Value;
 /// References into it live until it grows or shrinks.
 class ValueArray {
 public:
-    ValueArray();
+    ValueArray()
+        : slot_(ValueSlot::empty(ValueKind::Array)) {}
     ValueArray(std::initializer_list<Value> values);
     ValueArray(const ValueArray& other);
     ValueArray(ValueArray&& other) noexcept;
@@ -18,7 +20,7 @@ public:
     ValueArray& operator=(ValueArray&& other) noexcept;
     ~ValueArray();
 
-    [[nodiscard]] std::size_t size() const;
+    [[nodiscard]] std::size_t size() const { return slot_.size(); }
     [[nodiscard]] bool empty() const { return size() == 0; }
     [[nodiscard]] const Value* begin() const;
     [[nodiscard]] const Value* end() const;
@@ -37,6 +39,8 @@ public:
     friend bool operator==(const ValueArray& a, const ValueArray& b);
 
 private:
-    std::vector<Value> items_;
+    friend class Value;
+
+    ValueSlot slot_;
 };
 }

@@ -1,47 +1,75 @@
 #include "platform/foundation/ValueDictionary.h"
 
 #include "platform/foundation/Value.h"
+#include "platform/foundation/ValueStorage.h"
 
 #include <algorithm>
+#include <new>
 
 namespace vistrel {
-ValueDictionary::ValueDictionary() = default;
-ValueDictionary::ValueDictionary(
-    std::initializer_list<std::pair<std::string_view, Value>> members) {
+namespace {
+using Member = ValueDictionary::Member;
+
+Member* membersOf(const ValueSlot& slot) {
+    return reinterpret_cast<Member*>(slot.slots());
+}
+
+ValueSlot resized(const ValueSlot& slot, std::size_t size) {
+    return ValueSlot::external(ValueKind::Dictionary, slot.slots(), size,
+                               ValueSlot::Holding::Owned);
+}
+}
+
+ValueDictionary::ValueDictionary(std::initializer_list<std::pair<std::string_view, Value>> members)
+    : ValueDictionary() {
+    reserve(members.size());
     for (const auto& [key, value] : members)
         set(key, value);
 }
-ValueDictionary::ValueDictionary(const ValueDictionary& other) = default;
-ValueDictionary::ValueDictionary(ValueDictionary&& other) noexcept = default;
-ValueDictionary& ValueDictionary::operator=(const ValueDictionary& other) = default;
-ValueDictionary& ValueDictionary::operator=(ValueDictionary&& other) noexcept = default;
-ValueDictionary::~ValueDictionary() = default;
 
-std::size_t ValueDictionary::size() const {
-    return members_.size();
+ValueDictionary::ValueDictionary(const ValueDictionary& other)
+    : slot_(valueStorage::copied(other.slot_)) {}
+
+ValueDictionary::ValueDictionary(ValueDictionary&& other) noexcept
+    : slot_(other.slot_) {
+    other.slot_ = ValueSlot::empty(ValueKind::Dictionary);
 }
+
+ValueDictionary& ValueDictionary::operator=(const ValueDictionary& other) {
+    return *this = ValueDictionary(other);
+}
+
+ValueDictionary& ValueDictionary::operator=(ValueDictionary&& other) noexcept {
+    std::swap(slot_, other.slot_);
+    return *this;
+}
+
+ValueDictionary::~ValueDictionary() {
+    valueStorage::destroy(slot_);
+}
+
 ValueDictionary::ConstIterator ValueDictionary::begin() const {
-    return ConstIterator(members_.data());
+    return ConstIterator(membersOf(slot_));
 }
 ValueDictionary::ConstIterator ValueDictionary::end() const {
-    return ConstIterator(members_.data() + members_.size());
+    return ConstIterator(membersOf(slot_) + size());
 }
 ValueDictionary::MutableIterator ValueDictionary::begin() {
-    return MutableIterator(members_.data());
+    valueStorage::open(slot_);
+    return MutableIterator(membersOf(slot_));
 }
 ValueDictionary::MutableIterator ValueDictionary::end() {
-    return MutableIterator(members_.data() + members_.size());
+    valueStorage::open(slot_);
+    return MutableIterator(membersOf(slot_) + size());
 }
 
 const Value* ValueDictionary::find(std::string_view key) const {
-    for (const Member& member : members_) {
-        if (member.key == key)
-            return &member.value;
-    }
-    return nullptr;
+    const std::size_t place = valueMembers::find(slot_, key);
+    return place == valueMembers::kAbsent ? nullptr : &membersOf(slot_)[place].value;
 }
 
 Value* ValueDictionary::find(std::string_view key) {
+    valueStorage::open(slot_);
     return const_cast<Value*>(std::as_const(*this).find(key));
 }
 
@@ -50,25 +78,40 @@ Value& ValueDictionary::set(std::string_view key, Value value) {
         *present = std::move(value);
         return *present;
     }
-    members_.push_back(Member{std::string(key), std::move(value)});
-    return members_.back().value;
+    // The key may be a view into a member that moves when room is made.
+    const ValueSlot ownedKey = valueStorage::ownedText(ValueKind::String, key);
+    valueStorage::makeRoom(slot_);
+    const std::size_t place = size();
+    Member* member = new (membersOf(slot_) + place) Member{ownedKey, std::move(value)};
+    slot_ = resized(slot_, place + 1);
+    valueMembers::addToIndex(slot_, place);
+    return member->value;
 }
 
 bool ValueDictionary::erase(std::string_view key) {
-    return std::erase_if(members_, [&](const Member& member) { return member.key == key; }) != 0;
+    valueStorage::open(slot_);
+    const std::size_t place = valueMembers::find(slot_, key);
+    if (place == valueMembers::kAbsent)
+        return false;
+    ValueSlot* slots = slot_.slots();
+    valueStorage::destroy(slots[2 * place]);
+    valueStorage::destroy(slots[2 * place + 1]);
+    std::copy(slots + 2 * place + 2, slots + 2 * size(), slots + 2 * place);
+    slot_ = resized(slot_, size() - 1);
+    valueMembers::rebuildIndex(slot_);
+    return true;
 }
 
 void ValueDictionary::reserve(std::size_t capacity) {
-    members_.reserve(capacity);
+    valueStorage::open(slot_);
+    valueStorage::reserve(slot_, capacity);
 }
+
 void ValueDictionary::clear() {
-    members_.clear();
+    valueStorage::destroy(slot_);
 }
 
 bool operator==(const ValueDictionary& a, const ValueDictionary& b) {
-    return a.size() == b.size() && std::ranges::all_of(a.members_, [&](const auto& member) {
-               const Value* other = b.find(member.key);
-               return other && *other == member.value;
-           });
+    return valueStorage::areEqual(a.slot_, b.slot_);
 }
 }

@@ -1,10 +1,10 @@
 #pragma once
+#include "platform/foundation/ValueSlot.h"
+
 #include <cstddef>
 #include <initializer_list>
-#include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 namespace vistrel {
 class Value;
@@ -29,7 +29,8 @@ public:
     using ConstIterator = Iterator<ConstEntry, const Member*>;
     using MutableIterator = Iterator<Entry, Member*>;
 
-    ValueDictionary();
+    ValueDictionary()
+        : slot_(ValueSlot::empty(ValueKind::Dictionary)) {}
     /// A later member with the same key replaces the earlier one's value.
     ValueDictionary(std::initializer_list<std::pair<std::string_view, Value>> members);
     ValueDictionary(const ValueDictionary& other);
@@ -38,7 +39,7 @@ public:
     ValueDictionary& operator=(ValueDictionary&& other) noexcept;
     ~ValueDictionary();
 
-    [[nodiscard]] std::size_t size() const;
+    [[nodiscard]] std::size_t size() const { return slot_.size(); }
     [[nodiscard]] bool empty() const { return size() == 0; }
     [[nodiscard]] ConstIterator begin() const;
     [[nodiscard]] ConstIterator end() const;
@@ -60,6 +61,8 @@ public:
     friend bool operator==(const ValueDictionary& a, const ValueDictionary& b);
 
 private:
-    std::vector<Member> members_;
+    friend class Value;
+
+    ValueSlot slot_;
 };
 }
