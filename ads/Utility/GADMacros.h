@@ -1,0 +1,20 @@
+#pragma once
+#include "platform/foundation/Value.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vistrel {
+/// The two calls through which the ad library uses JSON.
+class GADMacros {
+public:
+    /// The JSON text of a dictionary or array; the empty string for any other value, and nothing
+    /// for null.
+    [[nodiscard]] static std::optional<std::string> jsonify(const Value* object);
+    /// The dictionary that the text holds; nothing when there is no text, when it does not parse
+    /// or when it holds anything else.
+    [[nodiscard]] static std::optional<Value::Dictionary>
+    readJson(std::optional<std::string_view> text);
+};
+}

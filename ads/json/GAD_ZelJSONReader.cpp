@@ -1,0 +1,187 @@
+#include "ads/json/GAD_ZelJSONReader.h"
+
+#include "ads/json/GAD_ZelJSONScan.h"
+
+#include <limits>
+#include <utility>
+
+namespace vistrel {
+namespace {
+char* skipBlanks(char* at) {
+    while (jsonScan::isBlank(*at))
+        ++at;
+    return at;
+}
+}
+
+GAD_ZelJSONReader::GAD_ZelJSONReader(std::string_view text, unsigned maxDepth)
+    : builder_(text)
+    , end_(builder_.text() + text.size())
+    , maxDepth_(maxDepth ? maxDepth : std::numeric_limits<std::size_t>::max()) {}
+
+std::optional<Value> GAD_ZelJSONReader::read() {
+    char* at = readAll();
+    if (!at) {
+        blameOuterContainers();
+        return std::nullopt;
+    }
+    if (skipBlanks(at) != end_) {
+        fail(Code::Garbage, "Garbage after JSON");
+        return std::nullopt;
+    }
+    return builder_.finish();
+}
+
+/// One value with all that it contains. Containers are kept on the builder's stack, not on ours.
+char* GAD_ZelJSONReader::readAll() {
+    char* at = value(skipBlanks(builder_.text()));
+    while (at && builder_.openContainers() != 0)
+        at = builder_.isInDictionary() ? member(at) : element(at);
+    return at;
+}
+
+/// The elements of an array up to its end or the next container, which is only opened.
+char* GAD_ZelJSONReader::element(char* at) {
+    const std::size_t depth = builder_.openContainers();
+    do {
+        at = skipBlanks(at);
+        if (*at == ']') {
+            builder_.close();
+            return endOfElement(at + 1);
+        }
+        if (at == end_)
+            return fail(Code::InputEnded, "End of input while parsing array");
+        at = value(at);
+        if (!at) {
+            blameContainer();
+            return nullptr;
+        }
+        if (builder_.openContainers() != depth)
+            return at;
+        at = endOfElement(at);
+    } while (at);
+    return at;
+}
+
+/// The members of a dictionary up to its end or the next container, which is only opened.
+char* GAD_ZelJSONReader::member(char* at) {
+    const std::size_t depth = builder_.openContainers();
+    do {
+        at = skipBlanks(at);
+        if (*at == '}') {
+            builder_.close();
+            return endOfElement(at + 1);
+        }
+        if (*at != '"')
+            return at == end_ ? fail(Code::InputEnded, "End of input while parsing object")
+                              : fail(Code::Parse, "Object key string expected");
+        at = string(at + 1);
+        if (!at)
+            return fail(Code::Parse, "Object key string expected", std::move(error_));
+        at = skipBlanks(at);
+        if (*at != ':')
+            return fail(Code::Parse, "Expected ':' separating key and value");
+        at = value(skipBlanks(at + 1));
+        if (!at) {
+            blameContainer();
+            return nullptr;
+        }
+        if (builder_.openContainers() != depth)
+            return at;
+        at = endOfElement(at);
+    } while (at);
+    return at;
+}
+
+/// What may follow a value inside a container: a comma that is not the last thing in it.
+char* GAD_ZelJSONReader::endOfElement(char* at) {
+    if (builder_.openContainers() == 0)
+        return at;
+    at = skipBlanks(at);
+    if (*at != ',')
+        return at;
+    at = skipBlanks(at + 1);
+    if (*at == ']' && !builder_.isInDictionary())
+        return fail(Code::TrailingComma, "Trailing comma disallowed in array");
+    if (*at == '}' && builder_.isInDictionary())
+        return fail(Code::TrailingComma, "Trailing comma disallowed in object");
+    return at;
+}
+
+char* GAD_ZelJSONReader::value(char* at) {
+    switch (*at) {
+    case '"':
+        return string(at + 1);
+    case '[':
+    case '{':
+        return open(at);
+    case 't':
+        return literal(at, "true");
+    case 'f':
+        return literal(at, "false");
+    case 'n':
+        return literal(at, "null");
+    case '-':
+    case '0':
+    case '1':
+    case '2':
+    case '3':
+    case '4':
+    case '5':
+    case '6':
+    case '7':
+    case '8':
+    case '9':
+        return number(at);
+    case '+':
+        return fail(Code::BadNumber, "Leading + disallowed in number");
+    default:
+        return at == end_ ? fail(Code::InputEnded, "Unexpected end of string")
+                          : fail(Code::Parse, "Unrecognised leading character");
+    }
+}
+
+char* GAD_ZelJSONReader::literal(char* at, std::string_view word) {
+    if (std::string_view(at, word.size()) != word)
+        return fail(Code::Parse, "Expected '" + std::string(word) + "'");
+    if (word == "null")
+        builder_.pushNull();
+    else
+        builder_.pushBoolean(word == "true");
+    return at + word.size();
+}
+
+char* GAD_ZelJSONReader::open(char* at) {
+    if (builder_.openContainers() >= maxDepth_)
+        return fail(Code::TooDeep, "Nested too deep");
+    if (*at == '[')
+        builder_.openArray();
+    else
+        builder_.openDictionary();
+    return at + 1;
+}
+
+char* GAD_ZelJSONReader::fail(Code code, std::string message, GAD_ZelJSONErrorPointer underlying) {
+    error_ = zelJSONError(code, std::move(message), std::move(underlying));
+    return nullptr;
+}
+
+void GAD_ZelJSONReader::blameContainer() {
+    // Too deep is said of the whole text, not of the value that happened to be the last straw.
+    if (error_->code() == static_cast<int>(Code::TooDeep))
+        return;
+    if (builder_.isInDictionary())
+        fail(Code::Parse, "Object value expected for key: " + std::string(builder_.lastString()),
+             std::move(error_));
+    else
+        fail(Code::Parse, "Expected value while parsing array", std::move(error_));
+}
+
+void GAD_ZelJSONReader::blameOuterContainers() {
+    while (builder_.openContainers() != 0) {
+        builder_.abandon();
+        if (builder_.openContainers() != 0)
+            blameContainer();
+    }
+}
+}

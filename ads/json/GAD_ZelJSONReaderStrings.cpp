@@ -1,0 +1,152 @@
+#include "ads/json/GAD_ZelJSONReader.h"
+#include "ads/json/GAD_ZelJSONScan.h"
+
+#include <array>
+#include <charconv>
+
+namespace vistrel {
+namespace {
+/// What stands for the character after a backslash; 0 where nothing does.
+constexpr std::array<char, 256> kEscapes = [] {
+    std::array<char, 256> escapes{};
+    escapes['"'] = '"';
+    escapes['\\'] = '\\';
+    escapes['/'] = '/';
+    escapes['b'] = '\b';
+    escapes['f'] = '\f';
+    escapes['n'] = '\n';
+    escapes['r'] = '\r';
+    escapes['t'] = '\t';
+    return escapes;
+}();
+
+std::string hexadecimal(char byte) {
+    std::array<char, 2> digits;
+    const auto result = std::to_chars(digits.data(), digits.data() + digits.size(),
+                                      static_cast<unsigned char>(byte), 16);
+    return "'0x" + std::string(digits.data(), result.ptr) + "'";
+}
+
+int hexDigit(char c) {
+    if (c >= '0' && c <= '9')
+        return c - '0';
+    const char lower = static_cast<char>(c | 0x20);
+    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
+char* appendUTF8(char* out, unsigned character) {
+    const auto put = [&](unsigned byte) {
+        *out++ = static_cast<char>(byte);
+    };
+    const auto putTail = [&](int shift) {
+        put(0x80 | (character >> shift & 0x3F));
+    };
+    if (character < 0x80) {
+        put(character);
+    } else if (character < 0x800) {
+        put(0xC0 | character >> 6);
+        putTail(0);
+    } else if (character < 0x10000) {
+        put(0xE0 | character >> 12);
+        putTail(6);
+        putTail(0);
+    } else {
+        put(0xF0 | character >> 18);
+        putTail(12);
+        putTail(6);
+        putTail(0);
+    }
+    return out;
+}
+}
+
+/// A string from behind its opening quote.
+char* GAD_ZelJSONReader::string(char* at) {
+    char* const begin = at;
+    at += jsonScan::plainEnd(at) - at;
+    if (*at != '"')
+        return escapedString(begin, at);
+    builder_.pushString({begin, at});
+    return at + 1;
+}
+
+/// The rest of a string from its first special byte that is no quote. Unescaped text is never
+/// longer than the escaped one, so it is moved down over it.
+char* GAD_ZelJSONReader::escapedString(char* begin, char* at) {
+    char* out = at;
+    while (*at != '"') {
+        if (*at != '\\')
+            return failControlCharacter(*at);
+        at = escape(at + 1, out);
+        if (!at)
+            return nullptr;
+        if (at == end_)
+            return fail(Code::InputEnded, "Unexpected EOF while parsing string");
+        const auto run = static_cast<std::size_t>(jsonScan::plainEnd(at) - at);
+        std::memmove(out, at, run);
+        out += run;
+        at += run;
+    }
+    builder_.pushString({begin, out});
+    return at + 1;
+}
+
+/// What stands behind a backslash.
+char* GAD_ZelJSONReader::escape(char* at, char*& out) {
+    if (const char character = kEscapes[static_cast<unsigned char>(*at)]) {
+        *out++ = character;
+        return at + 1;
+    }
+    if (*at != 'u')
+        return fail(Code::BadEscape, "Illegal escape sequence " + hexadecimal(*at));
+    char* behind = unicodeEscape(at + 1, out);
+    if (!behind)
+        return fail(Code::BadUnicodeEscape, "Broken unicode character", std::move(error_));
+    return behind;
+}
+
+char* GAD_ZelJSONReader::unicodeEscape(char* at, char*& out) {
+    unsigned character = 0;
+    at = hexQuad(at, character);
+    if (!at)
+        return fail(Code::BadUnicodeEscape, "Missing hex quad", std::move(error_));
+    if (character >= 0xDC00 && character <= 0xDFFF)
+        return fail(Code::BadUnicodeEscape, "Invalid high character in surrogate pair");
+    if (character >= 0xD800 && character < 0xDC00) {
+        at = lowSurrogate(at, character, character);
+        if (!at)
+            return nullptr;
+    }
+    out = appendUTF8(out, character);
+    return at;
+}
+
+char* GAD_ZelJSONReader::lowSurrogate(char* at, unsigned high, unsigned& character) {
+    constexpr const char* kMissing = "Missing low character in surrogate pair";
+    if (at[0] != '\\' || at[1] != 'u')
+        return fail(Code::BadUnicodeEscape, kMissing);
+    unsigned low = 0;
+    at = hexQuad(at + 2, low);
+    if (!at)
+        return fail(Code::BadUnicodeEscape, kMissing, std::move(error_));
+    if (low < 0xDC00 || low > 0xDFFF)
+        return fail(Code::BadUnicodeEscape, "Invalid low surrogate char");
+    character = 0x10000 + ((high - 0xD800) << 10 | (low - 0xDC00));
+    return at;
+}
+
+char* GAD_ZelJSONReader::hexQuad(char* at, unsigned& quad) {
+    quad = 0;
+    for (int i = 0; i < 4; ++i, ++at) {
+        const int digit = hexDigit(*at);
+        if (digit < 0)
+            return fail(Code::BadUnicodeEscape, "Missing hex digit in quad");
+        quad = quad << 4 | static_cast<unsigned>(digit);
+    }
+    return at;
+}
+
+char* GAD_ZelJSONReader::failControlCharacter(char byte) {
+    return fail(Code::ControlCharacter, "Unescaped control character " + hexadecimal(byte));
+}
+}

@@ -1,0 +1,50 @@
+#pragma once
+#include "ads/json/GAD_ZelJSONBuffer.h"
+#include "platform/foundation/Value.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vistrel {
+/// Writes one value, once. Open containers are kept on a stack of its own.
+class GAD_ZelJSONWriter {
+public:
+    struct Layout {
+        bool humanReadable = false;
+        bool sortKeys = false;
+    };
+
+    explicit GAD_ZelJSONWriter(Layout layout)
+        : layout_(layout) {}
+
+    [[nodiscard]] std::string write(const Value& value);
+
+private:
+    using Member = std::pair<std::string_view, const Value*>;
+
+    /// A container that is being written: what of it is left.
+    struct Frame {
+        const Value* element;
+        Value::Dictionary::ConstIterator member;
+        std::size_t left;
+        bool isDictionary;
+        bool isFirst;
+    };
+
+    void writeValue(const Value& value);
+    void writeNext(Frame& frame);
+    void writeMember(std::string_view key, const Value& value);
+    void writeSmallest();
+    void open(const Value& container);
+    void close();
+    void breakLine();
+
+    Layout layout_;
+    GAD_ZelJSONBuffer out_;
+    std::vector<Frame> frames_;
+    /// The members of the open dictionaries that are still to be written, the next one last.
+    std::vector<Member> sorted_;
+};
+}

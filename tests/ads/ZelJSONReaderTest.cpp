@@ -1,0 +1,247 @@
+#include "ads/json/GAD_ZelJSON.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace vistrel {
+namespace {
+using testing::ElementsAre;
+
+/// The whole chain of errors, outermost first: "3 Object value expected for key: a < 11 …".
+std::string chain(const GAD_ZelJSON::Reading& reading) {
+    if (reading.value)
+        return "a value";
+    std::string text;
+    for (const NSError* error = reading.error.get(); error;
+         error = error->underlyingError().get()) {
+        if (error->domain() != GAD_ZelJSONErrorDomain)
+            return "foreign domain " + error->domain();
+        text += (text.empty() ? "" : " < ") + std::to_string(error->code()) + ' ' +
+                error->localizedDescription();
+    }
+    return text;
+}
+
+Value read(std::string_view text) {
+    GAD_ZelJSON::Reading reading = GAD_ZelJSON().fragmentWithString(text);
+    EXPECT_TRUE(reading.value) << text << ": " << chain(reading);
+    EXPECT_EQ(reading.error, nullptr);
+    return reading.value.value_or("nothing was read");
+}
+
+/// The same text once more, in memory that ends right behind it for the sanitizers to see.
+std::string chainOfExactCopy(std::string_view text) {
+    const std::vector<char> copy(text.begin(), text.end());
+    return chain(GAD_ZelJSON().fragmentWithString(std::string_view(copy.data(), copy.size())));
+}
+
+struct Failure {
+    std::string_view text;
+    const char* errors;
+};
+
+class ZelJSONFailure : public testing::TestWithParam<Failure> {};
+
+TEST_P(ZelJSONFailure, IsReportedWithItsCauses) {
+    EXPECT_EQ(chainOfExactCopy(GetParam().text), GetParam().errors) << GetParam().text;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Numbers, ZelJSONFailure,
+    testing::Values(
+        Failure{"+1", "2 Leading + disallowed in number"},
+        Failure{"01", "2 Leading 0 disallowed in number"},
+        Failure{"-007", "2 Leading 0 disallowed in number"},
+        Failure{"00e", "2 Leading 0 disallowed in number"},
+        Failure{"-", "2 No digits after initial minus"},
+        Failure{"-x", "2 No digits after initial minus"},
+        Failure{"-.5", "2 No digits after initial minus"},
+        Failure{"1.", "2 No digits after decimal point"},
+        Failure{"1.e5", "2 No digits after decimal point"},
+        Failure{"1e", "2 No digits after exponent"}, Failure{"1.5E+", "2 No digits after exponent"},
+        Failure{"1e-x", "2 No digits after exponent"},
+        Failure{"123456789012345678901234567890123.", "2 No digits after decimal point"},
+        Failure{"1234567890123456789012345678901.x", "2 No digits after decimal point"},
+        Failure{"[1,-]", "3 Expected value while parsing array < 2 No digits after initial minus"},
+        Failure{"1 2", "10 Garbage after JSON"}, Failure{"1x", "10 Garbage after JSON"},
+        Failure{"0.5.5", "10 Garbage after JSON"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Structure, ZelJSONFailure,
+    testing::Values(
+        Failure{"", "11 Unexpected end of string"}, Failure{" \v\f", "11 Unexpected end of string"},
+        Failure{"?", "3 Unrecognised leading character"},
+        Failure{std::string_view("\0", 1), "3 Unrecognised leading character"},
+        Failure{"nul", "3 Expected 'null'"}, Failure{"tru]", "3 Expected 'true'"},
+        Failure{"fals", "3 Expected 'false'"}, Failure{"nullx", "10 Garbage after JSON"},
+        Failure{std::string_view("[]\0", 3), "10 Garbage after JSON"},
+        Failure{"[", "11 End of input while parsing array"},
+        Failure{"[1, ", "11 End of input while parsing array"},
+        Failure{"[1,]", "9 Trailing comma disallowed in array"},
+        Failure{"[1 , \n]", "9 Trailing comma disallowed in array"},
+        Failure{"[,1]", "3 Expected value while parsing array < 3 Unrecognised leading character"},
+        Failure{"[1}", "3 Expected value while parsing array < 3 Unrecognised leading character"},
+        Failure{"{", "11 End of input while parsing object"},
+        Failure{"{\"a\":1", "11 End of input while parsing object"},
+        Failure{"{\"a\":1,", "11 End of input while parsing object"},
+        Failure{"{\"a\":1,}", "9 Trailing comma disallowed in object"},
+        Failure{"{1:2}", "3 Object key string expected"},
+        Failure{"{\"a\":1]", "3 Object key string expected"},
+        Failure{"{\"a\":1,,", "3 Object key string expected"},
+        Failure{"{\"\\q\":1}", "3 Object key string expected < 8 Illegal escape sequence '0x71'"},
+        Failure{"{\"a\" 1}", "3 Expected ':' separating key and value"},
+        Failure{"{\"a\"", "3 Expected ':' separating key and value"},
+        Failure{"{\"a\":}",
+                "3 Object value expected for key: a < 3 Unrecognised leading character"},
+        Failure{"{\"k\\u00e9\":", "3 Object value expected for key: k\u00e9 < "
+                                  "11 Unexpected end of string"},
+        Failure{"{\"a\":[{\"b\":+}]}",
+                "3 Object value expected for key: a < 3 Expected value while parsing array < "
+                "3 Object value expected for key: b < 2 Leading + disallowed in number"},
+        Failure{"[[],[1,]]",
+                "3 Expected value while parsing array < 9 Trailing comma disallowed in array"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Strings, ZelJSONFailure,
+    testing::Values(
+        Failure{"\"abc", "5 Unescaped control character '0x0'"},
+        Failure{"\"", "5 Unescaped control character '0x0'"},
+        Failure{"\"a\tb\"", "5 Unescaped control character '0x9'"},
+        Failure{"\"a\\nb\x1f\"", "5 Unescaped control character '0x1f'"},
+        Failure{std::string_view("\"a\0b\"", 5), "5 Unescaped control character '0x0'"},
+        Failure{"\"0123456789abcdef0123456789abcde\x01\"", "5 Unescaped control character '0x1'"},
+        Failure{"\"a\\n", "11 Unexpected EOF while parsing string"},
+        Failure{"\"a\\", "8 Illegal escape sequence '0x0'"},
+        Failure{"\"\\q\"", "8 Illegal escape sequence '0x71'"},
+        Failure{"\"\\\xc3\xa9\"", "8 Illegal escape sequence '0xc3'"},
+        Failure{"\"\\U0041\"", "8 Illegal escape sequence '0x55'"},
+        Failure{"\"\\u00g0\"", "6 Broken unicode character < 6 Missing hex quad < "
+                               "6 Missing hex digit in quad"},
+        Failure{"\"\\u12", "6 Broken unicode character < 6 Missing hex quad < "
+                           "6 Missing hex digit in quad"},
+        Failure{"\"\\uDC00\"",
+                "6 Broken unicode character < 6 Invalid high character in surrogate pair"},
+        Failure{"\"\\uD83D\"",
+                "6 Broken unicode character < 6 Missing low character in surrogate pair"},
+        Failure{"\"\\uD83D\\n\"",
+                "6 Broken unicode character < 6 Missing low character in surrogate pair"},
+        Failure{"\"\\uD83D\\u12x4\"",
+                "6 Broken unicode character < 6 Missing low character in surrogate pair < "
+                "6 Missing hex digit in quad"},
+        Failure{"\"\\uD83D\\uD83D\"",
+                "6 Broken unicode character < 6 Invalid low surrogate char"}));
+
+TEST(ZelJSONReader, NoTextIsAnError) {
+    EXPECT_EQ(chain(GAD_ZelJSON().objectWithString(std::nullopt)), "12 Input was 'nil'");
+    EXPECT_EQ(chain(GAD_ZelJSON().fragmentWithString(std::nullopt)), "12 Input was 'nil'");
+}
+
+TEST(ZelJSONReader, OnlyFragmentsMayBeScalars) {
+    for (const char* text : {"true", " 1 ", "\"[]\"", "null"}) {
+        EXPECT_EQ(chain(GAD_ZelJSON().objectWithString(text)), "4 Valid fragment, but not JSON");
+        EXPECT_EQ(chain(GAD_ZelJSON().fragmentWithString(text)), "a value");
+    }
+    EXPECT_EQ(chain(GAD_ZelJSON().objectWithString("true x")), "10 Garbage after JSON");
+    EXPECT_EQ(read("true"), Value(true));
+    EXPECT_EQ(read("null"), Value());
+}
+
+TEST(ZelJSONReader, KeepsTheExactTextOfNumbers) {
+    for (const char* text :
+         {"0", "-0", "10", "1.50", "-122.42200352825247", "1e400", "6.02E+23", "0e0",
+          "1234567890123456789012345678901", "12345678901234567890123456789012",
+          "0.1234567890123456789012345678901234567890", "9007199254740993", "1.5e-7"}) {
+        const Value number = read(text);
+        EXPECT_TRUE(number.isNumber()) << text;
+        EXPECT_EQ(number.numberText(), text);
+        EXPECT_EQ(read("[" + std::string(text) + "]").array()[0].numberText(), text);
+    }
+}
+
+TEST(ZelJSONReader, UnescapesStrings) {
+    const struct {
+        const char* text;
+        std::string_view string;
+    } cases[] = {
+        {R"("")", ""},
+        {R"("plain / text of more than one block")", "plain / text of more than one block"},
+        {R"("\"\\\/\b\f\n\r\t")", "\"\\/\b\f\n\r\t"},
+        {R"("a\u0041\u00e9\u20AC\ud83d\ude00z")", "aA\u00e9\u20ac\U0001F600z"},
+        {R"("\u0000")", std::string_view("\0", 1)},
+        {R"("0123456789\n0123456789abcdef\t0123456789abcdef0123")",
+         "0123456789\n0123456789abcdef\t0123456789abcdef0123"},
+        {"\"\x7f\u00e9\u20ac\"", "\x7f\u00e9\u20ac"},
+    };
+    for (const auto& [text, string] : cases)
+        EXPECT_EQ(read(text).string(), string) << text;
+}
+
+TEST(ZelJSONReader, TakesBlanksAnywhereAndMissingCommas) {
+    const Value value = read(" \v{ \"a\"\f:\r[ 1\t2 ,3\"x\"[ ]{ } ]\n\"b\" : null \"c\":true,"
+                             "\"d\":false } \n");
+    const Value expected =
+        Value::Dictionary{{"a", Value::Array{1, 2, 3, "x", Value::Array{}, Value::Dictionary{}}},
+                          {"b", Value()},
+                          {"c", true},
+                          {"d", false}};
+    EXPECT_EQ(value, expected);
+}
+
+TEST(ZelJSONReader, ALaterMemberReplacesTheEarlierOneOfItsKey) {
+    const auto keysOf = [](const Value& value) {
+        std::vector<std::string> keys;
+        for (const auto& [key, member] : value.dictionary())
+            keys.emplace_back(key);
+        return keys;
+    };
+    const Value few = read(R"({"a":1,"b":2,"\u0061":3})");
+    EXPECT_THAT(keysOf(few), ElementsAre("a", "b"));
+    EXPECT_EQ(few.find("a")->integerValue(), 3);
+
+    std::string text = "{";
+    for (int round = 0; round < 2; ++round) {
+        for (int i = 0; i < 100; ++i)
+            text += "\"key " + std::to_string(i) + "\":" + std::to_string(i + 1000 * round) + " ";
+    }
+    const Value many = read(text + "}");
+    ASSERT_EQ(many.dictionary().size(), 100U);
+    int expected = 1000;
+    for (const auto& [key, member] : many.dictionary())
+        EXPECT_EQ(member.integerValue(), expected++) << key;
+    EXPECT_EQ(many.find("key 42")->integerValue(), 1042);
+    EXPECT_EQ(many.find("key 100"), nullptr);
+}
+
+std::string nested(std::size_t depth) {
+    return std::string(depth, '[') + std::string(depth, ']');
+}
+
+TEST(ZelJSONReader, NestsAsDeepAsItIsAllowedTo) {
+    GAD_ZelJSON json;
+    EXPECT_EQ(chain(json.objectWithString(nested(512))), "a value");
+    EXPECT_EQ(chain(json.objectWithString(nested(513))), "7 Nested too deep");
+    EXPECT_EQ(chain(json.objectWithString("{\"a\":" + nested(512) + "}")), "7 Nested too deep");
+    json.setMaxDepth(2);
+    EXPECT_EQ(chain(json.objectWithString("[[],[],{},[1]]")), "a value");
+    EXPECT_EQ(chain(json.objectWithString("[[],[{}]]")), "7 Nested too deep");
+    json.setMaxDepth(0);
+    EXPECT_EQ(chain(json.objectWithString(nested(513))), "a value");
+}
+
+TEST(ZelJSONReader, HostileNestingDoesNotExhaustTheStack) {
+    constexpr std::size_t kDepth = 1'000'000;
+    GAD_ZelJSON json;
+    json.setMaxDepth(0);
+    const GAD_ZelJSON::Reading reading = json.objectWithString(nested(kDepth));
+    ASSERT_TRUE(reading.value);
+    EXPECT_EQ(json.stringWithObject(*reading.value).text, nested(kDepth));
+
+    const GAD_ZelJSON::Reading broken = json.objectWithString(std::string(kDepth, '[') + "?");
+    ASSERT_TRUE(broken.error);
+    std::size_t errors = 0;
+    for (const NSError* error = broken.error.get(); error; error = error->underlyingError().get())
+        ++errors;
+    EXPECT_EQ(errors, kDepth + 1);
+}
+}
+}
