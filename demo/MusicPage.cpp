@@ -1,6 +1,7 @@
 #include "demo/MediaStore.h"
 #include "demo/Page.h"
 #include "demo/Pages.h"
+#include "settings/Settings.h"
 
 namespace vistrel::demo {
 
@@ -18,8 +19,8 @@ Answer musicPage(Site& /*site*/, const Request& /*request*/) {
                              "Evening Programme, Part " + number);
     }
     page.section("More music")
-        .link("/partner/5/", "Wax Cylinder Club")
-        .link("/partner/6/", "Harbour Street Records");
+        .link("/partner/7/", kPartnerSites[6].title.defaultValue)
+        .link("/partner/8/", kPartnerSites[7].title.defaultValue);
     return page.answer();
 }
 }

@@ -1,38 +1,49 @@
+#include "demo/PartnerSites.h"
+
 #include "demo/Page.h"
 #include "demo/Pages.h"
-#include "demo/PartnerSites.h"
+#include "settings/Settings.h"
 
 namespace vistrel::demo {
 namespace {
-const PartnerSite* partnerAt(std::string_view path) {
-    for (size_t index = 0; index < partnerSites.size(); ++index) {
-        if (path.starts_with("/partner/" + std::to_string(index + 1) + "/"))
-            return &partnerSites[index];
-    }
-    return nullptr;
+static_assert(partnerContents.size() == kPartnerSites.size());
+
+std::string addressOf(size_t index) {
+    return "/partner/" + std::to_string(index + 1) + "/";
+}
+
+std::string_view noteFor(std::string_view extension) {
+    return extension == ".mp3" ? "Music, MP3" : extension == ".m4v" ? "Film, M4V" : "Film, MP4";
+}
+
+Answer pageOf(size_t index) {
+    const PartnerContents& contents = partnerContents[index];
+    Page page(kPartnerSites[index].title.defaultValue);
+    page.paragraph(contents.line).section("Tonight");
+    const std::string stem = "/files/partner" + std::to_string(index + 1) + "-";
+    int number = 1;
+    for (const PartnerContents::Item& item : contents.items)
+        page.link(stem + std::to_string(number++) + std::string(item.extension), item.title,
+                  noteFor(item.extension));
+    page.section("Friends");
+    const size_t next = (index + 1) % partnerContents.size();
+    page.link(addressOf(next), kPartnerSites[next].title.defaultValue);
+    return page.answer();
 }
 }
 
 Answer partnerPage(Site& /*site*/, const Request& request) {
-    const PartnerSite* partner = partnerAt(request.path);
-    if (partner == nullptr || !request.path.ends_with('/'))
-        return errorAnswer(404, "No partner site lives here.");
-    Page page(partner->name);
-    page.paragraph(partner->line).section("Tonight");
-    int number = 1;
-    for (const PartnerSite::Item& item : partner->items) {
-        const std::string name = std::string(item.fileStem) + "-" + std::to_string(number++);
-        page.link("/files/" + name + std::string(item.extension), item.title, item.note);
+    for (size_t index = 0; index < partnerContents.size(); ++index) {
+        if (request.path == addressOf(index))
+            return pageOf(index);
     }
-    page.section("Friends").link("/", "All pages of this demo");
-    return page.answer();
+    return errorAnswer(404, "No partner site lives here.");
 }
 
 Addresses partnerAddresses() {
     Addresses addresses;
-    for (size_t index = 0; index < partnerSites.size(); ++index)
-        addresses.push_back(
-            {"/partner/" + std::to_string(index + 1) + "/", std::string(partnerSites[index].name)});
+    for (size_t index = 0; index < partnerContents.size(); ++index)
+        addresses.push_back({addressOf(index), kPartnerSites[index].title.defaultValue});
     return addresses;
 }
 }

@@ -1,6 +1,7 @@
 #include "catalogue/MovieCatalogue.h"
 #include "catalogue/TVShowCatalogue.h"
 #include "demo/Text.h"
+#include "settings/Settings.h"
 #include "tests/demo/DemoSiteProcess.h"
 #include "tests/demo/WireClient.h"
 
@@ -50,9 +51,10 @@ TEST(PagesTest, EveryMoviePagesAddressAnswersWithAPageOfItsTitleThatLeadsToMedia
         expectPageOfTitleWithMedia(row.path, row.title);
 }
 
-TEST(PagesTest, EveryPartnerSiteHasMedia) {
+TEST(PagesTest, EveryPartnerSiteBearsItsNameAndHasMedia) {
     for (int number = 1; number <= 8; ++number)
-        expectPageOfTitleWithMedia("/partner/" + std::to_string(number) + "/", "");
+        expectPageOfTitleWithMedia("/partner/" + std::to_string(number) + "/",
+                                   kPartnerSites.at(number - 1).title.defaultValue);
     EXPECT_EQ(ask("/partner/9/").status, 404);
 }
 
