@@ -1,0 +1,286 @@
+#include "platform/foundation/NSURLConnection.h"
+
+#include "platform/foundation/NSError.h"
+#include "platform/foundation/NSURLResponse.h"
+#include "tests/support/HostTest.h"
+
+#include <gmock/gmock.h>
+
+namespace vistrel {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr const char* kURL = "http://site/clip.mp4";
+
+/// Keeps a connection's events as lines.
+class EventRecorder : public NSURLConnectionDelegate {
+public:
+    explicit EventRecorder(int& alive)
+        : alive_(alive) {
+        ++alive_;
+    }
+    ~EventRecorder() override { --alive_; }
+    EventRecorder(const EventRecorder&) = delete;
+    EventRecorder& operator=(const EventRecorder&) = delete;
+
+    std::optional<NSURLRequest>
+    connectionWillSendRequestRedirectResponse(NSURLConnection&, const NSURLRequest& request,
+                                              const NSURLResponse* redirectResponse) override {
+        if (redirectResponse) {
+            events.push_back("redirect " + std::to_string(redirectResponse->statusCode()) + " " +
+                             request.HTTPMethod() + " " + request.URL()->absoluteString());
+        }
+        return redirectResponse && onRedirect ? onRedirect(request) : request;
+    }
+    void connectionDidReceiveResponse(NSURLConnection& connection,
+                                      const NSURLResponse& response) override {
+        events.push_back("response " + std::to_string(response.statusCode()) + " " +
+                         response.MIMEType() + " " +
+                         std::to_string(response.expectedContentLength()) + " " +
+                         response.URL().absoluteString());
+        if (onResponse)
+            onResponse(connection);
+    }
+    void connectionDidReceiveData(NSURLConnection& connection,
+                                  std::span<const std::byte> data) override {
+        for (const std::byte byte : data)
+            body += static_cast<char>(byte);
+        ++chunks;
+        if (onData)
+            onData(connection);
+    }
+    void connectionDidFinishLoading(NSURLConnection&) override { events.emplace_back("finish"); }
+    void connectionDidFailWithError(NSURLConnection&, const NSError& error) override {
+        events.push_back("fail " + std::to_string(error.code()) + " " +
+                         error.localizedDescription());
+    }
+
+    std::vector<std::string> events;
+    std::string body;
+    int chunks = 0;
+    std::function<void(NSURLConnection&)> onResponse;
+    std::function<void(NSURLConnection&)> onData;
+    std::function<std::optional<NSURLRequest>(const NSURLRequest&)> onRedirect;
+
+private:
+    int& alive_;
+};
+
+class NSURLConnectionTest : public support::HostTest {
+protected:
+    std::shared_ptr<NSURLConnection> connect(NSURLRequest request) {
+        recorder_ = std::make_shared<EventRecorder>(recordersAlive_);
+        return NSURLConnection::withRequestDelegate(std::move(request), recorder_);
+    }
+    std::shared_ptr<NSURLConnection> connect(const char* url, double timeout = 60) {
+        return connect(NSURLRequest(NSURL::URLWithString(url),
+                                    NSURLRequestCachePolicy::UseProtocolCachePolicy, timeout));
+    }
+
+    int recordersAlive_ = 0;
+    std::shared_ptr<EventRecorder> recorder_;
+};
+
+TEST_F(NSURLConnectionTest, ReportsResponseDataAndEndInOrderWithoutBeingHeld) {
+    const std::string body(100'000, 'x');
+    network().at(kURL).type("video/mp4").body(body);
+    std::weak_ptr<NSURLConnection> connection = connect(kURL);
+    const auto recorder = recorder_.get();
+    const std::weak_ptr<EventRecorder> held = std::exchange(recorder_, nullptr);
+
+    EXPECT_THAT(recorder->events, IsEmpty()) << "nothing may be reported before start returns";
+    EXPECT_FALSE(connection.expired()) << "a running connection keeps itself";
+    recorder->onData = [&](NSURLConnection&) {
+        EXPECT_FALSE(held.expired());
+    };
+    std::vector<std::string> events;
+    std::string received;
+    recorder->onResponse = [&](NSURLConnection&) {
+        recorder_ = held.lock();
+    };
+    turn();
+
+    EXPECT_THAT(recorder_->events,
+                ElementsAre("response 200 video/mp4 100000 http://site/clip.mp4", "finish"));
+    EXPECT_EQ(recorder_->body, body);
+    EXPECT_GT(recorder_->chunks, 1);
+    EXPECT_TRUE(connection.expired());
+    recorder_.reset();
+    EXPECT_EQ(recordersAlive_, 0) << "the delegate is let go at the end";
+}
+
+TEST_F(NSURLConnectionTest, CancelFromAnyCallbackIsTheLastThingHeard) {
+    network().at(kURL).body("abcdef").chunks({2, 2, 2});
+    connect(kURL);
+    recorder_->onResponse = [](NSURLConnection& connection) {
+        connection.cancel();
+    };
+    turn();
+    EXPECT_THAT(recorder_->events, ElementsAre("response 200 text/html 6 http://site/clip.mp4"));
+    EXPECT_EQ(recorder_->body, "");
+
+    connect(kURL);
+    recorder_->onData = [](NSURLConnection& connection) {
+        connection.cancel();
+    };
+    turn();
+    EXPECT_EQ(recorder_->body, "ab");
+    EXPECT_EQ(recorder_->events.size(), 1U);
+
+    connect(kURL)->cancel();
+    turn();
+    EXPECT_THAT(recorder_->events, IsEmpty());
+    recorder_.reset();
+    EXPECT_EQ(recordersAlive_, 0);
+}
+
+TEST_F(NSURLConnectionTest, TimesOutAfterTheAskedSecondsWithoutAByte) {
+    network().at(kURL).body("abcdef").chunks({2, 2, 2}).secondsBetweenChunks(44).stallsAfter(4);
+    connect(kURL, 45);
+    advance(44 + 44 + 44.5);
+    EXPECT_EQ(recorder_->body, "abcd") << "44 seconds between bytes are no time-out";
+    EXPECT_EQ(recorder_->events.size(), 1U);
+    advance(1);
+    EXPECT_EQ(recorder_->events.back(), "fail -1001 The request timed out.");
+
+    network().at(kURL).neverAnswers();
+    connect(kURL, 45);
+    advance(44.9);
+    EXPECT_THAT(recorder_->events, IsEmpty());
+    advance(0.2);
+    EXPECT_THAT(recorder_->events, ElementsAre("fail -1001 The request timed out."));
+}
+
+TEST_F(NSURLConnectionTest, EachWayToFailHasItsCode) {
+    struct Case {
+        const char* name;
+        const char* url;
+        std::function<void()> script;
+        const char* last;
+    };
+    using Kind = host::TransferErrorKind;
+    const Case cases[] = {
+        {"no address", "not an address", [] {}, "fail -1000 bad URL"},
+        {"other scheme", "ftp://site/a", [] {}, "fail -1002 unsupported URL"},
+        {"nobody answers", kURL, [] {}, "fail -1004 Could not connect to the server."},
+        {"shorter than announced", kURL, [this] { network().at(kURL).body("abc").announces(4); },
+         "fail -1005 The network connection was lost."},
+        {"reset", kURL,
+         [this] { network().at(kURL).body("abc").failsAfter(2, Kind::ConnectionLost, "reset"); },
+         "fail -1005 reset"},
+        {"endless redirects", kURL, [this] { network().at(kURL).redirectsTo(kURL); },
+         "fail -1007 too many HTTP redirects"},
+        {"certificate", kURL, [this] { network().at(kURL).fails(Kind::Security, "bad"); },
+         "fail -1200 bad"},
+        {"redirect to a file", kURL,
+         [this] { network().at(kURL).redirectsTo("file:///etc/passwd"); },
+         "fail -1002 unsupported URL"},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.name);
+        each.script();
+        connect(each.url);
+        advance(1);
+        ASSERT_FALSE(recorder_->events.empty());
+        EXPECT_EQ(recorder_->events.back(), each.last);
+        recorder_.reset();
+        EXPECT_EQ(recordersAlive_, 0);
+    }
+}
+
+TEST_F(NSURLConnectionTest, FollowsRedirectsAndReportsTheFinalAddress) {
+    network().at(kURL).redirectsTo("http://site/b", 301);
+    network().at("http://site/b").redirectsTo("https://other/c", 307);
+    network().at("https://other/c").type("audio/mpeg").body("song");
+    connect(kURL);
+    turn();
+    EXPECT_THAT(recorder_->events,
+                ElementsAre("redirect 301 GET http://site/b", "redirect 307 GET https://other/c",
+                            "response 200 audio/mpeg 4 https://other/c", "finish"));
+}
+
+TEST_F(NSURLConnectionTest, AFormsPostBecomesAGetOnlyWhereBrowsersMakeItOne) {
+    struct Case {
+        int status;
+        const char* method;
+    };
+    for (const Case each : {Case{301, "GET"}, {302, "GET"}, {303, "GET"}, {307, "POST"}}) {
+        network().at(kURL).redirectsTo("http://site/b", each.status);
+        network().at("http://site/b").body("x");
+        NSURLRequest request(NSURL::URLWithString(kURL));
+        request.setHTTPMethod("POST");
+        network().forgetRequests();
+        connect(request);
+        turn();
+        EXPECT_EQ(recorder_->events.front(),
+                  "redirect " + std::to_string(each.status) + " " + each.method + " http://site/b");
+        EXPECT_EQ(network().requests().back().method, each.method);
+    }
+}
+
+TEST_F(NSURLConnectionTest, ARefusedRedirectStopsWhereTheRedirectAnswerStands) {
+    network().at(kURL).redirectsTo("http://site/b");
+    connect(kURL);
+    recorder_->onRedirect = [](const NSURLRequest&) {
+        return std::nullopt;
+    };
+    turn();
+    EXPECT_THAT(recorder_->events,
+                ElementsAre("redirect 302 GET http://site/b",
+                            "response 302 text/html -1 http://site/clip.mp4", "finish"));
+    EXPECT_THAT(network().requestedURLs(), ElementsAre(kURL));
+}
+
+TEST_F(NSURLConnectionTest, ADelegateMaySendARedirectElsewhere) {
+    network().at(kURL).redirectsTo("http://site/b");
+    network().at("http://site/mine").body("mine");
+    connect(kURL);
+    recorder_->onRedirect = [](const NSURLRequest& request) {
+        NSURLRequest changed(NSURL::URLWithString("http://site/mine"), request.cachePolicy(),
+                             request.timeoutInterval());
+        changed.setValueForHTTPHeaderField("1", "X-Mine");
+        return changed;
+    };
+    turn();
+    EXPECT_EQ(recorder_->body, "mine");
+    EXPECT_THAT(network().requestedURLs(), ElementsAre(kURL, "http://site/mine"));
+    EXPECT_EQ(support::ScriptedNetwork::header(network().requests().back(), "x-mine"), "1");
+}
+
+TEST_F(NSURLConnectionTest, ARequestArrivesAsItWasMade) {
+    network().at(kURL).body("x");
+    NSURLRequest request(NSURL::URLWithString(kURL),
+                         NSURLRequestCachePolicy::ReloadIgnoringLocalCacheData, 45.0);
+    request.setValueForHTTPHeaderField("one", "X-Field");
+    request.setValueForHTTPHeaderField("two", "x-field");
+    request.setCookies(NSURLRequestCookies::SendOnly);
+    connect(request);
+    turn();
+    const auto& sent = network().requests().front();
+    EXPECT_TRUE(sent.ignoresCache);
+    EXPECT_EQ(sent.timeout, 45.0);
+    EXPECT_EQ(sent.cookies, host::CookieUse::SendOnly);
+    EXPECT_EQ(sent.headers, (host::HeaderFields{{"X-Field", "two"}}));
+}
+
+TEST_F(NSURLConnectionTest, StartingTwiceSendsOnce) {
+    network().at(kURL).body("x");
+    recorder_ = std::make_shared<EventRecorder>(recordersAlive_);
+    const auto connection =
+        NSURLConnection::withRequestDelegate(NSURLRequest(NSURL::URLWithString(kURL)), recorder_,
+                                             NSURLConnection::StartsImmediately::No);
+    turn();
+    EXPECT_THAT(network().requests(), IsEmpty());
+    connection->start();
+    connection->start();
+    turn();
+    connection->start();
+    turn();
+    EXPECT_EQ(network().requests().size(), 1U);
+    EXPECT_EQ(recorder_->events.size(), 2U);
+}
+
+}
+}

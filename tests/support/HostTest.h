@@ -1,0 +1,43 @@
+#pragma once
+#include "tests/support/DeterministicHost.h"
+
+#include <gtest/gtest.h>
+
+namespace vistrel::support {
+
+/// Base of the tests that need a host: a fresh deterministic one for each test. When the test's own
+/// fields are gone, nothing of what it made may still live in the host.
+class HostTest : public ::testing::Test {
+public:
+    /// Called after each test to forget what a folder shares (its application object, caches),
+    /// while the host still stands. Registered once, before main.
+    static bool addResetHook(std::function<void()> hook);
+
+protected:
+    HostTest() = default;
+    ~HostTest() override;
+
+    void advance(double seconds) { host_.advance(seconds); }
+    /// Runs what is due now.
+    void turn() { host_.loop.turn(); }
+    bool runUntil(const std::function<bool()>& condition, double atMost = 3600) {
+        return host_.runUntil(condition, atMost);
+    }
+
+    VirtualLoop& loop() { return host_.loop; }
+    MemoryFiles& files() { return host_.files; }
+    ScriptedNetwork& network() { return host_.network; }
+    ScriptedWebEngine& webEngine() { return host_.webEngine; }
+    SilentMedia& media() { return host_.media; }
+    MemoryPreferences& preferences() { return host_.preferences; }
+    RecordingDesktop& desktop() { return host_.desktop; }
+    FixedDevice& device() { return host_.device; }
+    ManualDisplay& display() { return host_.display; }
+    std::vector<std::string>& logLines() { return host_.logLines; }
+    DeterministicHost& deterministicHost() { return host_; }
+
+private:
+    DeterministicHost host_;
+};
+
+}

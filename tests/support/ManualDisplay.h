@@ -1,0 +1,32 @@
+#pragma once
+#include "platform/host/Display.h"
+
+namespace vistrel::host {
+class EventLoop;
+}
+
+namespace vistrel::support {
+
+/// A frame clock of 60 frames a second on the virtual clock. No frame is made unless asked for.
+class ManualDisplay : public host::Display {
+public:
+    explicit ManualDisplay(host::EventLoop& loop)
+        : loop_(loop) {}
+
+    void requestFrame() override;
+    void setFrameHandler(std::function<void(double now)> handler) override;
+    double scale() const override { return scale_; }
+
+    int frames() const { return frames_; }
+    bool frameIsAskedFor() const { return asked_; }
+    void setScale(double scale) { scale_ = scale; }
+
+private:
+    host::EventLoop& loop_;
+    std::function<void(double now)> handler_;
+    double scale_ = 1;
+    int frames_ = 0;
+    bool asked_ = false;
+};
+
+}

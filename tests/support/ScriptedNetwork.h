@@ -1,0 +1,98 @@
+#pragma once
+#include "platform/host/Network.h"
+
+#include <deque>
+#include <map>
+#include <optional>
+#include <random>
+
+namespace vistrel::host {
+class EventLoop;
+}
+
+namespace vistrel::support {
+
+/// What the scripted network answers for an address: `at(url).type("video/mp4").body("…")`.
+class ScriptedAnswer {
+public:
+    ScriptedAnswer& status(int status);
+    /// The media type as the client is told it.
+    ScriptedAnswer& type(std::string mimeType);
+    ScriptedAnswer& header(std::string name, std::string value);
+    /// Announces its length, too, unless announces() says otherwise.
+    ScriptedAnswer& body(std::string bytes);
+    /// The length in the answer's head; -1: unknown. Fewer bytes than announced end in a failure.
+    ScriptedAnswer& announces(std::int64_t length);
+    /// Sizes of the first chunks; without, the body is split at random points, always the same.
+    ScriptedAnswer& chunks(std::vector<std::size_t> sizes);
+    /// Seconds before the head, and between chunks.
+    ScriptedAnswer& after(double seconds);
+    ScriptedAnswer& secondsBetweenChunks(double seconds);
+    ScriptedAnswer& redirectsTo(std::string url, int status = 302);
+    /// Nothing comes, not even a head.
+    ScriptedAnswer& neverAnswers();
+    /// Nothing comes after so many bytes of the body.
+    ScriptedAnswer& stallsAfter(std::size_t bytes);
+    ScriptedAnswer& failsAfter(std::size_t bytes, host::TransferErrorKind kind,
+                               std::string message);
+    /// Fails before the head.
+    ScriptedAnswer& fails(host::TransferErrorKind kind, std::string message);
+
+private:
+    friend class ScriptedTransfer;
+
+    int status_ = 200;
+    std::string mimeType_ = "text/html";
+    host::HeaderFields headers_;
+    std::string body_;
+    std::optional<std::int64_t> announced_;
+    std::vector<std::size_t> chunks_;
+    double delay_ = 0;
+    double interval_ = 0;
+    std::string location_;
+    bool silent_ = false;
+    std::optional<std::size_t> stallsAt_;
+    std::optional<std::size_t> failsAt_;
+    bool failsBeforeHead_ = false;
+    host::TransferError error_;
+};
+
+/// A network of scripted answers on the virtual clock. Every request is kept, each hop of a
+/// redirect as one of its own. Addresses without an answer cannot be connected to.
+class ScriptedNetwork : public host::Network {
+public:
+    explicit ScriptedNetwork(host::EventLoop& loop);
+    ~ScriptedNetwork() override;
+
+    std::unique_ptr<host::Transfer> start(host::TransferRequest request,
+                                          host::TransferClient& client) override;
+    host::Reachability reachability() const override { return reachability_; }
+    void setReachabilityHandler(std::function<void(host::Reachability)> handler) override;
+
+    /// The answer for the address from now on.
+    ScriptedAnswer& at(const std::string& url);
+    /// A further answer: given once those before it have been given once each.
+    ScriptedAnswer& thenAt(const std::string& url);
+
+    const std::vector<host::TransferRequest>& requests() const { return requests_; }
+    std::vector<std::string> requestedURLs() const;
+    void forgetRequests() { requests_.clear(); }
+    /// The requests' field of that name, empty when absent.
+    static std::string header(const host::TransferRequest& request, const std::string& name);
+    int runningTransfers() const { return *running_; }
+    void setReachability(host::Reachability reachability);
+
+private:
+    friend class ScriptedTransfer;
+    std::optional<ScriptedAnswer> take(const host::TransferRequest& request);
+
+    host::EventLoop& loop_;
+    std::map<std::string, std::deque<ScriptedAnswer>> answers_;
+    std::vector<host::TransferRequest> requests_;
+    std::mt19937 random_{20100401};
+    std::shared_ptr<int> running_ = std::make_shared<int>(0);
+    host::Reachability reachability_ = host::Reachability::WiFi;
+    std::function<void(host::Reachability)> reachabilityHandler_;
+};
+
+}

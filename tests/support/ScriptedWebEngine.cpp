@@ -1,0 +1,148 @@
+#include "tests/support/ScriptedWebEngine.h"
+
+#include "platform/host/EventLoop.h"
+
+#include <utility>
+
+namespace vistrel::support {
+
+ScriptedWebPage::ScriptedWebPage(ScriptedWebEngine& engine)
+    : engine_(engine) {
+    engine_.pages_.push_back(this);
+}
+
+ScriptedWebPage::~ScriptedWebPage() {
+    *alive_ = false;
+    std::erase(engine_.pages_, this);
+}
+
+void ScriptedWebPage::navigateLater(host::WebNavigation navigation, int position) {
+    engine_.loop_.schedule(0, [this, alive = alive_, navigation = std::move(navigation), position] {
+        if (*alive)
+            navigateTo(navigation, position);
+    });
+}
+
+bool ScriptedWebPage::navigateTo(const host::WebNavigation& navigation, int position) {
+    const auto alive = alive_;
+    const bool allowed = !client_ || client_->webPageShouldNavigate(navigation);
+    if (!allowed || !*alive)
+        return false;
+    if (!navigation.isMainFrame)
+        return true;
+    if (position == static_cast<int>(history_.size()) ||
+        navigation.url != history_[static_cast<std::size_t>(position)]) {
+        history_.resize(static_cast<std::size_t>(position));
+        history_.push_back(navigation.url);
+    }
+    position_ = position;
+    startLoad();
+    return true;
+}
+
+void ScriptedWebPage::load(const std::string& url, const host::HeaderFields& headers) {
+    calls_.push_back("load " + url);
+    loadedHeaders_ = headers;
+    navigateLater({url, "GET", headers}, position_ + 1);
+}
+
+void ScriptedWebPage::loadHTML(const std::string& html, const std::string& baseURL) {
+    calls_.push_back("loadHTML " + baseURL);
+    loadedHTML_ = html;
+    navigateLater({baseURL, "GET", {}}, position_ + 1);
+}
+
+void ScriptedWebPage::goBack() {
+    calls_.emplace_back("goBack");
+    if (canGoBack()) {
+        navigateLater({history_[static_cast<std::size_t>(position_) - 1],
+                       "GET",
+                       {},
+                       host::WebNavigationType::BackForward},
+                      position_ - 1);
+    }
+}
+
+void ScriptedWebPage::goForward() {
+    calls_.emplace_back("goForward");
+    if (canGoForward()) {
+        navigateLater({history_[static_cast<std::size_t>(position_) + 1],
+                       "GET",
+                       {},
+                       host::WebNavigationType::BackForward},
+                      position_ + 1);
+    }
+}
+
+void ScriptedWebPage::reload() {
+    calls_.emplace_back("reload");
+    if (position_ >= 0)
+        navigateLater({url(), "GET", {}, host::WebNavigationType::Reload}, position_);
+}
+
+void ScriptedWebPage::stopLoading() {
+    calls_.emplace_back("stopLoading");
+    loading_ = false;
+}
+
+std::string ScriptedWebPage::url() const {
+    return position_ < 0 ? std::string() : history_[static_cast<std::size_t>(position_)];
+}
+
+void ScriptedWebPage::evaluate(const std::string& script,
+                               std::function<void(const std::string&)> done) {
+    calls_.push_back("evaluate " + script);
+    if (!done)
+        return;
+    engine_.loop_.schedule(
+        0, [alive = alive_, done = std::move(done), result = engine_.scriptResults_[script]] {
+            if (*alive)
+                done(result);
+        });
+}
+
+bool ScriptedWebPage::navigate(const host::WebNavigation& navigation) {
+    return navigateTo(navigation, position_ + 1);
+}
+
+bool ScriptedWebPage::clickLink(const std::string& url) {
+    return navigate({url, "GET", {}, host::WebNavigationType::LinkClicked});
+}
+
+bool ScriptedWebPage::submitForm(const std::string& url, const std::string& method) {
+    return navigate({url, method, {}, host::WebNavigationType::FormSubmitted});
+}
+
+bool ScriptedWebPage::respond(const host::WebResponse& response) {
+    return !client_ || client_->webPageShouldShowResponse(response);
+}
+
+void ScriptedWebPage::startLoad() {
+    loading_ = true;
+    if (client_)
+        client_->webPageDidStartLoad();
+}
+
+void ScriptedWebPage::finishLoad() {
+    loading_ = false;
+    if (client_)
+        client_->webPageDidFinishLoad();
+}
+
+void ScriptedWebPage::failLoad(const host::WebError& error) {
+    loading_ = false;
+    if (client_)
+        client_->webPageDidFailLoad(error);
+}
+
+std::unique_ptr<host::WebPage> ScriptedWebEngine::createPage() {
+    if (unavailable_)
+        return nullptr;
+    return std::make_unique<ScriptedWebPage>(*this);
+}
+
+void ScriptedWebEngine::setScriptResult(const std::string& script, std::string result) {
+    scriptResults_.insert_or_assign(script, std::move(result));
+}
+
+}
