@@ -21,7 +21,7 @@ p { margin: 12px 16px }
 form { margin: 12px 16px }
 label { display: block; margin: 10px 0; color: #aab2c0 }
 input, select, button { display: block; width: 100%; min-height: 48px; margin-top: 4px; padding: 8px 12px;
-       font-size: 17px; border-radius: 10px; border: 1px solid #4a5266; background: #0f1115; color: #fff }
+       font: inherit; border-radius: 10px; border: 1px solid #4a5266; background: #0f1115; color: #fff }
 button { background: linear-gradient(#4d7ccc, #2d57a3); font-weight: bold }
 iframe { display: block; width: calc(100% - 24px); height: 120px; margin: 12px; border: 1px solid #3b4252;
          background: #000 }
