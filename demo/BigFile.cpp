@@ -51,8 +51,7 @@ Answer bigFileDigest(Site& /*site*/, const Request& request) {
 Answer fileDigest(Site& site, const Request& request) {
     const std::string path = request.parameter("path").value_or("");
     const std::string name = path.substr(path.rfind('/') + 1);
-    Answer file =
-        path.starts_with("/files/") ? site.media.episode(name) : site.media.file(name);
+    Answer file = path.starts_with("/files/") ? site.media.episode(name) : site.media.file(name);
     if (file.status != 200)
         return file;
     return textAnswer(sha256Of(file.body) + "\n");
