@@ -1,11 +1,14 @@
 #pragma once
+#include "platform/uikit/UIModalOwner.h"
+
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace vistrel {
+class UIAlertPanel;
 class UIAlertView;
-class UIWindow;
+class UIModalWindow;
 
 class UIAlertViewDelegate {
 public:
@@ -16,14 +19,14 @@ public:
 /// A box over the screen with a title, a message and buttons. Button 0 is the cancel button. Text
 /// that does not fit the screen scrolls inside the box. While shown it keeps itself alive; alerts
 /// shown over another stack up.
-class UIAlertView : public std::enable_shared_from_this<UIAlertView> {
+class UIAlertView : public UIModalOwner, public std::enable_shared_from_this<UIAlertView> {
 public:
     /// The delegate is not retained; give a weak pointer (empty for none).
     static std::shared_ptr<UIAlertView> withTitle(std::string title, std::string message,
                                                   std::weak_ptr<UIAlertViewDelegate> delegate,
                                                   std::string cancelButtonTitle,
                                                   std::vector<std::string> otherButtonTitles = {});
-    ~UIAlertView();
+    ~UIAlertView() override;
 
     const std::string& title() const { return title_; }
     const std::string& message() const { return message_; }
@@ -34,7 +37,8 @@ public:
     int numberOfRows() const { return rows_; }
 
     void show();
-    bool isVisible() const { return window_ != nullptr; }
+    /// From show until a button is tapped.
+    bool isVisible() const { return visible_; }
     /// Closes as if the button had been tapped, without telling the delegate.
     void dismissWithClickedButtonIndex(int index, bool animated);
 
@@ -44,13 +48,17 @@ public:
 private:
     UIAlertView() = default;
     void buttonTapped(int index);
+    std::shared_ptr<UIAlertPanel> makePanel();
+    void setShown(bool shown);
+    void close(bool animated);
 
     std::string title_;
     std::string message_;
     std::vector<std::string> buttons_;
     std::weak_ptr<UIAlertViewDelegate> delegate_;
     int rows_ = 0;
-    std::shared_ptr<UIWindow> window_;
+    bool visible_ = false;
+    std::weak_ptr<UIModalWindow> window_; ///< owned by the screen, owns this alert
 };
 
 }

@@ -50,6 +50,10 @@ public:
         return kind_ == Kind::SystemItem && systemItem_ == UIBarButtonSystemItem::FlexibleSpace;
     }
 
+    /// Of a fixed space; 0 elsewhere: as wide as the content asks for.
+    double width() const { return width_; }
+    void setWidth(double width);
+
     int tag() const { return tag_; }
     void setTag(int tag) { tag_ = tag; }
     bool isEnabled() const { return enabled_; }
@@ -74,6 +78,7 @@ private:
     std::shared_ptr<UIView> customView_;
     std::function<void()> action_;
     std::string accessibilityLabel_;
+    double width_ = 0;
     int tag_ = 0;
     bool enabled_ = true;
     std::function<void()> changed_;

@@ -39,6 +39,7 @@ public:
     void setEnabled(bool enabled) override;
     void setHighlighted(bool highlighted) override;
     void setSelected(bool selected) override;
+    CGSize sizeThatFits(CGSize size) const override;
     void layoutSubviews() override;
     bool drawsContent() const override;
     void drawRect(const CGRect& rect) override;
@@ -47,6 +48,11 @@ public:
 private:
     template <typename T>
     using ByState = std::map<UIControlState, T>;
+
+    void stateChanged();
+    CGRect imageRect() const;
+    void drawPicture(const ByState<std::shared_ptr<const UIImage>>& pictures, const CGRect& rect);
+    void drawRoundedRect(const CGRect& rect);
 
     UIButtonType type_;
     ByState<std::string> titles_;

@@ -45,6 +45,7 @@ private:
     bool enabled_ = true;
     bool highlighted_ = false;
     bool selected_ = false;
+    bool tracking_ = false; ///< a touch that began here is down
 };
 
 }

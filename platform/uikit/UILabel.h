@@ -39,6 +39,10 @@ public:
     UIAccessibilityElement accessibilityElement() const override;
 
 private:
+    void drawOneLine(const CGRect& rect);
+    void drawLines(const CGRect& rect);
+    void drawText(const CGRect& rect, const UIFont& font, UILineBreakMode mode);
+
     std::string text_;
     UIFont font_ = UIFont::systemFontOfSize(17);
     UIColor textColor_ = UIColor::blackColor();

@@ -4,6 +4,8 @@
 #include "platform/uikit/UIView.h"
 
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace vistrel {
 
@@ -24,6 +26,7 @@ public:
     void pushNavigationItem(std::shared_ptr<UINavigationItem> item, bool animated);
     std::shared_ptr<UINavigationItem> popNavigationItemAnimated(bool animated);
     void setItems(std::vector<std::shared_ptr<UINavigationItem>> items, bool animated);
+    const std::vector<std::shared_ptr<UINavigationItem>>& items() const { return items_; }
     UINavigationItem* topItem() const;
     UINavigationItem* backItem() const;
     /// What the back button does; the default pops the item.
@@ -34,12 +37,36 @@ public:
     void layoutSubviews() override;
 
 private:
-    void rebuild(bool animated, int direction);
+    enum class Direction { None, Push, Pop };
+    /// One of the three places; `source` tells whether its content is still the wanted one.
+    struct Slot {
+        std::shared_ptr<UIView> view;
+        std::shared_ptr<const void> source;
+        std::string text;
+    };
+    struct Change;
+
+    void rebuild(bool animated, Direction direction);
+    Slot leftSlot() const;
+    Slot titleSlot() const;
+    Slot rightSlot() const;
+    std::shared_ptr<UIView> makeBackButton(const std::string& title) const;
+    void replaceSlot(Slot& slot, Slot wanted, double distance, Change& change);
+    void animate(const Change& change);
+    void removeFaded(const std::shared_ptr<UIView>& view);
+    void itemsChanged();
+    void observe(UINavigationItem& item);
+    void observe(const std::shared_ptr<UIBarButtonItem>& item);
+    void layoutTitle();
+    void goBack();
+    UIColor color() const;
 
     std::optional<UIColor> tintColor_;
     UIBarStyle barStyle_ = UIBarStyle::Default;
     std::vector<std::shared_ptr<UINavigationItem>> items_;
-    std::shared_ptr<UIView> content_;
+    Slot left_;
+    Slot title_;
+    Slot right_;
     std::function<void()> backAction_;
 };
 

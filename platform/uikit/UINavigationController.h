@@ -29,6 +29,7 @@ public:
 
     void loadView() override;
     void viewDidLoad() override;
+    void didReceiveMemoryWarning() override;
     bool escapePressed() override;
 
 protected:
@@ -39,14 +40,27 @@ protected:
 
 private:
     UINavigationController();
+    enum class Way { Push, Pop };
     struct Transition;
+
+    void adopt(UIViewController& controller);
+    std::vector<std::shared_ptr<UINavigationItem>> barItems() const;
+    void popTo(std::size_t count, bool animated);
+    /// Shows the top screen instead of `old`; `leaving` are no longer in the stack.
+    void begin(Way way, std::shared_ptr<UIViewController> old,
+               std::vector<std::shared_ptr<UIViewController>> leaving, bool animated);
+    void slide(Way way);
+    void finish();
+    /// The top screen's view alone in its place.
+    void installTopView();
+    void layoutBars();
 
     std::vector<std::shared_ptr<UIViewController>> stack_;
     std::shared_ptr<UINavigationBar> bar_;
     std::shared_ptr<UIView> content_;
     std::unique_ptr<Transition> transition_;
+    unsigned serial_ = 0; ///< of the running transition; an older one's end means nothing
     bool barHidden_ = false;
-    bool onScreen_ = false;
 };
 
 }

@@ -28,6 +28,8 @@ public:
     }
 
 private:
+    void changed(bool animated) const;
+
     std::string title_;
     std::shared_ptr<UIBarButtonItem> left_;
     std::shared_ptr<UIBarButtonItem> right_;

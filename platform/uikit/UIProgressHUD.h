@@ -25,6 +25,7 @@ private:
     std::shared_ptr<UIView> panel_;
     std::shared_ptr<UIActivityIndicatorView> spinner_;
     std::shared_ptr<UILabel> label_;
+    bool shown_ = false;
 };
 
 }

@@ -26,9 +26,15 @@ public:
 
 private:
     void rebuild();
+    void replaceViews(std::vector<std::shared_ptr<UIView>> views,
+                      const std::vector<std::shared_ptr<UIView>>& added, bool animated);
+    void observe(UIBarButtonItem& item);
+    void itemsChanged();
+    double widthOfItem(std::size_t index) const;
+    double heightOfItem(std::size_t index) const;
 
     std::vector<std::shared_ptr<UIBarButtonItem>> items_;
-    std::vector<std::shared_ptr<UIView>> itemViews_;
+    std::vector<std::shared_ptr<UIView>> itemViews_; ///< one for each item, null for spaces
     std::optional<UIColor> tintColor_;
     UIBarStyle barStyle_ = UIBarStyle::Default;
 };

@@ -7,8 +7,13 @@
 
 namespace vistrel {
 class UIBarButtonItem;
+class UIModalPresentation;
 class UINavigationController;
 class UINavigationItem;
+
+/// Posted when memory runs short; every screen hears didReceiveMemoryWarning.
+inline constexpr const char* UIApplicationDidReceiveMemoryWarningNotification =
+    "UIApplicationDidReceiveMemoryWarningNotification";
 
 /// One screen: its view, made when first asked for, and its place among the other screens. Held by
 /// shared_ptr; owned by the navigation stack or by the screen that presents it.
@@ -37,7 +42,8 @@ public:
     virtual bool shouldAutorotateToInterfaceOrientation(UIInterfaceOrientation orientation);
     virtual void setEditing(bool editing, bool animated);
     bool isEditing() const { return editing_; }
-    /// Escape on the keyboard: what leaves this screen. Default: back, or nothing for a root.
+    /// Escape on the keyboard: what leaves this screen. Default: back in a navigation stack, closed
+    /// when modal, nothing for a root. Whether there was something to do.
     virtual bool escapePressed();
 
     const std::string& title() const { return title_; }
@@ -56,20 +62,36 @@ public:
     /// Takes the modal screen of this one away; asked of a modal screen itself, its presenter does
     /// it.
     void dismissModalViewControllerAnimated(bool animated);
-    const std::shared_ptr<UIViewController>& modalViewController() const { return modal_; }
+    std::shared_ptr<UIViewController> modalViewController() const;
     /// Who presents this screen, or the navigation controller that holds it; null for none.
     UIViewController* parentViewController() const;
 
 protected:
     friend class UINavigationController;
     friend class UIModalPresentation;
+    friend class UIView;
     /// The lifecycle calls on their way to the screen that is visible; containers hand them on.
-    virtual void sendViewWillAppear(bool animated) { viewWillAppear(animated); }
-    virtual void sendViewDidAppear(bool animated) { viewDidAppear(animated); }
-    virtual void sendViewWillDisappear(bool animated) { viewWillDisappear(animated); }
-    virtual void sendViewDidDisappear(bool animated) { viewDidDisappear(animated); }
+    /// Each does nothing when it would repeat or contradict the one before.
+    virtual void sendViewWillAppear(bool animated);
+    virtual void sendViewDidAppear(bool animated);
+    virtual void sendViewWillDisappear(bool animated);
+    virtual void sendViewDidDisappear(bool animated);
+
+    enum class Appearance { Disappeared, Appearing, Appeared, Disappearing };
+    Appearance appearance() const { return appearance_; }
+    bool isAppearingOrAppeared() const {
+        return appearance_ == Appearance::Appearing || appearance_ == Appearance::Appeared;
+    }
 
 private:
+    /// The outermost screen that holds this one in a navigation stack; itself when none does.
+    UIViewController& outermostContainer();
+    const UIViewController& outermostContainer() const;
+    UIModalPresentation& presentation();
+    void releaseView();
+    /// The root view came into a window or left it (null) without a container's doing.
+    void viewMovedToWindow(UIWindow* window);
+
     std::shared_ptr<UIView> view_;
     std::string title_;
     std::unique_ptr<UINavigationItem> navigationItem_;
@@ -77,6 +99,8 @@ private:
     UINavigationController* navigationController_ = nullptr;
     UIViewController* presenter_ = nullptr;
     std::shared_ptr<UIViewController> modal_;
+    std::shared_ptr<UIModalPresentation> presentation_;
+    Appearance appearance_ = Appearance::Disappeared;
     bool editing_ = false;
     bool hidesBottomBarWhenPushed_ = false;
 };

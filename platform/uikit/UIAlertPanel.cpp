@@ -1,0 +1,201 @@
+#include "platform/uikit/UIAlertPanel.h"
+
+#include "platform/uikit/UIBarDrawing.h"
+#include "platform/uikit/UIGlossyButton.h"
+#include "platform/uikit/UIKey.h"
+#include "platform/uikit/UILabel.h"
+#include "platform/uikit/UIScrollView.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vistrel {
+
+namespace {
+
+constexpr double kWidth = 284;
+constexpr double kSide = 12;
+constexpr double kTop = 16;
+constexpr double kBottom = 14;
+constexpr double kTextGap = 6;
+constexpr double kButtonsGap = 14;
+constexpr double kButtonHeight = 43;
+constexpr double kButtonGap = 8;
+constexpr double kRadius = 12;
+constexpr double kScrollInset = 8;
+constexpr int kMostTitleLines = 3;
+
+constexpr UIColor kBody = UIColor::colorWithRedGreenBlueAlpha(0.07F, 0.13F, 0.31F, 0.92F);
+constexpr UIColor kButtonColor = UIColor::colorWithRedGreenBlueAlpha(0.2F, 0.27F, 0.45F, 1);
+constexpr UIColor kCancelColor = UIColor::colorWithRedGreenBlueAlpha(0.1F, 0.15F, 0.3F, 1);
+
+}
+
+UIAlertPanel::UIAlertPanel(const Content& content, double maximumHeight,
+                           std::function<void(int)> chosen)
+    : chosen_(std::move(chosen)) {
+    UIView::setOpaque(false);
+    if (!content.title.empty())
+        title_ = addText(content.title, 18, true);
+    if (title_)
+        title_->setNumberOfLines(kMostTitleLines);
+    if (!content.message.empty())
+        message_ = addText(content.message, 16, false);
+    makeButtons(content);
+    layOut(maximumHeight, rowCount(content.rows));
+    std::string spoken = content.title;
+    if (!content.message.empty())
+        spoken += (spoken.empty() ? "" : "\n") + content.message;
+    setAccessibility({UIAccessibilityRole::Alert, spoken, {}, true});
+}
+
+std::shared_ptr<UILabel> UIAlertPanel::addText(const std::string& text, double fontSize,
+                                               bool bold) {
+    auto label = std::make_shared<UILabel>();
+    label->setFont(bold ? UIFont::boldSystemFontOfSize(fontSize)
+                        : UIFont::systemFontOfSize(fontSize));
+    label->setTextColor(UIColor::whiteColor());
+    label->setShadowColor(UIColor::colorWithWhiteAlpha(0, 0.5F));
+    label->setTextAlignment(UITextAlignment::Center);
+    label->setNumberOfLines(0);
+    label->setText(text);
+    addSubview(label);
+    return label;
+}
+
+void UIAlertPanel::makeButtons(const Content& content) {
+    const int count = static_cast<int>(content.buttons.size());
+    default_ = count > 1 ? 1 : 0;
+    for (int index = 0; index < count; ++index) {
+        UIGlossyButton::Look look;
+        look.body = index == 0 && count > 1 ? kCancelColor : kButtonColor;
+        look.title = UIColor::whiteColor();
+        look.shadow = UIColor::colorWithWhiteAlpha(0, 0.6F);
+        auto button = std::make_shared<UIGlossyButton>(
+            content.buttons[static_cast<std::size_t>(index)], look);
+        button->addTarget([this, index] { chosen_(index); }, UIControlEventTouchUpInside);
+        addSubview(button);
+        buttons_.push_back(std::move(button));
+    }
+}
+
+const std::shared_ptr<UIGlossyButton>& UIAlertPanel::button(int index) const {
+    return buttons_.at(static_cast<std::size_t>(index));
+}
+
+int UIAlertPanel::rowCount(int rows) const {
+    const int count = static_cast<int>(buttons_.size());
+    if (rows > 0)
+        return std::min(rows, count);
+    return count == 2 ? 1 : count;
+}
+
+void UIAlertPanel::layOut(double maximumHeight, int rows) {
+    const double buttons = rows * kButtonHeight + std::max(0, rows - 1) * kButtonGap;
+    const double below = (rows > 0 ? kButtonsGap + buttons : 0) + kBottom;
+    double y = kTop;
+    if (title_) {
+        const double height = title_->sizeThatFits({kWidth - 2 * kSide, 0}).height;
+        title_->setFrame(CGRectMake(kSide, y, kWidth - 2 * kSide, height));
+        y += height + (message_ ? kTextGap : 0);
+    }
+    if (message_)
+        y += layOutMessage(y, maximumHeight - y - below);
+    layOutButtons(y + kButtonsGap, rows);
+    setBounds(CGRectMake(0, 0, kWidth, std::ceil(y + below)));
+}
+
+double UIAlertPanel::layOutMessage(double top, double space) {
+    const double width = kWidth - 2 * kSide;
+    const double height = message_->sizeThatFits({width, 0}).height;
+    if (height <= space) {
+        message_->setFrame(CGRectMake(kSide, top, width, height));
+        return height;
+    }
+    const double inner = width - 2 * kScrollInset;
+    message_->setTextAlignment(UITextAlignment::Left);
+    const double full = message_->sizeThatFits({inner, 0}).height;
+    scroll_ = std::make_shared<UIScrollView>(CGRectMake(kSide, top, width, std::floor(space)));
+    scroll_->setOpaque(false);
+    scroll_->setIndicatorStyle(UIScrollViewIndicatorStyle::White);
+    scroll_->setContentSize({width, full + 2 * kScrollInset});
+    message_->removeFromSuperview();
+    message_->setFrame(CGRectMake(kScrollInset, kScrollInset, inner, full));
+    scroll_->addSubview(message_);
+    addSubview(scroll_);
+    return std::floor(space);
+}
+
+void UIAlertPanel::layOutButtons(double top, int rows) {
+    if (rows == 0)
+        return;
+    const int count = static_cast<int>(buttons_.size());
+    const int perRow = (count + rows - 1) / rows;
+    const double width = (kWidth - 2 * kSide - (perRow - 1) * kButtonGap) / perRow;
+    for (int index = 0; index < count; ++index) {
+        // One under the other, the cancel button comes last.
+        const int place = perRow > 1 ? index : (index + count - 1) % count;
+        const double x = kSide + place % perRow * (width + kButtonGap);
+        const double y = top + place / perRow * (kButtonHeight + kButtonGap);
+        button(index)->setFrame(CGRectMake(x, y, width, kButtonHeight));
+    }
+}
+
+void UIAlertPanel::mark(int index) {
+    default_ = index;
+    for (int other = 0; other < static_cast<int>(buttons_.size()); ++other)
+        button(other)->setMarked(other == index);
+}
+
+bool UIAlertPanel::keyPressed(const UIKey& key) {
+    const auto self = shared_from_this();
+    const int count = static_cast<int>(buttons_.size());
+    const bool moves =
+        key.code == UIKeyCode::Tab || key.code == UIKeyCode::Left || key.code == UIKeyCode::Right;
+    const bool backward = key.code == UIKeyCode::Left || key.shift;
+    if (key.code == UIKeyCode::Escape)
+        chosen_(0);
+    else if (key.code == UIKeyCode::Enter && count > 0)
+        chosen_(default_);
+    else if (moves && count > 0)
+        mark((default_ + (backward ? count - 1 : 1)) % count);
+    else if (scroll_)
+        scroll_->keyPressed(key);
+    return true;
+}
+
+void UIAlertPanel::drawRect(const CGRect& rect) {
+    CGContext& context = *UIGraphicsGetCurrentContext();
+    const CGRect box = rect.insetBy(1, 1);
+    context.setFillColor(kBody);
+    context.beginPath();
+    context.addRoundedRect(box, kRadius);
+    context.fillPath();
+    context.saveGState();
+    context.beginPath();
+    context.addRoundedRect(box, kRadius);
+    context.clipToPath();
+    // The glass: a bright cap that ends in an arc.
+    const double reach = 34;
+    const double radius = rect.size.width * 1.4;
+    context.beginPath();
+    context.arc(rect.midX(), rect.minY() + reach - radius, radius, 0, 6.2832);
+    context.clipToPath();
+    const CGGradient gloss{
+        {UIColor::colorWithWhiteAlpha(1, 0.5F), UIColor::colorWithWhiteAlpha(1, 0.12F)}, {}};
+    context.drawLinearGradient(gloss, rect.origin, {rect.minX(), rect.minY() + reach});
+    context.restoreGState();
+    context.setStrokeColor(UIColor::colorWithWhiteAlpha(0.92F, 0.85F));
+    context.setLineWidth(2);
+    context.beginPath();
+    context.addRoundedRect(box, kRadius);
+    context.strokePath();
+    if (!scroll_)
+        return;
+    context.setFillColor(UIColor::colorWithWhiteAlpha(0, 0.3F));
+    context.beginPath();
+    context.addRoundedRect(scroll_->frame(), 5);
+    context.fillPath();
+}
+
+}

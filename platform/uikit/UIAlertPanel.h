@@ -1,0 +1,52 @@
+#pragma once
+#include "platform/uikit/UIView.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace vistrel {
+class UIGlossyButton;
+class UILabel;
+class UIScrollView;
+
+/// The box of an alert: as high as its texts and buttons ask for, at most as the screen allows;
+/// then the message scrolls.
+class UIAlertPanel : public UIView {
+public:
+    struct Content {
+        std::string title;
+        std::string message;
+        std::vector<std::string> buttons; ///< the first cancels
+        int rows = 0;                     ///< of buttons; 0: two side by side, more one per row
+    };
+
+    UIAlertPanel(const Content& content, double maximumHeight, std::function<void(int)> chosen);
+
+    bool isScrolling() const { return scroll_ != nullptr; }
+    /// The button with an index of the content.
+    const std::shared_ptr<UIGlossyButton>& button(int index) const;
+
+    bool keyPressed(const UIKey& key) override;
+    bool canBecomeFirstResponder() const override { return true; }
+    bool drawsContent() const override { return true; }
+    void drawRect(const CGRect& rect) override;
+
+private:
+    std::shared_ptr<UILabel> addText(const std::string& text, double fontSize, bool bold);
+    void makeButtons(const Content& content);
+    void layOut(double maximumHeight, int rows);
+    double layOutMessage(double top, double space);
+    void layOutButtons(double top, int rows);
+    int rowCount(int rows) const;
+    void mark(int index);
+
+    std::function<void(int)> chosen_;
+    std::shared_ptr<UILabel> title_;
+    std::shared_ptr<UILabel> message_;
+    std::shared_ptr<UIScrollView> scroll_;
+    std::vector<std::shared_ptr<UIGlossyButton>> buttons_;
+    int default_ = 0; ///< what Enter presses
+};
+
+}
