@@ -13,14 +13,17 @@ public:
 
     /// The clamped value.
     float progress() const { return progress_; }
-    /// Clamped to 0..1; not a number counts as 0.
+    /// Clamped to 0..1; not a number counts as 0. Paints only when the bar grows by a pixel.
     void setProgress(float progress);
 
+    CGSize sizeThatFits(CGSize size) const override; ///< 9 points high
     bool drawsContent() const override { return true; }
     void drawRect(const CGRect& rect) override;
     UIAccessibilityElement accessibilityElement() const override;
 
 private:
+    double filledWidth() const;
+
     float progress_ = 0;
     UIProgressViewStyle style_;
 };

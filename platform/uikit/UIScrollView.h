@@ -1,9 +1,12 @@
 #pragma once
+#include "platform/uikit/CADisplayLink.h"
+#include "platform/uikit/UIScrollMotion.h"
 #include "platform/uikit/UIView.h"
 
 #include <memory>
 
 namespace vistrel {
+class UIScrollIndicator;
 class UIScrollView;
 
 enum class UIScrollViewIndicatorStyle { Default = 0, Black = 1, White = 2 };
@@ -24,17 +27,21 @@ public:
     CGSize contentSize() const { return contentSize_; }
     void setContentSize(CGSize size);
     CGPoint contentOffset() const { return bounds().origin; }
+    /// Animated: a glide of 0.3 seconds, which a touch stops.
     void setContentOffset(CGPoint offset, bool animated = false);
     const UIEdgeInsets& contentInset() const { return contentInset_; }
     void setContentInset(const UIEdgeInsets& insets);
+    /// By the least that shows it whole; nothing when it shows already.
     void scrollRectToVisible(const CGRect& rect, bool animated);
+    bool isScrollEnabled() const { return scrollEnabled_; }
     void setScrollEnabled(bool enabled) { scrollEnabled_ = enabled; }
-    void setBounces(bool bounces) { bounces_ = bounces; }
+    void setBounces(bool bounces);
     void setAlwaysBounceVertical(bool always) { alwaysBounceVertical_ = always; }
     void setIndicatorStyle(UIScrollViewIndicatorStyle style);
     void setShowsVerticalScrollIndicator(bool shows);
     void setScrollDelegate(UIScrollViewDelegate* delegate) { scrollDelegate_ = delegate; }
     bool isDragging() const;
+    /// Momentum, a spring back, or an animated move is under way.
     bool isDecelerating() const;
     /// Ends momentum where it is.
     void stopScrolling();
@@ -53,22 +60,39 @@ public:
 protected:
     /// After every change of the offset.
     virtual void didScroll();
+    /// A finger has begun to drag the content.
+    virtual void willBeginDragging() {}
     /// The offset's allowed range, insets included.
     CGPoint minimumOffset() const;
     CGPoint maximumOffset() const;
+    /// Adds a part of the content at the back, or in front of all but the indicator.
+    void addContentAtBack(std::shared_ptr<UIView> view);
+    void addContentInFront(std::shared_ptr<UIView> view);
 
 private:
-    class Motion; ///< drag, momentum and bounce as a state machine over time
-    class Indicator;
+    bool canMoveVertically() const;
+    bool canMoveHorizontally() const;
+    bool hasMovedFarEnough(const UITouch& touch) const;
+    void beginDrag(const UITouch& touch);
+    void updateRange();
+    void frameCame(double now);
+    void motionChanged();
+    void showMotionOffset();
+    void moveTo(CGPoint offset, bool animated);
+    void placeIndicator();
 
     CGSize contentSize_;
     UIEdgeInsets contentInset_;
     bool scrollEnabled_ = true;
     bool bounces_ = true;
     bool alwaysBounceVertical_ = false;
+    bool showsVerticalIndicator_ = true;
+    UIScrollViewIndicatorStyle indicatorStyle_ = UIScrollViewIndicatorStyle::Default;
     UIScrollViewDelegate* scrollDelegate_ = nullptr;
-    std::unique_ptr<Motion> motion_;
-    std::unique_ptr<Indicator> indicator_;
+    UIScrollMotion horizontal_;
+    UIScrollMotion vertical_;
+    CADisplayLink frames_;
+    std::shared_ptr<UIScrollIndicator> indicator_; ///< made at the first movement
 };
 
 }

@@ -6,18 +6,22 @@
 namespace vistrel {
 class UIImage;
 
-/// A value between a minimum and a maximum, set by dragging its thumb.
+/// A value between a minimum and a maximum, set by dragging its thumb. A new value only moves
+/// finished pictures; nothing is painted for it.
 class UISlider : public UIControl {
 public:
     explicit UISlider(CGRect frame = {});
+    ~UISlider() override;
 
     float value() const { return value_; }
-    /// Clamped. Redraws only when the thumb moves by a pixel. No event.
+    /// Clamped; not a number counts as the minimum. Composes anew only when the thumb moves by a
+    /// pixel. No event.
     void setValue(float value);
     float minimumValue() const { return minimum_; }
     void setMinimumValue(float minimum);
     float maximumValue() const { return maximum_; }
     void setMaximumValue(float maximum);
+    /// Null: the slider's own.
     void setThumbImage(std::shared_ptr<const UIImage> image);
     void setMinimumTrackImage(std::shared_ptr<const UIImage> image);
     void setMaximumTrackImage(std::shared_ptr<const UIImage> image);
@@ -25,27 +29,39 @@ public:
     void setContinuous(bool continuous) { continuous_ = continuous; }
     bool isTracking() const { return tracking_; }
 
+    /// May stand out above and below a flat slider.
     CGRect thumbRect() const;
+    void layoutSubviews() override;
     void touchesBegan(const UITouch& touch) override;
     void touchesMoved(const UITouch& touch) override;
     void touchesEnded(const UITouch& touch) override;
     void touchesCancelled(const UITouch& touch) override;
+    /// A touch on a slider never becomes a scroll.
+    bool shouldCaptureTouch(const UITouch&) override { return false; }
     bool keyPressed(const UIKey& key) override;
     bool pointInside(CGPoint point) const override; ///< also around a flat track
-    bool drawsContent() const override { return true; }
-    void drawRect(const CGRect& rect) override;
     UIAccessibilityElement accessibilityElement() const override;
 
 private:
+    class Thumb;
+    class Track;
+
+    float part() const;
+    void dragTo(const UITouch& touch);
+    void endTracking();
+    void place();
+
     float value_ = 0;
     float minimum_ = 0;
     float maximum_ = 1;
     bool continuous_ = true;
     bool tracking_ = false;
     double grabOffset_ = 0;
-    std::shared_ptr<const UIImage> thumb_;
-    std::shared_ptr<const UIImage> minimumTrack_;
-    std::shared_ptr<const UIImage> maximumTrack_;
+    std::shared_ptr<UIView> minimumWindow_; ///< shows the left track up to the thumb's middle
+    std::shared_ptr<UIView> maximumWindow_; ///< shows the right track from there on
+    std::shared_ptr<Track> minimumTrack_;
+    std::shared_ptr<Track> maximumTrack_;
+    std::shared_ptr<Thumb> thumb_;
 };
 
 }

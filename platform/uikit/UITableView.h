@@ -4,7 +4,6 @@
 #include "platform/uikit/UITableViewDataSource.h"
 #include "platform/uikit/UITableViewDelegate.h"
 
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,6 +11,12 @@
 
 namespace vistrel {
 class UITableViewCell;
+class UITableViewEditing;
+class UITableViewHeaders;
+class UITableViewLayout;
+class UITableViewRows;
+class UITableViewSelection;
+class UITableViewUpdates;
 
 enum class UITableViewStyle { Plain = 0, Grouped = 1 };
 enum class UITableViewCellSeparatorStyle { None = 0, SingleLine = 1 };
@@ -33,14 +38,17 @@ public:
     double rowHeight() const; ///< default 44
     void setRowHeight(double height);
     double sectionHeaderHeight() const; ///< default 23; one height for all headers
-    /// Applies to headers laid out from now on, also when set while a header view is being handed
-    /// out.
+    /// Holds for the headers that are asked for from now on. Header views are asked for in the
+    /// order of sections when the table loads, and each takes the height that stands after its
+    /// call.
     void setSectionHeaderHeight(double height);
     void setSeparatorStyle(UITableViewCellSeparatorStyle style);
     void setSeparatorColor(const UIColor& color);
+    bool allowsSelection() const { return allowsSelection_; }
     void setAllowsSelection(bool allows);
     const std::shared_ptr<UIView>& tableFooterView() const;
     void setTableFooterView(std::shared_ptr<UIView> view);
+    /// Scrolls with the rows, above them.
     void setTableHeaderView(std::shared_ptr<UIView> view);
 
     /// Rows are asked for again and the scroll offset is kept. The selection is cleared.
@@ -78,28 +86,57 @@ public:
 
     void layoutSubviews() override;
     void setFrame(const CGRect& frame) override;
+    /// Arrows, page keys, Home and End move a highlight over the rows, Enter selects the row under
+    /// it, Delete asks for its deletion.
     bool keyPressed(const UIKey& key) override;
     bool canBecomeFirstResponder() const override { return true; }
+    void focusChanged(bool focused) override;
+    /// Drags, and swipes over rows that can be deleted.
     bool shouldCaptureTouch(const UITouch& touch) override;
+    bool touchWillBeginInside(const UITouch& touch) override;
+    void touchesBegan(const UITouch& touch) override;
+    void touchesMoved(const UITouch& touch) override;
 
 protected:
-    void didScroll() override;
+    void willBeginDragging() override;
 
 private:
     friend class UITableViewCell;
-    /// Where rows and headers lie (heights, offsets): pure arithmetic over sections.
-    class Layout;
-    /// Cells and headers on screen, and those waiting to be used again.
-    class Rows;
-    /// Touch selection, swipe to delete, editing controls, row deletion.
-    class Editing;
+    friend class UITableViewCellControls;
+    friend class UITableViewEditing;
+    friend class UITableViewHeaders;
+    friend class UITableViewRows;
+    friend class UITableViewSelection;
+    friend class UITableViewUpdates;
+
+    void loadIfNeeded() const;
+    void rebuildLayout();
+    /// Rows and headers on screen as the offset asks.
+    void tile();
+    void placeEnds();
+    CGRect rectForSpan(double top, double height) const;
+    /// Parts of the content, kept in front of the rows.
+    void replaceEnd(std::shared_ptr<UIView>& end, std::shared_ptr<UIView> view);
 
     UITableViewStyle style_;
     UITableViewDataSource* dataSource_ = nullptr;
     UITableViewDelegate* delegate_ = nullptr;
-    std::unique_ptr<Layout> layout_;
-    std::unique_ptr<Rows> rows_;
-    std::unique_ptr<Editing> editing_;
+    double rowHeight_ = 44;
+    double sectionHeaderHeight_ = 23;
+    UITableViewCellSeparatorStyle separatorStyle_ = UITableViewCellSeparatorStyle::SingleLine;
+    UIColor separatorColor_ = UIColor::colorWithWhiteAlpha(0.88F, 1);
+    bool allowsSelection_ = true;
+    bool loaded_ = false;
+    bool tiling_ = false;
+    std::shared_ptr<UIView> headerView_;
+    std::shared_ptr<UIView> footerView_;
+
+    std::unique_ptr<UITableViewLayout> layout_;       ///< where rows and headers lie
+    std::unique_ptr<UITableViewRows> rows_;           ///< cells on screen and for reuse
+    std::unique_ptr<UITableViewHeaders> headers_;     ///< section headers on screen
+    std::unique_ptr<UITableViewSelection> selection_; ///< touch and keyboard selection
+    std::unique_ptr<UITableViewEditing> editing_;     ///< editing mode, swipes, confirmations
+    std::unique_ptr<UITableViewUpdates> updates_;     ///< animated row deletion
 };
 
 }

@@ -2,24 +2,22 @@
 #include "platform/uikit/UIView.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace vistrel {
 class UIImageView;
 class UILabel;
 class UITableView;
+class UITableViewCellControls;
 
-enum class UITableViewCellStyle { Default = 0, Value1 = 1, Value2 = 2, Subtitle = 3 };
-enum class UITableViewCellAccessoryType {
-    None = 0,
-    DisclosureIndicator = 1,
-    DetailDisclosureButton = 2,
-    Checkmark = 3
-};
+enum class UITableViewCellStyle { Default = 0 };
+enum class UITableViewCellAccessoryType { None = 0, DisclosureIndicator = 1 };
 enum class UITableViewCellSelectionStyle { None = 0, Blue = 1, Gray = 2 };
 
 /// One row of a table. Label and picture are made when first asked for; a cell that draws itself
-/// has neither.
+/// has neither. A cell with a label stands on white unless it is given a background colour, others
+/// on nothing.
 class UITableViewCell : public UIView {
 public:
     explicit UITableViewCell(UITableViewCellStyle style = UITableViewCellStyle::Default,
@@ -31,14 +29,15 @@ public:
     UIImageView& imageView();
     UITableViewCellAccessoryType accessoryType() const { return accessoryType_; }
     void setAccessoryType(UITableViewCellAccessoryType type);
-    void setSelectionStyle(UITableViewCellSelectionStyle style) { selectionStyle_ = style; }
+    void setSelectionStyle(UITableViewCellSelectionStyle style);
     UITableViewCellSelectionStyle selectionStyle() const { return selectionStyle_; }
 
     bool isHighlighted() const { return highlighted_; }
-    /// Requests a redraw of the cell (setNeedsDisplay) when the flag changes.
+    /// Requests a redraw of the cell (setNeedsDisplay) when the flag changes. Animated: the
+    /// coloured background fades.
     virtual void setHighlighted(bool highlighted, bool animated);
     bool isSelected() const { return selected_; }
-    /// A selected cell is drawn highlighted.
+    /// A selected cell is highlighted too.
     virtual void setSelected(bool selected, bool animated);
     bool isEditing() const { return editing_; }
     virtual void setEditing(bool editing, bool animated);
@@ -47,17 +46,37 @@ public:
     /// Before the cell is used for another row.
     virtual void prepareForReuse();
 
-    /// Lays out label, picture, accessory and editing controls; the editing controls lie above
-    /// everything that subclasses add.
+    /// What a screen reader reads; cells that draw themselves give their text here. Default: the
+    /// label's text.
+    virtual std::string accessibilityLabel() const;
+
+    /// Lays out label, picture, accessory and editing controls; the controls lie above everything
+    /// that subclasses add.
     void layoutSubviews() override;
+    /// The cell itself, except over a control that lies in it.
+    std::shared_ptr<UIView> hitTest(CGPoint point) override;
+    void touchesBegan(const UITouch& touch) override;
+    void touchesMoved(const UITouch& touch) override;
+    void touchesEnded(const UITouch& touch) override;
+    void touchesCancelled(const UITouch& touch) override;
     UIAccessibilityElement accessibilityElement() const override;
+    /// Selects the row.
+    void accessibilityActivate() override;
 
 private:
     friend class UITableView;
-    class Controls; ///< accessory, delete circle, confirmation button, selection background
+    friend class UITableViewCellControls;
+    friend class UITableViewEditing;
+    friend class UITableViewRows;
+
+    /// The table that shows the cell; null when it is in none.
+    UITableView* table() const;
+    void setSeparator(const std::optional<UIColor>& color);
+    void setDeleteConfirmationTitle(const std::string& title);
+    bool deleteConfirmationContains(CGPoint windowPoint) const;
+    void relayout(bool animated);
 
     std::string reuseIdentifier_;
-    UITableViewCellStyle style_;
     UITableViewCellAccessoryType accessoryType_ = UITableViewCellAccessoryType::None;
     UITableViewCellSelectionStyle selectionStyle_ = UITableViewCellSelectionStyle::Blue;
     bool highlighted_ = false;
@@ -66,7 +85,7 @@ private:
     bool showingDeleteConfirmation_ = false;
     std::shared_ptr<UILabel> textLabel_;
     std::shared_ptr<UIImageView> imageView_;
-    std::unique_ptr<Controls> controls_;
+    std::unique_ptr<UITableViewCellControls> controls_;
 };
 
 }

@@ -18,12 +18,13 @@ public:
                                                                    const NSIndexPath&) {
         return std::nullopt;
     }
-    /// Null: the data source's title, if any. Asked again whenever the section's header comes on
-    /// screen.
+    /// Null: the data source's title, if any. Asked for every section, in order, when the table
+    /// loads.
     virtual std::shared_ptr<UIView> tableViewViewForHeaderInSection(UITableView&, int /*section*/) {
         return nullptr;
     }
     virtual void tableViewDidSelectRowAtIndexPath(UITableView&, const NSIndexPath&) {}
+    /// Empty: "Delete".
     virtual std::string tableViewTitleForDeleteConfirmationButton(UITableView&,
                                                                   const NSIndexPath&) {
         return {};

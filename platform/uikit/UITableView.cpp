@@ -1,0 +1,343 @@
+#include "platform/uikit/UITableView.h"
+
+#include "platform/uikit/UIKey.h"
+#include "platform/uikit/UITableViewCell.h"
+#include "platform/uikit/UITableViewEditing.h"
+#include "platform/uikit/UITableViewHeaders.h"
+#include "platform/uikit/UITableViewLayout.h"
+#include "platform/uikit/UITableViewRows.h"
+#include "platform/uikit/UITableViewSelection.h"
+#include "platform/uikit/UITableViewUpdates.h"
+#include "platform/uikit/UITouch.h"
+#include "platform/uikit/UIViewAnimation.h"
+
+#include <algorithm>
+
+namespace vistrel {
+
+UITableView::UITableView(CGRect frame, UITableViewStyle style)
+    : UIScrollView(frame)
+    , style_(style)
+    , layout_(std::make_unique<UITableViewLayout>())
+    , rows_(std::make_unique<UITableViewRows>(*this))
+    , headers_(std::make_unique<UITableViewHeaders>(*this))
+    , selection_(std::make_unique<UITableViewSelection>(*this))
+    , editing_(std::make_unique<UITableViewEditing>(*this))
+    , updates_(std::make_unique<UITableViewUpdates>(*this)) {
+    UIView::setBackgroundColor(UIColor::whiteColor());
+    setAlwaysBounceVertical(true);
+}
+
+UITableView::~UITableView() = default;
+
+// What it shows.
+
+void UITableView::setDataSource(UITableViewDataSource* dataSource) {
+    dataSource_ = dataSource;
+    loaded_ = false;
+    setNeedsLayout();
+}
+
+void UITableView::setDelegate(UITableViewDelegate* delegate) {
+    delegate_ = delegate;
+    loaded_ = false;
+    setNeedsLayout();
+}
+
+UITableViewDataSource* UITableView::dataSource() const {
+    return dataSource_;
+}
+
+UITableViewDelegate* UITableView::delegate() const {
+    return delegate_;
+}
+
+double UITableView::rowHeight() const {
+    return rowHeight_;
+}
+
+void UITableView::setRowHeight(double height) {
+    rowHeight_ = height;
+    loaded_ = false;
+    setNeedsLayout();
+}
+
+double UITableView::sectionHeaderHeight() const {
+    return sectionHeaderHeight_;
+}
+
+void UITableView::setSectionHeaderHeight(double height) {
+    sectionHeaderHeight_ = height;
+}
+
+void UITableView::setSeparatorStyle(UITableViewCellSeparatorStyle style) {
+    separatorStyle_ = style;
+    rows_->updateSeparators();
+}
+
+void UITableView::setSeparatorColor(const UIColor& color) {
+    separatorColor_ = color;
+    rows_->updateSeparators();
+}
+
+void UITableView::setAllowsSelection(bool allows) {
+    allowsSelection_ = allows;
+}
+
+const std::shared_ptr<UIView>& UITableView::tableFooterView() const {
+    return footerView_;
+}
+
+void UITableView::replaceEnd(std::shared_ptr<UIView>& end, std::shared_ptr<UIView> view) {
+    if (end)
+        end->removeFromSuperview();
+    end = std::move(view);
+    if (end)
+        addContentInFront(end);
+    loaded_ = false;
+    setNeedsLayout();
+}
+
+void UITableView::setTableFooterView(std::shared_ptr<UIView> view) {
+    replaceEnd(footerView_, std::move(view));
+}
+
+void UITableView::setTableHeaderView(std::shared_ptr<UIView> view) {
+    replaceEnd(headerView_, std::move(view));
+}
+
+// Loading and layout.
+
+void UITableView::reloadData() {
+    selection_->clear();
+    editing_->forgetConfirmation();
+    rows_->recycleAll();
+    rebuildLayout();
+    setNeedsLayout();
+}
+
+void UITableView::loadIfNeeded() const {
+    if (!loaded_)
+        const_cast<UITableView*>(this)->reloadData();
+}
+
+void UITableView::rebuildLayout() {
+    loaded_ = true;
+    headers_->clear();
+    layout_->clear(headerView_ ? headerView_->frame().size.height : 0);
+    const int sections = dataSource_ ? dataSource_->numberOfSectionsInTableView(*this) : 0;
+    for (int section = 0; section < sections; ++section) {
+        const int rows = dataSource_->tableViewNumberOfRowsInSection(*this, section);
+        layout_->beginSection(headers_->load(section));
+        if (!delegate_) {
+            layout_->appendRows(rows, rowHeight_);
+            continue;
+        }
+        for (int row = 0; row < rows; ++row)
+            layout_->appendRow(delegate_->tableViewHeightForRowAtIndexPath(*this, {section, row})
+                                   .value_or(rowHeight_));
+    }
+    const double footer = footerView_ ? footerView_->frame().size.height : 0;
+    setContentSize({bounds().size.width, layout_->contentHeight() + footer});
+}
+
+void UITableView::setFrame(const CGRect& frame) {
+    const double width = bounds().size.width;
+    UIScrollView::setFrame(frame);
+    setNeedsLayout();
+    if (bounds().size.width == width || !loaded_)
+        return;
+    setContentSize({bounds().size.width, contentSize().height});
+    for (const auto& row : rows_->visible())
+        row.cell->setFrame(rectForRowAtIndexPath(row.path));
+}
+
+void UITableView::layoutSubviews() {
+    if (tiling_)
+        return;
+    loadIfNeeded();
+    tiling_ = true;
+    tile();
+    tiling_ = false;
+    placeEnds();
+}
+
+void UITableView::tile() {
+    const CGRect area = bounds();
+    rows_->tile(area.minY(), area.maxY());
+    headers_->tile(area.minY() + contentInset().top, area.maxY());
+}
+
+void UITableView::placeEnds() {
+    const auto place = [&](const std::shared_ptr<UIView>& view, double top) {
+        const CGRect frame = view ? rectForSpan(top, view->frame().size.height) : CGRect{};
+        if (view && view->frame() != frame)
+            view->setFrame(frame);
+    };
+    place(headerView_, 0);
+    place(footerView_, layout_->contentHeight());
+}
+
+CGRect UITableView::rectForSpan(double top, double height) const {
+    return CGRectMake(0, top, bounds().size.width, height);
+}
+
+// Asking about rows.
+
+int UITableView::numberOfSections() const {
+    loadIfNeeded();
+    return layout_->sectionCount();
+}
+
+int UITableView::numberOfRowsInSection(int section) const {
+    loadIfNeeded();
+    return layout_->rowCount(section);
+}
+
+std::shared_ptr<UITableViewCell>
+UITableView::dequeueReusableCellWithIdentifier(const std::string& identifier) {
+    return rows_->dequeue(identifier);
+}
+
+std::shared_ptr<UITableViewCell>
+UITableView::cellForRowAtIndexPath(const NSIndexPath& indexPath) const {
+    return rows_->cellAt(indexPath);
+}
+
+std::optional<NSIndexPath> UITableView::indexPathForCell(const UITableViewCell& cell) const {
+    return rows_->pathOf(cell);
+}
+
+std::vector<std::shared_ptr<UITableViewCell>> UITableView::visibleCells() const {
+    std::vector<std::shared_ptr<UITableViewCell>> cells;
+    for (const auto& row : rows_->visible())
+        cells.push_back(row.cell);
+    return cells;
+}
+
+std::vector<NSIndexPath> UITableView::indexPathsForVisibleRows() const {
+    std::vector<NSIndexPath> paths;
+    for (const auto& row : rows_->visible())
+        paths.push_back(row.path);
+    return paths;
+}
+
+std::optional<NSIndexPath> UITableView::indexPathForRowAtPoint(CGPoint point) const {
+    loadIfNeeded();
+    return layout_->rowAt(point.y);
+}
+
+CGRect UITableView::rectForRowAtIndexPath(const NSIndexPath& indexPath) const {
+    loadIfNeeded();
+    if (!layout_->contains(indexPath))
+        return {};
+    const auto span = layout_->row(indexPath);
+    return rectForSpan(span.top, span.height);
+}
+
+CGRect UITableView::rectForHeaderInSection(int section) const {
+    loadIfNeeded();
+    if (section < 0 || section >= layout_->sectionCount())
+        return {};
+    const auto span = layout_->header(section);
+    return rectForSpan(span.top, span.height);
+}
+
+std::shared_ptr<UIView> UITableView::headerViewForSection(int section) const {
+    return headers_->viewFor(section);
+}
+
+void UITableView::scrollToRowAtIndexPath(const NSIndexPath& indexPath, bool animated) {
+    loadIfNeeded();
+    if (!layout_->contains(indexPath))
+        return;
+    CGRect rect = rectForRowAtIndexPath(indexPath);
+    if (style_ == UITableViewStyle::Plain) {
+        // Room for the header that sticks over the rows.
+        const double header = layout_->header(indexPath.section).height;
+        rect.origin.y -= header;
+        rect.size.height += header;
+    }
+    scrollRectToVisible(rect, animated);
+}
+
+// Selection, editing, updates: see the classes of those names.
+
+std::optional<NSIndexPath> UITableView::indexPathForSelectedRow() const {
+    return selection_->selected();
+}
+
+void UITableView::selectRowAtIndexPath(const NSIndexPath& indexPath, bool animated) {
+    selection_->select(indexPath, animated);
+}
+
+void UITableView::deselectRowAtIndexPath(const NSIndexPath& indexPath, bool animated) {
+    selection_->deselect(indexPath, animated);
+}
+
+bool UITableView::isEditing() const {
+    return editing_->isEditing();
+}
+
+void UITableView::setEditing(bool editing, bool animated) {
+    editing_->setEditing(editing, animated);
+}
+
+std::optional<NSIndexPath> UITableView::indexPathForDeleteConfirmation() const {
+    return editing_->confirming();
+}
+
+void UITableView::beginUpdates() {
+    loadIfNeeded();
+    updates_->begin();
+}
+
+void UITableView::endUpdates() {
+    updates_->end();
+}
+
+void UITableView::deleteRowsAtIndexPaths(const std::vector<NSIndexPath>& indexPaths,
+                                         UITableViewRowAnimation animation) {
+    updates_->deleteRows(indexPaths, animation);
+}
+
+// Touches and keys.
+
+bool UITableView::keyPressed(const UIKey& key) {
+    loadIfNeeded();
+    return selection_->keyPressed(key) || UIScrollView::keyPressed(key);
+}
+
+void UITableView::focusChanged(bool focused) {
+    if (!focused)
+        selection_->leaveKeyboard();
+}
+
+bool UITableView::shouldCaptureTouch(const UITouch& touch) {
+    return UIScrollView::shouldCaptureTouch(touch) || (!isDragging() && editing_->isSwipe(touch));
+}
+
+bool UITableView::touchWillBeginInside(const UITouch& touch) {
+    if (UIScrollView::touchWillBeginInside(touch))
+        return true;
+    return editing_->touchWillBegin(touch);
+}
+
+void UITableView::touchesBegan(const UITouch& touch) {
+    if (editing_->isSwipe(touch))
+        editing_->swiped(touch);
+    else
+        UIScrollView::touchesBegan(touch);
+}
+
+void UITableView::touchesMoved(const UITouch& touch) {
+    // A swipe stays a swipe: the list does not move under the button that it has brought.
+    if (!editing_->confirming())
+        UIScrollView::touchesMoved(touch);
+}
+
+void UITableView::willBeginDragging() {
+    editing_->hideConfirmation(true);
+}
+
+}

@@ -1,0 +1,66 @@
+#pragma once
+#include "platform/graphics/CGContext.h"
+#include "platform/uikit/UIControl.h"
+#include "platform/uikit/UITableViewCell.h"
+
+#include <memory>
+#include <string>
+
+// The small views that a table puts on its cells.
+
+namespace vistrel {
+class CAGradientLayer;
+
+/// The coloured background of a highlighted row. Paints nothing: it is a gradient of the
+/// composition.
+class UITableViewCellSelectionView : public UIView {
+public:
+    UITableViewCellSelectionView();
+    void setStyle(UITableViewCellSelectionStyle style);
+    void layoutSubviews() override;
+
+private:
+    std::shared_ptr<CAGradientLayer> layer_;
+};
+
+/// The grey arrow at the right end, white on a highlighted row.
+class UITableViewCellAccessoryView : public UIView {
+public:
+    UITableViewCellAccessoryView();
+    void setHighlighted(bool highlighted);
+    bool drawsContent() const override { return true; }
+    void drawRect(const CGRect& rect) override;
+
+private:
+    bool highlighted_ = false;
+};
+
+/// The red circle that offers to delete the row; stands on end while the offer is taken up.
+class UITableViewCellDeleteCircle : public UIControl {
+public:
+    UITableViewCellDeleteCircle();
+    void setLabel(std::string label) { label_ = std::move(label); }
+    bool drawsContent() const override { return true; }
+    void drawRect(const CGRect& rect) override;
+    UIAccessibilityElement accessibilityElement() const override;
+
+private:
+    std::string label_;
+};
+
+/// The red button that deletes the row.
+class UITableViewCellConfirmationButton : public UIControl {
+public:
+    UITableViewCellConfirmationButton();
+    void setTitle(std::string title);
+    static double widthForTitle(const std::string& title);
+    void setHighlighted(bool highlighted) override;
+    bool drawsContent() const override { return true; }
+    void drawRect(const CGRect& rect) override;
+    UIAccessibilityElement accessibilityElement() const override;
+
+private:
+    std::string title_;
+};
+
+}

@@ -1,0 +1,51 @@
+#pragma once
+#include "platform/uikit/NSIndexPath.h"
+
+#include <optional>
+
+namespace vistrel {
+class UITableView;
+class UITableViewCell;
+class UITouch;
+
+/// A table's ways to delete rows: a swipe, or editing mode with its red circles, then the
+/// confirmation button.
+class UITableViewEditing {
+public:
+    explicit UITableViewEditing(UITableView& table)
+        : table_(table) {}
+
+    bool isEditing() const { return editing_; }
+    void setEditing(bool editing, bool animated);
+    bool canDelete(const NSIndexPath& path) const;
+    /// A cell that comes on screen gets its state.
+    void prepareCell(UITableViewCell& cell, const NSIndexPath& path);
+    /// The table loads anew, or its rows change: no row asks for confirmation any more.
+    void forgetConfirmation() { confirming_.reset(); }
+
+    /// The row whose confirmation button shows.
+    const std::optional<NSIndexPath>& confirming() const { return confirming_; }
+    void showConfirmation(const NSIndexPath& path);
+    /// False when none shows.
+    bool hideConfirmation(bool animated);
+    /// Deletes the row whose button shows.
+    void commitConfirmed();
+
+    void circlePressed(UITableViewCell& cell);
+    void confirmationPressed(UITableViewCell& cell);
+    /// Whether the touch is a swipe over a row that can be deleted so.
+    bool isSwipe(const UITouch& touch) const;
+    /// Offers to delete the row that is swiped over.
+    void swiped(const UITouch& touch);
+    /// A touch elsewhere takes the offer back and does nothing else: true.
+    bool touchWillBegin(const UITouch& touch);
+
+private:
+    std::optional<NSIndexPath> rowUnderStart(const UITouch& touch) const;
+
+    UITableView& table_;
+    bool editing_ = false;
+    std::optional<NSIndexPath> confirming_;
+};
+
+}

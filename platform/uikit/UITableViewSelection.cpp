@@ -1,0 +1,196 @@
+#include "platform/uikit/UITableViewSelection.h"
+
+#include "platform/uikit/UIKey.h"
+#include "platform/uikit/UITableView.h"
+#include "platform/uikit/UITableViewCell.h"
+#include "platform/uikit/UITableViewEditing.h"
+#include "platform/uikit/UITableViewLayout.h"
+#include "platform/uikit/UITableViewRows.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vistrel {
+
+namespace {
+
+// Long enough that a row under a finger that starts to scroll does not flash.
+constexpr double kHighlightDelay = 0.1;
+
+}
+
+UITableViewSelection::~UITableViewSelection() {
+    NSRunLoop::cancelPerform(delay_);
+}
+
+void UITableViewSelection::select(const NSIndexPath& path, bool animated) {
+    if (selected_ && *selected_ != path)
+        deselect(*selected_, animated);
+    selected_ = path;
+    if (auto cell = table_.rows_->cellAt(path))
+        cell->setSelected(true, animated);
+}
+
+void UITableViewSelection::deselect(const NSIndexPath& path, bool animated) {
+    if (selected_ != path)
+        return;
+    selected_.reset();
+    if (auto cell = table_.rows_->cellAt(path))
+        cell->setSelected(false, animated);
+}
+
+void UITableViewSelection::clear() {
+    touchCancelled();
+    selected_.reset();
+    focused_.reset();
+}
+
+void UITableViewSelection::remap(
+    const std::function<std::optional<NSIndexPath>(const NSIndexPath&)>& moved) {
+    touchCancelled();
+    if (selected_)
+        selected_ = moved(*selected_);
+    if (focused_)
+        focused_ = moved(*focused_);
+}
+
+void UITableViewSelection::prepareCell(UITableViewCell& cell, const NSIndexPath& path) {
+    const bool selected = selected_ == path;
+    cell.setSelected(selected, false);
+    if (!selected && focused_ == path)
+        cell.setHighlighted(true, false);
+}
+
+void UITableViewSelection::highlight(const std::optional<NSIndexPath>& path, bool highlighted) {
+    if (!path)
+        return;
+    auto cell = table_.rows_->cellAt(*path);
+    if (cell && !cell->isSelected())
+        cell->setHighlighted(highlighted, false);
+}
+
+// Touches.
+
+void UITableViewSelection::touchBegan(UITableViewCell& cell) {
+    leaveKeyboard();
+    if (!table_.allowsSelection_ || table_.isEditing())
+        return;
+    pressed_ = table_.rows_->pathOf(cell);
+    delay_ = NSRunLoop::performAfterDelay(kHighlightDelay, [this] {
+        delay_ = 0;
+        highlight(pressed_, true);
+    });
+}
+
+void UITableViewSelection::touchCancelled() {
+    NSRunLoop::cancelPerform(std::exchange(delay_, 0));
+    highlight(std::exchange(pressed_, std::nullopt), false);
+}
+
+void UITableViewSelection::touchEnded() {
+    NSRunLoop::cancelPerform(std::exchange(delay_, 0));
+    if (const auto path = std::exchange(pressed_, std::nullopt))
+        selectForUser(*path);
+}
+
+void UITableViewSelection::activate(UITableViewCell& cell) {
+    touchBegan(cell);
+    touchEnded();
+}
+
+void UITableViewSelection::selectForUser(const NSIndexPath& path) {
+    const auto hold = table_.weak_from_this().lock();
+    select(path, false);
+    if (table_.delegate_)
+        table_.delegate_->tableViewDidSelectRowAtIndexPath(table_, path);
+}
+
+// The keyboard.
+
+void UITableViewSelection::leaveKeyboard() {
+    highlight(std::exchange(focused_, std::nullopt), false);
+}
+
+void UITableViewSelection::focus(const std::optional<NSIndexPath>& path) {
+    leaveKeyboard();
+    focused_ = path;
+    if (!path)
+        return;
+    table_.scrollToRowAtIndexPath(*path, true);
+    highlight(path, true);
+}
+
+std::optional<NSIndexPath> UITableViewSelection::pageAway(int direction) const {
+    const auto& layout = *table_.layout_;
+    const auto from = focused_ ? focused_ : layout.first();
+    if (!from)
+        return std::nullopt;
+    const double page = table_.bounds().size.height * direction;
+    const double aim = layout.row(*from).top + page;
+    if (aim <= 0)
+        return layout.first();
+    const auto found = layout.firstRowBelow(aim);
+    return found ? found : layout.last();
+}
+
+std::optional<NSIndexPath> UITableViewSelection::keyboardAim(const UIKey& key) const {
+    const auto& layout = *table_.layout_;
+    const auto from = focused_ ? focused_ : selected_;
+    const auto firstShown = layout.firstRowBelow(table_.bounds().minY());
+    switch (key.code) {
+    case UIKeyCode::Down:
+        return from ? layout.next(*from) : firstShown;
+    case UIKeyCode::Up:
+        return from ? layout.previous(*from) : firstShown;
+    case UIKeyCode::PageDown:
+        return pageAway(1);
+    case UIKeyCode::PageUp:
+        return pageAway(-1);
+    case UIKeyCode::Home:
+        return layout.first();
+    case UIKeyCode::End:
+        return layout.last();
+    default:
+        return std::nullopt;
+    }
+}
+
+bool UITableViewSelection::keyPressed(const UIKey& key) {
+    switch (key.code) {
+    case UIKeyCode::Enter:
+        return activateFocused();
+    case UIKeyCode::Delete:
+    case UIKeyCode::Backspace:
+        return askForDeletion();
+    case UIKeyCode::Escape:
+        return table_.editing_->hideConfirmation(true);
+    default:
+        break;
+    }
+    const auto aim = keyboardAim(key);
+    if (!aim)
+        return false;
+    table_.editing_->hideConfirmation(true);
+    focus(aim);
+    return true;
+}
+
+bool UITableViewSelection::activateFocused() {
+    if (table_.editing_->confirming()) {
+        table_.editing_->commitConfirmed();
+        return true;
+    }
+    if (!focused_ || !table_.allowsSelection_ || table_.isEditing())
+        return false;
+    selectForUser(*focused_);
+    return true;
+}
+
+bool UITableViewSelection::askForDeletion() {
+    if (!focused_ || !table_.editing_->canDelete(*focused_))
+        return false;
+    table_.editing_->showConfirmation(*focused_);
+    return true;
+}
+
+}

@@ -1,0 +1,55 @@
+#pragma once
+#include "platform/foundation/NSRunLoop.h"
+#include "platform/uikit/NSIndexPath.h"
+
+#include <functional>
+#include <optional>
+
+namespace vistrel {
+class UITableView;
+class UITableViewCell;
+struct UIKey;
+
+/// Which row is pressed, selected, or under the keyboard's highlight.
+class UITableViewSelection {
+public:
+    explicit UITableViewSelection(UITableView& table)
+        : table_(table) {}
+    ~UITableViewSelection();
+
+    const std::optional<NSIndexPath>& selected() const { return selected_; }
+    void select(const NSIndexPath& path, bool animated);
+    void deselect(const NSIndexPath& path, bool animated);
+    /// The table loads anew.
+    void clear();
+    /// After rows were deleted; `moved` gives a row's new place or nothing.
+    void remap(const std::function<std::optional<NSIndexPath>(const NSIndexPath&)>& moved);
+    /// A cell that comes on screen gets its state.
+    void prepareCell(UITableViewCell& cell, const NSIndexPath& path);
+
+    void touchBegan(UITableViewCell& cell);
+    void touchEnded();
+    void touchCancelled();
+    /// As a tap does.
+    void activate(UITableViewCell& cell);
+
+    bool keyPressed(const UIKey& key);
+    void leaveKeyboard();
+
+private:
+    void highlight(const std::optional<NSIndexPath>& path, bool highlighted);
+    void selectForUser(const NSIndexPath& path);
+    void focus(const std::optional<NSIndexPath>& path);
+    std::optional<NSIndexPath> pageAway(int direction) const;
+    std::optional<NSIndexPath> keyboardAim(const UIKey& key) const;
+    bool activateFocused();
+    bool askForDeletion();
+
+    UITableView& table_;
+    std::optional<NSIndexPath> selected_;
+    std::optional<NSIndexPath> pressed_; ///< under the finger
+    std::optional<NSIndexPath> focused_; ///< under the keyboard's highlight
+    NSRunLoop::Token delay_ = 0;
+};
+
+}

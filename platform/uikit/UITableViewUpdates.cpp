@@ -1,0 +1,163 @@
+#include "platform/uikit/UITableViewUpdates.h"
+
+#include "platform/uikit/UITableViewCell.h"
+#include "platform/uikit/UITableViewEditing.h"
+#include "platform/uikit/UITableViewLayout.h"
+#include "platform/uikit/UITableViewSelection.h"
+#include "platform/uikit/UIViewAnimation.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vistrel {
+
+namespace {
+
+constexpr double kDeletionDuration = 0.3;
+
+}
+
+/// One deletion under way: the cells that leave, and how far the rows below move up.
+struct UITableViewUpdates::Deletion {
+    std::vector<std::shared_ptr<UITableViewCell>> leaving;
+    double height = 0;
+    NSIndexPath firstMoved; ///< in the new numbering
+};
+
+std::optional<NSIndexPath> rowAfterDeletion(const NSIndexPath& row,
+                                            const std::vector<NSIndexPath>& deleted) {
+    const auto place = std::lower_bound(deleted.begin(), deleted.end(), row);
+    if (place != deleted.end() && *place == row)
+        return std::nullopt;
+    const auto before = std::count_if(deleted.begin(), place, [&](const NSIndexPath& each) {
+        return each.section == row.section;
+    });
+    return NSIndexPath{row.section, row.row - static_cast<int>(before)};
+}
+
+void UITableViewUpdates::deleteRows(const std::vector<NSIndexPath>& paths,
+                                    UITableViewRowAnimation animation) {
+    deleted_.insert(deleted_.end(), paths.begin(), paths.end());
+    animation_ = animation;
+    if (depth_ == 0)
+        apply();
+}
+
+void UITableViewUpdates::end() {
+    if (depth_ > 0 && --depth_ == 0)
+        apply();
+}
+
+bool UITableViewUpdates::dataSourceAgrees(const std::vector<NSIndexPath>& deleted) const {
+    UITableViewDataSource* source = table_.dataSource_;
+    const UITableViewLayout& layout = *table_.layout_;
+    if (!source || source->numberOfSectionsInTableView(table_) != layout.sectionCount())
+        return false;
+    for (const NSIndexPath& path : deleted)
+        if (!layout.contains(path))
+            return false;
+    for (int section = 0; section < layout.sectionCount(); ++section) {
+        const auto gone =
+            std::count_if(deleted.begin(), deleted.end(),
+                          [&](const NSIndexPath& path) { return path.section == section; });
+        const int left = layout.rowCount(section) - static_cast<int>(gone);
+        if (source->tableViewNumberOfRowsInSection(table_, section) != left)
+            return false;
+    }
+    return true;
+}
+
+void UITableViewUpdates::apply() {
+    auto deleted = std::exchange(deleted_, {});
+    std::sort(deleted.begin(), deleted.end());
+    deleted.erase(std::unique(deleted.begin(), deleted.end()), deleted.end());
+    if (!table_.loaded_ || !dataSourceAgrees(deleted)) {
+        table_.reloadData();
+        return;
+    }
+    if (deleted.empty())
+        return;
+    table_.layoutIfNeeded();
+    auto deletion = std::make_shared<Deletion>();
+    const bool animated = animation_ != UITableViewRowAnimation::None;
+    if (!animated) {
+        UIViewAnimation::withoutAnimation([&] { moveRows(deleted, *deletion); });
+        for (auto& cell : deletion->leaving)
+            table_.rows_->recycle(std::move(cell));
+        return;
+    }
+    UIViewAnimation::beginAnimations();
+    UIViewAnimation::setAnimationDuration(kDeletionDuration);
+    UIViewAnimation::setAnimationDidStop([weak = table_.weak_from_this(), deletion](bool) {
+        const auto table = std::static_pointer_cast<UITableView>(weak.lock());
+        if (!table)
+            return;
+        for (auto& cell : deletion->leaving)
+            table->rows_->recycle(std::move(cell));
+    });
+    moveRows(deleted, *deletion);
+    UIViewAnimation::commitAnimations();
+}
+
+void UITableViewUpdates::moveRows(const std::vector<NSIndexPath>& deleted, Deletion& deletion) {
+    const auto moved = [&](const NSIndexPath& path) {
+        return rowAfterDeletion(path, deleted);
+    };
+    for (const NSIndexPath& path : deleted)
+        deletion.height += table_.layout_->row(path).height;
+    deletion.firstMoved = deleted.front();
+
+    table_.editing_->forgetConfirmation();
+    table_.selection_->remap(moved);
+    const auto before = table_.rows_->takeVisible();
+    table_.rebuildLayout();
+    std::vector<UITableViewRows::Row> kept;
+    for (const auto& row : before) {
+        const auto path = moved(row.path);
+        if (!path) {
+            deletion.leaving.push_back(row.cell);
+            leave(*row.cell);
+            continue;
+        }
+        row.cell->setFrame(table_.rectForRowAtIndexPath(*path));
+        kept.push_back({*path, row.cell});
+    }
+    table_.rows_->setVisible(std::move(kept));
+    table_.placeEnds();
+    const CGRect area = table_.bounds();
+    table_.rows_->tile(area.minY(), area.maxY(), [&](const UITableViewRows::Row& row) {
+        if (row.path < deletion.firstMoved)
+            return;
+        const CGRect frame = row.cell->frame();
+        UIViewAnimation::withoutAnimation(
+            [&] { row.cell->setFrame(frame.offsetBy(0, deletion.height)); });
+        row.cell->setFrame(frame);
+    });
+    table_.tile();
+}
+
+void UITableViewUpdates::leave(UITableViewCell& cell) {
+    const CGRect frame = cell.frame();
+    const CGSize size = frame.size;
+    table_.sendSubviewToBack(cell);
+    cell.setAlpha(0);
+    switch (animation_) {
+    case UITableViewRowAnimation::Right:
+        cell.setFrame(frame.offsetBy(size.width, 0));
+        break;
+    case UITableViewRowAnimation::Left:
+        cell.setFrame(frame.offsetBy(-size.width, 0));
+        break;
+    case UITableViewRowAnimation::Top:
+        cell.setFrame(frame.offsetBy(0, -size.height));
+        break;
+    case UITableViewRowAnimation::Bottom:
+        cell.setFrame(frame.offsetBy(0, size.height));
+        break;
+    case UITableViewRowAnimation::Fade:
+    case UITableViewRowAnimation::None:
+        break;
+    }
+}
+
+}
