@@ -23,7 +23,6 @@ struct WebNavigation {
     std::string method = "GET";
     HeaderFields headers;
     WebNavigationType type = WebNavigationType::Other;
-    bool isMainFrame = true;
     bool isRedirect = false;
 };
 
@@ -32,12 +31,13 @@ struct WebResponse {
     std::string url;
     std::string mimeType;
     int status = 0;
+    HeaderFields headers;
     bool isMainFrame = true;
     std::string requestMethod = "GET"; ///< method of the navigation it answers
 };
 
 struct WebError {
-    int code = 0;
+    int code = 0; ///< negative: NSURLErrorDomain's number; positive: the engine's own
     std::string message;
     std::string url;
 };

@@ -10,7 +10,8 @@
 
 namespace vistrel {
 
-/// A web page in the view tree. Main thread only; the delegate is not retained.
+/// A web page in the view tree. The page engine is asked for a page at the first use. Main thread
+/// only; the delegate is not retained.
 class UIWebView : public UIView, private host::WebPageClient {
 public:
     explicit UIWebView(CGRect frame = {});
@@ -20,6 +21,8 @@ public:
     void setDelegate(UIWebViewDelegate* delegate);
     UIWebViewDelegate* delegate() const { return delegate_; }
     /// http, https and about only; a request without address does nothing.
+    /// The delegate is asked about it like about any other load. Methods other than GET are not
+    /// sent from here.
     void loadRequest(const NSURLRequest& request);
     void loadHTMLString(const std::string& html, const std::string& baseURL);
     void goBack();
@@ -35,7 +38,7 @@ public:
     void stringByEvaluatingJavaScriptFromString(const std::string& script,
                                                 std::function<void(const std::string&)> done = {});
     /// The "User-Agent" header of its requests.
-    std::string userAgent() const;
+    std::string userAgent();
 
     void setOpaque(bool opaque);
     host::ForeignContent* foreignContent() override;
@@ -48,9 +51,13 @@ private:
     void webPageDidFinishLoad() override;
     void webPageDidFailLoad(const host::WebError& error) override;
 
+    /// Made when first needed; null when there is no page engine.
+    host::WebPage* page();
+
     UIWebViewDelegate* delegate_ = nullptr;
     std::unique_ptr<host::WebPage> page_;
     bool loading_ = false;
+    bool scalesPageToFit_ = false;
 };
 
 }

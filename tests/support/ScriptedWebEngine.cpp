@@ -28,8 +28,6 @@ bool ScriptedWebPage::navigateTo(const host::WebNavigation& navigation, int posi
     const bool allowed = !client_ || client_->webPageShouldNavigate(navigation);
     if (!allowed || !*alive)
         return false;
-    if (!navigation.isMainFrame)
-        return true;
     if (position == static_cast<int>(history_.size()) ||
         navigation.url != history_[static_cast<std::size_t>(position)]) {
         history_.resize(static_cast<std::size_t>(position));
@@ -103,6 +101,10 @@ void ScriptedWebPage::evaluate(const std::string& script,
 
 bool ScriptedWebPage::navigate(const host::WebNavigation& navigation) {
     return navigateTo(navigation, position_ + 1);
+}
+
+bool ScriptedWebPage::navigateFrame(const host::WebNavigation& navigation) {
+    return !client_ || client_->webPageShouldNavigate(navigation);
 }
 
 bool ScriptedWebPage::clickLink(const std::string& url) {

@@ -52,6 +52,8 @@ public:
     /// The page is about to navigate, as after a touch on a link; whether the client lets it, in
     /// which case a main-frame load starts.
     bool navigate(const host::WebNavigation& navigation);
+    /// A frame of the page is about to navigate; whether the client lets it. No load is reported.
+    bool navigateFrame(const host::WebNavigation& navigation);
     bool clickLink(const std::string& url);
     bool submitForm(const std::string& url, const std::string& method = "POST");
     /// An answer's head has come; whether the client lets it be shown.

@@ -1,0 +1,31 @@
+#pragma once
+#include "platform/host/Media.h"
+#include "platform/linux/media/MediaSetup.h"
+#include "platform/linux/modules/NativeModule.h"
+
+#include <memory>
+#include <string>
+
+namespace vistrel {
+
+/// The players and the tag reader, opened when first asked for anything.
+class DeferredMedia : public host::Media {
+public:
+    explicit DeferredMedia(MediaSetup setup);
+
+    std::unique_ptr<host::MoviePlayback> createMoviePlayback(const std::string& url) override;
+    host::Result<std::unique_ptr<host::Playback>>
+    createAudioPlayback(const std::string& url) override;
+    host::Result<std::unique_ptr<host::AudioFileReader>>
+    openAudioFile(const std::string& path) override;
+    host::Result<std::string> audioRoute() override;
+
+private:
+    host::Media* media();
+
+    MediaSetup setup_;
+    NativeModule module_;
+    std::unique_ptr<host::Media> media_;
+};
+
+}

@@ -1,0 +1,62 @@
+#include "platform/linux/modules/NativeModule.h"
+
+#include <dlfcn.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+namespace vistrel {
+
+namespace {
+
+std::vector<std::filesystem::path> moduleFolders() {
+    std::vector<std::filesystem::path> folders;
+    if (const char* chosen = std::getenv("VISTREL_MODULES"))
+        folders.emplace_back(chosen);
+    std::error_code error;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+    if (!error) {
+        // Programs of the build tree lie at several depths in it.
+        for (auto folder = program.parent_path(); folder.has_relative_path();
+             folder = folder.parent_path())
+            folders.push_back(folder / "modules");
+        folders.push_back(program.parent_path().parent_path() / "lib" / "vistrel");
+    }
+    return folders;
+}
+
+}
+
+NativeModule::NativeModule(std::string file, Log log)
+    : file_(std::move(file))
+    , log_(std::move(log)) {}
+
+void* NativeModule::symbol(const char* name) {
+    return open() ? dlsym(handle_, name) : nullptr;
+}
+
+bool NativeModule::open() {
+    if (std::exchange(tried_, true))
+        return handle_ != nullptr;
+    std::string reason = "not found";
+    for (const auto& folder : moduleFolders()) {
+        const auto path = folder / file_;
+        std::error_code error;
+        if (!std::filesystem::is_regular_file(path, error))
+            continue;
+        handle_ = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+        if (handle_)
+            return true;
+        if (const char* message = dlerror())
+            reason = message;
+    }
+    if (log_)
+        log_("The module " + file_ + " cannot be opened: " + reason);
+    return false;
+}
+
+}

@@ -1,0 +1,253 @@
+#include "platform/linux/web/WebKitPage.h"
+
+#include "platform/linux/web/WebKitPageHandlers.h"
+#include "platform/linux/web/WebKitPolicy.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
+namespace vistrel {
+
+namespace {
+
+/// The phone lays a page that says nothing of its width out at most this wide.
+constexpr double kWidestLayout = 980;
+
+/// How wide the page wants to be and how wide it is shown, both in its own pixels.
+constexpr const char* kWidthScript =
+    "(function(){var d=document.documentElement,b=document.body;"
+    "return Math.max(d?d.scrollWidth:0,b?b.scrollWidth:0)/Math.max(1,window.innerWidth);})()";
+
+struct Evaluation {
+    std::function<void(const std::string&)> done;
+};
+
+void evaluated(GObject* view, GAsyncResult* result, gpointer data) {
+    std::unique_ptr<Evaluation> evaluation(static_cast<Evaluation*>(data));
+    auto value = NativeReference<JSCValue>::adopt(
+        webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(view), result, nullptr));
+    std::string text;
+    if (value && !jsc_value_is_undefined(value.get()) && !jsc_value_is_null(value.get())) {
+        char* copy = jsc_value_to_string(value.get());
+        text = copy ? copy : "";
+        g_free(copy);
+    }
+    if (evaluation->done)
+        evaluation->done(text);
+}
+
+}
+
+WebKitPage::WebKitPage(NativeReference<WebKitWebView> view, std::shared_ptr<CookieExchange> cookies)
+    : view_(std::move(view))
+    , cookies_(std::move(cookies))
+    , cancellable_(NativeReference<GCancellable>::adopt(g_cancellable_new()))
+    , self_(std::make_shared<WebKitPage*>(this)) {
+    Handlers::connect(*this);
+}
+
+WebKitPage::~WebKitPage() {
+    g_signal_handlers_disconnect_by_data(view_.get(), this);
+    g_cancellable_cancel(cancellable_.get());
+    webkit_web_view_stop_loading(view_.get());
+}
+
+void WebKitPage::load(const std::string& url, const host::HeaderFields& headers) {
+    auto request = NativeReference<WebKitURIRequest>::adopt(webkit_uri_request_new(url.c_str()));
+    if (SoupMessageHeaders* fields = webkit_uri_request_get_http_headers(request.get()))
+        for (const auto& [name, value] : headers)
+            soup_message_headers_replace(fields, name.c_str(), value.c_str());
+    webkit_web_view_load_request(view_.get(), request.get());
+}
+
+void WebKitPage::loadHTML(const std::string& html, const std::string& baseURL) {
+    webkit_web_view_load_html(view_.get(), html.c_str(),
+                              baseURL.empty() ? nullptr : baseURL.c_str());
+}
+
+void WebKitPage::goBack() {
+    webkit_web_view_go_back(view_.get());
+}
+
+void WebKitPage::goForward() {
+    webkit_web_view_go_forward(view_.get());
+}
+
+void WebKitPage::reload() {
+    webkit_web_view_reload(view_.get());
+}
+
+void WebKitPage::stopLoading() {
+    webkit_web_view_stop_loading(view_.get());
+}
+
+bool WebKitPage::canGoBack() const {
+    return webkit_web_view_can_go_back(view_.get());
+}
+
+bool WebKitPage::canGoForward() const {
+    return webkit_web_view_can_go_forward(view_.get());
+}
+
+std::string WebKitPage::url() const {
+    const char* url = webkit_web_view_get_uri(view_.get());
+    return url ? url : "";
+}
+
+std::string WebKitPage::title() const {
+    const char* title = webkit_web_view_get_title(view_.get());
+    return title ? title : "";
+}
+
+void WebKitPage::evaluate(const std::string& script, std::function<void(const std::string&)> done) {
+    webkit_web_view_evaluate_javascript(
+        view_.get(), script.data(), static_cast<gssize>(script.size()), nullptr, nullptr,
+        cancellable_.get(), evaluated, new Evaluation{std::move(done)});
+}
+
+void WebKitPage::setScalesPageToFit(bool scales) {
+    scalesPageToFit_ = scales;
+    if (!scales) {
+        fit_ = 1;
+        applyZoom();
+    }
+}
+
+void WebKitPage::setTransparentBackground(bool transparent) {
+    const GdkRGBA colour = transparent ? GdkRGBA{0, 0, 0, 0} : GdkRGBA{1, 1, 1, 1};
+    webkit_web_view_set_background_color(view_.get(), &colour);
+}
+
+std::string WebKitPage::userAgent() const {
+    const char* agent = webkit_settings_get_user_agent(webkit_web_view_get_settings(view_.get()));
+    return agent ? agent : "";
+}
+
+GtkWidget* WebKitPage::widget() {
+    return GTK_WIDGET(view_.get());
+}
+
+double WebKitPage::unitsPerPoint(double pixelsPerPoint) {
+    if (pixelsPerPoint != pixelsPerPoint_) {
+        pixelsPerPoint_ = pixelsPerPoint;
+        applyZoom();
+    }
+    return pixelsPerPoint_;
+}
+
+void WebKitPage::fitToWidth() {
+    evaluate(kWidthScript, [weak = Weak(self_)](const std::string& answer) {
+        const double ratio = std::strtod(answer.c_str(), nullptr);
+        auto self = weak.lock();
+        if (!self || !(ratio > 1.01))
+            return;
+        WebKitPage& page = **self;
+        const double width = gtk_widget_get_width(page.widget()) / page.pixelsPerPoint_;
+        const double narrowest = width > 0 ? width / kWidestLayout : 1 / ratio;
+        page.fit_ = std::min(1.0, std::max(page.fit_ / ratio, narrowest));
+        page.applyZoom();
+    });
+}
+
+void WebKitPage::applyZoom() {
+    webkit_web_view_set_zoom_level(view_.get(), pixelsPerPoint_ * fit_);
+}
+
+bool WebKitPage::decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
+    switch (type) {
+    case WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION:
+        decideNavigation(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
+        return true;
+    case WEBKIT_POLICY_DECISION_TYPE_NEW_WINDOW_ACTION:
+        decideNewWindow(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
+        return true;
+    case WEBKIT_POLICY_DECISION_TYPE_RESPONSE:
+        decideResponse(WEBKIT_RESPONSE_POLICY_DECISION(decision));
+        return true;
+    }
+    return false;
+}
+
+void WebKitPage::decideNavigation(WebKitNavigationPolicyDecision* decision) {
+    auto* policy = WEBKIT_POLICY_DECISION(decision);
+    const host::WebNavigation navigation =
+        WebKitPolicy::navigation(webkit_navigation_policy_decision_get_navigation_action(decision));
+    if (!cookies_ || !WebKitPolicy::isHTTP(navigation.url)) {
+        answerNavigation(navigation, policy);
+        return;
+    }
+    auto held = NativeReference<WebKitPolicyDecision>::ref(policy);
+    cookies_->refresh(navigation.url, [weak = Weak(self_), navigation, held] {
+        if (auto self = weak.lock())
+            (*self)->answerNavigation(navigation, held.get());
+        else
+            webkit_policy_decision_ignore(held.get());
+    });
+}
+
+void WebKitPage::answerNavigation(const host::WebNavigation& navigation,
+                                  WebKitPolicyDecision* decision) {
+    const Weak weak(self_);
+    // A scheme of the application's own is the client's to hear of, and never shown.
+    const bool wanted = !client_ || client_->webPageShouldNavigate(navigation);
+    if (wanted && !weak.expired() && WebKitPolicy::isShowable(navigation.url))
+        webkit_policy_decision_use(decision);
+    else
+        webkit_policy_decision_ignore(decision);
+}
+
+void WebKitPage::decideNewWindow(WebKitNavigationPolicyDecision* decision) {
+    WebKitURIRequest* request = webkit_navigation_action_get_request(
+        webkit_navigation_policy_decision_get_navigation_action(decision));
+    const char* method = webkit_uri_request_get_http_method(request);
+    webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
+    // One window: the page goes there itself, and is asked about it then. A form's body is not at
+    // hand here, so a form that wants a new window is not sent.
+    if (!method || !g_ascii_strcasecmp(method, "GET"))
+        webkit_web_view_load_request(view_.get(), request);
+}
+
+void WebKitPage::decideResponse(WebKitResponsePolicyDecision* decision) {
+    const Weak weak(self_);
+    auto* policy = WEBKIT_POLICY_DECISION(decision);
+    const bool wanted =
+        !client_ || client_->webPageShouldShowResponse(WebKitPolicy::response(decision));
+    if (wanted && !weak.expired() &&
+        webkit_response_policy_decision_is_mime_type_supported(decision))
+        webkit_policy_decision_use(policy);
+    else
+        webkit_policy_decision_ignore(policy);
+}
+
+void WebKitPage::loadChanged(WebKitLoadEvent event) {
+    if (event == WEBKIT_LOAD_STARTED) {
+        loading_ = true;
+        if (client_)
+            client_->webPageDidStartLoad();
+    } else if (event == WEBKIT_LOAD_COMMITTED) {
+        fit_ = 1;
+        applyZoom();
+    } else if (event == WEBKIT_LOAD_FINISHED) {
+        if (scalesPageToFit_)
+            fitToWidth();
+        if (std::exchange(loading_, false) && client_)
+            client_->webPageDidFinishLoad();
+    }
+}
+
+void WebKitPage::loadFailed(const char* url, const GError& error) {
+    failLoad(WebKitPolicy::error(error, url ? url : ""));
+}
+
+void WebKitPage::webProcessTerminated() {
+    failLoad({-1, "The page ended unexpectedly.", url()});
+}
+
+void WebKitPage::failLoad(const host::WebError& error) {
+    // The engine also reports what was refused before it began: nobody was told of a start.
+    if (std::exchange(loading_, false) && client_)
+        client_->webPageDidFailLoad(error);
+}
+
+}

@@ -1,0 +1,220 @@
+#include "platform/uikit/UIWebView.h"
+
+#include "platform/foundation/NSError.h"
+#include "platform/foundation/NSURLResponse.h"
+#include "platform/host/EventLoop.h"
+#include "platform/host/Host.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <string_view>
+#include <utility>
+
+namespace vistrel {
+
+namespace {
+
+constexpr const char* kWebKitErrorDomain = "WebKitErrorDomain";
+
+/// A URL of the engine's own writing may hold what an address may not; nothing then.
+NSURLRequest requestOf(const host::WebNavigation& navigation) {
+    NSURLRequest request(NSURL::URLWithString(navigation.url));
+    request.setHTTPMethod(navigation.method);
+    for (const auto& [field, value] : navigation.headers)
+        request.setValueForHTTPHeaderField(value, field);
+    return request;
+}
+
+UIWebViewNavigationType navigationTypeOf(host::WebNavigationType type) {
+    switch (type) {
+    case host::WebNavigationType::LinkClicked:
+        return UIWebViewNavigationType::LinkClicked;
+    case host::WebNavigationType::FormSubmitted:
+        return UIWebViewNavigationType::FormSubmitted;
+    case host::WebNavigationType::BackForward:
+        return UIWebViewNavigationType::BackForward;
+    case host::WebNavigationType::Reload:
+        return UIWebViewNavigationType::Reload;
+    case host::WebNavigationType::FormResubmitted:
+        return UIWebViewNavigationType::FormResubmitted;
+    case host::WebNavigationType::Other:
+        break;
+    }
+    return UIWebViewNavigationType::Other;
+}
+
+bool isLoadable(const NSURL& url) {
+    if (url.isHTTP())
+        return true;
+    std::string scheme = url.scheme();
+    std::transform(scheme.begin(), scheme.end(), scheme.begin(),
+                   [](unsigned char c) { return static_cast<char>(c | 0x20); });
+    return scheme == "about";
+}
+
+std::int64_t announcedLength(const NSURLResponse& response) {
+    const std::string text = response.valueForHTTPHeaderField("Content-Length");
+    const bool compressed = !response.valueForHTTPHeaderField("Content-Encoding").empty();
+    if (compressed || text.empty() || text.find_first_not_of("0123456789") != std::string::npos)
+        return -1;
+    return std::strtoll(text.c_str(), nullptr, 10);
+}
+
+NSURLResponse responseOf(const NSURL& url, const host::WebResponse& answer) {
+    const NSURLResponse head(url, answer.status, answer.headers, answer.mimeType, -1);
+    return {url, answer.status, answer.headers, answer.mimeType, announcedLength(head)};
+}
+
+}
+
+UIWebView::UIWebView(CGRect frame)
+    : UIView(frame) {
+    UIView::setOpaque(true);
+}
+
+UIWebView::~UIWebView() {
+    if (page_)
+        page_->setClient(nullptr);
+}
+
+host::WebPage* UIWebView::page() {
+    if (page_)
+        return page_.get();
+    page_ = host::current().webEngine->createPage();
+    if (!page_)
+        return nullptr;
+    page_->setClient(this);
+    page_->setScalesPageToFit(scalesPageToFit_);
+    page_->setTransparentBackground(!isOpaque());
+    return page_.get();
+}
+
+void UIWebView::setDelegate(UIWebViewDelegate* delegate) {
+    delegate_ = delegate;
+}
+
+void UIWebView::loadRequest(const NSURLRequest& request) {
+    const auto& url = request.URL();
+    if (!url || !isLoadable(*url) || request.HTTPMethod() != "GET")
+        return;
+    if (host::WebPage* loaded = page()) {
+        loaded->load(url->absoluteString(), request.allHTTPHeaderFields());
+        setNeedsComposition();
+    }
+}
+
+void UIWebView::loadHTMLString(const std::string& html, const std::string& baseURL) {
+    if (host::WebPage* loaded = page()) {
+        loaded->loadHTML(html, baseURL);
+        setNeedsComposition();
+    }
+}
+
+void UIWebView::goBack() {
+    if (page_)
+        page_->goBack();
+}
+
+void UIWebView::goForward() {
+    if (page_)
+        page_->goForward();
+}
+
+void UIWebView::reload() {
+    if (page_)
+        page_->reload();
+}
+
+void UIWebView::stopLoading() {
+    if (page_)
+        page_->stopLoading();
+}
+
+bool UIWebView::canGoBack() const {
+    return page_ && page_->canGoBack();
+}
+
+bool UIWebView::canGoForward() const {
+    return page_ && page_->canGoForward();
+}
+
+std::string UIWebView::URLString() const {
+    return page_ ? page_->url() : std::string();
+}
+
+void UIWebView::setScalesPageToFit(bool scales) {
+    scalesPageToFit_ = scales;
+    if (page_)
+        page_->setScalesPageToFit(scales);
+}
+
+void UIWebView::stringByEvaluatingJavaScriptFromString(
+    const std::string& script, std::function<void(const std::string&)> done) {
+    if (host::WebPage* loaded = page())
+        loaded->evaluate(
+            script, done ? std::move(done) : [](const std::string&) {});
+    else if (done)
+        host::current().loop->schedule(0, [done = std::move(done)] { done({}); });
+}
+
+std::string UIWebView::userAgent() {
+    host::WebPage* asked = page();
+    return asked ? asked->userAgent() : std::string();
+}
+
+void UIWebView::setOpaque(bool opaque) {
+    UIView::setOpaque(opaque);
+    if (page_)
+        page_->setTransparentBackground(!opaque);
+}
+
+host::ForeignContent* UIWebView::foreignContent() {
+    return page_.get();
+}
+
+UIAccessibilityElement UIWebView::accessibilityElement() const {
+    return {UIAccessibilityRole::WebPage, page_ ? page_->title() : std::string(), URLString(),
+            true};
+}
+
+bool UIWebView::webPageShouldNavigate(const host::WebNavigation& navigation) {
+    const auto hold = weak_from_this().lock();
+    return !delegate_ || delegate_->webViewShouldStartLoadWithRequest(
+                             *this, requestOf(navigation), navigationTypeOf(navigation.type));
+}
+
+bool UIWebView::webPageShouldShowResponse(const host::WebResponse& response) {
+    const auto hold = weak_from_this().lock();
+    // A request that may be repeated was looked at by whoever wanted to, by repeating it.
+    NSURLRequest answered(NSURL::URLWithString(response.url));
+    answered.setHTTPMethod(response.requestMethod);
+    if (!delegate_ || !answered.URL() || answered.isSafeToRepeat())
+        return true;
+    return delegate_->webViewShouldShowResponseForUnrepeatableRequest(
+        *this, responseOf(*answered.URL(), response));
+}
+
+void UIWebView::webPageDidStartLoad() {
+    const auto hold = weak_from_this().lock();
+    loading_ = true;
+    if (delegate_)
+        delegate_->webViewDidStartLoad(*this);
+}
+
+void UIWebView::webPageDidFinishLoad() {
+    const auto hold = weak_from_this().lock();
+    loading_ = false;
+    if (delegate_)
+        delegate_->webViewDidFinishLoad(*this);
+}
+
+void UIWebView::webPageDidFailLoad(const host::WebError& error) {
+    const auto hold = weak_from_this().lock();
+    loading_ = false;
+    if (delegate_)
+        delegate_->webViewDidFailLoadWithError(
+            *this, NSError(error.code < 0 ? NSURLErrorDomain : kWebKitErrorDomain, error.code,
+                           error.message));
+}
+
+}
