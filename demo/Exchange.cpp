@@ -156,9 +156,11 @@ void Exchange::deliverWell(const Answer& answer) {
     soup_message_headers_set_encoding(
         headers, misbehaviour_.chunked ? SOUP_ENCODING_CHUNKED : SOUP_ENCODING_CONTENT_LENGTH);
     SoupMessageBody* body = soup_server_message_get_response_body(message_);
-    GBytes* bytes = bytesOf(answer.body);
-    soup_message_body_append_bytes(body, bytes);
-    g_bytes_unref(bytes);
+    if (answer.body.size() > 0) {
+        GBytes* bytes = bytesOf(answer.body);
+        soup_message_body_append_bytes(body, bytes);
+        g_bytes_unref(bytes);
+    }
     soup_message_body_complete(body);
 }
 

@@ -68,6 +68,9 @@ TEST(MisbehaviourTest, ADelayedAnswerComesLateOrNever) {
     EXPECT_EQ(never.end, Reply::End::Silence);
     EXPECT_EQ(never.head, "");
     EXPECT_EQ(ask("/music/").status, 200);
+    const Reply both = ask("/media/short-signal.mp3?delay=1&truncate=100");
+    EXPECT_EQ(both.body.size(), 100U);
+    EXPECT_GE(both.seconds, 0.99);
 }
 
 TEST(MisbehaviourTest, AnyAddressAnswersWithTheStatusAskedFor) {
