@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/graphics/CGGeometry.h"
 
 namespace vistrel {
 class SceneVisitor;
@@ -10,9 +11,18 @@ class SceneWalk {
 public:
     /// `root` is drawn in its superview's coordinates.
     static void walk(UIView& root, SceneVisitor& visitor);
+    /// What stands inside `root`, in its own coordinates: its place, alpha, hiding and flip do not
+    /// count.
+    static void walkContents(UIView& root, SceneVisitor& visitor);
+    /// True during the layout that begins a walk.
+    static bool isLayingOut();
 
 private:
-    static void walkView(UIView& view, SceneVisitor& visitor);
+    static void layOut(UIView& root);
+    static void walkView(UIView& view, SceneVisitor& visitor, const CGRect& visible);
+    static void walkInside(UIView& view, SceneVisitor& visitor, const CGRect& visible);
+    static void walkFlip(UIView& view, SceneVisitor& visitor);
+    static void walkOwn(UIView& view, const CGRect& bounds, SceneVisitor& visitor);
     static void paintIfNeeded(UIView& view);
 };
 

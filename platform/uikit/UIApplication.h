@@ -22,6 +22,8 @@ inline constexpr const char* UIApplicationDidFinishLaunchingNotification =
     "UIApplicationDidFinishLaunchingNotification";
 inline constexpr const char* UIApplicationWillTerminateNotification =
     "UIApplicationWillTerminateNotification";
+inline constexpr const char* UIApplicationWillResignActiveNotification =
+    "UIApplicationWillResignActiveNotification";
 inline constexpr const char* UIApplicationDidEnterBackgroundNotification =
     "UIApplicationDidEnterBackgroundNotification";
 inline constexpr const char* UIApplicationWillEnterForegroundNotification =
@@ -39,14 +41,18 @@ public:
 
     void setDelegate(std::shared_ptr<UIApplicationDelegate> delegate);
     UIApplicationDelegate* delegate() const { return delegate_.get(); }
+    /// The window made key last that is on the screen, else the frontmost one; null for none.
     UIWindow* keyWindow() const;
+    /// The frontmost window that is shown and takes touches: what a touch or a key can reach.
+    UIWindow* frontWindow() const;
     UIApplicationState applicationState() const { return state_; }
 
     void setStatusBarHidden(bool hidden);
     bool isStatusBarHidden() const { return statusBarHidden_; }
     void setStatusBarOrientation(UIInterfaceOrientation orientation, bool animated);
     UIInterfaceOrientation statusBarOrientation() const { return statusBarOrientation_; }
-    CGRect statusBarFrame() const; ///< 320 x 20, empty while hidden
+    /// In the portrait screen's coordinates: 320 x 20, in landscape 20 x 480; empty while hidden.
+    CGRect statusBarFrame() const;
     void setNetworkActivityIndicatorVisible(bool visible);
     bool isNetworkActivityIndicatorVisible() const { return networkActivity_; }
     void setIdleTimerDisabled(bool disabled);
@@ -69,14 +75,19 @@ public:
 
 private:
     friend class UIWindow;
+    friend struct std::default_delete<UIApplication>;
     UIApplication();
     ~UIApplication();
+    static std::unique_ptr<UIApplication>& instance();
+    void showWindow(UIWindow& window);
+    void setKeyWindow(UIWindow& window);
+    void placeStatusBar();
 
     std::shared_ptr<UIApplicationDelegate> delegate_;
     std::shared_ptr<UIView> screen_;
     std::shared_ptr<UIStatusBar> statusBar_;
     std::unique_ptr<UIEventDispatcher> events_;
-    std::weak_ptr<UIWindow> keyWindow_;
+    std::weak_ptr<UIView> keyWindow_;
     UIApplicationState state_ = UIApplicationState::Inactive;
     bool statusBarHidden_ = false;
     bool networkActivity_ = false;

@@ -19,8 +19,10 @@ public:
     /// Wheel or touchpad movement in points; goes to the innermost scroll view under the point that
     /// can scroll so.
     void sendScroll(CGPoint location, double dx, double dy, double timestamp);
-    /// First to the focused view and its superviews, then to the screens on top. True when one used
-    /// it.
+    /// First to the focused view and its superviews, when they are in the front window; then to
+    /// what takes keys without focus in that window, front to back, the deepest first; Escape goes
+    /// to the controllers on that way, but never past the screen on top. Tab moves the focus. True
+    /// when one used it.
     bool sendKey(const UIKey& key);
 
     /// The view that gets keys; null for none.
@@ -33,6 +35,14 @@ public:
     void cancelTouch();
 
 private:
+    void began(CGPoint location, double timestamp);
+    void moved();
+    void ended(UITouchPhase phase);
+    void offerCapture();
+    void countTap(CGPoint location, double timestamp);
+    bool ownerIsGone() const;
+    bool moveFocus(UIView& window, bool backward);
+
     UIView& root_;
     std::optional<UITouch> touch_;
     std::weak_ptr<UIView> touchOwner_;

@@ -1,6 +1,7 @@
 #pragma once
 #include "platform/uikit/UIView.h"
 
+#include <cstdint>
 #include <string>
 
 namespace vistrel {
@@ -23,10 +24,13 @@ public:
 
 private:
     void scheduleClock();
+    void scheduleSpinner();
 
     std::string clockText_;
     bool networkActivity_ = false;
+    int spinnerStep_ = 0;
     std::uint64_t clockToken_ = 0;
+    std::uint64_t spinnerToken_ = 0;
 };
 
 }

@@ -29,6 +29,9 @@ struct ViewState {
     CGAffineTransform transform;
     double alpha = 1;
     UIColor backgroundColor = UIColor::clearColor();
+    /// From the view's own coordinates to its superview's.
+    CGAffineTransform toSuperview() const;
+    friend bool operator==(const ViewState&, const ViewState&) = default;
 };
 
 /// A rectangle of the screen: placed in its superview, drawn, hit by touches, animated. Main thread
@@ -93,6 +96,10 @@ public:
     CGPoint convertPointToView(CGPoint point, const UIView* view) const;
     CGPoint convertPointFromView(CGPoint point, const UIView* view) const;
     CGRect convertRectToView(const CGRect& rect, const UIView* view) const;
+    /// From own coordinates to those of the topmost view, the screen's when the view is on it.
+    CGAffineTransform transformToRoot() const;
+    /// Whether nothing on the way up to the screen is hidden; true also while faded or covered.
+    bool isOnScreen() const;
 
     // Layout and drawing.
     void setNeedsLayout();
@@ -106,6 +113,9 @@ public:
     /// drawsContent are asked.
     virtual void drawRect(const CGRect& rect);
     virtual bool drawsContent() const { return false; }
+    /// A finished picture to show over the bounds instead of one of its own (an image view's
+    /// image); null: what drawRect paints.
+    virtual std::shared_ptr<const Bitmap> contentPicture() { return nullptr; }
     /// Foreign content that fills the bounds, drawn between background and subviews; null for none.
     virtual host::ForeignContent* foreignContent() { return nullptr; }
     /// Layers under the subviews, in order.
@@ -132,6 +142,11 @@ public:
     virtual bool touchWillBeginInside(const UITouch& touch);
     /// Whether the key was used.
     virtual bool keyPressed(const UIKey& key);
+    /// A wheel's or touchpad's step in points; whether the content could move that way.
+    virtual bool scrollBy(double /*dx*/, double /*dy*/, double /*timestamp*/) { return false; }
+    /// Whether keys that no focused view uses are offered to this one: lists, and screens with keys
+    /// of their own.
+    virtual bool takesUnfocusedKeys() const { return viewController_ != nullptr; }
     virtual bool canBecomeFirstResponder() const { return false; }
     virtual void focusChanged(bool /*focused*/) {}
 
@@ -157,23 +172,31 @@ protected:
     void setNeedsComposition();
 
 private:
-    friend class UIViewController;
-    friend class UIViewAnimationEngine;
     friend class SceneWalk;
+    friend class UIApplication;
+    friend class UIViewAnimationEngine;
+    friend class UIViewController;
+    friend class UIWindow;
 
+    void changeState(const ViewState& next);
+    void changeBounds(const CGRect& bounds, CGPoint center);
     void resizeSubviews(CGSize oldSize);
-    void stateWillChange();
+    void resizeWithOldSuperviewSize(CGSize oldSize, CGSize newSize);
     void attachTo(UIView* superview);
+    void detachSubviews();
     void windowDidChange(UIWindow* window);
+    void announceLayout();
 
     ViewState state_;
-    std::unique_ptr<ViewState> presentation_; ///< present while an animation runs
+    mutable std::unique_ptr<ViewState> presentation_; ///< present while an animation runs
     bool hidden_ = false;
     bool opaque_ = true;
     bool clipsToBounds_ = false;
     bool userInteractionEnabled_ = true;
     bool autoresizesSubviews_ = true;
     bool needsLayout_ = true;
+    bool descendantNeedsLayout_ = false;
+    bool isScreen_ = false; ///< the root that the display shows
     bool needsDisplay_ = true;
     unsigned autoresizingMask_ = UIViewAutoresizingNone;
     int tag_ = 0;

@@ -22,8 +22,9 @@ void beginAnimations();
 void setAnimationDuration(double seconds); ///< default 0.2
 void setAnimationDelay(double seconds);
 void setAnimationCurve(UIViewAnimationCurve curve); ///< default EaseInOut
-/// The view's old and new content change places by a flip; None: nothing special. With caching the
-/// old content is a picture taken now.
+/// The view's old and new content change places by a flip; None: nothing special, and so are the
+/// curls. The old content is a picture taken now, the new one when it first turns into sight,
+/// whatever `cache` says.
 void setAnimationTransitionForView(UIViewAnimationTransition transition, UIView& view, bool cache);
 /// Runs once on the main loop when the block's animations have ended; `finished` false when they
 /// were cut short.

@@ -16,7 +16,7 @@ public:
     bool isKeyWindow() const;
     /// 0 for the application's window, under the status bar; higher levels lie above it.
     double windowLevel() const { return windowLevel_; }
-    void setWindowLevel(double level) { windowLevel_ = level; }
+    void setWindowLevel(double level);
 
 private:
     double windowLevel_ = 0;

@@ -1,0 +1,182 @@
+#include "platform/uikit/SceneWalk.h"
+
+#include "platform/graphics/Bitmap.h"
+#include "platform/graphics/CGContext.h"
+#include "platform/graphics/UIImage.h"
+#include "platform/uikit/CAGradientLayer.h"
+#include "platform/uikit/FlipDrawing.h"
+#include "platform/uikit/ImageRenderer.h"
+#include "platform/uikit/SceneVisitor.h"
+#include "platform/uikit/UIView.h"
+#include "platform/uikit/UIViewAnimationEngine.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vistrel {
+
+namespace {
+
+int layingOut = 0;
+/// Layout may ask for layout; what has not settled after that many rounds waits for the next frame.
+constexpr int kLayoutRounds = 4;
+constexpr int kLargestPicture = 8192;
+constexpr double kEverything = 1e9;
+
+int pixels(double points, double scale) {
+    return std::clamp(static_cast<int>(std::ceil(points * scale - 1e-6)), 1, kLargestPicture);
+}
+
+void fillGradients(const UIView& view, SceneVisitor& visitor, bool above) {
+    for (const auto& layer : view.gradientLayers()) {
+        if ((layer->zPosition > 0) == above) {
+            visitor.fillGradient(layer->frame, layer->gradient);
+        }
+    }
+}
+
+}
+
+bool SceneWalk::isLayingOut() {
+    return layingOut > 0;
+}
+
+void SceneWalk::layOut(UIView& root) {
+    ++layingOut;
+    for (int round = 0; round < kLayoutRounds; ++round) {
+        if (!root.needsLayout_ && !root.descendantNeedsLayout_) {
+            break;
+        }
+        root.layoutIfNeeded();
+    }
+    --layingOut;
+}
+
+void SceneWalk::walk(UIView& root, SceneVisitor& visitor) {
+    layOut(root);
+    walkView(root, visitor,
+             CGRectMake(-kEverything, -kEverything, 2 * kEverything, 2 * kEverything));
+}
+
+void SceneWalk::walkContents(UIView& root, SceneVisitor& visitor) {
+    layOut(root);
+    walkInside(root, visitor, root.bounds());
+}
+
+void SceneWalk::walkView(UIView& view, SceneVisitor& visitor, const CGRect& visible) {
+    if (view.hidden_) {
+        return;
+    }
+    const ViewState& shown = view.presentationState();
+    const bool flipping = UIViewAnimationEngine::shared().isFlipping(view);
+    if (view.presentation_ || flipping) {
+        UIViewAnimationEngine::shared().movingViewWasDrawn();
+    }
+    if (shown.alpha <= 0) {
+        return;
+    }
+    const auto toSuperview = shown.toSuperview();
+    const auto inside = toSuperview.inverted().apply(visible);
+    if (view.clipsToBounds_ && !shown.bounds.intersects(inside)) {
+        return;
+    }
+    const bool fades = shown.alpha < 1;
+    visitor.pushTransform(toSuperview);
+    if (fades) {
+        visitor.pushOpacity(shown.alpha);
+    }
+    if (flipping) {
+        walkFlip(view, visitor);
+    } else {
+        walkInside(view, visitor, inside);
+    }
+    if (fades) {
+        visitor.pop();
+    }
+    visitor.pop();
+}
+
+void SceneWalk::walkInside(UIView& view, SceneVisitor& visitor, const CGRect& visible) {
+    const CGRect bounds = view.presentationState().bounds;
+    const bool clips = view.clipsToBounds_;
+    if (clips) {
+        visitor.pushClip(bounds);
+    }
+    if (bounds.intersects(visible)) {
+        walkOwn(view, bounds, visitor);
+    }
+    fillGradients(view, visitor, false);
+    const auto inner = clips ? CGRectIntersection(bounds, visible) : visible;
+    for (const auto& child : view.subviews_) {
+        walkView(*child, visitor, inner);
+    }
+    fillGradients(view, visitor, true);
+    if (clips) {
+        visitor.pop();
+    }
+}
+
+void SceneWalk::walkOwn(UIView& view, const CGRect& bounds, SceneVisitor& visitor) {
+    if (bounds.isEmpty()) {
+        return;
+    }
+    auto picture = view.contentPicture();
+    if (!picture && view.drawsContent()) {
+        paintIfNeeded(view);
+        picture = view.backing_;
+    }
+    const auto& background = view.presentationState().backgroundColor;
+    if (background.alpha > 0 && !(picture && picture->isOpaque())) {
+        visitor.fillColor(bounds, background);
+    }
+    if (picture) {
+        visitor.drawPicture(bounds, picture);
+    }
+    if (auto* foreign = view.foreignContent()) {
+        visitor.drawForeign(bounds, *foreign);
+    }
+}
+
+void SceneWalk::paintIfNeeded(UIView& view) {
+    const double scale = UIImage::screenScale();
+    const CGRect bounds = view.bounds();
+    const int width = pixels(bounds.size.width, scale);
+    const int height = pixels(bounds.size.height, scale);
+    const bool fits = view.backing_ && view.backingScale_ == scale &&
+                      view.backing_->width() == width && view.backing_->height() == height;
+    if (fits && !view.needsDisplay_) {
+        return;
+    }
+    view.needsDisplay_ = false;
+    view.backingScale_ = scale;
+    // An output may still show the old picture; then it keeps it and a new one is painted.
+    if (fits && view.backing_.use_count() == 1) {
+        view.backing_->clear();
+    } else {
+        view.backing_ = std::make_shared<Bitmap>(width, height);
+    }
+    {
+        CGContext context(view.backing_, scale);
+        context.translate(-bounds.minX(), -bounds.minY());
+        UIGraphicsPushContext(context);
+        view.drawRect(bounds);
+        UIGraphicsPopContext();
+    }
+    if (view.opaque_) {
+        view.backing_->findOpacity();
+    } else {
+        view.backing_->setOpaque(false);
+    }
+}
+
+void SceneWalk::walkFlip(UIView& view, SceneVisitor& visitor) {
+    auto& engine = UIViewAnimationEngine::shared();
+    auto flip = engine.flipOf(view);
+    if (flip->progress >= 0.5 && !flip->after) {
+        flip->after = renderViewToBitmap(view, UIImage::screenScale());
+        engine.setFlipAfter(view, flip->after);
+    }
+    drawFlip(*flip, view.presentationState().bounds, visitor);
+}
+
+}

@@ -1,0 +1,25 @@
+#pragma once
+#include "platform/uikit/UIViewAnimation.h"
+
+#include <functional>
+
+namespace vistrel {
+
+/// One animation block: what was set between begin and commit, and how far it has come.
+struct UIViewAnimationBlock {
+    double duration = 0.2;
+    double delay = 0;
+    UIViewAnimationCurve curve = UIViewAnimationCurve::EaseInOut;
+    std::function<void(bool)> didStop;
+
+    bool committed = false;
+    double start = 0; ///< monotonic; of the movement, after the delay
+    int parts = 0;    ///< properties and transitions that still move
+    bool wasCut = false;
+
+    double end() const { return start + duration; }
+    /// 0 to 1, eased.
+    double progressAt(double now) const;
+};
+
+}

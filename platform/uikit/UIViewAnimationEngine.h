@@ -1,0 +1,90 @@
+#pragma once
+#include "platform/graphics/Bitmap.h"
+#include "platform/uikit/CADisplayLink.h"
+#include "platform/uikit/UIView.h"
+#include "platform/uikit/UIViewAnimation.h"
+#include "platform/uikit/UIViewAnimationBlock.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+namespace vistrel {
+
+/// Runs the animation blocks. Where a view is shown is computed from the clock when it is asked
+/// for; frames are requested only while something on the screen moves, and a block's end comes from
+/// the run loop, so that animations also end where there is no display. Main thread only.
+class UIViewAnimationEngine {
+public:
+    static UIViewAnimationEngine& shared();
+    /// Forgets everything without telling anybody.
+    void reset();
+
+    void begin();
+    void commit();
+    /// The innermost block that is open; null for none.
+    UIViewAnimationBlock* openBlock() const;
+    void addTransition(UIViewAnimationTransition transition, UIView& view);
+    void disable() { ++disabled_; }
+    void enable() { --disabled_; }
+
+    /// From the view, after its state has changed.
+    void stateDidChange(UIView& view, const ViewState& old);
+    /// The view and all under it leave the tree: their animations are cut.
+    void endAnimationsUnder(const UIView& view);
+    void forget(const UIView& view);
+    void updatePresentation(const UIView& view) const;
+
+    /// A view in the middle of a flip, as the walk draws it.
+    struct Flip {
+        double progress = 0; ///< 0 to 1, eased
+        bool fromLeft = true;
+        std::shared_ptr<const Bitmap> before;
+        std::shared_ptr<const Bitmap> after; ///< null until it is first needed
+    };
+    std::optional<Flip> flipOf(const UIView& view) const;
+    void setFlipAfter(const UIView& view, std::shared_ptr<const Bitmap> after);
+    bool isFlipping(const UIView& view) const {
+        return !transitions_.empty() && transitions_.contains(&view);
+    }
+    /// From the walk: something that moves was drawn, so another frame is needed.
+    void movingViewWasDrawn();
+
+private:
+    static constexpr std::size_t kProperties = 5;
+    using Block = std::shared_ptr<UIViewAnimationBlock>;
+    struct Track {
+        Block block; ///< null: this property stands still
+        ViewState from;
+    };
+    struct Tracks {
+        UIView* view = nullptr;
+        std::array<Track, kProperties> properties;
+    };
+    struct Transition {
+        Block block;
+        Flip flip;
+    };
+
+    UIViewAnimationEngine();
+    void cut(Block& block);
+    void cutView(const UIView& view);
+    void endSoon(const Block& block);
+    void endDue();
+    void release(const Block& block);
+    void scheduleWake();
+
+    std::vector<Block> open_;
+    std::vector<Block> running_; ///< in the order of their commits
+    std::unordered_map<const UIView*, Tracks> tracks_;
+    std::unordered_map<const UIView*, Transition> transitions_;
+    int disabled_ = 0;
+    std::uint64_t wakeToken_ = 0;
+    bool drewMovement_ = false;
+    CADisplayLink frames_;
+};
+
+}

@@ -1,0 +1,235 @@
+#include "platform/graphics/Bitmap.h"
+#include "platform/graphics/UIImage.h"
+#include "platform/uikit/CAGradientLayer.h"
+#include "platform/uikit/ImageRenderer.h"
+#include "platform/uikit/UIView.h"
+
+#include <cmath>
+#include <functional>
+#include <gmock/gmock.h>
+
+namespace vistrel {
+namespace {
+
+constexpr std::uint32_t kClear = 0;
+constexpr std::uint32_t kRed = 0xFFFF0000;
+constexpr std::uint32_t kGreen = 0xFF00FF00;
+constexpr std::uint32_t kBlue = 0xFF0000FF;
+constexpr UIColor green = {0, 1, 0, 1};
+constexpr UIColor blue = {0, 0, 1, 1};
+
+std::shared_ptr<UIView> colored(const CGRect& frame, const UIColor& color) {
+    auto view = std::make_shared<UIView>(frame);
+    view->setBackgroundColor(color);
+    return view;
+}
+
+/// Draws with a function and counts how often it is asked to.
+class Painter : public UIView {
+public:
+    Painter(CGRect frame, std::function<void(CGContext&)> painting)
+        : UIView(frame)
+        , painting_(std::move(painting)) {
+        setOpaque(false);
+    }
+    bool drawsContent() const override { return true; }
+    void drawRect(const CGRect& /*rect*/) override {
+        ++paintings;
+        painting_(*UIGraphicsGetCurrentContext());
+    }
+    int paintings = 0;
+
+private:
+    std::function<void(CGContext&)> painting_;
+};
+
+/// Left half red, right half blue; the upper left quarter green.
+void paintQuarters(CGContext& context) {
+    context.setFillColor(UIColor::redColor());
+    context.fillRect(CGRectMake(0, 0, 10, 20));
+    context.setFillColor(blue);
+    context.fillRect(CGRectMake(10, 0, 10, 20));
+    context.setFillColor(green);
+    context.fillRect(CGRectMake(0, 0, 10, 10));
+}
+
+class SceneWalkTest : public testing::Test {
+protected:
+    ~SceneWalkTest() override { UIImage::setScreenScale(1); }
+    std::uint32_t at(int x, int y, double scale = 1) {
+        return renderViewToBitmap(*root, scale)->pixel(x, y);
+    }
+    std::shared_ptr<UIView> root = std::make_shared<UIView>(CGRectMake(0, 0, 40, 40));
+};
+
+TEST_F(SceneWalkTest, LaterSubviewsLieOverEarlierOnes) {
+    auto below = colored(CGRectMake(0, 0, 20, 20), UIColor::redColor());
+    auto above = colored(CGRectMake(10, 10, 20, 20), blue);
+    root->addSubview(below);
+    root->addSubview(above);
+    EXPECT_EQ(at(5, 5), kRed);
+    EXPECT_EQ(at(15, 15), kBlue);
+    EXPECT_EQ(at(35, 35), kClear);
+    root->bringSubviewToFront(*below);
+    EXPECT_EQ(at(15, 15), kRed);
+}
+
+TEST_F(SceneWalkTest, AQuarterTurnMovesEachCornerClockwise) {
+    auto view = std::make_shared<Painter>(CGRectMake(10, 10, 20, 20), paintQuarters);
+    root->addSubview(view);
+    EXPECT_EQ(at(12, 12), kGreen);
+    EXPECT_EQ(at(12, 28), kRed);
+    EXPECT_EQ(at(28, 12), kBlue);
+    view->setTransform(CGAffineTransformMakeRotation(M_PI / 2));
+    EXPECT_EQ(at(28, 12), kGreen) << "upper left goes to the upper right";
+    EXPECT_EQ(at(12, 12), kRed) << "lower left goes to the upper left";
+    EXPECT_EQ(at(28, 28), kBlue) << "upper right goes to the lower right";
+    EXPECT_EQ(view->paintings, 1);
+}
+
+TEST_F(SceneWalkTest, AlphaFadesAViewWithAllThatIsInItAsOne) {
+    auto group = colored(CGRectMake(0, 0, 20, 20), UIColor::redColor());
+    group->addSubview(colored(CGRectMake(0, 0, 20, 10), blue));
+    group->setAlpha(0.5);
+    root->setBackgroundColor(UIColor::whiteColor());
+    root->addSubview(group);
+    const auto upper = at(5, 5);
+    EXPECT_NEAR(static_cast<int>(upper >> 16 & 0xFF), 128, 1) << "no red under the blue";
+    EXPECT_NEAR(static_cast<int>(upper & 0xFF), 255, 1);
+    const auto lower = at(5, 15);
+    EXPECT_NEAR(static_cast<int>(lower >> 16 & 0xFF), 255, 1);
+    EXPECT_NEAR(static_cast<int>(lower & 0xFF), 128, 1);
+}
+
+TEST_F(SceneWalkTest, OnlyAClippingViewCutsItsSubviews) {
+    auto frame = std::make_shared<UIView>(CGRectMake(0, 0, 10, 10));
+    frame->addSubview(colored(CGRectMake(0, 0, 20, 20), green));
+    root->addSubview(frame);
+    EXPECT_EQ(at(15, 15), kGreen);
+    frame->setClipsToBounds(true);
+    EXPECT_EQ(at(5, 5), kGreen);
+    EXPECT_EQ(at(15, 15), kClear);
+}
+
+TEST_F(SceneWalkTest, HiddenViewsAreLeftOutWithTheirSubviews) {
+    auto parent = colored(CGRectMake(0, 0, 10, 10), UIColor::redColor());
+    parent->addSubview(colored(CGRectMake(0, 0, 10, 10), blue));
+    root->addSubview(parent);
+    parent->setHidden(true);
+    EXPECT_EQ(at(5, 5), kClear);
+}
+
+TEST_F(SceneWalkTest, TheBoundsOriginScrollsTheContent) {
+    auto list = std::make_shared<UIView>(CGRectMake(0, 0, 40, 40));
+    list->addSubview(colored(CGRectMake(0, 100, 40, 10), green));
+    root->addSubview(list);
+    EXPECT_EQ(at(20, 5), kClear);
+    list->setBounds(CGRectMake(0, 100, 40, 40));
+    EXPECT_EQ(at(20, 5), kGreen);
+}
+
+TEST_F(SceneWalkTest, ACleanViewIsNeverPaintedAgain) {
+    auto view = std::make_shared<Painter>(CGRectMake(0, 0, 20, 20), paintQuarters);
+    root->addSubview(view);
+    const auto compose = [&] {
+        renderViewToBitmap(*root, 1);
+    };
+    compose();
+    compose();
+    view->setCenter({25, 25});
+    compose();
+    view->setAlpha(0.5);
+    compose();
+    view->setTransform(CGAffineTransformMakeScale(2, 0.5));
+    compose();
+    view->setHidden(true);
+    compose();
+    view->setHidden(false);
+    root->setBounds(CGRectMake(0, 5, 40, 40));
+    compose();
+    EXPECT_EQ(view->paintings, 1);
+    view->setNeedsDisplay();
+    compose();
+    compose();
+    EXPECT_EQ(view->paintings, 2);
+    view->setFrame(CGRectMake(0, 0, 30, 20));
+    compose();
+    EXPECT_EQ(view->paintings, 3) << "another size is another picture";
+    UIImage::setScreenScale(2);
+    compose();
+    compose();
+    EXPECT_EQ(view->paintings, 4) << "so is another scale";
+}
+
+TEST_F(SceneWalkTest, ViewsOutsideTheClipAreNotPainted) {
+    root->setClipsToBounds(true);
+    auto view = std::make_shared<Painter>(CGRectMake(0, 50, 20, 20), paintQuarters);
+    root->addSubview(view);
+    renderViewToBitmap(*root, 1);
+    EXPECT_EQ(view->paintings, 0);
+    view->setFrame(CGRectMake(0, 30, 20, 20));
+    renderViewToBitmap(*root, 1);
+    EXPECT_EQ(view->paintings, 1);
+}
+
+TEST_F(SceneWalkTest, RepaintingStartsFromAClearPicture) {
+    int round = 0;
+    auto view = std::make_shared<Painter>(CGRectMake(0, 0, 20, 20), [&](CGContext& context) {
+        context.setFillColor(green);
+        context.fillRect(CGRectMake(round++ * 10, 0, 10, 20));
+    });
+    root->addSubview(view);
+    EXPECT_EQ(at(5, 5), kGreen);
+    view->setNeedsDisplay();
+    EXPECT_EQ(at(5, 5), kClear);
+    EXPECT_EQ(at(15, 5), kGreen);
+}
+
+TEST_F(SceneWalkTest, AGradientAboveZeroLiesOverTheSubviews) {
+    root->addSubview(colored(CGRectMake(0, 0, 40, 40), UIColor::redColor()));
+    auto layer = std::make_shared<CAGradientLayer>();
+    layer->frame = CGRectMake(0, 0, 40, 20);
+    layer->gradient.colors = {blue, blue};
+    root->insertGradientLayerAtIndex(layer, 0);
+    EXPECT_EQ(at(5, 5), kRed);
+    layer->zPosition = 2147483648.0;
+    EXPECT_EQ(at(5, 5), kBlue);
+    EXPECT_EQ(at(5, 25), kRed);
+    root->removeGradientLayer(*layer);
+    EXPECT_EQ(at(5, 5), kRed);
+}
+
+TEST_F(SceneWalkTest, AFinishedPictureNeedsNoPainting) {
+    class Picture : public Painter {
+    public:
+        explicit Picture(std::shared_ptr<const Bitmap> bitmap)
+            : Painter(CGRectMake(0, 0, 40, 40), [](CGContext&) {})
+            , bitmap_(std::move(bitmap)) {}
+        std::shared_ptr<const Bitmap> contentPicture() override { return bitmap_; }
+
+    private:
+        std::shared_ptr<const Bitmap> bitmap_;
+    };
+    auto bitmap = std::make_shared<Bitmap>(1, 2);
+    *bitmap->row(0) = kRed;
+    *bitmap->row(1) = kBlue;
+    auto view = std::make_shared<Picture>(bitmap);
+    root->addSubview(view);
+    EXPECT_EQ(at(20, 2), kRed);
+    EXPECT_EQ(at(20, 37), kBlue);
+    EXPECT_EQ(view->paintings, 0);
+}
+
+TEST_F(SceneWalkTest, TheRenderedViewsOwnPlaceDoesNotCount) {
+    auto view = std::make_shared<Painter>(CGRectMake(100, 200, 20, 20), paintQuarters);
+    view->setAlpha(0.2);
+    view->setTransform(CGAffineTransformMakeRotation(1));
+    const auto picture = renderViewToBitmap(*view, 2);
+    EXPECT_EQ(picture->width(), 40);
+    EXPECT_EQ(picture->height(), 40);
+    EXPECT_EQ(picture->pixel(5, 5), kGreen);
+    EXPECT_TRUE(picture->isOpaque());
+}
+
+}
+}

@@ -1,0 +1,259 @@
+#include "platform/uikit/UIView.h"
+
+#include <cmath>
+#include <gmock/gmock.h>
+
+namespace vistrel {
+namespace {
+
+std::shared_ptr<UIView> viewAt(double x, double y, double width, double height) {
+    return std::make_shared<UIView>(CGRectMake(x, y, width, height));
+}
+
+MATCHER_P(IsRect, expected, "") {
+    *result_listener << "(" << arg.minX() << ", " << arg.minY() << ", " << arg.size.width << ", "
+                     << arg.size.height << ")";
+    const auto near = [](double a, double b) {
+        return std::abs(a - b) < 1e-9;
+    };
+    return near(arg.minX(), expected.minX()) && near(arg.minY(), expected.minY()) &&
+           near(arg.size.width, expected.size.width) && near(arg.size.height, expected.size.height);
+}
+
+TEST(UIViewGeometryTest, TheFrameIsTheBoundingBoxUnderTheTransform) {
+    struct Case {
+        const char* name;
+        CGAffineTransform transform;
+        CGRect frame;
+    };
+    const Case cases[] = {
+        {"none", {}, CGRectMake(10, 20, 100, 40)},
+        {"quarter turn", CGAffineTransformMakeRotation(M_PI / 2), CGRectMake(40, -10, 40, 100)},
+        {"half turn", CGAffineTransformMakeRotation(M_PI), CGRectMake(10, 20, 100, 40)},
+        {"doubled", CGAffineTransformMakeScale(2, 2), CGRectMake(-40, 0, 200, 80)},
+        {"moved", CGAffineTransformMakeTranslation(5, 7), CGRectMake(15, 27, 100, 40)},
+    };
+    for (const auto& test : cases) {
+        auto view = viewAt(10, 20, 100, 40);
+        view->setTransform(test.transform);
+        EXPECT_THAT(view->frame(), IsRect(test.frame)) << test.name;
+        EXPECT_EQ(view->bounds(), CGRectMake(0, 0, 100, 40)) << test.name;
+        const auto target = CGRectMake(30, 40, 60, 80);
+        view->setFrame(target);
+        EXPECT_THAT(view->frame(), IsRect(target)) << test.name;
+        EXPECT_EQ(view->transform(), test.transform) << test.name;
+    }
+}
+
+TEST(UIViewGeometryTest, SettingTheFrameKeepsTheScrollPosition) {
+    auto view = viewAt(0, 0, 10, 10);
+    view->setBounds(CGRectMake(0, 300, 10, 10));
+    view->setFrame(CGRectMake(5, 5, 20, 30));
+    EXPECT_EQ(view->bounds(), CGRectMake(0, 300, 20, 30));
+}
+
+TEST(UIViewGeometryTest, BoundsGrowAroundTheCentre) {
+    auto view = viewAt(100, 100, 20, 20);
+    view->setBounds(CGRectMake(0, 0, 40, 60));
+    EXPECT_EQ(view->center(), (CGPoint{110, 110}));
+    EXPECT_EQ(view->frame(), CGRectMake(90, 80, 40, 60));
+}
+
+TEST(UIViewGeometryTest, AutoresizingSharesTheGrowthAsThePhoneDoes) {
+    constexpr unsigned left = UIViewAutoresizingFlexibleLeftMargin;
+    constexpr unsigned width = UIViewAutoresizingFlexibleWidth;
+    constexpr unsigned right = UIViewAutoresizingFlexibleRightMargin;
+    constexpr unsigned top = UIViewAutoresizingFlexibleTopMargin;
+    constexpr unsigned height = UIViewAutoresizingFlexibleHeight;
+    constexpr unsigned bottom = UIViewAutoresizingFlexibleBottomMargin;
+    struct Case {
+        const char* name;
+        unsigned mask;
+        CGRect before;
+        CGRect after; ///< the superview goes from 100 x 100 to 200 x 300
+    };
+    const Case cases[] = {
+        {"none", 0, CGRectMake(10, 20, 30, 40), CGRectMake(10, 20, 30, 40)},
+        {"width", width, CGRectMake(10, 20, 30, 40), CGRectMake(10, 20, 130, 40)},
+        {"left margin", left, CGRectMake(10, 20, 30, 40), CGRectMake(110, 20, 30, 40)},
+        {"right margin", right, CGRectMake(10, 20, 30, 40), CGRectMake(10, 20, 30, 40)},
+        {"both margins, in proportion", left | right, CGRectMake(10, 20, 50, 40),
+         CGRectMake(30, 20, 50, 40)},
+        {"width and right margin", width | right, CGRectMake(20, 20, 20, 40),
+         CGRectMake(20, 20, 45, 40)},
+        {"all across", left | width | right, CGRectMake(10, 20, 30, 40),
+         CGRectMake(20, 20, 60, 40)},
+        {"flexible parts that are nothing", left | right, CGRectMake(0, 20, 100, 40),
+         CGRectMake(50, 20, 100, 40)},
+        {"width and top margin", width | top, CGRectMake(0, 0, 100, 44),
+         CGRectMake(0, 200, 200, 44)},
+        {"height", height, CGRectMake(10, 20, 30, 40), CGRectMake(10, 20, 30, 240)},
+        {"margins above and below", top | bottom, CGRectMake(0, 20, 10, 20),
+         CGRectMake(0, 70, 10, 20)},
+        {"width and height", width | height, CGRectMake(0, 0, 100, 100),
+         CGRectMake(0, 0, 200, 300)},
+    };
+    for (const auto& test : cases) {
+        auto parent = viewAt(0, 0, 100, 100);
+        auto child = std::make_shared<UIView>(test.before);
+        child->setAutoresizingMask(test.mask);
+        parent->addSubview(child);
+        parent->setFrame(CGRectMake(0, 0, 200, 300));
+        EXPECT_THAT(child->frame(), IsRect(test.after)) << test.name;
+    }
+}
+
+TEST(UIViewGeometryTest, AutoresizingReachesGrandchildrenAndCanBeSwitchedOff) {
+    auto top = viewAt(0, 0, 100, 100);
+    auto middle = viewAt(0, 0, 100, 100);
+    auto leaf = viewAt(10, 10, 80, 80);
+    middle->setAutoresizingMask(UIViewAutoresizingFlexibleWidth);
+    leaf->setAutoresizingMask(UIViewAutoresizingFlexibleWidth);
+    middle->addSubview(leaf);
+    top->addSubview(middle);
+    top->setFrame(CGRectMake(0, 0, 150, 100));
+    EXPECT_EQ(leaf->frame(), CGRectMake(10, 10, 130, 80));
+    top->setAutoresizesSubviews(false);
+    top->setFrame(CGRectMake(0, 0, 400, 100));
+    EXPECT_EQ(middle->frame(), CGRectMake(0, 0, 150, 100));
+}
+
+/// A screen of 320 x 480 with a view laid on its side, as a landscape video lies on it.
+struct Landscape {
+    std::shared_ptr<UIView> screen = viewAt(0, 0, 320, 480);
+    std::shared_ptr<UIView> video = std::make_shared<UIView>();
+    std::shared_ptr<UIView> doneButton = viewAt(10, 20, 60, 30);
+
+    Landscape() {
+        screen->addSubview(video);
+        video->setBounds(CGRectMake(0, 0, 480, 320));
+        video->setCenter({160, 240});
+        video->setTransform(CGAffineTransformMakeRotation(M_PI / 2));
+        video->addSubview(doneButton);
+    }
+};
+
+TEST(UIViewGeometryTest, ATurnedViewFillsThePortraitScreen) {
+    const Landscape scene;
+    EXPECT_THAT(scene.video->frame(), IsRect(CGRectMake(0, 0, 320, 480)));
+}
+
+TEST(UIViewGeometryTest, TouchesReachTheRightPlaceOfATurnedView) {
+    const Landscape scene;
+    // The button's middle (40, 35) in the video lies at the upper right of the portrait screen.
+    const auto onScreen = scene.video->convertPointToView({40, 35}, scene.screen.get());
+    EXPECT_NEAR(onScreen.x, 285, 1e-9);
+    EXPECT_NEAR(onScreen.y, 40, 1e-9);
+    EXPECT_EQ(scene.screen->hitTest(onScreen), scene.doneButton);
+    EXPECT_EQ(scene.screen->hitTest({40, 35}), scene.video);
+    const auto back = scene.doneButton->convertPointFromView(onScreen, scene.screen.get());
+    EXPECT_NEAR(back.x, 30, 1e-9);
+    EXPECT_NEAR(back.y, 15, 1e-9);
+    EXPECT_THAT(scene.doneButton->convertRectToView(scene.doneButton->bounds(), scene.screen.get()),
+                IsRect(CGRectMake(270, 10, 30, 60)));
+}
+
+TEST(UIViewGeometryTest, ATouchGoesToTheFrontmostViewThatTakesIt) {
+    auto root = viewAt(0, 0, 100, 100);
+    auto below = viewAt(0, 0, 100, 100);
+    auto above = viewAt(50, 0, 50, 100);
+    root->addSubview(below);
+    root->addSubview(above);
+    const auto hit = [&] {
+        return root->hitTest({75, 50});
+    };
+    EXPECT_EQ(hit(), above);
+    root->bringSubviewToFront(*below);
+    EXPECT_EQ(hit(), below);
+    root->sendSubviewToBack(*below);
+    above->setHidden(true);
+    EXPECT_EQ(hit(), below);
+    above->setHidden(false);
+    above->setAlpha(0);
+    EXPECT_EQ(hit(), below);
+    above->setAlpha(1);
+    above->setUserInteractionEnabled(false);
+    EXPECT_EQ(hit(), below);
+    below->setUserInteractionEnabled(false);
+    EXPECT_EQ(hit(), root);
+    EXPECT_EQ(root->hitTest({100, 50}), nullptr);
+}
+
+TEST(UIViewGeometryTest, AScrolledViewHitsWhatItShows) {
+    auto list = viewAt(0, 0, 100, 100);
+    auto row = viewAt(0, 300, 100, 44);
+    list->addSubview(row);
+    EXPECT_EQ(list->hitTest({50, 20}), list);
+    list->setBounds(CGRectMake(0, 300, 100, 100));
+    EXPECT_EQ(list->hitTest({50, 320}), row);
+}
+
+std::vector<int> order(const UIView& view) {
+    std::vector<int> tags;
+    for (const auto& child : view.subviews()) {
+        tags.push_back(child->tag());
+    }
+    return tags;
+}
+
+TEST(UIViewGeometryTest, SubviewsStandWhereTheyAreInserted) {
+    auto root = viewAt(0, 0, 10, 10);
+    std::vector<std::shared_ptr<UIView>> views;
+    for (int i = 0; i < 4; ++i) {
+        views.push_back(viewAt(0, 0, 1, 1));
+        views.back()->setTag(i);
+        root->addSubview(views.back());
+    }
+    using testing::ElementsAre;
+    root->insertSubviewBelowSubview(views[3], *views[1]);
+    EXPECT_THAT(order(*root), ElementsAre(0, 3, 1, 2));
+    root->insertSubviewAboveSubview(views[0], *views[1]);
+    EXPECT_THAT(order(*root), ElementsAre(3, 1, 0, 2));
+    root->insertSubviewBelowSubview(views[3], *views[2]);
+    EXPECT_THAT(order(*root), ElementsAre(1, 0, 3, 2));
+    root->insertSubviewAboveSubview(views[1], *views[2]);
+    EXPECT_THAT(order(*root), ElementsAre(0, 3, 2, 1));
+    root->insertSubviewAtIndex(views[1], 0);
+    EXPECT_THAT(order(*root), ElementsAre(1, 0, 3, 2));
+    root->addSubview(views[1]);
+    EXPECT_THAT(order(*root), ElementsAre(0, 3, 2, 1));
+}
+
+TEST(UIViewGeometryTest, AViewHasOneSuperviewAtATime) {
+    auto first = viewAt(0, 0, 10, 10);
+    auto second = viewAt(0, 0, 10, 10);
+    auto child = viewAt(0, 0, 1, 1);
+    first->addSubview(child);
+    second->addSubview(child);
+    EXPECT_TRUE(first->subviews().empty());
+    EXPECT_EQ(child->superview(), second.get());
+    second.reset();
+    EXPECT_EQ(child->superview(), nullptr);
+    child->removeFromSuperview();
+}
+
+TEST(UIViewGeometryTest, LayoutRunsOnceForEachTimeItIsAskedFor) {
+    class Counting : public UIView {
+    public:
+        using UIView::UIView;
+        void layoutSubviews() override { ++layouts; }
+        int layouts = 0;
+    };
+    auto root = viewAt(0, 0, 10, 10);
+    auto middle = viewAt(0, 0, 10, 10);
+    auto leaf = std::make_shared<Counting>(CGRectMake(0, 0, 5, 5));
+    middle->addSubview(leaf);
+    root->addSubview(middle);
+    root->layoutIfNeeded();
+    root->layoutIfNeeded();
+    EXPECT_EQ(leaf->layouts, 1);
+    leaf->setFrame(CGRectMake(3, 3, 5, 5));
+    root->layoutIfNeeded();
+    EXPECT_EQ(leaf->layouts, 1) << "moving is no reason to lay out";
+    leaf->setFrame(CGRectMake(3, 3, 6, 5));
+    root->layoutIfNeeded();
+    EXPECT_EQ(leaf->layouts, 2);
+}
+
+}
+}
