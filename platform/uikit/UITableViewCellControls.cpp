@@ -115,7 +115,7 @@ void UITableViewCellControls::prepareForMode() {
             makeDeleteCircle(beside);
         if (!confirmation_)
             makeConfirmation(beside);
-        circle_->setLabel(confirmationTitle_ + " " + cell_.accessibilityLabel());
+        circle_->setLabel(confirmationTitle_ + " " + cell_.accessibilityElement().label);
     });
 }
 

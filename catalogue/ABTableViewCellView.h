@@ -1,0 +1,13 @@
+#pragma once
+#include "platform/uikit/UIView.h"
+
+namespace vistrel {
+
+/// Hands its drawing back to the ABTableViewCell that it lies in.
+class ABTableViewCellView : public UIView {
+public:
+    bool drawsContent() const override { return true; }
+    void drawRect(const CGRect& rect) override;
+};
+
+}
