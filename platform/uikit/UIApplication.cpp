@@ -14,6 +14,7 @@
 #include "platform/uikit/UIStatusBar.h"
 #include "platform/uikit/UIViewAnimation.h"
 #include "platform/uikit/UIViewAnimationEngine.h"
+#include "platform/uikit/UIViewController.h"
 #include "platform/uikit/UIWindow.h"
 
 #include <algorithm>
@@ -203,6 +204,14 @@ void UIApplication::terminate() {
         delegate->applicationWillTerminate(*this);
     }
     post(UIApplicationWillTerminateNotification);
+}
+
+void UIApplication::receiveMemoryWarning() {
+    if (delegate_) {
+        const auto delegate = delegate_;
+        delegate->applicationDidReceiveMemoryWarning(*this);
+    }
+    post(UIApplicationDidReceiveMemoryWarningNotification);
 }
 
 void UIApplication::setState(UIApplicationState state) {

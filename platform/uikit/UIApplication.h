@@ -64,6 +64,8 @@ public:
     /// Calls the delegate, posts the notification.
     void finishLaunching();
     void terminate();
+    /// Tells the delegate and every screen that memory runs short.
+    void receiveMemoryWarning();
     /// Window shown, hidden, focused: posts the matching notifications.
     void setState(UIApplicationState state);
     /// The whole screen, back to front.

@@ -28,6 +28,11 @@ CGSize UIImageView::sizeThatFits(CGSize) const {
     return image_ ? image_->size() : CGSize{};
 }
 
+std::shared_ptr<const Bitmap> UIImageView::contentPicture() {
+    const bool stretches = image_ && (image_->leftCapWidth() > 0 || image_->topCapHeight() > 0);
+    return image_ && !stretches ? image_->bitmap() : nullptr;
+}
+
 bool UIImageView::drawsContent() const {
     return image_ != nullptr;
 }

@@ -15,6 +15,8 @@ public:
     const std::shared_ptr<const UIImage>& image() const { return image_; }
     void setImage(std::shared_ptr<const UIImage> image);
     CGSize sizeThatFits(CGSize size) const override;
+    /// The picture's own pixels, unless it stretches by caps.
+    std::shared_ptr<const Bitmap> contentPicture() override;
     bool drawsContent() const override;
     void drawRect(const CGRect& rect) override;
 

@@ -46,7 +46,7 @@ public:
     /// Ends momentum where it is.
     void stopScrolling();
     /// A wheel or touchpad step, points. Whether the content could move that way.
-    bool scrollBy(double dx, double dy, double timestamp);
+    bool scrollBy(double dx, double dy, double timestamp) override;
 
     bool shouldCaptureTouch(const UITouch& touch) override;
     bool touchWillBeginInside(const UITouch& touch) override;
@@ -55,6 +55,7 @@ public:
     void touchesEnded(const UITouch& touch) override;
     void touchesCancelled(const UITouch& touch) override;
     bool keyPressed(const UIKey& key) override;
+    bool takesUnfocusedKeys() const override { return true; }
     void setFrame(const CGRect& frame) override;
 
 protected:

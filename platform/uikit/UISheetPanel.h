@@ -25,6 +25,7 @@ public:
     const std::shared_ptr<UIGlossyButton>& button(int index) const;
 
     bool keyPressed(const UIKey& key) override;
+    bool takesUnfocusedKeys() const override { return true; }
     bool canBecomeFirstResponder() const override { return true; }
     bool drawsContent() const override { return true; }
     void drawRect(const CGRect& rect) override;

@@ -96,6 +96,8 @@ public:
     CGPoint convertPointToView(CGPoint point, const UIView* view) const;
     CGPoint convertPointFromView(CGPoint point, const UIView* view) const;
     CGRect convertRectToView(const CGRect& rect, const UIView* view) const;
+    /// From own coordinates to the superview's.
+    CGAffineTransform placement() const { return state_.toSuperview(); }
     /// From own coordinates to those of the topmost view, the screen's when the view is on it.
     CGAffineTransform transformToRoot() const;
     /// Whether nothing on the way up to the screen is hidden; true also while faded or covered.
