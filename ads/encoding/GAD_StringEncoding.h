@@ -1,0 +1,76 @@
+#pragma once
+#include "ads/encoding/GAD_StringEncodingBlocks.h"
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vistrel {
+/// Bytes as text over an alphabet of 2, 4, 8, 16, 32, 64 or 128 ASCII characters and back. The bits
+/// are taken most significant first; the last character is filled up with zero bits.
+class GAD_StringEncoding {
+public:
+    /// "01"
+    static std::shared_ptr<GAD_StringEncoding> binaryStringEncoding();
+    /// Upper-case digits; lower-case ones are decoded as well.
+    static std::shared_ptr<GAD_StringEncoding> hexStringEncoding();
+    /// RFC 4648, padded.
+    static std::shared_ptr<GAD_StringEncoding> rfc4648Base32StringEncoding();
+    static std::shared_ptr<GAD_StringEncoding> rfc4648Base32HexStringEncoding();
+    /// Unpadded; decodes either case, o as 0, i and l as 1.
+    static std::shared_ptr<GAD_StringEncoding> crockfordBase32StringEncoding();
+    /// RFC 4648, padded.
+    static std::shared_ptr<GAD_StringEncoding> rfc4648Base64StringEncoding();
+    static std::shared_ptr<GAD_StringEncoding> rfc4648Base64WebsafeStringEncoding();
+
+    /// Null when the alphabet is not ASCII, repeats a character or has not one of the lengths
+    /// above.
+    static std::shared_ptr<GAD_StringEncoding> stringEncodingWithString(std::string_view alphabet);
+
+    [[nodiscard]] std::string encode(std::span<const std::byte> bytes) const;
+    [[nodiscard]] std::string encodeString(std::string_view text) const;
+
+    /// Nothing for a character without a meaning, a value after padding, or left-over bits that are
+    /// not zero. Padding may be missing or longer than needed.
+    [[nodiscard]] std::optional<std::vector<std::byte>> decode(std::string_view text) const;
+    /// The decoded bytes as text; nothing as well when they are not valid UTF-8.
+    [[nodiscard]] std::optional<std::string> stringByDecoding(std::string_view text) const;
+
+    /// Whether encoded text is padded to whole blocks.
+    [[nodiscard]] bool doPad() const { return doPad_; }
+    void setDoPad(bool doPad) { doPad_ = doPad; }
+    /// An ASCII character that decodes as padding from now on.
+    void setPaddingChar(char character);
+
+    /// Every character without a value gets that of the last character before it that has one:
+    /// "AaBb" lets a decode as A and b as B.
+    void addDecodeSynonyms(std::string_view characters);
+    /// ASCII characters to be skipped in decoding; none may have a meaning already.
+    void ignoreCharacters(std::string_view characters);
+
+    /// "<Base64 StringEncoder: ABC…>"
+    [[nodiscard]] std::string description() const;
+
+private:
+    explicit GAD_StringEncoding(std::string_view alphabet);
+
+    static std::shared_ptr<GAD_StringEncoding> padded(std::string_view alphabet);
+    void encodeInto(std::span<const std::byte> bytes, char* out) const;
+    template <typename Bytes>
+    bool decodeInto(std::string_view text, Bytes& bytes) const;
+
+    std::string charMap_;
+    stringEncodingBlocks::ReverseMap reverseCharMap_;
+    unsigned shift_ = 0;
+    unsigned mask_ = 0;
+    bool doPad_ = false;
+    char paddingChar_ = '\0';
+    std::size_t padLen_ = 0;
+};
+
+using StringEncoding = GAD_StringEncoding;
+}

@@ -1,0 +1,238 @@
+#include "ads/encoding/GAD_StringEncodingBlocks.h"
+
+#if defined(__x86_64__)
+#include <immintrin.h>
+
+// Every function here is compiled for AVX2 by its attribute; the compiler ends those that are
+// called from outside with vzeroupper, which a test checks.
+#define VISTREL_AVX2 __attribute__((target("avx2")))
+#define VISTREL_AVX2_INLINE __attribute__((target("avx2"), always_inline)) inline
+
+namespace vistrel::stringEncodingBlocks::avx2 {
+namespace {
+using Register = __m256i;
+
+VISTREL_AVX2_INLINE __m128i half(const void* at) {
+    return _mm_loadu_si128(static_cast<const __m128i*>(at));
+}
+
+VISTREL_AVX2_INLINE Register inBothHalves(const void* at) {
+    return _mm256_broadcastsi128_si256(half(at));
+}
+
+VISTREL_AVX2_INLINE Register twoHalves(const void* low, const void* high) {
+    return _mm256_inserti128_si256(_mm256_castsi128_si256(half(low)), half(high), 1);
+}
+
+/// Looks 32 indices up in an alphabet, sixteen characters at a time.
+template <unsigned Shift>
+struct Alphabet {
+    Register rows[1 << (Shift - 4)];
+
+    VISTREL_AVX2_INLINE explicit Alphabet(const char* characters) {
+        for (unsigned i = 0; i < sizeof rows / sizeof *rows; ++i)
+            rows[i] = inBothHalves(characters + 16 * i);
+    }
+
+    VISTREL_AVX2_INLINE Register of(Register index) const {
+        const Register first = _mm256_shuffle_epi8(rows[0], index);
+        if constexpr (Shift == 4) {
+            return first;
+        } else {
+            const Register bit4 = _mm256_slli_epi16(index, 3);
+            const Register low =
+                _mm256_blendv_epi8(first, _mm256_shuffle_epi8(rows[1], index), bit4);
+            if constexpr (Shift == 5) {
+                return low;
+            } else {
+                const Register high = _mm256_blendv_epi8(_mm256_shuffle_epi8(rows[2], index),
+                                                         _mm256_shuffle_epi8(rows[3], index), bit4);
+                return _mm256_blendv_epi8(low, high, _mm256_slli_epi16(index, 2));
+            }
+        }
+    }
+};
+
+/// The first 16 bytes as 32 indices of 4 bits.
+VISTREL_AVX2_INLINE Register split4(const unsigned char* bytes) {
+    const Register words = _mm256_cvtepu8_epi16(half(bytes));
+    return _mm256_and_si256(
+        _mm256_or_si256(_mm256_srli_epi16(words, 4), _mm256_slli_epi16(words, 8)),
+        _mm256_set1_epi8(15));
+}
+
+/// The first 20 bytes as 32 indices of 5 bits: each index is shifted down from the two bytes that
+/// it is spread over.
+VISTREL_AVX2_INLINE Register split5(const unsigned char* bytes) {
+    const Register input = twoHalves(bytes, bytes + 10);
+    const Register factors = _mm256_broadcastsi128_si256(
+        _mm_setr_epi16(1 << 5, 1 << 10, 1 << 7, 1 << 12, 1 << 9, 1 << 6, 1 << 11, 1 << 8));
+    const __m128i places = _mm_setr_epi8(1, 0, 1, 0, 2, 1, 2, 1, 3, 2, 4, 3, 4, 3, 5, 4);
+    const __m128i laterPlaces = _mm_add_epi8(places, _mm_set1_epi8(5));
+    const Register first = _mm256_mulhi_epu16(
+        _mm256_shuffle_epi8(input, _mm256_broadcastsi128_si256(places)), factors);
+    const Register second = _mm256_mulhi_epu16(
+        _mm256_shuffle_epi8(input, _mm256_broadcastsi128_si256(laterPlaces)), factors);
+    const Register mask = _mm256_set1_epi16(31);
+    return _mm256_packus_epi16(_mm256_and_si256(first, mask), _mm256_and_si256(second, mask));
+}
+
+/// The first 24 bytes as 32 indices of 6 bits.
+VISTREL_AVX2_INLINE Register split6(const unsigned char* bytes) {
+    const Register places = _mm256_broadcastsi128_si256(
+        _mm_setr_epi8(1, 0, 2, 1, 4, 3, 5, 4, 7, 6, 8, 7, 10, 9, 11, 10));
+    const Register input = _mm256_shuffle_epi8(twoHalves(bytes, bytes + 12), places);
+    const Register odd = _mm256_mulhi_epu16(_mm256_and_si256(input, _mm256_set1_epi32(0x0FC0FC00)),
+                                            _mm256_set1_epi32(0x04000040));
+    const Register even = _mm256_mullo_epi16(_mm256_and_si256(input, _mm256_set1_epi32(0x003F03F0)),
+                                             _mm256_set1_epi32(0x01000010));
+    return _mm256_or_si256(odd, even);
+}
+
+template <unsigned Shift>
+VISTREL_AVX2_INLINE Register split(const unsigned char* bytes) {
+    if constexpr (Shift == 4)
+        return split4(bytes);
+    else if constexpr (Shift == 5)
+        return split5(bytes);
+    else
+        return split6(bytes);
+}
+
+template <unsigned Shift>
+VISTREL_AVX2 std::size_t encodeBlocks(const char* characters, const unsigned char* bytes,
+                                      std::size_t size, char* out) {
+    constexpr std::size_t kStep = 4 * Shift;
+    constexpr std::size_t kLoaded = 16 + kStep / 2;
+    const Alphabet<Shift> alphabet(characters);
+    std::size_t at = 0;
+    for (; size - at >= kLoaded; at += kStep, out += 32)
+        _mm256_storeu_si256(reinterpret_cast<Register*>(out),
+                            alphabet.of(split<Shift>(bytes + at)));
+    return at;
+}
+
+/// Looks 32 characters up among the values of the characters from blank on.
+struct Values {
+    /// Sixteen characters a row. Values plus one, so that what is not found comes out as -1.
+    Register rows[6];
+    bool controlsHaveNone;
+
+    VISTREL_AVX2_INLINE explicit Values(const ReverseMap& values) {
+        const Register one = _mm256_set1_epi8(1);
+        for (unsigned i = 0; i < 6; ++i)
+            rows[i] =
+                _mm256_max_epi8(_mm256_add_epi8(inBothHalves(values.data() + 32 + 16 * i), one),
+                                _mm256_setzero_si256());
+        const Register controls = twoHalves(values.data(), values.data() + 16);
+        controlsHaveNone = _mm256_movemask_epi8(controls) == -1;
+    }
+
+    VISTREL_AVX2_INLINE Register of(Register characters) const {
+        Register found = _mm256_setzero_si256();
+        for (unsigned i = 0; i < 6; ++i) {
+            // Only a character of the row itself stays below 0x80, where the shuffle looks it up.
+            const Register place = _mm256_adds_epu8(
+                _mm256_xor_si256(characters, _mm256_set1_epi8(static_cast<char>(32 + 16 * i))),
+                _mm256_set1_epi8(0x70));
+            found = _mm256_or_si256(found, _mm256_shuffle_epi8(rows[i], place));
+        }
+        return _mm256_sub_epi8(found, _mm256_set1_epi8(1));
+    }
+};
+
+VISTREL_AVX2_INLINE void storeHalves(Register bytes, unsigned char* out, unsigned step) {
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm256_castsi256_si128(bytes));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out + step), _mm256_extracti128_si256(bytes, 1));
+}
+
+/// Joins 32 values to 4 * Shift bytes. Up to 16 + 2 * Shift bytes are written.
+template <unsigned Shift>
+VISTREL_AVX2_INLINE void join(Register values, unsigned char* out) {
+    const Register pairs =
+        _mm256_maddubs_epi16(values, _mm256_set1_epi16(static_cast<short>(0x100 | 1 << Shift)));
+    if constexpr (Shift == 4) {
+        storeHalves(_mm256_packus_epi16(pairs, pairs), out, 8);
+    } else {
+        const Register fours =
+            _mm256_madd_epi16(pairs, _mm256_set1_epi32(0x10000 | 1 << 2 * Shift));
+        if constexpr (Shift == 5) {
+            const Register eights =
+                _mm256_or_si256(_mm256_slli_epi64(fours, 20), _mm256_srli_epi64(fours, 32));
+            const __m128i places =
+                _mm_setr_epi8(4, 3, 2, 1, 0, 12, 11, 10, 9, 8, -1, -1, -1, -1, -1, -1);
+            storeHalves(_mm256_shuffle_epi8(eights, _mm256_broadcastsi128_si256(places)), out, 10);
+        } else {
+            const __m128i places =
+                _mm_setr_epi8(2, 1, 0, 6, 5, 4, 10, 9, 8, 14, 13, 12, -1, -1, -1, -1);
+            storeHalves(_mm256_shuffle_epi8(fours, _mm256_broadcastsi128_si256(places)), out, 12);
+        }
+    }
+}
+
+template <unsigned Shift>
+VISTREL_AVX2 std::size_t decodeBlocks(const ReverseMap& map, const char* text, std::size_t size,
+                                      unsigned char* out) {
+    // So many characters stand for all the bytes that join() may write.
+    constexpr std::size_t kNeeded = ((16 + 2 * Shift) * 8 + Shift - 1) / Shift;
+    const Values values(map);
+    if (!values.controlsHaveNone)
+        return 0;
+    std::size_t at = 0;
+    for (; size - at >= kNeeded; at += 32, out += 4 * Shift) {
+        const Register found =
+            values.of(_mm256_loadu_si256(reinterpret_cast<const Register*>(text + at)));
+        if (_mm256_movemask_epi8(found) != 0)
+            break;
+        join<Shift>(found, out);
+    }
+    return at;
+}
+}
+
+bool isAvailable() {
+    static const bool available = __builtin_cpu_supports("avx2");
+    return available;
+}
+
+std::size_t encode(unsigned shift, const char* alphabet, const unsigned char* bytes,
+                   std::size_t size, char* out) {
+    switch (shift) {
+    case 4:
+        return encodeBlocks<4>(alphabet, bytes, size, out);
+    case 5:
+        return encodeBlocks<5>(alphabet, bytes, size, out);
+    case 6:
+        return encodeBlocks<6>(alphabet, bytes, size, out);
+    default:
+        return 0;
+    }
+}
+
+std::size_t decode(unsigned shift, const ReverseMap& values, const char* text, std::size_t size,
+                   unsigned char* out) {
+    switch (shift) {
+    case 4:
+        return decodeBlocks<4>(values, text, size, out);
+    case 5:
+        return decodeBlocks<5>(values, text, size, out);
+    case 6:
+        return decodeBlocks<6>(values, text, size, out);
+    default:
+        return 0;
+    }
+}
+}
+#else
+namespace vistrel::stringEncodingBlocks::avx2 {
+bool isAvailable() {
+    return false;
+}
+std::size_t encode(unsigned, const char*, const unsigned char*, std::size_t, char*) {
+    return 0;
+}
+std::size_t decode(unsigned, const ReverseMap&, const char*, std::size_t, unsigned char*) {
+    return 0;
+}
+}
+#endif

@@ -1,0 +1,236 @@
+#include "ads/encoding/GAD_StringEncoding.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <bit>
+#include <numeric>
+#include <random>
+
+namespace vistrel {
+namespace {
+using Encoding = std::shared_ptr<GAD_StringEncoding>;
+
+std::string hexOf(const std::optional<std::vector<std::byte>>& bytes) {
+    return bytes ? GAD_StringEncoding::hexStringEncoding()->encode(*bytes) : "nothing";
+}
+
+struct Vector {
+    const char* name;
+    Encoding encoding;
+    const char* text;
+    const char* encoded;
+};
+
+class StringEncodingVector : public testing::TestWithParam<Vector> {};
+
+TEST_P(StringEncodingVector, EncodesAndDecodes) {
+    const auto& [name, encoding, text, encoded] = GetParam();
+    EXPECT_EQ(encoding->encodeString(text), encoded);
+    EXPECT_EQ(encoding->stringByDecoding(encoded), text);
+}
+
+const Encoding kBinary = GAD_StringEncoding::binaryStringEncoding();
+const Encoding kHex = GAD_StringEncoding::hexStringEncoding();
+const Encoding kBase32 = GAD_StringEncoding::rfc4648Base32StringEncoding();
+const Encoding kBase32Hex = GAD_StringEncoding::rfc4648Base32HexStringEncoding();
+const Encoding kCrockford = GAD_StringEncoding::crockfordBase32StringEncoding();
+const Encoding kBase64 = GAD_StringEncoding::rfc4648Base64StringEncoding();
+const Encoding kWebsafe = GAD_StringEncoding::rfc4648Base64WebsafeStringEncoding();
+
+INSTANTIATE_TEST_SUITE_P(
+    Known, StringEncodingVector,
+    testing::Values(Vector{"Binary", kBinary, "a\x01", "0110000100000001"},
+                    Vector{"Hex", kHex, "\xC3\xA9jk", "C3A96A6B"},
+                    Vector{"Base32Of1", kBase32, "f", "MY======"},
+                    Vector{"Base32Of2", kBase32, "fo", "MZXQ===="},
+                    Vector{"Base32Of3", kBase32, "foo", "MZXW6==="},
+                    Vector{"Base32Of4", kBase32, "foob", "MZXW6YQ="},
+                    Vector{"Base32Of5", kBase32, "fooba", "MZXW6YTB"},
+                    Vector{"Base32HexOf6", kBase32Hex, "foobar", "CPNMUOJ1E8======"},
+                    Vector{"Crockford", kCrockford, "foobar", "CSQPYRK1E8"},
+                    Vector{"Base64Of1", kBase64, "f", "Zg=="},
+                    Vector{"Base64Of2", kBase64, "Ma", "TWE="},
+                    Vector{"Base64Of6", kBase64, "foobar", "Zm9vYmFy"},
+                    Vector{"Base64", kBase64, "\xC3\xBF\xC3\xBE?~", "w7/Dvj9+"},
+                    Vector{"Websafe", kWebsafe, "\xC3\xBF\xC3\xBE?~", "w7_Dvj9-"},
+                    Vector{"Nothing", kBase64, "", ""}),
+    [](const auto& vector) { return vector.param.name; });
+
+TEST(StringEncoding, DecodesWithAndWithoutPadding) {
+    const struct {
+        Encoding encoding;
+        const char* text;
+        const char* bytes;
+    } cases[] = {
+        {kBase64, "TWE", "4D61"},
+        {kBase64, "TWE=", "4D61"},
+        {kBase64, "TWE=====", "4D61"},
+        {kBase64, "=", ""},
+        {kBase64, "TWF=", "nothing"},
+        {kBase64, "TW=E", "nothing"},
+        {kBase64, "TW E", "nothing"},
+        {kBase64, "TWE\xC3\xA9", "nothing"},
+        {kBase64, "-_==", "nothing"},
+        {kWebsafe, "-_8=", "FBFF"},
+        {kHex, "dead", "DEAD"},
+        {kHex, "DEA", "nothing"},
+        {kHex, "DE0", "DE"},
+        {kHex, "DE=", "nothing"},
+        {kCrockford, "oLOo", "0040"},
+        {kCrockford, "0i0I", "nothing"},
+        {kCrockford, "U0", "nothing"},
+        {kBinary, "000000010", "01"},
+        {kBinary, "000000011", "nothing"},
+    };
+    for (const auto& [encoding, text, bytes] : cases)
+        EXPECT_EQ(hexOf(encoding->decode(text)), bytes) << text;
+}
+
+TEST(StringEncoding, TextMustBeUTF8AfterDecoding) {
+    EXPECT_EQ(kHex->stringByDecoding("C3A9"), "\xC3\xA9");
+    EXPECT_EQ(kHex->stringByDecoding("C3"), std::nullopt);
+    EXPECT_EQ(kHex->stringByDecoding("C"), std::nullopt);
+}
+
+TEST(StringEncoding, RefusesOtherAlphabets) {
+    std::string all(128, '\0');
+    std::iota(all.begin(), all.end(), '\0');
+    EXPECT_NE(GAD_StringEncoding::stringEncodingWithString(all), nullptr);
+    EXPECT_NE(GAD_StringEncoding::stringEncodingWithString("ab"), nullptr);
+    for (const std::string& alphabet :
+         {std::string(), std::string("a"), std::string("abc"), std::string("aa"),
+          std::string("abca"), std::string("ab\xC3\xA9"), all + all})
+        EXPECT_EQ(GAD_StringEncoding::stringEncodingWithString(alphabet), nullptr) << alphabet;
+}
+
+TEST(StringEncoding, PaddingFillsBlocks) {
+    const auto base4 = GAD_StringEncoding::stringEncodingWithString("abcd");
+    const auto base8 = GAD_StringEncoding::stringEncodingWithString("01234567");
+    const auto base128 = [] {
+        std::string all(128, '\0');
+        std::iota(all.begin(), all.end(), '\0');
+        return GAD_StringEncoding::stringEncodingWithString(all);
+    }();
+    for (const auto& encoding : {base4, base8}) {
+        encoding->setPaddingChar('.');
+        encoding->setDoPad(true);
+    }
+    EXPECT_EQ(base4->encodeString("\x1B"), "abcd");
+    EXPECT_EQ(base8->encodeString("\x01"), "002.....");
+    EXPECT_EQ(hexOf(base8->decode("002.....")), "01");
+    EXPECT_EQ(base128->encodeString("\x7F\x01"), std::string("\x3F\x40\x20", 3));
+    base8->setDoPad(false);
+    EXPECT_EQ(base8->encodeString("\x01"), "002");
+}
+
+TEST(StringEncoding, SynonymsAndIgnoredCharactersChangeOnlyDecoding) {
+    const auto encoding = GAD_StringEncoding::stringEncodingWithString("ABCD");
+    encoding->addDecodeSynonyms("xAaBbx");
+    encoding->ignoreCharacters(" \n");
+    EXPECT_EQ(hexOf(encoding->decode("aB bA\n")), "14");
+    EXPECT_EQ(hexOf(encoding->decode("xAAA")), "40") << "x follows b and stands for B";
+    EXPECT_EQ(hexOf(encoding->decode("cAAA")), "nothing");
+    EXPECT_EQ(encoding->encodeString("\x14"), "ABBA");
+
+    const auto unmapped = GAD_StringEncoding::stringEncodingWithString("ABCD");
+    unmapped->addDecodeSynonyms("xA");
+    EXPECT_EQ(hexOf(unmapped->decode("xAAA")), "nothing");
+}
+
+TEST(StringEncoding, DescribesItself) {
+    EXPECT_EQ(kHex->description(), "<Base16 StringEncoder: 0123456789ABCDEF>");
+}
+
+/// The definition, bit by bit.
+std::string encodedBitwise(const std::string& alphabet, const std::vector<std::byte>& bytes) {
+    const unsigned shift = static_cast<unsigned>(std::countr_zero(alphabet.size()));
+    std::string text;
+    for (std::size_t bit = 0; bit < bytes.size() * 8; bit += shift) {
+        unsigned index = 0;
+        for (std::size_t i = bit; i < bit + shift; ++i) {
+            const bool set = i < bytes.size() * 8 &&
+                             (std::to_integer<unsigned>(bytes[i / 8]) >> (7 - i % 8) & 1) != 0;
+            index = index * 2 + (set ? 1 : 0);
+        }
+        text += alphabet[index];
+    }
+    return text;
+}
+
+std::string randomAlphabet(std::mt19937& random, std::size_t size) {
+    std::string all(128, '\0');
+    std::iota(all.begin(), all.end(), '\0');
+    if (random() % 2 == 0)
+        all.erase(0, 33);
+    std::shuffle(all.begin(), all.end(), random);
+    return size <= all.size() ? all.substr(0, size) : std::string();
+}
+
+std::vector<std::byte> randomBytes(std::mt19937& random, std::size_t size) {
+    std::vector<std::byte> bytes(size);
+    for (std::byte& byte : bytes)
+        byte = static_cast<std::byte>(random());
+    return bytes;
+}
+
+class StringEncodingOfBase : public testing::TestWithParam<unsigned> {};
+
+TEST_P(StringEncodingOfBase, AgreesWithItsDefinition) {
+    std::mt19937 random(GetParam());
+    for (std::size_t size = 0; size < 300; ++size) {
+        const std::string alphabet = randomAlphabet(random, GetParam());
+        if (alphabet.empty())
+            continue;
+        const auto encoding = GAD_StringEncoding::stringEncodingWithString(alphabet);
+        const std::vector<std::byte> bytes = randomBytes(random, size);
+        const std::string text = encoding->encode(bytes);
+        ASSERT_EQ(text, encodedBitwise(alphabet, bytes));
+        // A vector of its own ends where the text ends, for the sanitizers to see.
+        const std::vector<char> copy(text.begin(), text.end());
+        ASSERT_EQ(encoding->decode({copy.data(), copy.size()}), bytes);
+    }
+}
+
+TEST_P(StringEncodingOfBase, FindsOneBadCharacterAnywhere) {
+    std::mt19937 random(GetParam());
+    std::string alphabet = randomAlphabet(random, GetParam());
+    while (alphabet.empty())
+        alphabet = randomAlphabet(random, GetParam());
+    const auto encoding = GAD_StringEncoding::stringEncodingWithString(alphabet);
+    std::vector<char> bad{'\x80', '\xFF'};
+    for (int c = 0; c < 128; ++c) {
+        if (alphabet.find(static_cast<char>(c)) == std::string::npos)
+            bad.push_back(static_cast<char>(c));
+    }
+    const std::string text = encoding->encode(randomBytes(random, 7 * 24));
+    for (std::size_t place = 0; place < text.size(); ++place) {
+        std::string broken = text;
+        broken[place] = bad[random() % bad.size()];
+        ASSERT_EQ(encoding->decode(broken), std::nullopt) << place;
+    }
+}
+
+TEST_P(StringEncodingOfBase, SkipsIgnoredCharactersAnywhere) {
+    std::mt19937 random(GetParam());
+    if (GetParam() == 128)
+        return;
+    std::string alphabet = randomAlphabet(random, GetParam());
+    const auto encoding = GAD_StringEncoding::stringEncodingWithString(alphabet);
+    char ignored = ' ';
+    while (alphabet.find(ignored) != std::string::npos)
+        ++ignored;
+    encoding->ignoreCharacters(std::string(1, ignored));
+    for (std::size_t run : {1U, 7U, 32U, 64U, 76U, 200U}) {
+        const std::vector<std::byte> bytes = randomBytes(random, 1000);
+        std::string text = encoding->encode(bytes);
+        for (std::size_t place = run; place < text.size(); place += run + 1)
+            text.insert(place, 1, ignored);
+        ASSERT_EQ(encoding->decode(text), bytes) << run;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Bases, StringEncodingOfBase,
+                         testing::Values(2U, 4U, 8U, 16U, 32U, 64U, 128U));
+}
+}
