@@ -1,0 +1,227 @@
+#include "platform/uikit/UIScrollMotion.h"
+#include "platform/uikit/UIScrollIndicator.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <vector>
+
+namespace vistrel {
+namespace {
+
+using Phase = UIScrollMotion::Phase;
+
+UIScrollMotion aList(double offset = 0, bool bounces = true) {
+    UIScrollMotion motion;
+    motion.setRange({0, 1000, 400, bounces});
+    motion.setOffset(offset);
+    return motion;
+}
+
+/// A finger that goes `distance` points in `seconds`, sampled as a screen does, and lets go.
+double drag(UIScrollMotion& motion, double distance, double seconds, double start = 0) {
+    constexpr int kSteps = 10;
+    motion.beginDrag(300, start);
+    for (int step = 1; step <= kSteps; ++step)
+        motion.dragTo(300 + distance * step / kSteps, start + seconds * step / kSteps);
+    motion.endDrag(start + seconds);
+    return start + seconds;
+}
+
+double settle(UIScrollMotion& motion, double from, double frame = 1.0 / 60) {
+    double now = from;
+    while (motion.advance(now) && now < from + 20)
+        now += frame;
+    return now - from;
+}
+
+TEST(UIScrollMotionTest, AFingerMovesTheContentOneToOneInsideTheRange) {
+    auto motion = aList(100);
+    motion.beginDrag(300, 0);
+    motion.dragTo(250, 0.1);
+    EXPECT_EQ(motion.offset(), 150);
+    motion.dragTo(320, 0.2);
+    EXPECT_EQ(motion.offset(), 80);
+}
+
+TEST(UIScrollMotionTest, OutsideTheRangeContentGivesWayLessAndLess) {
+    auto motion = aList();
+    motion.beginDrag(0, 0);
+    double last = 0;
+    double lastStep = 100;
+    for (int finger = 50; finger <= 2000; finger += 50) {
+        motion.dragTo(finger, finger / 1000.0);
+        const double step = last - motion.offset();
+        EXPECT_GT(step, 0);
+        EXPECT_LT(step, lastStep);
+        last = motion.offset();
+        lastStep = step;
+    }
+    EXPECT_GT(motion.offset(), -400) << "never further than the view is long";
+}
+
+TEST(UIScrollMotionTest, ADragThatBeginsOutsideTheRangeDoesNotJump) {
+    auto motion = aList();
+    motion.beginDrag(0, 0);
+    motion.dragTo(300, 0.5);
+    const double pulled = motion.offset();
+    motion.stop(0.6);
+    motion.advance(0.6);
+    motion.beginDrag(100, 0.6);
+    EXPECT_NEAR(motion.offset(), pulled, 0.01);
+    motion.dragTo(100 - 300, 0.7);
+    EXPECT_NEAR(motion.offset(), 0, 0.01) << "the same way back";
+}
+
+TEST(UIScrollMotionTest, WithoutBouncingTheEdgeIsAWall) {
+    auto motion = aList(0, false);
+    motion.beginDrag(0, 0);
+    motion.dragTo(200, 0.1);
+    EXPECT_EQ(motion.offset(), 0);
+    motion = aList(900, false);
+    const double end = drag(motion, -200, 0.1);
+    settle(motion, end);
+    EXPECT_EQ(motion.offset(), 1000);
+}
+
+struct Flick {
+    const char* name;
+    double offset;
+    double distance; ///< of the finger, up is negative
+    double seconds;
+    Phase afterwards;
+    double rest;
+};
+
+// A release at v points a second coasts about v / 2 points: friction leaves 0.998 of the velocity
+// each millisecond.
+constexpr Flick kFlicks[] = {
+    {"a slow release rests", 500, -4, 0.1, Phase::Rest, 504},
+    {"up", 100, -60, 0.1, Phase::Coasting, 100 + 60 + 296},
+    {"down", 600, 60, 0.1, Phase::Coasting, 600 - 60 - 296},
+    {"past the end", 900, -60, 0.1, Phase::Coasting, 1000},
+    {"past the start", 100, 60, 0.1, Phase::Coasting, 0},
+    {"released outside", 0, 200, 1.0, Phase::Returning, 0},
+};
+
+TEST(UIScrollMotionTest, AReleaseCoastsBouncesAndRests) {
+    for (const Flick& flick : kFlicks) {
+        SCOPED_TRACE(flick.name);
+        auto motion = aList(flick.offset);
+        const double end = drag(motion, flick.distance, flick.seconds);
+        EXPECT_EQ(motion.phase(), flick.afterwards);
+        settle(motion, end);
+        EXPECT_EQ(motion.phase(), Phase::Rest);
+        EXPECT_NEAR(motion.offset(), flick.rest, 2);
+        EXPECT_EQ(motion.offset(), std::round(motion.offset())) << "rests between pixels";
+    }
+}
+
+TEST(UIScrollMotionTest, AFingerThatStopsBeforeItLiftsDoesNotThrowTheContent) {
+    auto motion = aList(500);
+    motion.beginDrag(300, 0);
+    motion.dragTo(200, 0.05);
+    motion.dragTo(100, 0.10);
+    motion.endDrag(0.35);
+    EXPECT_EQ(motion.phase(), Phase::Rest);
+    EXPECT_EQ(motion.offset(), 700);
+}
+
+TEST(UIScrollMotionTest, ThePathDoesNotDependOnTheFrameRate) {
+    std::vector<double> places;
+    for (const double frame : {1.0 / 30, 1.0 / 60, 1.0 / 240}) {
+        auto motion = aList(850);
+        double now = drag(motion, -150, 0.1);
+        for (const double until = now + 0.25; now + frame < until; now += frame)
+            motion.advance(now);
+        motion.advance(0.1 + 0.25);
+        places.push_back(motion.offset());
+    }
+    EXPECT_GT(places[0], 1000) << "in the middle of the bounce";
+    EXPECT_NEAR(places[0], places[1], 0.001);
+    EXPECT_NEAR(places[0], places[2], 0.001);
+}
+
+TEST(UIScrollMotionTest, ABounceGoesOverTheEdgeOnceAndComesBackWithoutSwinging) {
+    auto motion = aList(950);
+    double now = drag(motion, -150, 0.1);
+    double furthest = 0;
+    bool returning = false;
+    double last = motion.offset();
+    while (motion.advance(now)) {
+        if (motion.offset() < last)
+            returning = true;
+        if (returning) {
+            EXPECT_LE(motion.offset(), last);
+            EXPECT_GE(motion.offset(), 1000);
+        }
+        furthest = std::max(furthest, motion.offset());
+        last = motion.offset();
+        now += 1.0 / 60;
+    }
+    EXPECT_TRUE(returning);
+    EXPECT_GT(furthest, 1010);
+    EXPECT_LT(furthest, 1200);
+    EXPECT_LT(now, 1.5) << "it settles within a moment";
+}
+
+TEST(UIScrollMotionTest, StoppingEndsMomentumWhereItIs) {
+    auto motion = aList(100);
+    const double end = drag(motion, -100, 0.1);
+    motion.advance(end + 0.1);
+    const double there = motion.offset();
+    motion.stop(end + 0.1);
+    EXPECT_EQ(motion.phase(), Phase::Rest);
+    EXPECT_EQ(motion.offset(), there);
+}
+
+TEST(UIScrollMotionTest, WheelStepsAddUpAndStayInTheRange) {
+    auto motion = aList(100);
+    EXPECT_TRUE(motion.wheel(50, 0));
+    EXPECT_TRUE(motion.wheel(50, 0.02));
+    settle(motion, 0.02);
+    EXPECT_EQ(motion.offset(), 200);
+    EXPECT_TRUE(motion.wheel(3, 1)) << "a touchpad's step";
+    EXPECT_EQ(motion.offset(), 203) << "moves at once";
+    EXPECT_TRUE(motion.wheel(5000, 2));
+    settle(motion, 2);
+    EXPECT_EQ(motion.offset(), 1000);
+    EXPECT_FALSE(motion.wheel(50, 3)) << "so that an outer list may have it";
+}
+
+TEST(UIScrollMotionTest, AShorterContentPullsARestingOffsetIn) {
+    auto motion = aList(900);
+    motion.setRange({0, 300, 400, true});
+    EXPECT_EQ(motion.offset(), 300);
+    motion.setRange({0, -50, 400, true});
+    EXPECT_EQ(motion.offset(), 0) << "content shorter than the view";
+}
+
+struct Bar {
+    const char* name;
+    double offset, minimum, maximum, viewLength;
+    UIScrollIndicatorSpan span;
+};
+
+constexpr Bar kBars[] = {
+    {"top", 0, 0, 400, 400, {2, 198}},
+    {"middle", 200, 0, 400, 400, {101, 198}},
+    {"bottom", 400, 0, 400, 400, {200, 198}},
+    {"very long content", 0, 0, 4000000, 400, {2, 36}},
+    {"squeezed at the top", -50, 0, 400, 400, {2, 148}},
+    {"squeezed at the bottom", 450, 0, 400, 400, {250, 148}},
+    {"squeezed to a dot", -1000, 0, 400, 400, {2, 6}},
+    {"with a top inset", -44, -44, 356, 400, {2, 198}},
+    {"all visible", 0, 0, 0, 400, {2, 396}},
+};
+
+TEST(UIScrollIndicatorTest, TheBarShowsWhatPartIsVisible) {
+    for (const Bar& bar : kBars) {
+        SCOPED_TRACE(bar.name);
+        const auto span = scrollIndicatorSpan(bar.offset, bar.minimum, bar.maximum, bar.viewLength);
+        EXPECT_EQ(span.position, bar.span.position);
+        EXPECT_EQ(span.length, bar.span.length);
+    }
+}
+
+}
+}

@@ -1,0 +1,155 @@
+#include "platform/uikit/UITableViewLayout.h"
+#include "platform/uikit/UITableViewCellLayout.h"
+#include "platform/uikit/UITableViewUpdates.h"
+
+#include <gtest/gtest.h>
+#include <optional>
+#include <vector>
+
+namespace vistrel {
+namespace {
+
+using Span = UITableViewLayout::Span;
+
+/// A header of 20 over three rows of 10; no header, no rows; a header of 30 over rows of 5, 7, 9.
+UITableViewLayout aLayout() {
+    UITableViewLayout layout;
+    layout.clear();
+    layout.beginSection(20);
+    layout.appendRows(3, 10);
+    layout.beginSection(0);
+    layout.beginSection(30);
+    layout.appendRow(5);
+    layout.appendRow(7);
+    layout.appendRow(9);
+    return layout;
+}
+
+TEST(UITableViewLayoutTest, RowsAndHeadersFollowOneAnother) {
+    const auto layout = aLayout();
+    EXPECT_EQ(layout.contentHeight(), 20 + 30 + 30 + 21);
+    EXPECT_EQ(layout.header(0), (Span{0, 20}));
+    EXPECT_EQ(layout.row({0, 2}), (Span{40, 10}));
+    EXPECT_EQ(layout.section(1), (Span{50, 0}));
+    EXPECT_EQ(layout.header(2), (Span{50, 30}));
+    EXPECT_EQ(layout.row({2, 1}), (Span{85, 7}));
+    EXPECT_EQ(layout.rowCount(), 6);
+}
+
+struct Place {
+    double y;
+    std::optional<NSIndexPath> row;
+    std::optional<NSIndexPath> below;
+};
+
+TEST(UITableViewLayoutTest, APlaceFindsItsRow) {
+    const auto layout = aLayout();
+    const std::vector<Place> places = {
+        {-5, {}, NSIndexPath{0, 0}},
+        {0, {}, NSIndexPath{0, 0}}, // in the header
+        {20, NSIndexPath{0, 0}, NSIndexPath{0, 0}},
+        {29.9, NSIndexPath{0, 0}, NSIndexPath{0, 0}},
+        {30, NSIndexPath{0, 1}, NSIndexPath{0, 1}},
+        {49, NSIndexPath{0, 2}, NSIndexPath{0, 2}},
+        {50, {}, NSIndexPath{2, 0}}, // in the second header
+        {80, NSIndexPath{2, 0}, NSIndexPath{2, 0}},
+        {84.5, NSIndexPath{2, 0}, NSIndexPath{2, 0}},
+        {85, NSIndexPath{2, 1}, NSIndexPath{2, 1}},
+        {100.5, NSIndexPath{2, 2}, NSIndexPath{2, 2}},
+        {101, {}, {}},
+        {1e9, {}, {}},
+    };
+    for (const Place& place : places) {
+        SCOPED_TRACE(place.y);
+        EXPECT_EQ(layout.rowAt(place.y), place.row);
+        EXPECT_EQ(layout.firstRowBelow(place.y), place.below);
+    }
+    EXPECT_EQ(UITableViewLayout().firstRowBelow(0), std::nullopt);
+}
+
+TEST(UITableViewLayoutTest, RowsAmongAMillionAreFoundByTheirMiddles) {
+    UITableViewLayout layout;
+    layout.beginSection(23);
+    for (int row = 0; row < 1000; ++row)
+        layout.appendRow(row % 7 == 3 ? 61.5 : 44);
+    layout.beginSection(23);
+    layout.appendRows(1000000, 60);
+    for (auto path = layout.first(); path; path = layout.next(*path)) {
+        const auto span = layout.row(*path);
+        ASSERT_EQ(layout.rowAt(span.top + span.height / 2), path);
+        if (path->section == 1)
+            path->row += 997;
+    }
+    EXPECT_EQ(layout.last(), (NSIndexPath{1, 999999}));
+}
+
+TEST(UITableViewLayoutTest, WalkingPassesEmptySections) {
+    const auto layout = aLayout();
+    EXPECT_EQ(layout.next({0, 2}), (NSIndexPath{2, 0}));
+    EXPECT_EQ(layout.previous({2, 0}), (NSIndexPath{0, 2}));
+    EXPECT_EQ(layout.previous({0, 0}), std::nullopt);
+    EXPECT_EQ(layout.next({2, 2}), std::nullopt);
+}
+
+TEST(UITableViewLayoutTest, AHeaderSticksUntilTheNextSectionPushesItAway) {
+    const auto layout = aLayout();
+    struct Case {
+        double offset;
+        double top;
+    };
+    for (const Case& each : {Case{-30, 0}, {0, 0}, {12, 12}, {30, 30}, {45, 30}, {200, 30}}) {
+        SCOPED_TRACE(each.offset);
+        EXPECT_EQ(layout.stickyHeader(0, each.offset), (Span{each.top, 20}));
+    }
+    EXPECT_EQ(layout.stickyHeader(2, 0).top, 50) << "not before its place";
+}
+
+TEST(UITableViewLayoutTest, RowsKeepTheirNumbersLessThoseDeletedBeforeThem) {
+    const std::vector<NSIndexPath> deleted = {{0, 1}, {0, 3}, {1, 0}};
+    struct Case {
+        NSIndexPath row;
+        std::optional<NSIndexPath> now;
+    };
+    for (const Case& each : {Case{{0, 0}, NSIndexPath{0, 0}},
+                             {{0, 1}, {}},
+                             {{0, 2}, NSIndexPath{0, 1}},
+                             {{0, 3}, {}},
+                             {{0, 9}, NSIndexPath{0, 7}},
+                             {{1, 0}, {}},
+                             {{1, 4}, NSIndexPath{1, 3}},
+                             {{2, 4}, NSIndexPath{2, 4}}})
+        EXPECT_EQ(rowAfterDeletion(each.row, deleted), each.now);
+}
+
+TEST(UITableViewCellLayoutTest, ControlsShowInTheirModesAndTextGivesWay) {
+    UITableViewCellLayoutInput input;
+    input.size = {320, 44};
+    input.imageSize = {29, 29};
+    input.accessory = true;
+    auto layout = UITableViewCellLayout::forInput(input);
+    EXPECT_EQ(layout.image, CGRectMake(10, 8, 29, 29));
+    EXPECT_EQ(layout.text, CGRectMake(49, 0, 241, 44));
+    EXPECT_EQ(layout.accessory, CGRectMake(300, 15, 10, 14));
+    EXPECT_LE(layout.deleteCircle.maxX(), 0) << "waits beside the row";
+    EXPECT_GE(layout.confirmation.minX(), 320);
+
+    input.editing = true;
+    layout = UITableViewCellLayout::forInput(input);
+    EXPECT_EQ(layout.deleteCircle, CGRectMake(10, 9, 26, 26));
+    EXPECT_EQ(layout.image.minX(), 46);
+
+    input.confirming = true;
+    input.confirmationWidth = 60;
+    layout = UITableViewCellLayout::forInput(input);
+    EXPECT_EQ(layout.confirmation, CGRectMake(250, 6, 60, 32));
+    EXPECT_EQ(layout.text.maxX(), 240);
+
+    input = {};
+    input.size = {320, 20};
+    input.imageSize = {60, 76};
+    layout = UITableViewCellLayout::forInput(input);
+    EXPECT_EQ(layout.image.size, (CGSize{15, 19})) << "too tall a picture is made smaller";
+}
+
+}
+}
