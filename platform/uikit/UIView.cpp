@@ -3,6 +3,7 @@
 #include "platform/graphics/Bitmap.h"
 #include "platform/uikit/CAGradientLayer.h"
 #include "platform/uikit/UIViewAnimationEngine.h"
+#include "platform/uikit/UIViewController.h"
 #include "platform/uikit/UIWindow.h"
 
 #include <algorithm>
@@ -178,6 +179,9 @@ void UIView::windowDidChange(UIWindow* window) {
         }
     }
     didMoveToWindow();
+    if (viewController_ != nullptr) {
+        viewController_->viewMovedToWindow(window);
+    }
 }
 
 std::shared_ptr<UIView> UIView::viewWithTag(int tag) {

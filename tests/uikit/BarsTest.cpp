@@ -1,0 +1,207 @@
+#include "platform/uikit/UIActivityIndicatorView.h"
+#include "platform/uikit/UIImageView.h"
+#include "platform/uikit/UINavigationBar.h"
+#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/UIToolbar.h"
+#include "tests/uikit/ScreenTest.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace vistrel {
+namespace {
+
+using Item = std::shared_ptr<UIBarButtonItem>;
+
+class Bars : public ScreenTest {
+protected:
+    Item titled(
+        const std::string& title, std::function<void()> action = [] {}) {
+        return UIBarButtonItem::withTitle(title, UIBarButtonItemStyle::Bordered, std::move(action));
+    }
+    CGRect place(const std::string& label) {
+        pixelOf(screen(), 0, 0);
+        const auto view = find(UIAccessibilityRole::Button, label);
+        return view ? view->convertRectToView(view->bounds(), nullptr) : CGRect{};
+    }
+};
+
+TEST_F(Bars, FlexibleSpacesShareWhatTheButtonsLeave) {
+    const auto bar = std::make_shared<UIToolbar>(CGRectMake(0, 436, 320, 44));
+    window().addSubview(bar);
+    const auto space =
+        UIBarButtonItem::withBarButtonSystemItem(UIBarButtonSystemItem::FlexibleSpace, {});
+    const auto image = plainImage(20, 20, 0xFFFFFFFF);
+    const auto plain = [&](const std::string& label) {
+        auto item = UIBarButtonItem::withImage(image, UIBarButtonItemStyle::Plain, {});
+        item->setAccessibilityLabel(label);
+        return item;
+    };
+    bar->setItems({plain("back"), space, plain("home"), space,
+                   UIBarButtonItem::withBarButtonSystemItem(UIBarButtonSystemItem::Refresh, {}),
+                   space, plain("forward")});
+    const std::vector<CGRect> places{place("back"), place("home"), place("Refresh"),
+                                     place("forward")};
+    EXPECT_LT(places[0].minX(), 10);
+    EXPECT_GT(places[3].maxX(), 310);
+    for (std::size_t index = 1; index < places.size(); ++index) {
+        EXPECT_NEAR(places[index].midX() - places[index - 1].midX(),
+                    places[1].midX() - places[0].midX(), 1);
+    }
+    bar->setFrame(CGRectMake(0, 276, 480, 44));
+    EXPECT_GT(place("forward").maxX(), 470);
+}
+
+TEST_F(Bars, ASwappedItemTakesThePlaceAndTheRestStays) {
+    const auto bar = std::make_shared<UIToolbar>(CGRectMake(0, 436, 320, 44));
+    window().addSubview(bar);
+    std::string heard;
+    const auto refresh = UIBarButtonItem::withBarButtonSystemItem(UIBarButtonSystemItem::Refresh,
+                                                                  [&] { heard += "refresh "; });
+    const auto stop = UIBarButtonItem::withBarButtonSystemItem(UIBarButtonSystemItem::Stop,
+                                                               [&] { heard += "stop "; });
+    const auto home = titled("Home", [&] {
+        bar->setItems({stop});
+        heard += "home ";
+    });
+    bar->setItems({home, refresh});
+    const CGRect old = place("Refresh");
+    bar->setItems({home, stop});
+    EXPECT_EQ(place("Stop"), old);
+    EXPECT_EQ(place("Refresh"), CGRect{});
+    tapButton("Stop");
+    tapButton("Home");
+    EXPECT_EQ(heard, "stop home ");
+    EXPECT_THAT(labels(UIAccessibilityRole::Button, *bar), ElementsAre("Stop"));
+}
+
+TEST_F(Bars, ADisabledItemIsSeenAndFeltAsSuch) {
+    const auto bar = std::make_shared<UIToolbar>(CGRectMake(0, 436, 320, 44));
+    window().addSubview(bar);
+    int presses = 0;
+    const auto item = titled("Go", [&] { ++presses; });
+    bar->setItems({item});
+    const auto ink = [&] {
+        int bright = 0;
+        anyPixel(*bar, bar->bounds(), [&](std::uint32_t pixel) {
+            bright += (pixel & 0xFF) > 0xF0;
+            return false;
+        });
+        return bright;
+    };
+    const int enabled = ink();
+    item->setEnabled(false);
+    EXPECT_LT(ink(), enabled / 4);
+    tapButton("Go");
+    EXPECT_EQ(presses, 0);
+    item->setEnabled(true);
+    tapButton("Go");
+    EXPECT_EQ(presses, 1);
+    item->setTitle("Went");
+    EXPECT_THAT(labels(UIAccessibilityRole::Button, *bar), ElementsAre("Went"));
+}
+
+TEST_F(Bars, TheBackButtonBearsThePreviousTitle) {
+    struct Case {
+        std::string previous;
+        std::string button;
+    };
+    const Case cases[] = {{"Vistrel", "Vistrel"},
+                          {"", "Back"},
+                          {"http://a.very.long.address.example.com/with/a/path", "Back"}};
+    for (const Case& test : cases) {
+        const auto root = std::make_shared<UIViewController>();
+        root->setTitle(test.previous);
+        const auto navigation = UINavigationController::withRootViewController(root);
+        window().addSubview(navigation->view());
+        const auto next = std::make_shared<UIViewController>();
+        next->setTitle("Next");
+        navigation->pushViewController(next, false);
+        EXPECT_THAT(labels(UIAccessibilityRole::Button, *navigation->navigationBar()),
+                    ElementsAre(test.button));
+        EXPECT_THAT(labels(UIAccessibilityRole::Heading, *navigation->navigationBar()),
+                    ElementsAre("Next"));
+        tapButton(test.button);
+        advance(1);
+        EXPECT_EQ(navigation->topViewController(), root);
+        EXPECT_THAT(labels(UIAccessibilityRole::Button, *navigation->navigationBar()), IsEmpty());
+        navigation->view()->removeFromSuperview();
+    }
+}
+
+TEST_F(Bars, ALeftItemStandsInTheBackButtonsPlace) {
+    const auto bar = std::make_shared<UINavigationBar>();
+    window().addSubview(bar);
+    bar->pushNavigationItem(std::make_shared<UINavigationItem>("One"), false);
+    const auto item = std::make_shared<UINavigationItem>("Two");
+    item->setLeftBarButtonItem(titled("Donate"));
+    item->setRightBarButtonItem(titled("Done"));
+    bar->pushNavigationItem(item, false);
+    EXPECT_THAT(labels(UIAccessibilityRole::Button, *bar),
+                testing::UnorderedElementsAre("Donate", "Done"));
+    EXPECT_GT(place("Done").minX(), place("Donate").maxX());
+    item->setLeftBarButtonItem(nullptr);
+    EXPECT_THAT(labels(UIAccessibilityRole::Button, *bar),
+                testing::UnorderedElementsAre("One", "Done"));
+    tapButton("One");
+    advance(1);
+    EXPECT_EQ(bar->topItem()->title(), "One");
+}
+
+TEST_F(Bars, ARightItemComesAndGoesByFading) {
+    const auto bar = std::make_shared<UINavigationBar>(CGRectMake(0, 20, 320, 44));
+    window().addSubview(bar);
+    const auto item = std::make_shared<UINavigationItem>("Music");
+    bar->pushNavigationItem(item, false);
+    const auto spinner =
+        std::make_shared<UIActivityIndicatorView>(UIActivityIndicatorViewStyle::White);
+    spinner->startAnimating();
+    const auto activity = UIBarButtonItem::withCustomView(spinner);
+    for (int round = 0; round < 3; ++round) {
+        item->setRightBarButtonItem(activity, true);
+        EXPECT_EQ(spinner->superview(), bar.get());
+        advance(0.1);
+        EXPECT_GT(spinner->presentationState().alpha, 0);
+        EXPECT_LT(spinner->presentationState().alpha, 1);
+        advance(1);
+        EXPECT_EQ(spinner->presentationState().alpha, 1);
+        EXPECT_EQ(spinner->frame(), CGRectMake(295, 12, 20, 20));
+        item->setRightBarButtonItem(nullptr, true);
+        EXPECT_EQ(spinner->superview(), bar.get()) << "still fading";
+        if (round == 1)
+            continue; // back before it has faded
+        advance(1);
+        EXPECT_EQ(spinner->superview(), nullptr);
+    }
+}
+
+TEST_F(Bars, ALongTitleEndsBeforeTheButtons) {
+    const auto bar = std::make_shared<UINavigationBar>();
+    window().addSubview(bar);
+    const auto item = std::make_shared<UINavigationItem>(std::string(80, 'W'));
+    item->setRightBarButtonItem(titled("Edit"));
+    bar->pushNavigationItem(std::make_shared<UINavigationItem>("Vistrel"), false);
+    bar->pushNavigationItem(item, false);
+    const auto title = find(UIAccessibilityRole::Heading, item->title());
+    ASSERT_NE(title, nullptr);
+    EXPECT_GE(title->frame().minX(), place("Vistrel").maxX());
+    EXPECT_LE(title->frame().maxX(), place("Edit").minX());
+    item->setTitle("Short");
+    pixelOf(*bar, 0, 0);
+    EXPECT_NEAR(find(UIAccessibilityRole::Heading, "Short")->frame().midX(), 160, 1);
+}
+
+TEST_F(Bars, TheTintColoursTheBar) {
+    const auto bar = std::make_shared<UINavigationBar>();
+    bar->setTintColor(UIColor::colorWithRedGreenBlueAlpha(0.156F, 0.155F, 0.198F, 1));
+    const auto dark = pixelOf(*bar, 160, 30);
+    EXPECT_NEAR(static_cast<double>((dark >> 16) & 0xFF), 0.156 * 255, 8);
+    EXPECT_NEAR(static_cast<double>(dark & 0xFF), 0.198 * 255, 8);
+    bar->setTintColor(std::nullopt);
+    EXPECT_GT(pixelOf(*bar, 160, 30) & 0xFF, 120u);
+}
+
+}
+}

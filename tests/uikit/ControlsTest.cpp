@@ -1,0 +1,299 @@
+#include "platform/graphics/UIImage.h"
+#include "platform/uikit/UIActivityIndicatorView.h"
+#include "platform/uikit/UIButton.h"
+#include "platform/uikit/UIImageView.h"
+#include "platform/uikit/UILabel.h"
+#include "platform/uikit/UIProgressHUD.h"
+#include "tests/uikit/ScreenTest.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+
+namespace vistrel {
+namespace {
+
+constexpr std::uint32_t kOpaqueRed = 0xFFFF0000;
+constexpr std::uint32_t kOpaqueGreen = 0xFF00FF00;
+
+std::uint32_t red(std::uint32_t pixel) {
+    return (pixel >> 16) & 0xFF;
+}
+
+std::uint32_t alpha(std::uint32_t pixel) {
+    return pixel >> 24;
+}
+
+class Controls : public ScreenTest {};
+
+TEST_F(Controls, AButtonSendsWhatTheFingerDid) {
+    struct Case {
+        CGPoint from;
+        CGPoint to;
+        std::vector<unsigned> events;
+    };
+    const Case cases[] = {
+        {{60, 60}, {60, 60}, {UIControlEventTouchDown, UIControlEventTouchUpInside}},
+        {{60, 60}, {60, 115}, {UIControlEventTouchDown, UIControlEventTouchUpInside}},
+        {{60, 60}, {300, 400}, {UIControlEventTouchDown, UIControlEventTouchUpOutside}},
+        {{300, 400}, {60, 60}, {}},
+    };
+    const auto button = std::make_shared<UIButton>(CGRectMake(40, 40, 100, 44));
+    std::vector<unsigned> heard;
+    for (const unsigned event : {UIControlEventTouchDown, UIControlEventTouchUpInside,
+                                 UIControlEventTouchUpOutside, UIControlEventTouchCancel})
+        button->addTarget([&heard, event] { heard.push_back(event); }, event);
+    window().addSubview(button);
+    for (const Case& test : cases) {
+        heard.clear();
+        touchDown(test.from);
+        touchMove(test.to);
+        touchUp(test.to);
+        EXPECT_EQ(heard, test.events);
+        EXPECT_FALSE(button->isHighlighted());
+    }
+    heard.clear();
+    button->setEnabled(false);
+    tap(*button);
+    EXPECT_THAT(heard, testing::IsEmpty());
+}
+
+TEST_F(Controls, AButtonThatDisablesItselfWhilePressedFinishesQuietly) {
+    const auto button = std::make_shared<UIButton>(CGRectMake(40, 40, 100, 44));
+    int presses = 0;
+    button->addTarget(
+        [&] {
+            ++presses;
+            button->setEnabled(false);
+        },
+        UIControlEventTouchUpInside);
+    window().addSubview(button);
+    tap(*button);
+    tap(*button);
+    EXPECT_EQ(presses, 1);
+}
+
+TEST_F(Controls, AnActionMayRemoveItsButton) {
+    auto button = std::make_shared<UIButton>(CGRectMake(40, 40, 100, 44));
+    const std::weak_ptr<UIButton> weak = button;
+    int after = 0;
+    button->addTarget([weak] { weak.lock()->removeFromSuperview(); }, UIControlEventTouchUpInside);
+    button->addTarget([&] { ++after; }, UIControlEventTouchUpInside);
+    window().addSubview(button);
+    button.reset();
+    tap(CGPoint{60, 60});
+    EXPECT_EQ(after, 1);
+    EXPECT_TRUE(weak.expired());
+}
+
+TEST_F(Controls, APressedPictureIsDarkerUnlessToldOtherwise) {
+    struct Case {
+        bool adjusts;
+        bool hasPressedPicture;
+        std::uint32_t expected;
+    };
+    const Case cases[] = {
+        {true, false, 0xFF8C0000}, {false, false, kOpaqueRed}, {true, true, kOpaqueGreen}};
+    for (const bool background : {false, true}) {
+        for (const Case& test : cases) {
+            UIButton button(CGRectMake(0, 0, 20, 20));
+            const auto set =
+                background ? &UIButton::setBackgroundImageForState : &UIButton::setImageForState;
+            (button.*set)(plainImage(20, 20, kOpaqueRed), UIControlState::Normal);
+            if (test.hasPressedPicture)
+                (button.*set)(plainImage(20, 20, kOpaqueGreen), UIControlState::Highlighted);
+            button.setAdjustsImageWhenHighlighted(test.adjusts);
+            EXPECT_EQ(pixelOf(button, 10, 10), kOpaqueRed);
+            button.setHighlighted(true);
+            EXPECT_EQ(pixelOf(button, 10, 10), test.expected);
+            button.setHighlighted(false);
+            EXPECT_EQ(pixelOf(button, 10, 10), kOpaqueRed);
+        }
+    }
+}
+
+TEST_F(Controls, ADisabledPictureIsFainter) {
+    const auto button = std::make_shared<UIButton>(CGRectMake(0, 0, 20, 20));
+    button->setImageForState(plainImage(20, 20, kOpaqueRed), UIControlState::Normal);
+    button->setEnabled(false);
+    EXPECT_NEAR(alpha(pixelOf(*button, 10, 10)), 0.45 * 255, 3);
+    button->setEnabled(true);
+    EXPECT_EQ(pixelOf(*button, 10, 10), kOpaqueRed);
+}
+
+TEST_F(Controls, APictureStandsInTheMiddleAndABackgroundIsStretched) {
+    const auto button = std::make_shared<UIButton>(CGRectMake(0, 0, 60, 40));
+    button->setBackgroundImageForState(plainImage(4, 4, kOpaqueRed), UIControlState::Normal);
+    button->setImageForState(plainImage(20, 10, kOpaqueGreen), UIControlState::Normal);
+    EXPECT_EQ(pixelOf(*button, 1, 1), kOpaqueRed);
+    EXPECT_EQ(pixelOf(*button, 58, 38), kOpaqueRed);
+    EXPECT_EQ(pixelOf(*button, 30, 20), kOpaqueGreen);
+    EXPECT_EQ(pixelOf(*button, 19, 20), kOpaqueRed);
+    EXPECT_EQ(pixelOf(*button, 40, 20), kOpaqueRed);
+    EXPECT_EQ(pixelOf(*button, 30, 14), kOpaqueRed);
+}
+
+TEST_F(Controls, ATitleFollowsTheState) {
+    UIButton button(CGRectMake(0, 0, 100, 40));
+    button.setTitleForState("Download", UIControlState::Normal);
+    button.setTitleForState("Wait", UIControlState::Disabled);
+    EXPECT_EQ(button.accessibilityElement().label, "Download");
+    button.setHighlighted(true);
+    EXPECT_EQ(button.currentTitle(), "Download");
+    button.setEnabled(false);
+    EXPECT_EQ(button.titleLabel().text(), "Wait");
+    EXPECT_FALSE(button.accessibilityElement().enabled);
+    button.setEnabled(true);
+    EXPECT_EQ(button.titleLabel().text(), "Download");
+}
+
+TEST_F(Controls, APressedButtonGlowsWhenAsked) {
+    const auto button = std::make_shared<UIButton>(CGRectMake(0, 0, 40, 40));
+    button->setImageForState(plainImage(4, 4, kOpaqueGreen), UIControlState::Normal);
+    button->setShowsTouchWhenHighlighted(true);
+    EXPECT_EQ(pixelOf(*button, 10, 20), 0u);
+    button->setHighlighted(true);
+    EXPECT_GT(alpha(pixelOf(*button, 10, 20)), 60u);
+    button->setHighlighted(false);
+    EXPECT_EQ(pixelOf(*button, 10, 20), 0u);
+}
+
+bool isPainted(std::uint32_t pixel) {
+    return alpha(pixel) > 100;
+}
+
+TEST_F(Controls, ALabelPlacesItsText) {
+    struct Case {
+        UITextAlignment alignment;
+        bool left;
+        bool middle;
+        bool right;
+    };
+    const Case cases[] = {{UITextAlignment::Left, true, false, false},
+                          {UITextAlignment::Center, false, true, false},
+                          {UITextAlignment::Right, false, false, true}};
+    const auto label = std::make_shared<UILabel>(CGRectMake(0, 0, 300, 60));
+    label->setText("MMM");
+    for (const Case& test : cases) {
+        label->setTextAlignment(test.alignment);
+        EXPECT_EQ(anyPixel(*label, CGRectMake(0, 20, 60, 20), isPainted), test.left);
+        EXPECT_EQ(anyPixel(*label, CGRectMake(120, 20, 60, 20), isPainted), test.middle);
+        EXPECT_EQ(anyPixel(*label, CGRectMake(240, 20, 60, 20), isPainted), test.right);
+        EXPECT_FALSE(anyPixel(*label, CGRectMake(0, 0, 300, 15), isPainted));
+        EXPECT_FALSE(anyPixel(*label, CGRectMake(0, 45, 300, 15), isPainted));
+    }
+}
+
+TEST_F(Controls, ALongTextIsCutOrShrunk) {
+    const std::string text = "http://media.example.com/a/very/long/address/to/a/file.mp4?last=yes]";
+    const auto label = std::make_shared<UILabel>(CGRectMake(0, 0, 150, 30));
+    label->setTextColor(UIColor::blackColor());
+    label->setText(text);
+    ASSERT_GT(label->sizeThatFits({}).width, 300);
+    const auto tall = [](UIView& view) {
+        return anyPixel(view, CGRectMake(0, 7, 150, 4), isPainted);
+    };
+    EXPECT_TRUE(tall(*label)) << "cut, at full size";
+    label->setAdjustsFontSizeToFitWidth(true);
+    label->setMinimumFontSize(6);
+    EXPECT_FALSE(tall(*label)) << "shrunk";
+}
+
+TEST_F(Controls, AShadowLiesUnderTheText) {
+    const auto label = std::make_shared<UILabel>(CGRectMake(0, 0, 60, 40));
+    label->setTextColor(UIColor::whiteColor());
+    label->setText("I");
+    const auto dark = [](std::uint32_t pixel) {
+        return alpha(pixel) > 100 && red(pixel) < 60;
+    };
+    EXPECT_FALSE(anyPixel(*label, label->bounds(), dark));
+    label->setShadowColor(UIColor::blackColor());
+    label->setShadowOffset({3, 3});
+    EXPECT_TRUE(anyPixel(*label, label->bounds(), dark));
+}
+
+TEST_F(Controls, ALabelBreaksLinesAsItIsTold) {
+    const auto label = std::make_shared<UILabel>();
+    label->setText("one two three four five six seven eight nine ten");
+    const double line = label->sizeThatFits({}).height;
+    label->setNumberOfLines(0);
+    EXPECT_GE(label->sizeThatFits({80, 0}).height, 4 * (line - 2));
+    label->setNumberOfLines(2);
+    EXPECT_LE(label->sizeThatFits({80, 0}).height, 2 * line + 1);
+}
+
+TEST_F(Controls, TheSameTextPaintsNothingAnew) {
+    const auto label = std::make_shared<UILabel>(CGRectMake(0, 30, 60, 40));
+    label->setText("Received 1.00MB of 2.00MB");
+    window().addSubview(label);
+    pixelOf(screen(), 0, 0);
+    advance(1);
+    const int frames = display().frames();
+    label->setText("Received 1.00MB of 2.00MB");
+    advance(1);
+    EXPECT_EQ(display().frames(), frames);
+    label->setText("Received 1.01MB of 2.00MB");
+    advance(1);
+    EXPECT_GT(display().frames(), frames);
+}
+
+TEST_F(Controls, ASpinnerTurnsOnlyWhileItIsOnTheScreen) {
+    const auto spinner =
+        std::make_shared<UIActivityIndicatorView>(UIActivityIndicatorViewStyle::White);
+    EXPECT_TRUE(spinner->isHidden());
+    spinner->startAnimating();
+    const auto turnsIn = [&](double seconds) {
+        const auto before = pixelOf(*spinner, 10, 2);
+        int turns = 0;
+        auto last = before;
+        for (double t = 0; t < seconds; t += 1.0 / 60) {
+            advance(1.0 / 60);
+            const auto pixel = pixelOf(*spinner, 10, 2);
+            turns += pixel != last;
+            last = pixel;
+        }
+        return turns;
+    };
+    EXPECT_EQ(turnsIn(1), 0) << "not in a window";
+    window().addSubview(spinner);
+    EXPECT_NEAR(turnsIn(1), 12, 1);
+    spinner->removeFromSuperview();
+    EXPECT_EQ(turnsIn(1), 0);
+    window().addSubview(spinner);
+    spinner->stopAnimating();
+    EXPECT_TRUE(spinner->isHidden());
+}
+
+TEST_F(Controls, AnImageViewShowsItsPictureOverItsBounds) {
+    const auto view = UIImageView::withImage(plainImage(30, 10, kOpaqueRed));
+    EXPECT_EQ(view->frame(), CGRectMake(0, 0, 30, 10));
+    view->setFrame(CGRectMake(0, 0, 60, 40));
+    EXPECT_EQ(pixelOf(*view, 59, 39), kOpaqueRed);
+    view->setImage(plainImage(1, 1, kOpaqueGreen));
+    EXPECT_EQ(pixelOf(*view, 59, 39), kOpaqueGreen);
+    view->setImage(nullptr);
+    EXPECT_EQ(pixelOf(*view, 59, 39), 0u);
+}
+
+TEST_F(Controls, TheProgressPanelCoversItsViewUntilItIsTakenAway) {
+    const auto below = std::make_shared<UIButton>(CGRectMake(0, 20, 320, 460));
+    int presses = 0;
+    below->addTarget([&] { ++presses; }, UIControlEventTouchDown);
+    window().addSubview(below);
+    const auto hud = UIProgressHUD::withWindow(window());
+    hud->setText("Importing");
+    hud->show(true);
+    hud->show(true);
+    advance(1);
+    tap(CGPoint{100, 400});
+    EXPECT_EQ(presses, 0);
+    EXPECT_NE(find(UIAccessibilityRole::Label, "Importing"), nullptr);
+    hud->show(false);
+    advance(1);
+    EXPECT_EQ(hud->superview(), nullptr);
+    tap(CGPoint{100, 400});
+    EXPECT_EQ(presses, 1);
+}
+
+}
+}
