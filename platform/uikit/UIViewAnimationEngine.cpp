@@ -135,12 +135,9 @@ void UIViewAnimationEngine::stateDidChange(UIView& view, const ViewState& old) {
     if (!animates && known == tracks_.end()) {
         return;
     }
-    ViewState shown = old;
-    if (view.presentation_) {
-        updatePresentation(view);
-        shown = *view.presentation_;
-    }
     auto& tracks = known != tracks_.end() ? known->second : tracks_[&view];
+    // What was on its way to the old state up to now.
+    const ViewState shown = shownOnTheWay(tracks, old);
     tracks.view = &view;
     for (std::size_t i = 0; i < kProperties; ++i) {
         if (!kAnimated[i].differs(old, view.state_)) {
@@ -177,15 +174,19 @@ void UIViewAnimationEngine::updatePresentation(const UIView& view) const {
     if (found == tracks_.end()) {
         return;
     }
+    *view.presentation_ = shownOnTheWay(found->second, view.state_);
+}
+
+ViewState UIViewAnimationEngine::shownOnTheWay(const Tracks& tracks, const ViewState& to) {
     const double now = NSRunLoop::now();
-    auto& shown = *view.presentation_;
-    shown = view.state_;
+    ViewState shown = to;
     for (std::size_t i = 0; i < kProperties; ++i) {
-        const auto& track = found->second.properties[i];
+        const auto& track = tracks.properties[i];
         if (track.block) {
-            kAnimated[i].mix(shown, track.from, view.state_, track.block->progressAt(now));
+            kAnimated[i].mix(shown, track.from, to, track.block->progressAt(now));
         }
     }
+    return shown;
 }
 
 void UIViewAnimationEngine::cut(Block& block) {

@@ -70,6 +70,7 @@ private:
     };
 
     UIViewAnimationEngine();
+    static ViewState shownOnTheWay(const Tracks& tracks, const ViewState& to);
     void cut(Block& block);
     void cutView(const UIView& view);
     void endSoon(const Block& block);

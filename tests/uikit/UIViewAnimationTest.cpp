@@ -1,0 +1,337 @@
+#include "platform/uikit/UIViewAnimation.h"
+
+#include "tests/uikit/ViewHostTest.h"
+
+#include <cmath>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace vistrel {
+namespace {
+
+using testing::ElementsAre;
+
+struct Timing {
+    double duration = 1;
+    UIViewAnimationCurve curve = UIViewAnimationCurve::Linear;
+    double delay = 0;
+};
+
+class UIViewAnimationTest : public ViewHostTest {
+protected:
+    UIViewAnimationTest() { window->addSubview(view); }
+
+    /// Runs `changes` in a block whose end is noted under `name`.
+    void animate(const std::string& name, Timing timing, const std::function<void()>& changes) {
+        UIViewAnimation::beginAnimations();
+        UIViewAnimation::setAnimationDuration(timing.duration);
+        UIViewAnimation::setAnimationCurve(timing.curve);
+        UIViewAnimation::setAnimationDelay(timing.delay);
+        UIViewAnimation::setAnimationDidStop(
+            [this, name](bool finished) { ends.push_back(name + (finished ? "" : " cut")); });
+        changes();
+        UIViewAnimation::commitAnimations();
+    }
+
+    std::shared_ptr<UIView> view = std::make_shared<UIView>(CGRectMake(0, 0, 100, 100));
+    std::vector<std::string> ends;
+};
+
+TEST_F(UIViewAnimationTest, ValuesAreFinalAtOnceAndShownInBetween) {
+    animate("move", {}, [&] {
+        view->setCenter({150, 250});
+        view->setAlpha(0);
+        view->setBounds(CGRectMake(0, 0, 200, 100));
+        view->setBackgroundColor(UIColor::redColor());
+    });
+    EXPECT_EQ(view->center(), (CGPoint{150, 250}));
+    EXPECT_EQ(view->alpha(), 0);
+    EXPECT_EQ(view->presentationState().center, (CGPoint{50, 50}));
+    advance(0.25);
+    const auto shown = view->presentationState();
+    EXPECT_NEAR(shown.center.x, 75, 1e-6);
+    EXPECT_NEAR(shown.center.y, 100, 1e-6);
+    EXPECT_NEAR(shown.alpha, 0.75, 1e-6);
+    EXPECT_NEAR(shown.bounds.size.width, 125, 1e-6);
+    EXPECT_NEAR(shown.backgroundColor.alpha, 0.25, 1e-6);
+    EXPECT_EQ(shown.backgroundColor.red, 1) << "fades in its own hue, not out of black";
+    EXPECT_TRUE(ends.empty());
+    advance(0.75);
+    EXPECT_EQ(view->presentationState(),
+              (ViewState{{150, 250}, CGRectMake(0, 0, 200, 100), {}, 0, UIColor::redColor()}));
+    EXPECT_THAT(ends, ElementsAre("move"));
+}
+
+TEST_F(UIViewAnimationTest, CurvesRunAsTheirNamesSay) {
+    struct Case {
+        const char* name;
+        UIViewAnimationCurve curve;
+        double quarter;
+        double half;
+        double threeQuarters;
+    };
+    // The cubic curves' values at these times, from their control points.
+    const Case cases[] = {
+        {"linear", UIViewAnimationCurve::Linear, 0.25, 0.5, 0.75},
+        {"ease in", UIViewAnimationCurve::EaseIn, 0.0935, 0.3153, 0.6219},
+        {"ease out", UIViewAnimationCurve::EaseOut, 0.3781, 0.6847, 0.9065},
+        {"ease in and out", UIViewAnimationCurve::EaseInOut, 0.1292, 0.5, 0.8708},
+    };
+    for (const auto& test : cases) {
+        UIViewAnimation::withoutAnimation([&] { view->setAlpha(0); });
+        animate(test.name, {1, test.curve}, [&] { view->setAlpha(1); });
+        const auto later = [&](double seconds) {
+            advance(seconds);
+            return view->presentationState().alpha;
+        };
+        EXPECT_NEAR(later(0.25), test.quarter, 5e-4) << test.name;
+        EXPECT_NEAR(later(0.25), test.half, 5e-4) << test.name;
+        EXPECT_NEAR(later(0.25), test.threeQuarters, 5e-4) << test.name;
+        EXPECT_NEAR(later(0.25), 1, 1e-9) << test.name;
+    }
+}
+
+TEST_F(UIViewAnimationTest, ADelayHoldsTheOldValue) {
+    animate("late", {1, UIViewAnimationCurve::Linear, 0.5}, [&] { view->setAlpha(0); });
+    advance(0.4);
+    EXPECT_EQ(view->presentationState().alpha, 1);
+    advance(0.6);
+    EXPECT_NEAR(view->presentationState().alpha, 0.5, 1e-6);
+    EXPECT_TRUE(ends.empty());
+    advance(0.5);
+    EXPECT_THAT(ends, ElementsAre("late"));
+}
+
+TEST_F(UIViewAnimationTest, ANewAnimationStartsFromWhatIsShown) {
+    animate("first", {}, [&] { view->setCenter({150, 50}); });
+    advance(0.5);
+    animate("second", {}, [&] { view->setCenter({0, 50}); });
+    EXPECT_NEAR(view->presentationState().center.x, 100, 1e-6);
+    advance(0.5);
+    EXPECT_NEAR(view->presentationState().center.x, 50, 1e-6);
+    advance(0.5);
+    EXPECT_THAT(ends, ElementsAre("first cut", "second"));
+}
+
+TEST_F(UIViewAnimationTest, AnimationsOfOtherPropertiesGoOn) {
+    animate("fade", {}, [&] { view->setAlpha(0); });
+    advance(0.5);
+    animate("move", {}, [&] { view->setCenter({150, 50}); });
+    advance(0.25);
+    EXPECT_NEAR(view->presentationState().alpha, 0.25, 1e-6);
+    EXPECT_NEAR(view->presentationState().center.x, 75, 1e-6);
+    advance(1);
+    EXPECT_THAT(ends, ElementsAre("fade", "move"));
+}
+
+TEST_F(UIViewAnimationTest, AChangeOutsideABlockIsShownAtOnceAndCutsTheAnimation) {
+    animate("fade", {}, [&] { view->setAlpha(0); });
+    advance(0.5);
+    view->setAlpha(0.8);
+    EXPECT_EQ(view->presentationState().alpha, 0.8);
+    turn();
+    EXPECT_THAT(ends, ElementsAre("fade cut"));
+    advance(2);
+    EXPECT_EQ(view->presentationState().alpha, 0.8);
+    EXPECT_EQ(ends.size(), 1U);
+}
+
+TEST_F(UIViewAnimationTest, RemovalEndsTheAnimationsOfAllThatLeaves) {
+    auto child = std::make_shared<UIView>(CGRectMake(0, 0, 10, 10));
+    view->addSubview(child);
+    animate("child", {}, [&] { child->setAlpha(0); });
+    advance(0.5);
+    view->removeFromSuperview();
+    EXPECT_TRUE(ends.empty()) << "never from inside the call";
+    turn();
+    EXPECT_THAT(ends, ElementsAre("child cut"));
+    EXPECT_EQ(child->presentationState().alpha, 0);
+}
+
+TEST_F(UIViewAnimationTest, ADestroyedViewEndsItsAnimation) {
+    auto loose = std::make_shared<UIView>(CGRectMake(0, 0, 10, 10));
+    animate("loose", {}, [&] { loose->setAlpha(0); });
+    loose.reset();
+    turn();
+    EXPECT_THAT(ends, ElementsAre("loose cut"));
+}
+
+TEST_F(UIViewAnimationTest, ABlockThatMovesNothingEndsAtTheNextTurn) {
+    animate("nothing", {}, [&] { view->setAlpha(1); });
+    animate("no time", {0}, [&] { view->setAlpha(0.5); });
+    EXPECT_TRUE(ends.empty());
+    EXPECT_EQ(view->presentationState().alpha, 0.5);
+    turn();
+    EXPECT_THAT(ends, ElementsAre("nothing", "no time"));
+}
+
+TEST_F(UIViewAnimationTest, NestedBlocksKeepTheirOwnTimes) {
+    auto other = std::make_shared<UIView>(CGRectMake(0, 0, 10, 10));
+    window->addSubview(other);
+    animate("outer", {2}, [&] {
+        view->setAlpha(0);
+        animate("inner", {1}, [&] { other->setAlpha(0); });
+    });
+    EXPECT_FALSE(UIViewAnimation::areAnimationsOpen());
+    advance(1);
+    EXPECT_THAT(ends, ElementsAre("inner"));
+    EXPECT_NEAR(view->presentationState().alpha, 0.5, 1e-6);
+    advance(1);
+    EXPECT_THAT(ends, ElementsAre("inner", "outer"));
+}
+
+TEST_F(UIViewAnimationTest, WithoutAnimationJumpsInsideABlock) {
+    animate("jump", {}, [&] {
+        UIViewAnimation::withoutAnimation([&] { view->setCenter({9, 9}); });
+        view->setAlpha(0);
+    });
+    EXPECT_EQ(view->presentationState().center, (CGPoint{9, 9}));
+    EXPECT_EQ(view->presentationState().alpha, 1);
+}
+
+TEST_F(UIViewAnimationTest, AHalfTurnTurnsInsteadOfShrinking) {
+    animate("turn", {}, [&] { view->setTransform(CGAffineTransformMakeRotation(3 * M_PI / 4)); });
+    advance(0.5);
+    const auto shown = view->presentationState().transform;
+    const auto expected = CGAffineTransformMakeRotation(3 * M_PI / 8);
+    EXPECT_NEAR(shown.a, expected.a, 1e-6);
+    EXPECT_NEAR(shown.b, expected.b, 1e-6);
+}
+
+TEST_F(UIViewAnimationTest, ANextAnimationMayBeginWhereOneEnds) {
+    UIViewAnimation::beginAnimations();
+    UIViewAnimation::setAnimationDuration(1);
+    UIViewAnimation::setAnimationDidStop(
+        [&](bool) { animate("back", {}, [&] { view->setAlpha(1); }); });
+    view->setAlpha(0);
+    UIViewAnimation::commitAnimations();
+    advance(1.5);
+    EXPECT_NEAR(view->presentationState().alpha, 0.5, 1e-6);
+    advance(0.5);
+    EXPECT_THAT(ends, ElementsAre("back"));
+}
+
+TEST_F(UIViewAnimationTest, FramesComeOnlyWhileSomethingMoves) {
+    framesComposedIn(0.5);
+    EXPECT_EQ(framesComposedIn(5), 0) << "idle";
+    animate("fade", {}, [&] { view->setAlpha(0.5); });
+    EXPECT_NEAR(framesComposedIn(1), 60, 3);
+    framesComposedIn(0.1);
+    EXPECT_EQ(framesComposedIn(5), 0) << "idle again";
+    view->setHidden(true);
+    framesComposedIn(0.1);
+    animate("unseen", {}, [&] { view->setAlpha(1); });
+    EXPECT_EQ(framesComposedIn(2), 0) << "nobody sees it move";
+    EXPECT_EQ(ends.back(), "unseen");
+}
+
+TEST_F(UIViewAnimationTest, AnUnchangedValueAsksForNoFrame) {
+    framesComposedIn(0.5);
+    view->setFrame(view->frame());
+    view->setAlpha(1);
+    view->setHidden(false);
+    view->setTransform({});
+    EXPECT_FALSE(display().frameIsAskedFor());
+    view->setAlpha(0.9);
+    EXPECT_TRUE(display().frameIsAskedFor());
+}
+
+constexpr std::uint32_t kRed = 0xFFFF0000;
+constexpr std::uint32_t kBlue = 0xFF0000FF;
+
+class FlipTest : public UIViewAnimationTest {
+protected:
+    FlipTest() {
+        front->setBackgroundColor(UIColor::redColor());
+        back->setBackgroundColor({0, 0, 1, 1});
+        view->addSubview(front);
+        framesComposedIn(0.1);
+    }
+    void flip(const std::string& name, UIView& flipped, UIViewAnimationTransition transition,
+              const std::function<void()>& changes) {
+        animate(name, {1}, [&] {
+            UIViewAnimation::setAnimationTransitionForView(transition, flipped, true);
+            changes();
+        });
+    }
+    void showBack() {
+        front->removeFromSuperview();
+        view->addSubview(back);
+    }
+    static bool isMostly(std::uint32_t pixel, std::uint32_t channelMask) {
+        return (pixel & 0x00FFFFFF & channelMask) != 0 && (pixel & 0x00FFFFFF & ~channelMask) == 0;
+    }
+    std::shared_ptr<UIView> front = std::make_shared<UIView>(CGRectMake(0, 0, 100, 100));
+    std::shared_ptr<UIView> back = std::make_shared<UIView>(CGRectMake(0, 0, 100, 100));
+};
+
+TEST_F(FlipTest, TheOldContentTurnsAwayAndTheNewOneTurnsUp) {
+    flip("flip", *view, UIViewAnimationTransition::FlipFromLeft, [&] { showBack(); });
+    EXPECT_EQ(screenshot()->pixel(50, 50), kRed) << "nothing jumps at the start";
+    advance(0.25);
+    const auto early = screenshot();
+    EXPECT_TRUE(isMostly(early->pixel(50, 50), kRed)) << "the old side, shaded";
+    EXPECT_EQ(early->pixel(3, 50), 0xFF000000) << "narrower than the view";
+    advance(0.5);
+    EXPECT_TRUE(isMostly(screenshot()->pixel(50, 50), kBlue)) << "the new side";
+    advance(0.25);
+    EXPECT_EQ(screenshot()->pixel(3, 50), kBlue);
+    EXPECT_THAT(ends, ElementsAre("flip"));
+}
+
+TEST_F(FlipTest, LeftAndRightAreSeenFromOppositeSides) {
+    const auto heightAt = [&](const Bitmap& picture, int x) {
+        int height = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            height += (picture.pixel(x, y) & 0x00FF0000) != 0 ? 1 : 0;
+        }
+        return height;
+    };
+    view->setCenter({160, 240});
+    flip("left", *view, UIViewAnimationTransition::FlipFromLeft, [] {});
+    advance(0.25);
+    const auto fromLeft = screenshot();
+    advance(1);
+    flip("right", *view, UIViewAnimationTransition::FlipFromRight, [] {});
+    advance(0.25);
+    const auto fromRight = screenshot();
+    EXPECT_GT(heightAt(*fromLeft, 135), heightAt(*fromLeft, 185));
+    EXPECT_LT(heightAt(*fromRight, 135), heightAt(*fromRight, 185));
+}
+
+TEST_F(FlipTest, TwoViewsFlipAtTheSameTime) {
+    auto other = std::make_shared<UIView>(CGRectMake(200, 0, 50, 50));
+    other->setBackgroundColor(UIColor::redColor());
+    window->addSubview(other);
+    flip("one", *view, UIViewAnimationTransition::FlipFromRight, [&] { showBack(); });
+    flip("two", *other, UIViewAnimationTransition::FlipFromRight, [&] {
+        UIViewAnimation::withoutAnimation([&] { other->setBackgroundColor({0, 0, 1, 1}); });
+    });
+    advance(0.2);
+    EXPECT_TRUE(isMostly(screenshot()->pixel(50, 50), kRed));
+    EXPECT_TRUE(isMostly(screenshot()->pixel(225, 25), kRed));
+    advance(0.5);
+    EXPECT_TRUE(isMostly(screenshot()->pixel(50, 50), kBlue));
+    EXPECT_TRUE(isMostly(screenshot()->pixel(225, 25), kBlue));
+    advance(0.3);
+    EXPECT_THAT(ends, ElementsAre("one", "two"));
+}
+
+TEST_F(FlipTest, AFlipPaintsNothingAnewWhileItTurns) {
+    class Counting : public UIView {
+    public:
+        using UIView::UIView;
+        bool drawsContent() const override { return true; }
+        void drawRect(const CGRect& /*rect*/) override { ++paintings; }
+        int paintings = 0;
+    };
+    auto picture = std::make_shared<Counting>(CGRectMake(0, 0, 100, 100));
+    back->addSubview(picture);
+    flip("flip", *view, UIViewAnimationTransition::FlipFromLeft, [&] { showBack(); });
+    EXPECT_GT(framesComposedIn(1.1), 55);
+    EXPECT_EQ(picture->paintings, 1);
+}
+
+}
+}
