@@ -115,7 +115,6 @@ void UITableViewCellControls::prepareForMode() {
             makeDeleteCircle(beside);
         if (!confirmation_)
             makeConfirmation(beside);
-        circle_->setLabel(confirmationTitle_ + " " + cell_.accessibilityElement().label);
     });
 }
 

@@ -1,5 +1,6 @@
 #include "platform/uikit/UITableViewCellParts.h"
 
+#include "platform/foundation/NSBundle.h"
 #include "platform/graphics/UIFont.h"
 #include "platform/graphics/UIStringDrawing.h"
 #include "platform/uikit/CAGradientLayer.h"
@@ -87,9 +88,11 @@ void UITableViewCellDeleteCircle::drawRect(const CGRect& rect) {
 }
 
 UIAccessibilityElement UITableViewCellDeleteCircle::accessibilityElement() const {
-    if (alpha() == 0)
+    if (alpha() == 0 || !superview())
         return {};
-    return {UIAccessibilityRole::Button, label_, {}, isEnabled()};
+    const std::string label = NSBundle::mainBundle().localizedStringForKeyValue("Delete") + " " +
+                              superview()->accessibilityElement().label;
+    return {UIAccessibilityRole::Button, label, {}, isEnabled()};
 }
 
 UITableViewCellConfirmationButton::UITableViewCellConfirmationButton() {

@@ -39,13 +39,10 @@ private:
 class UITableViewCellDeleteCircle : public UIControl {
 public:
     UITableViewCellDeleteCircle();
-    void setLabel(std::string label) { label_ = std::move(label); }
     bool drawsContent() const override { return true; }
     void drawRect(const CGRect& rect) override;
+    /// "Delete" and the row's label.
     UIAccessibilityElement accessibilityElement() const override;
-
-private:
-    std::string label_;
 };
 
 /// The red button that deletes the row.

@@ -1,0 +1,146 @@
+#include "tests/uikit/TableTest.h"
+
+#include "platform/uikit/ImageRenderer.h"
+
+namespace vistrel {
+
+int CountingCell::made = 0;
+int CountingCell::painted = 0;
+
+CountingCell::CountingCell()
+    : UITableViewCell(UITableViewCellStyle::Default, "Cell") {
+    ++made;
+}
+
+void CountingCell::drawRect(const CGRect&) {
+    ++painted;
+}
+
+int RowsOwner::numberOfSectionsInTableView(UITableView&) {
+    return static_cast<int>(rows.size());
+}
+
+int RowsOwner::tableViewNumberOfRowsInSection(UITableView&, int section) {
+    return static_cast<int>(rows[static_cast<std::size_t>(section)].size());
+}
+
+std::shared_ptr<UITableViewCell>
+RowsOwner::tableViewCellForRowAtIndexPath(UITableView& table, const NSIndexPath& path) {
+    auto cell =
+        std::static_pointer_cast<CountingCell>(table.dequeueReusableCellWithIdentifier("Cell"));
+    if (!cell)
+        cell = std::make_shared<CountingCell>();
+    cell->text = rows[static_cast<std::size_t>(path.section)][static_cast<std::size_t>(path.row)];
+    cell->setNeedsDisplay();
+    return cell;
+}
+
+std::optional<std::string> RowsOwner::tableViewTitleForHeaderInSection(UITableView&, int section) {
+    const auto index = static_cast<std::size_t>(section);
+    if (index >= titles.size() || titles[index].empty())
+        return std::nullopt;
+    return titles[index];
+}
+
+std::shared_ptr<UIView> RowsOwner::tableViewViewForHeaderInSection(UITableView& table,
+                                                                   int section) {
+    const auto index = static_cast<std::size_t>(section);
+    if (index < headerHeights.size())
+        table.setSectionHeaderHeight(headerHeights[index]);
+    return index < headerViews.size() ? headerViews[index] : nullptr;
+}
+
+std::optional<double> RowsOwner::tableViewHeightForRowAtIndexPath(UITableView&,
+                                                                  const NSIndexPath&) {
+    ++heightsAsked;
+    return height;
+}
+
+std::optional<bool> RowsOwner::tableViewCanEditRowAtIndexPath(UITableView&,
+                                                              const NSIndexPath& path) {
+    return !fixedRows.contains(path);
+}
+
+void RowsOwner::tableViewCommitEditingStyleForRowAtIndexPath(UITableView& table,
+                                                             UITableViewCellEditingStyle style,
+                                                             const NSIndexPath& path) {
+    EXPECT_EQ(style, UITableViewCellEditingStyle::Delete);
+    committed.push_back(path);
+    table.beginUpdates();
+    if (!keepsDeletedRows) {
+        auto& section = rows[static_cast<std::size_t>(path.section)];
+        section.erase(section.begin() + path.row);
+    }
+    table.deleteRowsAtIndexPaths({path}, animation);
+    table.endUpdates();
+}
+
+void RowsOwner::tableViewDidSelectRowAtIndexPath(UITableView&, const NSIndexPath& path) {
+    selected.push_back(path);
+}
+
+TableTest::TableTest() {
+    CountingCell::made = 0;
+    CountingCell::painted = 0;
+    table = std::make_shared<UITableView>(CGRectMake(0, 0, 320, 400));
+    table->setRowHeight(40);
+    table->setDataSource(&owner);
+    table->setDelegate(&owner);
+    window().addSubview(table);
+}
+
+TableTest::~TableTest() {
+    table->removeFromSuperview();
+}
+
+void TableTest::fill(int count) {
+    owner.rows.assign(1, {});
+    for (int row = 0; row < count; ++row)
+        owner.rows[0].push_back(std::to_string(row));
+    table->reloadData();
+    frame();
+}
+
+void TableTest::frame() {
+    renderViewToBitmap(screen(), 1);
+}
+
+void TableTest::play(double seconds) {
+    for (double gone = 0; gone < seconds; gone += 1.0 / 60) {
+        advance(1.0 / 60);
+        frame();
+    }
+}
+
+void TableTest::swipe(CGPoint from, CGPoint to, double seconds) {
+    constexpr int kSteps = 6;
+    touchDown(from);
+    for (int step = 1; step <= kSteps; ++step) {
+        advance(seconds / kSteps);
+        touchMove(
+            {from.x + (to.x - from.x) * step / kSteps, from.y + (to.y - from.y) * step / kSteps});
+        frame();
+    }
+    touchUp(to);
+}
+
+double TableTest::topOf(const NSIndexPath& path) {
+    return table->rectForRowAtIndexPath(path).minY();
+}
+
+std::vector<std::string> TableTest::shown() {
+    std::vector<std::string> texts;
+    for (const auto& each : table->visibleCells())
+        texts.push_back(each->accessibilityLabel());
+    return texts;
+}
+
+std::vector<std::string> TableTest::buttons() {
+    return labels(UIAccessibilityRole::Button, *table);
+}
+
+UITableViewCell& TableTest::cell(int row, int section) {
+    return *table->cellForRowAtIndexPath({section, row});
+}
+
+}

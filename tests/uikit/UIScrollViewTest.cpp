@@ -1,0 +1,181 @@
+#include "platform/uikit/UIScrollView.h"
+
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIEventDispatcher.h"
+#include "tests/uikit/ScreenTest.h"
+
+namespace vistrel {
+namespace {
+
+/// A page of 320 x 2000 in a window of 320 x 400.
+class UIScrollViewTest : public ScreenTest {
+protected:
+    UIScrollViewTest() {
+        view = std::make_shared<UIScrollView>(CGRectMake(0, 0, 320, 400));
+        view->setContentSize({320, 2000});
+        window().addSubview(view);
+    }
+    ~UIScrollViewTest() override { view->removeFromSuperview(); }
+
+    void drag(double distance, double seconds) {
+        touchDown({100, 200});
+        for (int step = 1; step <= 6; ++step) {
+            advance(seconds / 6);
+            touchMove({100, 200 + distance * step / 6});
+        }
+        touchUp({100, 200 + distance});
+    }
+    void wheel(double dy) {
+        UIApplication::sharedApplication().events().sendScroll({100, 100}, 0, dy, loop().now());
+    }
+
+    std::shared_ptr<UIScrollView> view;
+};
+
+TEST_F(UIScrollViewTest, TakesATouchOverAfterTenPointsAndThenFollowsIt) {
+    touchDown({100, 300});
+    touchMove({100, 291});
+    EXPECT_FALSE(view->isDragging());
+    EXPECT_EQ(view->contentOffset().y, 0);
+    touchMove({100, 290});
+    EXPECT_TRUE(view->isDragging());
+    EXPECT_EQ(view->contentOffset().y, 0) << "the content does not jump";
+    touchMove({100, 250});
+    EXPECT_EQ(view->contentOffset().y, 40);
+    advance(0.5);
+    touchUp({100, 250});
+    EXPECT_FALSE(view->isDragging());
+    EXPECT_EQ(view->contentOffset().y, 40);
+}
+
+TEST_F(UIScrollViewTest, AFlickRollsOnAndAsksForFramesOnlyUntilItRests) {
+    drag(-60, 0.06);
+    EXPECT_TRUE(view->isDecelerating());
+    const double released = view->contentOffset().y;
+    advance(5);
+    EXPECT_FALSE(view->isDecelerating());
+    EXPECT_GT(view->contentOffset().y, released + 100);
+    const int frames = display().frames();
+    EXPECT_GT(frames, 30);
+    advance(60);
+    EXPECT_LE(display().frames(), frames + 1) << "a list at rest draws nothing";
+}
+
+TEST_F(UIScrollViewTest, ATouchStopsAListThatRolls) {
+    drag(-60, 0.06);
+    advance(0.2);
+    ASSERT_TRUE(view->isDecelerating());
+    const double there = view->contentOffset().y;
+    touchDown({100, 200});
+    EXPECT_FALSE(view->isDecelerating());
+    advance(1);
+    EXPECT_EQ(view->contentOffset().y, there);
+    touchUp({100, 200});
+    advance(1);
+    EXPECT_EQ(view->contentOffset().y, there);
+}
+
+TEST_F(UIScrollViewTest, PulledPastTheTopItSpringsBack) {
+    drag(200, 0.5);
+    EXPECT_LT(view->contentOffset().y, -30);
+    advance(2);
+    EXPECT_EQ(view->contentOffset().y, 0);
+}
+
+TEST_F(UIScrollViewTest, ACancelledDragReturnsToTheRange) {
+    touchDown({100, 100});
+    touchMove({100, 120});
+    touchMove({100, 300});
+    ASSERT_LT(view->contentOffset().y, -30);
+    UIApplication::sharedApplication().events().cancelTouch();
+    advance(2);
+    EXPECT_EQ(view->contentOffset().y, 0);
+}
+
+TEST_F(UIScrollViewTest, ShortContentMovesOnlyWhereItAlwaysBounces) {
+    view->setContentSize({320, 300});
+    drag(-100, 0.3);
+    EXPECT_EQ(view->contentOffset().y, 0);
+    view->setAlwaysBounceVertical(true);
+    drag(-100, 0.3);
+    EXPECT_GT(view->contentOffset().y, 10);
+    advance(2);
+    EXPECT_EQ(view->contentOffset().y, 0);
+    view->setScrollEnabled(false);
+    drag(-100, 0.3);
+    EXPECT_EQ(view->contentOffset().y, 0);
+}
+
+TEST_F(UIScrollViewTest, AWheelScrollsAndLeavesWhatItCannotUse) {
+    wheel(60);
+    advance(1);
+    EXPECT_EQ(view->contentOffset().y, 60);
+    wheel(-500);
+    advance(1);
+    EXPECT_EQ(view->contentOffset().y, 0);
+    EXPECT_FALSE(view->scrollBy(0, -10, loop().now()));
+    EXPECT_FALSE(view->scrollBy(10, 0, loop().now()));
+}
+
+TEST_F(UIScrollViewTest, ScrollsByTheLeastThatShowsARectangle) {
+    struct Case {
+        double offset;
+        CGRect rect;
+        double expected;
+    };
+    const Case cases[] = {
+        {100, CGRectMake(0, 150, 10, 40), 100},  {100, CGRectMake(0, 60, 10, 40), 60},
+        {100, CGRectMake(0, 480, 10, 40), 120},  {0, CGRectMake(0, 1990, 10, 500), 1600},
+        {100, CGRectMake(0, 300, 10, 900), 300},
+    };
+    for (const Case& each : cases) {
+        view->setContentOffset({0, each.offset});
+        view->scrollRectToVisible(each.rect, false);
+        EXPECT_EQ(view->contentOffset().y, each.expected);
+    }
+    view->setContentOffset({0, 0});
+    view->scrollRectToVisible(CGRectMake(0, 900, 10, 40), true);
+    EXPECT_EQ(view->contentOffset().y, 0);
+    advance(0.15);
+    EXPECT_GT(view->contentOffset().y, 0);
+    EXPECT_LT(view->contentOffset().y, 540);
+    advance(1);
+    EXPECT_EQ(view->contentOffset().y, 540);
+}
+
+TEST_F(UIScrollViewTest, TheInsetIsRoomBesideTheContent) {
+    view->setContentInset({44, 0, 37, 0});
+    EXPECT_EQ(view->contentOffset().y, -44);
+    view->scrollRectToVisible(CGRectMake(0, 1990, 10, 10), false);
+    EXPECT_EQ(view->contentOffset().y, 1600);
+    ASSERT_TRUE(press(UIKeyCode::End));
+    advance(1);
+    EXPECT_EQ(view->contentOffset().y, 1637);
+}
+
+TEST_F(UIScrollViewTest, TheIndicatorShowsWhileItMovesAndFadesAfterwards) {
+    touchDown({100, 300});
+    touchMove({100, 280});
+    touchMove({100, 200});
+    const auto indicator = view->subviews().back();
+    EXPECT_EQ(indicator->alpha(), 1);
+    const CGRect bar = indicator->frame();
+    EXPECT_EQ(bar.maxX(), 318);
+    EXPECT_EQ(bar.minY(), 80 + 2 + 16) << "in the content's coordinates";
+    EXPECT_EQ(bar.size.height, 79);
+    advance(0.5);
+    touchUp({100, 200});
+    EXPECT_EQ(indicator->alpha(), 1);
+    advance(1);
+    EXPECT_EQ(indicator->alpha(), 0);
+}
+
+TEST_F(UIScrollViewTest, OffsetsLieOnPixels) {
+    touchDown({100, 300});
+    touchMove({100, 280});
+    touchMove({100, 265.3});
+    EXPECT_EQ(view->contentOffset().y, 15);
+}
+
+}
+}

@@ -1,0 +1,152 @@
+#include "platform/uikit/UISlider.h"
+
+#include "platform/graphics/UIImage.h"
+#include "platform/uikit/UIProgressView.h"
+#include "tests/uikit/ScreenTest.h"
+
+#include <cmath>
+#include <limits>
+
+namespace vistrel {
+namespace {
+
+/// 220 points for a thumb of 20: its middle goes from 10 to 210.
+class UISliderTest : public ScreenTest {
+protected:
+    UISliderTest() {
+        slider = std::make_shared<UISlider>(CGRectMake(0, 100, 220, 9));
+        slider->setThumbImage(plainImage(20, 20, 0xff0000ff));
+        slider->setMinimumTrackImage(plainImage(4, 9, 0xffff0000));
+        slider->setMaximumTrackImage(plainImage(4, 9, 0xff00ff00));
+        slider->addTarget([this] { ++changes; }, UIControlEventValueChanged);
+        window().addSubview(slider);
+    }
+    ~UISliderTest() override { slider->removeFromSuperview(); }
+
+    std::shared_ptr<UISlider> slider;
+    int changes = 0;
+};
+
+TEST_F(UISliderTest, ValuesAreClampedAndPlaceTheThumb) {
+    slider->setMaximumValue(200);
+    struct Case {
+        float set, value;
+        double middle;
+    };
+    for (const Case& each :
+         {Case{100, 100, 110}, {-5, 0, 10}, {1e9F, 200, 210}, {NAN, 0, 10}, {50, 50, 60}}) {
+        SCOPED_TRACE(each.set);
+        slider->setValue(each.set);
+        EXPECT_EQ(slider->value(), each.value);
+        EXPECT_EQ(slider->thumbRect().midX(), each.middle);
+    }
+    slider->setMaximumValue(25);
+    EXPECT_EQ(slider->value(), 25) << "a smaller range pulls the value in";
+    EXPECT_EQ(changes, 0) << "no event for what the program sets";
+}
+
+TEST_F(UISliderTest, TracksMeetUnderTheThumbWhichStandsOutOfAFlatSlider) {
+    slider->setValue(0.5F);
+    EXPECT_EQ(pixelOf(screen(), 20, 104), 0xffff0000U);
+    EXPECT_EQ(pixelOf(screen(), 200, 104), 0xff00ff00U);
+    EXPECT_EQ(pixelOf(screen(), 110, 104), 0xff0000ffU);
+    EXPECT_EQ(pixelOf(screen(), 110, 96), 0xff0000ffU) << "above the slider's frame";
+    EXPECT_NE(pixelOf(screen(), 20, 98), 0xffff0000U);
+}
+
+TEST_F(UISliderTest, AValueThatMovesTheThumbByLessThanAPixelComposesNothing) {
+    slider->setMaximumValue(1000);
+    slider->setValue(500);
+    advance(1);
+    const int frames = display().frames();
+    slider->setValue(501);
+    advance(1);
+    EXPECT_EQ(display().frames(), frames);
+    slider->setValue(506);
+    advance(1);
+    EXPECT_EQ(display().frames(), frames + 1);
+}
+
+TEST_F(UISliderTest, AFingerOnTheThumbDragsItAndOneBesideItDoesNot) {
+    touchDown({150, 104});
+    touchMove({180, 104});
+    EXPECT_EQ(slider->value(), 0);
+    touchUp({180, 104});
+    touchDown({14, 110});
+    EXPECT_TRUE(slider->isTracking());
+    EXPECT_EQ(slider->value(), 0) << "taking hold beside the middle moves nothing";
+    touchMove({114, 200});
+    EXPECT_FLOAT_EQ(slider->value(), 0.5F);
+    touchMove({114, 210});
+    EXPECT_EQ(changes, 1) << "one event for one change";
+    touchMove({900, 104});
+    EXPECT_EQ(slider->value(), 1);
+    touchUp({900, 104});
+    EXPECT_EQ(changes, 2);
+    EXPECT_FALSE(slider->isTracking());
+}
+
+TEST_F(UISliderTest, NotContinuousItTellsOnceAtTheEnd) {
+    slider->setContinuous(false);
+    touchDown({10, 104});
+    touchMove({60, 104});
+    touchMove({110, 104});
+    EXPECT_EQ(changes, 0);
+    touchUp({110, 104});
+    EXPECT_EQ(changes, 1);
+    EXPECT_FLOAT_EQ(slider->value(), 0.5F);
+}
+
+TEST_F(UISliderTest, ArrowsMoveItAndAScreenReaderReadsIt) {
+    slider->setMaximumValue(200);
+    UIKey right;
+    right.code = UIKeyCode::Right;
+    EXPECT_TRUE(slider->keyPressed(right));
+    EXPECT_EQ(slider->value(), 10);
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(slider->accessibilityElement().role, UIAccessibilityRole::Slider);
+    EXPECT_EQ(slider->accessibilityElement().value, "5%");
+}
+
+class UIProgressViewTest : public ScreenTest {};
+
+TEST_F(UIProgressViewTest, ClampsAndFillsThatMuch) {
+    auto bar = std::make_shared<UIProgressView>(CGRectMake(0, 0, 202, 9));
+    struct Case {
+        float set, progress;
+    };
+    const float infinity = std::numeric_limits<float>::infinity();
+    for (const Case& each :
+         {Case{0.25F, 0.25F}, {1.5F, 1}, {-1, 0}, {NAN, 0}, {infinity, 1}, {0.5F, 0.5F}}) {
+        bar->setProgress(each.set);
+        EXPECT_EQ(bar->progress(), each.progress);
+    }
+    const auto blue = [](std::uint32_t pixel) {
+        return (pixel & 0xff) > ((pixel >> 16) & 0xff) + 60;
+    };
+    EXPECT_TRUE(anyPixel(*bar, CGRectMake(96, 4, 4, 1), blue));
+    EXPECT_FALSE(anyPixel(*bar, CGRectMake(102, 4, 98, 1), blue));
+    bar->setProgress(0);
+    EXPECT_FALSE(anyPixel(*bar, CGRectMake(0, 0, 202, 9), blue));
+    bar->setProgress(1);
+    EXPECT_TRUE(anyPixel(*bar, CGRectMake(195, 4, 4, 1), blue));
+    EXPECT_EQ(bar->accessibilityElement().value, "100%");
+}
+
+TEST_F(UIProgressViewTest, ProgressOfLessThanAPixelComposesNothing) {
+    auto bar = std::make_shared<UIProgressView>(CGRectMake(0, 50, 202, 9));
+    window().addSubview(bar);
+    bar->setProgress(0.5F);
+    advance(1);
+    const int frames = display().frames();
+    bar->setProgress(0.501F);
+    advance(1);
+    EXPECT_EQ(display().frames(), frames);
+    bar->setProgress(0.51F);
+    advance(1);
+    EXPECT_EQ(display().frames(), frames + 1);
+    bar->removeFromSuperview();
+}
+
+}
+}
