@@ -7,7 +7,9 @@
 #include <cairo.h>
 #include <cstdint>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
+#include <system_error>
 #include <turbojpeg.h>
 #include <vector>
 
@@ -17,6 +19,7 @@ namespace {
 
 /// A picture larger than this on a side, or with more pixels than this, is refused.
 constexpr int kLargestSide = 16384;
+constexpr std::uintmax_t kLargestFile = std::uintmax_t{256} * 1024 * 1024;
 constexpr std::int64_t kMostPixels = std::int64_t{64} * 1024 * 1024;
 
 bool isReasonable(std::int64_t width, std::int64_t height) {
@@ -123,17 +126,15 @@ std::shared_ptr<Bitmap> decode(std::span<const std::byte> bytes) {
 }
 
 std::shared_ptr<Bitmap> read(const std::string& path) {
-    std::ifstream file(path, std::ios::binary | std::ios::ate);
-    if (!file) {
+    std::error_code error;
+    const bool isFile = std::filesystem::is_regular_file(path, error);
+    const auto size = isFile ? std::filesystem::file_size(path, error) : 0;
+    std::ifstream file(path, std::ios::binary);
+    if (error || size == 0 || size > kLargestFile || !file) {
         return nullptr;
     }
-    const auto size = file.tellg();
-    if (size <= 0) {
-        return nullptr;
-    }
-    std::vector<std::byte> bytes(static_cast<std::size_t>(size));
-    file.seekg(0);
-    file.read(reinterpret_cast<char*>(bytes.data()), size);
+    std::vector<std::byte> bytes(size);
+    file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(size));
     return file ? decode(bytes) : nullptr;
 }
 

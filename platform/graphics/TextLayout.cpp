@@ -1,5 +1,7 @@
 #include "platform/graphics/TextLayout.h"
 
+#include "platform/graphics/ValidText.h"
+
 #include <functional>
 #include <list>
 #include <map>
@@ -104,9 +106,10 @@ PangoLayout* makeLayout(const Key& key, const UIFont& font) {
     const bool wraps =
         key.mode == UILineBreakMode::WordWrap || key.mode == UILineBreakMode::CharacterWrap;
     // Of a text for one line, the first paragraph.
-    const auto length = wraps ? key.text.size() : key.text.find_first_of("\n\r");
-    pango_layout_set_text(layout, key.text.data(),
-                          static_cast<int>(length == std::string::npos ? key.text.size() : length));
+    const auto text =
+        validText(wraps ? std::string_view(key.text)
+                        : std::string_view(key.text).substr(0, key.text.find_first_of("\n\r")));
+    pango_layout_set_text(layout, text.data(), static_cast<int>(text.size()));
     if (key.width >= 0 && key.mode != UILineBreakMode::Clip) {
         pango_layout_set_width(layout, key.width);
     }

@@ -1,0 +1,193 @@
+#include "platform/graphics/UIImage.h"
+
+#include "platform/graphics/Bitmap.h"
+#include "platform/graphics/CGContext.h"
+#include "platform/graphics/ImageFile.h"
+#include "tests/support/HostTest.h"
+
+#include <filesystem>
+#include <fstream>
+#include <turbojpeg.h>
+#include <vector>
+
+namespace vistrel {
+namespace {
+
+constexpr std::uint32_t kRed = 0xFFFF0000;
+constexpr std::uint32_t kGreen = 0xFF00FF00;
+constexpr std::uint32_t kBlue = 0xFF0000FF;
+
+std::shared_ptr<Bitmap> filled(int width, int height, std::uint32_t pixel) {
+    auto bitmap = std::make_shared<Bitmap>(width, height);
+    for (int y = 0; y < height; ++y) {
+        std::fill_n(bitmap->row(y), width, pixel);
+    }
+    return bitmap;
+}
+
+std::vector<std::byte> bytesOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    const std::string text((std::istreambuf_iterator<char>(file)), {});
+    const auto* data = reinterpret_cast<const std::byte*>(text.data());
+    return {data, data + text.size()};
+}
+
+std::vector<std::byte> jpegOf(const Bitmap& bitmap) {
+    unsigned char* data = nullptr;
+    unsigned long size = 0;
+    auto* encoder = tjInitCompress();
+    tjCompress2(encoder, bitmap.data(), bitmap.width(), bitmap.stride(), bitmap.height(), TJPF_BGRA,
+                &data, &size, TJSAMP_444, 95, 0);
+    tjDestroy(encoder);
+    const auto* bytes = reinterpret_cast<const std::byte*>(data);
+    std::vector<std::byte> result(bytes, bytes + size);
+    tjFree(data);
+    return result;
+}
+
+class UIImageTest : public support::HostTest {
+protected:
+    UIImageTest() {
+        std::string pattern = std::filesystem::temp_directory_path() / "vistrel-image-XXXXXX";
+        folder = mkdtemp(pattern.data());
+        deterministicHost().host.resourcePath = folder;
+    }
+    ~UIImageTest() override {
+        UIImage::setScreenScale(1);
+        std::filesystem::remove_all(folder);
+    }
+    void write(const std::string& name, const Bitmap& bitmap) {
+        ASSERT_TRUE(ImageFile::writePNG(bitmap, folder + "/" + name));
+    }
+    std::string folder;
+};
+
+TEST_F(UIImageTest, TheVariantThatSuitsTheScreenIsTaken) {
+    write("Logo.png", *filled(10, 10, kRed));
+    write("Logo@2x.png", *filled(20, 20, kGreen));
+    write("Logo@3x.png", *filled(30, 30, kBlue));
+    write("Small.png", *filled(10, 10, kRed));
+    write("Sharp@2x.png", *filled(20, 20, kGreen));
+    struct Case {
+        double screen;
+        const char* name;
+        double scale;
+    };
+    const Case cases[] = {{1, "Logo.png", 1},   {1.25, "Logo.png", 2}, {2, "Logo", 2},
+                          {2.5, "Logo.png", 3}, {4, "Logo.png", 3},    {3, "Small.png", 1},
+                          {1, "Sharp.png", 2}};
+    for (const auto& test : cases) {
+        UIImage::setScreenScale(test.screen);
+        const auto image = UIImage::imageNamed(test.name);
+        ASSERT_TRUE(image) << test.name << " at " << test.screen;
+        EXPECT_EQ(image->scale(), test.scale) << test.name << " at " << test.screen;
+        EXPECT_EQ(image->size(), (CGSize{10, 10}));
+        EXPECT_EQ(UIImage::imageNamed(test.name), image) << "kept";
+    }
+    EXPECT_EQ(UIImage::imageNamed("Missing.png"), nullptr);
+}
+
+TEST_F(UIImageTest, FilesAreReadEachTime) {
+    write("cover.png", *filled(4, 4, kRed));
+    const auto path = folder + "/cover.png";
+    EXPECT_EQ(UIImage::imageWithContentsOfFile(path)->bitmap()->pixel(0, 0), kRed);
+    write("cover.png", *filled(4, 4, kBlue));
+    EXPECT_EQ(UIImage::imageWithContentsOfFile(path)->bitmap()->pixel(0, 0), kBlue);
+    EXPECT_EQ(UIImage::imageWithContentsOfFile(folder + "/none.png"), nullptr);
+    EXPECT_EQ(UIImage::imageWithContentsOfFile(folder), nullptr);
+}
+
+TEST_F(UIImageTest, PNGAndJPEGAreToldApartByTheirBytes) {
+    auto picture = filled(16, 16, 0x80800000);
+    write("half.png", *picture);
+    const auto png = bytesOf(folder + "/half.png");
+    const auto fromPNG = UIImage::imageWithData(png);
+    ASSERT_TRUE(fromPNG);
+    EXPECT_EQ(fromPNG->bitmap()->pixel(3, 3), 0x80800000) << "transparency survives";
+    EXPECT_FALSE(fromPNG->bitmap()->isOpaque());
+    const auto fromJPEG = UIImage::imageWithData(jpegOf(*filled(16, 8, kGreen)));
+    ASSERT_TRUE(fromJPEG);
+    EXPECT_EQ(fromJPEG->size(), (CGSize{16, 8}));
+    const auto pixel = fromJPEG->bitmap()->pixel(8, 4);
+    EXPECT_GT(pixel >> 8 & 0xFF, 250U);
+    EXPECT_LT(pixel >> 16 & 0xFF, 5U);
+    EXPECT_TRUE(fromJPEG->bitmap()->isOpaque());
+}
+
+TEST_F(UIImageTest, BrokenFilesAreNoPictures) {
+    write("good.png", *filled(16, 16, kRed));
+    const auto png = bytesOf(folder + "/good.png");
+    for (std::size_t length = 0; length + 12 < png.size(); ++length) {
+        EXPECT_EQ(UIImage::imageWithData(std::span(png).first(length)), nullptr) << length;
+    }
+    auto enormous = png;
+    enormous[16] = std::byte{0x7F};
+    EXPECT_EQ(UIImage::imageWithData(enormous), nullptr);
+    const auto jpeg = jpegOf(*filled(16, 16, kRed));
+    EXPECT_EQ(UIImage::imageWithData(std::span(jpeg).first(20)), nullptr);
+    const std::vector<std::byte> text(64, std::byte{'x'});
+    EXPECT_EQ(UIImage::imageWithData(text), nullptr);
+    EXPECT_EQ(UIImage::imageWithData({}), nullptr);
+}
+
+/// A red frame of `cap` pixels around one green pixel column and row.
+std::shared_ptr<const UIImage> framed(int cap, double scale) {
+    const int side = 2 * cap + static_cast<int>(scale);
+    auto bitmap = filled(side, side, kRed);
+    for (int i = 0; i < side; ++i) {
+        for (int middle = cap; middle < cap + static_cast<int>(scale); ++middle) {
+            bitmap->row(middle)[i] = kGreen;
+            bitmap->row(i)[middle] = kGreen;
+        }
+    }
+    return std::make_shared<UIImage>(bitmap, scale);
+}
+
+std::shared_ptr<Bitmap> drawnInto(const UIImage& image, const CGRect& rect) {
+    auto bitmap = std::make_shared<Bitmap>(40, 40);
+    CGContext context(bitmap, 1);
+    UIGraphicsPushContext(context);
+    image.drawInRect(rect);
+    UIGraphicsPopContext();
+    return bitmap;
+}
+
+TEST_F(UIImageTest, CapsKeepTheirSizeAndTheMiddleStretches) {
+    struct Case {
+        const char* name;
+        double scale;
+        int pixelsPerCap;
+    };
+    for (const auto& test : {Case{"plain", 1, 5}, Case{"sharp", 2, 10}}) {
+        const auto image = framed(test.pixelsPerCap, test.scale)->stretchableImage(5, 5);
+        const auto picture = drawnInto(*image, CGRectMake(0, 0, 40, 30));
+        EXPECT_EQ(picture->pixel(4, 4), kRed) << test.name;
+        EXPECT_EQ(picture->pixel(5, 2), kGreen) << test.name << ": the band starts at the cap";
+        EXPECT_EQ(picture->pixel(34, 2), kGreen) << test.name;
+        EXPECT_EQ(picture->pixel(35, 4), kRed) << test.name;
+        EXPECT_EQ(picture->pixel(20, 15), kGreen) << test.name;
+        EXPECT_EQ(picture->pixel(2, 24), kGreen) << test.name;
+        EXPECT_EQ(picture->pixel(2, 25), kRed) << test.name;
+        EXPECT_EQ(picture->pixel(2, 30), 0U) << test.name << ": nothing outside the rectangle";
+    }
+}
+
+TEST_F(UIImageTest, ACapOfZeroStretchesTheWholeDirection) {
+    const auto image = framed(5, 1)->stretchableImage(5, 0);
+    const auto picture = drawnInto(*image, CGRectMake(0, 0, 40, 33));
+    EXPECT_EQ(picture->pixel(20, 1), kGreen);
+    EXPECT_EQ(picture->pixel(2, 16), kGreen) << "the middle row, three times as high";
+    EXPECT_EQ(picture->pixel(2, 13), kRed);
+}
+
+TEST_F(UIImageTest, CapsThatDoNotFitShrink) {
+    const auto image = framed(5, 1)->stretchableImage(5, 5);
+    const auto picture = drawnInto(*image, CGRectMake(10, 10, 6, 20));
+    EXPECT_EQ(picture->pixel(11, 12), kRed);
+    EXPECT_EQ(picture->pixel(15, 12), kRed);
+    EXPECT_EQ(picture->pixel(16, 12), 0U);
+    EXPECT_EQ(picture->pixel(9, 12), 0U);
+}
+
+}
+}

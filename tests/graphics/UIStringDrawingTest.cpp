@@ -1,0 +1,170 @@
+#include "platform/graphics/UIStringDrawing.h"
+
+#include "platform/graphics/Bitmap.h"
+#include "platform/graphics/CGContext.h"
+#include "platform/graphics/ValidText.h"
+
+#include <cmath>
+#include <gmock/gmock.h>
+
+namespace vistrel {
+namespace {
+
+const UIFont font = UIFont::systemFontOfSize(17);
+
+/// The box of pixels that drawing a text leaves, in points; empty when nothing is drawn.
+struct Ink {
+    CGRect box;
+    int pixels = 0;
+};
+
+Ink inkOf(const std::string& text, const CGRect& rect, UILineBreakMode mode,
+          UITextAlignment alignment = UITextAlignment::Left, double scale = 1) {
+    auto bitmap =
+        std::make_shared<Bitmap>(static_cast<int>(400 * scale), static_cast<int>(200 * scale));
+    {
+        CGContext context(bitmap, scale);
+        UIGraphicsPushContext(context);
+        UIColor::blackColor().set();
+        drawInRectWithFont(text, rect, font, mode, alignment);
+        UIGraphicsPopContext();
+    }
+    Ink ink;
+    for (int y = 0; y < bitmap->height(); ++y) {
+        for (int x = 0; x < bitmap->width(); ++x) {
+            if (bitmap->pixel(x, y) >> 24 > 32) {
+                ++ink.pixels;
+                ink.box =
+                    CGRectUnion(ink.box, CGRectMake(x / scale, y / scale, 1 / scale, 1 / scale));
+            }
+        }
+    }
+    return ink;
+}
+
+TEST(UIFontTest, LineHeightGrowsWithTheSizeAndBoldIsWider) {
+    EXPECT_NEAR(UIFont::systemFontOfSize(34).lineHeight(), 2 * font.lineHeight(), 0.1);
+    EXPECT_GT(font.ascender(), 2 * font.descender());
+    EXPECT_GT(sizeWithFont("Downloads", UIFont::boldSystemFontOfSize(17)).width,
+              sizeWithFont("Downloads", font).width);
+}
+
+TEST(UIStringDrawingTest, SizesAreWholePointsAndAddUp) {
+    EXPECT_EQ(sizeWithFont("", font), CGSize{});
+    const auto one = sizeWithFont("m", font);
+    EXPECT_EQ(one.width, std::ceil(one.width));
+    EXPECT_NEAR(sizeWithFont(std::string(100, 'm'), font).width / 100, one.width, 1);
+    EXPECT_EQ(sizeWithFont("first\nsecond and longer", font), sizeWithFont("first", font))
+        << "one line is the first one";
+}
+
+TEST(UIStringDrawingTest, WrappedSizesHoldWholeLines) {
+    const std::string text = "one two three four five six seven eight";
+    const double line = font.lineHeight();
+    const auto free = sizeWithFontConstrainedToSize(text, font, {100, 1000});
+    EXPECT_LE(free.width, 100);
+    EXPECT_GT(free.height, 3 * line);
+    const auto two = sizeWithFontConstrainedToSize(text, font, {100, 2 * line + 5});
+    EXPECT_EQ(two.height, std::ceil(2 * line));
+    const auto paragraphs = sizeWithFontConstrainedToSize("a\nb\nc", font, {100, 1000});
+    EXPECT_EQ(paragraphs.height, std::ceil(3 * line));
+    EXPECT_EQ(sizeWithFontConstrainedToSize("", font, {100, 100}), CGSize{});
+}
+
+TEST(UIStringDrawingTest, TruncationKeepsTheLineInsideTheRectangle) {
+    const std::string text = "A rather long title of a film that does not fit";
+    const auto rect = CGRectMake(20, 30, 120, 5);
+    for (const auto mode : {UILineBreakMode::TailTruncation, UILineBreakMode::HeadTruncation,
+                            UILineBreakMode::MiddleTruncation}) {
+        const auto ink = inkOf(text, rect, mode);
+        EXPECT_GE(ink.box.minX(), 19);
+        EXPECT_LE(ink.box.maxX(), 141);
+        EXPECT_GT(ink.box.maxX(), 120) << "uses the room";
+        EXPECT_LE(ink.box.maxY(), 31 + font.lineHeight()) << "one line";
+        EXPECT_GT(ink.box.maxY(), 40) << "which the height does not cut";
+    }
+    EXPECT_LE(inkOf(text, rect, UILineBreakMode::Clip).box.maxX(), 140);
+}
+
+TEST(UIStringDrawingTest, ALineThatFitsIsTheSameInEveryMode) {
+    const auto rect = CGRectMake(0, 0, 300, 30);
+    const auto clipped = inkOf("Movies", rect, UILineBreakMode::Clip);
+    for (const auto mode : {UILineBreakMode::WordWrap, UILineBreakMode::TailTruncation,
+                            UILineBreakMode::MiddleTruncation}) {
+        const auto ink = inkOf("Movies", rect, mode);
+        EXPECT_EQ(ink.box, clipped.box);
+        EXPECT_EQ(ink.pixels, clipped.pixels);
+    }
+}
+
+TEST(UIStringDrawingTest, AlignmentPlacesEachLine) {
+    const auto rect = CGRectMake(50, 10, 200, 30);
+    const auto left = inkOf("Help", rect, UILineBreakMode::Clip);
+    const auto center = inkOf("Help", rect, UILineBreakMode::Clip, UITextAlignment::Center);
+    const auto right = inkOf("Help", rect, UILineBreakMode::Clip, UITextAlignment::Right);
+    EXPECT_NEAR(left.box.minX(), 51, 2);
+    EXPECT_NEAR(center.box.midX(), 150, 2);
+    EXPECT_NEAR(right.box.maxX(), 249, 2);
+    const auto lines = inkOf("Help\nHelp", rect, UILineBreakMode::WordWrap, UITextAlignment::Right);
+    EXPECT_NEAR(lines.box.minX(), right.box.minX(), 1);
+    EXPECT_GT(lines.pixels, right.pixels * 3 / 2);
+}
+
+TEST(UIStringDrawingTest, WrappingDrawsTheLinesThatBeginInside) {
+    const double line = font.lineHeight();
+    const auto two = inkOf("a\nb\nc", CGRectMake(0, 0, 100, line + 1), UILineBreakMode::WordWrap);
+    EXPECT_GT(two.box.maxY(), line + 5);
+    EXPECT_LT(two.box.maxY(), 2 * line + 1);
+}
+
+TEST(UIStringDrawingTest, TheSamePlaceAtEveryScale) {
+    const std::string text = "Scale 123";
+    const auto rect = CGRectMake(10, 10, 300, 30);
+    const auto one = inkOf(text, rect, UILineBreakMode::Clip);
+    const auto three = inkOf(text, rect, UILineBreakMode::Clip, UITextAlignment::Left, 3);
+    EXPECT_NEAR(one.box.minX(), three.box.minX(), 1);
+    EXPECT_NEAR(one.box.maxX(), three.box.maxX(), 1.5);
+    EXPECT_NEAR(one.box.minY(), three.box.minY(), 1);
+    EXPECT_NEAR(one.box.maxY(), three.box.maxY(), 1);
+}
+
+TEST(UIStringDrawingTest, FontsShrinkToFitButNotBelowTheMinimum) {
+    const std::string text = "12:34:56";
+    const double width = sizeWithFont(text, font).width;
+    EXPECT_EQ(fontThatFits(text, font, width + 1, 8), font);
+    const auto smaller = fontThatFits(text, font, width * 0.7, 8);
+    EXPECT_LT(smaller.pointSize(), 17);
+    EXPECT_LE(sizeWithFont(text, smaller).width, width * 0.7 + 1);
+    EXPECT_EQ(fontThatFits(text, font, 1, 10).pointSize(), 10);
+}
+
+TEST(ValidTextTest, WhatIsNoUTF8IsReplacedByteForByte) {
+    const std::string mark = "\xEF\xBF\xBD";
+    struct Case {
+        std::string text;
+        std::string valid;
+    };
+    const Case cases[] = {
+        {"plain", "plain"},
+        {"caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x8E\xAC", "caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x8E\xAC"},
+        {"caf\xE9", "caf" + mark},
+        {"\xC0\xAF", mark + mark},                       // a longer form than needed
+        {"\xED\xA0\x80", mark + mark + mark},            // half of a pair
+        {"\xF4\x90\x80\x80", mark + mark + mark + mark}, // beyond the last character
+        {"end \xE2\x82", "end " + mark + mark},          // cut short
+    };
+    for (const auto& test : cases) {
+        EXPECT_EQ(validText(test.text), test.valid);
+    }
+}
+
+TEST(UIStringDrawingTest, BadTextDoesNoHarm) {
+    EXPECT_GT(inkOf("caf\xE9 \xFF\xFE ok", CGRectMake(0, 0, 300, 30), UILineBreakMode::Clip).pixels,
+              0);
+    EXPECT_EQ(inkOf("", CGRectMake(0, 0, 300, 30), UILineBreakMode::WordWrap).pixels, 0);
+    EXPECT_EQ(inkOf("text", CGRectMake(0, 0, 0, 30), UILineBreakMode::WordWrap).pixels, 0);
+    drawInRectWithFont("no context", CGRectMake(0, 0, 10, 10), font);
+}
+
+}
+}
