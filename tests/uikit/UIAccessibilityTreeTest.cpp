@@ -1,0 +1,114 @@
+#include "platform/uikit/UIAccessibilityTree.h"
+
+#include "tests/uikit/ViewHostTest.h"
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+namespace vistrel {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class UIAccessibilityTreeTest : public ViewHostTest {
+protected:
+    UIAccessibilityTreeTest() { application().setStatusBarHidden(true); }
+    static std::shared_ptr<UIView> element(UIAccessibilityRole role, const std::string& label,
+                                           CGRect frame) {
+        auto view = std::make_shared<UIView>(frame);
+        view->setAccessibility({role, label, {}, true});
+        return view;
+    }
+    std::vector<std::string> labels() {
+        std::vector<std::string> found;
+        for (const auto& seen : accessibilityTree(application().screenView())) {
+            found.push_back(seen.element.label);
+        }
+        return found;
+    }
+    CGRect frameOf(const std::string& label) {
+        for (const auto& seen : accessibilityTree(application().screenView())) {
+            if (seen.element.label == label) {
+                return seen.frame;
+            }
+        }
+        return {};
+    }
+};
+
+TEST_F(UIAccessibilityTreeTest, OnlyWhatCanBePerceivedIsListed) {
+    auto list = std::make_shared<UIView>(CGRectMake(0, 100, 320, 100));
+    list->setClipsToBounds(true);
+    const auto row = [&](const char* label, double y) {
+        auto view = element(UIAccessibilityRole::Row, label, CGRectMake(0, y, 320, 44));
+        list->addSubview(view);
+        return view;
+    };
+    row("above", -44);
+    row("half", -20);
+    auto faded = row("faded", 30);
+    row("whole", 30);
+    row("below", 100);
+    window->addSubview(list);
+    faded->setAlpha(0);
+    EXPECT_THAT(labels(), ElementsAre("half", "whole"));
+    EXPECT_EQ(frameOf("half"), CGRectMake(0, 100, 320, 24)) << "as far as it is seen";
+    EXPECT_EQ(frameOf("whole"), CGRectMake(0, 130, 320, 44));
+    list->setBounds(CGRectMake(0, 60, 320, 100));
+    EXPECT_THAT(labels(), ElementsAre("whole", "below"));
+    list->setHidden(true);
+    EXPECT_THAT(labels(), IsEmpty());
+}
+
+TEST_F(UIAccessibilityTreeTest, AButtonSpeaksForItsPartsAndARowForItsTexts) {
+    auto button = element(UIAccessibilityRole::Button, "Play", CGRectMake(0, 0, 100, 40));
+    button->addSubview(element(UIAccessibilityRole::Label, "title", CGRectMake(0, 0, 50, 20)));
+    auto row = element(UIAccessibilityRole::Row, "Film", CGRectMake(0, 50, 320, 44));
+    row->addSubview(element(UIAccessibilityRole::Label, "text", CGRectMake(0, 0, 50, 20)));
+    row->addSubview(element(UIAccessibilityRole::Button, "Delete", CGRectMake(200, 0, 50, 20)));
+    window->addSubview(button);
+    window->addSubview(row);
+    EXPECT_THAT(labels(), ElementsAre("Play", "Film", "Delete"));
+}
+
+TEST_F(UIAccessibilityTreeTest, AnAlertHidesWhatIsBelow) {
+    window->addSubview(element(UIAccessibilityRole::Button, "below", CGRectMake(0, 0, 50, 50)));
+    auto alert = std::make_shared<UIWindow>();
+    alert->setWindowLevel(UIWindowLevelAlert);
+    alert->addSubview(element(UIAccessibilityRole::Button, "OK", CGRectMake(0, 0, 50, 50)));
+    alert->makeKeyAndVisible();
+    EXPECT_THAT(labels(), ElementsAre("OK"));
+    alert->setUserInteractionEnabled(false);
+    EXPECT_THAT(labels(), ElementsAre("below", "OK")) << "a notice that takes no touches";
+    alert->setUserInteractionEnabled(true);
+    alert->setHidden(true);
+    EXPECT_THAT(labels(), ElementsAre("below"));
+}
+
+TEST_F(UIAccessibilityTreeTest, FramesFollowTurnsAndPressingTapsThere) {
+    class Tapped : public UIView {
+    public:
+        using UIView::UIView;
+        void touchesEnded(const UITouch&) override { ++taps; }
+        int taps = 0;
+    };
+    auto video = std::make_shared<UIView>();
+    video->setBounds(CGRectMake(0, 0, 480, 320));
+    video->setCenter({160, 240});
+    video->setTransform(CGAffineTransformMakeRotation(M_PI / 2));
+    auto done = std::make_shared<Tapped>(CGRectMake(10, 20, 60, 30));
+    done->setAccessibility({UIAccessibilityRole::Button, "Done", {}, true});
+    video->addSubview(done);
+    window->addSubview(video);
+    EXPECT_EQ(frameOf("Done"), CGRectMake(270, 10, 30, 60));
+    done->accessibilityActivate();
+    EXPECT_EQ(done->taps, 1);
+    video->removeFromSuperview();
+    done->accessibilityActivate();
+    EXPECT_EQ(done->taps, 1) << "not on the screen";
+}
+
+}
+}

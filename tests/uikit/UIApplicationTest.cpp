@@ -1,0 +1,185 @@
+#include "platform/uikit/UIApplication.h"
+
+#include "platform/foundation/NSNotificationCenter.h"
+#include "platform/foundation/NSURL.h"
+#include "platform/graphics/UIImage.h"
+#include "platform/uikit/UIApplicationDelegate.h"
+#include "platform/uikit/UIScreen.h"
+#include "platform/uikit/UIStatusBar.h"
+#include "tests/uikit/ViewHostTest.h"
+
+#include <string>
+#include <vector>
+
+namespace vistrel {
+namespace {
+
+using testing::ElementsAre;
+
+class UIApplicationTest : public ViewHostTest {
+protected:
+    UIStatusBar& statusBar() {
+        for (const auto& view : application().screenView().subviews()) {
+            if (auto* bar = dynamic_cast<UIStatusBar*>(view.get())) {
+                return *bar;
+            }
+        }
+        ADD_FAILURE() << "no status bar";
+        std::abort();
+    }
+    static std::shared_ptr<UIWindow> shown(double level) {
+        auto made = std::make_shared<UIWindow>();
+        made->setWindowLevel(level);
+        made->makeKeyAndVisible();
+        return made;
+    }
+    std::vector<UIView*> windows() {
+        std::vector<UIView*> found;
+        for (const auto& view : application().screenView().subviews()) {
+            found.push_back(view.get());
+        }
+        return found;
+    }
+};
+
+TEST_F(UIApplicationTest, WindowsLieByLevelAndThenByTheOrderOfShowing) {
+    const auto alert = shown(UIWindowLevelAlert);
+    const auto second = shown(UIWindowLevelNormal);
+    auto* bar = static_cast<UIView*>(&statusBar());
+    EXPECT_THAT(windows(), ElementsAre(window.get(), second.get(), bar, alert.get()));
+    window->makeKeyAndVisible();
+    EXPECT_THAT(windows(), ElementsAre(second.get(), window.get(), bar, alert.get()));
+    window->setWindowLevel(UIWindowLevelAlert + 1);
+    EXPECT_THAT(windows(), ElementsAre(second.get(), bar, alert.get(), window.get()));
+}
+
+TEST_F(UIApplicationTest, TheKeyWindowGoesBackWhenAnAlertLeaves) {
+    EXPECT_TRUE(window->isKeyWindow());
+    const auto alert = shown(UIWindowLevelAlert);
+    EXPECT_EQ(application().keyWindow(), alert.get());
+    EXPECT_EQ(application().frontWindow(), alert.get());
+    alert->removeFromSuperview();
+    EXPECT_TRUE(window->isKeyWindow());
+    const auto panel = shown(UIWindowLevelAlert);
+    panel->setUserInteractionEnabled(false);
+    EXPECT_EQ(application().frontWindow(), window.get()) << "a panel that lets touches through";
+    window->setHidden(true);
+    panel->setHidden(true);
+    EXPECT_EQ(application().keyWindow(), nullptr);
+}
+
+TEST_F(UIApplicationTest, TheStatusBarLiesAlongTheEdgeThatIsUp) {
+    struct Case {
+        UIInterfaceOrientation orientation;
+        CGRect bar;
+        CGRect application;
+    };
+    const Case cases[] = {
+        {UIInterfaceOrientation::LandscapeRight, CGRectMake(300, 0, 20, 480),
+         CGRectMake(0, 0, 300, 480)},
+        {UIInterfaceOrientation::LandscapeLeft, CGRectMake(0, 0, 20, 480),
+         CGRectMake(20, 0, 300, 480)},
+        {UIInterfaceOrientation::Portrait, CGRectMake(0, 0, 320, 20), CGRectMake(0, 20, 320, 460)},
+    };
+    for (const auto& test : cases) {
+        application().setStatusBarOrientation(test.orientation, false);
+        EXPECT_EQ(application().statusBarFrame(), test.bar);
+        EXPECT_EQ(UIScreen::mainScreen().applicationFrame(), test.application);
+        application().setStatusBarHidden(true);
+        EXPECT_EQ(UIScreen::mainScreen().applicationFrame(), CGRectMake(0, 0, 320, 480));
+        application().setStatusBarHidden(false);
+    }
+}
+
+TEST_F(UIApplicationTest, TheClockChangesWithTheMinuteAndDrawsOnlyThen) {
+    const auto first = statusBar().clockText();
+    ASSERT_EQ(first.size(), 5U);
+    framesComposedIn(0.2);
+    int changes = 0;
+    auto last = first;
+    const int framesBefore = display().frames();
+    for (int second = 0; second < 180; ++second) {
+        framesComposedIn(1);
+        changes += statusBar().clockText() != last ? 1 : 0;
+        last = statusBar().clockText();
+    }
+    EXPECT_EQ(changes, 3);
+    EXPECT_EQ(display().frames() - framesBefore, 3);
+}
+
+TEST_F(UIApplicationTest, NetworkActivityTurnsOnlyWhileItIsSeen) {
+    framesComposedIn(0.2);
+    application().setNetworkActivityIndicatorVisible(true);
+    EXPECT_EQ(statusBar().accessibilityElement().value, "network activity");
+    EXPECT_NEAR(framesComposedIn(1), 12, 2);
+    application().setStatusBarHidden(true);
+    framesComposedIn(0.1);
+    EXPECT_EQ(framesComposedIn(1), 0);
+    application().setStatusBarHidden(false);
+    EXPECT_GT(framesComposedIn(1), 8);
+    application().setNetworkActivityIndicatorVisible(false);
+    framesComposedIn(0.2);
+    EXPECT_EQ(framesComposedIn(1), 0);
+}
+
+TEST_F(UIApplicationTest, StateChangesAreAnnouncedInThePhonesOrder) {
+    std::vector<std::string> names;
+    NSNotificationCenter::defaultCenter().addObserver(
+        this, UIApplicationDidBecomeActiveNotification, nullptr,
+        [&](const auto& note) { names.push_back(note.name); });
+    for (const auto* name :
+         {UIApplicationWillResignActiveNotification, UIApplicationDidEnterBackgroundNotification,
+          UIApplicationWillEnterForegroundNotification}) {
+        NSNotificationCenter::defaultCenter().addObserver(
+            this, name, nullptr, [&](const auto& note) { names.push_back(note.name); });
+    }
+    application().setState(UIApplicationState::Active);
+    application().setState(UIApplicationState::Active);
+    application().setState(UIApplicationState::Background);
+    application().setState(UIApplicationState::Active);
+    EXPECT_THAT(names, ElementsAre(UIApplicationDidBecomeActiveNotification,
+                                   UIApplicationWillResignActiveNotification,
+                                   UIApplicationDidEnterBackgroundNotification,
+                                   UIApplicationWillEnterForegroundNotification,
+                                   UIApplicationDidBecomeActiveNotification));
+    NSNotificationCenter::defaultCenter().removeObserver(this);
+}
+
+TEST_F(UIApplicationTest, TheDelegateHearsLaunchMemoryWarningAndEnd) {
+    class Delegate : public UIApplicationDelegate {
+    public:
+        explicit Delegate(std::vector<std::string>& events)
+            : events_(events) {}
+        void applicationDidFinishLaunching(UIApplication& application) override {
+            events_.emplace_back("launched");
+            application.setDelegate(nullptr);
+            events_.emplace_back("still here");
+        }
+        void applicationDidReceiveMemoryWarning(UIApplication&) override {
+            events_.emplace_back("memory");
+        }
+        void applicationWillTerminate(UIApplication&) override { events_.emplace_back("end"); }
+
+    private:
+        std::vector<std::string>& events_;
+    };
+    std::vector<std::string> events;
+    auto delegate = std::make_shared<Delegate>(events);
+    application().setDelegate(delegate);
+    application().finishLaunching();
+    application().setDelegate(std::move(delegate));
+    application().receiveMemoryWarning();
+    application().terminate();
+    EXPECT_THAT(events, ElementsAre("launched", "still here", "memory", "end"));
+}
+
+TEST_F(UIApplicationTest, AnotherScreenScaleIsTakenFromTheDisplay) {
+    UIApplication::resetSharedApplication();
+    display().setScale(2);
+    UIApplication::sharedApplication();
+    EXPECT_EQ(UIScreen::mainScreen().scale(), 2);
+    UIImage::setScreenScale(1);
+}
+
+}
+}
