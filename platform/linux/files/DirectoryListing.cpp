@@ -1,0 +1,41 @@
+#include "platform/linux/files/DirectoryListing.h"
+
+#include "platform/linux/files/PosixFailure.h"
+
+#include <dirent.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <memory>
+
+namespace vistrel {
+
+namespace {
+/// A folder of 1,000 names comes in one call.
+constexpr std::size_t kBufferSize = 64 * 1024;
+
+bool isSelfOrParent(const char* name) {
+    return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
+}
+}
+
+host::Result<std::vector<std::string>> namesInDirectory(int folder) {
+    const auto buffer = std::make_unique_for_overwrite<char[]>(kBufferSize);
+    std::vector<std::string> names;
+    for (;;) {
+        const long size = ::syscall(SYS_getdents64, folder, buffer.get(), kBufferSize);
+        if (size < 0)
+            return lastPosixFailure();
+        if (size == 0)
+            return names;
+        for (long at = 0; at < size;) {
+            const auto* entry = reinterpret_cast<const dirent64*>(buffer.get() + at);
+            if (!isSelfOrParent(entry->d_name))
+                names.emplace_back(entry->d_name);
+            at += entry->d_reclen;
+        }
+    }
+}
+
+}

@@ -1,0 +1,336 @@
+#include "platform/linux/network/SoupNetwork.h"
+
+#include "platform/linux/loop/GLibEventLoop.h"
+#include "platform/linux/network/CookieJar.h"
+#include "tests/linux/network/LoopbackServer.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <zlib.h>
+
+namespace vistrel {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+class TransferRecorder : public host::TransferClient {
+public:
+    bool transferWillRedirect(const host::TransferResponse& redirect,
+                              const std::string& url) override {
+        redirects.push_back(std::to_string(redirect.status) + " " + url);
+        return true;
+    }
+    void transferDidReceiveResponse(const host::TransferResponse& answer) override {
+        response = answer;
+        if (onResponse)
+            onResponse();
+    }
+    void transferDidReceiveData(std::span<const std::byte> bytes) override {
+        for (const std::byte byte : bytes)
+            body += static_cast<char>(byte);
+        largestChunk = std::max(largestChunk, bytes.size());
+        if (onData)
+            onData();
+    }
+    void transferDidFinish() override { finished = true; }
+    void transferDidFail(const host::TransferError& failure) override { error = failure; }
+    bool isOver() const { return finished || error; }
+
+    std::vector<std::string> redirects;
+    std::optional<host::TransferResponse> response;
+    std::string body;
+    std::size_t largestChunk = 0;
+    bool finished = false;
+    std::optional<host::TransferError> error;
+    std::function<void()> onResponse;
+    std::function<void()> onData;
+};
+
+std::string ok(const std::string& headers, const std::string& body) {
+    return "HTTP/1.1 200 OK\r\n" + headers + "\r\n" + body;
+}
+
+std::string sized(const std::string& headers, const std::string& body) {
+    return ok(headers + "Content-Length: " + std::to_string(body.size()) + "\r\n", body);
+}
+
+std::string redirectTo(const std::string& target, const std::string& headers = {}) {
+    return "HTTP/1.1 302 Found\r\nLocation: " + target + "\r\n" + headers +
+           "Content-Length: 5\r\n\r\nmoved";
+}
+
+std::string gzipped(const std::string& text) {
+    z_stream stream{};
+    deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, 15 + 16, 8, Z_DEFAULT_STRATEGY);
+    std::string packed(compressBound(text.size()) + 64, '\0');
+    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(text.data()));
+    stream.avail_in = static_cast<uInt>(text.size());
+    stream.next_out = reinterpret_cast<Bytef*>(packed.data());
+    stream.avail_out = static_cast<uInt>(packed.size());
+    deflate(&stream, Z_FINISH);
+    packed.resize(stream.total_out);
+    deflateEnd(&stream);
+    return packed;
+}
+
+class SoupNetworkTest : public ::testing::Test {
+protected:
+    /// Turns the loop until the condition holds, at most some seconds.
+    bool runUntil(const std::function<bool()>& condition, double atMost = 20) {
+        const double deadline = loop_.now() + atMost;
+        // Wakes the loop to look at the deadline, and at what the server's threads have done.
+        const guint tick = g_timeout_add(
+            2, [](gpointer) { return gboolean{G_SOURCE_CONTINUE}; }, nullptr);
+        while (!condition() && loop_.now() < deadline)
+            g_main_context_iteration(nullptr, TRUE);
+        g_source_remove(tick);
+        return condition();
+    }
+    host::TransferRequest get(const std::string& path) const {
+        host::TransferRequest request;
+        request.url = server_.url(path);
+        request.timeout = 10;
+        return request;
+    }
+    void fetch(host::TransferRequest request) {
+        recorder_ = {};
+        transfer_ = network_.start(std::move(request), recorder_);
+        ASSERT_FALSE(recorder_.isOver()) << "nothing may be reported from inside start";
+        ASSERT_TRUE(runUntil([&] { return recorder_.isOver(); }));
+        transfer_.reset();
+    }
+
+    GLibEventLoop loop_;
+    LoopbackServer server_;
+    SoupNetwork network_{loop_};
+    TransferRecorder recorder_;
+    std::unique_ptr<host::Transfer> transfer_;
+};
+
+TEST_F(SoupNetworkTest, DeliversHeadAndBodyAsTheServerSentThem) {
+    const std::string body(3'000'000, 'v');
+    server_.at("/film", sized("Content-Type: Video/MP4 ; codecs=x\r\nX-One: 1\r\n", body));
+    fetch(get("/film"));
+    ASSERT_TRUE(recorder_.finished) << recorder_.error->message;
+    EXPECT_EQ(recorder_.response->status, 200);
+    EXPECT_EQ(recorder_.response->mimeType, "Video/MP4") << "the case is the server's";
+    EXPECT_EQ(recorder_.response->expectedLength, 3'000'000);
+    EXPECT_EQ(recorder_.response->url, server_.url("/film"));
+    EXPECT_EQ(recorder_.body, body);
+    EXPECT_LE(recorder_.largestChunk, 512U * 1024);
+}
+
+TEST_F(SoupNetworkTest, AnswersOfUnknownLengthHaveNone) {
+    const std::string text(50'000, 'a');
+    server_.at("/gzip",
+               sized("Content-Type: text/html\r\nContent-Encoding: gzip\r\n", gzipped(text)));
+    server_.at("/chunked", ok("Transfer-Encoding: chunked\r\n", "3\r\nabc\r\n0\r\n\r\n"));
+    server_.at("/last", ok("", "until the end"));
+    const std::pair<const char*, std::string> cases[] = {
+        {"/gzip", text}, {"/chunked", "abc"}, {"/last", "until the end"}};
+    for (const auto& [path, body] : cases) {
+        SCOPED_TRACE(path);
+        fetch(get(path));
+        EXPECT_TRUE(recorder_.finished);
+        EXPECT_EQ(recorder_.response->expectedLength, -1);
+        EXPECT_EQ(recorder_.body, body);
+    }
+}
+
+TEST_F(SoupNetworkTest, WhatEndsEarlyIsALostConnection) {
+    server_.at("/last-short", ok("Content-Length: 100\r\n", "only this"));
+    server_.at("/last-chunk", ok("Transfer-Encoding: chunked\r\n", "a0\r\nonly this"));
+    server_.at("/last-head", "HTTP/1.1 200 OK\r\nContent-Le");
+    server_.at("/last-nothing", "");
+    server_.at("/last-gzip", ok("Content-Encoding: gzip\r\nContent-Length: 500\r\n",
+                                gzipped(std::string(9'000, 'q')).substr(0, 20)));
+    for (const char* path :
+         {"/last-short", "/last-chunk", "/last-head", "/last-nothing", "/last-gzip"}) {
+        SCOPED_TRACE(path);
+        fetch(get(path));
+        EXPECT_FALSE(recorder_.finished);
+        ASSERT_TRUE(recorder_.error);
+        EXPECT_EQ(recorder_.error->kind, host::TransferErrorKind::ConnectionLost)
+            << recorder_.error->message;
+    }
+}
+
+TEST_F(SoupNetworkTest, MoreThanAnnouncedIsCutAndHarmsNoLaterTransfer) {
+    server_.at("/more", ok("Content-Length: 4\r\n", "four and more"));
+    server_.at("/next", sized("", "next"));
+    fetch(get("/more"));
+    EXPECT_TRUE(recorder_.finished);
+    EXPECT_EQ(recorder_.body, "four");
+    fetch(get("/next"));
+    EXPECT_TRUE(recorder_.finished) << (recorder_.error ? recorder_.error->message : "");
+    EXPECT_EQ(recorder_.body, "next");
+}
+
+TEST_F(SoupNetworkTest, TimesOutWithoutAByteButNotWhileBytesCome) {
+    server_.at("/silent", [](const LoopbackConnection& connection) { connection.waitForClose(); });
+    server_.at("/stalls", [](const LoopbackConnection& connection) {
+        (void)connection.send(ok("Content-Length: 100\r\n", "some"));
+        connection.waitForClose();
+    });
+    for (const char* path : {"/silent", "/stalls"}) {
+        SCOPED_TRACE(path);
+        auto request = get(path);
+        request.timeout = 0.3;
+        const double start = loop_.now();
+        fetch(request);
+        ASSERT_TRUE(recorder_.error);
+        EXPECT_EQ(recorder_.error->kind, host::TransferErrorKind::TimedOut);
+        EXPECT_GE(loop_.now() - start, 0.3);
+        EXPECT_LT(loop_.now() - start, 3);
+        EXPECT_TRUE(runUntil([&] { return server_.isClosed(path); }));
+    }
+    server_.at("/drips", [](const LoopbackConnection& connection) {
+        (void)connection.send(ok("Content-Length: 12\r\n", ""));
+        for (int count = 0; count < 12; ++count) {
+            (void)connection.send("x");
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        }
+    });
+    auto request = get("/drips");
+    request.timeout = 0.6;
+    fetch(request);
+    EXPECT_TRUE(recorder_.finished);
+    EXPECT_EQ(recorder_.body, std::string(12, 'x'));
+}
+
+TEST_F(SoupNetworkTest, FollowsRedirectsHopByHop) {
+    server_.at("/a", redirectTo("/b?x=1#part"));
+    server_.at("/b?x=1", redirectTo(server_.url("/c")));
+    server_.at("/c", sized("Content-Type: audio/mpeg\r\n", "song"));
+    fetch(get("/a"));
+    EXPECT_TRUE(recorder_.finished);
+    EXPECT_EQ(recorder_.response->url, server_.url("/c"));
+    EXPECT_EQ(recorder_.body, "song") << "the body of a redirect answer is dropped";
+    EXPECT_THAT(recorder_.redirects,
+                ElementsAre("302 " + server_.url("/b?x=1#part"), "302 " + server_.url("/c")));
+}
+
+TEST_F(SoupNetworkTest, RedirectsThatLeadNowhereFail) {
+    struct Case {
+        const char* path;
+        const char* target;
+        host::TransferErrorKind kind;
+    };
+    using Kind = host::TransferErrorKind;
+    for (const Case each : {Case{"/loop", "/loop", Kind::TooManyRedirects},
+                            {"/file", "file:///etc/passwd", Kind::UnsupportedScheme},
+                            {"/ftp", "ftp://127.0.0.1/a", Kind::UnsupportedScheme},
+                            {"/data", "data:text/plain,x", Kind::UnsupportedScheme},
+                            {"/bad", "http://[::1/", Kind::BadURL}}) {
+        SCOPED_TRACE(each.path);
+        server_.at(each.path, redirectTo(each.target));
+        fetch(get(each.path));
+        ASSERT_TRUE(recorder_.error);
+        EXPECT_EQ(recorder_.error->kind, each.kind);
+        EXPECT_FALSE(recorder_.response);
+    }
+    EXPECT_EQ(recorder_.redirects.size(), 0U);
+}
+
+TEST_F(SoupNetworkTest, AddressesThatCannotBeFetchedFailAtTheNextTurn) {
+    using Kind = host::TransferErrorKind;
+    const std::pair<const char*, Kind> cases[] = {{"ftp://127.0.0.1/", Kind::UnsupportedScheme},
+                                                  {"file:///etc/passwd", Kind::UnsupportedScheme},
+                                                  {"http://", Kind::BadURL},
+                                                  {"http://127.0.0.1:1/", Kind::CannotConnect}};
+    for (const auto& [url, kind] : cases) {
+        SCOPED_TRACE(url);
+        host::TransferRequest request;
+        request.url = url;
+        fetch(request);
+        ASSERT_TRUE(recorder_.error);
+        EXPECT_EQ(recorder_.error->kind, kind) << recorder_.error->message;
+    }
+}
+
+TEST_F(SoupNetworkTest, CancellingClosesTheConnection) {
+    server_.at("/endless", [](const LoopbackConnection& connection) {
+        (void)connection.send(ok("Content-Type: video/mp4\r\nContent-Length: 9999999999\r\n", ""));
+        while (connection.send(std::string(65536, 'x'))) {
+        }
+    });
+    auto start = [&](const char* name) {
+        SCOPED_TRACE(name);
+        recorder_ = {};
+        transfer_ = network_.start(get("/endless"), recorder_);
+    };
+    start("from the head");
+    recorder_.onResponse = [&] {
+        transfer_.reset();
+    };
+    EXPECT_TRUE(runUntil([&] { return server_.isClosed("/endless"); }));
+    EXPECT_TRUE(recorder_.response);
+    EXPECT_EQ(recorder_.body, "");
+
+    server_.at("/other", [](const LoopbackConnection& connection) {
+        (void)connection.send(ok("Content-Length: 9999999999\r\n", "x"));
+        connection.waitForClose();
+    });
+    recorder_ = {};
+    transfer_ = network_.start(get("/other"), recorder_);
+    ASSERT_TRUE(runUntil([&] { return !recorder_.body.empty(); }));
+    transfer_.reset();
+    EXPECT_TRUE(runUntil([&] { return server_.isClosed("/other"); }));
+    EXPECT_FALSE(recorder_.isOver());
+}
+
+TEST_F(SoupNetworkTest, ConnectionsAreUsedAgain) {
+    server_.at("/page", sized("", "page"));
+    for (int count = 0; count < 5; ++count)
+        fetch(get("/page"));
+    EXPECT_EQ(server_.connections(), 1);
+}
+
+TEST_F(SoupNetworkTest, CookiesAreSentFreshForEachHopAndKeptOnlyWhenAsked) {
+    server_.at("/login", sized("Set-Cookie: session=one; Path=/\r\n", ""));
+    server_.at("/first", redirectTo("/second", "Set-Cookie: session=stolen; Path=/\r\n"));
+    server_.at("/second", sized("Set-Cookie: session=two; Path=/\r\n", "x"));
+    fetch(get("/login"));
+
+    auto probe = get("/first");
+    probe.cookies = host::CookieUse::SendOnly;
+    fetch(probe);
+    EXPECT_TRUE(recorder_.finished);
+    auto requests = server_.requests();
+    EXPECT_THAT(requests[1], HasSubstr("Cookie: session=one\r\n"));
+    EXPECT_THAT(requests[2], HasSubstr("Cookie: session=one\r\n"))
+        << "what a probe is told to set is dropped";
+
+    auto none = get("/second");
+    none.cookies = host::CookieUse::None;
+    fetch(none);
+    EXPECT_THAT(server_.requests().back(), Not(HasSubstr("Cookie:")));
+
+    fetch(get("/second"));
+    EXPECT_THAT(server_.requests().back(), HasSubstr("Cookie: session=one\r\n"));
+    fetch(get("/second"));
+    EXPECT_THAT(server_.requests().back(), HasSubstr("Cookie: session=two\r\n"));
+    GSList* cookies = soup_cookie_jar_all_cookies(sharedCookieJar());
+    for (GSList* each = cookies; each; each = each->next)
+        soup_cookie_jar_delete_cookie(sharedCookieJar(), static_cast<SoupCookie*>(each->data));
+    g_slist_free_full(cookies, reinterpret_cast<GDestroyNotify>(soup_cookie_free));
+}
+
+TEST_F(SoupNetworkTest, TheRequestCarriesWhatItWasGiven) {
+    server_.at("/post", sized("", "x"));
+    auto request = get("/post");
+    request.ignoresCache = true;
+    request.headers = {{"X-One", "1"}, {"User-Agent", "Mine/1"}};
+    fetch(request);
+    const std::string head = server_.requests().back();
+    EXPECT_THAT(head, HasSubstr("GET /post HTTP/1.1\r\n"));
+    EXPECT_THAT(head, HasSubstr("X-One: 1\r\n"));
+    EXPECT_THAT(head, HasSubstr("User-Agent: Mine/1\r\n"));
+    EXPECT_THAT(head, HasSubstr("Cache-Control: no-cache\r\n"));
+}
+
+}
+}
