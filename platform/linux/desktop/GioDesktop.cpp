@@ -1,0 +1,131 @@
+#include "platform/linux/desktop/GioDesktop.h"
+
+#include <cerrno>
+#include <memory>
+#include <utility>
+
+namespace vistrel {
+
+namespace {
+
+constexpr const char* kApplicationID = "org.vistrel.Vistrel";
+constexpr const char* kScreenSaverName = "org.freedesktop.ScreenSaver";
+constexpr const char* kScreenSaverPath = "/org/freedesktop/ScreenSaver";
+constexpr const char* kFeedbackName = "org.sigxcpu.Feedback";
+constexpr const char* kFeedbackPath = "/org/sigxcpu/Feedback";
+
+struct Freed {
+    void operator()(char* text) const { g_free(text); }
+};
+
+host::Failure noAccount() {
+    return {ENOTSUP, "No mail account is configured."};
+}
+
+}
+
+GioDesktop::GioDesktop(host::EventLoop& loop)
+    : loop_(loop)
+    , cancellable_(NativeReference<GCancellable>::adopt(g_cancellable_new())) {}
+
+GioDesktop::~GioDesktop() {
+    g_cancellable_cancel(cancellable_.get());
+    // The bus ends the inhibition when the process goes; this is for those that live on.
+    releaseInhibition();
+}
+
+GDBusConnection* GioDesktop::bus() {
+    if (!std::exchange(busAsked_, true)) {
+        bus_ = NativeReference<GDBusConnection>::adopt(
+            g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+        if (bus_)
+            g_dbus_connection_set_exit_on_close(bus_.get(), FALSE);
+    }
+    return bus_.get();
+}
+
+bool GioDesktop::canOpenURL(const std::string& url) {
+    const std::unique_ptr<char, Freed> scheme(g_uri_parse_scheme(url.c_str()));
+    if (!scheme)
+        return false;
+    const auto handler =
+        NativeReference<GAppInfo>::adopt(g_app_info_get_default_for_uri_scheme(scheme.get()));
+    return static_cast<bool>(handler);
+}
+
+bool GioDesktop::openURL(const std::string& url) {
+    if (!canOpenURL(url))
+        return false;
+    g_app_info_launch_default_for_uri_async(url.c_str(), nullptr, nullptr, nullptr, nullptr);
+    return true;
+}
+
+void GioDesktop::setIdleTimerDisabled(bool disabled) {
+    if (idleTimerDisabled_ == disabled)
+        return;
+    idleTimerDisabled_ = disabled;
+    if (disabled)
+        inhibit();
+    else
+        releaseInhibition();
+}
+
+void GioDesktop::inhibit() {
+    if (inhibiting_ || inhibitionCookie_ != 0 || !bus())
+        return;
+    inhibiting_ = true;
+    g_dbus_connection_call(bus(), kScreenSaverName, kScreenSaverPath, kScreenSaverName, "Inhibit",
+                           g_variant_new("(ss)", kApplicationID, "Playing"), G_VARIANT_TYPE("(u)"),
+                           G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, cancellable_.get(), inhibited,
+                           this);
+}
+
+void GioDesktop::inhibited(GObject* bus, GAsyncResult* result, gpointer self) {
+    GError* error = nullptr;
+    GVariant* answer = g_dbus_connection_call_finish(G_DBUS_CONNECTION(bus), result, &error);
+    const bool cancelled = g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED);
+    g_clear_error(&error);
+    if (cancelled)
+        return;
+    auto* desktop = static_cast<GioDesktop*>(self);
+    desktop->inhibiting_ = false;
+    if (!answer)
+        return;
+    g_variant_get(answer, "(u)", &desktop->inhibitionCookie_);
+    g_variant_unref(answer);
+    if (!desktop->idleTimerDisabled_)
+        desktop->releaseInhibition();
+}
+
+void GioDesktop::releaseInhibition() {
+    const guint32 cookie = std::exchange(inhibitionCookie_, 0);
+    if (cookie == 0 || !bus())
+        return;
+    g_dbus_connection_call(bus(), kScreenSaverName, kScreenSaverPath, kScreenSaverName, "UnInhibit",
+                           g_variant_new("(u)", cookie), nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START,
+                           -1, nullptr, nullptr, nullptr);
+}
+
+void GioDesktop::vibrate() {
+    if (!bus())
+        return;
+    g_dbus_connection_call(
+        bus(), kFeedbackName, kFeedbackPath, kFeedbackName, "TriggerFeedback",
+        g_variant_new("(ssa{sv}i)", kApplicationID, "button-pressed", nullptr, -1), nullptr,
+        G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr, nullptr, nullptr);
+}
+
+bool GioDesktop::canSendMail() {
+    return false;
+}
+
+void GioDesktop::sendMail(host::OutgoingMail, std::function<void(double fraction)>,
+                          std::function<void(host::Status)> done) {
+    loop_.schedule(0, [done = std::move(done)] { done(noAccount()); });
+}
+
+host::Status GioDesktop::saveDraft(const host::OutgoingMail&) {
+    return noAccount();
+}
+
+}

@@ -1,0 +1,44 @@
+#pragma once
+#include "platform/host/Desktop.h"
+#include "platform/host/EventLoop.h"
+#include "platform/linux/NativeReference.h"
+
+#include <gio/gio.h>
+
+namespace vistrel {
+
+/// The desktop's services over GIO and the session bus. Each is absent without harm: nothing is
+/// started for it, and nothing is waited for.
+class GioDesktop : public host::Desktop {
+public:
+    explicit GioDesktop(host::EventLoop& loop);
+    ~GioDesktop() override;
+    GioDesktop(const GioDesktop&) = delete;
+    GioDesktop& operator=(const GioDesktop&) = delete;
+
+    bool canOpenURL(const std::string& url) override;
+    bool openURL(const std::string& url) override;
+    void setIdleTimerDisabled(bool disabled) override;
+    void vibrate() override;
+    bool canSendMail() override;
+    void sendMail(host::OutgoingMail mail, std::function<void(double fraction)> progress,
+                  std::function<void(host::Status)> done) override;
+    host::Status saveDraft(const host::OutgoingMail& mail) override;
+
+private:
+    /// Null without a session bus.
+    GDBusConnection* bus();
+    void inhibit();
+    void releaseInhibition();
+    static void inhibited(GObject* bus, GAsyncResult* result, gpointer self);
+
+    host::EventLoop& loop_;
+    NativeReference<GDBusConnection> bus_;
+    NativeReference<GCancellable> cancellable_;
+    bool busAsked_ = false;
+    bool idleTimerDisabled_ = false;
+    bool inhibiting_ = false;      ///< asked for, the answer is not here yet
+    guint32 inhibitionCookie_ = 0; ///< 0: none
+};
+
+}
