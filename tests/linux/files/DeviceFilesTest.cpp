@@ -1,0 +1,322 @@
+#include "platform/linux/files/DeviceFiles.h"
+
+#include "platform/linux/files/DeviceRoot.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <signal.h>
+#include <stdlib.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
+namespace vistrel {
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::UnorderedElementsAre;
+
+std::string temporaryFolder(const fs::path& in) {
+    std::string pattern = (in / "vistrel-XXXXXX").string();
+    return ::mkdtemp(pattern.data());
+}
+
+void put(const std::string& path, const std::string& text = {}) {
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+std::string contents(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::vector<std::string> names(const std::string& folder) {
+    std::vector<std::string> found;
+    for (const auto& entry : fs::directory_iterator(folder))
+        found.push_back(entry.path().filename());
+    return found;
+}
+
+int codeOf(const host::Status& status) {
+    return status ? 0 : status.failure().code;
+}
+
+std::span<const std::byte> bytesOf(const std::string& text) {
+    return std::as_bytes(std::span(text));
+}
+
+/// Each test runs with both ways of walking paths.
+class DeviceFilesTest : public ::testing::TestWithParam<PathResolver::Walk> {
+protected:
+    ~DeviceFilesTest() override {
+        fs::remove_all(base_);
+        fs::remove_all(other_);
+    }
+    std::string at(const std::string& path) const { return root_ + path; }
+
+    std::string base_ = temporaryFolder(fs::temp_directory_path());
+    std::string root_ = base_ + "/device";
+    std::string other_ = temporaryFolder("/dev/shm");
+    bool made_ = prepareDeviceRoot(root_).ok();
+    DeviceFiles files_{root_, GetParam()};
+};
+
+TEST_P(DeviceFilesTest, APreparedDeviceHasTheShippedFoldersButNoDownloads) {
+    ASSERT_TRUE(made_);
+    EXPECT_TRUE(files_.info("/var/mobile/Library/Caches").value().isDirectory);
+    EXPECT_TRUE(files_.info("/var/root/Library").value().isDirectory);
+    EXPECT_EQ(files_.info("/var/mobile/Library/Downloads").failure().code, ENOENT);
+    put(at("/var/mobile/Media/kept"), "kept");
+    EXPECT_TRUE(prepareDeviceRoot(root_));
+    EXPECT_EQ(contents(at("/var/mobile/Media/kept")), "kept");
+}
+
+TEST_P(DeviceFilesTest, ListsInTheOrderOfTheFolderWithNamesAsBytes) {
+    for (const char* name : {"b.mp4", "a.mp3", ".hidden", "bad\xff.mp4"})
+        put(at("/var/mobile/Media/") + name);
+    fs::create_directory(at("/var/mobile/Media/folder.mp4"));
+    std::vector<std::string> order;
+    DIR* folder = ::opendir(at("/var/mobile/Media").c_str());
+    while (const dirent* entry = ::readdir(folder)) {
+        const std::string name = entry->d_name;
+        if (name != "." && name != "..")
+            order.push_back(name);
+    }
+    ::closedir(folder);
+    EXPECT_EQ(files_.list("/var/mobile/Media/").value(), order);
+    EXPECT_EQ(order.size(), 5U);
+    EXPECT_EQ(files_.list("/nowhere").failure().code, ENOENT);
+    EXPECT_EQ(files_.list("/var/mobile/Media/b.mp4").failure().code, ENOTDIR);
+}
+
+TEST_P(DeviceFilesTest, NothingIsMadeOrReadThroughALinkThatLeadsOut) {
+    const std::string outside = base_ + "/outside";
+    fs::create_directory(outside);
+    put(outside + "/secret", "secret");
+    fs::create_directory_symlink(outside, at("/var/mobile/Library/Downloads"));
+    fs::create_directory_symlink("../../../../../outside", at("/var/mobile/Media/relative"));
+    fs::create_symlink(outside + "/secret", at("/var/mobile/Media/link.mp4"));
+    for (const char* path :
+         {"/var/mobile/Library/Downloads/x.mp4", "/var/mobile/Media/relative/x.mp4",
+          "/../../outside/x.mp4", "/var/../../../outside/x.mp4"}) {
+        SCOPED_TRACE(path);
+        (void)files_.createFile(path);
+        (void)files_.createDirectory(path, true);
+        (void)files_.writeAtomically(path, bytesOf("x"));
+        EXPECT_FALSE(files_.openForUpdating(path));
+    }
+    EXPECT_FALSE(files_.read("/var/mobile/Library/Downloads/secret"));
+    EXPECT_FALSE(files_.read("/var/mobile/Media/link.mp4"));
+    EXPECT_FALSE(files_.openForUpdating("/var/mobile/Media/link.mp4"));
+    EXPECT_THAT(names(outside), ElementsAre("secret"));
+    EXPECT_EQ(contents(outside + "/secret"), "secret");
+}
+
+TEST_P(DeviceFilesTest, ACreatedFileTakesThePlaceOfWhateverHadTheName) {
+    const std::string path = "/var/mobile/Media/clip.mp4";
+    put(at("/var/mobile/Media/target"), "target");
+    put(at(path), "an old, long and executable content");
+    ::chmod(at(path).c_str(), 0755);
+    fs::create_hard_link(at(path), at("/var/mobile/Media/other-name"));
+    ASSERT_TRUE(files_.createFile(path));
+    struct stat attributes {};
+    ASSERT_EQ(::lstat(at(path).c_str(), &attributes), 0);
+    EXPECT_EQ(attributes.st_size, 0);
+    EXPECT_EQ(attributes.st_mode & 0111U, 0U) << "never executable";
+    EXPECT_EQ(contents(at("/var/mobile/Media/other-name")), "an old, long and executable content");
+
+    fs::remove(at(path));
+    fs::create_symlink("target", at(path));
+    ASSERT_TRUE(files_.createFile(path));
+    auto stream = files_.openForUpdating(path);
+    ASSERT_TRUE(stream);
+    ASSERT_TRUE(stream.value()->write(bytesOf("new")));
+    EXPECT_TRUE(stream.value()->close());
+    EXPECT_EQ(contents(at("/var/mobile/Media/target")), "target");
+    EXPECT_EQ(contents(at(path)), "new");
+
+    fs::create_directory(at("/var/mobile/Media/folder.mp4"));
+    EXPECT_EQ(codeOf(files_.createFile("/var/mobile/Media/folder.mp4")), EISDIR);
+    EXPECT_EQ(codeOf(files_.createFile("/var/mobile/Missing/a.mp4")), ENOENT);
+    for (const char* none : {"/", "/var/..", "/var/.", ""})
+        EXPECT_NE(codeOf(files_.createFile(none)), 0) << none;
+    EXPECT_THAT(names(at("/var/mobile/Media")),
+                UnorderedElementsAre("clip.mp4", "other-name", "target", "folder.mp4"))
+        << "no temporary file stays behind";
+}
+
+TEST_P(DeviceFilesTest, AppendsAtTheEnd) {
+    put(at("/var/mobile/Media/a"), "one ");
+    auto stream = files_.openForUpdating("/var/mobile/Media/a");
+    ASSERT_TRUE(stream);
+    EXPECT_EQ(stream.value()->seekToEnd().value(), 4);
+    EXPECT_TRUE(stream.value()->write(bytesOf("two")));
+    EXPECT_TRUE(stream.value()->close());
+    EXPECT_EQ(contents(at("/var/mobile/Media/a")), "one two");
+}
+
+TEST_P(DeviceFilesTest, OnlyRegularFilesAreOpenedAndAPipeBlocksNothing) {
+    ASSERT_EQ(::mkfifo(at("/tmp/pipe").c_str(), 0600), 0);
+    EXPECT_FALSE(files_.openForUpdating("/tmp/pipe"));
+    EXPECT_FALSE(files_.read("/tmp/pipe"));
+    EXPECT_EQ(files_.read("/tmp").failure().code, EISDIR);
+    EXPECT_EQ(files_.openForUpdating("/tmp/none").failure().code, ENOENT);
+}
+
+TEST_P(DeviceFilesTest, AFullDiskIsReportedByTheWriteThatDidNotFit) {
+    ASSERT_TRUE(files_.createFile("/tmp/film"));
+    auto stream = files_.openForUpdating("/tmp/film");
+    ASSERT_TRUE(stream);
+    rlimit before{};
+    ::getrlimit(RLIMIT_FSIZE, &before);
+    ::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{100'000, before.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &small);
+    const std::string chunk(60'000, 'x');
+    const int first = codeOf(stream.value()->write(bytesOf(chunk)));
+    const int second = codeOf(stream.value()->write(bytesOf(chunk)));
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_EQ(first, 0);
+    EXPECT_EQ(second, EFBIG);
+}
+
+TEST_P(DeviceFilesTest, AMoveNeverReplacesAFile) {
+    put(at("/tmp/a.mp4"), "mine");
+    put(at("/var/mobile/Media/a.mp4"), "yours");
+    EXPECT_EQ(codeOf(files_.move("/tmp/a.mp4", "/var/mobile/Media/a.mp4")), EEXIST);
+    EXPECT_EQ(contents(at("/tmp/a.mp4")), "mine");
+    EXPECT_EQ(contents(at("/var/mobile/Media/a.mp4")), "yours");
+    EXPECT_TRUE(files_.move("/tmp/a.mp4", "/var/mobile/Media/b.mp4"));
+    EXPECT_EQ(contents(at("/var/mobile/Media/b.mp4")), "mine");
+    EXPECT_EQ(codeOf(files_.move("/tmp/a.mp4", "/var/mobile/Media/c.mp4")), ENOENT);
+}
+
+/// A folder of the device that lies on another file system, as a mount would.
+class AcrossFileSystemsTest : public DeviceFilesTest {
+protected:
+    AcrossFileSystemsTest() {
+        // The tests may not mount: the roots change places instead.
+        fs::create_directories(other_ + "/inbox");
+    }
+    /// Moves between the two file systems through the machine's root as the device's.
+    DeviceFiles whole_{"/", GetParam()};
+};
+
+TEST_P(AcrossFileSystemsTest, AMoveIsWholeAndKeepsTheTime) {
+    struct stat here {};
+    struct stat there {};
+    ASSERT_EQ(::stat(root_.c_str(), &here), 0);
+    ASSERT_EQ(::stat(other_.c_str(), &there), 0);
+    if (here.st_dev == there.st_dev)
+        GTEST_SKIP() << "the machine has one file system only";
+    const std::string source = other_ + "/inbox/clip.mp4";
+    const std::string target = at("/var/mobile/Media/clip.mp4");
+    std::string body(3'000'000, 'v');
+    body[2'000'000] = '\0';
+    put(source, body);
+    ::chmod(source.c_str(), 0755);
+    const timespec times[2] = {{1'200'000'000, 0}, {1'200'000'000, 0}};
+    ::utimensat(AT_FDCWD, source.c_str(), times, 0);
+    EXPECT_TRUE(whole_.move(source, target));
+    EXPECT_FALSE(fs::exists(source));
+    EXPECT_EQ(contents(target), body);
+    struct stat attributes {};
+    ::stat(target.c_str(), &attributes);
+    EXPECT_EQ(attributes.st_mtime, 1'200'000'000);
+    EXPECT_EQ(attributes.st_mode & 0111U, 0U);
+
+    put(source, "another");
+    EXPECT_EQ(codeOf(whole_.move(source, target)), EEXIST);
+    EXPECT_EQ(contents(source), "another");
+    EXPECT_EQ(contents(target), body);
+    EXPECT_THAT(names(at("/var/mobile/Media")), ElementsAre("clip.mp4"));
+}
+
+TEST_P(AcrossFileSystemsTest, AMoveThatDoesNotFitLeavesTheFileWhole) {
+    const std::string source = other_ + "/inbox/clip.mp4";
+    put(source, std::string(300'000, 'v'));
+    rlimit before{};
+    ::getrlimit(RLIMIT_FSIZE, &before);
+    ::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{100'000, before.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &small);
+    const int code = codeOf(whole_.move(source, at("/var/mobile/Media/clip.mp4")));
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_EQ(code, EFBIG);
+    EXPECT_EQ(fs::file_size(source), 300'000U);
+    EXPECT_THAT(names(at("/var/mobile/Media")), IsEmpty());
+}
+
+TEST_P(AcrossFileSystemsTest, AFolderMovesWithAllThatIsInIt) {
+    const std::string source = other_ + "/inbox/series.mp4";
+    fs::create_directories(source + "/one/two");
+    put(source + "/one/two/a", "a");
+    put(source + "/b", "b");
+    fs::create_symlink("b", source + "/link");
+    EXPECT_TRUE(whole_.move(source, at("/var/mobile/Media/series.mp4")));
+    EXPECT_FALSE(fs::exists(source));
+    EXPECT_EQ(contents(at("/var/mobile/Media/series.mp4/one/two/a")), "a");
+    EXPECT_EQ(fs::read_symlink(at("/var/mobile/Media/series.mp4/link")), "b");
+}
+
+TEST_P(DeviceFilesTest, RemovesFoldersWithTheirContentAndLinksWithoutTheirTargets) {
+    const std::string outside = base_ + "/outside";
+    fs::create_directory(outside);
+    put(outside + "/kept");
+    fs::create_directories(at("/tmp/folder.mp4/deep/deeper"));
+    put(at("/tmp/folder.mp4/deep/file"));
+    fs::create_directory_symlink(outside, at("/tmp/folder.mp4/link"));
+    EXPECT_TRUE(files_.remove("/tmp/folder.mp4/"));
+    EXPECT_THAT(names(at("/tmp")), IsEmpty());
+    EXPECT_THAT(names(outside), ElementsAre("kept"));
+    EXPECT_EQ(codeOf(files_.remove("/tmp/none")), ENOENT);
+    EXPECT_NE(codeOf(files_.remove("/")), 0);
+    EXPECT_NE(codeOf(files_.remove("/tmp/..")), 0);
+    EXPECT_TRUE(files_.info("/var").value().isDirectory);
+}
+
+TEST_P(DeviceFilesTest, WritesAtomicallyReadsBackAndSetsTimes) {
+    const std::string path = "/var/mobile/Library/Caches/host/page";
+    EXPECT_EQ(codeOf(files_.writeAtomically(path, bytesOf("x"))), ENOENT);
+    ASSERT_TRUE(files_.createDirectory("/var/mobile/Library/Caches/host", true));
+    ASSERT_TRUE(files_.createDirectory("/var/mobile/Library/Caches/host", true));
+    EXPECT_EQ(codeOf(files_.createDirectory("/var/mobile/Library/Caches/host", false)), EEXIST);
+    EXPECT_EQ(codeOf(files_.createDirectory("/new/deep", false)), ENOENT);
+    EXPECT_TRUE(files_.createDirectory("/new/deep/deeper", true));
+    EXPECT_TRUE(files_.info("/new/deep/deeper").value().isDirectory);
+    const std::string text("zero \0 and more", 15);
+    ASSERT_TRUE(files_.writeAtomically(path, bytesOf("old")));
+    ASSERT_TRUE(files_.writeAtomically(path, bytesOf(text)));
+    const auto read = files_.read(path);
+    ASSERT_TRUE(read);
+    EXPECT_TRUE(std::ranges::equal(read.value(), bytesOf(text)));
+    ASSERT_TRUE(files_.setTimes(path, 1'234'567'890));
+    EXPECT_EQ(files_.info(path).value().modificationTime, 1'234'567'890);
+    EXPECT_EQ(files_.info(path).value().size, 15);
+    EXPECT_EQ(files_.machinePath(path), at(path));
+    EXPECT_EQ(files_.machinePath("/../../etc/passwd"), at("/etc/passwd"));
+}
+
+std::string walkName(const ::testing::TestParamInfo<PathResolver::Walk>& info) {
+    return info.param == PathResolver::Walk::ByKernel ? "ByKernel" : "ByComponents";
+}
+
+INSTANTIATE_TEST_SUITE_P(Walks, DeviceFilesTest,
+                         ::testing::Values(PathResolver::Walk::ByKernel,
+                                           PathResolver::Walk::ByComponents),
+                         walkName);
+INSTANTIATE_TEST_SUITE_P(Walks, AcrossFileSystemsTest,
+                         ::testing::Values(PathResolver::Walk::ByKernel,
+                                           PathResolver::Walk::ByComponents),
+                         walkName);
+
+}
+}
