@@ -1,0 +1,261 @@
+#include "catalogue/ABTableViewCell.h"
+#include "catalogue/ABTableViewCellOpaque.h"
+#include "catalogue/ABTableViewCellOpaqueView.h"
+#include "catalogue/ABTableViewCellView.h"
+#include "catalogue/MoviesTableViewCell.h"
+#include "catalogue/TVShowsTableViewCell.h"
+#include "platform/graphics/CGContext.h"
+#include "platform/graphics/ImageFile.h"
+#include "platform/graphics/UIImage.h"
+#include "platform/uikit/ImageRenderer.h"
+#include "tests/uikit/ScreenTest.h"
+
+#include <filesystem>
+#include <optional>
+
+namespace vistrel {
+namespace {
+
+constexpr std::uint32_t kBlue = 0xff102040;
+constexpr std::uint32_t kGreen = 0xff206030;
+
+/// The smallest rectangle around the pixels that match, as left, top, right, bottom (inclusive).
+struct Extent {
+    int left, top, right, bottom;
+};
+
+template <typename Matches>
+std::optional<Extent> extentOf(const Bitmap& bitmap, Matches matches) {
+    std::optional<Extent> found;
+    for (int y = 0; y < bitmap.height(); ++y) {
+        for (int x = 0; x < bitmap.width(); ++x) {
+            if (!matches(bitmap.pixel(x, y)))
+                continue;
+            if (!found)
+                found = Extent{x, y, x, y};
+            *found = {std::min(found->left, x), std::min(found->top, y), std::max(found->right, x),
+                      std::max(found->bottom, y)};
+        }
+    }
+    return found;
+}
+
+class CatalogueCellTest : public ScreenTest {
+protected:
+    static std::shared_ptr<Bitmap> paint(UIView& view) { return renderViewToBitmap(view, 1); }
+};
+
+/// A cell that fills what it is asked to draw.
+template <typename Base>
+class FillingCell : public Base {
+public:
+    FillingCell()
+        : Base(UITableViewCellStyle::Default, "Cell") {}
+    void drawContentView(const CGRect& rect) override {
+        ++drawn;
+        lastRect = rect;
+        UIColor::redColor().set();
+        CGContextFillRect(UIGraphicsGetCurrentContext(), rect);
+    }
+    int drawn = 0;
+    CGRect lastRect;
+};
+
+template <typename Base>
+void drawsOverItsFullBounds(bool opaque) {
+    auto cell = std::make_shared<FillingCell<Base>>();
+    EXPECT_EQ(cell->contentView()->superview(), cell.get());
+    EXPECT_EQ(cell->contentView()->isOpaque(), opaque);
+    EXPECT_TRUE(cell->contentView()->frame().isEmpty());
+    cell->setFrame(CGRectMake(10, 500, 200, 60));
+    EXPECT_EQ(cell->contentView()->frame(), CGRectMake(0, 0, 200, 60));
+    auto picture = renderViewToBitmap(*cell, 1);
+    EXPECT_EQ(cell->lastRect, CGRectMake(0, 0, 200, 60));
+    EXPECT_EQ(picture->pixel(199, 59), 0xffff0000U);
+    cell->setFrame(CGRectMake(10, 900, 200, 60));
+    renderViewToBitmap(*cell, 1);
+    EXPECT_EQ(cell->drawn, 1) << "moving draws nothing";
+    cell->setNeedsDisplay();
+    renderViewToBitmap(*cell, 1);
+    EXPECT_EQ(cell->drawn, 2);
+    cell->setHighlighted(true, false);
+    renderViewToBitmap(*cell, 1);
+    EXPECT_EQ(cell->drawn, 3) << "rows read the highlight while they draw";
+    cell->setHighlighted(true, false);
+    renderViewToBitmap(*cell, 1);
+    EXPECT_EQ(cell->drawn, 3);
+}
+
+TEST_F(CatalogueCellTest, OneViewDrawsTheWholeRow) {
+    drawsOverItsFullBounds<ABTableViewCell>(false);
+    drawsOverItsFullBounds<ABTableViewCellOpaque>(true);
+}
+
+TEST_F(CatalogueCellTest, ABareCellShowsOnlyWhatIsBehindIt) {
+    auto cell = std::make_shared<ABTableViewCell>(UITableViewCellStyle::Default, "Cell");
+    cell->setFrame(CGRectMake(0, 0, 50, 20));
+    EXPECT_EQ(extentOf(*paint(*cell), [](auto pixel) { return pixel != 0; }), std::nullopt);
+}
+
+class TVShowsTableViewCellTest : public CatalogueCellTest {
+protected:
+    TVShowsTableViewCellTest() {
+        cell = std::make_shared<TVShowsTableViewCell>("Cell");
+        cell->setFrame(CGRectMake(0, 0, 265, 50));
+        cell->setBackgroundImage(plainImage(250, 44, kBlue));
+        cell->setSelectedBackgroundImage(plainImage(250, 44, kGreen));
+    }
+    std::shared_ptr<Bitmap> content() { return paint(*cell->contentView()); }
+
+    std::shared_ptr<TVShowsTableViewCell> cell;
+};
+
+TEST_F(TVShowsTableViewCellTest, ThePictureLiesAtTheCornerOverWhiteOrNothing) {
+    auto normal = content();
+    EXPECT_EQ(normal->pixel(0, 0), kBlue);
+    EXPECT_EQ(normal->pixel(249, 43), kBlue);
+    EXPECT_EQ(normal->pixel(250, 10), 0xffffffffU);
+    EXPECT_EQ(normal->pixel(10, 44), 0xffffffffU);
+    cell->setHighlighted(true, false);
+    auto highlighted = content();
+    EXPECT_EQ(highlighted->pixel(0, 0), kGreen);
+    EXPECT_EQ(highlighted->pixel(249, 43), kGreen);
+    EXPECT_EQ(highlighted->pixel(250, 10), 0U) << "clear, though the view is opaque";
+    cell->setHighlighted(false, false);
+    EXPECT_EQ(content()->pixel(250, 10), 0xffffffffU);
+}
+
+TEST_F(TVShowsTableViewCellTest, AMissingPictureLeavesItsAreaEmpty) {
+    cell->setBackgroundImage(nullptr);
+    cell->setSelectedBackgroundImage(nullptr);
+    EXPECT_EQ(content()->pixel(5, 5), 0xffffffffU);
+    cell->setHighlighted(true, false);
+    EXPECT_EQ(content()->pixel(5, 5), 0U);
+}
+
+TEST_F(TVShowsTableViewCellTest, TheTitleStandsInItsBoxAndEndsWithAnEllipsisWhenItIsLonger) {
+    const auto isText = [](std::uint32_t pixel) {
+        return (pixel & 0xff) > 0x60;
+    };
+    cell->setBackgroundImage(plainImage(265, 50, kBlue));
+    cell->setTvShowText("MMMM");
+    const auto shortTitle = extentOf(*content(), isText);
+    ASSERT_TRUE(shortTitle);
+    EXPECT_GE(shortTitle->left, 12);
+    EXPECT_LE(shortTitle->left, 16);
+    EXPECT_GE(shortTitle->top, 9);
+    EXPECT_GT(shortTitle->bottom, 20) << "the box's height does not cut the line";
+    EXPECT_LT(shortTitle->right, 120);
+
+    cell->setTvShowText("MMMM MMMM MMMM MMMM MMMM MMMM MMMM");
+    const auto longTitle = extentOf(*content(), isText);
+    EXPECT_LT(longTitle->right, 232);
+    EXPECT_GT(longTitle->right, 190);
+    EXPECT_LE(longTitle->bottom, shortTitle->bottom + 1) << "one line";
+    // Where it is cut, only the dots at the line's foot are left.
+    const auto picture = content();
+    const auto lastColumns = extentOf(*picture, isText);
+    bool high = false;
+    for (int x = lastColumns->right - 3; x <= lastColumns->right; ++x)
+        for (int y = shortTitle->top; y < shortTitle->bottom - 4; ++y)
+            high = high || isText(picture->pixel(x, y));
+    EXPECT_FALSE(high);
+}
+
+TEST_F(TVShowsTableViewCellTest, TextIsFaintUntilTheRowIsHighlighted) {
+    cell->setBackgroundImage(plainImage(265, 50, 0xff000000));
+    cell->setSelectedBackgroundImage(plainImage(265, 50, 0xff000000));
+    cell->setTvShowText("MMMM");
+    const auto brightest = [&] {
+        std::uint32_t most = 0;
+        const auto picture = content();
+        for (int x = 12; x < 100; ++x)
+            for (int y = 9; y < 40; ++y)
+                most = std::max(most, picture->pixel(x, y) & 0xff);
+        return most;
+    };
+    EXPECT_NEAR(brightest(), 204, 2) << "alpha 0.8 over black";
+    cell->setHighlighted(true, false);
+    EXPECT_GE(brightest(), 253U);
+}
+
+class MoviesTableViewCellTest : public CatalogueCellTest {
+protected:
+    MoviesTableViewCellTest() {
+        folder = std::filesystem::temp_directory_path() / "vistrel-movie-cell";
+        std::filesystem::create_directories(folder);
+        cell = std::make_shared<MoviesTableViewCell>("Cell");
+        cell->setFrame(CGRectMake(0, 0, 320, 160));
+    }
+    ~MoviesTableViewCellTest() override { std::filesystem::remove_all(folder); }
+    std::shared_ptr<Bitmap> content() { return paint(*cell->contentView()); }
+    // Edges are half transparent; only the light colour has that much green.
+    static bool isLight(std::uint32_t pixel) { return (pixel >> 8 & 0xff) > 0x30; }
+    static bool isDark(std::uint32_t pixel) { return pixel == 0xff1a1a1a; }
+
+    std::filesystem::path folder;
+    std::shared_ptr<MoviesTableViewCell> cell;
+};
+
+TEST_F(MoviesTableViewCellTest, TheTopLineHasALightEdgeAboveAndTheBottomBlockOneBelow) {
+    cell->setTopTextLabel("HHH");
+    const auto topLight = extentOf(*content(), isLight);
+    const auto topDark = extentOf(*content(), isDark);
+    ASSERT_TRUE(topLight && topDark);
+    EXPECT_EQ(topLight->top, topDark->top - 1);
+    EXPECT_LT(topLight->bottom, topDark->bottom);
+    EXPECT_GE(topDark->top, 55);
+    EXPECT_NEAR(topDark->left - 75, 250 - topDark->right, 3) << "centred";
+
+    cell->setTopTextLabel("");
+    cell->setBottomTextLabel("HHH");
+    const auto bottomLight = extentOf(*content(), isLight);
+    const auto bottomDark = extentOf(*content(), isDark);
+    ASSERT_TRUE(bottomLight && bottomDark);
+    EXPECT_EQ(bottomLight->bottom, bottomDark->bottom + 1);
+    EXPECT_GT(bottomLight->top, bottomDark->top);
+    EXPECT_EQ(bottomDark->top - topDark->top, 80 - 55);
+}
+
+TEST_F(MoviesTableViewCellTest, LongTopTextIsCutAndLongBottomTextWraps) {
+    cell->setTopTextLabel("HHHH HHHH HHHH HHHH HHHH");
+    const auto top = extentOf(*content(), isDark);
+    EXPECT_LT(top->right, 250);
+    EXPECT_LT(top->bottom - top->top, 20) << "one line";
+    cell->setTopTextLabel("");
+    cell->setBottomTextLabel("HHHH HHHH HHHH HH");
+    const auto bottom = extentOf(*content(), isDark);
+    EXPECT_GE(bottom->left, 75);
+    EXPECT_LT(bottom->right, 250);
+    EXPECT_GT(bottom->bottom - bottom->top, 25) << "two lines";
+    EXPECT_NEAR(bottom->left - 75, 250 - bottom->right, 4) << "centred";
+}
+
+TEST_F(MoviesTableViewCellTest,
+       WithoutItsPictureTheCardIsTransparentAndTheHighlightChangesNothing) {
+    cell->setTopTextLabel("Now Showing:");
+    cell->setBottomTextLabel("\"A\" Movies");
+    const auto before = content();
+    EXPECT_EQ(before->pixel(0, 0), 0U);
+    EXPECT_EQ(before->pixel(160, 20), 0U);
+    cell->setHighlighted(true, false);
+    const auto after = content();
+    for (int y = 0; y < before->height(); ++y)
+        for (int x = 0; x < before->width(); ++x)
+            ASSERT_EQ(before->pixel(x, y), after->pixel(x, y));
+}
+
+TEST_F(MoviesTableViewCellTest, TheCardIsDrawnAtTheCornerUnderTheTexts) {
+    const auto card = plainImage(300, 150, kGreen);
+    ASSERT_TRUE(ImageFile::writePNG(*card->bitmap(), folder / "MoviesTableViewCell.png"));
+    deterministicHost().host.resourcePath = folder.string();
+    cell->setTopTextLabel("HHH");
+    const auto picture = content();
+    EXPECT_EQ(picture->pixel(0, 0), kGreen);
+    EXPECT_EQ(picture->pixel(299, 149), kGreen);
+    EXPECT_EQ(picture->pixel(300, 0), 0U);
+    EXPECT_TRUE(extentOf(*picture, isDark));
+}
+
+}
+}
