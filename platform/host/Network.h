@@ -56,6 +56,7 @@ class TransferClient {
 public:
     virtual ~TransferClient() = default;
     /// A redirect answer, before it is followed. Return false to stop; nothing is reported then.
+    /// Also asked about an address that is neither http nor https; following that one fails.
     virtual bool transferWillRedirect(const TransferResponse& redirect, const std::string& url) = 0;
     virtual void transferDidReceiveResponse(const TransferResponse& response) = 0;
     virtual void transferDidReceiveData(std::span<const std::byte> bytes) = 0;

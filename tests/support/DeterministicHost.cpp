@@ -18,6 +18,7 @@ DeterministicHost::DeterministicHost()
     host.desktop = &desktop;
     host.device = &device;
     host.display = &display;
+    host.crypto = &crypto;
     host.log = [this](const std::string& line) {
         logLines.push_back(line);
     };

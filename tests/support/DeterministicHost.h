@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/host/Host.h"
+#include "platform/linux/crypto/LibraryCrypto.h"
 #include "tests/support/ManualDisplay.h"
 #include "tests/support/MemoryFiles.h"
 #include "tests/support/MemoryPreferences.h"
@@ -48,6 +49,7 @@ public:
     RecordingDesktop desktop;
     FixedDevice device;
     ManualDisplay display;
+    LibraryCrypto crypto;
     std::vector<std::string> logLines;
     std::map<std::string, std::string> translations;
     /// By "group/key".

@@ -96,10 +96,6 @@ void ScriptedTransfer::follow() {
         fail(host::TransferErrorKind::TooManyRedirects, "too many HTTP redirects");
         return;
     }
-    if (!isHTTP(answer_.location_)) {
-        fail(host::TransferErrorKind::UnsupportedScheme, "unsupported URL");
-        return;
-    }
     const std::string target = answer_.location_;
     const auto alive = alive_;
     const bool follows = client_.transferWillRedirect(
