@@ -1,0 +1,35 @@
+#pragma once
+#include <string>
+
+namespace vistrel {
+
+/// A value that the ad vendor gives: its key in the group "ads" of the settings file, and what
+/// holds when it is not set there. Hosts may carry a port.
+struct GADSetting {
+    const char* key;
+    const char* defaultValue;
+};
+
+/// Serves the request-building script, over plain HTTP.
+inline constexpr GADSetting kGADStaticContentHost{"static-content-host",
+                                                  "static.ads.vistrel.example"};
+/// Origin of the page in which that script runs.
+inline constexpr GADSetting kGADAdServerOrigin{"ad-server-origin", "http://ads.vistrel.example"};
+/// The host whose reachability tells the kind of network.
+inline constexpr GADSetting kGADReachabilityHost{"reachability-host", "ads.vistrel.example"};
+/// End of the names of the hosts that count clicks.
+inline constexpr GADSetting kGADClickServerDomain{"click-server-domain",
+                                                  "clicks.ads.vistrel.example"};
+/// The AES-128 key that the ad server shares, as 32 hexadecimal digits.
+inline constexpr GADSetting kGADLocationKey{"location-key", "3f6b0d92a7c4581e94d2e80b7615fac3"};
+
+/// Domain of the library's errors.
+inline constexpr const char* kGADErrorDomain = "org.vistrel.ads.ErrorDomain";
+
+/// The setting's value: what overrideGADSetting said, else the settings file, else the default.
+std::string gadSettingValue(const GADSetting& setting);
+/// For command-line options and tests; counts until the process ends. An empty value takes the
+/// override away.
+void overrideGADSetting(const GADSetting& setting, std::string value);
+
+}

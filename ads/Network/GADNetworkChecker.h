@@ -1,0 +1,45 @@
+#pragma once
+#include "platform/host/Network.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace vistrel {
+
+/// The kind of network, with the library's numbers.
+enum class GADNetworkType { Unknown = 0, NotReachable = 1, WiFi = 2, Cellular = 3 };
+
+/// Watches the network for as long as it is enabled.
+class GADNetworkChecker {
+public:
+    /// Made and enabled on first use.
+    static GADNetworkChecker& sharedChecker();
+    /// Disables and forgets the shared checker; the next use makes one anew.
+    static void releaseSharedChecker();
+
+    ~GADNetworkChecker();
+    GADNetworkChecker(const GADNetworkChecker&) = delete;
+    GADNetworkChecker& operator=(const GADNetworkChecker&) = delete;
+
+    /// The type is unknown at first; it comes with the first report, at the next turn of the run
+    /// loop, and with each change.
+    void setEnabled(bool enabled);
+    bool isEnabled() const { return enabled_; }
+    GADNetworkType networkType() const { return networkType_; }
+    /// "wi" or "ed"; nothing while there is no network or none is known.
+    std::optional<std::string> networkTypeString() const;
+    /// Reports received.
+    int changeCount() const { return changeCount_; }
+
+private:
+    GADNetworkChecker() = default;
+    void report(host::Reachability reachability);
+
+    bool enabled_ = false;
+    GADNetworkType networkType_ = GADNetworkType::Unknown;
+    int changeCount_ = 0;
+    std::uint64_t firstReport_ = 0;
+};
+
+}

@@ -1,0 +1,40 @@
+#pragma once
+#include "platform/foundation/NSURL.h"
+#include "platform/foundation/Value.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vistrel {
+
+/// Addresses and what is sent along with every request of the library.
+class GADNetworkUtilities {
+public:
+    /// What the library's web views call themselves; empty until one of them sent a request.
+    static const std::string& userAgentString();
+    /// An empty text changes nothing.
+    static void setUserAgentString(const std::string& userAgent);
+
+    /// Escapes every byte but letters, digits and "-._~".
+    static std::string encodeURL(std::string_view text);
+
+    /// Adds the entries in their order. Keys are taken as they are, values escaped; an empty value
+    /// leaves the bare key. Nothing when a key makes the result no address.
+    static std::optional<NSURL> appendQueryParametersToURL(const Value::Dictionary& parameters,
+                                                           const NSURL& url);
+    /// The same for one entry.
+    static std::optional<NSURL> appendQueryKeyValueToURL(const std::string& key,
+                                                         std::optional<std::string_view> value,
+                                                         const NSURL& url);
+
+    /// The first value of exactly that key in the query, as it is written there.
+    static std::optional<std::string> parameterValueForKeyFromURL(std::string_view key,
+                                                                  const NSURL& url);
+
+    /// The entries of a query, keys in lower case, both parts unescaped; a blank written as "+"
+    /// stays a plus. Pieces that are not one key and one value, or not UTF-8, are left out.
+    static Value::Dictionary dictionaryFromQueryString(std::optional<std::string_view> queryString);
+};
+
+}

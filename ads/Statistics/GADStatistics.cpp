@@ -1,0 +1,160 @@
+#include "ads/Statistics/GADStatistics.h"
+
+#include "ads/GADSettings.h"
+#include "ads/Network/GADNetworkUtilities.h"
+#include "ads/Notification/GADNotification.h"
+#include "ads/Utility/GADNumberUtilities.h"
+#include "ads/Utility/GADSignalGathering.h"
+#include "ads/Utility/GADTime.h"
+#include "platform/foundation/NSRunLoop.h"
+#include "platform/foundation/UTF8Text.h"
+
+#include <array>
+#include <cmath>
+#include <random>
+#include <utility>
+
+namespace vistrel {
+
+namespace {
+
+std::unique_ptr<GADStatistics>& shared() {
+    static auto* statistics = new std::unique_ptr<GADStatistics>; // outlives the host at exit
+    return *statistics;
+}
+
+/// A generator of its own: seeding the process's would disturb whoever else draws from that.
+std::uint32_t newSessionId() {
+    std::minstd_rand generator(GADNumberUtilities::saturated<std::uint32_t>(gadAbsoluteTime()));
+    const double drawn = generator();
+    return GADNumberUtilities::saturated<std::uint32_t>((drawn - 1) / 2147483647 * 4294967295);
+}
+
+/// The text without its first characters; nothing when no character is left.
+std::optional<std::string_view> withoutFirstCharacters(std::string_view text, int count) {
+    for (; count > 0 && !text.empty(); --count)
+        takeUTF8Character(text);
+    if (text.empty())
+        return std::nullopt;
+    return text;
+}
+
+}
+
+GADStatistics& GADStatistics::sharedStatistics() {
+    if (!shared())
+        shared().reset(new GADStatistics());
+    return *shared();
+}
+
+void GADStatistics::releaseSharedStatistics() {
+    shared().reset();
+}
+
+GADStatistics::GADStatistics()
+    : sessionId_(newSessionId())
+    , statistics_("shared")
+    , timingMgr_("shared") {}
+
+std::span<const std::string> GADStatistics::allTimingNames() {
+    static const std::array<std::string, 8> names{"prl",  "pcl",  "pai",  "ppcl",
+                                                  "pcrl", "plpl", "plpd", "ptime"};
+    return names;
+}
+
+void GADStatistics::synchronize() {
+    statistics_.synchronize();
+    timingMgr_.synchronize();
+}
+
+Value::Dictionary GADStatistics::parameters() {
+    Value::Dictionary report{{"session_id", sessionId_}};
+    if (!timingNamed("pcl"))
+        removeTimingNamed("ppcl");
+    const std::uint32_t clickLatency = takeClickLatency();
+    reportTimings(report);
+    if (clickLatency != 0)
+        report.set("pcl", clickLatency);
+    reportCounts(report);
+    return report;
+}
+
+/// The stopwatch stands still while the application sleeps, so a click that put it to sleep is
+/// measured by the date.
+std::uint32_t GADStatistics::takeClickLatency() {
+    const auto click = timingNamed("pcl");
+    if (!click)
+        return 0;
+    std::uint32_t latency = 0;
+    const Value* date = click->valueForKey("date");
+    if (date && statistics_.numberForKey("pclb"))
+        latency = GADNumberUtilities::saturated<std::uint32_t>(
+            std::fabs(NSRunLoop::wallClock() - date->dateValue()) * 1000);
+    click->removeValueForKey("date");
+    return latency;
+}
+
+void GADStatistics::reportTimings(Value::Dictionary& report) {
+    for (const std::string& name : allTimingNames()) {
+        const auto timing = timingNamed(name);
+        if (!timing)
+            continue;
+        report.set(name, timing->elapsedMillisecondsString());
+        for (const auto& [key, value] : timing->keysAndValues())
+            report.set(key, value);
+        if (name != "ptime")
+            removeTimingNamed(name);
+    }
+}
+
+void GADStatistics::reportCounts(Value::Dictionary& report) {
+    for (const char* key :
+         {"preqs", "pcbo", "aoi_timedout", "aoi_nofill", "pclb", "plpnc", "plpsnc", "pcc"}) {
+        const Value* number = statistics_.numberForKey(key);
+        if (number && number->integerValue() != 0)
+            report.set(key, *number);
+    }
+    resetBreakOutToSafari();
+    resetAppOpenInterstitialTimeOut();
+    resetAppOpenInterstitialNoFill();
+    resetClickBackgroundedApp();
+    resetPageNavigationCount();
+    resetSSLPageNavigationCount();
+    resetClickCount();
+}
+
+NSURL GADStatistics::urlForClick(const NSURL& url) {
+    if (GADNotification::isNotificationURL(url) || url.absoluteString() == "about:blank")
+        return url;
+    incrementClickCount();
+    startTimingNamed("pcl");
+    startTimingNamed("pcrl");
+    endTimingNamed("ppcl");
+    timingNamed("pcl")->setValueForKey(Value::date(NSRunLoop::wallClock()), "date");
+    NSURL target = url;
+    const auto adIdentifier = GADNetworkUtilities::parameterValueForKeyFromURL("ai", url);
+    if (adIdentifier && !adIdentifier->empty()) {
+        attachToClick(*adIdentifier, "pai");
+        if (const auto signals = GADSignalGathering::shared().clickSignals(*adIdentifier))
+            target = GADNetworkUtilities::appendQueryKeyValueToURL(*signals, std::nullopt, url)
+                         .value_or(url);
+    }
+    endTimingNamed("pcrl");
+    return target;
+}
+
+void GADStatistics::addClickTrackingURL(const NSURL& url) {
+    if (!url.host().ends_with(gadSettingValue(kGADClickServerDomain)))
+        return;
+    constexpr int prefixLength = 4;
+    const std::string path = url.path();
+    if (const auto rest = withoutFirstCharacters(path, prefixLength))
+        attachToClick(std::string(*rest), "pit");
+}
+
+void GADStatistics::attachToClick(const std::string& value, const std::string& key) {
+    if (const auto click = timingNamed("pcl"))
+        click->setValueForKey(std::string_view(value), key);
+}
+
+}

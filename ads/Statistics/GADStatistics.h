@@ -1,0 +1,78 @@
+#pragma once
+#include "ads/Statistics/GADStatisticsCore.h"
+#include "ads/Timing/GADTimingManager.h"
+#include "platform/foundation/NSURL.h"
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+
+namespace vistrel {
+
+/// What happened since the last ad request, for the next one to report. Both stores are kept in
+/// the user defaults.
+class GADStatistics {
+public:
+    /// Made on first use.
+    static GADStatistics& sharedStatistics();
+    static void releaseSharedStatistics();
+
+    /// In the order in which they are reported.
+    static std::span<const std::string> allTimingNames();
+
+    std::uint32_t sessionId() const { return sessionId_; }
+    void synchronize();
+
+    /// The report. What counts only once is reset by it.
+    Value::Dictionary parameters();
+
+    /// Registers a click that opens the address; the address to open.
+    NSURL urlForClick(const NSURL& url);
+    /// A click's tracking address has been fetched.
+    void addClickTrackingURL(const NSURL& url);
+
+    /// The new count.
+    int incrementAdRequestCount();
+    int adRequestCount() const;
+    void setAdRequestCount(int count);
+    void incrementClickCount();
+    void resetClickCount();
+    void incrementPageNavigationCount();
+    void resetPageNavigationCount();
+    void incrementSSLPageNavigationCount();
+    void resetSSLPageNavigationCount();
+
+    void setBreakOutToSafari();
+    void resetBreakOutToSafari();
+    void setClickBackgroundedApp();
+    void resetClickBackgroundedApp();
+    void setAppOpenInterstitialNoFill();
+    void resetAppOpenInterstitialNoFill();
+    void setAppOpenInterstitialTimeOut();
+    void resetAppOpenInterstitialTimeOut();
+    void setFlagWithParameterName(const std::string& name);
+    void resetFlagWithParameterName(const std::string& name);
+
+    /// Begins anew when there is one of that name.
+    void startTimingNamed(const std::string& name);
+    void endTimingNamed(const std::string& name);
+    void removeTimingNamed(const std::string& name);
+    /// Null when there is none.
+    std::shared_ptr<GADTiming> timingNamed(const std::string& name) const;
+    /// A click is open.
+    bool isTimingClick() const;
+
+private:
+    GADStatistics();
+    std::uint32_t takeClickLatency();
+    void reportTimings(Value::Dictionary& report);
+    void reportCounts(Value::Dictionary& report);
+    void attachToClick(const std::string& value, const std::string& key);
+
+    std::uint32_t sessionId_;
+    GADStatisticsCore statistics_;
+    GADTimingManager timingMgr_;
+};
+
+}

@@ -1,0 +1,26 @@
+#pragma once
+#include "ads/Utility/GADDeviceEnvironment.h"
+
+namespace vistrel {
+
+/// What the host and the bundle know; the screen is a phone's, held upright. The application
+/// overrides the members that ask for the screen.
+class GADHostDeviceEnvironment : public GADDeviceEnvironment {
+public:
+    std::string model() override;
+    std::string machine() override;
+    std::string systemVersion() override;
+    std::string uniqueIdentifier() override;
+    /// The user default "AppleLanguages"; what the host says where that is not set.
+    std::vector<std::string> languages() override;
+    bool canOpenURL(const std::string& url) override;
+    std::optional<std::string> audioRoute() override;
+    std::string bundleVersion() override;
+    std::string bundleIdentifier() override;
+    std::optional<GADInterfaceIdiom> userInterfaceIdiom() override;
+    std::optional<float> screenScale() override;
+    GADScreenFrames screenFrames() override;
+    GADInterfaceOrientation statusBarOrientation() override;
+};
+
+}

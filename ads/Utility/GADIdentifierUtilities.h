@@ -1,0 +1,54 @@
+#pragma once
+#include "platform/foundation/Value.h"
+
+#include <optional>
+#include <span>
+#include <string>
+
+namespace vistrel {
+
+/// Describes the device to the ad server. Device identifier, submodel and locale are computed once
+/// and kept; everything else is read afresh.
+class GADIdentifierUtilities {
+public:
+    struct ScreenSize {
+        float width;
+        float height;
+    };
+
+    static GADIdentifierUtilities& sharedInstance();
+    /// Forgets the shared instance; the next use makes one anew.
+    static void resetSharedInstance();
+
+    bool isPhoneIdiom() const { return isPhoneIdiom_; }
+    std::string deviceModel() const;
+    const std::string& deviceSubmodel();
+    std::string osVersion() const;
+    /// MD5 of the unique identifier in upper-case hexadecimal digits; empty without one.
+    const std::string& deviceIdentifier();
+    /// The user's first language in lower case; empty without one.
+    const std::string& locale();
+    /// 1 speaker or no audio session, 2 headphones, 3 no route, 5 any other.
+    int audioRoute() const;
+    bool isOrientationLandscape() const;
+    float screenDensity() const;
+    ScreenSize screenSize() const;
+    /// Each address with whether the system can open it.
+    Value::Dictionary canOpenURLs(std::span<const std::string> urls) const;
+    /// The device's part of an ad request.
+    Value::Dictionary parameters();
+
+    /// A number that is wanted is set, to 0 where the system version has no such component.
+    static void getOSMajorMinorBugFix(int* major, int* minor, int* bugFix);
+    static bool isOSAtLeastMajorMinorBug(int major, int minor, int bug);
+
+private:
+    GADIdentifierUtilities();
+
+    bool isPhoneIdiom_;
+    std::optional<std::string> deviceIdentifier_;
+    std::optional<std::string> deviceSubmodel_;
+    std::optional<std::string> locale_;
+};
+
+}

@@ -1,0 +1,34 @@
+#include "ads/Utility/GADSignalGathering.h"
+
+#include <utility>
+
+namespace vistrel {
+
+namespace {
+std::shared_ptr<GADSignalGathering>& installed() {
+    static std::shared_ptr<GADSignalGathering> gathering = std::make_shared<GADSignalGathering>();
+    return gathering;
+}
+}
+
+GADSignalGathering& GADSignalGathering::shared() {
+    return *installed();
+}
+
+void GADSignalGathering::setShared(std::shared_ptr<GADSignalGathering> gathering) {
+    installed() = gathering ? std::move(gathering) : std::make_shared<GADSignalGathering>();
+}
+
+std::optional<std::string> GADSignalGathering::requestSignals() {
+    return std::nullopt;
+}
+
+std::optional<std::string> GADSignalGathering::clickSignals(const std::string&) {
+    return std::nullopt;
+}
+
+void GADSignalGathering::addTouch(int, int, int) {}
+
+void GADSignalGathering::setRequestTypeSDKVersion(int, const std::string&) {}
+
+}

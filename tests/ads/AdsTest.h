@@ -1,0 +1,63 @@
+#pragma once
+#include "ads/Utility/GADDeviceEnvironment.h"
+#include "tests/support/HostTest.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vistrel {
+
+/// A device of which every fact can be set.
+class ScriptedDevice : public GADDeviceEnvironment {
+public:
+    std::string model() override { return modelName; }
+    std::string machine() override { return machineName; }
+    std::string systemVersion() override { return version; }
+    std::string uniqueIdentifier() override { return identifier; }
+    std::vector<std::string> languages() override { return languageNames; }
+    bool canOpenURL(const std::string& url) override {
+        for (const auto& openable : openableURLs) {
+            if (openable == url)
+                return true;
+        }
+        return false;
+    }
+    std::optional<std::string> audioRoute() override { return route; }
+    std::string bundleVersion() override { return bundleVersionText; }
+    std::string bundleIdentifier() override { return "org.vistrel.Vistrel"; }
+    std::optional<GADInterfaceIdiom> userInterfaceIdiom() override { return idiom; }
+    std::optional<float> screenScale() override { return scale; }
+    GADScreenFrames screenFrames() override { return frames; }
+    GADInterfaceOrientation statusBarOrientation() override { return orientation; }
+
+    std::string modelName = "iPhone";
+    std::string machineName = "iPhone3,1";
+    std::string version = "4.3.5";
+    std::string identifier = "2b6f0cc904d137be2e1730235f5664094b831186";
+    std::vector<std::string> languageNames{"en-GB", "de"};
+    std::vector<std::string> openableURLs;
+    std::optional<std::string> route = "Speaker";
+    std::string bundleVersionText = "1.2";
+    std::optional<GADInterfaceIdiom> idiom = GADInterfaceIdiom::Phone;
+    std::optional<float> scale = 2.0F;
+    GADScreenFrames frames;
+    GADInterfaceOrientation orientation = GADInterfaceOrientation::Portrait;
+};
+
+/// Base of the ad library's tests: the library's shared objects are made anew for each.
+class AdsTest : public support::HostTest {
+protected:
+    AdsTest();
+    ~AdsTest() override;
+
+    ScriptedDevice& phone() { return *phone_; }
+    /// Forgets the shared objects as a restart of the application does.
+    void restartLibrary();
+
+private:
+    std::shared_ptr<ScriptedDevice> phone_ = std::make_shared<ScriptedDevice>();
+};
+
+}

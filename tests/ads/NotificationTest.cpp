@@ -1,0 +1,57 @@
+#include "ads/Notification/GADNotification.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vistrel {
+namespace {
+
+struct BridgeCase {
+    std::string_view url;
+    /// Empty: no notification.
+    std::string_view name;
+    Value::Dictionary parameters;
+};
+
+TEST(GADNotification, ReadsBridgeAddresses) {
+    const BridgeCase cases[] = {
+        {"gmsg://mobileads/loadAdURL?url=http%3A%2F%2Fh%2F&type=grokruf",
+         "loadAdURL",
+         {{"url", "http://h/"}, {"type", "grokruf"}}},
+        {"gmsg:/close", "close", {}},
+        {"gmsg://h/a/b?X=1", "a/b", {{"x", "1"}}},
+        {"gmsg:name?a=b", "name", {{"a", "b"}}},
+        {"grokruf://launch?url=http%3A%2F%2Fh%2F", "open", {{"a", "browser"}, {"u", "http://h/"}}},
+        {"grokruf://launch", "open", {{"a", "browser"}}},
+        {"grokruf://closecanvas?x=1", "close", {}},
+        {"grokruf://log?string=hello%20there", "log", {{"string", "hello there"}}},
+        {"grokruf://other?x=1", "", {}},
+        {"GMSG://h/close", "", {}},
+        {"http://h/close", "", {}},
+    };
+    for (const auto& [text, name, parameters] : cases) {
+        const auto url = NSURL::URLWithString(text);
+        ASSERT_TRUE(url) << text;
+        const auto notification = GADNotification::notificationFromURL(*url);
+        EXPECT_EQ(notification.has_value(), !name.empty()) << text;
+        if (!notification)
+            continue;
+        EXPECT_EQ(notification->name(), name) << text;
+        EXPECT_EQ(notification->parameters(), parameters) << text;
+    }
+}
+
+TEST(GADNotification, DescribesItself) {
+    const auto url = NSURL::URLWithString("gmsg://h/open?a=browser");
+    const auto notification = GADNotification::notificationFromURL(*url);
+    EXPECT_THAT(notification->description(),
+                ::testing::MatchesRegex("GADNotification<0x[0-9a-f]+>: name:open "
+                                        "parameters:\\{\n    a = browser;\n\\}"));
+}
+
+}
+}

@@ -1,0 +1,237 @@
+#include "ads/Statistics/GADStatistics.h"
+
+#include "ads/GADSettings.h"
+#include "ads/Utility/GADSignalGathering.h"
+#include "platform/foundation/NSUserDefaults.h"
+#include "tests/ads/AdsTest.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace vistrel {
+namespace {
+
+NSURL address(std::string_view text) {
+    return *NSURL::URLWithString(text);
+}
+
+class GADStatisticsTest : public AdsTest {
+protected:
+    static GADStatistics& statistics() { return GADStatistics::sharedStatistics(); }
+
+    /// The report without the session, in its order, as one line.
+    static std::string report() {
+        std::string line;
+        for (const auto& [key, value] : statistics().parameters()) {
+            if (key == "session_id")
+                continue;
+            line += line.empty() ? "" : " ";
+            line += std::string(key) + "=";
+            line += value.isNumber() ? value.numberText() : "'" + std::string(value.string()) + "'";
+        }
+        return line;
+    }
+};
+
+TEST_F(GADStatisticsTest, AReportOfNothingHoldsTheSessionAlone) {
+    const auto parameters = statistics().parameters();
+    EXPECT_EQ(parameters, (Value::Dictionary{{"session_id", statistics().sessionId()}}));
+}
+
+TEST_F(GADStatisticsTest, EachStartHasItsOwnSession) {
+    const auto first = statistics().sessionId();
+    EXPECT_EQ(statistics().sessionId(), first);
+    restartLibrary();
+    advance(1);
+    EXPECT_NE(statistics().sessionId(), first);
+}
+
+TEST_F(GADStatisticsTest, ARequestIsCountedForEverAndItsTimeKept) {
+    EXPECT_EQ(statistics().incrementAdRequestCount(), 1);
+    statistics().startTimingNamed("ptime");
+    advance(2);
+    EXPECT_EQ(report(), "ptime='2000' preqs=1");
+    advance(1);
+    EXPECT_EQ(statistics().incrementAdRequestCount(), 2);
+    EXPECT_EQ(report(), "ptime='3000' preqs=2");
+    statistics().setAdRequestCount(0);
+    EXPECT_EQ(statistics().adRequestCount(), 0);
+    EXPECT_EQ(report(), "ptime='3000'");
+}
+
+TEST_F(GADStatisticsTest, CountsAndFlagsAreReportedOnceInOrder) {
+    statistics().incrementClickCount();
+    statistics().incrementSSLPageNavigationCount();
+    statistics().incrementPageNavigationCount();
+    statistics().incrementPageNavigationCount();
+    statistics().setClickBackgroundedApp();
+    statistics().setAppOpenInterstitialNoFill();
+    statistics().setAppOpenInterstitialTimeOut();
+    statistics().setBreakOutToSafari();
+    EXPECT_EQ(report(), "pcbo=1 aoi_timedout=1 aoi_nofill=1 pclb=1 plpnc=2 plpsnc=1 pcc=1");
+    EXPECT_EQ(report(), "");
+}
+
+TEST_F(GADStatisticsTest, AFlagThatIsTakenBackIsNotReported) {
+    statistics().setBreakOutToSafari();
+    statistics().resetBreakOutToSafari();
+    statistics().setFlagWithParameterName("aoi_nofill");
+    statistics().resetAppOpenInterstitialNoFill();
+    EXPECT_EQ(report(), "");
+}
+
+TEST_F(GADStatisticsTest, TimingsAreReportedInOrderAndForgotten) {
+    for (const std::string& name : GADStatistics::allTimingNames())
+        statistics().startTimingNamed(name);
+    advance(0.5);
+    statistics().endTimingNamed("prl");
+    statistics().endTimingNamed("nothing");
+    advance(0.5);
+    EXPECT_EQ(report(), "prl='500' pcl='1000' pai='1000' ppcl='1000' pcrl='1000' plpl='1000' "
+                        "plpd='1000' ptime='1000'");
+    EXPECT_EQ(report(), "ptime='1000'");
+}
+
+TEST_F(GADStatisticsTest, TimeToTheClickNeedsAClick) {
+    statistics().startTimingNamed("ppcl");
+    EXPECT_EQ(report(), "");
+    statistics().startTimingNamed("ppcl");
+    advance(3);
+    (void)statistics().urlForClick(address("http://h/"));
+    EXPECT_TRUE(statistics().isTimingClick());
+    advance(1.5);
+    statistics().endTimingNamed("pcl");
+    EXPECT_FALSE(statistics().isTimingClick());
+    EXPECT_EQ(report(), "pcl='1500' ppcl='3000' pcrl='0' pcc=1");
+}
+
+TEST_F(GADStatisticsTest, AClickThatPutTheApplicationToSleepIsMeasuredByTheDate) {
+    (void)statistics().urlForClick(address("http://h/"));
+    statistics().setClickBackgroundedApp();
+    // While the device sleeps its stopwatch stands still and its calendar goes on.
+    loop().setWallClockAtStart(1'300'000'000 + 3600);
+    advance(2);
+    EXPECT_EQ(report(), "pcl=3602000 pcrl='0' pclb=1 pcc=1");
+    EXPECT_EQ(report(), "");
+}
+
+TEST_F(GADStatisticsTest, AClickRemembersTheAdItCameFrom) {
+    const NSURL url = address("http://h/click?ai=XYZ&other=1");
+    EXPECT_EQ(statistics().urlForClick(url), url);
+    EXPECT_EQ(report(), "pcl='0' pai='XYZ' pcrl='0' pcc=1");
+    (void)statistics().urlForClick(address("http://h/click?AI=XYZ&ai="));
+    EXPECT_EQ(report(), "pcl='0' pcrl='0' pcc=1");
+}
+
+TEST_F(GADStatisticsTest, BridgeAndBlankAddressesAreNoClicks) {
+    for (const char* url : {"gmsg://mobileads/open?ai=1", "grokruf://launch?url=x", "about:blank"})
+        EXPECT_EQ(statistics().urlForClick(address(url)), address(url));
+    EXPECT_EQ(report(), "");
+}
+
+class Signals : public GADSignalGathering {
+public:
+    std::optional<std::string> clickSignals(const std::string& adIdentifier) override {
+        return adIdentifier == "none" ? std::nullopt : std::optional("sig-" + adIdentifier);
+    }
+};
+
+TEST_F(GADStatisticsTest, SignalsAreAppendedToAClicksAddress) {
+    GADSignalGathering::setShared(std::make_shared<Signals>());
+    EXPECT_EQ(statistics().urlForClick(address("http://h/?ai=7")).absoluteString(),
+              "http://h/?ai=7&sig-7");
+    EXPECT_EQ(statistics().urlForClick(address("http://h/?ai=none")).absoluteString(),
+              "http://h/?ai=none");
+    EXPECT_EQ(statistics().urlForClick(address("http://h/?b=7")).absoluteString(), "http://h/?b=7");
+}
+
+TEST_F(GADStatisticsTest, ATrackedClickIsNamedByItsPath) {
+    deterministicHost().settings["ads/click-server-domain"] = "clicks.example";
+    const struct {
+        std::string_view url;
+        std::string_view reported;
+    } cases[] = {
+        {"http://a.clicks.example/aclk/sa", "pcl='0' pit='k/sa' pcrl='0' pcc=1"},
+        {"http://clicks.example/abcd", "pcl='0' pit='d' pcrl='0' pcc=1"},
+        {"http://clicks.example/abc", "pcl='0' pcrl='0' pcc=1"},
+        {"http://clicks.example/ab%C3%A9", "pcl='0' pcrl='0' pcc=1"},
+        {"http://clicks.example.org/aclk/sa", "pcl='0' pcrl='0' pcc=1"},
+    };
+    for (const auto& [url, reported] : cases) {
+        (void)statistics().urlForClick(address("http://h/"));
+        statistics().addClickTrackingURL(address(url));
+        EXPECT_EQ(report(), reported) << url;
+    }
+    statistics().addClickTrackingURL(address("http://clicks.example/aclk/sa"));
+    EXPECT_EQ(report(), "");
+}
+
+TEST_F(GADStatisticsTest, WhatWasCountedOutlivesTheApplication) {
+    statistics().incrementAdRequestCount();
+    statistics().incrementClickCount();
+    statistics().startTimingNamed("ptime");
+    statistics().synchronize();
+    advance(1);
+    restartLibrary();
+    NSUserDefaults::resetStandardUserDefaults();
+    EXPECT_EQ(report(), "ptime='1000' preqs=1 pcc=1");
+}
+
+class GADStatisticsCoreTest : public AdsTest {};
+
+TEST_F(GADStatisticsCoreTest, SettersTakeOnlyTheirKind) {
+    const Value text("text");
+    const Value number(5);
+    const Value date = Value::date(1);
+    const Value array(Value::Array{1});
+    const Value dictionary(Value::Dictionary{{"a", 1}});
+    using Setter = void (GADStatisticsCore::*)(const Value&, std::string_view);
+    const std::pair<Setter, const Value*> setters[] = {
+        {&GADStatisticsCore::setStringForKey, &text},
+        {&GADStatisticsCore::setNumberForKey, &number},
+        {&GADStatisticsCore::setDateForKey, &date},
+        {&GADStatisticsCore::setArrayForKey, &array},
+        {&GADStatisticsCore::setDictionaryForKey, &dictionary},
+    };
+    for (const auto& [setter, kind] : setters) {
+        GADStatisticsCore store("kinds");
+        store.removeAllObjects();
+        for (const Value* value : {&text, &number, &date, &array, &dictionary}) {
+            store.removeObjectForKey("key");
+            (store.*setter)(*value, "key");
+            EXPECT_EQ(store.stringForKey("key") != nullptr, value == kind);
+        }
+        (store.*setter)(*kind, "key");
+        (store.*setter)(Value(), "key");
+        EXPECT_EQ(*store.numberForKey("key"), *kind);
+    }
+}
+
+TEST_F(GADStatisticsCoreTest, AddsToWhatIsThere) {
+    GADStatisticsCore store("sums");
+    EXPECT_EQ(store.addValueNumberForKey(3, "n"), 3);
+    EXPECT_EQ(store.addValueNumberForKey(-5, "n"), -2);
+    store.setNumberForKey(2147483647, "n");
+    EXPECT_EQ(store.addValueNumberForKey(1, "n"), 2147483647);
+    store.setStringForKey("text", "t");
+    EXPECT_EQ(store.addValueNumberForKey(1, "t"), 1);
+}
+
+TEST_F(GADStatisticsCoreTest, IsKeptUnderItsOwnName) {
+    {
+        GADStatisticsCore store("GADObjectPrivate");
+        store.setDateForKey(Value::date(86400), "expireDate");
+        EXPECT_EQ(preferences().stored().find("gad_stats_GADObjectPrivate"), nullptr);
+        store.synchronize();
+        EXPECT_NE(preferences().stored().find("gad_stats_GADObjectPrivate"), nullptr);
+        store.setNumberForKey(1, "late");
+    }
+    NSUserDefaults::resetStandardUserDefaults();
+    const GADStatisticsCore store("GADObjectPrivate");
+    EXPECT_EQ(store.dateForKey("expireDate")->dateValue(), 86400);
+    EXPECT_NE(store.numberForKey("late"), nullptr);
+    EXPECT_EQ(GADStatisticsCore("shared").dateForKey("expireDate"), nullptr);
+}
+
+}
+}

@@ -1,0 +1,142 @@
+#include "ads/Timing/GADTimingManager.h"
+
+#include "platform/foundation/NSNotificationCenter.h"
+#include "platform/foundation/NSUserDefaults.h"
+#include "tests/ads/AdsTest.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace vistrel {
+namespace {
+
+using GADTimingTest = AdsTest;
+using GADTimingManagerTest = AdsTest;
+
+TEST_F(GADTimingTest, MeasuresFromStartToEnd) {
+    const auto timing = GADTiming::withCategory("prl");
+    EXPECT_FALSE(timing->isActive());
+    timing->start();
+    EXPECT_TRUE(timing->isActive());
+    advance(1.25);
+    EXPECT_EQ(timing->elapsedMilliseconds(), 1250U);
+    timing->end();
+    EXPECT_FALSE(timing->isActive());
+    advance(5);
+    EXPECT_EQ(timing->elapsedMillisecondsString(), "1250");
+    timing->start();
+    EXPECT_TRUE(timing->isActive());
+    EXPECT_EQ(timing->elapsedMilliseconds(), 0U);
+    timing->reset();
+    EXPECT_FALSE(timing->isActive());
+    EXPECT_EQ(timing->startSeconds(), 0);
+}
+
+TEST_F(GADTimingTest, EndsOnlyWhenItWasStarted) {
+    const auto timing = GADTiming::withCategory("prl");
+    timing->end();
+    EXPECT_EQ(timing->endSeconds(), 0);
+    EXPECT_FALSE(timing->isActive());
+}
+
+TEST_F(GADTimingTest, ElapsedTimeStaysInRange) {
+    const auto lasting = [](double start, double end) {
+        return GADTiming::withDictionaryRepresentation(
+            {{"category", "x"}, {"start", start}, {"end", end}});
+    };
+    EXPECT_EQ(lasting(10, 1e12)->elapsedMilliseconds(), 4294967295U);
+    // Started before the device was, which only a restart explains.
+    EXPECT_EQ(lasting(1e9, 0)->elapsedMilliseconds(), 0U);
+    EXPECT_EQ(lasting(10, 3'000'010)->elapsedMillisecondsString(), "-1294967296");
+}
+
+TEST_F(GADTimingTest, HasANameOrIsNone) {
+    EXPECT_EQ(GADTiming::withCategory(""), nullptr);
+    EXPECT_EQ(GADTiming::withDictionaryRepresentation({{"start", 1.5}}), nullptr);
+    EXPECT_EQ(GADTiming::withDictionaryRepresentation({{"category", 5}}), nullptr);
+}
+
+TEST_F(GADTimingTest, TravelsAsADictionary) {
+    const auto timing = GADTiming::withCategory("pcl");
+    EXPECT_EQ(timing->dictionaryRepresentation(),
+              (Value::Dictionary{{"category", "pcl"}, {"start", 0}, {"end", 0}}));
+    timing->start();
+    timing->setValueForKey("XYZ", "pai");
+    timing->setValueForKey(Value(), "nothing");
+    const auto representation = timing->dictionaryRepresentation();
+    EXPECT_EQ(representation, (Value::Dictionary{{"category", "pcl"},
+                                                 {"start", timing->startSeconds()},
+                                                 {"end", 0},
+                                                 {"userData", Value::Dictionary{{"pai", "XYZ"}}}}));
+    const auto copy = timing->copy();
+    EXPECT_EQ(copy->dictionaryRepresentation(), representation);
+    copy->removeValueForKey("pai");
+    EXPECT_NE(timing->valueForKey("pai"), nullptr);
+    EXPECT_THAT(timing->description(), ::testing::MatchesRegex("pcl \\(0x[0-9a-f]+\\): \\{.*"));
+}
+
+TEST_F(GADTimingManagerTest, KeepsOneTimingOfEachName) {
+    GADTimingManager manager("test");
+    const auto first = manager.addTimingWithCategory("a");
+    const auto other = manager.addTimingWithCategory("b");
+    const auto second = manager.addTimingWithCategory("a");
+    manager.addTiming(nullptr);
+    EXPECT_EQ(manager.addTimingWithCategory(""), nullptr);
+    EXPECT_NE(first, second);
+    EXPECT_EQ(manager.timingForCategory("a"), second);
+    EXPECT_THAT(manager.categories(), ::testing::UnorderedElementsAre("a", "b"));
+    manager.removeTiming(*other);
+    EXPECT_EQ(manager.timingForCategory("b"), nullptr);
+    manager.addTimingWithCategory("c");
+    const std::vector<std::string> names{"a", "missing"};
+    manager.removeTimingsForCategories(names);
+    EXPECT_THAT(manager.categories(), ::testing::ElementsAre("c"));
+    manager.removeAllTimings();
+    EXPECT_TRUE(manager.timings().empty());
+}
+
+TEST_F(GADTimingManagerTest, TimingsOutliveTheApplication) {
+    double started = 0;
+    {
+        GADTimingManager manager("test");
+        const auto timing = manager.addTimingWithCategory("ptime");
+        timing->start();
+        timing->setValueForKey(5, "n");
+        started = timing->startSeconds();
+    }
+    NSUserDefaults::resetStandardUserDefaults();
+    const GADTimingManager manager("test");
+    const auto timing = manager.timingForCategory("ptime");
+    ASSERT_NE(timing, nullptr);
+    EXPECT_EQ(timing->startSeconds(), started);
+    EXPECT_TRUE(timing->isActive());
+    EXPECT_EQ(*timing->valueForKey("n"), Value(5));
+    EXPECT_TRUE(GADTimingManager("other").timings().empty());
+}
+
+TEST_F(GADTimingManagerTest, SavesWhenTheApplicationTerminates) {
+    GADTimingManager manager("test");
+    manager.addTimingWithCategory("prl")->start();
+    EXPECT_EQ(preferences().stored().find("gad_timing_test"), nullptr);
+    NSNotificationCenter::defaultCenter().postNotification(
+        "UIApplicationWillTerminateNotification");
+    const Value* stored = preferences().stored().find("gad_timing_test");
+    ASSERT_NE(stored, nullptr);
+    EXPECT_NE(stored->find("prl"), nullptr);
+}
+
+TEST_F(GADTimingManagerTest, StoredNonsenseIsNoTiming) {
+    NSUserDefaults::standardUserDefaults().setObjectForKey(
+        Value::Dictionary{{"a", "text"},
+                          {"b", Value::Dictionary{{"start", 1}}},
+                          {"c", Value::Dictionary{{"category", "c"}, {"userData", 5}}}},
+        "gad_timing_test");
+    const GADTimingManager manager("test");
+    EXPECT_THAT(manager.categories(), ::testing::ElementsAre("c"));
+    EXPECT_TRUE(manager.timingForCategory("c")->keysAndValues().empty());
+    NSUserDefaults::standardUserDefaults().setObjectForKey("no dictionary", "gad_timing_other");
+    EXPECT_TRUE(GADTimingManager("other").timings().empty());
+}
+
+}
+}
