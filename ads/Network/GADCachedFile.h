@@ -1,0 +1,93 @@
+#pragma once
+#include "ads/Network/GADCachedFileDelegate.h"
+#include "platform/foundation/NSURL.h"
+#include "platform/foundation/NSURLConnectionDelegate.h"
+#include "platform/foundation/NSURLResponse.h"
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace vistrel {
+
+class NSURLRequest;
+
+/// One address and its copy on disk, fetched and revalidated over HTTP. The copy of a successful
+/// fetch stays through any later failure. A running fetch keeps the object alive; the delegate is
+/// not retained and must take itself away before it goes.
+class GADCachedFile : public std::enable_shared_from_this<GADCachedFile>,
+                      private NSURLConnectionDelegate {
+public:
+    static std::shared_ptr<GADCachedFile> withDelegateURL(GADCachedFileDelegate* delegate,
+                                                          NSURL url);
+    ~GADCachedFile() override;
+    GADCachedFile(const GADCachedFile&) = delete;
+    GADCachedFile& operator=(const GADCachedFile&) = delete;
+
+    /// Starts a fetch unless one is running.
+    void validate();
+    /// The same with an address that no cache on the way knows.
+    void validateWithCacheBuster();
+    /// Stops the fetch; the copy stays.
+    void cancel();
+    /// Stops the fetch and deletes the copy.
+    void invalidate();
+
+    /// Nothing when there is no copy or it is not UTF-8.
+    std::optional<std::string> content();
+    bool hasContent();
+    const std::string& filePath();
+    /// The copy's time as the server is told it; nothing without a copy.
+    std::optional<std::string> fileModificationDate();
+
+    const NSURL& sourceURL() const { return sourceURL_; }
+    /// The address of the last request that was made or was about to be.
+    const NSURL& httpDestinationURL() const { return httpDestinationURL_; }
+    /// Of the last answer that was no redirect; 0 before there was one.
+    int httpStatusCode() const { return httpStatusCode_; }
+    /// Of the last answer, redirects included.
+    const NSURLResponse::HeaderFields& httpHeaders() const { return httpHeaders_; }
+    GADCachedFileDelegate* delegate() const { return delegate_; }
+    void setDelegate(GADCachedFileDelegate* delegate) { delegate_ = delegate; }
+    std::string description();
+
+private:
+    enum class CacheBuster { No, Yes };
+
+    GADCachedFile(GADCachedFileDelegate* delegate, NSURL url);
+    void beginFetchWithCacheBuster(CacheBuster cacheBuster);
+    std::optional<NSURLRequest> requestWithCacheBuster(CacheBuster cacheBuster);
+    std::optional<NSError> storeReceivedData();
+    void applyReceivedModificationDate();
+    void reportEnd();
+    void reportFailure(const NSError* error);
+    void cleanUp();
+    /// Unless the delegate has begun another fetch meanwhile.
+    void cleanUpAfter(const NSURLConnection& connection);
+
+    std::optional<NSURLRequest>
+    connectionWillSendRequestRedirectResponse(NSURLConnection& connection,
+                                              const NSURLRequest& request,
+                                              const NSURLResponse* redirectResponse) override;
+    void connectionDidReceiveResponse(NSURLConnection& connection,
+                                      const NSURLResponse& response) override;
+    void connectionDidReceiveData(NSURLConnection& connection,
+                                  std::span<const std::byte> data) override;
+    void connectionDidFinishLoading(NSURLConnection& connection) override;
+    void connectionDidFailWithError(NSURLConnection& connection, const NSError& error) override;
+
+    GADCachedFileDelegate* delegate_;
+    NSURL sourceURL_;
+    std::string filePath_;
+    std::shared_ptr<NSURLConnection> connection_;
+    std::vector<std::byte> receivedData_;
+    std::string receivedModificationDate_;
+    NSURL httpDestinationURL_;
+    int httpStatusCode_ = 0;
+    NSURLResponse::HeaderFields httpHeaders_;
+};
+
+}

@@ -1,0 +1,433 @@
+#include "ads/Network/GADCachedFile.h"
+
+#include "ads/Network/GADCachedFilePath.h"
+#include "ads/Network/GADNetworkUtilities.h"
+#include "tests/ads/AdsTest.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+
+namespace vistrel {
+namespace {
+
+using support::ScriptedNetwork;
+
+constexpr const char* kAddress = "http://ads.example/script.js";
+constexpr const char* kModified = "Sat, 01 Jan 2011 12:00:00 GMT";
+constexpr double kModifiedSeconds = 1293883200;
+
+/// Writes down what it hears, and does what a test wants in it.
+class RecordingDelegate : public GADCachedFileDelegate {
+public:
+    void cachedFileDownloadDidEnd(GADCachedFile& file) override {
+        events.emplace_back("end");
+        if (onEnd)
+            onEnd(file);
+    }
+    void cachedFileDownloadDidFail(GADCachedFile& file, const NSError* error) override {
+        events.push_back(error ? "fail " + error->domain() + " " + std::to_string(error->code())
+                               : "fail");
+        if (onFail)
+            onFail(file);
+    }
+    std::optional<NSError> cachedFileShouldRedirectToURL(GADCachedFile&,
+                                                         const NSURL& url) override {
+        events.push_back("redirect " + url.absoluteString());
+        return veto;
+    }
+
+    std::vector<std::string> events;
+    std::optional<NSError> veto;
+    std::function<void(GADCachedFile&)> onEnd;
+    std::function<void(GADCachedFile&)> onFail;
+};
+
+class GADCachedFileTest : public AdsTest {
+protected:
+    ~GADCachedFileTest() override {
+        if (file_) {
+            file_->setDelegate(nullptr);
+            file_->cancel();
+        }
+    }
+
+    GADCachedFile& file() {
+        if (!file_)
+            file_ = GADCachedFile::withDelegateURL(&delegate_, *NSURL::URLWithString(kAddress));
+        return *file_;
+    }
+    void letGo() { file_.reset(); }
+
+    void fetch() {
+        file().validate();
+        advance(10);
+    }
+    /// Fetches a first copy and forgets that it did.
+    void haveACopy(const std::string& text = "old copy") {
+        network().at(kAddress).body(text).header("Last-Modified", kModified);
+        fetch();
+        network().forgetRequests();
+        delegate_.events.clear();
+    }
+    std::string sentHeader(const std::string& field) {
+        return network().requests().empty()
+                   ? "nothing sent"
+                   : ScriptedNetwork::header(network().requests().back(), field);
+    }
+    double modificationTime() { return files().info(file().filePath()).value().modificationTime; }
+
+    RecordingDelegate delegate_;
+    std::shared_ptr<GADCachedFile> file_;
+};
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+TEST_F(GADCachedFileTest, FetchesAFileWithItsStatusAndHeaders) {
+    network().at(kAddress).body("var a = 1;").header("X-Afma-Refresh-Rate", "30");
+    EXPECT_FALSE(file().hasContent());
+    EXPECT_EQ(file().content(), std::nullopt);
+    EXPECT_EQ(file().fileModificationDate(), std::nullopt);
+    fetch();
+    EXPECT_THAT(delegate_.events, ElementsAre("end"));
+    EXPECT_EQ(file().content(), "var a = 1;");
+    EXPECT_EQ(file().httpStatusCode(), 200);
+    EXPECT_THAT(file().httpHeaders(),
+                ::testing::Contains(::testing::Pair("X-Afma-Refresh-Rate", "30")));
+    EXPECT_EQ(file().httpDestinationURL().absoluteString(), kAddress);
+    EXPECT_EQ(network().requests().size(), 1U);
+    EXPECT_TRUE(network().requests().front().ignoresCache);
+    EXPECT_EQ(network().requests().front().cookies, host::CookieUse::SendAndStore);
+    EXPECT_EQ(sentHeader("If-Modified-Since"), "");
+}
+
+TEST_F(GADCachedFileTest, NothingIsReportedBeforeValidateReturns) {
+    network().at(kAddress).body("a");
+    file().validate();
+    EXPECT_THAT(delegate_.events, IsEmpty());
+    advance(10);
+    EXPECT_THAT(delegate_.events, ElementsAre("end"));
+}
+
+TEST_F(GADCachedFileTest, LiesInAFolderOfItsHostAndIsNamedByAStableHash) {
+    // Published values of the hash.
+    EXPECT_EQ(gadStableHash(""), 0x811c9dc5U);
+    EXPECT_EQ(gadStableHash("a"), 0xe40c292cU);
+    EXPECT_EQ(gadStableHash("foobar"), 0xbf9cf968U);
+    EXPECT_EQ(file().filePath(), "/var/mobile/Library/Caches/ads.example/c07a6190");
+}
+
+TEST_F(GADCachedFileTest, NoAddressNamesAFileOutsideTheCaches) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"http://../x", "%2e%2e"},
+        {"http://./x", "%2e"},
+        {"http://%2e%2e/x", "%252e%252e"},
+        {"http://a%2Fb/x", "a%252Fb"},
+        {"file:///etc/passwd", "%"},
+        {"about:blank", "%"},
+        {"http://..a/x", "..a"},
+        {"http://[::1]:8080/x", "::1"},
+        {"http://user@h.example:80/x", "h.example"},
+        {"http://$&'/x", "%24%26%27"},
+    };
+    for (const auto& [address, folder] : cases) {
+        const auto url = NSURL::URLWithString(address);
+        if (!url)
+            continue;
+        const std::string path = gadCachedFilePath(*url);
+        const auto slash = path.rfind('/');
+        EXPECT_EQ(path.substr(0, slash), std::string(kGADCachesDirectory) + "/" + folder)
+            << address;
+        EXPECT_THAT(path.substr(slash + 1), ::testing::MatchesRegex("[0-9a-f]+")) << address;
+    }
+    const auto longHost = NSURL::URLWithString("http://" + std::string(300, 'a') + "/x");
+    EXPECT_THAT(gadCachedFilePath(*longHost),
+                ::testing::MatchesRegex("/var/mobile/Library/Caches/%[0-9a-f]+/[0-9a-f]+"));
+}
+
+TEST_F(GADCachedFileTest, ASecondValidateDuringAFetchChangesNothing) {
+    network().at(kAddress).body("a").after(1);
+    file().validate();
+    advance(0.5);
+    file().validate();
+    file().validateWithCacheBuster();
+    advance(10);
+    EXPECT_EQ(network().requests().size(), 1U);
+    EXPECT_THAT(delegate_.events, ElementsAre("end"));
+    file().validate();
+    advance(10);
+    EXPECT_EQ(network().requests().size(), 2U);
+}
+
+TEST_F(GADCachedFileTest, ACopyIsRevalidatedByTheServersOwnDate) {
+    haveACopy();
+    EXPECT_EQ(modificationTime(), kModifiedSeconds);
+    EXPECT_EQ(file().fileModificationDate(), "Sat, 01 Jan 2011 12:00:00");
+    network().at(kAddress).status(304);
+    fetch();
+    EXPECT_EQ(sentHeader("If-Modified-Since"), "Sat, 01 Jan 2011 12:00:00");
+    EXPECT_THAT(delegate_.events, ElementsAre("end"));
+    EXPECT_EQ(file().httpStatusCode(), 304);
+    EXPECT_EQ(file().content(), "old copy");
+    EXPECT_EQ(modificationTime(), kModifiedSeconds);
+}
+
+TEST_F(GADCachedFileTest, AnyObjectOfTheAddressFindsTheCopy) {
+    haveACopy();
+    const auto other = GADCachedFile::withDelegateURL(nullptr, *NSURL::URLWithString(kAddress));
+    EXPECT_EQ(other->content(), "old copy");
+    const auto otherAddress =
+        GADCachedFile::withDelegateURL(nullptr, *NSURL::URLWithString(std::string(kAddress) + "?"));
+    EXPECT_FALSE(otherAddress->hasContent());
+}
+
+TEST_F(GADCachedFileTest, TheDateIsTakenWithOrWithoutItsZoneAndNonsenseIsIgnored) {
+    const std::pair<const char*, bool> cases[] = {
+        {"Sat, 01 Jan 2011 12:00:00 GMT", true},
+        {"Sat, 01 Jan 2011 12:00:00", true},
+        {"Sat, 1 Jan 2011 12:00:00 GMT", true},
+        {"Sat, 01 Jan 2011 12:00:00 UTC", false},
+        {"Saturday, 01-Jan-11 12:00:00 GMT", false},
+        {"Sat Jan  1 12:00:00 2011", false},
+        {"Sat, 31 Feb 2011 12:00:00 GMT", false},
+        {"Sat, 01 Jan 2011 24:00:00 GMT", false},
+        {"GMT", false},
+        {"", false},
+    };
+    for (const auto& [date, taken] : cases) {
+        network().at(kAddress).body("new").header("Last-Modified", date);
+        file().invalidate();
+        fetch();
+        ASSERT_TRUE(file().hasContent()) << date;
+        EXPECT_EQ(modificationTime() == kModifiedSeconds, taken) << date;
+    }
+}
+
+TEST_F(GADCachedFileTest, AnUnexpectedStatusKeepsTheOldCopy) {
+    for (const int status : {404, 400, 503, 204, 206, 301}) {
+        haveACopy();
+        network().at(kAddress).status(status).body("an error page");
+        fetch();
+        EXPECT_THAT(delegate_.events, ElementsAre("fail")) << status;
+        EXPECT_EQ(file().httpStatusCode(), status);
+        EXPECT_EQ(file().content(), "old copy");
+        EXPECT_EQ(network().runningTransfers(), 0);
+    }
+}
+
+TEST_F(GADCachedFileTest, ALostConnectionReportsItsErrorAndKeepsTheOldCopy) {
+    haveACopy();
+    network()
+        .at(kAddress)
+        .body("a longer new copy")
+        .failsAfter(5, host::TransferErrorKind::ConnectionLost, "lost");
+    fetch();
+    EXPECT_THAT(delegate_.events, ElementsAre("fail NSURLErrorDomain -1005"));
+    EXPECT_EQ(file().content(), "old copy");
+    // A body that ends early is no copy either.
+    delegate_.events.clear();
+    network().at(kAddress).body("half").announces(100);
+    fetch();
+    EXPECT_THAT(delegate_.events, ElementsAre("fail NSURLErrorDomain -1005"));
+    EXPECT_EQ(file().content(), "old copy");
+}
+
+TEST_F(GADCachedFileTest, FollowsARedirectAndReadsItsHeaders) {
+    network()
+        .at(kAddress)
+        .redirectsTo("http://cdn.example/a")
+        .header("X-Afma-Tracking-Urls", "http://t/");
+    network().at("http://cdn.example/a").body("moved");
+    file().validate();
+    delegate_.onEnd = [](GADCachedFile& ended) {
+        EXPECT_EQ(ended.httpDestinationURL().absoluteString(), "http://cdn.example/a");
+    };
+    advance(10);
+    EXPECT_THAT(delegate_.events, ElementsAre("redirect http://cdn.example/a", "end"));
+    EXPECT_EQ(file().content(), "moved");
+    EXPECT_EQ(file().sourceURL().absoluteString(), kAddress);
+    EXPECT_EQ(file().filePath(), gadCachedFilePath(*NSURL::URLWithString(kAddress)));
+}
+
+TEST_F(GADCachedFileTest, AVetoStopsAtTheRedirectWithTheDelegatesError) {
+    haveACopy();
+    network().at(kAddress).redirectsTo("http://cdn.example/a").header("X-Mark", "redirect");
+    network().at("http://cdn.example/a").body("moved");
+    delegate_.veto = NSError("veto", 7, "not there");
+    fetch();
+    EXPECT_THAT(delegate_.events, ElementsAre("redirect http://cdn.example/a", "fail veto 7"));
+    EXPECT_THAT(network().requestedURLs(), ElementsAre(kAddress));
+    EXPECT_EQ(file().httpDestinationURL().absoluteString(), "http://cdn.example/a");
+    EXPECT_THAT(file().httpHeaders(), ::testing::Contains(::testing::Pair("X-Mark", "redirect")));
+    EXPECT_EQ(file().content(), "old copy");
+    delegate_.veto.reset();
+    fetch();
+    EXPECT_EQ(file().content(), "moved");
+}
+
+TEST_F(GADCachedFileTest, ARedirectThatLeavesTheWebIsAskedAboutToo) {
+    network().at(kAddress).redirectsTo("tel:123");
+    delegate_.veto = NSError("veto", 7, "enough");
+    fetch();
+    EXPECT_THAT(delegate_.events, ElementsAre("redirect tel:123", "fail veto 7"));
+    delegate_.events.clear();
+    delegate_.veto.reset();
+    fetch();
+    EXPECT_THAT(delegate_.events, ElementsAre("redirect tel:123", "fail NSURLErrorDomain -1002"));
+}
+
+TEST_F(GADCachedFileTest, TheCacheBusterIsTheMomentInTheAddress) {
+    const std::string busted = std::string(kAddress) + "?unique=321692800";
+    // 2011-03-13 07:06:40 is so many seconds after the first moment of 2001.
+    loop().setWallClockAtStart(1'300'000'000.4 - loop().now());
+    network().at(busted).body("fresh");
+    file().validateWithCacheBuster();
+    advance(10);
+    EXPECT_THAT(network().requestedURLs(), ElementsAre(busted));
+    EXPECT_EQ(file().httpDestinationURL().absoluteString(), busted);
+    EXPECT_EQ(file().content(), "fresh");
+    EXPECT_EQ(file().filePath(), gadCachedFilePath(*NSURL::URLWithString(kAddress)));
+}
+
+TEST_F(GADCachedFileTest, TellsTheLibrarysUserAgent) {
+    GADNetworkUtilities::setUserAgentString("Library/4.1");
+    network().at(kAddress).body("a");
+    fetch();
+    EXPECT_EQ(sentHeader("User-Agent"), "Library/4.1");
+}
+
+TEST_F(GADCachedFileTest, AWriteThatFailsReportsWhyAndKeepsTheOldCopy) {
+    haveACopy();
+    network().at(kAddress).body("new copy");
+    files().failWritesFrom(1, ENOSPC);
+    fetch();
+    EXPECT_THAT(delegate_.events, ElementsAre("fail NSPOSIXErrorDomain " + std::to_string(ENOSPC)));
+    files().clearFaults();
+    EXPECT_EQ(file().content(), "old copy");
+    EXPECT_EQ(modificationTime(), kModifiedSeconds);
+}
+
+TEST_F(GADCachedFileTest, AFolderThatCannotBeMadeReportsWhy) {
+    network().at(kAddress).body("new copy");
+    files().makeReadOnly("/var");
+    fetch();
+    ASSERT_EQ(delegate_.events.size(), 1U);
+    EXPECT_THAT(delegate_.events.front(), ::testing::StartsWith("fail NSPOSIXErrorDomain "));
+    EXPECT_FALSE(file().hasContent());
+}
+
+TEST_F(GADCachedFileTest, CancelKeepsTheCopyAndReportsNothing) {
+    haveACopy();
+    network().at(kAddress).body("new copy").after(1);
+    file().validate();
+    advance(0.5);
+    EXPECT_EQ(network().runningTransfers(), 1);
+    file().cancel();
+    EXPECT_EQ(network().runningTransfers(), 0);
+    advance(10);
+    EXPECT_THAT(delegate_.events, IsEmpty());
+    EXPECT_EQ(file().content(), "old copy");
+    fetch();
+    EXPECT_EQ(file().content(), "new copy");
+}
+
+TEST_F(GADCachedFileTest, InvalidateStopsAndDeletes) {
+    haveACopy();
+    network().at(kAddress).body("new copy").after(1);
+    file().validate();
+    advance(0.5);
+    file().invalidate();
+    file().invalidate();
+    advance(10);
+    EXPECT_THAT(delegate_.events, IsEmpty());
+    EXPECT_FALSE(file().hasContent());
+    network().forgetRequests();
+    fetch();
+    EXPECT_EQ(sentHeader("If-Modified-Since"), "");
+}
+
+TEST_F(GADCachedFileTest, TextThatIsNotUTF8IsNoContent) {
+    network().at(kAddress).body("caf\xE9");
+    fetch();
+    EXPECT_TRUE(file().hasContent());
+    EXPECT_EQ(file().content(), std::nullopt);
+    network().at(kAddress).body("");
+    fetch();
+    EXPECT_EQ(file().content(), "");
+}
+
+TEST_F(GADCachedFileTest, TheDelegateMayFetchAgainFromTheEnd) {
+    network().at(kAddress).body("first").header("Last-Modified", kModified);
+    network().thenAt(kAddress).body("second");
+    delegate_.onEnd = [this](GADCachedFile& ended) {
+        delegate_.onEnd = nullptr;
+        ended.validate(); // still running: nothing
+        ended.cancel();
+        ended.validate();
+    };
+    fetch();
+    EXPECT_THAT(delegate_.events, ElementsAre("end", "end"));
+    EXPECT_EQ(file().content(), "second");
+    EXPECT_EQ(network().requests().size(), 2U);
+}
+
+TEST_F(GADCachedFileTest, TheDelegateMayFetchAgainFromAFailure) {
+    network().at(kAddress).fails(host::TransferErrorKind::TimedOut, "slow");
+    network().thenAt(kAddress).body("second");
+    delegate_.onFail = [](GADCachedFile& failed) {
+        failed.validate();
+    };
+    fetch();
+    EXPECT_THAT(delegate_.events, ElementsAre("fail NSURLErrorDomain -1001", "end"));
+}
+
+TEST_F(GADCachedFileTest, TheDelegateMayLetTheFileGoInAnyCallback) {
+    const auto letGoOfIt = [this](GADCachedFile& done) {
+        done.setDelegate(nullptr);
+        done.invalidate();
+        letGo();
+    };
+    delegate_.onEnd = letGoOfIt;
+    delegate_.onFail = letGoOfIt;
+    network().at(kAddress).body("a").header("Last-Modified", kModified);
+    fetch();
+    EXPECT_EQ(file_, nullptr);
+    network().at(kAddress).status(304);
+    fetch();
+    network().at(kAddress).status(500);
+    fetch();
+    network().at(kAddress).fails(host::TransferErrorKind::Other, "broken");
+    fetch();
+    delegate_.veto = NSError("veto", 7, "not there");
+    network().at(kAddress).redirectsTo("http://h/");
+    fetch();
+    EXPECT_THAT(delegate_.events, ElementsAre("end", "end", "fail", "fail NSURLErrorDomain -1",
+                                              "redirect http://h/", "fail veto 7"));
+    EXPECT_FALSE(file().hasContent());
+}
+
+TEST_F(GADCachedFileTest, WithoutADelegateItFetchesAllTheSame) {
+    file().setDelegate(nullptr);
+    network().at(kAddress).redirectsTo("http://h/");
+    network().at("http://h/").body("a");
+    fetch();
+    EXPECT_EQ(file().content(), "a");
+    network().at("http://h/").status(404);
+    fetch();
+    EXPECT_EQ(file().httpStatusCode(), 404);
+}
+
+TEST_F(GADCachedFileTest, DescribesItself) {
+    network().at(kAddress).status(404);
+    fetch();
+    EXPECT_THAT(file().description(),
+                ::testing::MatchesRegex("<GADCachedFile: 0x[0-9a-f]+> HTTP code: 404\n"
+                                        "\turl: http://ads.example/script.js\n"
+                                        "\tfile: /var/mobile/Library/Caches/ads.example/.*"));
+}
+
+}
+}
