@@ -25,7 +25,7 @@ constexpr double kRadius = 12;
 constexpr double kScrollInset = 8;
 constexpr int kMostTitleLines = 3;
 
-constexpr UIColor kBody = UIColor::colorWithRedGreenBlueAlpha(0.07F, 0.13F, 0.31F, 0.92F);
+constexpr UIColor kBody = UIColor::colorWithRedGreenBlueAlpha(0.07F, 0.13F, 0.31F, 0.95F);
 constexpr UIColor kButtonColor = UIColor::colorWithRedGreenBlueAlpha(0.2F, 0.27F, 0.45F, 1);
 constexpr UIColor kCancelColor = UIColor::colorWithRedGreenBlueAlpha(0.1F, 0.15F, 0.3F, 1);
 

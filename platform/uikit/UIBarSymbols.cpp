@@ -12,22 +12,22 @@ namespace {
 
 constexpr double kPi = std::numbers::pi;
 
+/// A ring, open at the upper right, with an arrow head on its end.
 void drawRefresh(CGContext& context) {
     constexpr double kRadius = 7;
-    constexpr double kEnd = -0.18 * kPi;
-    context.setLineWidth(2.6);
+    constexpr double kStart = -0.02 * kPi;
+    constexpr double kEnd = 1.55 * kPi;
+    context.setLineWidth(2.8);
     context.beginPath();
-    context.arc(0, 0.5, kRadius, 0, 1.62 * kPi);
+    context.arc(0, 1, kRadius, kStart, kEnd);
     context.strokePath();
-    // The head stands on the open end of the ring, its tip onward.
-    const double angle = 1.62 * kPi;
     context.saveGState();
-    context.translate(kRadius * std::cos(angle), 0.5 + kRadius * std::sin(angle));
-    context.rotate(angle + kPi / 2 - kEnd / 2);
+    context.translate(kRadius * std::cos(kEnd), 1 + kRadius * std::sin(kEnd));
+    context.rotate(kEnd + kPi / 2 + 0.25);
     context.beginPath();
-    context.moveTo(5.4, 0);
-    context.lineTo(-1.4, -4.8);
-    context.lineTo(-1.4, 4.8);
+    context.moveTo(7.2, 0);
+    context.lineTo(-1.2, -5.2);
+    context.lineTo(-1.2, 5.2);
     context.closePath();
     context.fillPath();
     context.restoreGState();
