@@ -15,6 +15,8 @@ enum UIControlEvents : unsigned {
     UIControlEventTouchUpOutside = 128,
     UIControlEventTouchCancel = 256,
     UIControlEventValueChanged = 4096,
+    UIControlEventEditingChanged = 131072,
+    UIControlEventEditingDidEndOnExit = 524288,
 };
 
 /// A view that turns touches into events.

@@ -1,0 +1,212 @@
+#include "platform/uikit/MFMailComposeViewController.h"
+
+#include "platform/foundation/NSBundle.h"
+#include "platform/foundation/NSError.h"
+#include "platform/host/Desktop.h"
+#include "platform/host/Host.h"
+#include "platform/uikit/MFMailComposeForm.h"
+#include "platform/uikit/UIAlertView.h"
+#include "platform/uikit/UINavigationBar.h"
+#include "platform/uikit/UIProgressHUD.h"
+
+#include <cmath>
+#include <utility>
+
+namespace vistrel {
+
+namespace {
+
+constexpr double kBarHeight = 44;
+using Row = MFMailComposeForm::Row;
+
+std::string translated(const std::string& key) {
+    return NSBundle::mainBundle().localizedStringForKeyValue(key);
+}
+
+void tellDraftIsLost(const host::Failure& failure) {
+    UIAlertView::withTitle(translated("Failed to Save Draft"), failure.message, {},
+                           translated("OK"))
+        ->show();
+}
+
+}
+
+bool MFMailComposeViewController::canSendMail() {
+    return host::current().desktop->canSendMail();
+}
+
+MFMailComposeViewController::MFMailComposeViewController()
+    : bar_(std::make_shared<UINavigationBar>())
+    , item_(std::make_shared<UINavigationItem>(translated("New Message")))
+    , form_(std::make_shared<MFMailComposeForm>(CGRectMake(0, kBarHeight, 320, 416))) {}
+
+MFMailComposeViewController::~MFMailComposeViewController() {
+    form_->setChangeHandler({});
+}
+
+void MFMailComposeViewController::setMailComposeDelegate(
+    std::weak_ptr<MFMailComposeViewControllerDelegate> delegate) {
+    delegate_ = std::move(delegate);
+}
+
+void MFMailComposeViewController::setSubject(std::string subject) {
+    form_->setText(Row::Subject, subject);
+}
+
+void MFMailComposeViewController::setToRecipients(const std::vector<std::string>& recipients) {
+    form_->setAddresses(Row::To, recipients);
+    updateSendButton();
+}
+
+void MFMailComposeViewController::setCcRecipients(const std::vector<std::string>& recipients) {
+    form_->setAddresses(Row::Cc, recipients);
+    updateSendButton();
+}
+
+void MFMailComposeViewController::setBccRecipients(const std::vector<std::string>& recipients) {
+    form_->setAddresses(Row::Bcc, recipients);
+    updateSendButton();
+}
+
+void MFMailComposeViewController::setMessageBodyIsHTML(std::string body, bool isHTML) {
+    form_->setBody(body);
+    isHTML_ = isHTML;
+}
+
+void MFMailComposeViewController::viewDidLoad() {
+    UIViewController::viewDidLoad();
+    const auto& root = view();
+    const std::weak_ptr<UIViewController> weak = weak_from_this();
+    const auto bound = [weak](void (MFMailComposeViewController::*action)()) {
+        return [weak, action] {
+            if (const auto self = weak.lock())
+                (static_cast<MFMailComposeViewController&>(*self).*action)();
+        };
+    };
+    item_->setLeftBarButtonItem(UIBarButtonItem::withBarButtonSystemItem(
+        UIBarButtonSystemItem::Cancel, bound(&MFMailComposeViewController::cancel)));
+    item_->setRightBarButtonItem(UIBarButtonItem::withTitle(
+        translated("Send"), UIBarButtonItemStyle::Done, bound(&MFMailComposeViewController::send)));
+    bar_->setFrame(CGRectMake(0, 0, root->bounds().size.width, kBarHeight));
+    bar_->setAutoresizingMask(UIViewAutoresizingFlexibleWidth);
+    bar_->setItems({item_}, false);
+    form_->setFrame(CGRectMake(0, kBarHeight, root->bounds().size.width,
+                               root->bounds().size.height - kBarHeight));
+    form_->setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
+    form_->setChangeHandler(bound(&MFMailComposeViewController::updateSendButton));
+    root->addSubview(form_);
+    root->addSubview(bar_);
+    updateSendButton();
+}
+
+host::OutgoingMail MFMailComposeViewController::mail() const {
+    host::OutgoingMail mail;
+    mail.to = form_->addresses(Row::To);
+    mail.cc = form_->addresses(Row::Cc);
+    mail.bcc = form_->addresses(Row::Bcc);
+    mail.subject = form_->text(Row::Subject);
+    mail.body = form_->body();
+    mail.isHTML = isHTML_;
+    return mail;
+}
+
+void MFMailComposeViewController::updateSendButton() {
+    const auto& button = item_->rightBarButtonItem();
+    if (!button)
+        return;
+    const host::OutgoingMail current = mail();
+    const bool hasRecipient = !current.to.empty() || !current.cc.empty() || !current.bcc.empty();
+    button->setEnabled(hasRecipient && !sending_ && !finished_);
+    item_->leftBarButtonItem()->setEnabled(!sending_ && !finished_);
+}
+
+bool MFMailComposeViewController::escapePressed() {
+    cancel();
+    return true;
+}
+
+void MFMailComposeViewController::cancel() {
+    if (sending_ || finished_)
+        return;
+    if (!form_->isEdited()) {
+        finish(MFMailComposeResult::Cancelled, nullptr);
+        return;
+    }
+    const std::weak_ptr<UIViewController> weak = weak_from_this();
+    const std::shared_ptr<UIActionSheetDelegate> delegate(weak.lock(), this);
+    UIActionSheet::withTitle({}, delegate, translated("Cancel"), translated("Delete Draft"),
+                             {translated("Save Draft")})
+        ->showInView(*view());
+}
+
+void MFMailComposeViewController::actionSheetClickedButtonAtIndex(UIActionSheet& actionSheet,
+                                                                  int buttonIndex) {
+    if (buttonIndex == actionSheet.destructiveButtonIndex())
+        finish(MFMailComposeResult::Cancelled, nullptr);
+    else if (buttonIndex != actionSheet.cancelButtonIndex())
+        keepDraft();
+}
+
+void MFMailComposeViewController::keepDraft() {
+    const host::Status kept = host::current().desktop->saveDraft(mail());
+    if (kept.ok())
+        finish(MFMailComposeResult::Saved, nullptr);
+    else
+        tellDraftIsLost(kept.failure()); // the composer stays, and the text with it
+}
+
+void MFMailComposeViewController::send() {
+    if (sending_ || finished_)
+        return;
+    sending_ = true;
+    updateSendButton();
+    hud_ = UIProgressHUD::withWindow(*view());
+    showProgress(0);
+    hud_->show(true);
+    // The screen stays alive until the mail is away, whoever lets it go meanwhile.
+    const auto self = std::static_pointer_cast<MFMailComposeViewController>(shared_from_this());
+    host::current().desktop->sendMail(
+        mail(), [self](double fraction) { self->showProgress(fraction); },
+        [self](const host::Status& outcome) {
+            self->sent(outcome.ok() ? nullptr : &outcome.failure());
+        });
+}
+
+void MFMailComposeViewController::showProgress(double fraction) {
+    const auto percent = std::lround(std::min(1.0, std::max(0.0, fraction)) * 100);
+    std::string text = translated("Sending");
+    if (percent > 0)
+        text += " " + std::to_string(percent) + "%";
+    hud_->setText(text);
+}
+
+void MFMailComposeViewController::sent(const host::Failure* failure) {
+    sending_ = false;
+    hud_->show(false);
+    if (!failure) {
+        finish(MFMailComposeResult::Sent, nullptr);
+        return;
+    }
+    const host::Status kept = host::current().desktop->saveDraft(mail());
+    finish(MFMailComposeResult::Failed, failure);
+    if (!kept.ok())
+        tellDraftIsLost(kept.failure());
+}
+
+void MFMailComposeViewController::finish(MFMailComposeResult result, const host::Failure* failure) {
+    if (std::exchange(finished_, true))
+        return;
+    updateSendButton();
+    const auto self = weak_from_this().lock();
+    const auto delegate = delegate_.lock();
+    if (!delegate)
+        return;
+    if (failure) {
+        const NSError error(NSPOSIXErrorDomain, failure->code, failure->message);
+        delegate->mailComposeControllerDidFinishWithResultError(*this, result, &error);
+    } else {
+        delegate->mailComposeControllerDidFinishWithResultError(*this, result, nullptr);
+    }
+}
+
+}

@@ -1,0 +1,44 @@
+#pragma once
+#include "platform/uikit/UIControl.h"
+#include "platform/uikit/UITextEditor.h"
+
+#include <string>
+
+namespace vistrel {
+
+/// One line of text to type. Sends UIControlEventEditingChanged at every edit, and
+/// UIControlEventEditingDidEndOnExit when Enter is pressed.
+class UITextField : public UIControl {
+public:
+    explicit UITextField(CGRect frame = {}, const UIFont& font = UIFont::systemFontOfSize(16));
+
+    const std::string& text() const { return editor_.text(); }
+    /// No event.
+    void setText(const std::string& text);
+    void setTextColor(const UIColor& color);
+    /// Shown, grey, while there is no text.
+    void setPlaceholder(std::string placeholder);
+    std::string selectedText() const { return editor_.buffer().selectedText(); }
+
+    void touchesBegan(const UITouch& touch) override;
+    void touchesMoved(const UITouch& touch) override;
+    bool keyPressed(const UIKey& key) override;
+    void focusChanged(bool focused) override;
+    void setFrame(const CGRect& frame) override;
+    void didMoveToWindow() override;
+    bool drawsContent() const override { return true; }
+    void drawRect(const CGRect& rect) override;
+    UIAccessibilityElement accessibilityElement() const override;
+
+private:
+    void changed();
+    CGPoint textOrigin() const;
+
+    UITextEditor editor_;
+    UIColor textColor_ = UIColor::blackColor();
+    std::string placeholder_;
+    double scrolled_ = 0; ///< points of the text left of the field
+    bool focused_ = false;
+};
+
+}

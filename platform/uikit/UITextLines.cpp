@@ -1,0 +1,121 @@
+#include "platform/uikit/UITextLines.h"
+
+#include "platform/graphics/UIStringDrawing.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vistrel {
+
+double UITextLines::lineHeight() const {
+    return std::ceil(font_.lineHeight());
+}
+
+CGSize UITextLines::size() const {
+    double width = 0;
+    for (const Line& line : lines_)
+        width = std::max(width, widthBetween(line.start, line.end));
+    return {width, lineHeight() * static_cast<double>(lines_.size())};
+}
+
+void UITextLines::breakText(const std::string& text, double width) {
+    text_ = text;
+    lines_.clear();
+    std::size_t start = 0;
+    while (true) {
+        const std::size_t end = std::min(text_.find('\n', start), text_.size());
+        breakParagraph(start, end, width);
+        if (end == text_.size())
+            return;
+        start = end + 1;
+    }
+}
+
+void UITextLines::breakParagraph(std::size_t start, std::size_t end, double width) {
+    while (width > 0 && widthBetween(start, end) > width) {
+        const std::size_t fits = fittingEnd(start, end, width);
+        const std::size_t space = text_.rfind(' ', fits);
+        const bool hasSpace = space != std::string::npos && space > start;
+        const std::size_t broken = hasSpace ? space : fits;
+        lines_.push_back({start, broken});
+        start = hasSpace ? space + 1 : broken;
+    }
+    lines_.push_back({start, end});
+}
+
+/// The last offset up to which the text is no wider; at least one character on.
+std::size_t UITextLines::fittingEnd(std::size_t start, std::size_t end, double width) const {
+    std::vector<std::size_t> offsets;
+    for (std::size_t at = nextCharacter(start); at < end; at = nextCharacter(at))
+        offsets.push_back(at);
+    offsets.push_back(end);
+    const auto tooWide =
+        std::partition_point(offsets.begin(), offsets.end(), [&](std::size_t offset) {
+            return widthBetween(start, offset) <= width;
+        });
+    return tooWide == offsets.begin() ? offsets.front() : *std::prev(tooWide);
+}
+
+double UITextLines::widthBetween(std::size_t start, std::size_t end) const {
+    return start == end ? 0 : sizeWithFont(text_.substr(start, end - start), font_).width;
+}
+
+std::size_t UITextLines::nextCharacter(std::size_t offset) const {
+    do
+        ++offset;
+    while (offset < text_.size() && (static_cast<unsigned char>(text_[offset]) & 0xC0) == 0x80);
+    return offset;
+}
+
+std::size_t UITextLines::lineOf(std::size_t offset) const {
+    std::size_t line = lines_.size() - 1;
+    while (line > 0 && lines_[line].start > offset)
+        --line;
+    return line;
+}
+
+CGRect UITextLines::caretRect(std::size_t offset) const {
+    const std::size_t index = lineOf(offset);
+    const Line& line = lines_[index];
+    return CGRectMake(widthBetween(line.start, std::min(offset, line.end)),
+                      static_cast<double>(index) * lineHeight(), 0, lineHeight());
+}
+
+std::size_t UITextLines::offsetAt(CGPoint point) const {
+    const double row = std::floor(point.y / lineHeight());
+    const auto last = static_cast<double>(lines_.size() - 1);
+    return offsetInLine(static_cast<std::size_t>(std::clamp(row, 0.0, last)), point.x);
+}
+
+std::size_t UITextLines::offsetInLine(std::size_t index, double x) const {
+    const Line& line = lines_[std::min(index, lines_.size() - 1)];
+    double before = 0;
+    std::size_t offset = line.start;
+    while (offset < line.end) {
+        const std::size_t next = nextCharacter(offset);
+        const double after = widthBetween(line.start, next);
+        if (x < (before + after) / 2)
+            break;
+        before = after;
+        offset = next;
+    }
+    return offset;
+}
+
+CGRect UITextLines::selectionRect(std::size_t index, std::size_t from, std::size_t to) const {
+    const Line& line = lines_[index];
+    const std::size_t start = std::max(from, line.start);
+    const std::size_t end = std::min(to, line.end);
+    if (start > end || (start == end && from != to && to <= line.end))
+        return {};
+    const double x = widthBetween(line.start, start);
+    const bool takesBreak = to > line.end;
+    const double width = widthBetween(line.start, end) - x + (takesBreak ? 4 : 0);
+    return CGRectMake(x, static_cast<double>(index) * lineHeight(), width, lineHeight());
+}
+
+std::string UITextLines::textOf(const Line& line) const {
+    return text_.substr(line.start, line.end - line.start);
+}
+
+}

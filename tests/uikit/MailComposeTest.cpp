@@ -1,0 +1,175 @@
+#include "platform/foundation/NSError.h"
+#include "platform/uikit/MFMailComposeViewController.h"
+#include "platform/uikit/UIActionSheet.h"
+#include "platform/uikit/UIAlertView.h"
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIEventDispatcher.h"
+#include "platform/uikit/UITextField.h"
+#include "tests/uikit/ScreenTest.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace vistrel {
+namespace {
+
+struct Ending : MFMailComposeViewControllerDelegate {
+    void mailComposeControllerDidFinishWithResultError(MFMailComposeViewController& composer,
+                                                       MFMailComposeResult result,
+                                                       const NSError* error) override {
+        results.push_back(static_cast<int>(result));
+        description = error ? error->localizedDescription() : "";
+        composer.dismissModalViewControllerAnimated(true);
+    }
+
+    std::vector<int> results;
+    std::string description;
+};
+
+class MailCompose : public ScreenTest {
+protected:
+    void SetUp() override {
+        presenter_ = std::make_shared<UIViewController>();
+        window().addSubview(presenter_->view());
+        composer_ = std::make_shared<MFMailComposeViewController>();
+        composer_->setMailComposeDelegate(ending_);
+        composer_->setSubject("Vistrel Application Support");
+        composer_->setToRecipients({"support@example.com"});
+        composer_->setMessageBodyIsHTML("Please Describe:\n\n1.0", false);
+        presenter_->presentModalViewController(composer_, true);
+        advance(1);
+        pixelOf(screen(), 0, 0);
+    }
+    void typeInto(const std::string& label, const std::string& text) {
+        const auto field = find(UIAccessibilityRole::Field, label);
+        ASSERT_NE(field, nullptr) << label;
+        UIApplication::sharedApplication().events().setFirstResponder(field);
+        type(text);
+    }
+    bool isShown() { return presenter_->modalViewController() != nullptr; }
+
+    std::shared_ptr<Ending> ending_ = std::make_shared<Ending>();
+    std::shared_ptr<UIViewController> presenter_;
+    std::shared_ptr<MFMailComposeViewController> composer_;
+};
+
+TEST_F(MailCompose, SendsWhatIsWrittenAndEndsOnce) {
+    typeInto("Cc", "\"Doe, Jane\" <jane@example.com>; two@example.com ,, ");
+    typeInto("Bcc", "hidden@example.com");
+    typeInto("Message", "Grüße. ");
+    tapButton("Send");
+    tapButton("Send");
+    advance(2);
+    EXPECT_THAT(ending_->results, ElementsAre(2));
+    EXPECT_FALSE(isShown());
+    ASSERT_EQ(desktop().sentMails().size(), 1u);
+    const host::OutgoingMail& mail = desktop().sentMails().front();
+    EXPECT_THAT(mail.to, ElementsAre("support@example.com"));
+    EXPECT_THAT(mail.cc, ElementsAre("\"Doe, Jane\" <jane@example.com>", "two@example.com"));
+    EXPECT_THAT(mail.bcc, ElementsAre("hidden@example.com"));
+    EXPECT_EQ(mail.subject, "Vistrel Application Support");
+    EXPECT_EQ(mail.body, "Grüße. Please Describe:\n\n1.0");
+    EXPECT_FALSE(mail.isHTML);
+    EXPECT_THAT(desktop().drafts(), IsEmpty());
+}
+
+TEST_F(MailCompose, AMailThatCannotBeSentIsKeptAsADraftWhenThatIsPossible) {
+    desktop().setMailFailure(host::Failure{ECONNREFUSED, "The server refused the connection."});
+    tapButton("Send");
+    advance(2);
+    EXPECT_THAT(ending_->results, ElementsAre(3));
+    EXPECT_EQ(ending_->description, "The server refused the connection.");
+    EXPECT_FALSE(isShown());
+    ASSERT_EQ(UIAlertView::visibleAlerts().size(), 1u) << "the draft could not be kept: said so";
+    EXPECT_EQ(UIAlertView::visibleAlerts().front()->title(), "Failed to Save Draft");
+    press(UIKeyCode::Escape);
+    advance(1);
+}
+
+TEST_F(MailCompose, CancelAsksOnlyWhenSomethingWasWritten) {
+    tapButton("Cancel");
+    advance(1);
+    EXPECT_THAT(ending_->results, ElementsAre(0));
+    EXPECT_EQ(UIActionSheet::visibleSheet(), nullptr);
+    EXPECT_FALSE(isShown());
+}
+
+TEST_F(MailCompose, ADraftIsDeletedSavedOrWrittenOn) {
+    struct Case {
+        std::string choice;
+        std::vector<int> results;
+        std::size_t drafts;
+        bool shown;
+    };
+    const Case cases[] = {
+        {"Cancel", {}, 0, true}, {"Save Draft", {1}, 1, false}, {"Delete Draft", {0}, 0, false}};
+    std::size_t drafts = 0;
+    for (const Case& test : cases) {
+        if (!isShown()) {
+            ending_->results.clear();
+            SetUp();
+        }
+        typeInto("Message", "Written ");
+        press(UIKeyCode::Escape);
+        advance(1);
+        tapButton(test.choice);
+        advance(1);
+        EXPECT_EQ(ending_->results, test.results) << test.choice;
+        EXPECT_EQ(desktop().drafts().size() - drafts, test.drafts) << test.choice;
+        EXPECT_EQ(isShown(), test.shown) << test.choice;
+        drafts = desktop().drafts().size();
+    }
+}
+
+TEST_F(MailCompose, AFailedDraftLeavesTheComposerOpen) {
+    typeInto("Message", "Precious ");
+    desktop().setMailFailure(host::Failure{ENOSPC, "No space left on device"});
+    press(UIKeyCode::Escape);
+    advance(1);
+    tapButton("Save Draft");
+    advance(1);
+    EXPECT_THAT(ending_->results, IsEmpty());
+    press(UIKeyCode::Escape); // the alert
+    advance(1);
+    EXPECT_TRUE(isShown());
+    desktop().setMailFailure(std::nullopt);
+    tapButton("Send");
+    advance(2);
+    EXPECT_THAT(ending_->results, ElementsAre(2));
+    EXPECT_EQ(desktop().sentMails().front().body, "Precious Please Describe:\n\n1.0");
+}
+
+TEST_F(MailCompose, WithoutARecipientNothingIsSent) {
+    composer_->setToRecipients({});
+    tapButton("Send");
+    advance(1);
+    EXPECT_THAT(desktop().sentMails(), IsEmpty());
+    typeInto("Bcc", "x@example.com");
+    tapButton("Send");
+    advance(1);
+    EXPECT_EQ(desktop().sentMails().size(), 1u);
+}
+
+TEST_F(MailCompose, TheMailGoesOutWhenItsScreenIsLetGoMeanwhile) {
+    tapButton("Send");
+    presenter_->dismissModalViewControllerAnimated(false);
+    ending_.reset();
+    composer_.reset();
+    advance(2);
+    EXPECT_EQ(desktop().sentMails().size(), 1u);
+}
+
+TEST_F(MailCompose, EnterWalksThroughTheRows) {
+    typeInto("To", "");
+    for (const char* label : {"Cc", "Bcc", "Subject", "Message"}) {
+        press(UIKeyCode::Enter);
+        EXPECT_EQ(UIApplication::sharedApplication().events().firstResponder(),
+                  find(UIAccessibilityRole::Field, label))
+            << label;
+    }
+}
+
+}
+}
