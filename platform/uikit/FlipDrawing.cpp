@@ -3,27 +3,101 @@
 #include "platform/uikit/SceneVisitor.h"
 
 #include <cmath>
+#include <vector>
 
 namespace vistrel {
 
 namespace {
 
-constexpr int kStrips = 24;
 /// The eye's distance, in widths of what is flipped.
 constexpr double kEyeDistance = 2.5;
-constexpr float kDeepestShade = 0.4F;
+constexpr double kDeepestShade = 0.4;
+/// Fixed-point unit of positions between pixels.
+constexpr int kUnit = 256;
 
-struct Seen {
-    double x;
-    double scale;
-};
-
-/// Where a point `x` right of the axis is seen when the plane is turned by `angle`.
-Seen seenFrom(double x, double angle, double distance) {
-    const double scale = distance / (distance + x * std::sin(angle));
-    return {x * std::cos(angle) * scale, scale};
+/// Mixes two premultiplied pixels, `part` of 256 of the second, two channels at a time.
+std::uint32_t mix(std::uint32_t a, std::uint32_t b, std::uint32_t part) {
+    constexpr std::uint32_t mask = 0x00FF00FF;
+    const std::uint32_t rest = kUnit - part;
+    const std::uint32_t even = ((a & mask) * rest + (b & mask) * part) >> 8 & mask;
+    const std::uint32_t odd = ((a >> 8 & mask) * rest + (b >> 8 & mask) * part) & ~mask;
+    return even | odd;
 }
 
+std::uint32_t darken(std::uint32_t pixel, std::uint32_t light) {
+    constexpr std::uint32_t mask = 0x00FF00FF;
+    const std::uint32_t redBlue = (pixel & mask) * light >> 8 & mask;
+    const std::uint32_t green = (pixel >> 8 & 0xFF) * light & 0xFF00;
+    return (pixel & 0xFF000000) | redBlue | green;
+}
+
+/// Where one column of the result looks into the picture.
+struct Column {
+    bool sees = false;
+    int x = 0;          ///< left neighbour's column, -1 for none
+    std::uint32_t part; ///< of the right neighbour
+    double step = 1;    ///< picture rows for one row of the result
+};
+
+std::vector<Column> columnsFor(int width, double angle) {
+    std::vector<Column> columns(static_cast<std::size_t>(width));
+    const double distance = kEyeDistance * width;
+    const double cosine = std::cos(angle);
+    const double sine = std::sin(angle);
+    for (int i = 0; i < width; ++i) {
+        const double seen = i + 0.5 - width / 2.0;
+        const double x = seen * distance / (distance * cosine - seen * sine);
+        const double source = x + width / 2.0 - 0.5;
+        auto& column = columns[static_cast<std::size_t>(i)];
+        column.sees = source > -1 && source < width;
+        column.x = static_cast<int>(std::floor(source));
+        column.part = static_cast<std::uint32_t>((source - column.x) * kUnit);
+        column.step = (distance + x * sine) / distance;
+    }
+    return columns;
+}
+
+/// The pixel between four neighbours; what lies outside the picture is transparent, which smooths
+/// the edges.
+std::uint32_t sample(const Bitmap& picture, const Column& column, double row) {
+    const int y = static_cast<int>(std::floor(row));
+    if (y < -1 || y >= picture.height()) {
+        return 0;
+    }
+    const auto down = static_cast<std::uint32_t>((row - y) * kUnit);
+    const int right = column.x + 1;
+    const auto across = [&](int line) -> std::uint32_t {
+        if (line < 0 || line >= picture.height()) {
+            return 0;
+        }
+        const auto* pixels = picture.row(line);
+        return mix(column.x >= 0 ? pixels[column.x] : 0,
+                   right < picture.width() ? pixels[right] : 0, column.part);
+    };
+    return mix(across(y), across(y + 1), down);
+}
+
+}
+
+std::shared_ptr<Bitmap> turnedPicture(const Bitmap& picture, double angle) {
+    const int headroom = static_cast<int>(std::ceil(kFlipHeadroom * picture.height()));
+    const int height = picture.height() + 2 * headroom;
+    auto turned = std::make_shared<Bitmap>(picture.width(), height);
+    const auto columns = columnsFor(picture.width(), angle);
+    const auto light = static_cast<std::uint32_t>(
+        std::lround(kUnit * (1 - kDeepestShade * std::abs(std::sin(angle)))));
+    for (int y = 0; y < height; ++y) {
+        const double fromMiddle = y + 0.5 - height / 2.0;
+        auto* out = turned->row(y);
+        for (const auto& column : columns) {
+            if (column.sees) {
+                const double row = fromMiddle * column.step + picture.height() / 2.0 - 0.5;
+                *out = darken(sample(picture, column, row), light);
+            }
+            ++out;
+        }
+    }
+    return turned;
 }
 
 void drawFlip(const UIViewAnimationEngine::Flip& flip, const CGRect& bounds,
@@ -34,29 +108,14 @@ void drawFlip(const UIViewAnimationEngine::Flip& flip, const CGRect& bounds,
         return;
     }
     const double turned = M_PI * (firstHalf ? flip.progress : flip.progress - 1);
-    const double angle = flip.fromLeft ? turned : -turned;
-    const double distance = bounds.size.width * kEyeDistance;
-    const double width = bounds.size.width / kStrips;
-    for (int i = 0; i < kStrips; ++i) {
-        const double left = bounds.minX() + i * width;
-        const auto start = seenFrom(left - bounds.midX(), angle, distance);
-        const auto end = seenFrom(left + width - bounds.midX(), angle, distance);
-        const double across = (end.x - start.x) / width;
-        if (across <= 0) {
-            continue;
-        }
-        const double down = (start.scale + end.scale) / 2;
-        visitor.pushTransform({across, 0, 0, down, bounds.midX() + start.x - across * left,
-                               bounds.midY() * (1 - down)});
-        visitor.pushClip(CGRectMake(left, bounds.minY(), width, bounds.size.height));
+    if (turned == 0) {
         visitor.drawPicture(bounds, picture);
-        const auto shade = kDeepestShade * static_cast<float>(std::abs(std::sin(angle)));
-        if (picture->isOpaque() && shade > 0) {
-            visitor.fillColor(bounds, UIColor::blackColor().colorWithAlphaComponent(shade));
-        }
-        visitor.pop();
-        visitor.pop();
+        return;
     }
+    const double headroom =
+        std::ceil(kFlipHeadroom * picture->height()) * bounds.size.height / picture->height();
+    visitor.drawPicture(bounds.insetBy(0, -headroom),
+                        turnedPicture(*picture, flip.fromLeft ? turned : -turned));
 }
 
 }

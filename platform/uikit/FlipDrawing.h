@@ -5,8 +5,13 @@
 namespace vistrel {
 class SceneVisitor;
 
-/// Draws the picture that a flip shows now, turned about the middle of `bounds` and seen from
-/// nearby: in upright strips, each of its own height.
+/// The picture turned about its upright middle axis by `angle` (radians, less than a quarter turn
+/// either way) as an eye nearby sees it, darker the further it turns. As wide as the picture and
+/// higher by `kFlipHeadroom` of its height above and below, for the edge that comes near.
+std::shared_ptr<Bitmap> turnedPicture(const Bitmap& picture, double angle);
+inline constexpr double kFlipHeadroom = 0.15;
+
+/// Draws the side that a flip of a view with these bounds shows now.
 void drawFlip(const UIViewAnimationEngine::Flip& flip, const CGRect& bounds, SceneVisitor& visitor);
 
 }

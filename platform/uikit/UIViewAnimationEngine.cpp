@@ -118,6 +118,7 @@ void UIViewAnimationEngine::addTransition(UIViewAnimationTransition transition, 
         return;
     }
     Transition added;
+    added.view = &view;
     added.block = open_.back();
     added.flip.fromLeft = transition == UIViewAnimationTransition::FlipFromLeft;
     added.flip.before = renderViewToBitmap(view, UIImage::screenScale());
@@ -259,7 +260,7 @@ void UIViewAnimationEngine::release(const Block& block) {
     for (auto entry = transitions_.begin(); entry != transitions_.end();) {
         const bool ended = entry->second.block == block;
         if (ended) {
-            const_cast<UIView*>(entry->first)->setNeedsComposition();
+            entry->second.view->setNeedsComposition();
         }
         entry = ended ? transitions_.erase(entry) : std::next(entry);
     }

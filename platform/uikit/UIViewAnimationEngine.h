@@ -65,6 +65,7 @@ private:
         std::array<Track, kProperties> properties;
     };
     struct Transition {
+        UIView* view = nullptr;
         Block block;
         Flip flip;
     };

@@ -1,5 +1,6 @@
 #include "platform/uikit/UIViewAnimation.h"
 
+#include "platform/uikit/FlipDrawing.h"
 #include "tests/uikit/ViewHostTest.h"
 
 #include <cmath>
@@ -316,6 +317,29 @@ TEST_F(FlipTest, TwoViewsFlipAtTheSameTime) {
     EXPECT_TRUE(isMostly(screenshot()->pixel(225, 25), kBlue));
     advance(0.3);
     EXPECT_THAT(ends, ElementsAre("one", "two"));
+}
+
+TEST_F(FlipTest, APictureTurnsByWholePixelsSmoothlyAndDarkens) {
+    Bitmap picture(40, 20);
+    for (int y = 0; y < 20; ++y) {
+        for (int x = 0; x < 40; ++x) {
+            picture.row(y)[x] = x < 20 ? kRed : kBlue;
+        }
+    }
+    constexpr int headroom = 3;
+    const auto straight = turnedPicture(picture, 0);
+    ASSERT_EQ(straight->height(), 20 + 2 * headroom);
+    for (int y = 0; y < 20; ++y) {
+        for (const int x : {0, 19, 20, 39}) {
+            EXPECT_EQ(straight->pixel(x, y + headroom), picture.pixel(x, y));
+        }
+    }
+    EXPECT_EQ(straight->pixel(20, headroom - 1), 0U);
+    const auto turned = turnedPicture(picture, M_PI / 3);
+    EXPECT_EQ(turned->pixel(2, 13), 0U) << "half as wide";
+    EXPECT_NEAR(static_cast<int>(turned->pixel(15, 13) >> 16 & 0xFF), 255 * 0.654, 2);
+    EXPECT_NEAR(static_cast<int>(turned->pixel(24, 13) & 0xFF), 255 * 0.654, 2);
+    EXPECT_EQ(turned->pixel(24, 13) >> 24, 0xFFU);
 }
 
 TEST_F(FlipTest, AFlipPaintsNothingAnewWhileItTurns) {
