@@ -1,0 +1,105 @@
+#include "platform/linux/media/GstMedia.h"
+
+#include "platform/linux/media/TagLibReader.h"
+
+#include <libsoup/soup.h>
+
+#include <cerrno>
+#include <string_view>
+#include <utility>
+
+namespace vistrel {
+
+namespace {
+
+void startGStreamer() {
+    static const bool started = [] {
+        gst_init(nullptr, nullptr);
+        return true;
+    }();
+    static_cast<void>(started);
+}
+
+/// The device path of a file address; empty when it is none.
+std::string devicePath(const std::string& url) {
+    constexpr std::string_view kScheme = "file://";
+    if (!url.starts_with(kScheme))
+        return {};
+    char* path = g_uri_unescape_string(url.c_str() + kScheme.size(), nullptr);
+    std::string result = path ? path : "";
+    g_free(path);
+    if (result.starts_with("localhost/"))
+        result.erase(0, std::string_view("localhost").size());
+    return result;
+}
+
+std::vector<std::string> cookiesFor(SoupCookieJar* jar, const std::string& url) {
+    std::vector<std::string> result;
+    GUri* uri = g_uri_parse(url.c_str(), GUriFlags(SOUP_HTTP_URI_FLAGS), nullptr);
+    if (jar && uri) {
+        GSList* cookies = soup_cookie_jar_get_cookie_list(jar, uri, TRUE);
+        for (GSList* entry = cookies; entry; entry = entry->next) {
+            auto* cookie = static_cast<SoupCookie*>(entry->data);
+            result.push_back(std::string(soup_cookie_get_name(cookie)) + "=" +
+                             soup_cookie_get_value(cookie));
+        }
+        g_slist_free_full(cookies, reinterpret_cast<GDestroyNotify>(soup_cookie_free));
+    }
+    if (uri)
+        g_uri_unref(uri);
+    return result;
+}
+
+}
+
+GstMedia::GstMedia(const MediaSetup& setup)
+    : setup_(setup)
+    , sound_(setup.log) {}
+
+PlaybackSource GstMedia::sourceOf(const std::string& url) const {
+    PlaybackSource source;
+    const std::string path = devicePath(url);
+    if (path.empty()) {
+        source.url = url;
+        source.cookies = cookiesFor(setup_.cookieJar, url);
+        source.userAgent = setup_.userAgent;
+        return source;
+    }
+    if (char* address = g_filename_to_uri(setup_.machinePath(path).c_str(), nullptr, nullptr)) {
+        source.url = address;
+        g_free(address);
+    }
+    return source;
+}
+
+std::unique_ptr<host::MoviePlayback> GstMedia::createMoviePlayback(const std::string& url) {
+    startGStreamer();
+    return std::make_unique<GstPlayback>(sourceOf(url), GstPlayback::Picture::Shown, sound_);
+}
+
+host::Result<std::unique_ptr<host::Playback>>
+GstMedia::createAudioPlayback(const std::string& url) {
+    const std::string path = devicePath(url);
+    if (path.empty())
+        return host::Failure{EINVAL, "Sound is played from files only."};
+    auto reader = TagLibReader::open(setup_.machinePath(path));
+    if (!reader)
+        return reader.failure();
+    PlaybackSource source = sourceOf(url);
+    source.duration = reader.value()->info().value().duration;
+    startGStreamer();
+    return std::unique_ptr<host::Playback>(
+        std::make_unique<GstPlayback>(std::move(source), GstPlayback::Picture::None, sound_));
+}
+
+host::Result<std::unique_ptr<host::AudioFileReader>>
+GstMedia::openAudioFile(const std::string& path) {
+    return TagLibReader::open(setup_.machinePath(path));
+}
+
+host::Result<std::string> GstMedia::audioRoute() {
+    startGStreamer();
+    return sound_.route();
+}
+
+}

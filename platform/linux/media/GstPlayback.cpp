@@ -1,0 +1,233 @@
+#include "platform/linux/media/GstPlayback.h"
+
+#include "platform/linux/media/GstPlaybackWiring.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vistrel {
+
+namespace {
+
+double secondsOf(GstClockTime time) {
+    return GST_CLOCK_TIME_IS_VALID(time) ? static_cast<double>(time) / GST_SECOND : 0;
+}
+
+GstClockTime clockTimeOf(double seconds) {
+    return static_cast<GstClockTime>(std::max(0.0, seconds) * GST_SECOND);
+}
+
+}
+
+GstPlayback::GstPlayback(PlaybackSource source, Picture picture, SoundOutput& sound)
+    : source_(std::move(source))
+    , sound_(sound)
+    , picture_(picture == Picture::Shown ? std::make_unique<VideoPicture>() : nullptr)
+    , self_(std::make_shared<GstPlayback*>(this)) {}
+
+GstPlayback::~GstPlayback() {
+    close();
+}
+
+void GstPlayback::open() {
+    if (play_)
+        return;
+    play_ = gst_play_new(nullptr);
+    GstStructure* config = gst_play_get_config(play_);
+    gst_play_config_set_seek_accurate(config, TRUE);
+    gst_play_config_set_position_update_interval(config, 0);
+    gst_play_set_config(play_, config);
+    GstElement* pipeline = gst_play_get_pipeline(play_);
+    g_object_set(pipeline, "audio-sink", sound_.makeSink(), "video-sink",
+                 picture_ ? picture_->makeSink() : gst_element_factory_make("fakesink", nullptr),
+                 nullptr);
+    Wiring::dressSource(pipeline, source_);
+    Wiring::watchRequests(pipeline, self_);
+    gst_object_unref(pipeline);
+    gst_play_set_video_track_enabled(play_, picture_ != nullptr);
+    gst_play_set_subtitle_track_enabled(play_, FALSE);
+    GstBus* bus = gst_play_get_message_bus(play_);
+    busWatch_ = gst_bus_add_watch(bus, Wiring::busMessage, this);
+    gst_object_unref(bus);
+    gst_play_set_uri(play_, source_.url.c_str());
+    gst_play_set_volume(play_, volume_);
+    if (position_ > 0)
+        setCurrentTime(position_);
+}
+
+void GstPlayback::close() {
+    if (!play_)
+        return;
+    g_source_remove(std::exchange(busWatch_, 0));
+    GstBus* bus = gst_play_get_message_bus(play_);
+    gst_bus_set_flushing(bus, TRUE);
+    gst_object_unref(bus);
+    gst_play_stop(play_);
+    gst_object_unref(std::exchange(play_, nullptr));
+    opened_ = ready_ = seeking_ = stalled_ = interrupted_ = false;
+}
+
+void GstPlayback::prepare() {
+    if (failed_ || playing_)
+        return;
+    open();
+    gst_play_pause(play_);
+}
+
+bool GstPlayback::play() {
+    if (failed_)
+        return false;
+    open();
+    playing_ = true;
+    interrupted_ = false;
+    gst_play_play(play_);
+    return true;
+}
+
+void GstPlayback::pause() {
+    playing_ = false;
+    if (play_)
+        gst_play_pause(play_);
+}
+
+void GstPlayback::stop() {
+    position_ = currentTime();
+    playing_ = false;
+    close();
+}
+
+double GstPlayback::currentTime() const {
+    if (!play_ || seeking_ || !ready_)
+        return position_;
+    return secondsOf(gst_play_get_position(play_));
+}
+
+bool GstPlayback::hasStreams() const {
+    GstElement* pipeline = gst_play_get_pipeline(play_);
+    int pictures = 0;
+    int sounds = 0;
+    g_object_get(pipeline, "n-video", &pictures, "n-audio", &sounds, nullptr);
+    gst_object_unref(pipeline);
+    return pictures + sounds > 0;
+}
+
+bool GstPlayback::isSeekable() const {
+    if (!ready_)
+        return true; // not known yet
+    GstPlayMediaInfo* info = gst_play_get_media_info(play_);
+    const bool seekable = !info || gst_play_media_info_is_seekable(info);
+    g_clear_object(&info);
+    return seekable;
+}
+
+void GstPlayback::setCurrentTime(double seconds) {
+    if (play_ && !isSeekable())
+        return;
+    position_ = std::max(0.0, seconds);
+    if (duration() > 0)
+        position_ = std::min(position_, duration());
+    if (!play_)
+        return;
+    seeking_ = true;
+    gst_play_seek(play_, clockTimeOf(position_));
+}
+
+double GstPlayback::duration() const {
+    if (source_.duration > 0)
+        return source_.duration;
+    return play_ ? secondsOf(gst_play_get_duration(play_)) : 0;
+}
+
+void GstPlayback::setVolume(float volume) {
+    volume_ = std::clamp(volume, 0.0F, 1.0F);
+    if (play_)
+        gst_play_set_volume(play_, volume_);
+}
+
+void GstPlayback::received(GstMessage* message) {
+    const std::weak_ptr<GstPlayback*> self = self_;
+    GstPlayMessage type{};
+    gst_play_message_parse_type(message, &type);
+    switch (type) {
+    case GST_PLAY_MESSAGE_STATE_CHANGED: {
+        GstPlayState state{};
+        gst_play_message_parse_state_changed(message, &state);
+        stateChanged(state);
+        if (!self.expired())
+            tellWhenReady();
+        break;
+    }
+    case GST_PLAY_MESSAGE_SEEK_DONE:
+        seeking_ = false;
+        break;
+    case GST_PLAY_MESSAGE_MEDIA_INFO_UPDATED:
+        tellWhenReady();
+        break;
+    case GST_PLAY_MESSAGE_END_OF_STREAM:
+        position_ = duration();
+        playing_ = opened_ = ready_ = seeking_ = false;
+        if (client_)
+            client_->playbackDidEnd();
+        break;
+    case GST_PLAY_MESSAGE_ERROR: {
+        GError* error = nullptr;
+        gst_play_message_parse_error(message, &error, nullptr);
+        const std::string text = error ? error->message : "unknown";
+        g_clear_error(&error);
+        fail(text);
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+void GstPlayback::stateChanged(GstPlayState state) {
+    if (state == GST_PLAY_STATE_BUFFERING && ready_ && !stalled_) {
+        stalled_ = true;
+        if (client_)
+            client_->playbackStalled(true);
+        return;
+    }
+    if (state != GST_PLAY_STATE_PAUSED && state != GST_PLAY_STATE_PLAYING)
+        return;
+    opened_ = true;
+    if (std::exchange(stalled_, false) && client_)
+        client_->playbackStalled(false);
+}
+
+void GstPlayback::tellWhenReady() {
+    // An address is "paused" before its first byte has come: only its streams tell that it plays.
+    if (ready_ || failed_ || !play_ || !opened_ || !hasStreams())
+        return;
+    ready_ = true;
+    if (client_)
+        client_->playbackDidBecomeReady();
+}
+
+void GstPlayback::fail(const std::string& message) {
+    if (std::exchange(failed_, true))
+        return;
+    position_ = currentTime();
+    playing_ = false;
+    if (client_)
+        client_->playbackDidFail(message);
+}
+
+void GstPlayback::stateRequested(GstState state) {
+    if (state == GST_STATE_PAUSED && playing_ && !interrupted_) {
+        interrupted_ = true;
+        if (client_)
+            client_->playbackInterrupted(true);
+    } else if (state == GST_STATE_PLAYING && interrupted_) {
+        // Whether to go on is the application's choice; the pipeline has already begun to.
+        interrupted_ = playing_ = false;
+        gst_play_pause(play_);
+        if (client_)
+            client_->playbackInterrupted(false);
+    } else if (state == GST_STATE_PLAYING && !playing_ && play_) {
+        gst_play_pause(play_);
+    }
+}
+
+}

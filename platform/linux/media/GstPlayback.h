@@ -1,0 +1,86 @@
+#pragma once
+#include "platform/host/Media.h"
+#include "platform/linux/media/SoundOutput.h"
+#include "platform/linux/media/VideoPicture.h"
+
+#include <gst/play/play.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vistrel {
+
+/// What is to be played.
+struct PlaybackSource {
+    std::string url;                  ///< machine address
+    std::vector<std::string> cookies; ///< "name=value", for http sources
+    std::string userAgent;
+    double duration = 0; ///< seconds where it is known beforehand; wins over the pipeline's guess
+};
+
+/// One player over GstPlay. Its pipeline runs on threads of its own; everything it reports comes
+/// through a message bus that is watched on the main loop. The pipeline exists from prepare or
+/// play to stop.
+class GstPlayback : public host::MoviePlayback {
+public:
+    enum class Picture { None, Shown };
+
+    /// `sound` must outlive the player.
+    GstPlayback(PlaybackSource source, Picture picture, SoundOutput& sound);
+    ~GstPlayback() override;
+    GstPlayback(const GstPlayback&) = delete;
+    GstPlayback& operator=(const GstPlayback&) = delete;
+
+    void setClient(host::PlaybackClient* client) override { client_ = client; }
+    void prepare() override;
+    bool play() override;
+    void pause() override;
+    void stop() override;
+    bool isPlaying() const override { return playing_ && !interrupted_; }
+    double currentTime() const override;
+    void setCurrentTime(double seconds) override;
+    double duration() const override;
+    float volume() const override { return volume_; }
+    void setVolume(float volume) override;
+    int pictureWidth() const override { return picture_ ? picture_->width() : 0; }
+    int pictureHeight() const override { return picture_ ? picture_->height() : 0; }
+    unsigned framesShown() const override { return picture_ ? picture_->framesShown() : 0; }
+    host::ForeignContent& picture() override { return *picture_; }
+
+    /// The pipeline, for tests; null while there is none.
+    GstPlay* native() const { return play_; }
+
+private:
+    struct Wiring;
+    void open();
+    void close();
+    void received(GstMessage* message);
+    void stateChanged(GstPlayState state);
+    void tellWhenReady();
+    void fail(const std::string& message);
+    /// A server without ranges cannot be seeked in; trying would end the playback.
+    bool isSeekable() const;
+    bool hasStreams() const;
+    /// The sound server took the sound away, or gave it back.
+    void stateRequested(GstState state);
+
+    PlaybackSource source_;
+    SoundOutput& sound_;
+    std::unique_ptr<VideoPicture> picture_;
+    host::PlaybackClient* client_ = nullptr;
+    GstPlay* play_ = nullptr;
+    guint busWatch_ = 0;
+    std::shared_ptr<GstPlayback*> self_;
+    bool playing_ = false; ///< wanted
+    bool opened_ = false;  ///< paused or playing
+    bool ready_ = false;
+    bool stalled_ = false;
+    bool failed_ = false;
+    bool interrupted_ = false;
+    float volume_ = 1;
+    double position_ = 0; ///< while there is no pipeline, or a seek is under way
+    bool seeking_ = false;
+};
+
+}

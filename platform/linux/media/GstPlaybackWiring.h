@@ -1,0 +1,15 @@
+#pragma once
+#include "platform/linux/media/GstPlayback.h"
+
+namespace vistrel {
+
+/// How a player is tied to its pipeline's signals; they come on threads of the pipeline.
+struct GstPlayback::Wiring {
+    /// Cookies and agent for sources that take them.
+    static void dressSource(GstElement* pipeline, const PlaybackSource& source);
+    /// Requests of the sound server reach the player on the main loop.
+    static void watchRequests(GstElement* pipeline, const std::weak_ptr<GstPlayback*>& player);
+    static gboolean busMessage(GstBus* bus, GstMessage* message, gpointer self);
+};
+
+}

@@ -1,0 +1,108 @@
+#include "platform/linux/media/TagLibReader.h"
+
+#include "platform/linux/media/MpegDuration.h"
+
+#include <taglib/audioproperties.h>
+#include <taglib/fileref.h>
+#include <taglib/mpegfile.h>
+#include <taglib/tag.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+namespace vistrel {
+
+namespace {
+
+host::Failure failureOf(int code) {
+    return {code, std::strerror(code)};
+}
+
+/// 0, or why the file cannot be read.
+int whyUnreadable(const std::string& path) {
+    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (file < 0)
+        return errno;
+    struct stat status {};
+    const int code = ::fstat(file, &status) != 0 ? errno
+                     : S_ISDIR(status.st_mode)   ? EISDIR
+                     : !S_ISREG(status.st_mode)  ? EINVAL
+                                                 : 0;
+    ::close(file);
+    return code;
+}
+
+double durationOf(TagLib::FileRef& file, const std::string& path) {
+    const TagLib::AudioProperties* properties = file.audioProperties();
+    if (!properties)
+        return 0;
+    const double said = properties->lengthInMilliseconds() / 1000.0;
+    auto* mpeg = dynamic_cast<TagLib::MPEG::File*>(file.file());
+    if (!mpeg || !mpeg->audioProperties() || mpeg->audioProperties()->xingHeader())
+        return said;
+    // The library takes the first frame's rate for all.
+    const std::int64_t first = mpeg->firstFrameOffset();
+    std::int64_t end = mpeg->length();
+    if (mpeg->hasID3v1Tag())
+        end -= 128;
+    if (first < 0 || !MpegDuration::variesInRate(path, first, end))
+        return said;
+    return MpegDuration::byWalking(path, first, end);
+}
+
+}
+
+host::Result<std::unique_ptr<host::AudioFileReader>>
+TagLibReader::open(const std::string& machinePath) {
+    if (const int code = whyUnreadable(machinePath))
+        return failureOf(code);
+    TagLib::FileRef file(machinePath.c_str(), true, TagLib::AudioProperties::Average);
+    if (file.isNull())
+        return host::Failure{EINVAL, "The file holds no sound."};
+    Info info;
+    info.duration = durationOf(file, machinePath);
+    if (info.duration <= 0)
+        return host::Failure{EINVAL, "The file holds no sound."};
+    if (const TagLib::Tag* tag = file.tag()) {
+        info.title = tag->title().to8Bit(true);
+        info.artist = tag->artist().to8Bit(true);
+        info.album = tag->album().to8Bit(true);
+    }
+    return std::unique_ptr<host::AudioFileReader>(new TagLibReader(machinePath, std::move(info)));
+}
+
+TagLibReader::TagLibReader(std::string path, Info info)
+    : path_(std::move(path))
+    , info_(std::move(info)) {}
+
+host::Result<std::vector<std::byte>> TagLibReader::id3Tag() {
+    const int file = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0)
+        return failureOf(errno);
+    std::vector<std::byte> tag;
+    // ID3v2.4, 3.1: "ID3", two version bytes, flags, then the size in four bytes of seven bits.
+    std::array<unsigned char, 10> header{};
+    if (::pread(file, header.data(), header.size(), 0) == 10 &&
+        std::memcmp(header.data(), "ID3", 3) == 0) {
+        const bool hasFooter = header[3] >= 4 && (header[5] & 0x10);
+        std::size_t size = header.size() + (hasFooter ? header.size() : 0);
+        size += static_cast<std::size_t>((header[6] & 0x7F) << 21 | (header[7] & 0x7F) << 14 |
+                                         (header[8] & 0x7F) << 7 | (header[9] & 0x7F));
+        struct stat status {};
+        if (::fstat(file, &status) == 0)
+            size = std::min(size, static_cast<std::size_t>(status.st_size));
+        tag.resize(size);
+        const ssize_t got = ::pread(file, tag.data(), tag.size(), 0);
+        tag.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
+    }
+    ::close(file);
+    return tag;
+}
+
+}

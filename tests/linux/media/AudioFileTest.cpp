@@ -1,0 +1,130 @@
+// Tags and raw ID3 bytes of real files.
+#include "tests/linux/media/PlaybackFixture.h"
+
+#include <gmock/gmock.h>
+
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace vistrel {
+namespace {
+
+class AudioFileTest : public PlaybackFixture {
+protected:
+    AudioFileTest() { std::filesystem::create_directories(std::string(SAMPLES_FOLDER) + "/made"); }
+
+    static std::string sample(const std::string& name) {
+        std::ifstream file(std::string(SAMPLES_FOLDER) + "/" + name, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    /// A file of these bytes; its device path.
+    static std::string made(const std::string& bytes) {
+        std::ofstream(std::string(SAMPLES_FOLDER) + "/made/file.mp3", std::ios::binary) << bytes;
+        return "/made/file.mp3";
+    }
+
+    static std::string sized(std::size_t size) {
+        return {static_cast<char>(size >> 21 & 0x7F), static_cast<char>(size >> 14 & 0x7F),
+                static_cast<char>(size >> 7 & 0x7F), static_cast<char>(size & 0x7F)};
+    }
+
+    /// An ID3v2 tag of one title frame and `padding` zero bytes.
+    static std::string tag(int version, const std::string& content, std::size_t padding = 0,
+                           char flags = 0) {
+        std::string frame = version == 2 ? "TT2" : "TIT2";
+        if (version == 2)
+            frame += {0, 0, static_cast<char>(content.size())};
+        else if (version == 3)
+            frame += std::string{0, 0, 0, static_cast<char>(content.size()), 0, 0};
+        else
+            frame += sized(content.size()) + std::string(2, '\0');
+        frame += content + std::string(padding, '\0');
+        return "ID3" + std::string{static_cast<char>(version), 0, flags} + sized(frame.size()) +
+               frame;
+    }
+
+    std::unique_ptr<host::AudioFileReader> open(const std::string& path) {
+        auto reader = media_->openAudioFile(path);
+        return reader ? std::move(reader.value()) : nullptr;
+    }
+};
+
+TEST_F(AudioFileTest, TagsOfEveryVersionAndEncodingAreRead) {
+    const std::string sound = sample("untagged.mp3");
+    std::string label = "TAG" + std::string(125, '\0');
+    label.replace(3, 9, "Old Label");
+    const std::string utf16("\x01\xFF\xFE\x08\x26g\0", 7); // ☈g, little-endian with mark
+    const struct {
+        const char* name;
+        std::string bytes;
+        const char* title;
+    } files[] = {
+        {"none", sound, ""},
+        {"version 1", sound + label, "Old Label"},
+        {"version 2.2 Latin-1", tag(2, std::string("\0Gr\xFC\xDF", 5)) + sound, "Grüß"},
+        {"version 2.3 UTF-16", tag(3, utf16) + sound, "☈g"},
+        {"version 2.4 UTF-8", tag(4, "\x03Grüße") + sound, "Grüße"},
+        {"unsynchronised", tag(3, std::string("\0a\xFF\0b", 5), 0, '\x80') + sound, "aÿb"},
+        {"both", tag(4, "\x03New") + sound + label, "New"},
+    };
+    for (const auto& file : files) {
+        auto reader = open(made(file.bytes));
+        ASSERT_TRUE(reader) << file.name;
+        EXPECT_EQ(reader->info().value().title, file.title) << file.name;
+        EXPECT_NEAR(reader->info().value().duration, 3, 0.09) << file.name;
+    }
+}
+
+TEST_F(AudioFileTest, TheRawTagIsHandedOutByteForByte) {
+    const std::string sound = sample("untagged.mp3");
+    const std::string small = tag(4, "\x03Small", 64);
+    const std::string large = tag(3, std::string("\0Large", 6), 16u << 20);
+    std::string tooLarge = tag(3, std::string("\0X", 2)) + std::string(100, '\0');
+    tooLarge.replace(6, 4, sized(200u << 20));
+    const struct {
+        const char* name;
+        std::string bytes;
+        std::string tag;
+    } files[] = {{"none", sound, ""},
+                 {"small", small + sound, small},
+                 {"sixteen megabytes", large + sound, large}};
+    for (const auto& file : files) {
+        auto reader = open(made(file.bytes));
+        ASSERT_TRUE(reader) << file.name;
+        const auto bytes = reader->id3Tag();
+        ASSERT_TRUE(bytes.ok());
+        EXPECT_TRUE(bytes.value().size() == file.tag.size() &&
+                    !std::memcmp(bytes.value().data(), file.tag.data(), file.tag.size()))
+            << file.name << " " << bytes.value().size();
+    }
+    auto reader = open(made(tooLarge + sound));
+    if (reader) {
+        EXPECT_LE(reader->id3Tag().value().size(), tooLarge.size() + sound.size());
+    }
+}
+
+TEST_F(AudioFileTest, WhatCannotBeReadSaysWhy) {
+    EXPECT_EQ(media_->openAudioFile("/missing.mp3").failure().code, ENOENT);
+    EXPECT_EQ(media_->openAudioFile("/made").failure().code, EISDIR);
+    EXPECT_EQ(media_->openAudioFile("/text.mp3").failure().code, EINVAL);
+    EXPECT_EQ(media_->openAudioFile("/empty.mp3").failure().code, EINVAL);
+}
+
+TEST_F(AudioFileTest, ALengthIsRightWithinOnePercentWhereTheRateVariesAndNoHeaderSaysSo) {
+    EXPECT_NEAR(open("/headerless.mp3")->info().value().duration, 40, 0.4);
+    EXPECT_NEAR(open("/varying.mp3")->info().value().duration, 20, 0.2);
+    // With a label at the end and rubbish in the middle.
+    const std::string sound = sample("headerless.mp3");
+    const std::string rubbish(3000, 'x');
+    const std::string half = sound.substr(0, sound.size() / 2);
+    auto reader =
+        open(made(half + rubbish + sound.substr(half.size()) + "TAG" + std::string(125, '\0')));
+    ASSERT_TRUE(reader);
+    EXPECT_NEAR(reader->info().value().duration, 40, 0.4);
+}
+
+}
+}

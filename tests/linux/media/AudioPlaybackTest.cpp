@@ -1,0 +1,156 @@
+// Music through the real player, on a machine with or without sound.
+#include "tests/linux/media/PlaybackFixture.h"
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+
+namespace vistrel {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+using Clock = std::chrono::steady_clock;
+
+using AudioPlaybackTest = PlaybackFixture;
+
+double secondsSince(Clock::time_point start) {
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+/// What the sound server does when a call comes, as a message of the player's sound sink.
+void requestState(host::Playback& playback, GstState state) {
+    GstPlay* native = dynamic_cast<GstPlayback&>(playback).native();
+    GstElement* pipeline = gst_play_get_pipeline(native);
+    gst_element_post_message(pipeline, gst_message_new_request_state(GST_OBJECT(pipeline), state));
+    gst_object_unref(pipeline);
+}
+
+TEST_F(AudioPlaybackTest, TheLengthIsKnownBeforeAnythingIsPlayed) {
+    const struct {
+        const char* name;
+        double seconds;
+    } files[] = {
+        {"steady.mp3", 6}, {"untagged.mp3", 3}, {"varying.mp3", 20}, {"headerless.mp3", 40}};
+    for (const auto& file : files) {
+        auto playback = audio(file.name);
+        ASSERT_TRUE(playback);
+        EXPECT_NEAR(playback->duration(), file.seconds, file.seconds * 0.01 + 0.06) << file.name;
+    }
+}
+
+TEST_F(AudioPlaybackTest, WhatHoldsNoSoundIsRefusedWithAReason) {
+    const struct {
+        const char* name;
+        int code;
+    } files[] = {
+        {"text.mp3", EINVAL}, {"empty.mp3", EINVAL}, {"missing.mp3", ENOENT}, {"", EISDIR}};
+    for (const auto& file : files) {
+        auto made = media_->createAudioPlayback(std::string("file:///") + file.name);
+        ASSERT_FALSE(made.ok()) << file.name;
+        EXPECT_EQ(made.failure().code, file.code) << file.name;
+        EXPECT_FALSE(made.failure().message.empty());
+    }
+}
+
+TEST_F(AudioPlaybackTest, SeekingLandsWithinFiftyMilliseconds) {
+    auto playback = audio("steady.mp3");
+    playback->prepare();
+    ASSERT_TRUE(turnUntil([&] { return client_.ready == 1; }));
+    for (const double second : {4.0, 1.234, 5.2}) {
+        playback->setCurrentTime(second);
+        turnFor(0.3);
+        EXPECT_NEAR(playback->currentTime(), second, 0.05);
+    }
+    // What is left to play says where it really stands.
+    const auto start = Clock::now();
+    playback->play();
+    ASSERT_TRUE(turnUntil([&] { return client_.ended == 1; }));
+    EXPECT_NEAR(secondsSince(start), 0.8, 0.2);
+}
+
+TEST_F(AudioPlaybackTest, APositionSetBeforePlayingIsWhereItStarts) {
+    auto playback = audio("steady.mp3");
+    playback->setCurrentTime(5);
+    EXPECT_DOUBLE_EQ(playback->currentTime(), 5);
+    const auto start = Clock::now();
+    playback->play();
+    ASSERT_TRUE(turnUntil([&] { return client_.ended == 1; }));
+    EXPECT_NEAR(secondsSince(start), 1, 0.4);
+}
+
+TEST_F(AudioPlaybackTest, AfterItsEndItPlaysFromTheBeginning) {
+    auto playback = audio("steady.mp3");
+    playback->setCurrentTime(5.7);
+    playback->play();
+    ASSERT_TRUE(turnUntil([&] { return client_.ended == 1; }));
+    EXPECT_FALSE(playback->isPlaying());
+    playback->setCurrentTime(0);
+    EXPECT_TRUE(playback->play());
+    turnFor(0.6);
+    EXPECT_TRUE(playback->isPlaying());
+    EXPECT_GT(playback->currentTime(), 0.2);
+    EXPECT_LT(playback->currentTime(), 1);
+}
+
+TEST_F(AudioPlaybackTest, ASoundServersRequestInterruptsAndGivesTheChoiceBack) {
+    auto playback = audio("steady.mp3");
+    playback->play();
+    ASSERT_TRUE(turnUntil([&] { return playback->currentTime() > 0.2; }));
+    requestState(*playback, GST_STATE_PAUSED);
+    ASSERT_TRUE(turnUntil([&] { return client_.interruptions.size() == 1; }));
+    EXPECT_FALSE(playback->isPlaying());
+    turnFor(0.2);
+    const double held = playback->currentTime();
+    turnFor(0.3);
+    EXPECT_DOUBLE_EQ(playback->currentTime(), held);
+
+    requestState(*playback, GST_STATE_PLAYING);
+    ASSERT_TRUE(turnUntil([&] { return client_.interruptions.size() == 2; }));
+    EXPECT_THAT(client_.interruptions, ElementsAre(true, false));
+    turnFor(0.4);
+    EXPECT_FALSE(playback->isPlaying());
+    EXPECT_LT(playback->currentTime(), held + 0.3);
+    playback->play();
+    EXPECT_TRUE(turnUntil([&] { return playback->currentTime() > held + 0.4; }));
+}
+
+TEST_F(AudioPlaybackTest, APauseOfOnesOwnIsNoInterruption) {
+    auto playback = audio("steady.mp3");
+    playback->play();
+    ASSERT_TRUE(turnUntil([&] { return playback->currentTime() > 0.1; }));
+    playback->pause();
+    requestState(*playback, GST_STATE_PAUSED);
+    turnFor(0.3);
+    requestState(*playback, GST_STATE_PLAYING);
+    turnFor(0.3);
+    EXPECT_TRUE(client_.interruptions.empty());
+    const double held = playback->currentTime();
+    turnFor(0.3);
+    EXPECT_DOUBLE_EQ(playback->currentTime(), held);
+}
+
+TEST_F(AudioPlaybackTest, AFileCutShortStillPlaysToItsEnd) {
+    auto playback = audio("cut.mp3");
+    ASSERT_TRUE(playback);
+    playback->play();
+    EXPECT_TRUE(turnUntil([&] { return client_.ended == 1; }, 10));
+    EXPECT_TRUE(client_.failures.empty());
+}
+
+TEST_F(AudioPlaybackTest, AMissingSoundDeviceIsSaidOnce) {
+    for (int i = 0; i < 3; ++i) {
+        auto playback = audio("steady.mp3");
+        playback->play();
+        ASSERT_TRUE(turnUntil([&] { return playback->currentTime() > 0.1; }));
+    }
+    const bool hasSound = media_->audioRoute().ok();
+    EXPECT_EQ(log_.size(), hasSound ? 0u : 1u);
+    if (!hasSound) {
+        EXPECT_THAT(log_.at(0), HasSubstr("no sound device"));
+    }
+}
+
+}
+}

@@ -1,0 +1,221 @@
+// Films through the real player: pictures in time, seeking, ends and errors.
+#include "platform/linux/window/GtkForeignContent.h"
+#include "tests/linux/media/PlaybackFixture.h"
+#include "tests/linux/web/TestPageServer.h"
+
+#include <gmock/gmock.h>
+#include <gtk/gtk.h>
+
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace vistrel {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::SizeIs;
+
+using Clock = std::chrono::steady_clock;
+
+double secondsSince(Clock::time_point start) {
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+class MoviePlaybackTest : public PlaybackFixture {
+protected:
+    static void SetUpTestSuite() { ASSERT_TRUE(gtk_init_check()) << "no display"; }
+
+    std::unique_ptr<host::MoviePlayback> movie(const std::string& url) {
+        auto made = media_->createMoviePlayback(url);
+        made->setClient(&client_);
+        return made;
+    }
+
+    /// Red, green and blue in the middle of what the player shows; 0 to 255.
+    static std::array<int, 3> colourShown(host::MoviePlayback& playback) {
+        auto* content = dynamic_cast<GtkForeignContent*>(&playback.picture());
+        GdkPaintable* paintable = content->paintable();
+        GtkSnapshot* snapshot = gtk_snapshot_new();
+        gdk_paintable_snapshot(paintable, snapshot, 64, 48);
+        GskRenderNode* node = gtk_snapshot_free_to_node(snapshot);
+        if (!node)
+            return {-1, -1, -1};
+        cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 64, 48);
+        cairo_t* context = cairo_create(surface);
+        gsk_render_node_draw(node, context);
+        cairo_surface_flush(surface);
+        const unsigned char* pixel = cairo_image_surface_get_data(surface) +
+                                     24 * cairo_image_surface_get_stride(surface) + 32 * 4;
+        const std::array<int, 3> colour{pixel[2], pixel[1], pixel[0]};
+        cairo_destroy(context);
+        cairo_surface_destroy(surface);
+        gsk_render_node_unref(node);
+        return colour;
+    }
+
+    static int strongest(const std::array<int, 3>& colour) {
+        return static_cast<int>(std::max_element(colour.begin(), colour.end()) - colour.begin());
+    }
+
+    void serveFilm(const std::string& path, TestPageServer::Page page) {
+        std::ifstream file(std::string(SAMPLES_FOLDER) + "/colours.mp4", std::ios::binary);
+        page.type = "video/mp4";
+        page.body.assign(std::istreambuf_iterator<char>(file), {});
+        server_.serve(path, std::move(page));
+    }
+
+    TestPageServer server_;
+};
+
+TEST_F(MoviePlaybackTest, AFilmPlaysInItsOwnTimeWithItsPicturesAndEndsOnce) {
+    auto playback = movie("file:///colours.mp4");
+    playback->prepare();
+    ASSERT_TRUE(turnUntil([&] { return client_.ready == 1; }));
+    EXPECT_NEAR(playback->duration(), 3, 0.1);
+    ASSERT_TRUE(turnUntil([&] { return playback->pictureWidth() > 0; }));
+    EXPECT_EQ(playback->pictureWidth(), 64);
+    EXPECT_EQ(playback->pictureHeight(), 48);
+    EXPECT_EQ(playback->framesShown(), 0u);
+    EXPECT_FALSE(playback->isPlaying());
+
+    const auto start = Clock::now();
+    EXPECT_TRUE(playback->play());
+    ASSERT_TRUE(turnUntil([&] { return playback->currentTime() > 1.4; }));
+    EXPECT_EQ(strongest(colourShown(*playback)), 1);
+    ASSERT_TRUE(turnUntil([&] { return client_.ended == 1; }));
+    EXPECT_NEAR(secondsSince(start), 3, 0.5);
+    // Seventy-five were made; a late main loop may leave some out.
+    EXPECT_GE(playback->framesShown(), 60u);
+    EXPECT_LE(playback->framesShown(), 76u);
+    turnFor(0.3);
+    EXPECT_EQ(client_.ended, 1);
+    EXPECT_EQ(client_.ready, 1);
+    EXPECT_FALSE(playback->isPlaying());
+    EXPECT_NEAR(playback->currentTime(), 3, 0.1);
+    EXPECT_TRUE(client_.failures.empty());
+}
+
+TEST_F(MoviePlaybackTest, SeekingWhilePausedShowsThePictureOfThatMoment) {
+    auto playback = movie("file:///colours.mp4");
+    playback->prepare();
+    ASSERT_TRUE(turnUntil([&] { return client_.ready == 1; }));
+    const struct {
+        double second;
+        int colour;
+    } moments[] = {{2.1, 2}, {0.1, 0}, {1.02, 1}, {0.95, 0}};
+    for (const auto& moment : moments) {
+        playback->setCurrentTime(moment.second);
+        EXPECT_NEAR(playback->currentTime(), moment.second, 0.05);
+        EXPECT_TRUE(
+            turnUntil([&] { return strongest(colourShown(*playback)) == moment.colour; }, 3))
+            << "at " << moment.second;
+        turnFor(0.3);
+        EXPECT_NEAR(playback->currentTime(), moment.second, 0.05);
+    }
+}
+
+TEST_F(MoviePlaybackTest, PausingHoldsThePositionAndPlayingGoesOn) {
+    auto playback = movie("file:///colours.mp4");
+    playback->play();
+    ASSERT_TRUE(turnUntil([&] { return playback->currentTime() > 0.5; }));
+    playback->pause();
+    turnFor(0.2);
+    const double held = playback->currentTime();
+    turnFor(0.4);
+    EXPECT_DOUBLE_EQ(playback->currentTime(), held);
+    playback->play();
+    EXPECT_TRUE(turnUntil([&] { return playback->currentTime() > held + 0.3; }));
+    EXPECT_EQ(client_.ready, 1);
+    EXPECT_TRUE(client_.interruptions.empty());
+}
+
+TEST_F(MoviePlaybackTest, WhatIsNoFilmFailsOnceAndCanNotBePlayed) {
+    server_.serve("/page", {200, "text/html", "<html>no film</html>", {}});
+    server_.serve("/gone", {404, "text/html", "gone", {}});
+    for (const std::string& url :
+         {std::string("file:///text.mp4"), std::string("file:///missing.mp4"), server_.url("/page"),
+          server_.url("/gone")}) {
+        client_ = {};
+        auto playback = movie(url);
+        playback->prepare();
+        EXPECT_TRUE(turnUntil([&] { return !client_.failures.empty(); })) << url;
+        turnFor(0.2);
+        EXPECT_THAT(client_.failures, SizeIs(1)) << url;
+        EXPECT_EQ(client_.ready, 0) << url;
+        EXPECT_FALSE(playback->play()) << url;
+    }
+}
+
+TEST_F(MoviePlaybackTest, AFilmBehindALoginStreamsWithTheCookiesOfItsAddressOnly) {
+    serveFilm("/members/film.mp4", {});
+    GUri* uri =
+        g_uri_parse(server_.url("/members/").c_str(), GUriFlags(SOUP_HTTP_URI_FLAGS), nullptr);
+    soup_cookie_jar_set_cookie(jar_, uri, "session=open; Path=/members; HttpOnly");
+    soup_cookie_jar_set_cookie(jar_, uri, "other=no; Path=/elsewhere");
+    g_uri_unref(uri);
+    auto playback = movie(server_.url("/members/film.mp4"));
+    playback->play();
+    ASSERT_TRUE(turnUntil([&] { return playback->framesShown() > 5; }));
+    EXPECT_EQ(server_.seen("/members/film.mp4").at(0).cookie, "session=open");
+}
+
+TEST_F(MoviePlaybackTest, ARedirectIsFollowedButNeverWithCookies) {
+    TestPageServer elsewhere;
+    serveFilm("/film.mp4", {});
+    elsewhere.serve("/start.mp4",
+                    {302, "text/plain", "", {{"Location", server_.url("/film.mp4")}}});
+    const std::string start = elsewhere.url("/start.mp4");
+    auto open = movie(start);
+    open->play();
+    ASSERT_TRUE(turnUntil([&] { return open->framesShown() > 5; }));
+    open.reset();
+
+    GUri* uri = g_uri_parse(start.c_str(), GUriFlags(SOUP_HTTP_URI_FLAGS), nullptr);
+    soup_cookie_jar_set_cookie(jar_, uri, "secret=1; Path=/start.mp4");
+    g_uri_unref(uri);
+    auto playback = movie(start);
+    playback->play();
+    ASSERT_TRUE(turnUntil([&] { return !client_.failures.empty(); }));
+    EXPECT_EQ(elsewhere.seen("/start.mp4").back().cookie, "secret=1");
+    for (const auto& request : server_.seen("/film.mp4"))
+        EXPECT_EQ(request.cookie, "");
+}
+
+TEST_F(MoviePlaybackTest, StoppedItGivesUpTheFileAndPlaysOnFromThereWhenAskedAgain) {
+    auto playback = movie("file:///colours.mp4");
+    playback->play();
+    ASSERT_TRUE(turnUntil([&] { return playback->currentTime() > 1.2; }));
+    playback->stop();
+    const double held = playback->currentTime();
+    EXPECT_GT(held, 1.1);
+    playback->play();
+    ASSERT_TRUE(turnUntil([&] { return client_.ready == 2 && playback->currentTime() > held; }));
+    EXPECT_LT(playback->currentTime(), held + 1);
+}
+
+TEST_F(MoviePlaybackTest, APlayerMayGoAtAnyMomentAndLeavesNoThreadBehind) {
+    const auto threads = [] {
+        return std::distance(std::filesystem::directory_iterator("/proc/self/task"), {});
+    };
+    {
+        auto warm = movie("file:///colours.mp4");
+        warm->play();
+        turnFor(0.3);
+    }
+    turnFor(0.3);
+    const auto before = threads();
+    for (int i = 0; i < 10; ++i) {
+        auto playback = movie("file:///colours.mp4");
+        playback->play();
+        turnFor(i * 0.03);
+        playback->setCurrentTime(1);
+    }
+    EXPECT_TRUE(turnUntil([&] { return threads() <= before + 2; }, 5))
+        << threads() << " " << before;
+}
+
+}
+}
