@@ -5,6 +5,8 @@
 #include <memory>
 
 namespace vistrel {
+class MPMovieView;
+class NSTimer;
 class UIView;
 
 inline constexpr const char* MPMoviePlayerLoadStateDidChangeNotification =
@@ -38,6 +40,7 @@ public:
     /// For the next player made; the newer one is the default.
     static void setOfferedInterface(Interface offered);
 
+    /// With the older interface the content is preloaded at once.
     static std::shared_ptr<MPMoviePlayerController> withContentURL(const NSURL& url);
     ~MPMoviePlayerController() override;
 
@@ -45,12 +48,14 @@ public:
     bool offersLoadState() const { return interface_ == Interface::LoadStates; }
     unsigned loadState() const { return loadState_; }
     void setControlStyle(MPMovieControlStyle style);
+    /// Full screen hides the status bar.
     void setFullscreen(bool fullscreen);
-    const std::shared_ptr<UIView>& view();
+    std::shared_ptr<UIView> view();
     void prepareToPlay();
-    /// With the older interface the player shows itself full screen.
+    /// With the older interface the player shows itself full screen, turned to landscape.
     void play();
     void pause();
+    /// Ends without a notification.
     void stop();
     double currentPlaybackTime() const;
     void setCurrentPlaybackTime(double seconds);
@@ -58,21 +63,28 @@ public:
     unsigned framesShown() const;
 
 private:
-    class Controls;
     explicit MPMoviePlayerController(const NSURL& url);
     void playbackDidBecomeReady() override;
     void playbackStalled(bool stalled) override;
     void playbackDidEnd() override;
     void playbackDidFail(const std::string& message) override;
     void playbackInterrupted(bool begins) override;
+    void makeView();
+    void showByItself();
+    void setLoadState(unsigned state);
+    void togglePlay();
+    void refreshView();
     void finish(MPMovieFinishReason reason);
+    void end();
 
     Interface interface_;
     unsigned loadState_ = MPMovieLoadStateUnknown;
+    bool playing_ = false;
     bool finished_ = false;
+    bool showsItself_ = false;
     std::unique_ptr<host::MoviePlayback> playback_;
-    std::shared_ptr<UIView> view_;
-    std::unique_ptr<Controls> controls_;
+    std::shared_ptr<MPMovieView> view_;
+    std::shared_ptr<NSTimer> refreshTimer_;
 };
 
 }

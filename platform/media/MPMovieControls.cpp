@@ -1,0 +1,188 @@
+#include "platform/media/MPMovieControls.h"
+
+#include "platform/foundation/NSTimer.h"
+#include "platform/media/MPMovieTransportButton.h"
+#include "platform/uikit/UIButton.h"
+#include "platform/uikit/UILabel.h"
+#include "platform/uikit/UISlider.h"
+#include "platform/uikit/UIViewAnimation.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+namespace vistrel {
+
+namespace {
+
+constexpr double kFadeAfter = 4;      ///< seconds without a touch
+constexpr double kFadeDuration = 0.3; ///< seconds
+constexpr double kTopHeight = 44;
+constexpr double kBottomHeight = 52;
+constexpr double kBottomWidth = 300;
+constexpr double kTimeWidth = 56;
+
+std::shared_ptr<UIView> makeBar() {
+    auto bar = std::make_shared<UIView>();
+    bar->setOpaque(false);
+    bar->setBackgroundColor(UIColor::colorWithWhiteAlpha(0, 0.6F));
+    return bar;
+}
+
+std::shared_ptr<UILabel> makeTimeLabel(UITextAlignment alignment) {
+    auto label = std::make_shared<UILabel>();
+    label->setOpaque(false);
+    label->setBackgroundColor(UIColor::clearColor());
+    label->setTextColor(UIColor::whiteColor());
+    label->setFont(UIFont::boldSystemFontOfSize(13));
+    label->setTextAlignment(alignment);
+    return label;
+}
+
+}
+
+std::string MPMovieTimeText(double seconds) {
+    const long whole = static_cast<long>(std::max(0.0, seconds));
+    char text[32];
+    if (whole >= 3600)
+        std::snprintf(text, sizeof text, "%ld:%02ld:%02ld", whole / 3600, whole / 60 % 60,
+                      whole % 60);
+    else
+        std::snprintf(text, sizeof text, "%ld:%02ld", whole / 60, whole % 60);
+    return text;
+}
+
+MPMovieControls::MPMovieControls(CGRect frame, Actions actions)
+    : UIView(frame)
+    , actions_(std::move(actions)) {
+    UIView::setOpaque(false);
+    makeTopBar();
+    makeBottomBar();
+    keepShown();
+}
+
+MPMovieControls::~MPMovieControls() {
+    if (fadeTimer_)
+        fadeTimer_->invalidate();
+}
+
+void MPMovieControls::makeTopBar() {
+    topBar_ = makeBar();
+    doneButton_ = UIButton::buttonWithType(UIButtonType::Custom);
+    doneButton_->setTitleForState("Done", UIControlState::Normal);
+    doneButton_->setTitleColorForState(UIColor::whiteColor(), UIControlState::Normal);
+    doneButton_->titleLabel().setFont(UIFont::boldSystemFontOfSize(14));
+    doneButton_->setBackgroundColor(UIColor::colorWithRedGreenBlueAlpha(0.16F, 0.34F, 0.78F, 0.9F));
+    doneButton_->addTarget([this] { actions_.done(); }, UIControlEventTouchUpInside);
+    elapsed_ = makeTimeLabel(UITextAlignment::Right);
+    remaining_ = makeTimeLabel(UITextAlignment::Left);
+    position_ = std::make_shared<UISlider>();
+    position_->setAccessibility({UIAccessibilityRole::Slider, "Position", {}, true});
+    position_->addTarget(
+        [this] {
+            keepShown();
+            actions_.seek(position_->value());
+        },
+        UIControlEventValueChanged);
+    for (const std::shared_ptr<UIView>& part : std::initializer_list<std::shared_ptr<UIView>>{
+             doneButton_, elapsed_, position_, remaining_})
+        topBar_->addSubview(part);
+    addSubview(topBar_);
+}
+
+void MPMovieControls::makeBottomBar() {
+    bottomBar_ = makeBar();
+    transport_ = std::make_shared<MPMovieTransportButton>();
+    transport_->addTarget(
+        [this] {
+            keepShown();
+            actions_.togglePlay();
+        },
+        UIControlEventTouchUpInside);
+    volume_ = std::make_shared<UISlider>();
+    volume_->setAccessibility({UIAccessibilityRole::Slider, "Volume", {}, true});
+    volume_->setValue(1);
+    volume_->addTarget(
+        [this] {
+            keepShown();
+            actions_.setVolume(volume_->value());
+        },
+        UIControlEventValueChanged);
+    bottomBar_->addSubview(transport_);
+    bottomBar_->addSubview(volume_);
+    addSubview(bottomBar_);
+}
+
+void MPMovieControls::layoutSubviews() {
+    const CGSize size = bounds().size;
+    topBar_->setFrame(CGRectMake(0, 0, size.width, kTopHeight));
+    doneButton_->setFrame(CGRectMake(6, 7, 56, 30));
+    elapsed_->setFrame(CGRectMake(68, 0, kTimeWidth, kTopHeight));
+    position_->setFrame(
+        CGRectMake(68 + kTimeWidth + 8, 10, size.width - 68 - 2 * kTimeWidth - 16 - 8, 23));
+    remaining_->setFrame(CGRectMake(size.width - kTimeWidth - 4, 0, kTimeWidth, kTopHeight));
+    bottomBar_->setFrame(CGRectMake((size.width - kBottomWidth) / 2,
+                                    size.height - kBottomHeight - 12, kBottomWidth, kBottomHeight));
+    transport_->setFrame(CGRectMake(8, 4, 44, 44));
+    volume_->setFrame(CGRectMake(68, 14, kBottomWidth - 68 - 16, 23));
+}
+
+bool MPMovieControls::pointInside(CGPoint point) const {
+    const auto contains = [&](const UIView& bar) {
+        return bar.frame().contains(point);
+    };
+    return shown_ && (contains(*topBar_) || contains(*bottomBar_));
+}
+
+void MPMovieControls::update(const State& state) {
+    state_ = state;
+    // A thumb under a finger stays there.
+    if (!position_->isTracking()) {
+        position_->setMaximumValue(static_cast<float>(std::max(state.duration, 0.1)));
+        position_->setValue(static_cast<float>(state.elapsed));
+    }
+    if (!volume_->isTracking())
+        volume_->setValue(state.volume);
+    elapsed_->setText(MPMovieTimeText(state.elapsed));
+    remaining_->setText(
+        state.duration > 0
+            ? "-" + MPMovieTimeText(static_cast<double>(static_cast<long>(state.duration)) -
+                                    static_cast<double>(static_cast<long>(state.elapsed)))
+            : "");
+    transport_->setPlaying(state.playing);
+}
+
+void MPMovieControls::show() {
+    keepShown();
+    if (std::exchange(shown_, true))
+        return;
+    UIViewAnimation::beginAnimations();
+    UIViewAnimation::setAnimationDuration(kFadeDuration);
+    setAlpha(1);
+    UIViewAnimation::commitAnimations();
+}
+
+void MPMovieControls::hide() {
+    if (!std::exchange(shown_, false))
+        return;
+    UIViewAnimation::beginAnimations();
+    UIViewAnimation::setAnimationDuration(kFadeDuration);
+    setAlpha(0);
+    UIViewAnimation::commitAnimations();
+}
+
+void MPMovieControls::keepShown() {
+    if (fadeTimer_)
+        fadeTimer_->invalidate();
+    fadeTimer_ =
+        NSTimer::scheduledTimer(kFadeAfter, NSTimer::Repeats::No, [this] { fadeIfPlaying(); });
+}
+
+void MPMovieControls::fadeIfPlaying() {
+    if (state_.playing && !position_->isTracking() && !volume_->isTracking())
+        hide();
+    else
+        keepShown();
+}
+
+}

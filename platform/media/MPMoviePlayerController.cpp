@@ -1,0 +1,230 @@
+#include "platform/media/MPMoviePlayerController.h"
+
+#include "platform/foundation/NSLog.h"
+#include "platform/foundation/NSNotificationCenter.h"
+#include "platform/foundation/NSRunLoop.h"
+#include "platform/foundation/NSTimer.h"
+#include "platform/host/Host.h"
+#include "platform/media/MPMovieView.h"
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIWindow.h"
+
+#include <numbers>
+#include <utility>
+
+namespace vistrel {
+
+namespace {
+
+/// Often enough that a time label never skips a second.
+constexpr double kRefreshInterval = 0.25;
+constexpr CGRect kLandscape = {{0, 0}, {480, 320}};
+
+MPMoviePlayerController::Interface offeredInterface =
+    MPMoviePlayerController::Interface::LoadStates;
+
+}
+
+void MPMoviePlayerController::setOfferedInterface(Interface offered) {
+    offeredInterface = offered;
+}
+
+std::shared_ptr<MPMoviePlayerController> MPMoviePlayerController::withContentURL(const NSURL& url) {
+    std::shared_ptr<MPMoviePlayerController> player(new MPMoviePlayerController(url));
+    if (player->playback_)
+        player->playback_->setClient(player.get());
+    player->makeView();
+    if (!player->offersLoadState())
+        player->prepareToPlay();
+    return player;
+}
+
+MPMoviePlayerController::MPMoviePlayerController(const NSURL& url)
+    : interface_(offeredInterface)
+    , playback_(host::current().media->createMoviePlayback(url.absoluteString())) {}
+
+MPMoviePlayerController::~MPMoviePlayerController() {
+    end();
+    view_->setPlayback(nullptr);
+    if (playback_)
+        playback_->setClient(nullptr);
+}
+
+void MPMoviePlayerController::makeView() {
+    const std::weak_ptr<MPMoviePlayerController> weak = weak_from_this();
+    const auto act = [weak](auto action) {
+        if (auto self = weak.lock())
+            action(*self);
+    };
+    MPMovieControls::Actions actions;
+    actions.done = [act] {
+        act([](auto& self) { self.finish(MPMovieFinishReason::UserExited); });
+    };
+    actions.togglePlay = [act] {
+        act([](auto& self) { self.togglePlay(); });
+    };
+    actions.seek = [act](double seconds) {
+        act([seconds](auto& self) { self.setCurrentPlaybackTime(seconds); });
+    };
+    actions.setVolume = [act](float volume) {
+        act([volume](auto& self) {
+            self.playback_->setVolume(volume);
+            self.refreshView();
+        });
+    };
+    view_ = std::make_shared<MPMovieView>(kLandscape, std::move(actions));
+    view_->setPlayback(playback_.get());
+    view_->setControlsWanted(!offersLoadState());
+}
+
+void MPMoviePlayerController::setControlStyle(MPMovieControlStyle style) {
+    view_->setControlsWanted(style == MPMovieControlStyle::Fullscreen);
+}
+
+void MPMoviePlayerController::setFullscreen(bool fullscreen) {
+    UIApplication::sharedApplication().setStatusBarHidden(fullscreen);
+}
+
+std::shared_ptr<UIView> MPMoviePlayerController::view() {
+    return view_;
+}
+
+void MPMoviePlayerController::prepareToPlay() {
+    if (playback_ && !finished_) {
+        playback_->prepare();
+        return;
+    }
+    NSRunLoop::performAfterDelay(0, [weak = weak_from_this()] {
+        if (auto self = weak.lock())
+            self->playbackDidFail("There is no player.");
+    });
+}
+
+void MPMoviePlayerController::play() {
+    if (finished_ || !playback_)
+        return;
+    if (!offersLoadState())
+        showByItself();
+    playing_ = playback_->play();
+    if (!refreshTimer_)
+        refreshTimer_ = NSTimer::scheduledTimer(kRefreshInterval, NSTimer::Repeats::Yes,
+                                                [this] { refreshView(); });
+    refreshView();
+}
+
+void MPMoviePlayerController::showByItself() {
+    UIWindow* window = UIApplication::sharedApplication().keyWindow();
+    if (std::exchange(showsItself_, true) || !window)
+        return;
+    setFullscreen(true);
+    view_->setBounds(kLandscape);
+    view_->setCenter({160, 240});
+    view_->setTransform(CGAffineTransformMakeRotation(std::numbers::pi / 2));
+    window->addSubview(view_);
+}
+
+void MPMoviePlayerController::pause() {
+    playing_ = false;
+    if (playback_)
+        playback_->pause();
+    refreshView();
+}
+
+void MPMoviePlayerController::togglePlay() {
+    if (playing_)
+        pause();
+    else
+        play();
+}
+
+void MPMoviePlayerController::stop() {
+    end();
+}
+
+double MPMoviePlayerController::currentPlaybackTime() const {
+    return playback_ ? playback_->currentTime() : 0;
+}
+
+void MPMoviePlayerController::setCurrentPlaybackTime(double seconds) {
+    if (!playback_ || finished_)
+        return;
+    playback_->setCurrentTime(seconds);
+    refreshView();
+}
+
+double MPMoviePlayerController::duration() const {
+    return playback_ ? playback_->duration() : 0;
+}
+
+unsigned MPMoviePlayerController::framesShown() const {
+    return playback_ ? playback_->framesShown() : 0;
+}
+
+void MPMoviePlayerController::refreshView() {
+    view_->refresh(playing_);
+}
+
+void MPMoviePlayerController::setLoadState(unsigned state) {
+    if (std::exchange(loadState_, state) != state)
+        NSNotificationCenter::defaultCenter().postNotification(
+            MPMoviePlayerLoadStateDidChangeNotification, this);
+}
+
+void MPMoviePlayerController::playbackDidBecomeReady() {
+    const auto self = shared_from_this();
+    refreshView();
+    if (offersLoadState())
+        setLoadState(MPMovieLoadStatePlayable | MPMovieLoadStatePlaythroughOK);
+    else
+        NSNotificationCenter::defaultCenter().postNotification(
+            MPMoviePlayerContentPreloadDidFinishNotification, this);
+}
+
+void MPMoviePlayerController::playbackStalled(bool stalled) {
+    const auto self = shared_from_this();
+    if (offersLoadState())
+        setLoadState(stalled ? MPMovieLoadStatePlayable | MPMovieLoadStateStalled
+                             : MPMovieLoadStatePlayable | MPMovieLoadStatePlaythroughOK);
+}
+
+void MPMoviePlayerController::playbackDidEnd() {
+    finish(MPMovieFinishReason::PlaybackEnded);
+}
+
+void MPMoviePlayerController::playbackDidFail(const std::string& message) {
+    NSLog("Movie player: " + message);
+    finish(MPMovieFinishReason::PlaybackError);
+}
+
+void MPMoviePlayerController::playbackInterrupted(bool begins) {
+    // A film waits for its viewer after a call.
+    if (begins)
+        playing_ = false;
+    view_->controls().show();
+    refreshView();
+}
+
+void MPMoviePlayerController::end() {
+    finished_ = true;
+    playing_ = false;
+    if (refreshTimer_)
+        refreshTimer_->invalidate();
+    refreshTimer_.reset();
+    if (playback_)
+        playback_->stop();
+    if (std::exchange(showsItself_, false))
+        view_->removeFromSuperview();
+}
+
+void MPMoviePlayerController::finish(MPMovieFinishReason reason) {
+    if (finished_)
+        return;
+    const auto self = shared_from_this();
+    end();
+    NSNotificationCenter::defaultCenter().postNotification(
+        MPMoviePlayerPlaybackDidFinishNotification, this,
+        Value(ValueDictionary{
+            {MPMoviePlayerPlaybackDidFinishReasonUserInfoKey, static_cast<int>(reason)}}));
+}
+
+}

@@ -1,0 +1,129 @@
+#include "platform/media/AudioFile.h"
+#include "platform/media/AudioFormat.h"
+#include "tests/media/MediaTest.h"
+
+#include <array>
+
+namespace vistrel {
+namespace {
+
+using AudioServicesTest = MediaTest;
+
+std::vector<std::byte> bytes(std::initializer_list<int> values) {
+    std::vector<std::byte> result;
+    for (int value : values)
+        result.push_back(static_cast<std::byte>(value));
+    return result;
+}
+
+TEST_F(AudioServicesTest, TheInfoDictionaryHoldsWhatTheFileSaysAndNothingElse) {
+    media().setTags("/var/a b.mp3", {"Song", "", "Album", 245.7}, {});
+    media().setTags("/var/bare.mp3", {}, {});
+    AudioFileID file;
+    ASSERT_EQ(AudioFileOpenURL(NSURL::fileURLWithPath("/var/a b.mp3"), file), noErr);
+    std::optional<Value> info;
+    ASSERT_EQ(AudioFileGetProperty(file, kAudioFilePropertyInfoDictionary, info), noErr);
+    EXPECT_EQ(*info, Value(ValueDictionary{{"title", "Song"},
+                                           {"album", "Album"},
+                                           {"approximate duration in seconds", "245.700"}}));
+    ASSERT_EQ(AudioFileOpenURL(NSURL::fileURLWithPath("/var/bare.mp3"), file), noErr);
+    ASSERT_EQ(AudioFileGetProperty(file, kAudioFilePropertyInfoDictionary, info), noErr);
+    EXPECT_TRUE(info->dictionary().empty());
+}
+
+TEST_F(AudioServicesTest, TheRawTagComesWithItsSizeIntoABufferThatHoldsIt) {
+    const auto tag = bytes({'I', 'D', '3', 4, 0, 0, 0, 0, 0, 2, 7, 9});
+    media().setTags("/a.mp3", {}, tag);
+    AudioFileID file;
+    ASSERT_EQ(AudioFileOpenURL(NSURL::fileURLWithPath("/a.mp3"), file), noErr);
+    std::uint32_t size = 0;
+    ASSERT_EQ(AudioFileGetPropertyInfo(file, kAudioFilePropertyID3Tag, size), noErr);
+    EXPECT_EQ(size, 12u);
+    std::vector<std::byte> buffer(12);
+    ASSERT_EQ(AudioFileGetProperty(file, kAudioFilePropertyID3Tag, buffer, size), noErr);
+    EXPECT_EQ(buffer, tag);
+    buffer.resize(11);
+    EXPECT_EQ(AudioFileGetProperty(file, kAudioFilePropertyID3Tag, buffer, size),
+              kAudioFileBadPropertySizeError);
+}
+
+TEST_F(AudioServicesTest, EveryStepWithoutAFileFailsOnItsOwn) {
+    AudioFileID file;
+    EXPECT_EQ(AudioFileOpenURL(NSURL::fileURLWithPath("/none.mp3"), file),
+              kAudioFileFileNotFoundError);
+    EXPECT_EQ(file, nullptr);
+    std::uint32_t size = 99;
+    EXPECT_EQ(AudioFileGetPropertyInfo(file, kAudioFilePropertyID3Tag, size),
+              kAudioFileNotOpenError);
+    EXPECT_EQ(size, 0u);
+    EXPECT_EQ(AudioFileGetProperty(file, kAudioFilePropertyID3Tag, {}, size),
+              kAudioFileNotOpenError);
+    std::optional<Value> info = Value("old");
+    EXPECT_EQ(AudioFileGetProperty(file, kAudioFilePropertyInfoDictionary, info),
+              kAudioFileNotOpenError);
+    EXPECT_FALSE(info);
+    media().setTags("/untagged.mp3", {}, {});
+    ASSERT_EQ(AudioFileOpenURL(NSURL::fileURLWithPath("/untagged.mp3"), file), noErr);
+    EXPECT_EQ(AudioFileGetPropertyInfo(file, kAudioFilePropertyID3Tag, size),
+              kAudioFileUnsupportedPropertyError);
+}
+
+TEST_F(AudioServicesTest, TheFormatServiceReadsATagsSizeOrSaysWhatIsWrong) {
+    const struct {
+        const char* name;
+        std::vector<std::byte> specifier;
+        OSStatus status;
+        std::uint32_t size;
+    } cases[] = {
+        {"plain", bytes({'I', 'D', '3', 3, 0, 0, 0, 0, 2, 1}), noErr, 10 + 257},
+        {"with footer", bytes({'I', 'D', '3', 4, 0, 0x10, 0, 0, 0, 5}), noErr, 25},
+        {"footer bit of an older version", bytes({'I', 'D', '3', 3, 0, 0x10, 0, 0, 0, 5}), noErr,
+         15},
+        {"largest", bytes({'I', 'D', '3', 2, 0, 0, 0x7F, 0x7F, 0x7F, 0x7F}), noErr, 268435465},
+        {"nothing", {}, kAudioFormatBadSpecifierSizeError, 0},
+        {"nine bytes", bytes({'I', 'D', '3', 3, 0, 0, 0, 0, 2}), kAudioFormatBadSpecifierSizeError,
+         0},
+        {"no tag", bytes({'T', 'A', 'G', 3, 0, 0, 0, 0, 2, 1}), kAudioFormatUnknownFormatError, 0},
+        {"a version to come", bytes({'I', 'D', '3', 5, 0, 0, 0, 0, 2, 1}),
+         kAudioFormatUnsupportedDataFormatError, 0},
+        {"a size with high bits", bytes({'I', 'D', '3', 3, 0, 0, 0, 0x80, 2, 1}),
+         kAudioFormatUnspecifiedError, 0},
+    };
+    for (const auto& one : cases) {
+        std::uint32_t resultSize = 4;
+        std::uint32_t result = 0;
+        EXPECT_EQ(AudioFormatGetProperty(kAudioFormatProperty_ID3TagSize, one.specifier, resultSize,
+                                         result),
+                  one.status)
+            << one.name;
+        EXPECT_EQ(result, one.size) << one.name;
+    }
+    std::uint32_t wrongSize = 8;
+    std::uint32_t result = 0;
+    EXPECT_EQ(AudioFormatGetProperty(kAudioFormatProperty_ID3TagSize, cases[0].specifier, wrongSize,
+                                     result),
+              kAudioFormatBadPropertySizeError);
+    EXPECT_EQ(AudioFormatGetProperty(fourCharCode("none"), cases[0].specifier, wrongSize, result),
+              kAudioFormatUnsupportedPropertyError);
+}
+
+TEST_F(AudioServicesTest, TheSessionAnswersOnceInitialisedAndSaysWhenItIsAlready) {
+    std::string route;
+    EXPECT_EQ(AudioSessionGetProperty(kAudioSessionProperty_AudioRoute, route),
+              kAudioSessionNotInitialized);
+    EXPECT_EQ(AudioSessionInitialize(nullptr, nullptr), noErr);
+    EXPECT_EQ(AudioSessionInitialize(nullptr, nullptr), kAudioSessionAlreadyInitialized);
+    EXPECT_EQ(AudioSessionSetActive(true), noErr);
+    EXPECT_EQ(AudioSessionSetProperty(kAudioSessionProperty_AudioCategory,
+                                      kAudioSessionCategory_MediaPlayback),
+              noErr);
+    media().setAudioRoute(std::string("Headphone"));
+    EXPECT_EQ(AudioSessionGetProperty(kAudioSessionProperty_AudioRoute, route), noErr);
+    EXPECT_EQ(route, "Headphone");
+    media().setAudioRoute(host::Failure{ENODEV, "no device"});
+    EXPECT_EQ(AudioSessionGetProperty(kAudioSessionProperty_AudioRoute, route),
+              kAudioSessionUnspecifiedError);
+}
+
+}
+}
