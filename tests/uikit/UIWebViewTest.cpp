@@ -1,0 +1,237 @@
+#include "platform/uikit/UIWebView.h"
+
+#include "platform/foundation/NSError.h"
+#include "platform/foundation/NSURLResponse.h"
+#include "tests/support/HostTest.h"
+
+#include <functional>
+#include <gmock/gmock.h>
+
+namespace vistrel {
+namespace {
+
+using support::ScriptedWebPage;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+struct Delegate : UIWebViewDelegate {
+    bool webViewShouldStartLoadWithRequest(UIWebView&, const NSURLRequest& request,
+                                           UIWebViewNavigationType type) override {
+        events.push_back("ask " + request.HTTPMethod() + " " +
+                         (request.URL() ? request.URL()->absoluteString() : "nowhere") + " " +
+                         std::to_string(static_cast<int>(type)));
+        requests.push_back(request);
+        if (onAsk)
+            onAsk();
+        return allows;
+    }
+    void webViewDidStartLoad(UIWebView& view) override {
+        events.emplace_back(view.isLoading() ? "start" : "start, not loading");
+    }
+    void webViewDidFinishLoad(UIWebView& view) override {
+        events.emplace_back(view.isLoading() ? "finish, still loading" : "finish");
+        if (onFinish)
+            onFinish();
+    }
+    void webViewDidFailLoadWithError(UIWebView&, const NSError& error) override {
+        events.push_back("fail " + error.domain() + " " + std::to_string(error.code()) + " " +
+                         error.localizedDescription());
+    }
+    bool webViewShouldShowResponseForUnrepeatableRequest(UIWebView&,
+                                                         const NSURLResponse& response) override {
+        answers.push_back(response);
+        return showsAnswers;
+    }
+
+    bool allows = true;
+    bool showsAnswers = true;
+    std::function<void()> onAsk;
+    std::function<void()> onFinish;
+    std::vector<std::string> events;
+    std::vector<NSURLRequest> requests;
+    std::vector<NSURLResponse> answers;
+};
+
+class UIWebViewTest : public support::HostTest {
+protected:
+    UIWebViewTest() { view_->setDelegate(&delegate_); }
+
+    void load(const std::string& url) {
+        view_->loadRequest(NSURLRequest(NSURL::URLWithString(url)));
+    }
+    ScriptedWebPage& page() { return *webEngine().page(); }
+
+    Delegate delegate_;
+    std::shared_ptr<UIWebView> view_ = std::make_shared<UIWebView>(CGRectMake(0, 0, 320, 372));
+};
+
+TEST_F(UIWebViewTest, ThePageEngineIsAskedForAPageAtTheFirstLoadWithAllThatWasSetBefore) {
+    view_->setScalesPageToFit(true);
+    view_->setOpaque(false);
+    view_->goBack();
+    view_->stopLoading();
+    EXPECT_FALSE(view_->canGoBack());
+    EXPECT_EQ(view_->foreignContent(), nullptr);
+    EXPECT_TRUE(webEngine().pages().empty());
+    load("http://site/");
+    ASSERT_EQ(webEngine().pages().size(), 1u);
+    EXPECT_TRUE(page().scalesPageToFit());
+    EXPECT_TRUE(page().hasTransparentBackground());
+    EXPECT_EQ(view_->foreignContent(), &page());
+    load("http://site/2");
+    EXPECT_EQ(webEngine().pages().size(), 1u);
+}
+
+TEST_F(UIWebViewTest, ALoadIsAskedAboutOnceThenStartsAndEnds) {
+    load("http://site/a");
+    EXPECT_THAT(delegate_.events, IsEmpty());
+    turn();
+    page().finishLoad();
+    EXPECT_THAT(delegate_.events, ElementsAre("ask GET http://site/a 5", "start", "finish"));
+}
+
+TEST_F(UIWebViewTest, ARefusedLoadIsNotMade) {
+    delegate_.allows = false;
+    load("http://site/a");
+    turn();
+    EXPECT_THAT(delegate_.events, ElementsAre("ask GET http://site/a 5"));
+    EXPECT_FALSE(page().isLoading());
+}
+
+TEST_F(UIWebViewTest, OnlyPagesOfTheWebAreLoaded) {
+    for (const char* url : {"file:///etc/passwd", "ftp://site/", "gmsg://x", "data:text/html,x"})
+        load(url);
+    view_->loadRequest(NSURLRequest(std::nullopt));
+    NSURLRequest post(NSURL::URLWithString("http://site/"));
+    post.setHTTPMethod("POST");
+    view_->loadRequest(post);
+    turn();
+    EXPECT_TRUE(webEngine().pages().empty());
+    for (const char* url : {"HTTP://site/", "https://site/", "about:blank"})
+        load(url);
+    EXPECT_THAT(page().calls(),
+                ElementsAre("load HTTP://site/", "load https://site/", "load about:blank"));
+}
+
+TEST_F(UIWebViewTest, NavigationsKeepTheirTypeMethodAndHeaders) {
+    load("http://site/a");
+    turn();
+    delegate_.events.clear();
+    page().clickLink("http://site/link");
+    page().submitForm("http://site/form");
+    page().navigate({"http://site/again", "GET", {}, host::WebNavigationType::Reload});
+    page().navigate({"http://site/back", "GET", {}, host::WebNavigationType::BackForward});
+    page().navigate({"http://site/form", "POST", {}, host::WebNavigationType::FormResubmitted});
+    page().navigateFrame({"gmsg://load?x=1", "GET", {{"Referer", "http://site/a"}}});
+    std::vector<std::string> asked;
+    for (const std::string& event : delegate_.events)
+        if (event.starts_with("ask"))
+            asked.push_back(event);
+    EXPECT_THAT(asked, ElementsAre("ask GET http://site/link 0", "ask POST http://site/form 1",
+                                   "ask GET http://site/again 3", "ask GET http://site/back 2",
+                                   "ask POST http://site/form 4", "ask GET gmsg://load?x=1 5"));
+    EXPECT_EQ(delegate_.requests.back().valueForHTTPHeaderField("referer"), "http://site/a");
+}
+
+TEST_F(UIWebViewTest, OnlyTheAnswerToAnUnrepeatableRequestIsAskedAbout) {
+    load("http://site/a");
+    turn();
+    delegate_.showsAnswers = false;
+    EXPECT_TRUE(page().respond({"http://site/a", "video/mp4", 200, {}, true, "GET"}));
+    EXPECT_TRUE(page().respond({"http://site/a", "video/mp4", 200, {}, true, "HEAD"}));
+    EXPECT_THAT(delegate_.answers, IsEmpty());
+    EXPECT_FALSE(page().respond(
+        {"http://site/form",
+         "video/mp4",
+         200,
+         {{"Content-Disposition", "attachment; filename=\"a b.mp4\""}, {"Content-Length", "4711"}},
+         true,
+         "POST"}));
+    ASSERT_EQ(delegate_.answers.size(), 1u);
+    const NSURLResponse& answer = delegate_.answers[0];
+    EXPECT_EQ(answer.URL().absoluteString(), "http://site/form");
+    EXPECT_EQ(answer.MIMEType(), "video/mp4");
+    EXPECT_EQ(answer.expectedContentLength(), 4711);
+    EXPECT_EQ(answer.suggestedFilename(), "a b.mp4");
+    page().respond({"http://site/form",
+                    "video/mp4",
+                    200,
+                    {{"Content-Encoding", "gzip"}, {"Content-Length", "4711"}},
+                    true,
+                    "POST"});
+    EXPECT_EQ(delegate_.answers[1].expectedContentLength(), -1);
+}
+
+TEST_F(UIWebViewTest, FailuresCarryTheirDomainNumberAndSentence) {
+    load("http://site/a");
+    turn();
+    page().failLoad({-999, "cancelled", "http://site/a"});
+    page().startLoad();
+    page().failLoad({102, "interrupted", "http://site/a"});
+    EXPECT_THAT(delegate_.events, ElementsAre("ask GET http://site/a 5", "start",
+                                              "fail NSURLErrorDomain -999 cancelled", "start",
+                                              "fail WebKitErrorDomain 102 interrupted"));
+    EXPECT_FALSE(view_->isLoading());
+}
+
+TEST_F(UIWebViewTest, WithoutADelegateEverythingTheEngineAllowsIsMade) {
+    load("http://site/a");
+    view_->setDelegate(nullptr);
+    turn();
+    EXPECT_TRUE(page().isLoading());
+    EXPECT_TRUE(view_->isLoading());
+    EXPECT_TRUE(page().respond({"http://site/form", "video/mp4", 200, {}, true, "POST"}));
+    page().finishLoad();
+    EXPECT_FALSE(view_->isLoading());
+    EXPECT_THAT(delegate_.events, IsEmpty());
+}
+
+TEST_F(UIWebViewTest, TheViewMayGoInEachOfItsCallbacks) {
+    delegate_.onAsk = [this] {
+        view_.reset();
+    };
+    load("http://site/a");
+    turn();
+    EXPECT_TRUE(webEngine().pages().empty());
+
+    delegate_.onAsk = {};
+    delegate_.onFinish = [this] {
+        view_.reset();
+    };
+    view_ = std::make_shared<UIWebView>();
+    view_->setDelegate(&delegate_);
+    load("http://site/b");
+    turn();
+    page().finishLoad();
+    EXPECT_TRUE(webEngine().pages().empty());
+    EXPECT_EQ(delegate_.events.back(), "finish");
+}
+
+TEST_F(UIWebViewTest, WithoutAPageEngineNothingHappensAndScriptsYieldNothing) {
+    webEngine().setUnavailable(true);
+    load("http://site/a");
+    std::optional<std::string> result;
+    view_->stringByEvaluatingJavaScriptFromString("1+1",
+                                                  [&](const std::string& text) { result = text; });
+    EXPECT_FALSE(result);
+    turn();
+    EXPECT_EQ(result, "");
+    EXPECT_EQ(view_->userAgent(), "");
+    EXPECT_THAT(delegate_.events, IsEmpty());
+}
+
+TEST_F(UIWebViewTest, AScriptsResultComesLater) {
+    webEngine().setScriptResult("document.title", "Title");
+    load("http://site/a");
+    turn();
+    std::optional<std::string> result;
+    view_->stringByEvaluatingJavaScriptFromString("document.title",
+                                                  [&](const std::string& text) { result = text; });
+    view_->stringByEvaluatingJavaScriptFromString("nothing()");
+    EXPECT_FALSE(result);
+    turn();
+    EXPECT_EQ(result, "Title");
+}
+
+}
+}
