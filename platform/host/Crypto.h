@@ -15,6 +15,7 @@ public:
 
     virtual ~Crypto() = default;
     virtual Block md5(std::span<const std::byte> bytes) = 0;
+    virtual std::array<std::byte, 32> sha256(std::span<const std::byte> bytes) = 0;
     /// AES with a key of 128 bits in CBC mode. Adds no padding: a text that is not a whole number
     /// of blocks fails.
     virtual Result<std::vector<std::byte>> aes128CBCEncrypt(const Block& key,

@@ -21,6 +21,15 @@ struct FreeChecksum {
     void operator()(GChecksum* checksum) const { g_checksum_free(checksum); }
 };
 
+void computeDigest(GChecksumType type, std::span<const std::byte> bytes,
+                   std::span<std::byte> digest) {
+    const std::unique_ptr<GChecksum, FreeChecksum> checksum(g_checksum_new(type));
+    g_checksum_update(checksum.get(), reinterpret_cast<const guchar*>(bytes.data()),
+                      static_cast<gssize>(bytes.size()));
+    gsize size = digest.size();
+    g_checksum_get_digest(checksum.get(), reinterpret_cast<guint8*>(digest.data()), &size);
+}
+
 /// Once per process, unless another user of the library was first.
 void initialiseLibrary() {
     if (gcry_control(GCRYCTL_INITIALIZATION_FINISHED_P) != 0)
@@ -38,12 +47,14 @@ host::Failure failureOf(gcry_error_t error) {
 
 host::Crypto::Block LibraryCrypto::md5(std::span<const std::byte> bytes) {
     // Not libgcrypt's: that one refuses this digest when the machine runs in FIPS mode.
-    const std::unique_ptr<GChecksum, FreeChecksum> checksum(g_checksum_new(G_CHECKSUM_MD5));
-    g_checksum_update(checksum.get(), reinterpret_cast<const guchar*>(bytes.data()),
-                      static_cast<gssize>(bytes.size()));
     Block digest{};
-    gsize size = digest.size();
-    g_checksum_get_digest(checksum.get(), reinterpret_cast<guint8*>(digest.data()), &size);
+    computeDigest(G_CHECKSUM_MD5, bytes, digest);
+    return digest;
+}
+
+std::array<std::byte, 32> LibraryCrypto::sha256(std::span<const std::byte> bytes) {
+    std::array<std::byte, 32> digest{};
+    computeDigest(G_CHECKSUM_SHA256, bytes, digest);
     return digest;
 }
 
