@@ -1,5 +1,6 @@
 #pragma once
 #include <functional>
+#include <string>
 
 namespace vistrel::host {
 
@@ -13,6 +14,10 @@ public:
     virtual void setFrameHandler(std::function<void(double now)> handler) = 0;
     /// Pixels per point at which pictures are painted.
     virtual double scale() const = 0;
+    /// Writes what is on the screen now, foreign content included, as a PNG at a machine path.
+    virtual bool saveScreenshot(const std::string& /*machinePath*/) { return false; }
+    /// Frames drawn since the start.
+    virtual unsigned framesDrawn() const { return 0; }
 };
 
 }

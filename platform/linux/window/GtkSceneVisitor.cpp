@@ -1,0 +1,156 @@
+#include "platform/linux/window/GtkSceneVisitor.h"
+
+#include "platform/host/ForeignContent.h"
+#include "platform/linux/window/GtkForeignContent.h"
+
+#include <cmath>
+#include <numbers>
+
+namespace vistrel {
+
+namespace {
+
+graphene_rect_t grapheneRect(const CGRect& rect) {
+    return GRAPHENE_RECT_INIT(static_cast<float>(rect.origin.x), static_cast<float>(rect.origin.y),
+                              static_cast<float>(rect.size.width),
+                              static_cast<float>(rect.size.height));
+}
+
+GdkRGBA gdkColor(const UIColor& color) {
+    return {color.red, color.green, color.blue, color.alpha};
+}
+
+}
+
+GskTransform* makeGskTransform(const CGAffineTransform& transform) {
+    if (transform.isIdentity())
+        return nullptr;
+    // Built from the toolkit's own steps: of a bare matrix it does not know that it is flat, and
+    // the software renderer refuses it.
+    const graphene_point_t offset =
+        GRAPHENE_POINT_INIT(static_cast<float>(transform.tx), static_cast<float>(transform.ty));
+    GskTransform* result = gsk_transform_translate(nullptr, &offset);
+    if (transform.b == 0 && transform.c == 0) {
+        if (transform.a == 1 && transform.d == 1)
+            return result;
+        return gsk_transform_scale(result, static_cast<float>(transform.a),
+                                   static_cast<float>(transform.d));
+    }
+    const double width = std::hypot(transform.a, transform.b);
+    if (width == 0)
+        return gsk_transform_scale(result, 0, 0);
+    const double determinant = transform.a * transform.d - transform.b * transform.c;
+    const double shear = (transform.a * transform.c + transform.b * transform.d) / determinant;
+    result = gsk_transform_rotate(
+        result, static_cast<float>(std::atan2(transform.b, transform.a) * 180 / std::numbers::pi));
+    if (std::abs(shear) > 1e-9)
+        result = gsk_transform_skew(
+            result, static_cast<float>(std::atan(shear) * 180 / std::numbers::pi), 0);
+    return gsk_transform_scale(result, static_cast<float>(width),
+                               static_cast<float>(determinant / width));
+}
+
+GtkSceneVisitor::GtkSceneVisitor(GtkWidget* screen, GtkSnapshot* snapshot, PictureNodes& nodes)
+    : screen_(screen)
+    , snapshot_(snapshot)
+    , nodes_(nodes) {}
+
+void GtkSceneVisitor::pushTransform(const CGAffineTransform& transform) {
+    gtk_snapshot_save(snapshot_);
+    gtk_snapshot_transform(snapshot_, makeGskTransform(transform));
+    pushed_.push_back(Pushed::Transform);
+    transforms_.push_back(transform.concat(transforms_.back()));
+}
+
+void GtkSceneVisitor::pushClip(const CGRect& rect) {
+    const graphene_rect_t bounds = grapheneRect(rect);
+    gtk_snapshot_push_clip(snapshot_, &bounds);
+    pushed_.push_back(Pushed::Node);
+}
+
+void GtkSceneVisitor::pushOpacity(double opacity) {
+    gtk_snapshot_push_opacity(snapshot_, opacity);
+    pushed_.push_back(Pushed::Node);
+}
+
+void GtkSceneVisitor::pop() {
+    const Pushed last = pushed_.back();
+    pushed_.pop_back();
+    if (last == Pushed::Node) {
+        gtk_snapshot_pop(snapshot_);
+        return;
+    }
+    gtk_snapshot_restore(snapshot_);
+    transforms_.pop_back();
+}
+
+void GtkSceneVisitor::fillColor(const CGRect& rect, const UIColor& color) {
+    const graphene_rect_t bounds = grapheneRect(rect);
+    const GdkRGBA rgba = gdkColor(color);
+    gtk_snapshot_append_color(snapshot_, &rgba, &bounds);
+}
+
+void GtkSceneVisitor::fillGradient(const CGRect& rect, const CGGradient& gradient) {
+    const std::size_t count = gradient.colors.size();
+    if (count == 0)
+        return;
+    std::vector<GskColorStop> stops(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        const double even = count > 1 ? static_cast<double>(i) / static_cast<double>(count - 1) : 0;
+        const double place = i < gradient.locations.size() ? gradient.locations[i] : even;
+        stops[i] = {static_cast<float>(place), gdkColor(gradient.colors[i])};
+    }
+    const graphene_rect_t bounds = grapheneRect(rect);
+    const graphene_point_t start = GRAPHENE_POINT_INIT(bounds.origin.x, bounds.origin.y);
+    const graphene_point_t end =
+        GRAPHENE_POINT_INIT(bounds.origin.x, bounds.origin.y + bounds.size.height);
+    gtk_snapshot_append_linear_gradient(snapshot_, &bounds, &start, &end, stops.data(), count);
+}
+
+void GtkSceneVisitor::drawPicture(const CGRect& rect,
+                                  const std::shared_ptr<const Bitmap>& picture) {
+    if (!picture || rect.isEmpty())
+        return;
+    // A kept node covers (0, 0) to the size it was made for; moving it costs nothing.
+    const PictureNodes::Node node = nodes_.nodeFor(picture, rect.size);
+    const bool fits = node.size == rect.size;
+    const bool atOrigin = rect.origin == CGPoint{};
+    if (fits && atOrigin) {
+        gtk_snapshot_append_node(snapshot_, node.node);
+        return;
+    }
+    gtk_snapshot_save(snapshot_);
+    const graphene_point_t origin =
+        GRAPHENE_POINT_INIT(static_cast<float>(rect.origin.x), static_cast<float>(rect.origin.y));
+    gtk_snapshot_translate(snapshot_, &origin);
+    if (!fits)
+        gtk_snapshot_scale(snapshot_, static_cast<float>(rect.size.width / node.size.width),
+                           static_cast<float>(rect.size.height / node.size.height));
+    gtk_snapshot_append_node(snapshot_, node.node);
+    gtk_snapshot_restore(snapshot_);
+}
+
+void GtkSceneVisitor::drawForeign(const CGRect& rect, host::ForeignContent& content) {
+    auto* foreign = dynamic_cast<GtkForeignContent*>(&content);
+    if (!foreign)
+        return;
+    if (GtkWidget* widget = foreign->widget()) {
+        if (gtk_widget_get_parent(widget) != screen_)
+            return;
+        // The child's allocation holds the whole way from the screen, so go back to the screen
+        // first.
+        gtk_snapshot_save(snapshot_);
+        gtk_snapshot_transform(snapshot_, makeGskTransform(transforms_.back().inverted()));
+        gtk_widget_snapshot_child(screen_, widget, snapshot_);
+        gtk_snapshot_restore(snapshot_);
+    } else if (GdkPaintable* paintable = foreign->paintable()) {
+        gtk_snapshot_save(snapshot_);
+        const graphene_point_t origin = GRAPHENE_POINT_INIT(static_cast<float>(rect.origin.x),
+                                                            static_cast<float>(rect.origin.y));
+        gtk_snapshot_translate(snapshot_, &origin);
+        gdk_paintable_snapshot(paintable, snapshot_, rect.size.width, rect.size.height);
+        gtk_snapshot_restore(snapshot_);
+    }
+}
+
+}

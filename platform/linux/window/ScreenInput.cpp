@@ -1,0 +1,154 @@
+#include "platform/linux/window/ScreenInput.h"
+
+#include "platform/host/EventLoop.h"
+#include "platform/host/Host.h"
+#include "platform/linux/window/KeyTranslation.h"
+#include "platform/linux/window/ScreenWidget.h"
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIEventDispatcher.h"
+#include "platform/uikit/UIView.h"
+
+namespace vistrel {
+
+namespace {
+
+constexpr double kWheelStep = 50; ///< points for one notch
+
+double now() {
+    return host::current().loop->now();
+}
+
+UIEventDispatcher& events() {
+    return UIApplication::sharedApplication().events();
+}
+
+}
+
+ScreenInput::ScreenInput(ScreenWidget& screen)
+    : screen_(screen)
+    , events_(gtk_event_controller_legacy_new())
+    , keys_(gtk_event_controller_key_new()) {
+    // Before the children see it: an alert may lie over the page.
+    gtk_event_controller_set_propagation_phase(events_, GTK_PHASE_CAPTURE);
+    g_signal_connect(events_, "event", G_CALLBACK(onEvent), this);
+    g_signal_connect(keys_, "key-pressed", G_CALLBACK(onKey), this);
+    gtk_widget_add_controller(GTK_WIDGET(screen_.gobj()), events_);
+    gtk_widget_add_controller(GTK_WIDGET(screen_.gobj()), keys_);
+}
+
+ScreenInput::~ScreenInput() {
+    gtk_widget_remove_controller(GTK_WIDGET(screen_.gobj()), events_);
+    gtk_widget_remove_controller(GTK_WIDGET(screen_.gobj()), keys_);
+}
+
+gboolean ScreenInput::onEvent(GtkEventControllerLegacy*, GdkEvent* event, gpointer self) {
+    return static_cast<ScreenInput*>(self)->handleEvent(event);
+}
+
+gboolean ScreenInput::onKey(GtkEventControllerKey*, guint value, guint, GdkModifierType state,
+                            gpointer self) {
+    return static_cast<ScreenInput*>(self)->handleKey(value, state);
+}
+
+bool ScreenInput::handleEvent(GdkEvent* event) {
+    const GdkEventType type = gdk_event_get_event_type(event);
+    switch (type) {
+    case GDK_BUTTON_PRESS:
+    case GDK_BUTTON_RELEASE:
+        return gdk_button_event_get_button(event) == GDK_BUTTON_PRIMARY &&
+               handlePointer(event, type);
+    case GDK_MOTION_NOTIFY:
+    case GDK_TOUCH_BEGIN:
+    case GDK_TOUCH_UPDATE:
+    case GDK_TOUCH_END:
+    case GDK_TOUCH_CANCEL:
+        return handlePointer(event, type);
+    case GDK_SCROLL:
+        return handleScroll(event);
+    default:
+        return false;
+    }
+}
+
+bool ScreenInput::handlePointer(GdkEvent* event, GdkEventType type) {
+    pointer_ = screenPoint(event);
+    const bool begins = type == GDK_BUTTON_PRESS || type == GDK_TOUCH_BEGIN;
+    if (begins) {
+        if (isDown_)
+            return true;
+        if (isOverForeignContent(pointer_))
+            return false;
+        isDown_ = true;
+        sequence_ = gdk_event_get_event_sequence(event);
+        takeFocus();
+        events().sendTouch(UITouchPhase::Began, pointer_, now());
+        return true;
+    }
+    if (!isDown_ || gdk_event_get_event_sequence(event) != sequence_)
+        return false;
+    if (type == GDK_MOTION_NOTIFY || type == GDK_TOUCH_UPDATE) {
+        events().sendTouch(UITouchPhase::Moved, pointer_, now());
+        return true;
+    }
+    isDown_ = false;
+    events().sendTouch(type == GDK_TOUCH_CANCEL ? UITouchPhase::Cancelled : UITouchPhase::Ended,
+                       pointer_, now());
+    return true;
+}
+
+bool ScreenInput::handleScroll(GdkEvent* event) {
+    if (isOverForeignContent(pointer_))
+        return false;
+    double dx = 0;
+    double dy = 0;
+    switch (gdk_scroll_event_get_direction(event)) {
+    case GDK_SCROLL_UP:
+        dy = -1;
+        break;
+    case GDK_SCROLL_DOWN:
+        dy = 1;
+        break;
+    case GDK_SCROLL_LEFT:
+        dx = -1;
+        break;
+    case GDK_SCROLL_RIGHT:
+        dx = 1;
+        break;
+    case GDK_SCROLL_SMOOTH:
+        gdk_scroll_event_get_deltas(event, &dx, &dy);
+        break;
+    }
+    events().sendScroll(pointer_, dx * kWheelStep, dy * kWheelStep, now());
+    return true;
+}
+
+bool ScreenInput::handleKey(guint value, GdkModifierType state) {
+    return events().sendKey(keyFromGdk(value, state));
+}
+
+CGPoint ScreenInput::screenPoint(GdkEvent* event) const {
+    double x = 0;
+    double y = 0;
+    if (!gdk_event_get_position(event, &x, &y))
+        return pointer_;
+    GtkWidget* widget = GTK_WIDGET(screen_.gobj());
+    GtkNative* native = gtk_widget_get_native(widget);
+    double surfaceX = 0;
+    double surfaceY = 0;
+    gtk_native_get_surface_transform(native, &surfaceX, &surfaceY);
+    double localX = x - surfaceX;
+    double localY = y - surfaceY;
+    gtk_widget_translate_coordinates(GTK_WIDGET(native), widget, localX, localY, &localX, &localY);
+    return screen_.screenTransform().inverted().apply(CGPoint{localX, localY});
+}
+
+bool ScreenInput::isOverForeignContent(CGPoint point) const {
+    const auto hit = UIApplication::sharedApplication().screenView().hitTest(point);
+    return hit && hit->foreignContent();
+}
+
+void ScreenInput::takeFocus() {
+    screen_.grab_focus();
+}
+
+}

@@ -1,0 +1,40 @@
+#pragma once
+#include "platform/graphics/CGGeometry.h"
+
+#include <gtk/gtk.h>
+
+namespace vistrel {
+class ScreenWidget;
+struct UIKey;
+
+/// Touches, mouse, wheel and keyboard of the screen widget on their way into the application. An
+/// event over foreign content that nothing covers goes to that content; every other event is the
+/// application's.
+class ScreenInput {
+public:
+    explicit ScreenInput(ScreenWidget& screen);
+    ~ScreenInput();
+    ScreenInput(const ScreenInput&) = delete;
+    ScreenInput& operator=(const ScreenInput&) = delete;
+
+private:
+    static gboolean onEvent(GtkEventControllerLegacy*, GdkEvent* event, gpointer self);
+    static gboolean onKey(GtkEventControllerKey*, guint value, guint code, GdkModifierType state,
+                          gpointer self);
+    bool handleEvent(GdkEvent* event);
+    bool handlePointer(GdkEvent* event, GdkEventType type);
+    bool handleScroll(GdkEvent* event);
+    bool handleKey(guint value, GdkModifierType state);
+    CGPoint screenPoint(GdkEvent* event) const;
+    bool isOverForeignContent(CGPoint point) const;
+    void takeFocus();
+
+    ScreenWidget& screen_;
+    GtkEventController* events_;
+    GtkEventController* keys_;
+    GdkEventSequence* sequence_ = nullptr;
+    CGPoint pointer_;
+    bool isDown_ = false;
+};
+
+}
