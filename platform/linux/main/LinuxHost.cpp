@@ -1,0 +1,94 @@
+#include "platform/linux/main/LinuxHost.h"
+
+#include "platform/linux/files/DeviceRoot.h"
+#include "platform/linux/network/CookieJar.h"
+
+#include <cstdio>
+#include <libintl.h>
+
+namespace vistrel {
+
+namespace {
+
+constexpr const char* kTextDomain = "vistrel";
+constexpr const char* kPreferencesPath =
+    "/var/mobile/Library/Preferences/org.vistrel.Vistrel.plist";
+
+void writeLog(const std::string& line) {
+    std::fprintf(stderr, "%s\n", line.c_str());
+}
+
+std::string translate(const std::string& key) {
+    if (key.empty())
+        return {};
+    const char* text = dgettext(kTextDomain, key.c_str());
+    return text == key.c_str() ? std::string() : std::string(text);
+}
+
+/// What cannot be made is said; the application then works on whatever is there.
+std::string preparedRoot(const std::string& asked) {
+    const std::string root = asked.empty() ? defaultDeviceRoot() : asked;
+    if (const auto made = prepareDeviceRoot(root); !made.ok())
+        writeLog("The device's files cannot be kept in " + root + ": " + made.failure().message);
+    return root;
+}
+
+}
+
+LinuxHost::LinuxHost(const std::string& deviceRoot)
+    : paths_(ProgramPaths::find())
+    , settings_(paths_.settingsFile)
+    , root_(preparedRoot(deviceRoot))
+    , files_(root_)
+    , network_(loop_)
+    , preferences_(files_.machinePath(kPreferencesPath))
+    , desktop_(loop_)
+    , webEngine_(webEngineSetup())
+    , media_(mediaSetup()) {
+    bindtextdomain(kTextDomain, paths_.translations.c_str());
+    bind_textdomain_codeset(kTextDomain, "UTF-8");
+
+    host_.loop = &loop_;
+    host_.files = &files_;
+    host_.network = &network_;
+    host_.webEngine = &webEngine_;
+    host_.media = &media_;
+    host_.preferences = &preferences_;
+    host_.desktop = &desktop_;
+    host_.device = &device_;
+    host_.crypto = &crypto_;
+    host_.log = writeLog;
+    host_.translate = translate;
+    host_.setting = [this](const std::string& group, const std::string& key) {
+        return settings_.value(group, key);
+    };
+    host_.resourcePath = paths_.resources;
+    host::install(&host_);
+    if (!settings_.complaint().empty())
+        writeLog(settings_.complaint());
+}
+
+LinuxHost::~LinuxHost() {
+    host::install(nullptr);
+}
+
+WebEngineSetup LinuxHost::webEngineSetup() {
+    WebEngineSetup setup;
+    setup.dataDirectory = files_.machinePath("/var/mobile/Library/WebKit");
+    setup.cacheDirectory = files_.machinePath("/var/mobile/Library/Caches/WebKit");
+    setup.cookieJar = sharedCookieJar();
+    setup.log = writeLog;
+    return setup;
+}
+
+MediaSetup LinuxHost::mediaSetup() {
+    MediaSetup setup;
+    setup.cookieJar = sharedCookieJar();
+    setup.machinePath = [this](const std::string& path) {
+        return files_.machinePath(path);
+    };
+    setup.log = writeLog;
+    return setup;
+}
+
+}

@@ -1,0 +1,50 @@
+#pragma once
+#include "platform/host/Host.h"
+#include "platform/linux/crypto/LibraryCrypto.h"
+#include "platform/linux/desktop/GioDesktop.h"
+#include "platform/linux/desktop/LinuxDevice.h"
+#include "platform/linux/files/DeviceFiles.h"
+#include "platform/linux/loop/GLibEventLoop.h"
+#include "platform/linux/main/ProgramPaths.h"
+#include "platform/linux/main/SettingsFile.h"
+#include "platform/linux/modules/DeferredMedia.h"
+#include "platform/linux/modules/DeferredWebEngine.h"
+#include "platform/linux/network/SoupNetwork.h"
+#include "platform/linux/preferences/PlistPreferences.h"
+
+#include <string>
+
+namespace vistrel {
+
+/// The real host: this machine's loop, files, network, page engine and players. Installed while it
+/// lives.
+class LinuxHost {
+public:
+    /// `deviceRoot` empty: the default below the user's data directory.
+    explicit LinuxHost(const std::string& deviceRoot);
+    ~LinuxHost();
+
+    void setDisplay(host::Display* display) { host_.display = display; }
+    GLibEventLoop& loop() { return loop_; }
+    host::WebEngine& webEngine() { return webEngine_; }
+
+private:
+    WebEngineSetup webEngineSetup();
+    MediaSetup mediaSetup();
+
+    ProgramPaths paths_;
+    SettingsFile settings_;
+    GLibEventLoop loop_;
+    std::string root_;
+    DeviceFiles files_;
+    SoupNetwork network_;
+    PlistPreferences preferences_;
+    GioDesktop desktop_;
+    LinuxDevice device_;
+    LibraryCrypto crypto_;
+    DeferredWebEngine webEngine_;
+    DeferredMedia media_;
+    host::Host host_;
+};
+
+}

@@ -1,0 +1,75 @@
+#include "platform/uikit/UIApplicationMain.h"
+
+#include "platform/linux/main/BroadwayServer.h"
+#include "platform/linux/main/GraphicsChoice.h"
+#include "platform/linux/main/LinuxHost.h"
+#include "platform/linux/window/PhoneWindow.h"
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIApplicationDelegate.h"
+
+#include <gtkmm.h>
+
+#include <clocale>
+#include <cstdio>
+
+namespace vistrel {
+
+namespace {
+
+constexpr const char* kApplicationID = "org.vistrel.Vistrel";
+
+bool openDisplay(bool serveToBrowser, BroadwayServer& broadway) {
+    if (serveToBrowser) {
+        if (!broadway.start()) {
+            std::fputs("vistrel: gtk4-broadwayd cannot be started; is it installed?\n", stderr);
+            return false;
+        }
+        std::printf("Open %s in a web browser.\n", broadway.address().c_str());
+        std::fflush(stdout);
+    } else {
+        chooseRenderer();
+    }
+    if (gtk_init_check())
+        return true;
+    std::fputs("vistrel: no display; try 'vistrel --browser', or xvfb-run\n", stderr);
+    return false;
+}
+
+/// Launches, shows the window and runs until the application ends.
+int runApplication(const UILaunchOptions& options, const UIMainInterface& mainInterface,
+                   LinuxHost& host) {
+    PhoneWindow window(options.scale);
+    host.setDisplay(&window.screen());
+    auto& application = UIApplication::sharedApplication();
+    application.setDelegate(mainInterface());
+    application.finishLaunching();
+    window.setFirstFrameHandler([&host, &options] {
+        if (options.didLaunch)
+            options.didLaunch();
+        host.webEngine().warmUp();
+    });
+    window.setCloseHandler([&host] { host.loop().quit(0); });
+    window.present();
+    const int status = host.loop().run();
+    application.terminate();
+    UIApplication::resetSharedApplication();
+    return status;
+}
+
+}
+
+int UIApplicationMain(int, char*[], const UILaunchOptions& options,
+                      const UIMainInterface& mainInterface) {
+    std::setlocale(LC_ALL, "");
+    BroadwayServer broadway;
+    if (!openDisplay(options.serveToBrowser, broadway))
+        return 1;
+    // The toolkit's C++ side is set up by an application object, not by initialising the toolkit.
+    const auto toolkit =
+        Gtk::Application::create(kApplicationID, Gio::Application::Flags::NON_UNIQUE);
+    toolkit->register_application();
+    LinuxHost host(options.deviceRoot);
+    return runApplication(options, mainInterface, host);
+}
+
+}
