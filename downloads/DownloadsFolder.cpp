@@ -1,0 +1,25 @@
+#include "downloads/DownloadsFolder.h"
+
+#include "platform/foundation/NSArrayPathUtilities.h"
+#include "platform/foundation/NSFileManager.h"
+
+namespace vistrel {
+
+std::string pathOfDownload(const std::string& name) {
+    return kDownloadsFolder + name;
+}
+
+std::vector<std::string> strayFilesInFolder(const std::string& folder) {
+    const auto listing = NSFileManager::defaultManager().contentsOfDirectoryAtPath(folder);
+    return pathsMatchingExtensions(listing.names, kMediaExtensions);
+}
+
+void moveStrayFiles() {
+    for (const std::string folder : kStrayFolders) {
+        for (const std::string& name : strayFilesInFolder(folder))
+            (void)NSFileManager::defaultManager().moveItemAtPathToPath(folder + name,
+                                                                       pathOfDownload(name));
+    }
+}
+
+}

@@ -1,0 +1,213 @@
+#include "downloads/DownloadsViewController.h"
+
+#include "downloads/DownloadsFolder.h"
+#include "downloads/DownloadsTableViewCell.h"
+#include "platform/foundation/NSArrayPathUtilities.h"
+#include "platform/foundation/NSBundle.h"
+#include "platform/foundation/NSFileManager.h"
+#include "platform/foundation/NSLog.h"
+#include "platform/foundation/NSURL.h"
+#include "platform/graphics/UIImage.h"
+#include "platform/uikit/UIImageView.h"
+#include "platform/uikit/UINavigationItem.h"
+#include "platform/uikit/UIProgressHUD.h"
+#include "platform/uikit/UITableView.h"
+#include "web/OvoMoviePlayerViewController.h"
+
+namespace vistrel {
+
+namespace {
+
+constexpr const char* CellIdentifier = "Cell";
+constexpr int kVideoSection = 0;
+constexpr int kMusicSection = 1;
+constexpr double kRowHeight = 60.0;
+
+}
+
+DownloadsViewController::DownloadsViewController() = default;
+
+DownloadsViewController::~DownloadsViewController() {
+    if (tableView_) {
+        tableView_->setDelegate(nullptr);
+        tableView_->setDataSource(nullptr);
+    }
+}
+
+void DownloadsViewController::updateArray() {
+    auto& files = NSFileManager::defaultManager();
+    const auto videoListing = files.contentsOfDirectoryAtPath(kDownloadsFolder);
+    movieFiles_ = pathsMatchingExtensions(videoListing.names, kVideoExtensions);
+    const auto musicListing = files.contentsOfDirectoryAtPath(kDownloadsFolder);
+    musicFiles_ = pathsMatchingExtensions(musicListing.names, kMusicExtensions);
+    if (musicListing.error)
+        NSLog(musicListing.error->description());
+    else if (videoListing.error)
+        NSLog(videoListing.error->description());
+}
+
+void DownloadsViewController::checkForFilesInWrongDirectories() {
+    std::vector<std::string> found;
+    for (const char* folder : kStrayFolders) {
+        const auto names = strayFilesInFolder(folder);
+        found.insert(found.end(), names.begin(), names.end());
+    }
+    if (found.empty())
+        return;
+    UIAlertView::withTitle(
+        "Detected Files",
+        "Vistrel has detected files you have downloaded stored in a different directory, would you "
+        "like to move these files to your downloads folder so you can play them with Vistrel?",
+        std::static_pointer_cast<DownloadsViewController>(shared_from_this()), "No", {"Yes"})
+        ->show();
+}
+
+void DownloadsViewController::alertViewClickedButtonAtIndex(UIAlertView&, int buttonIndex) {
+    if (buttonIndex == 1)
+        moveFiles();
+}
+
+void DownloadsViewController::moveFiles() {
+    const auto panel = UIProgressHUD::withWindow(*view());
+    panel->setText("Moving Files...");
+    panel->setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
+    panel->show(true);
+    view()->setUserInteractionEnabled(false);
+    moveStrayFiles();
+    updateArray();
+    if (tableView_)
+        tableView_->reloadData();
+    panel->show(false);
+    view()->setUserInteractionEnabled(true);
+}
+
+void DownloadsViewController::viewDidLoad() {
+    UIViewController::viewDidLoad();
+    navigationItem().setTitle("Downloads");
+    navigationItem().setRightBarButtonItem(editButtonItem());
+
+    auto background = std::make_shared<UIImageView>(view()->bounds());
+    background->setImage(UIImage::imageWithContentsOfFile(
+        NSBundle::mainBundle().pathForResourceOfType("DownloadsBackground", "jpg")));
+    view()->addSubview(background);
+
+    const CGSize size = view()->frame().size;
+    tableView_ = std::make_shared<UITableView>(CGRectMake(0, 0, size.width, size.height - 44));
+    tableView_->setDelegate(this);
+    tableView_->setDataSource(this);
+    tableView_->setSeparatorStyle(UITableViewCellSeparatorStyle::None);
+    tableView_->setOpaque(false);
+    tableView_->setBackgroundColor(UIColor::clearColor());
+    tableView_->setIndicatorStyle(UIScrollViewIndicatorStyle::Black);
+    view()->addSubview(tableView_);
+}
+
+void DownloadsViewController::viewWillAppear(bool animated) {
+    UIViewController::viewWillAppear(animated);
+    updateArray();
+    tableView_->reloadData();
+    if (const auto selected = tableView_->indexPathForSelectedRow())
+        tableView_->deselectRowAtIndexPath(*selected, false);
+    checkForFilesInWrongDirectories();
+}
+
+void DownloadsViewController::viewDidUnload() {
+    if (tableView_) {
+        tableView_->setDelegate(nullptr);
+        tableView_->setDataSource(nullptr);
+    }
+}
+
+void DownloadsViewController::setEditing(bool editing, bool animated) {
+    UIViewController::setEditing(editing, animated);
+    if (tableView_)
+        tableView_->setEditing(editing, animated);
+}
+
+bool DownloadsViewController::shouldAutorotateToInterfaceOrientation(
+    UIInterfaceOrientation orientation) {
+    return orientation == UIInterfaceOrientation::Portrait;
+}
+
+const std::vector<std::string>& DownloadsViewController::filesOfSection(int section) const {
+    static const std::vector<std::string> none;
+    if (section == kVideoSection)
+        return movieFiles_;
+    return section == kMusicSection ? musicFiles_ : none;
+}
+
+int DownloadsViewController::numberOfSectionsInTableView(UITableView&) {
+    return 2;
+}
+
+std::optional<std::string> DownloadsViewController::tableViewTitleForHeaderInSection(UITableView&,
+                                                                                     int section) {
+    if (section == kVideoSection)
+        return "Videos";
+    if (section == kMusicSection)
+        return "Music";
+    return std::nullopt;
+}
+
+int DownloadsViewController::tableViewNumberOfRowsInSection(UITableView&, int section) {
+    return static_cast<int>(filesOfSection(section).size());
+}
+
+std::shared_ptr<UITableViewCell>
+DownloadsViewController::tableViewCellForRowAtIndexPath(UITableView& tableView,
+                                                        const NSIndexPath& indexPath) {
+    auto cell = std::static_pointer_cast<DownloadsTableViewCell>(
+        tableView.dequeueReusableCellWithIdentifier(CellIdentifier));
+    if (!cell)
+        cell = std::make_shared<DownloadsTableViewCell>(CellIdentifier);
+    const std::string& name =
+        filesOfSection(indexPath.section)[static_cast<std::size_t>(indexPath.row)];
+    cell->setFileImage(UIImage::imageNamed(indexPath.section == kVideoSection ? "VideoFile.png"
+                                                                              : "AudioFile.png"));
+    cell->setFileName(std::string(stringByDeletingPathExtension(name)));
+    cell->setAccessoryType(UITableViewCellAccessoryType::None);
+    return cell;
+}
+
+std::optional<bool> DownloadsViewController::tableViewCanEditRowAtIndexPath(UITableView&,
+                                                                            const NSIndexPath&) {
+    return true;
+}
+
+void DownloadsViewController::tableViewCommitEditingStyleForRowAtIndexPath(
+    UITableView& tableView, UITableViewCellEditingStyle style, const NSIndexPath& indexPath) {
+    if (style != UITableViewCellEditingStyle::Delete)
+        return;
+    const std::string name =
+        filesOfSection(indexPath.section)[static_cast<std::size_t>(indexPath.row)];
+    tableView.beginUpdates();
+    const auto error = NSFileManager::defaultManager().removeItemAtPath(pathOfDownload(name));
+    updateArray();
+    if (!error)
+        tableView.deleteRowsAtIndexPaths({indexPath}, UITableViewRowAnimation::Top);
+    tableView.endUpdates();
+    // The row of a file that could not be removed stays, so that table and folder agree.
+    if (error)
+        tableView.reloadData();
+}
+
+std::optional<double>
+DownloadsViewController::tableViewHeightForRowAtIndexPath(UITableView&, const NSIndexPath&) {
+    return kRowHeight;
+}
+
+void DownloadsViewController::tableViewDidSelectRowAtIndexPath(UITableView& tableView,
+                                                               const NSIndexPath& indexPath) {
+    tableView.deselectRowAtIndexPath(indexPath, true);
+    if (indexPath.section == kVideoSection)
+        playVideo(movieFiles_[static_cast<std::size_t>(indexPath.row)]);
+}
+
+void DownloadsViewController::playVideo(const std::string& name) {
+    const auto player =
+        OvoMoviePlayerViewController::withURL(NSURL::fileURLWithPath(pathOfDownload(name)));
+    presentModalViewController(player, true);
+    player->readyPlayer();
+}
+
+}
