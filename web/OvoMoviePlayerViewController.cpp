@@ -104,10 +104,4 @@ bool OvoMoviePlayerViewController::shouldAutorotateToInterfaceOrientation(
     return UIInterfaceOrientationIsLandscape(orientation);
 }
 
-bool OvoMoviePlayerViewController::escapePressed() {
-    if (mp_)
-        mp_->stop();
-    return true;
-}
-
 }

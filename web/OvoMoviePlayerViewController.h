@@ -22,7 +22,6 @@ public:
     void loadView() override;
     void readyPlayer();
     bool shouldAutorotateToInterfaceOrientation(UIInterfaceOrientation orientation) override;
-    bool escapePressed() override;
 
 private:
     void moviePlayerLoadStateChanged(const NSNotification& notification);

@@ -1,0 +1,107 @@
+#include "shell/CommandLine.h"
+
+#include "platform/foundation/NSURL.h"
+
+#include <charconv>
+#include <string_view>
+
+namespace vistrel {
+
+namespace {
+
+constexpr double kLargestScale = 8;
+
+CommandLine refuse(std::string why) {
+    CommandLine line;
+    line.action = CommandLine::Action::Refuse;
+    line.refusal = std::move(why);
+    return line;
+}
+
+std::optional<double> parseScale(std::string_view text) {
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size())
+        return std::nullopt;
+    return value > 0 && value <= kLargestScale ? std::optional(value) : std::nullopt;
+}
+
+bool isSiteAddress(const std::string& text) {
+    const auto url = NSURL::URLWithString(text);
+    return url && url->isHTTP() && !url->host().empty();
+}
+
+/// Stores the option's value; what is wrong with it, or nothing.
+std::string storeValue(CommandLine& line, std::string_view option, const std::string& value) {
+    if (option == "--site") {
+        line.site = value;
+        return isSiteAddress(value) ? ""
+                                    : "--site needs an http or https address, not '" + value + "'";
+    }
+    if (option == "--device-root")
+        line.deviceRoot = value;
+    else if (option == "--tour")
+        line.tourDirectory = value;
+    else if (const auto scale = parseScale(value))
+        line.scale = *scale;
+    else
+        return "--scale needs a number above 0 and at most 8, not '" + value + "'";
+    return value.empty() ? std::string(option) + " needs a directory" : "";
+}
+
+}
+
+CommandLine CommandLine::parse(std::span<char* const> arguments) {
+    CommandLine line;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        std::string_view option = arguments[i];
+        std::optional<std::string> value;
+        if (const auto equals = option.find('=');
+            option.starts_with("--") && equals != option.npos) {
+            value = std::string(option.substr(equals + 1));
+            option = option.substr(0, equals);
+        }
+        const bool takesValue = option == "--site" || option == "--device-root" ||
+                                option == "--scale" || option == "--tour";
+        if (takesValue && !value) {
+            if (i + 1 == arguments.size())
+                return refuse(std::string(option) + " needs a value");
+            value = arguments[++i];
+        }
+        if (takesValue) {
+            if (const std::string wrong = storeValue(line, option, *value); !wrong.empty())
+                return refuse(wrong);
+        } else if (value) {
+            return refuse("unknown option '" + std::string(arguments[i]) + "'");
+        } else if (option == "--browser") {
+            line.serveToBrowser = true;
+        } else if (option == "--help" || option == "-h") {
+            line.action = Action::ShowHelp;
+            return line;
+        } else if (option == "--version") {
+            line.action = Action::ShowVersion;
+            return line;
+        } else {
+            return refuse("unknown option '" + std::string(option) + "'");
+        }
+    }
+    return line;
+}
+
+std::string CommandLine::helpText() {
+    return "Usage: vistrel [OPTION]...\n"
+           "Gathers the sites a person watches and downloads from, and plays what was downloaded.\n"
+           "\n"
+           "  --site URL         the content site (default: from the settings file)\n"
+           "  --device-root DIR  where the device's files lie\n"
+           "                     (default: $XDG_DATA_HOME/vistrel/device)\n"
+           "  --scale N          window pixels per point, above 0 and at most 8\n"
+           "  --tour DIR         walk through the main job, save a picture of each step in DIR\n"
+           "  --browser          show the window in a web browser, without a display\n"
+           "  --help             print this and exit\n"
+           "  --version          print the version and exit\n"
+           "\n"
+           "Settings: $XDG_CONFIG_HOME/vistrel/vistrel.ini; see vistrel(1).\n";
+}
+
+}

@@ -1,0 +1,25 @@
+#pragma once
+#include <optional>
+#include <span>
+#include <string>
+
+namespace vistrel {
+
+/// What the program's command line says.
+struct CommandLine {
+    std::string site;          ///< address of the content site; empty: as set
+    std::string deviceRoot;    ///< empty: the default
+    double scale = 0;          ///< 0: what fits the monitor
+    std::string tourDirectory; ///< where the guided tour saves its pictures; empty: no tour
+    bool serveToBrowser = false;
+
+    enum class Action { Run, ShowHelp, ShowVersion, Refuse };
+    Action action = Action::Run;
+    std::string refusal; ///< one line that says what is wrong, for Refuse
+
+    /// `arguments` without the program's name.
+    static CommandLine parse(std::span<char* const> arguments);
+    static std::string helpText();
+};
+
+}

@@ -1,0 +1,206 @@
+#include "shell/RootViewController.h"
+
+#include "catalogue/MoviesViewController.h"
+#include "catalogue/TVShowsViewController.h"
+#include "downloads/DownloadsViewController.h"
+#include "platform/foundation/NSBundle.h"
+#include "platform/graphics/UIImage.h"
+#include "platform/uikit/UIBarButtonItem.h"
+#include "platform/uikit/UIButton.h"
+#include "platform/uikit/UIImageView.h"
+#include "platform/uikit/UILabel.h"
+#include "platform/uikit/UINavigationBar.h"
+#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/UINavigationItem.h"
+#include "platform/uikit/UITableView.h"
+#include "platform/uikit/UITableViewCell.h"
+#include "settings/Settings.h"
+#include "shell/MainInterface.h"
+#include "web/WebBrowserViewController.h"
+
+#include <utility>
+
+namespace vistrel {
+
+namespace {
+
+constexpr const char* CellIdentifier = "Cell";
+constexpr int kLogoSection = 0;
+constexpr int kMenuSection = 1;
+constexpr int kVIPSectionNumber = 2;
+constexpr int kMoreSitesSection = 3;
+constexpr int kMusicRow = 2;
+constexpr double kLogoHeight = 75;
+constexpr double kHeaderHeight = 32;
+
+constexpr UIColor kBarTint = UIColor::colorWithRedGreenBlueAlpha(0.156F, 0.155F, 0.198F, 1);
+constexpr UIColor kTableBackground = UIColor::colorWithRedGreenBlueAlpha(0.114F, 0.113F, 0.143F, 1);
+
+MenuRecord webRecord(const char* title, const char* image, std::string url) {
+    return {NSBundle::mainBundle().localizedStringForKeyValue(title), nullptr,
+            UIImage::imageNamed(image), std::move(url)};
+}
+
+MenuRecord nativeRecord(const char* title, const char* image,
+                        std::shared_ptr<UIViewController> controller) {
+    return {NSBundle::mainBundle().localizedStringForKeyValue(title),
+            std::move(controller),
+            UIImage::imageNamed(image),
+            {}};
+}
+
+const char* headerImageOfSection(int section) {
+    switch (section) {
+    case kMenuSection:
+        return "ChooseSectionHeader.png";
+    case kVIPSectionNumber:
+        return "VIPSectionHeader.png";
+    case kMoreSitesSection:
+        return "MoreSectionHeader.png";
+    default:
+        return nullptr;
+    }
+}
+
+}
+
+RootViewController::RootViewController() = default;
+
+RootViewController::~RootViewController() {
+    setTableView(nullptr);
+}
+
+void RootViewController::setTableView(std::shared_ptr<UITableView> tableView) {
+    if (tableView_) {
+        tableView_->setDelegate(nullptr);
+        tableView_->setDataSource(nullptr);
+    }
+    tableView_ = std::move(tableView);
+}
+
+void RootViewController::loadView() {
+    loadRootView(*this);
+}
+
+void RootViewController::viewDidLoad() {
+    UIViewController::viewDidLoad();
+    navigationItem().setTitle("Vistrel");
+    if (navigationController())
+        navigationController()->navigationBar()->setTintColor(kBarTint);
+    navigationItem().setRightBarButtonItem(UIBarButtonItem::withTitle(
+        "Credits", UIBarButtonItemStyle::Bordered, [this] { presentAboutPage(); }));
+    navigationItem().setLeftBarButtonItem(UIBarButtonItem::withTitle(
+        "Help", UIBarButtonItemStyle::Bordered, [this] { presentHelpOptions(); }));
+    tableView_->setBackgroundColor(kTableBackground);
+    buildLists();
+}
+
+void RootViewController::buildLists() {
+    menuList_ = {
+        nativeRecord("TV Shows", "TV.png", std::make_shared<TVShowsViewController>()),
+        nativeRecord("Movies", "Movies.png", std::make_shared<MoviesViewController>()),
+        webRecord("Music", "Music.png", contentSiteAddress("/music/")),
+        nativeRecord("Downloads", "Downloads.png", std::make_shared<DownloadsViewController>()),
+    };
+    moreSitesList_.clear();
+    for (const PartnerSite& site : kPartnerSites) {
+        const std::string address = settingValue(site.address);
+        moreSitesList_.push_back(
+            webRecord(settingValue(site.title).c_str(), "MoreSites.png",
+                      address.starts_with('/') ? contentSiteAddress(address) : address));
+    }
+    VIPSection_ = {webRecord("VIP Login", "VIP.png", contentSiteAddress("/vip/"))};
+}
+
+void RootViewController::viewDidAppear(bool) {
+    if (const auto selected = tableView_->indexPathForSelectedRow())
+        tableView_->deselectRowAtIndexPath(*selected, false);
+}
+
+void RootViewController::viewDidUnload() {
+    setTableView(nullptr);
+    titleButton_.reset();
+}
+
+void RootViewController::presentAboutPage() {}
+
+void RootViewController::presentHelpOptions() {}
+
+const std::vector<MenuRecord>& RootViewController::recordsOfSection(int section) const {
+    static const std::vector<MenuRecord> none;
+    switch (section) {
+    case kMenuSection:
+        return menuList_;
+    case kVIPSectionNumber:
+        return VIPSection_;
+    case kMoreSitesSection:
+        return moreSitesList_;
+    default:
+        return none;
+    }
+}
+
+int RootViewController::numberOfSectionsInTableView(UITableView&) {
+    return 4;
+}
+
+int RootViewController::tableViewNumberOfRowsInSection(UITableView&, int section) {
+    return static_cast<int>(recordsOfSection(section).size());
+}
+
+std::shared_ptr<UIView> RootViewController::tableViewViewForHeaderInSection(UITableView& tableView,
+                                                                            int section) {
+    if (section == kLogoSection) {
+        titleButton_ = std::make_shared<UIButton>(CGRectMake(0, 0, 320, kLogoHeight));
+        titleButton_->setBackgroundImageForState(UIImage::imageNamed("Logo.png"),
+                                                 UIControlState::Normal);
+        titleButton_->addTarget([this] { presentAboutPage(); }, UIControlEventTouchUpInside);
+        titleButton_->setAccessibility({UIAccessibilityRole::Button, "Vistrel", {}, true});
+        tableView.setSectionHeaderHeight(kLogoHeight);
+        return titleButton_;
+    }
+    const char* image = headerImageOfSection(section);
+    if (!image)
+        return nullptr;
+    auto header = std::make_shared<UIImageView>(CGRectMake(0, 15, view()->frame().size.width, 15));
+    header->setImage(UIImage::imageNamed(image));
+    tableView.setSectionHeaderHeight(kHeaderHeight);
+    return header;
+}
+
+std::shared_ptr<UITableViewCell>
+RootViewController::tableViewCellForRowAtIndexPath(UITableView& tableView,
+                                                   const NSIndexPath& indexPath) {
+    auto cell = tableView.dequeueReusableCellWithIdentifier(CellIdentifier);
+    if (!cell) {
+        cell = std::make_shared<UITableViewCell>(UITableViewCellStyle::Default, CellIdentifier);
+        cell->textLabel().setTextColor(UIColor::whiteColor());
+        cell->setBackgroundColor(UIColor::clearColor());
+    }
+    const auto& records = recordsOfSection(indexPath.section);
+    const MenuRecord& record = records[static_cast<std::size_t>(indexPath.row)];
+    cell->textLabel().setText(record.title);
+    cell->imageView().setImage(record.image);
+    cell->setAccessoryType(UITableViewCellAccessoryType::DisclosureIndicator);
+    return cell;
+}
+
+void RootViewController::tableViewDidSelectRowAtIndexPath(UITableView&,
+                                                          const NSIndexPath& indexPath) {
+    const auto& records = recordsOfSection(indexPath.section);
+    if (indexPath.row < 0 || static_cast<std::size_t>(indexPath.row) >= records.size())
+        return;
+    const MenuRecord& record = records[static_cast<std::size_t>(indexPath.row)];
+    const bool isNative = indexPath.section == kMenuSection && indexPath.row != kMusicRow;
+    if (!isNative)
+        pushBrowser(record);
+    else if (record.viewController)
+        navigationController()->pushViewController(record.viewController, true);
+}
+
+void RootViewController::pushBrowser(const MenuRecord& record) {
+    navigationController()->pushViewController(
+        WebBrowserViewController::withTitleURL(record.title, record.URL), true);
+}
+
+}

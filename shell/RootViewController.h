@@ -1,0 +1,66 @@
+#pragma once
+#include "platform/uikit/UITableViewDataSource.h"
+#include "platform/uikit/UITableViewDelegate.h"
+#include "platform/uikit/UIViewController.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vistrel {
+class UIButton;
+class UIImage;
+class UITableView;
+
+/// One row of the main menu: a native screen, or an address for the browser.
+struct MenuRecord {
+    std::string title;
+    std::shared_ptr<UIViewController> viewController;
+    std::shared_ptr<const UIImage> image;
+    std::string URL;
+};
+
+/// The main menu: the application's own sections, the members' page, the partner sites.
+class RootViewController : public UIViewController,
+                           public UITableViewDataSource,
+                           public UITableViewDelegate {
+public:
+    RootViewController();
+    ~RootViewController() override;
+
+    const std::vector<MenuRecord>& menuList() const { return menuList_; }
+    const std::vector<MenuRecord>& moreSitesList() const { return moreSitesList_; }
+    const std::vector<MenuRecord>& VIPSection() const { return VIPSection_; }
+    const std::shared_ptr<UITableView>& tableView() const { return tableView_; }
+    void setTableView(std::shared_ptr<UITableView> tableView);
+
+    void presentAboutPage();
+    void presentHelpOptions();
+
+    void loadView() override;
+    void viewDidLoad() override;
+    void viewDidAppear(bool animated) override;
+    void viewDidUnload() override;
+
+    int numberOfSectionsInTableView(UITableView& tableView) override;
+    int tableViewNumberOfRowsInSection(UITableView& tableView, int section) override;
+    std::shared_ptr<UIView> tableViewViewForHeaderInSection(UITableView& tableView,
+                                                            int section) override;
+    std::shared_ptr<UITableViewCell>
+    tableViewCellForRowAtIndexPath(UITableView& tableView, const NSIndexPath& indexPath) override;
+    void tableViewDidSelectRowAtIndexPath(UITableView& tableView,
+                                          const NSIndexPath& indexPath) override;
+
+private:
+    void buildLists();
+    const std::vector<MenuRecord>& recordsOfSection(int section) const;
+    void pushBrowser(const MenuRecord& record);
+
+    std::vector<MenuRecord> menuList_;
+    std::vector<MenuRecord> moreSitesList_;
+    std::vector<MenuRecord> VIPSection_;
+    std::shared_ptr<UIButton> titleButton_;
+    std::shared_ptr<UITableView> tableView_;
+};
+
+}

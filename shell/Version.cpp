@@ -1,0 +1,7 @@
+#include "shell/Version.h"
+
+namespace vistrel {
+
+const char* const kVersion = VISTREL_VERSION;
+
+}

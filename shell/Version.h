@@ -1,0 +1,7 @@
+#pragma once
+
+namespace vistrel {
+
+extern const char* const kVersion;
+
+}

@@ -1,0 +1,72 @@
+#include "shell/VistrelAppDelegate.h"
+
+#include "platform/foundation/NSFileManager.h"
+#include "platform/foundation/NSLog.h"
+#include "platform/graphics/UIImage.h"
+#include "platform/uikit/UIImageView.h"
+#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/UIViewAnimation.h"
+#include "platform/uikit/UIWindow.h"
+
+#include <utility>
+
+namespace vistrel {
+
+namespace {
+constexpr const char* kDownloadsFolderPath = "/var/mobile/Library/Downloads";
+}
+
+VistrelAppDelegate::VistrelAppDelegate() = default;
+
+VistrelAppDelegate::~VistrelAppDelegate() = default;
+
+void VistrelAppDelegate::setWindow(std::shared_ptr<UIWindow> window) {
+    window_ = std::move(window);
+}
+
+void VistrelAppDelegate::setNavigationController(
+    std::shared_ptr<UINavigationController> controller) {
+    navigationController_ = std::move(controller);
+}
+
+void VistrelAppDelegate::applicationDidFinishLaunching(UIApplication&) {
+    window_->addSubview(navigationController_->view());
+    window_->makeKeyAndVisible();
+    showSplash();
+    ensureDownloadsFolder();
+}
+
+void VistrelAppDelegate::showSplash() {
+    splashView_ = std::make_shared<UIImageView>(CGRectMake(0, 0, 320, 480));
+    splashView_->setImage(UIImage::imageNamed("Default.png"));
+    window_->addSubview(splashView_);
+    window_->bringSubviewToFront(*splashView_);
+
+    UIViewAnimation::beginAnimations();
+    UIViewAnimation::setAnimationDuration(0.5);
+    UIViewAnimation::setAnimationTransitionForView(UIViewAnimationTransition::None, *window_, true);
+    UIViewAnimation::setAnimationDidStop([weak = weak_from_this()](bool) {
+        if (const auto self = weak.lock())
+            self->startupAnimationDone();
+    });
+    splashView_->setAlpha(0.0);
+    splashView_->setFrame(CGRectMake(-60, -60, 440, 600));
+    UIViewAnimation::commitAnimations();
+}
+
+void VistrelAppDelegate::ensureDownloadsFolder() {
+    auto& files = NSFileManager::defaultManager();
+    if (files.fileExistsAtPath(kDownloadsFolderPath))
+        return;
+    NSLog("Creating Downloads Directory");
+    (void)files.createDirectoryAtPath(kDownloadsFolderPath, false);
+}
+
+void VistrelAppDelegate::startupAnimationDone() {
+    if (!splashView_)
+        return;
+    splashView_->removeFromSuperview();
+    splashView_.reset();
+}
+
+}

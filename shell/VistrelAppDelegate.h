@@ -1,0 +1,38 @@
+#pragma once
+#include "platform/uikit/UIApplicationDelegate.h"
+
+#include <memory>
+
+namespace vistrel {
+class UIImageView;
+class UINavigationController;
+class UIWindow;
+
+/// Puts the main menu on the screen under a splash picture that fades and grows away, and makes
+/// sure of the downloads folder.
+class VistrelAppDelegate : public UIApplicationDelegate,
+                           public std::enable_shared_from_this<VistrelAppDelegate> {
+public:
+    VistrelAppDelegate();
+    ~VistrelAppDelegate() override;
+
+    const std::shared_ptr<UIWindow>& window() const { return window_; }
+    void setWindow(std::shared_ptr<UIWindow> window);
+    const std::shared_ptr<UINavigationController>& navigationController() const {
+        return navigationController_;
+    }
+    void setNavigationController(std::shared_ptr<UINavigationController> controller);
+
+    void applicationDidFinishLaunching(UIApplication& application) override;
+    void startupAnimationDone();
+
+private:
+    void showSplash();
+    void ensureDownloadsFolder();
+
+    std::shared_ptr<UIWindow> window_;
+    std::shared_ptr<UINavigationController> navigationController_;
+    std::shared_ptr<UIImageView> splashView_;
+};
+
+}

@@ -1,0 +1,52 @@
+#include "platform/uikit/UIApplicationDelegate.h"
+#include "platform/uikit/UIApplicationMain.h"
+#include "settings/Settings.h"
+#include "shell/CommandLine.h"
+#include "shell/MainInterface.h"
+#include "shell/Version.h"
+#include "tour/GuidedTour.h"
+
+#include <cstdio>
+#include <memory>
+#include <unistd.h>
+
+using namespace vistrel;
+
+int main(int argc, char* argv[]) {
+    // Asked for as the device's applications do; a refusal changes nothing.
+    [[maybe_unused]] const int ignored = setuid(0);
+
+    const CommandLine line =
+        CommandLine::parse({argv + 1, static_cast<std::size_t>(argc > 0 ? argc - 1 : 0)});
+    switch (line.action) {
+    case CommandLine::Action::ShowHelp:
+        std::fputs(CommandLine::helpText().c_str(), stdout);
+        return 0;
+    case CommandLine::Action::ShowVersion:
+        std::printf("vistrel %s\n", kVersion);
+        return 0;
+    case CommandLine::Action::Refuse:
+        std::fprintf(stderr, "vistrel: %s; try 'vistrel --help'\n", line.refusal.c_str());
+        return 2;
+    case CommandLine::Action::Run:
+        break;
+    }
+
+    if (!line.site.empty())
+        overrideSetting(kContentSiteBaseURL, line.site);
+    UILaunchOptions options;
+    options.deviceRoot = line.deviceRoot;
+    options.scale = line.scale;
+    options.serveToBrowser = line.serveToBrowser;
+    std::unique_ptr<GuidedTour> tour;
+    if (!line.tourDirectory.empty()) {
+        // The tour makes and deletes files: on a device of its own unless one is named.
+        if (options.deviceRoot.empty())
+            options.deviceRoot = line.tourDirectory + "/device";
+        tour = std::make_unique<GuidedTour>(line.tourDirectory);
+        options.didLaunch = [&tour] {
+            tour->start();
+        };
+    }
+    return UIApplicationMain(argc, argv, options, makeMainInterface);
+}
