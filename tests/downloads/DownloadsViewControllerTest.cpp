@@ -1,0 +1,189 @@
+#include "downloads/DownloadsViewController.h"
+
+#include "catalogue/ABTableViewCellOpaqueView.h"
+#include "downloads/DownloadsTableViewCell.h"
+#include "platform/uikit/UITableView.h"
+#include "tests/support/ui/ScreenTest.h"
+
+#include <cerrno>
+
+#include <gmock/gmock.h>
+
+namespace vistrel {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+const std::string kFolder = "/var/mobile/Library/Downloads/";
+
+class DownloadsTest : public support::ScreenTest {
+protected:
+    DownloadsTest() { files().putFolder("/var/mobile/Library/Downloads"); }
+
+    std::shared_ptr<DownloadsViewController> open() {
+        auto screen = std::make_shared<DownloadsViewController>();
+        push(screen);
+        settle();
+        return screen;
+    }
+    std::shared_ptr<DownloadsTableViewCell> cell(const DownloadsViewController& screen, int section,
+                                                 int row) {
+        return std::dynamic_pointer_cast<DownloadsTableViewCell>(
+            screen.tableView()->cellForRowAtIndexPath({section, row}));
+    }
+    void commitDelete(DownloadsViewController& screen, NSIndexPath path) {
+        screen.tableViewCommitEditingStyleForRowAtIndexPath(
+            *screen.tableView(), UITableViewCellEditingStyle::Delete, path);
+        settle();
+    }
+};
+
+TEST_F(DownloadsTest, OnlyTheSixSpellingsCountAndTheFoldersOrderIsKept) {
+    for (const char* name : {"b.mp4", "Clip.MP4", "Clip.Mp4", "Clip.mov", "Song.mp3", "Song.m4a",
+                             "a.m4v", "A.M4V", "loud.MP3", "mp4", "x.mp4.part", "Show.S01E01.mp4"})
+        files().put(kFolder + name);
+    files().putFolder(kFolder + "folder.mp4");
+    files().put(kFolder + ".hidden.mp4");
+    const auto screen = open();
+
+    EXPECT_THAT(screen->movieFiles(), ElementsAre("b.mp4", "Clip.MP4", "a.m4v", "A.M4V",
+                                                  "Show.S01E01.mp4", "folder.mp4", ".hidden.mp4"));
+    EXPECT_THAT(screen->musicFiles(), ElementsAre("Song.mp3", "loud.MP3"));
+    EXPECT_EQ(cell(*screen, 0, 4)->fileName(), "Show.S01E01");
+    EXPECT_THAT(logLines(), IsEmpty());
+}
+
+TEST_F(DownloadsTest, AFolderThatCannotBeReadIsEmptyAndSaidOnceInTheLog) {
+    files().put(kFolder + "a.mp4");
+    files().makeUnreadable("/var/mobile/Library/Downloads");
+    const auto screen = open();
+    EXPECT_THAT(screen->movieFiles(), IsEmpty());
+    EXPECT_EQ(logLines().size(), 1U);
+}
+
+TEST_F(DownloadsTest, StrayFilesAreOfferedAtEveryAppearanceUntilTheyAreMoved) {
+    files().put("/var/mobile/Media/Downloads/Song.mp3", "song");
+    files().put("/var/root/Library/Downloads/Clip.MP4", "clip");
+    files().put("/var/mobile/Downloads/notes.txt", "notes");
+    const auto screen = open();
+    EXPECT_EQ(alertTitle(), "Detected Files");
+    EXPECT_EQ(alertMessage(),
+              "Vistrel has detected files you have downloaded stored in a different directory, "
+              "would you like to move these files to your downloads folder so you can play them "
+              "with Vistrel?");
+    ASSERT_TRUE(tapAlertButton("No"));
+    EXPECT_TRUE(files().contents("/var/mobile/Media/Downloads/Song.mp3"));
+    EXPECT_EQ(alertCount(), 0);
+
+    navigation().popViewControllerAnimated(false);
+    push(screen);
+    ASSERT_TRUE(tapAlertButton("Yes"));
+    EXPECT_EQ(files().contents(kFolder + "Song.mp3"), "song");
+    EXPECT_EQ(files().contents(kFolder + "Clip.MP4"), "clip");
+    EXPECT_TRUE(files().contents("/var/mobile/Downloads/notes.txt"));
+    EXPECT_TRUE(cell(*screen, 0, 0)) << "shown without a further appearance";
+    EXPECT_TRUE(cell(*screen, 1, 0));
+    EXPECT_TRUE(screen->view()->isUserInteractionEnabled());
+
+    navigation().popViewControllerAnimated(false);
+    push(screen);
+    settle();
+    EXPECT_EQ(alertCount(), 0);
+}
+
+TEST_F(DownloadsTest, OfTwoStrayFilesWithOneNameTheEarlierFoldersIsMoved) {
+    files().put("/var/mobile/Media/Downloads/Clip.mp4", "later");
+    files().put("/var/root/Library/Downloads/Clip.mp4", "earlier");
+    const auto screen = open();
+    ASSERT_TRUE(tapAlertButton("Yes"));
+    EXPECT_EQ(files().contents(kFolder + "Clip.mp4"), "earlier");
+    EXPECT_EQ(files().contents("/var/mobile/Media/Downloads/Clip.mp4"), "later");
+
+    navigation().popViewControllerAnimated(false);
+    push(screen);
+    settle();
+    EXPECT_EQ(alertTitle(), "Detected Files") << "the other keeps the question coming back";
+}
+
+TEST_F(DownloadsTest, AStrayFileThatCannotBeMovedStaysAndTheOthersMove) {
+    files().put("/var/root/Library/Downloads/stuck.mp4", "stuck");
+    files().put("/var/root/Library/Downloads/free.mp4", "free");
+    files().failMove("/var/root/Library/Downloads/stuck.mp4", EXDEV);
+    open();
+    ASSERT_TRUE(tapAlertButton("Yes"));
+    EXPECT_EQ(files().contents("/var/root/Library/Downloads/stuck.mp4"), "stuck");
+    EXPECT_EQ(files().contents(kFolder + "free.mp4"), "free");
+    EXPECT_EQ(alertCount(), 0);
+}
+
+TEST_F(DownloadsTest, DeletingRemovesTheFileAndItsRow) {
+    files().put(kFolder + "a.mp4");
+    files().put(kFolder + "b.mp4");
+    files().put(kFolder + "c.mp3");
+    const auto screen = open();
+    commitDelete(*screen, {0, 0});
+    EXPECT_FALSE(files().contents(kFolder + "a.mp4"));
+    EXPECT_EQ(screen->tableView()->numberOfRowsInSection(0), 1);
+    EXPECT_EQ(cell(*screen, 0, 0)->fileName(), "b");
+    commitDelete(*screen, {1, 0});
+    EXPECT_FALSE(files().contents(kFolder + "c.mp3"));
+    EXPECT_EQ(screen->tableView()->numberOfRowsInSection(1), 0);
+}
+
+TEST_F(DownloadsTest, AFileThatCannotBeDeletedKeepsItsRow) {
+    files().put(kFolder + "a.mp4");
+    const auto screen = open();
+    files().makeReadOnly("/var/mobile/Library/Downloads");
+    commitDelete(*screen, {0, 0});
+    EXPECT_EQ(screen->tableView()->numberOfRowsInSection(0), 1);
+    EXPECT_TRUE(cell(*screen, 0, 0));
+    EXPECT_EQ(alertCount(), 0);
+}
+
+TEST_F(DownloadsTest, ContentStandsThirtyPointsToTheRightOnlyWhileEditing) {
+    files().put(kFolder + "a.mp4");
+    const auto screen = open();
+    const auto row = cell(*screen, 0, 0);
+    const auto content = [&] {
+        row->setNeedsLayout();
+        row->layoutIfNeeded();
+        return row->contentView()->frame();
+    };
+    EXPECT_EQ(content(), CGRectMake(-30, 0, 350, 60));
+    screen->setEditing(true, false);
+    EXPECT_EQ(content(), CGRectMake(0, 0, 350, 60));
+    row->setShowingDeleteConfirmation(true, false);
+    EXPECT_EQ(content(), CGRectMake(-30, 0, 350, 60));
+    row->setShowingDeleteConfirmation(false, false);
+    EXPECT_EQ(content(), CGRectMake(0, 0, 350, 60));
+    screen->setEditing(false, false);
+    EXPECT_EQ(content(), CGRectMake(-30, 0, 350, 60));
+}
+
+TEST_F(DownloadsTest, AVideoRowPlaysItsFile) {
+    files().put(kFolder + "Zwei Würfel.mp4");
+    const auto screen = open();
+    screen->tableViewDidSelectRowAtIndexPath(*screen->tableView(), {0, 0});
+    settle();
+    ASSERT_TRUE(media().player());
+    EXPECT_EQ(media().player()->url(),
+              "file:///var/mobile/Library/Downloads/Zwei%20W%C3%BCrfel.mp4");
+    files().put(kFolder + "new.mp4");
+    media().player()->end();
+    settle();
+    EXPECT_EQ(screen->movieFiles().size(), 2U) << "the folder is read again behind the player";
+}
+
+TEST_F(DownloadsTest, SectionsAreTitledAndOthersAreNot) {
+    const auto screen = open();
+    auto& table = *screen->tableView();
+    EXPECT_EQ(screen->tableViewTitleForHeaderInSection(table, 0), "Videos");
+    EXPECT_EQ(screen->tableViewTitleForHeaderInSection(table, 1), "Music");
+    EXPECT_FALSE(screen->tableViewTitleForHeaderInSection(table, 2));
+    EXPECT_EQ(screen->tableViewNumberOfRowsInSection(table, 2), 0);
+    EXPECT_EQ(table.frame(), CGRectMake(0, 0, 320, 416));
+}
+
+}
+}

@@ -1,0 +1,62 @@
+#include "shell/CommandLine.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace vistrel {
+namespace {
+
+CommandLine parse(std::vector<std::string> words) {
+    std::vector<char*> arguments;
+    for (std::string& word : words)
+        arguments.push_back(word.data());
+    return CommandLine::parse(arguments);
+}
+
+TEST(CommandLine, EveryOptionIsTakenInBothForms) {
+    const CommandLine line = parse({"--site", "http://127.0.0.1:8080", "--device-root=/tmp/d",
+                                    "--scale", "1.5", "--tour=/tmp/t", "--browser"});
+    EXPECT_EQ(line.action, CommandLine::Action::Run);
+    EXPECT_EQ(line.site, "http://127.0.0.1:8080");
+    EXPECT_EQ(line.deviceRoot, "/tmp/d");
+    EXPECT_EQ(line.scale, 1.5);
+    EXPECT_EQ(line.tourDirectory, "/tmp/t");
+    EXPECT_TRUE(line.serveToBrowser);
+}
+
+TEST(CommandLine, WhatIsWrongIsSaidInOneLine) {
+    struct Case {
+        std::vector<std::string> words;
+        const char* mentions;
+    };
+    const Case cases[] = {
+        {{"--bogus"}, "--bogus"},
+        {{"file.mp4"}, "file.mp4"},
+        {{"--browser=yes"}, "--browser=yes"},
+        {{"--site"}, "needs a value"},
+        {{"--site", "not an address"}, "not an address"},
+        {{"--site=file:///etc/passwd"}, "http"},
+        {{"--site=http://"}, "http"},
+        {{"--scale", "0"}, "'0'"},
+        {{"--scale", "9"}, "'9'"},
+        {{"--scale", "2x"}, "'2x'"},
+        {{"--scale", "nan"}, "'nan'"},
+        {{"--device-root="}, "directory"},
+    };
+    for (const Case& each : cases) {
+        const CommandLine line = parse(each.words);
+        EXPECT_EQ(line.action, CommandLine::Action::Refuse) << each.words.front();
+        EXPECT_NE(line.refusal.find(each.mentions), std::string::npos) << line.refusal;
+        EXPECT_EQ(line.refusal.find('\n'), std::string::npos);
+    }
+}
+
+TEST(CommandLine, HelpAndVersionComeBeforeTheRest) {
+    EXPECT_EQ(parse({"--help", "--bogus"}).action, CommandLine::Action::ShowHelp);
+    EXPECT_EQ(parse({"--version"}).action, CommandLine::Action::ShowVersion);
+    EXPECT_EQ(parse({"--bogus", "--help"}).action, CommandLine::Action::Refuse);
+}
+
+}
+}

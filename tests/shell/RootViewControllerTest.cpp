@@ -1,0 +1,111 @@
+#include "shell/RootViewController.h"
+
+#include "downloads/DownloadsViewController.h"
+#include "platform/uikit/UILabel.h"
+#include "platform/uikit/UITableView.h"
+#include "platform/uikit/UITableViewCell.h"
+#include "tests/support/ui/ScreenTest.h"
+#include "web/WebBrowserViewController.h"
+
+#include <gmock/gmock.h>
+
+namespace vistrel {
+namespace {
+
+using ::testing::ElementsAre;
+
+class RootTest : public support::ScreenTest {
+protected:
+    RootTest() {
+        deterministicHost().settings["site/base-url"] = "http://site.example";
+        files().putFolder("/var/mobile/Library/Downloads");
+        menu_ = std::make_shared<RootViewController>();
+        push(menu_);
+        settle();
+    }
+    ~RootTest() override { menu_.reset(); }
+
+    void select(int section, int row) {
+        menu_->tableView()->selectRowAtIndexPath({section, row}, false);
+        menu_->tableViewDidSelectRowAtIndexPath(*menu_->tableView(), {section, row});
+        settle();
+    }
+    std::shared_ptr<UIViewController> top() { return navigation().topViewController(); }
+    void back() {
+        navigation().popViewControllerAnimated(false);
+        settle();
+    }
+
+    std::shared_ptr<RootViewController> menu_;
+};
+
+TEST_F(RootTest, EverySectionHasItsRowsInOrder) {
+    std::vector<std::string> titles;
+    for (const auto& record : menu_->menuList())
+        titles.push_back(record.title);
+    EXPECT_THAT(titles, ElementsAre("TV Shows", "Movies", "Music", "Downloads"));
+    auto& table = *menu_->tableView();
+    EXPECT_EQ(table.numberOfSections(), 4);
+    EXPECT_EQ(table.numberOfRowsInSection(0), 0);
+    EXPECT_EQ(table.numberOfRowsInSection(1), 4);
+    EXPECT_EQ(table.numberOfRowsInSection(2), 1);
+    EXPECT_EQ(table.numberOfRowsInSection(3), 8);
+}
+
+TEST_F(RootTest, HeadersAreSeventyFiveAndThirtyTwoPointsHigh) {
+    auto& table = *menu_->tableView();
+    EXPECT_EQ(table.rectForHeaderInSection(0).size.height, 75);
+    for (const int section : {1, 2, 3})
+        EXPECT_EQ(table.rectForHeaderInSection(section).size.height, 32) << section;
+}
+
+TEST_F(RootTest, WebRowsOpenANewBrowserEachTimeOnTheSettingsAddress) {
+    struct Case {
+        int section;
+        int row;
+        const char* title;
+        const char* address;
+    };
+    const Case cases[] = {
+        {1, 2, "Music", "http://site.example/music/"},
+        {2, 0, "VIP Login", "http://site.example/vip/"},
+        {3, 0, "Open Reel", "http://site.example/partner/1/"},
+    };
+    for (const Case& each : cases) {
+        select(each.section, each.row);
+        const auto browser = std::dynamic_pointer_cast<WebBrowserViewController>(top());
+        ASSERT_TRUE(browser) << each.title;
+        EXPECT_EQ(browser->navigationBarTitle(), each.title);
+        EXPECT_EQ(browser->URL()->absoluteString(), each.address);
+        back();
+        select(each.section, each.row);
+        EXPECT_NE(top(), browser);
+        back();
+    }
+}
+
+TEST_F(RootTest, ANativeRowShowsTheSameScreenAgain) {
+    select(1, 3);
+    const auto downloads = std::dynamic_pointer_cast<DownloadsViewController>(top());
+    ASSERT_TRUE(downloads);
+    back();
+    select(1, 3);
+    EXPECT_EQ(top(), downloads);
+}
+
+TEST_F(RootTest, TheChosenRowStaysSelectedUntilTheMenuIsBack) {
+    select(1, 3);
+    EXPECT_TRUE(menu_->tableView()->indexPathForSelectedRow());
+    back();
+    EXPECT_FALSE(menu_->tableView()->indexPathForSelectedRow());
+}
+
+TEST_F(RootTest, EveryRowShowsTheDisclosureIndicatorAndAnUntranslatedTitleStands) {
+    for (const auto& cell : menu_->tableView()->visibleCells()) {
+        EXPECT_EQ(cell->accessoryType(), UITableViewCellAccessoryType::DisclosureIndicator);
+        EXPECT_FALSE(cell->textLabel().text().empty());
+    }
+}
+
+}
+}

@@ -1,0 +1,66 @@
+#include "shell/VistrelAppDelegate.h"
+
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIImageView.h"
+#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/UIWindow.h"
+#include "shell/MainInterface.h"
+#include "shell/RootViewController.h"
+#include "tests/support/HostTest.h"
+
+namespace vistrel {
+namespace {
+
+constexpr const char* kFolder = "/var/mobile/Library/Downloads";
+
+class StartUpTest : public support::HostTest {
+protected:
+    ~StartUpTest() override { UIApplication::resetSharedApplication(); }
+
+    void launch() {
+        delegate_ = std::dynamic_pointer_cast<VistrelAppDelegate>(makeMainInterface());
+        UIApplication::sharedApplication().setDelegate(delegate_);
+        UIApplication::sharedApplication().finishLaunching();
+    }
+
+    std::shared_ptr<VistrelAppDelegate> delegate_;
+};
+
+TEST_F(StartUpTest, TheSplashCoversTheMenuThenGrowsFadesAndGoes) {
+    files().putFolder(kFolder);
+    launch();
+    const auto window = delegate_->window();
+    ASSERT_EQ(window->subviews().size(), 2U);
+    const std::weak_ptr<UIView> splash = window->subviews().back();
+    EXPECT_EQ(splash.lock()->presentationState().bounds.size, (CGSize{320, 480}));
+    advance(0.25);
+    const CGSize grown = splash.lock()->presentationState().bounds.size;
+    EXPECT_GT(grown.width, 320);
+    EXPECT_LT(grown.width, 440);
+    EXPECT_GT(splash.lock()->presentationState().alpha, 0);
+    advance(0.35);
+    EXPECT_TRUE(splash.expired());
+    EXPECT_EQ(window->subviews().size(), 1U);
+    EXPECT_TRUE(std::dynamic_pointer_cast<RootViewController>(
+        delegate_->navigationController()->topViewController()));
+}
+
+TEST_F(StartUpTest, TheDownloadsFolderIsMadeOnlyWhenItIsMissing) {
+    files().putFolder("/var/mobile/Library");
+    launch();
+    EXPECT_EQ(logLines(), std::vector<std::string>{"Creating Downloads Directory"});
+    EXPECT_TRUE(files().info(kFolder).ok());
+    UIApplication::resetSharedApplication();
+    logLines().clear();
+    launch();
+    EXPECT_TRUE(logLines().empty());
+}
+
+TEST_F(StartUpTest, WithoutTheFolderAboveNothingIsMadeAndNothingSaid) {
+    launch();
+    EXPECT_EQ(logLines(), std::vector<std::string>{"Creating Downloads Directory"});
+    EXPECT_FALSE(files().info(kFolder).ok());
+}
+
+}
+}
