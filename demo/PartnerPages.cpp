@@ -22,9 +22,12 @@ Answer pageOf(size_t index) {
     page.paragraph(contents.line).section("Tonight");
     const std::string stem = "/files/partner" + std::to_string(index + 1) + "-";
     int number = 1;
-    for (const PartnerContents::Item& item : contents.items)
-        page.link(stem + std::to_string(number++) + std::string(item.extension), item.title,
+    for (const PartnerContents::Item& item : contents.items) {
+        // The second of each site comes over a slow line, so that progress can be watched.
+        const char* line = number == 2 ? "?slow=400" : "";
+        page.link(stem + std::to_string(number++) + std::string(item.extension) + line, item.title,
                   noteFor(item.extension));
+    }
     page.section("Friends");
     const size_t next = (index + 1) % partnerContents.size();
     page.link(addressOf(next), kPartnerSites[next].title.defaultValue);

@@ -1,0 +1,38 @@
+#pragma once
+#include <memory>
+#include <string>
+
+namespace vistrel {
+class DownloadsViewController;
+class FileDownloadViewController;
+class MPMoviePlayerController;
+class UINavigationController;
+class WebBrowserViewController;
+
+/// The screens of the running application and its files, for measuring what the eyes cannot see.
+namespace TourStage {
+
+UINavigationController& navigation();
+/// The top screen of the stack when it is of that kind, else null.
+std::shared_ptr<WebBrowserViewController> browser();
+std::shared_ptr<FileDownloadViewController> downloadScreen();
+std::shared_ptr<DownloadsViewController> downloadsScreen();
+/// Whether the main menu is on top.
+bool isMenuOnTop();
+/// The video that plays now; null for none.
+std::shared_ptr<MPMoviePlayerController> movie();
+
+/// Asks the content site for its digest of what lies at `path`; siteDigest has the answer when it
+/// is there.
+void askSiteForDigest(const std::string& path);
+/// 64 hexadecimal digits; empty until the site has answered.
+std::string siteDigest();
+/// SHA-256 of a device file, 64 hexadecimal digits; empty when it cannot be read.
+std::string digestOfFile(const std::string& devicePath);
+/// Bytes; -1 when there is no such file.
+long long sizeOfFile(const std::string& devicePath);
+/// Makes a file, and its folder when that is missing.
+bool putFile(const std::string& devicePath, const std::string& contents);
+
+}
+}
