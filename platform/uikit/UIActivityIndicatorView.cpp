@@ -1,8 +1,9 @@
 #include "platform/uikit/UIActivityIndicatorView.h"
 
+#include "platform/foundation/NSBundle.h"
 #include "platform/foundation/NSTimer.h"
 
-#include <cmath>
+#include <algorithm>
 #include <numbers>
 
 namespace vistrel {
@@ -67,6 +68,14 @@ void UIActivityIndicatorView::updateTimer() {
         step_ = (step_ + 1) % kSpokes;
         setNeedsDisplay();
     });
+}
+
+UIAccessibilityElement UIActivityIndicatorView::accessibilityElement() const {
+    UIAccessibilityElement element = UIView::accessibilityElement();
+    element.role = UIAccessibilityRole::ProgressBar;
+    if (element.label.empty())
+        element.label = NSBundle::mainBundle().localizedStringForKeyValue("In progress");
+    return element;
 }
 
 void UIActivityIndicatorView::drawRect(const CGRect& rect) {

@@ -23,6 +23,7 @@ public:
     void didMoveToWindow() override;
     bool drawsContent() const override { return true; }
     void drawRect(const CGRect& rect) override;
+    UIAccessibilityElement accessibilityElement() const override;
 
 private:
     void updateTimer();

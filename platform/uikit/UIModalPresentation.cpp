@@ -7,6 +7,7 @@
 #include "platform/uikit/UIWindow.h"
 
 #include <utility>
+#include <vector>
 
 namespace vistrel {
 
@@ -18,6 +19,7 @@ struct UIModalPresentation::Slide {
     Way way;
     std::shared_ptr<UIViewController> modal;
     bool animated;
+    std::vector<std::shared_ptr<UIView>> deaf; ///< views that take no touches while it lasts
 };
 
 UIModalPresentation::UIModalPresentation(UIViewController& presenter)
@@ -57,7 +59,7 @@ void UIModalPresentation::begin(Way way, std::shared_ptr<UIViewController> modal
     UIViewController& leaving = way == Way::Up ? presenter_ : *modal;
     UIViewController& coming = way == Way::Up ? *modal : presenter_;
     UIView& view = *modal->view();
-    slide_ = std::make_unique<Slide>(Slide{way, modal, animated});
+    slide_ = std::make_unique<Slide>(Slide{way, modal, animated, {}});
     const unsigned serial = ++serial_;
     UIViewAnimation::withoutAnimation([&] {
         if (way == Way::Up)
@@ -74,7 +76,7 @@ void UIModalPresentation::begin(Way way, std::shared_ptr<UIViewController> modal
             stage->addSubview(modal->view());
     });
     if (animated)
-        move(view, way);
+        move(modal->view(), way);
     else
         finish();
 }
@@ -97,7 +99,18 @@ void UIModalPresentation::uncoverPresenter(const UIView& modalView) {
         stage->addSubview(view);
 }
 
-void UIModalPresentation::move(UIView& view, Way way) {
+/// A second tap must not set off again what the first one did.
+void UIModalPresentation::ignoreTouches(const std::shared_ptr<UIView>& view) {
+    if (!view->isUserInteractionEnabled())
+        return;
+    view->setUserInteractionEnabled(false);
+    slide_->deaf.push_back(view);
+}
+
+void UIModalPresentation::move(const std::shared_ptr<UIView>& modalView, Way way) {
+    UIView& view = *modalView;
+    ignoreTouches(modalView);
+    ignoreTouches(presenter_.view());
     const double height = UIScreen::mainScreen().bounds().size.height;
     const CGPoint shown = view.center();
     const CGPoint below{shown.x, shown.y + height};
@@ -120,6 +133,8 @@ void UIModalPresentation::finish() {
     if (!slide)
         return;
     const auto keep = presenter_.weak_from_this().lock();
+    for (const auto& view : slide->deaf)
+        view->setUserInteractionEnabled(true);
     if (slide->way == Way::Up)
         presented(*slide);
     else

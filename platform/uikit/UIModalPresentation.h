@@ -27,7 +27,8 @@ private:
     void placeModal(UIViewController& modal);
     void uncoverPresenter(const UIView& modalView);
     void begin(Way way, std::shared_ptr<UIViewController> modal, bool animated);
-    void move(UIView& view, Way way);
+    void ignoreTouches(const std::shared_ptr<UIView>& view);
+    void move(const std::shared_ptr<UIView>& modalView, Way way);
     void finish();
     void presented(const Slide& slide);
     void dismissed(const Slide& slide);

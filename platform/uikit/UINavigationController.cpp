@@ -188,6 +188,7 @@ void UINavigationController::slide(Way way) {
     UIView& oldView = *transition_->old->view();
     const auto shownView = transition_->shown->view();
     const CGRect place = content_->bounds();
+    setTakesTouches(false);
     UIViewAnimation::withoutAnimation([&] {
         shownView->setFrame(place.offsetBy(from, 0));
         content_->addSubview(shownView);
@@ -208,13 +209,21 @@ void UINavigationController::slide(Way way) {
     UIViewAnimation::commitAnimations();
 }
 
+/// A second tap must not set off again what the first one did.
+void UINavigationController::setTakesTouches(bool takes) {
+    content_->setUserInteractionEnabled(takes);
+    bar_->setUserInteractionEnabled(takes);
+}
+
 void UINavigationController::finish() {
     const auto transition = std::move(transition_);
     if (!transition)
         return;
     const auto self = weak_from_this().lock();
-    if (isViewLoaded())
+    if (isViewLoaded()) {
         installTopView();
+        setTakesTouches(true);
+    }
     for (const auto& controller : transition->leaving)
         controller->navigationController_ = nullptr;
     if (transition->old)

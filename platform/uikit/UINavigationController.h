@@ -50,6 +50,7 @@ private:
     void begin(Way way, std::shared_ptr<UIViewController> old,
                std::vector<std::shared_ptr<UIViewController>> leaving, bool animated);
     void slide(Way way);
+    void setTakesTouches(bool takes);
     void finish();
     /// The top screen's view alone in its place.
     void installTopView();

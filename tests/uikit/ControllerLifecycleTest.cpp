@@ -1,4 +1,5 @@
 #include "platform/foundation/NSNotificationCenter.h"
+#include "platform/uikit/UIButton.h"
 #include "platform/uikit/UINavigationBar.h"
 #include "platform/uikit/UINavigationController.h"
 #include "tests/uikit/ScreenTest.h"
@@ -282,6 +283,55 @@ TEST_F(ControllerLifecycle, EscapeGoesBackAndClosesModalScreens) {
     advance(1);
     EXPECT_EQ(navigation_->topViewController(), a_);
     EXPECT_FALSE(press(UIKeyCode::Escape));
+}
+
+TEST_F(ControllerLifecycle, ADoubleClickOpensOneScreen) {
+    struct Case {
+        const char* name;
+        std::function<void()> open;
+    };
+    int opened = 0;
+    const Case cases[] = {
+        {"push",
+         [&] {
+             navigation_->pushViewController(make("P"), true);
+         }},
+        {"present",
+         [&] {
+             navigation_->presentModalViewController(make("P"), true);
+         }},
+    };
+    for (const Case& test : cases) {
+        opened = 0;
+        const auto button = std::make_shared<UIButton>(CGRectMake(0, 0, 320, 400));
+        button->addTarget(
+            [&] {
+                ++opened;
+                test.open();
+            },
+            UIControlEventTouchUpInside);
+        a_->view()->addSubview(button);
+        tap(CGPoint{20, 200});
+        advance(0.1);
+        tap(CGPoint{20, 200});
+        EXPECT_EQ(opened, 1) << test.name;
+        advance(1);
+        navigation_->dismissModalViewControllerAnimated(true);
+        navigation_->popToRootViewControllerAnimated(true);
+        advance(1);
+        tap(CGPoint{20, 200});
+        EXPECT_EQ(opened, 2) << test.name << ": the screen takes touches again";
+        navigation_->dismissModalViewControllerAnimated(false);
+        navigation_->popToRootViewControllerAnimated(false);
+        button->removeFromSuperview();
+    }
+    navigation_->pushViewController(b_, false);
+    navigation_->pushViewController(c_, false);
+    tapButton("B");
+    advance(0.1);
+    tap(CGPoint{20, 42});
+    advance(1);
+    EXPECT_EQ(navigation_->topViewController(), b_) << "one back button, one step back";
 }
 
 TEST_F(ControllerLifecycle, TheEditButtonTogglesAndSaysSo) {
