@@ -45,7 +45,7 @@ UITableViewRows::Row UITableViewRows::make(const NSIndexPath& path) {
     if (!cell)
         cell = std::make_shared<UITableViewCell>();
     returnUnused(cell.get());
-    const Row row{path, std::move(cell)};
+    Row row{path, std::move(cell)};
     UIViewAnimation::withoutAnimation([&] { place(row); });
     return row;
 }
