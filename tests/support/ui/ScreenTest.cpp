@@ -29,6 +29,16 @@ ScreenTest::~ScreenTest() {
 void ScreenTest::push(const std::shared_ptr<UIViewController>& controller) {
     navigation_->pushViewController(controller, false);
     turn();
+    layOut();
+}
+
+void ScreenTest::settle() {
+    advance(1.5);
+    layOut();
+}
+
+void ScreenTest::layOut() {
+    UIApplication::sharedApplication().screenView().layoutIfNeeded();
 }
 
 void ScreenTest::tap(UIView& view) {

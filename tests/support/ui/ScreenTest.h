@@ -18,8 +18,9 @@ protected:
     UINavigationController& navigation() { return *navigation_; }
     UIWindow& window() { return *window_; }
     void push(const std::shared_ptr<UIViewController>& controller);
-    /// Lets every animation end.
-    void settle() { advance(1.5); }
+    /// Lets every animation end, and lays out as the next frame would.
+    void settle();
+    void layOut();
     /// Finger down and up in the middle of the view.
     void tap(UIView& view);
     void tapAt(CGPoint point);
