@@ -79,10 +79,14 @@ std::uint32_t sample(const Bitmap& picture, const Column& column, double row) {
 
 }
 
-std::shared_ptr<Bitmap> turnedPicture(const Bitmap& picture, double angle) {
+void turnPicture(const Bitmap& picture, double angle, std::shared_ptr<Bitmap>& turned) {
     const int headroom = static_cast<int>(std::ceil(kFlipHeadroom * picture.height()));
     const int height = picture.height() + 2 * headroom;
-    auto turned = std::make_shared<Bitmap>(picture.width(), height);
+    if (turned && turned->width() == picture.width() && turned->height() == height) {
+        turned->clear();
+    } else {
+        turned = std::make_shared<Bitmap>(picture.width(), height);
+    }
     const auto columns = columnsFor(picture.width(), angle);
     const auto light = static_cast<std::uint32_t>(
         std::lround(kUnit * (1 - kDeepestShade * std::abs(std::sin(angle)))));
@@ -97,25 +101,24 @@ std::shared_ptr<Bitmap> turnedPicture(const Bitmap& picture, double angle) {
             ++out;
         }
     }
-    return turned;
+    turned->contentChanged();
 }
 
-void drawFlip(const UIViewAnimationEngine::Flip& flip, const CGRect& bounds,
-              SceneVisitor& visitor) {
+void drawFlip(UIViewAnimationEngine::Flip& flip, const CGRect& bounds, SceneVisitor& visitor) {
     const bool firstHalf = flip.progress < 0.5;
     const auto& picture = firstHalf ? flip.before : flip.after;
     if (!picture || bounds.isEmpty()) {
         return;
     }
-    const double turned = M_PI * (firstHalf ? flip.progress : flip.progress - 1);
-    if (turned == 0) {
+    const double turn = M_PI * (firstHalf ? flip.progress : flip.progress - 1);
+    if (turn == 0) {
         visitor.drawPicture(bounds, picture);
         return;
     }
+    turnPicture(*picture, flip.fromLeft ? turn : -turn, flip.turned);
     const double headroom =
         std::ceil(kFlipHeadroom * picture->height()) * bounds.size.height / picture->height();
-    visitor.drawPicture(bounds.insetBy(0, -headroom),
-                        turnedPicture(*picture, flip.fromLeft ? turned : -turned));
+    visitor.drawPicture(bounds.insetBy(0, -headroom), flip.turned);
 }
 
 }

@@ -149,8 +149,8 @@ void SceneWalk::paintIfNeeded(UIView& view) {
     }
     view.needsDisplay_ = false;
     view.backingScale_ = scale;
-    // An output may still show the old picture; then it keeps it and a new one is painted.
-    if (fits && view.backing_.use_count() == 1) {
+    // Painted over in place: outputs learn of it by the generation.
+    if (fits) {
         view.backing_->clear();
     } else {
         view.backing_ = std::make_shared<Bitmap>(width, height);
@@ -171,12 +171,16 @@ void SceneWalk::paintIfNeeded(UIView& view) {
 
 void SceneWalk::walkFlip(UIView& view, SceneVisitor& visitor) {
     auto& engine = UIViewAnimationEngine::shared();
-    auto flip = engine.flipOf(view);
-    if (flip->progress >= 0.5 && !flip->after) {
-        flip->after = renderViewToBitmap(view, UIImage::screenScale());
-        engine.setFlipAfter(view, flip->after);
+    const auto* now = engine.flipOf(view);
+    if (now->progress >= 0.5 && !now->after) {
+        auto after = renderViewToBitmap(view, UIImage::screenScale());
+        if (auto* turning = engine.flipOf(view)) {
+            turning->after = std::move(after);
+        }
     }
-    drawFlip(*flip, view.presentationState().bounds, visitor);
+    if (auto* flip = engine.flipOf(view)) {
+        drawFlip(*flip, view.presentationState().bounds, visitor);
+    }
 }
 
 }

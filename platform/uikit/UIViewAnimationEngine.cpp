@@ -300,20 +300,14 @@ void UIViewAnimationEngine::scheduleWake() {
     });
 }
 
-std::optional<UIViewAnimationEngine::Flip> UIViewAnimationEngine::flipOf(const UIView& view) const {
+UIViewAnimationEngine::Flip* UIViewAnimationEngine::flipOf(const UIView& view) {
     const auto found = transitions_.find(&view);
     if (found == transitions_.end()) {
-        return std::nullopt;
+        return nullptr;
     }
-    auto flip = found->second.flip;
+    auto& flip = found->second.flip;
     flip.progress = found->second.block->progressAt(NSRunLoop::now());
-    return flip;
-}
-
-void UIViewAnimationEngine::setFlipAfter(const UIView& view, std::shared_ptr<const Bitmap> after) {
-    if (const auto found = transitions_.find(&view); found != transitions_.end()) {
-        found->second.flip.after = std::move(after);
-    }
+    return &flip;
 }
 
 void UIViewAnimationEngine::movingViewWasDrawn() {

@@ -8,7 +8,6 @@
 #include <array>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <unordered_map>
 #include <vector>
 
@@ -44,9 +43,10 @@ public:
         bool fromLeft = true;
         std::shared_ptr<const Bitmap> before;
         std::shared_ptr<const Bitmap> after; ///< null until it is first needed
+        std::shared_ptr<Bitmap> turned;      ///< what is seen of either, painted anew each frame
     };
-    std::optional<Flip> flipOf(const UIView& view) const;
-    void setFlipAfter(const UIView& view, std::shared_ptr<const Bitmap> after);
+    /// As it is now; null when the view does not flip. Valid until an animation begins or ends.
+    Flip* flipOf(const UIView& view);
     bool isFlipping(const UIView& view) const {
         return !transitions_.empty() && transitions_.contains(&view);
     }

@@ -327,7 +327,8 @@ TEST_F(FlipTest, APictureTurnsByWholePixelsSmoothlyAndDarkens) {
         }
     }
     constexpr int headroom = 3;
-    const auto straight = turnedPicture(picture, 0);
+    std::shared_ptr<Bitmap> straight;
+    turnPicture(picture, 0, straight);
     ASSERT_EQ(straight->height(), 20 + 2 * headroom);
     for (int y = 0; y < 20; ++y) {
         for (const int x : {0, 19, 20, 39}) {
@@ -335,7 +336,11 @@ TEST_F(FlipTest, APictureTurnsByWholePixelsSmoothlyAndDarkens) {
         }
     }
     EXPECT_EQ(straight->pixel(20, headroom - 1), 0U);
-    const auto turned = turnedPicture(picture, M_PI / 3);
+    auto turned = straight;
+    const auto generation = turned->generation();
+    turnPicture(picture, M_PI / 3, turned);
+    EXPECT_EQ(turned, straight) << "the memory is used again";
+    EXPECT_GT(turned->generation(), generation);
     EXPECT_EQ(turned->pixel(2, 13), 0U) << "half as wide";
     EXPECT_NEAR(static_cast<int>(turned->pixel(15, 13) >> 16 & 0xFF), 255 * 0.654, 2);
     EXPECT_NEAR(static_cast<int>(turned->pixel(24, 13) & 0xFF), 255 * 0.654, 2);
