@@ -103,10 +103,6 @@ bool SoupExchange::followRedirect() {
         fail(host::TransferErrorKind::BadURL, "bad URL");
         return true;
     }
-    if (!isHTTP(*target)) {
-        fail(host::TransferErrorKind::UnsupportedScheme, "unsupported URL");
-        return true;
-    }
     if (++redirects_ > kMostRedirects) {
         fail(host::TransferErrorKind::TooManyRedirects, "too many HTTP redirects");
         return true;
@@ -117,6 +113,10 @@ bool SoupExchange::followRedirect() {
         return true;
     if (!follows) {
         cancel();
+        return true;
+    }
+    if (!isHTTP(*target)) {
+        fail(host::TransferErrorKind::UnsupportedScheme, "unsupported URL");
         return true;
     }
     dropAnswer(response.expectedLength >= 0 && response.expectedLength <= kSmallBody);
