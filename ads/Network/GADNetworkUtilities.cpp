@@ -3,6 +3,7 @@
 #include "ads/Network/GADQueryReader.h"
 #include "ads/Utility/GADTextualDescription.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -48,20 +49,21 @@ void GADNetworkUtilities::setUserAgentString(const std::string& userAgent) {
 }
 
 std::string GADNetworkUtilities::encodeURL(std::string_view text) {
-    std::size_t escapes = 0;
-    for (const char character : text)
-        escapes += isUnreserved(static_cast<unsigned char>(character)) ? 0 : 1;
-    if (escapes == 0)
-        return std::string(text);
-    // Every byte stores the whole four of its entry; the next byte overwrites what is not its own.
-    std::string encoded(text.size() + 2 * escapes + sizeof(Escape), '\0');
-    char* at = encoded.data();
-    for (const char character : text) {
-        const Escape& escape = kEscapes[static_cast<unsigned char>(character)];
-        std::memcpy(at, escape.data(), sizeof(Escape));
-        at += escape[3];
+    // Piece by piece through a buffer that holds any piece's escapes: one pass, no counting first.
+    constexpr std::size_t pieceSize = 256;
+    std::array<char, pieceSize * 3 + sizeof(Escape)> buffer;
+    std::string encoded;
+    while (!text.empty()) {
+        char* at = buffer.data();
+        for (const char character : text.substr(0, pieceSize)) {
+            // All four bytes are stored; the next entry overwrites what is not this one's own.
+            const Escape escape = kEscapes[static_cast<unsigned char>(character)];
+            std::memcpy(at, escape.data(), sizeof(Escape));
+            at += escape[3];
+        }
+        encoded.append(buffer.data(), static_cast<std::size_t>(at - buffer.data()));
+        text.remove_prefix(std::min(pieceSize, text.size()));
     }
-    encoded.resize(static_cast<std::size_t>(at - encoded.data()));
     return encoded;
 }
 
