@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
+#include <new>
 
 namespace vistrel {
 namespace {
@@ -23,11 +25,20 @@ constexpr std::size_t kFirstSize = 1024;
 constexpr std::size_t kLongestEscape = 6;
 }
 
+GAD_ZelJSONBuffer::~GAD_ZelJSONBuffer() {
+    std::free(begin_);
+}
+
 void GAD_ZelJSONBuffer::grow(std::size_t size) {
-    const auto used = at_ ? static_cast<std::size_t>(at_ - text_.data()) : 0;
-    text_.resize(std::max({kFirstSize, text_.size() * 2, used + size + kSlack}));
-    at_ = text_.data() + used;
-    end_ = text_.data() + text_.size();
+    const auto used = static_cast<std::size_t>(at_ - begin_);
+    const auto before = static_cast<std::size_t>(end_ - begin_);
+    const std::size_t now = std::max({kFirstSize, before * 2, used + size + kSlack});
+    char* memory = static_cast<char*>(std::realloc(begin_, now));
+    if (!memory)
+        throw std::bad_alloc();
+    begin_ = memory;
+    at_ = memory + used;
+    end_ = memory + now;
 }
 
 void GAD_ZelJSONBuffer::putBlanks(std::size_t count) {
@@ -36,9 +47,8 @@ void GAD_ZelJSONBuffer::putBlanks(std::size_t count) {
     at_ += count;
 }
 
-void GAD_ZelJSONBuffer::putQuoted(std::string_view text) {
-    makeRoom(text.size() + 2);
-    put('"');
+/// A string from behind its quote that is long or has characters to escape.
+void GAD_ZelJSONBuffer::putLong(std::string_view text) {
     const char* from = text.data();
     std::size_t left = text.size();
     for (; left >= 16; left -= 16, from += 16, at_ += 16) {
@@ -52,7 +62,7 @@ void GAD_ZelJSONBuffer::putQuoted(std::string_view text) {
         return;
     }
     at_ += left;
-    put('"');
+    *at_++ = '"';
 }
 
 /// The rest of a string, somewhere in which there is a character to escape. Blocks of plain
@@ -68,25 +78,21 @@ void GAD_ZelJSONBuffer::putEscaped(std::string_view text) {
         }
         const char* const blockEnd = from + std::min<std::ptrdiff_t>(16, end - from);
         while (from != blockEnd && !kEscapes[static_cast<unsigned char>(*from)])
-            put(*from++);
+            *at_++ = *from++;
         if (from == blockEnd)
             continue;
         const auto byte = static_cast<unsigned char>(*from++);
-        put('\\');
-        put(kEscapes[byte]);
+        *at_++ = '\\';
+        *at_++ = kEscapes[byte];
         if (kEscapes[byte] == 'u') {
-            put('0');
-            put('0');
-            put(byte < 0x10 ? '0' : '1');
-            put("0123456789abcdef"[byte & 15]);
+            *at_++ = '0';
+            *at_++ = '0';
+            *at_++ = byte < 0x10 ? '0' : '1';
+            *at_++ = "0123456789abcdef"[byte & 15];
         }
     }
     makeRoom(1);
-    put('"');
+    *at_++ = '"';
 }
 
-std::string GAD_ZelJSONBuffer::take() {
-    text_.resize(static_cast<std::size_t>(at_ - text_.data()));
-    return std::move(text_);
-}
 }

@@ -9,38 +9,54 @@ namespace vistrel {
 /// The one growing text that the JSON writer writes into.
 class GAD_ZelJSONBuffer {
 public:
-    /// What the writer may put without asking for room again.
+    /// Room that every function leaves behind what it wrote.
     static constexpr std::size_t kSlack = 32;
 
     GAD_ZelJSONBuffer() { grow(0); }
+    GAD_ZelJSONBuffer(const GAD_ZelJSONBuffer&) = delete;
+    GAD_ZelJSONBuffer& operator=(const GAD_ZelJSONBuffer&) = delete;
+    ~GAD_ZelJSONBuffer();
 
-    /// Room for a text of that size and kSlack more bytes.
+    /// One of the characters that there is slack for.
+    void putWithinSlack(char c) { *at_++ = c; }
+    void makeSlack() { makeRoom(0); }
+    void put(std::string_view text) {
+        makeRoom(text.size());
+        // A call for a few bytes would cost more than they do.
+        if (text.size() < 16)
+            jsonScan::copyShortPlain(at_, text.data(), text.size());
+        else
+            std::memcpy(at_, text.data(), text.size());
+        at_ += text.size();
+    }
+    void putBlanks(std::size_t count);
+    /// The text as a JSON string.
+    void putQuoted(std::string_view text) {
+        makeRoom(text.size() + 2);
+        *at_++ = '"';
+        if (text.size() < 16 && jsonScan::copyShortPlain(at_, text.data(), text.size())) {
+            at_ += text.size();
+            *at_++ = '"';
+        } else {
+            putLong(text);
+        }
+    }
+
+    [[nodiscard]] std::string text() const {
+        return {begin_, static_cast<std::size_t>(at_ - begin_)};
+    }
+
+private:
+    /// Room for a text of that size and the slack behind it.
     void makeRoom(std::size_t size) {
         if (static_cast<std::size_t>(end_ - at_) < size + kSlack)
             grow(size);
     }
-    void put(char c) { *at_++ = c; }
-    void put(std::string_view text) {
-        makeRoom(text.size());
-        std::memcpy(at_, text.data(), text.size());
-        at_ += text.size();
-    }
-    /// Room must have been made.
-    void putShort(std::string_view text) {
-        std::memcpy(at_, text.data(), text.size());
-        at_ += text.size();
-    }
-    void putBlanks(std::size_t count);
-    /// The text as a JSON string; leaves kSlack bytes of room behind it.
-    void putQuoted(std::string_view text);
-
-    [[nodiscard]] std::string take();
-
-private:
     void grow(std::size_t size);
+    void putLong(std::string_view text);
     void putEscaped(std::string_view text);
 
-    std::string text_;
+    char* begin_ = nullptr;
     char* at_ = nullptr;
     char* end_ = nullptr;
 };

@@ -8,6 +8,9 @@
 namespace vistrel {
 namespace {
 char* skipBlanks(char* at) {
+    // Most of the time there is nothing to skip, and everything that may follow is above the blank.
+    if (*at > ' ')
+        return at;
     while (jsonScan::isBlank(*at))
         ++at;
     return at;
@@ -94,7 +97,7 @@ char* GAD_ZelJSONReader::member(char* at) {
 }
 
 /// What may follow a value inside a container: a comma that is not the last thing in it.
-char* GAD_ZelJSONReader::endOfElement(char* at) {
+inline char* GAD_ZelJSONReader::endOfElement(char* at) {
     if (builder_.openContainers() == 0)
         return at;
     at = skipBlanks(at);
@@ -108,7 +111,7 @@ char* GAD_ZelJSONReader::endOfElement(char* at) {
     return at;
 }
 
-char* GAD_ZelJSONReader::value(char* at) {
+inline char* GAD_ZelJSONReader::value(char* at) {
     switch (*at) {
     case '"':
         return string(at + 1);
@@ -141,7 +144,7 @@ char* GAD_ZelJSONReader::value(char* at) {
     }
 }
 
-char* GAD_ZelJSONReader::literal(char* at, std::string_view word) {
+inline char* GAD_ZelJSONReader::literal(char* at, std::string_view word) {
     if (std::string_view(at, word.size()) != word)
         return fail(Code::Parse, "Expected '" + std::string(word) + "'");
     if (word == "null")
@@ -151,7 +154,7 @@ char* GAD_ZelJSONReader::literal(char* at, std::string_view word) {
     return at + word.size();
 }
 
-char* GAD_ZelJSONReader::open(char* at) {
+inline char* GAD_ZelJSONReader::open(char* at) {
     if (builder_.openContainers() >= maxDepth_)
         return fail(Code::TooDeep, "Nested too deep");
     if (*at == '[')
@@ -159,6 +162,41 @@ char* GAD_ZelJSONReader::open(char* at) {
     else
         builder_.openDictionary();
     return at + 1;
+}
+
+/// A string from behind its opening quote.
+inline char* GAD_ZelJSONReader::string(char* at) {
+    char* const begin = at;
+    at += jsonScan::plainEnd(at) - at;
+    if (*at != '"')
+        return escapedString(begin, at);
+    builder_.pushString({begin, at});
+    return at + 1;
+}
+
+/// The digits among the first 32 bytes are found at once; then only lengths are looked at.
+inline char* GAD_ZelJSONReader::number(char* at) {
+    char* const begin = at;
+    at += *at == '-';
+    const std::uint32_t others = ~jsonScan::digits(at);
+    if (others == 0)
+        return longNumber(begin);
+    const auto whole = static_cast<unsigned>(std::countr_zero(others));
+    if (whole == 0 || (whole > 1 && *at == '0'))
+        return badNumber(begin);
+    unsigned length = whole;
+    if (at[whole] == '.') {
+        const std::uint32_t afterPoint = others & ~((std::uint32_t{2} << whole) - 1);
+        if (afterPoint == 0)
+            return longNumber(begin);
+        length = static_cast<unsigned>(std::countr_zero(afterPoint));
+        if (length == whole + 1)
+            return badNumber(begin);
+    }
+    if ((at[length] | 0x20) == 'e')
+        return longNumber(begin);
+    builder_.pushNumber({begin, at + length});
+    return at + length;
 }
 
 char* GAD_ZelJSONReader::fail(Code code, std::string message, GAD_ZelJSONErrorPointer underlying) {

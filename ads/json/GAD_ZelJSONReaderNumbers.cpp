@@ -1,5 +1,4 @@
 #include "ads/json/GAD_ZelJSONReader.h"
-#include "ads/json/GAD_ZelJSONScan.h"
 
 namespace vistrel {
 namespace {
@@ -12,31 +11,6 @@ char* skipDigits(char* at) {
         ++at;
     return at;
 }
-}
-
-/// The digits among the first 32 bytes are found at once; then only lengths are looked at.
-char* GAD_ZelJSONReader::number(char* at) {
-    char* const begin = at;
-    at += *at == '-';
-    const std::uint32_t others = ~jsonScan::digits(at);
-    if (others == 0)
-        return longNumber(begin);
-    const auto whole = static_cast<unsigned>(std::countr_zero(others));
-    if (whole == 0 || (whole > 1 && *at == '0'))
-        return badNumber(begin);
-    unsigned length = whole;
-    if (at[whole] == '.') {
-        const std::uint32_t afterPoint = others & ~((std::uint32_t{2} << whole) - 1);
-        if (afterPoint == 0)
-            return longNumber(begin);
-        length = static_cast<unsigned>(std::countr_zero(afterPoint));
-        if (length == whole + 1)
-            return badNumber(begin);
-    }
-    if ((at[length] | 0x20) == 'e')
-        return longNumber(begin);
-    builder_.pushNumber({begin, at + length});
-    return at + length;
 }
 
 /// A number with an exponent or of more than 31 bytes.

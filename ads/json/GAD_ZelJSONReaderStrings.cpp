@@ -60,16 +60,6 @@ char* appendUTF8(char* out, unsigned character) {
 }
 }
 
-/// A string from behind its opening quote.
-char* GAD_ZelJSONReader::string(char* at) {
-    char* const begin = at;
-    at += jsonScan::plainEnd(at) - at;
-    if (*at != '"')
-        return escapedString(begin, at);
-    builder_.pushString({begin, at});
-    return at + 1;
-}
-
 /// The rest of a string from its first special byte that is no quote. Unescaped text is never
 /// longer than the escaped one, so it is moved down over it.
 char* GAD_ZelJSONReader::escapedString(char* begin, char* at) {

@@ -23,53 +23,123 @@ bool isBefore(std::string_view a, std::string_view b) {
 }
 
 std::string GAD_ZelJSONWriter::write(const Value& value) {
-    writeValue(value);
+    if (!writeScalar(value))
+        open(value);
     while (!frames_.empty()) {
         if (frames_.back().left == 0)
             close();
+        else if (!frames_.back().isDictionary)
+            writeElements();
+        else if (layout_.sortKeys)
+            writeSortedMembers();
         else
-            writeNext(frames_.back());
+            writeMembers();
     }
-    return out_.take();
+    return out_.text();
 }
 
-void GAD_ZelJSONWriter::writeValue(const Value& value) {
+/// Writes anything but a container; whether it did.
+inline bool GAD_ZelJSONWriter::writeScalar(const Value& value) {
     switch (value.kind()) {
-    case Value::Kind::Null:
-        out_.put("null");
-        break;
-    case Value::Kind::Boolean:
-        out_.put(value.boolean() ? "true" : "false");
-        break;
-    case Value::Kind::Number:
-        out_.put(value.numberText());
-        break;
     case Value::Kind::String:
         out_.putQuoted(value.string());
-        break;
+        return true;
+    case Value::Kind::Number:
+        out_.put(value.numberText());
+        return true;
+    case Value::Kind::Boolean:
+        out_.put(value.boolean() ? "true" : "false");
+        return true;
+    case Value::Kind::Null:
+        out_.put("null");
+        return true;
     case Value::Kind::Date:
     case Value::Kind::Data:
         out_.putQuoted(zelJSONDescription(value));
-        break;
+        return true;
     case Value::Kind::Array:
     case Value::Kind::Dictionary:
-        open(value);
         break;
+    }
+    return false;
+}
+
+/// What is left of an array up to the next container in it, which is only opened. So is one among
+/// a dictionary's members, below.
+void GAD_ZelJSONWriter::writeElements() {
+    Frame& frame = frames_.back();
+    while (frame.left != 0) {
+        separate(frame);
+        const Value& value = *frame.element++;
+        if (!writeScalar(value)) {
+            open(value);
+            return;
+        }
     }
 }
 
+void GAD_ZelJSONWriter::writeMembers() {
+    Frame& frame = frames_.back();
+    while (frame.left != 0) {
+        const auto [key, value] = *frame.member++;
+        if (!writeMember(frame, key, value))
+            return;
+    }
+}
+
+void GAD_ZelJSONWriter::writeSortedMembers() {
+    Frame& frame = frames_.back();
+    while (frame.left != 0) {
+        const auto [key, value] = sorted_.back();
+        sorted_.pop_back();
+        if (!writeMember(frame, key, *value))
+            return;
+    }
+}
+
+/// Whether the member is written whole; false when its value is a container, which is opened.
+inline bool GAD_ZelJSONWriter::writeMember(Frame& frame, std::string_view key, const Value& value) {
+    separate(frame);
+    out_.putQuoted(key);
+    if (layout_.humanReadable)
+        out_.put(" : ");
+    else
+        out_.putWithinSlack(':');
+    if (writeScalar(value))
+        return true;
+    open(value);
+    return false;
+}
+
+/// Goes over to the next element or member.
+inline void GAD_ZelJSONWriter::separate(Frame& frame) {
+    if (!frame.isFirst)
+        out_.putWithinSlack(',');
+    frame.isFirst = false;
+    --frame.left;
+    if (layout_.humanReadable)
+        breakLine();
+}
+
 void GAD_ZelJSONWriter::open(const Value& container) {
-    const bool isDictionary = container.isDictionary();
-    out_.makeRoom(0);
-    out_.put(isDictionary ? '{' : '[');
+    out_.putWithinSlack(container.isDictionary() ? '{' : '[');
+    out_.makeSlack();
+    if (container.isArray()) {
+        const Value::Array& elements = container.array();
+        frames_.push_back({.element = elements.begin(),
+                           .member = {},
+                           .left = elements.size(),
+                           .isDictionary = false,
+                           .isFirst = true});
+        return;
+    }
     const Value::Dictionary& members = container.dictionary();
-    const Value::Array& elements = container.array();
-    frames_.push_back({.element = elements.begin(),
+    frames_.push_back({.element = nullptr,
                        .member = members.begin(),
-                       .left = isDictionary ? members.size() : elements.size(),
-                       .isDictionary = isDictionary,
+                       .left = members.size(),
+                       .isDictionary = true,
                        .isFirst = true});
-    if (!isDictionary || !layout_.sortKeys)
+    if (!layout_.sortKeys)
         return;
     for (const auto& [key, value] : members)
         sorted_.emplace_back(key, &value);
@@ -80,46 +150,14 @@ void GAD_ZelJSONWriter::open(const Value& container) {
 void GAD_ZelJSONWriter::close() {
     const Frame frame = frames_.back();
     frames_.pop_back();
-    if (!frame.isFirst)
+    if (!frame.isFirst && layout_.humanReadable)
         breakLine();
-    out_.makeRoom(0);
-    out_.put(frame.isDictionary ? '}' : ']');
-}
-
-void GAD_ZelJSONWriter::writeNext(Frame& frame) {
-    out_.makeRoom(0);
-    if (!frame.isFirst)
-        out_.put(',');
-    frame.isFirst = false;
-    --frame.left;
-    breakLine();
-    if (!frame.isDictionary) {
-        writeValue(*frame.element++);
-    } else if (layout_.sortKeys) {
-        writeSmallest();
-    } else {
-        const auto [key, value] = *frame.member++;
-        writeMember(key, value);
-    }
-}
-
-void GAD_ZelJSONWriter::writeSmallest() {
-    const auto [key, value] = sorted_.back();
-    sorted_.pop_back();
-    writeMember(key, *value);
-}
-
-void GAD_ZelJSONWriter::writeMember(std::string_view key, const Value& value) {
-    out_.putQuoted(key);
-    out_.put(layout_.humanReadable ? " : " : ":");
-    writeValue(value);
+    out_.putWithinSlack(frame.isDictionary ? '}' : ']');
+    out_.makeSlack();
 }
 
 void GAD_ZelJSONWriter::breakLine() {
-    if (!layout_.humanReadable)
-        return;
-    out_.makeRoom(0);
-    out_.put('\n');
+    out_.putWithinSlack('\n');
     out_.putBlanks(2 * frames_.size());
 }
 }

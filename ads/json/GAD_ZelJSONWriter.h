@@ -33,10 +33,12 @@ private:
         bool isFirst;
     };
 
-    void writeValue(const Value& value);
-    void writeNext(Frame& frame);
-    void writeMember(std::string_view key, const Value& value);
-    void writeSmallest();
+    bool writeScalar(const Value& value);
+    void writeElements();
+    void writeMembers();
+    void writeSortedMembers();
+    bool writeMember(Frame& frame, std::string_view key, const Value& value);
+    void separate(Frame& frame);
     void open(const Value& container);
     void close();
     void breakLine();

@@ -22,13 +22,6 @@ ValueSlot decimalOrNull(double number) {
     return std::isfinite(number) ? decimal(number) : ValueSlot::empty(ValueKind::Null);
 }
 
-/// A container is seen as the slot that it consists of.
-template <typename Container>
-const Container& as(const ValueSlot& slot) {
-    static_assert(sizeof(Container) == sizeof(ValueSlot));
-    return reinterpret_cast<const Container&>(slot);
-}
-
 template <typename Container>
 Container& scratch() {
     thread_local Container container;
@@ -94,15 +87,6 @@ void Value::destroyContent() {
     valueStorage::destroy(slot_);
 }
 
-bool Value::boolean() const {
-    return isBoolean() && slot_.scalar<bool>();
-}
-std::string_view Value::string() const {
-    return isString() ? slot_.text() : std::string_view();
-}
-std::string_view Value::numberText() const {
-    return isNumber() ? slot_.text() : std::string_view();
-}
 double Value::doubleValue() const {
     return decimalTextAsDouble(numberText());
 }
@@ -120,22 +104,22 @@ std::span<const std::byte> Value::dataValue() const {
     return {reinterpret_cast<const std::byte*>(bytes.data()), bytes.size()};
 }
 
-const Value::Array& Value::array() const {
+const Value::Array& Value::noArray() {
     static const Array none;
-    return isArray() ? as<Array>(slot_) : none;
+    return none;
 }
 
-const Value::Dictionary& Value::dictionary() const {
+const Value::Dictionary& Value::noDictionary() {
     static const Dictionary none;
-    return isDictionary() ? as<Dictionary>(slot_) : none;
+    return none;
 }
 
 Value::Array& Value::array() {
-    return isArray() ? const_cast<Array&>(as<Array>(slot_)) : scratch<Array>();
+    return isArray() ? reinterpret_cast<Array&>(slot_) : scratch<Array>();
 }
 
 Value::Dictionary& Value::dictionary() {
-    return isDictionary() ? const_cast<Dictionary&>(as<Dictionary>(slot_)) : scratch<Dictionary>();
+    return isDictionary() ? reinterpret_cast<Dictionary&>(slot_) : scratch<Dictionary>();
 }
 
 const Value* Value::find(std::string_view key) const {

@@ -77,17 +77,25 @@ public:
     [[nodiscard]] bool isArray() const { return kind() == Kind::Array; }
     [[nodiscard]] bool isDictionary() const { return kind() == Kind::Dictionary; }
 
-    [[nodiscard]] bool boolean() const;
-    [[nodiscard]] std::string_view string() const;
-    [[nodiscard]] std::string_view numberText() const;
+    [[nodiscard]] bool boolean() const { return isBoolean() && slot_.scalar<bool>(); }
+    [[nodiscard]] std::string_view string() const {
+        return isString() ? slot_.text() : std::string_view();
+    }
+    [[nodiscard]] std::string_view numberText() const {
+        return isNumber() ? slot_.text() : std::string_view();
+    }
     [[nodiscard]] double doubleValue() const;
     /// The number without its fraction; the nearest end of the range when it lies outside.
     [[nodiscard]] std::int64_t integerValue() const;
     /// Seconds since 1970.
     [[nodiscard]] double dateValue() const;
     [[nodiscard]] std::span<const std::byte> dataValue() const;
-    [[nodiscard]] const Array& array() const;
-    [[nodiscard]] const Dictionary& dictionary() const;
+    [[nodiscard]] const Array& array() const {
+        return isArray() ? reinterpret_cast<const Array&>(slot_) : noArray();
+    }
+    [[nodiscard]] const Dictionary& dictionary() const {
+        return isDictionary() ? reinterpret_cast<const Dictionary&>(slot_) : noDictionary();
+    }
     /// On another kind, a scratch container whose content is dropped by the next such call.
     [[nodiscard]] Array& array();
     [[nodiscard]] Dictionary& dictionary();
@@ -103,6 +111,8 @@ private:
 
     static ValueSlot ofSigned(std::int64_t integer);
     static ValueSlot ofUnsigned(std::uint64_t integer);
+    static const Array& noArray();
+    static const Dictionary& noDictionary();
     void destroyContent();
 
     ValueSlot slot_;
@@ -114,6 +124,8 @@ struct ValueDictionary::Member {
     Value value;
 };
 static_assert(sizeof(Value) == 16 && sizeof(ValueDictionary::Member) == 32);
+// A container is seen as the slot that it consists of.
+static_assert(sizeof(ValueArray) == 16 && sizeof(ValueDictionary) == 16);
 
 template <typename EntryType, typename Pointer>
 class ValueDictionary::Iterator {
@@ -140,4 +152,21 @@ public:
 private:
     Pointer at_ = nullptr;
 };
+
+inline const Value* ValueArray::begin() const {
+    return reinterpret_cast<const Value*>(slot_.slots());
+}
+inline const Value* ValueArray::end() const {
+    return begin() + size();
+}
+inline const Value& ValueArray::operator[](std::size_t index) const {
+    return begin()[index];
+}
+
+inline ValueDictionary::ConstIterator ValueDictionary::begin() const {
+    return ConstIterator(reinterpret_cast<const Member*>(slot_.slots()));
+}
+inline ValueDictionary::ConstIterator ValueDictionary::end() const {
+    return ConstIterator(reinterpret_cast<const Member*>(slot_.slots()) + size());
+}
 }

@@ -48,13 +48,6 @@ ValueArray::~ValueArray() {
     valueStorage::destroy(slot_);
 }
 
-const Value* ValueArray::begin() const {
-    return valuesOf(slot_);
-}
-const Value* ValueArray::end() const {
-    return begin() + size();
-}
-
 Value* ValueArray::begin() {
     valueStorage::open(slot_);
     return valuesOf(slot_);
@@ -62,9 +55,6 @@ Value* ValueArray::begin() {
 
 Value* ValueArray::end() {
     return begin() + size();
-}
-const Value& ValueArray::operator[](std::size_t index) const {
-    return begin()[index];
 }
 Value& ValueArray::operator[](std::size_t index) {
     return begin()[index];

@@ -48,12 +48,6 @@ ValueDictionary::~ValueDictionary() {
     valueStorage::destroy(slot_);
 }
 
-ValueDictionary::ConstIterator ValueDictionary::begin() const {
-    return ConstIterator(membersOf(slot_));
-}
-ValueDictionary::ConstIterator ValueDictionary::end() const {
-    return ConstIterator(membersOf(slot_) + size());
-}
 ValueDictionary::MutableIterator ValueDictionary::begin() {
     valueStorage::open(slot_);
     return MutableIterator(membersOf(slot_));

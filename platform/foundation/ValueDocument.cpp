@@ -39,7 +39,9 @@ ValueDocument* ValueDocument::create(std::string_view text) {
 
 void ValueDocument::grow(std::size_t size) {
     const std::size_t header = aligned(sizeof(Chunk));
-    chunkSize_ = std::max(chunkSize_ * 2, size);
+    // Steps so wide that the last chunk is most of the document: an allocator that adapts to the
+    // largest block it has seen keeps the memory for the next document.
+    chunkSize_ = std::max(chunkSize_ * 4, size);
     char* memory = static_cast<char*>(allocated(header + chunkSize_));
     chunks_ = new (memory) Chunk{chunks_};
     free_ = memory + header;

@@ -68,15 +68,29 @@ std::size_t mergeIndexed(ValueSlot* slots, std::size_t members) {
     return kept;
 }
 
+/// Of the first and last eight bytes only. A key lies in a document's text, behind which there is
+/// room to read on.
+std::uint64_t sieveHashOf(std::string_view key) {
+    const auto first = load<std::uint64_t>(key.data());
+    if (key.size() > 8)
+        return (first + load<std::uint64_t>(key.data() + key.size() - 8) * 3) * kMixer;
+    // Two steps, as a shift by all 64 bits is not defined.
+    const auto unused = static_cast<unsigned>(8 * (8 - key.size()));
+    const std::uint64_t used = std::endian::native == std::endian::little
+                                   ? first << unused / 2 << (unused - unused / 2)
+                                   : first >> unused / 2 >> (unused - unused / 2);
+    return (used + key.size()) * kMixer;
+}
+
 std::size_t mergeLinearly(ValueSlot* slots, std::size_t members) {
     // Nearly always no two keys share a bit of the sieve, and nothing needs to be compared.
     std::array<std::uint64_t, 8> sieve{};
     std::size_t kept = 0;
     for (std::size_t place = 0; place < members; ++place) {
         const std::string_view key = slots[2 * place].text();
-        const std::uint64_t hash = hashOf(key);
-        std::uint64_t& word = sieve[hash >> 6 & 7];
-        const std::uint64_t bit = std::uint64_t{1} << (hash & 63);
+        const std::uint64_t hash = sieveHashOf(key);
+        std::uint64_t& word = sieve[hash >> 61];
+        const std::uint64_t bit = std::uint64_t{1} << (hash >> 55 & 63);
         const std::size_t earlier = word & bit ? findLinearly(slots, kept, key) : kAbsent;
         word |= bit;
         if (earlier != kAbsent) {

@@ -62,8 +62,8 @@ constexpr std::size_t kAbsent = ~std::size_t{0};
 void addToIndex(const ValueSlot& dictionary, std::size_t place);
 /// Makes the index anew from the members.
 void rebuildIndex(const ValueSlot& dictionary);
-/// In a block whose slots are filled, lets the last of several members with one key replace the
-/// first and drops it, and makes the index. The number of members that are left.
+/// In a block of a document that is being built, lets the last of several members with one key
+/// replace the first and drops it, and makes the index. The number of members that are left.
 [[nodiscard]] std::size_t mergeDuplicates(ValueSlot* slots, std::size_t members);
 }
 }
