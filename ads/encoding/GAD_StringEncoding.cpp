@@ -1,5 +1,6 @@
 #include "ads/encoding/GAD_StringEncoding.h"
 
+#include "ads/encoding/GAD_StringEncodingGeneral.h"
 #include "platform/foundation/UTF8Text.h"
 
 #include <bit>
@@ -8,7 +9,9 @@
 
 namespace vistrel {
 namespace {
-enum : std::int8_t { kUnknownChar = -1, kPaddingChar = -2, kIgnoredChar = -3 };
+using stringEncodingGeneral::kIgnoredChar;
+using stringEncodingGeneral::kPaddingChar;
+using stringEncodingGeneral::kUnknownChar;
 
 bool isASCII(char c) {
     return static_cast<unsigned char>(c) < 0x80;
@@ -75,7 +78,6 @@ GAD_StringEncoding::stringEncodingWithString(std::string_view alphabet) {
 GAD_StringEncoding::GAD_StringEncoding(std::string_view alphabet)
     : charMap_(alphabet)
     , shift_(static_cast<unsigned>(std::countr_zero(alphabet.size())))
-    , mask_((1U << shift_) - 1)
     , padLen_(std::lcm(8U, shift_) / shift_) {
     reverseCharMap_.fill(kUnknownChar);
     for (std::size_t i = 0; i < alphabet.size(); ++i)
@@ -109,14 +111,14 @@ void GAD_StringEncoding::ignoreCharacters(std::string_view characters) {
 }
 
 std::string GAD_StringEncoding::encode(std::span<const std::byte> bytes) const {
-    std::string text;
     if (bytes.empty())
-        return text;
-    const std::size_t length = (bytes.size() * 8 + shift_ - 1) / shift_;
+        return {};
+    std::size_t length =
+        stringEncodingBlocks::wholeCharacters(shift_, bytes.size() * 8 + shift_ - 1);
+    // A block has 2, 4 or 8 characters.
     if (doPad_)
-        text.resize((length + padLen_ - 1) / padLen_ * padLen_, paddingChar_);
-    else
-        text.resize(length);
+        length = (length + padLen_ - 1) & ~(padLen_ - 1);
+    std::string text(length, paddingChar_);
     encodeInto(bytes, text.data());
     return text;
 }
@@ -129,58 +131,38 @@ void GAD_StringEncoding::encodeInto(std::span<const std::byte> bytes, char* out)
     const auto* input = reinterpret_cast<const unsigned char*>(bytes.data());
     const std::size_t done =
         stringEncodingBlocks::encode(shift_, charMap_.data(), input, bytes.size(), out);
-    out += done * 8 / shift_;
-    unsigned buffer = 0;
-    unsigned bits = 0;
-    for (std::size_t i = done; i < bytes.size(); ++i) {
-        buffer = buffer << 8 | input[i];
-        bits += 8;
-        while (bits >= shift_) {
-            bits -= shift_;
-            *out++ = charMap_[buffer >> bits & mask_];
-        }
-    }
-    if (bits != 0)
-        *out = charMap_[buffer << (shift_ - bits) & mask_];
+    stringEncodingGeneral::encode(shift_, charMap_.data(), input + done, bytes.size() - done,
+                                  out + stringEncodingBlocks::wholeCharacters(shift_, done * 8));
 }
 
 /// Sizes and fills the bytes; false when the text cannot be decoded.
 template <typename Bytes>
 bool GAD_StringEncoding::decodeInto(std::string_view text, Bytes& bytes) const {
-    bytes.resize(text.size() * shift_ / 8);
-    auto* out = reinterpret_cast<unsigned char*>(bytes.data());
-    unsigned buffer = 0;
-    unsigned bits = 0;
-    bool sawPadding = false;
-    // Where the general path left a whole group behind it, the fast one is tried again.
+    // Where something unusual stands, the general path goes on for so long before the fast one is
+    // tried again.
     constexpr std::size_t kGeneralRun = 64;
-    std::size_t tryAgainAt = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (bits == 0 && i >= tryAgainAt && !sawPadding) {
+    // Padding at the end says nothing.
+    while (!text.empty() && reverseCharMap_[placeOf(text.back())] == kPaddingChar)
+        text.remove_suffix(1);
+    bytes.resize(text.size() * shift_ / 8);
+    auto* const out = reinterpret_cast<unsigned char*>(bytes.data());
+    stringEncodingGeneral::Decoder decoder(shift_, reverseCharMap_, out);
+    while (!text.empty()) {
+        if (decoder.isBetweenGroups()) {
             const std::size_t done = stringEncodingBlocks::decode(
-                shift_, reverseCharMap_, text.data() + i, text.size() - i, out);
-            out += done * shift_ / 8;
-            i += done;
-            tryAgainAt = i + kGeneralRun;
-            if (i == text.size())
-                break;
+                shift_, reverseCharMap_, text.data(), text.size(), decoder.out());
+            decoder.skip(done * shift_ / 8);
+            text.remove_prefix(done);
         }
-        const int value = reverseCharMap_[placeOf(text[i])];
-        if (value == kPaddingChar)
-            sawPadding = true;
-        else if (value == kUnknownChar || (value >= 0 && sawPadding))
+        const auto taken = decoder.take(text, kGeneralRun);
+        if (!taken)
             return false;
-        if (value < 0)
-            continue;
-        buffer = buffer << shift_ | static_cast<unsigned>(value);
-        bits += shift_;
-        if (bits >= 8) {
-            bits -= 8;
-            *out++ = static_cast<unsigned char>(buffer >> bits);
-        }
+        text.remove_prefix(*taken);
     }
-    bytes.resize(static_cast<std::size_t>(out - reinterpret_cast<unsigned char*>(bytes.data())));
-    return (buffer & ((1U << bits) - 1)) == 0;
+    const auto size = static_cast<std::size_t>(decoder.out() - out);
+    if (size != bytes.size())
+        bytes.resize(size);
+    return decoder.finish();
 }
 
 std::optional<std::vector<std::byte>> GAD_StringEncoding::decode(std::string_view text) const {

@@ -66,7 +66,6 @@ private:
     std::string charMap_;
     stringEncodingBlocks::ReverseMap reverseCharMap_;
     unsigned shift_ = 0;
-    unsigned mask_ = 0;
     bool doPad_ = false;
     char paddingChar_ = '\0';
     std::size_t padLen_ = 0;

@@ -77,11 +77,11 @@ std::size_t decode(unsigned shift, const ReverseMap& values, const char* text, s
 
 std::size_t encode(unsigned shift, const char* alphabet, const unsigned char* bytes,
                    std::size_t size, char* out) {
-    std::size_t done = 0;
-    if (avx2::isAvailable())
-        done = avx2::encode(shift, alphabet, bytes, size, out);
-    return done +
-           portable::encode(shift, alphabet, bytes + done, size - done, out + done * 8 / shift);
+    if (!avx2::isAvailable())
+        return portable::encode(shift, alphabet, bytes, size, out);
+    // Either does all whole groups, but blocks only when there are enough for one.
+    const std::size_t done = avx2::encode(shift, alphabet, bytes, size, out);
+    return done ? done : portable::encode(shift, alphabet, bytes, size, out);
 }
 
 std::size_t decode(unsigned shift, const ReverseMap& values, const char* text, std::size_t size,
@@ -89,6 +89,9 @@ std::size_t decode(unsigned shift, const ReverseMap& values, const char* text, s
     std::size_t done = 0;
     if (avx2::isAvailable())
         done = avx2::decode(shift, values, text, size, out);
+    // What is less than a group is for the general path.
+    if (size - done < 2)
+        return done;
     return done + portable::decode(shift, values, text + done, size - done, out + done * shift / 8);
 }
 }

@@ -12,6 +12,23 @@ namespace vistrel::stringEncodingBlocks {
 /// A value, or a negative number, for every byte.
 using ReverseMap = std::array<std::int8_t, 256>;
 
+/// How many characters so many bits fill; the divisions by a variable would take longer than the
+/// encoding of a short text.
+constexpr std::size_t wholeCharacters(unsigned shift, std::size_t bits) {
+    switch (shift) {
+    case 3:
+        return bits / 3;
+    case 5:
+        return bits / 5;
+    case 6:
+        return bits / 6;
+    case 7:
+        return bits / 7;
+    default:
+        return bits >> shift / 2;
+    }
+}
+
 /// Encodes whole groups (of 1, 5 or 3 bytes for 4, 5 or 6 bits a character). How many bytes were
 /// encoded; 0 for other shifts. Writes nothing beyond their characters.
 std::size_t encode(unsigned shift, const char* alphabet, const unsigned char* bytes,

@@ -3,6 +3,8 @@
 #if defined(__x86_64__)
 #include <immintrin.h>
 
+#include <cstring>
+
 // Every function here is compiled for AVX2 by its attribute. Those that are called from outside
 // clear the upper halves of the registers themselves: not every optimisation level does, and plain
 // vector code that follows would run several times slower.
@@ -12,6 +14,13 @@
 namespace vistrel::stringEncodingBlocks::avx2 {
 namespace {
 using Register = __m256i;
+
+template <unsigned Shift>
+constexpr std::size_t kGroupBytes = Shift == 4   ? 1
+                                    : Shift == 5 ? 5
+                                                 : 3;
+template <unsigned Shift>
+constexpr std::size_t kGroupCharacters = kGroupBytes<Shift> * 8 / Shift;
 
 VISTREL_AVX2_INLINE __m128i half(const void* at) {
     return _mm_loadu_si128(static_cast<const __m128i*>(at));
@@ -63,26 +72,27 @@ VISTREL_AVX2_INLINE Register split4(const unsigned char* bytes) {
 }
 
 /// The first 20 bytes as 32 indices of 5 bits: each index is shifted down from the two bytes that
-/// it is spread over.
+/// it is spread over. The upper half is loaded from as far ahead as it can be without reading on.
 VISTREL_AVX2_INLINE Register split5(const unsigned char* bytes) {
-    const Register input = twoHalves(bytes, bytes + 10);
+    const Register input = twoHalves(bytes, bytes + 4);
     const Register factors = _mm256_broadcastsi128_si256(
         _mm_setr_epi16(1 << 5, 1 << 10, 1 << 7, 1 << 12, 1 << 9, 1 << 6, 1 << 11, 1 << 8));
-    const __m128i places = _mm_setr_epi8(1, 0, 1, 0, 2, 1, 2, 1, 3, 2, 4, 3, 4, 3, 5, 4);
-    const __m128i laterPlaces = _mm_add_epi8(places, _mm_set1_epi8(5));
-    const Register first = _mm256_mulhi_epu16(
-        _mm256_shuffle_epi8(input, _mm256_broadcastsi128_si256(places)), factors);
-    const Register second = _mm256_mulhi_epu16(
-        _mm256_shuffle_epi8(input, _mm256_broadcastsi128_si256(laterPlaces)), factors);
+    const Register places = _mm256_setr_epi8(1, 0, 1, 0, 2, 1, 2, 1, 3, 2, 4, 3, 4, 3, 5, 4, 7, 6,
+                                             7, 6, 8, 7, 8, 7, 9, 8, 10, 9, 10, 9, 11, 10);
+    // The last index of the second group of a half is whole within its last byte; what the shuffle
+    // takes for the byte behind it does not matter.
+    const Register laterPlaces = _mm256_add_epi8(places, _mm256_set1_epi8(5));
+    const Register first = _mm256_mulhi_epu16(_mm256_shuffle_epi8(input, places), factors);
+    const Register second = _mm256_mulhi_epu16(_mm256_shuffle_epi8(input, laterPlaces), factors);
     const Register mask = _mm256_set1_epi16(31);
     return _mm256_packus_epi16(_mm256_and_si256(first, mask), _mm256_and_si256(second, mask));
 }
 
 /// The first 24 bytes as 32 indices of 6 bits.
 VISTREL_AVX2_INLINE Register split6(const unsigned char* bytes) {
-    const Register places = _mm256_broadcastsi128_si256(
-        _mm_setr_epi8(1, 0, 2, 1, 4, 3, 5, 4, 7, 6, 8, 7, 10, 9, 11, 10));
-    const Register input = _mm256_shuffle_epi8(twoHalves(bytes, bytes + 12), places);
+    const Register places = _mm256_setr_epi8(1, 0, 2, 1, 4, 3, 5, 4, 7, 6, 8, 7, 10, 9, 11, 10, 5,
+                                             4, 6, 5, 8, 7, 9, 8, 11, 10, 12, 11, 14, 13, 15, 14);
+    const Register input = _mm256_shuffle_epi8(twoHalves(bytes, bytes + 8), places);
     const Register odd = _mm256_mulhi_epu16(_mm256_and_si256(input, _mm256_set1_epi32(0x0FC0FC00)),
                                             _mm256_set1_epi32(0x04000040));
     const Register even = _mm256_mullo_epi16(_mm256_and_si256(input, _mm256_set1_epi32(0x003F03F0)),
@@ -104,14 +114,22 @@ template <unsigned Shift>
 VISTREL_AVX2 std::size_t encodeBlocks(const char* characters, const unsigned char* bytes,
                                       std::size_t size, char* out) {
     constexpr std::size_t kStep = 4 * Shift;
-    constexpr std::size_t kLoaded = 16 + kStep / 2;
+    if (size < kStep)
+        return 0;
     const Alphabet<Shift> alphabet(characters);
-    std::size_t at = 0;
-    for (; size - at >= kLoaded; at += kStep, out += 32)
-        _mm256_storeu_si256(reinterpret_cast<Register*>(out),
+    const auto encodeAt = [&](std::size_t at) __attribute__((target("avx2"), always_inline)) {
+        _mm256_storeu_si256(reinterpret_cast<Register*>(out + at * 8 / Shift),
                             alphabet.of(split<Shift>(bytes + at)));
+    };
+    std::size_t at = 0;
+    for (; size - at >= kStep; at += kStep)
+        encodeAt(at);
+    // The last whole groups once more, together with those before them that fill a block.
+    const std::size_t whole = size - size % kGroupBytes<Shift>;
+    if (at != whole)
+        encodeAt(whole - kStep);
     _mm256_zeroupper();
-    return at;
+    return whole;
 }
 
 /// Looks 32 characters up among the values of the characters from blank on.
@@ -143,18 +161,25 @@ struct Values {
     }
 };
 
-VISTREL_AVX2_INLINE void storeHalves(Register bytes, unsigned char* out, unsigned step) {
+/// Stores the first bytes of either half one after the other, and nothing behind them.
+template <unsigned Bytes>
+VISTREL_AVX2_INLINE void storeHalves(Register bytes, unsigned char* out) {
+    const __m128i high = _mm256_extracti128_si256(bytes, 1);
     _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm256_castsi256_si128(bytes));
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(out + step), _mm256_extracti128_si256(bytes, 1));
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(out + Bytes), high);
+    if constexpr (Bytes > 8) {
+        const auto rest = static_cast<std::uint32_t>(_mm_extract_epi32(high, 2));
+        std::memcpy(out + Bytes + 8, &rest, Bytes - 8);
+    }
 }
 
-/// Joins 32 values to 4 * Shift bytes. Up to 16 + 2 * Shift bytes are written.
+/// Joins 32 values to 4 * Shift bytes.
 template <unsigned Shift>
 VISTREL_AVX2_INLINE void join(Register values, unsigned char* out) {
     const Register pairs =
         _mm256_maddubs_epi16(values, _mm256_set1_epi16(static_cast<short>(0x100 | 1 << Shift)));
     if constexpr (Shift == 4) {
-        storeHalves(_mm256_packus_epi16(pairs, pairs), out, 8);
+        storeHalves<8>(_mm256_packus_epi16(pairs, pairs), out);
     } else {
         const Register fours =
             _mm256_madd_epi16(pairs, _mm256_set1_epi32(0x10000 | 1 << 2 * Shift));
@@ -163,11 +188,11 @@ VISTREL_AVX2_INLINE void join(Register values, unsigned char* out) {
                 _mm256_or_si256(_mm256_slli_epi64(fours, 20), _mm256_srli_epi64(fours, 32));
             const __m128i places =
                 _mm_setr_epi8(4, 3, 2, 1, 0, 12, 11, 10, 9, 8, -1, -1, -1, -1, -1, -1);
-            storeHalves(_mm256_shuffle_epi8(eights, _mm256_broadcastsi128_si256(places)), out, 10);
+            storeHalves<10>(_mm256_shuffle_epi8(eights, _mm256_broadcastsi128_si256(places)), out);
         } else {
             const __m128i places =
                 _mm_setr_epi8(2, 1, 0, 6, 5, 4, 10, 9, 8, 14, 13, 12, -1, -1, -1, -1);
-            storeHalves(_mm256_shuffle_epi8(fours, _mm256_broadcastsi128_si256(places)), out, 12);
+            storeHalves<12>(_mm256_shuffle_epi8(fours, _mm256_broadcastsi128_si256(places)), out);
         }
     }
 }
@@ -175,17 +200,29 @@ VISTREL_AVX2_INLINE void join(Register values, unsigned char* out) {
 template <unsigned Shift>
 VISTREL_AVX2 std::size_t decodeBlocks(const ReverseMap& map, const char* text, std::size_t size,
                                       unsigned char* out) {
-    // So many characters stand for all the bytes that join() may write.
-    constexpr std::size_t kNeeded = ((16 + 2 * Shift) * 8 + Shift - 1) / Shift;
+    constexpr std::size_t kStep = 32;
+    if (size < kStep)
+        return 0;
     const Values values(map);
-    std::size_t at = 0;
-    for (; values.controlsHaveNone && size - at >= kNeeded; at += 32, out += 4 * Shift) {
+    const auto decodeAt = [&](std::size_t at) __attribute__((target("avx2"), always_inline)) {
         const Register found =
             values.of(_mm256_loadu_si256(reinterpret_cast<const Register*>(text + at)));
-        if (_mm256_movemask_epi8(found) != 0)
-            break;
-        join<Shift>(found, out);
-    }
+        const bool good = _mm256_movemask_epi8(found) == 0;
+        if (good)
+            join<Shift>(found, out + at * Shift / 8);
+        return good;
+    };
+    std::size_t at = 0;
+    while (values.controlsHaveNone && size - at >= kStep && decodeAt(at))
+        at += kStep;
+    // The last whole groups once more, together with those before them that fill a block; without
+    // the group that padding may end in.
+    std::size_t whole = size - size % kGroupCharacters<Shift>;
+    if (map[static_cast<unsigned char>(text[whole - 1])] < 0)
+        whole -= kGroupCharacters<Shift>;
+    if (values.controlsHaveNone && size - at < kStep && at < whole && whole >= kStep &&
+        decodeAt(whole - kStep))
+        at = whole;
     _mm256_zeroupper();
     return at;
 }

@@ -1,0 +1,50 @@
+#pragma once
+#include "ads/encoding/GAD_StringEncodingBlocks.h"
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+/// The general path of GAD_StringEncoding: any shift from 1 to 7, one character at a time. It says
+/// what the encodings are; the fast one only takes whole groups off its hands.
+namespace vistrel::stringEncodingGeneral {
+using ReverseMap = stringEncodingBlocks::ReverseMap;
+
+/// What a reverse map says of a character that has no value.
+enum Meaning : std::int8_t { kUnknownChar = -1, kPaddingChar = -2, kIgnoredChar = -3 };
+
+/// Writes as many characters as it takes to hold all bits, the last one filled up with zeros.
+void encode(unsigned shift, const char* alphabet, const unsigned char* bytes, std::size_t size,
+            char* out);
+
+/// Decodes a text piece by piece into memory that is large enough for all of its bits.
+class Decoder {
+public:
+    Decoder(unsigned shift, const ReverseMap& values, unsigned char* out)
+        : values_(values)
+        , out_(out)
+        , shift_(shift) {}
+
+    /// Whether what comes next may be decoded without looking at what has been.
+    [[nodiscard]] bool isBetweenGroups() const { return bits_ == 0 && !sawPadding_; }
+    /// Where the next byte goes.
+    [[nodiscard]] unsigned char* out() const { return out_; }
+    /// Bytes were decoded by other means.
+    void skip(std::size_t bytes) { out_ += bytes; }
+
+    /// Takes so many characters and goes on to the end of a group or of the text. How many it took;
+    /// nothing when there is one that must not stand there.
+    std::optional<std::size_t> take(std::string_view text, std::size_t atLeast);
+
+    /// Whether no bits but zeros are left over.
+    [[nodiscard]] bool finish() const { return (buffer_ & ((1U << bits_) - 1)) == 0; }
+
+private:
+    const ReverseMap& values_;
+    unsigned char* out_;
+    unsigned shift_;
+    unsigned buffer_ = 0;
+    unsigned bits_ = 0;
+    bool sawPadding_ = false;
+};
+}

@@ -1,0 +1,104 @@
+#pragma once
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstddef>
+#include <cstdio>
+#include <limits>
+#include <string>
+
+namespace bench {
+/// Keeps the compiler from leaving out the work that makes a value.
+template <typename T>
+void keep(const T& value) {
+    asm volatile("" : : "g"(&value) : "memory");
+}
+
+/// Seconds that a number of calls of one function take.
+template <typename Work>
+double secondsOf(Work& work, std::size_t calls) {
+    const auto start = std::chrono::steady_clock::now();
+    for (std::size_t i = 0; i < calls; ++i)
+        work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+/// So many calls of a function that they take a few milliseconds, after warming it up.
+template <typename Work>
+std::size_t callsFor(Work& work) {
+    constexpr double kRound = 0.004;
+    std::size_t calls = 1;
+    while (secondsOf(work, calls) < kRound)
+        calls *= 2;
+    return calls;
+}
+
+struct Figure {
+    std::string name;
+    /// What one call handles; 0 when the figure is a time.
+    std::size_t bytes;
+    /// How many times as fast as the peer ours must be.
+    double bound;
+};
+
+/// Prints one line, "name: ours peer ratio bound ok|short". Whether the bound holds.
+inline bool report(const Figure& figure, double oursSeconds, double peerSeconds) {
+    const double ratio = peerSeconds / oursSeconds;
+    const bool holds = ratio >= figure.bound;
+    const auto rate = [&](double seconds) {
+        return figure.bytes ? static_cast<double>(figure.bytes) / seconds / 1e9 : seconds * 1e6;
+    };
+    std::printf("%s: %.3f %.3f %s %.2fx %.2fx %s\n", figure.name.c_str(), rate(oursSeconds),
+                rate(peerSeconds), figure.bytes ? "GB/s" : "us", ratio, figure.bound,
+                holds ? "ok" : "short");
+    std::fflush(stdout);
+    return holds;
+}
+
+/// The best of several rounds of a function's calls, in seconds a call.
+template <typename Work>
+double bestSeconds(Work& work) {
+    constexpr int kRounds = 12;
+    const std::size_t calls = callsFor(work);
+    double best = std::numeric_limits<double>::max();
+    for (int round = 0; round < kRounds; ++round)
+        best = std::min(best, secondsOf(work, calls) / static_cast<double>(calls));
+    return best;
+}
+
+/// The same, in a process of its own: what one contender leaves behind in the heap must not slow
+/// the other down. Infinite when the process fails.
+template <typename Work>
+double bestSecondsApart(Work& work) {
+    double best = std::numeric_limits<double>::infinity();
+    int ends[2];
+    if (pipe(ends) != 0)
+        return best;
+    const pid_t child = fork();
+    if (child == 0) {
+        const double seconds = bestSeconds(work);
+        _exit(write(ends[1], &seconds, sizeof seconds) == sizeof seconds ? 0 : 1);
+    }
+    close(ends[1]);
+    if (read(ends[0], &best, sizeof best) != sizeof best)
+        best = std::numeric_limits<double>::infinity();
+    close(ends[0]);
+    waitpid(child, nullptr, 0);
+    return best;
+}
+
+/// Runs both in turns and compares their best rounds, so that a busy machine disturbs both alike.
+template <typename Ours, typename Peer>
+bool compare(const Figure& figure, Ours ours, Peer peer) {
+    constexpr int kTurns = 4;
+    double oursBest = std::numeric_limits<double>::infinity();
+    double peerBest = oursBest;
+    for (int turn = 0; turn < kTurns; ++turn) {
+        oursBest = std::min(oursBest, bestSecondsApart(ours));
+        peerBest = std::min(peerBest, bestSecondsApart(peer));
+    }
+    return report(figure, oursBest, peerBest);
+}
+}
