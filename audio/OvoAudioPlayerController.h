@@ -1,0 +1,142 @@
+#pragma once
+#include "audio/OvoAudioFile.h"
+#include "audio/OvoAudioPlayerRules.h"
+#include "audio/OvoAudioPlayerViews.h"
+#include "platform/media/AVAudioPlayerDelegate.h"
+#include "platform/uikit/UITableViewDataSource.h"
+#include "platform/uikit/UITableViewDelegate.h"
+#include "platform/uikit/UIViewController.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vistrel {
+class AVAudioPlayer;
+class NSTimer;
+class OvoAudioFileReading;
+class UISlider;
+class UITableViewCell;
+
+/// The music player: plays a queue of files one after another, with shuffle and repeat, cover and
+/// track table. A new player is made for each track; while a track's file cannot be opened there is
+/// none, requests to it do nothing, and its time, length and volume are 0. Present it modally: it
+/// plays once it has appeared, and stops when it goes.
+class OvoAudioPlayerController : public UIViewController,
+                                 public UITableViewDataSource,
+                                 public UITableViewDelegate,
+                                 public AVAudioPlayerDelegate {
+public:
+    using SoundFiles = std::vector<std::shared_ptr<OvoAudioFile>>;
+
+    /// At least one file; the index is one of theirs. Builds the screen at once.
+    static std::shared_ptr<OvoAudioPlayerController>
+    withSoundFilesAtPathAndSelectedIndex(SoundFiles soundFiles, std::string path,
+                                         std::uint32_t selectedIndex);
+    ~OvoAudioPlayerController() override;
+
+    const SoundFiles& soundFiles() const { return soundFiles_; }
+    const std::string& soundFilesPath() const { return soundFilesPath_; }
+    std::uint32_t selectedIndex() const { return selectedIndex_; }
+    const std::shared_ptr<AVAudioPlayer>& player() const { return player_; }
+    const std::shared_ptr<NSTimer>& updateTimer() const { return updateTimer_; }
+    const OvoAudioPlayerViews& views() const { return views_; }
+    OvoAudioPlayModes modes() const { return modes_; }
+    bool repeatAll() const { return modes_.repeatAll; }
+    bool repeatOne() const { return modes_.repeatOne; }
+    bool shuffle() const { return modes_.shuffle; }
+    bool interrupted() const { return interrupted_; }
+    void setInterrupted(bool interrupted) { interrupted_ = interrupted; }
+
+    /// Pauses when playing, else plays.
+    void play();
+    /// By the modes; nothing at the end of the queue without one.
+    void next();
+    void previous();
+    bool canGoToNextTrack() const;
+    bool canGoToPreviousTrack() const;
+    void toggleShuffle();
+    /// Off, all, one, off.
+    void toggleRepeat();
+    /// Sets the volume, also for the next time the screen opens.
+    void volumeSliderMoved(const UISlider& slider);
+    void progressSliderMoved(const UISlider& slider);
+    void dismissAudioPlayer();
+
+    // The display; a null player reads as 0 everywhere.
+    void updateCurrentTime();
+    void updateCurrentTimeForPlayer(AVAudioPlayer* player);
+    void updateViewForPlayerInfo(AVAudioPlayer* player);
+    void updateViewForPlayerState(AVAudioPlayer* player);
+    /// Fades the overlay in, or out when it is shown.
+    void showOverlayView();
+    /// Flips between the cover and the track table.
+    void showSongFiles();
+
+    void loadView() override;
+    void viewDidLoad() override;
+    void viewDidAppear(bool animated) override;
+    void viewWillDisappear(bool animated) override;
+    void viewDidUnload() override;
+    bool escapePressed() override;
+
+    void audioPlayerDidFinishPlayingSuccessfully(AVAudioPlayer& player, bool flag) override;
+    void audioPlayerDecodeErrorDidOccurError(AVAudioPlayer& player, const NSError& error) override;
+    void audioPlayerBeginInterruption(AVAudioPlayer& player) override;
+    void audioPlayerEndInterruption(AVAudioPlayer& player) override;
+
+    int numberOfSectionsInTableView(UITableView& tableView) override;
+    int tableViewNumberOfRowsInSection(UITableView& tableView, int section) override;
+    std::shared_ptr<UITableViewCell>
+    tableViewCellForRowAtIndexPath(UITableView& tableView, const NSIndexPath& indexPath) override;
+    void tableViewDidSelectRowAtIndexPath(UITableView& tableView,
+                                          const NSIndexPath& indexPath) override;
+    std::optional<double> tableViewHeightForRowAtIndexPath(UITableView& tableView,
+                                                           const NSIndexPath& indexPath) override;
+    std::optional<bool> tableViewCanEditRowAtIndexPath(UITableView& tableView,
+                                                       const NSIndexPath& indexPath) override;
+
+private:
+    OvoAudioPlayerController(SoundFiles soundFiles, std::string path, std::uint32_t selectedIndex);
+    std::shared_ptr<OvoAudioPlayerController> self();
+    /// Calls the member when the screen still lives.
+    std::function<void()> action(void (OvoAudioPlayerController::*member)());
+    const OvoAudioFile& selectedFile() const { return *soundFiles_[selectedIndex_]; }
+    OvoAudioQueuePosition position() const;
+    bool isTableShown() const;
+
+    /// Null when the selected file cannot be opened, which is logged.
+    std::shared_ptr<AVAudioPlayer> makePlayer();
+    void startPlayer();
+    void changeTrack(std::uint32_t index);
+    void refreshDisplay();
+    void stopTimer();
+    void connectViews();
+    void startAudioSession();
+    void showCover();
+    void markSelectedRow();
+    void makeOverlay();
+    void fadeOverlay(bool in);
+    void overlayHasFaded();
+    void showModes();
+    void flipToTable();
+    void flipToCover();
+    void detachTable();
+
+    SoundFiles soundFiles_;
+    std::string soundFilesPath_;
+    std::uint32_t selectedIndex_;
+    std::shared_ptr<AVAudioPlayer> player_;
+    OvoAudioPlayerViews views_;
+    std::shared_ptr<NSTimer> updateTimer_;
+    std::unique_ptr<OvoAudioFileReading> reading_;
+    OvoAudioPlayModes modes_;
+    bool interrupted_ = false;
+    bool overlayIsLeaving_ = false; ///< fading out, still in its place
+};
+
+/// The audio session's way to the screen, which is its client data.
+void interruptionListenerCallback(void* inClientData, std::uint32_t interruptionState);
+
+}

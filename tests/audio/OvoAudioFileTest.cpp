@@ -1,0 +1,178 @@
+#include "audio/OvoAudioFile.h"
+
+#include "audio/OvoAudioFileReading.h"
+#include "platform/graphics/UIImage.h"
+#include "tests/support/HostTest.h"
+
+#include <gmock/gmock.h>
+
+namespace vistrel {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class OvoAudioFileTest : public support::HostTest {
+protected:
+    static constexpr const char* kSong = "/var/mobile/Library/Downloads/My Song.mp3";
+
+    static std::vector<std::byte> bytes(const std::string& text) {
+        std::vector<std::byte> result;
+        for (const char c : text)
+            result.push_back(static_cast<std::byte>(c));
+        return result;
+    }
+    static std::vector<std::byte> goodTag() {
+        return bytes(std::string("ID3\3\0\0\0\0\0\4abcd", 14));
+    }
+    std::shared_ptr<OvoAudioFile> song() {
+        return OvoAudioFile::withPath(NSURL::fileURLWithPath(kSong));
+    }
+    std::shared_ptr<OvoAudioFile> songWith(const char* key, Value value) {
+        auto file = song();
+        file->setFileInfoDict(Value(ValueDictionary{{key, std::move(value)}}));
+        return file;
+    }
+};
+
+TEST_F(OvoAudioFileTest, TagsAnswerAndNothingIsLogged) {
+    media().setTags(kSong, {"Song", "Singer", "Record", 245.7}, goodTag());
+    const auto file = song();
+    EXPECT_EQ(file->title(), "Song");
+    EXPECT_EQ(file->artist(), "Singer");
+    EXPECT_EQ(file->album(), "Record");
+    EXPECT_FLOAT_EQ(file->duration(), 245.7F);
+    EXPECT_EQ(file->durationInMinutes(), "4:05");
+    EXPECT_THAT(logLines(), IsEmpty());
+}
+
+TEST_F(OvoAudioFileTest, AFileThatCannotBeOpenedFailsInEveryStepAndStillAnswers) {
+    const auto file = song();
+    EXPECT_THAT(
+        logLines(),
+        ElementsAre("AudioFileOpenURL failed", "AudioFileGetPropertyInfo failed for ID3 tag",
+                    "AudioFileGetPropertyID3Tag failed", "AudioFormatGetProperty_ID3TagSize failed",
+                    "Error: audio format bad specifier size error",
+                    "AudioFileGetProperty failed for property info dictionary"));
+    EXPECT_FALSE(file->fileInfoDict());
+    EXPECT_EQ(file->title(), "My%20Song.mp3");
+    EXPECT_EQ(file->artist(), "");
+    EXPECT_EQ(file->album(), "");
+    EXPECT_EQ(file->duration(), 0.0F);
+    EXPECT_EQ(file->durationInMinutes(), "0:00");
+}
+
+TEST_F(OvoAudioFileTest, ATagThatIsNoneIsNamedInTheLogAndTheRestIsRead) {
+    struct Row {
+        const char* name;
+        std::string tag;
+        std::vector<std::string> log;
+    };
+    const Row rows[] = {
+        {"foreign bytes", "RIFF and so on", {"Error: audio format unknown format error"}},
+        {"version 9",
+         std::string("ID3\11\0\0\0\0\0\4abcd", 14),
+         {"Error: audio format unsupported data format error"}},
+        {"size of eight bits",
+         std::string("ID3\3\0\0\x80\0\0\4abcd", 14),
+         {"Error: audio format unspecified error"}},
+        {"cut header", "ID3", {"Error: audio format bad specifier size error"}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        logLines().clear();
+        media().setTags(kSong, {"Song", "", "", 10}, bytes(row.tag));
+        EXPECT_EQ(song()->title(), "Song");
+        ASSERT_EQ(logLines().size(), 2U);
+        EXPECT_EQ(logLines()[0], "AudioFormatGetProperty_ID3TagSize failed");
+        EXPECT_EQ(logLines()[1], row.log[0]);
+    }
+}
+
+TEST_F(OvoAudioFileTest, ALengthIsTheNumberThatTheTextBeginsWith) {
+    struct Row {
+        const char* text;
+        float seconds;
+        const char* minutes;
+    };
+    const Row rows[] = {
+        {"59.9", 59.9F, "0:59"},
+        {"60", 60, "1:00"},
+        {"3725", 3725, "62:05"},
+        {"245.7", 245.7F, "4:05"},
+        {"12.5 seconds", 12.5F, "0:12"},
+        {" +7", 7, "0:07"},
+        {"", 0, "0:00"},
+        {"long", 0, "0:00"},
+        {"inf", 0, "0:00"},
+        {"1e99", 0, "0:00"},
+    };
+    for (const Row& row : rows) {
+        const auto file = songWith("approximate duration in seconds", row.text);
+        EXPECT_FLOAT_EQ(file->duration(), row.seconds) << row.text;
+        EXPECT_EQ(file->durationInMinutes(), row.minutes) << row.text;
+    }
+}
+
+TEST_F(OvoAudioFileTest, TheFallbackTitleIsTheAddressBehindItsLastSlash) {
+    const struct {
+        const char* path;
+        const char* title;
+    } rows[] = {{"/a/My Song.mp3", "My%20Song.mp3"},
+                {"/a/100%.mp3", "100%25.mp3"},
+                {"/a/.mp3", ".mp3"},
+                {"/a/", ""}};
+    for (const auto& row : rows)
+        EXPECT_EQ(OvoAudioFile(NSURL::fileURLWithPath(row.path)).title(), row.title);
+    EXPECT_EQ(songWith("title", "")->title(), "") << "a value that is there counts";
+}
+
+TEST_F(OvoAudioFileTest, EveryFileHasTheSameCover) {
+    deterministicHost().host.resourcePath = RESOURCES_FOLDER;
+    const auto a = song()->coverImage();
+    const auto b = OvoAudioFile::withPath(NSURL::fileURLWithPath("/other.mp3"))->coverImage();
+    ASSERT_TRUE(a && b);
+    EXPECT_EQ(a->size(), (CGSize{320, 320}));
+    EXPECT_EQ(a->bitmap(), b->bitmap());
+}
+
+TEST_F(OvoAudioFileTest, AListIsReadInPiecesAndEachFileOnce) {
+    std::vector<std::shared_ptr<OvoAudioFile>> files;
+    for (int i = 0; i < 2000; ++i) {
+        const std::string path = "/" + std::to_string(i) + ".mp3";
+        if (i % 2 == 0)
+            media().setTags(path, {"Title " + std::to_string(i), "", "", 1}, goodTag());
+        files.push_back(std::make_shared<OvoAudioFile>(NSURL::fileURLWithPath(path),
+                                                       OvoAudioFile::Reading::WhenAsked));
+    }
+    EXPECT_EQ(files[1000]->title(), "Title 1000") << "asked for before its turn";
+    EXPECT_THAT(logLines(), IsEmpty());
+
+    OvoAudioFileReading reading(files);
+    turn();
+    EXPECT_FALSE(files[0]->isRead()) << "the screen comes first";
+    advance(0.013);
+    EXPECT_TRUE(files[0]->isRead());
+    EXPECT_FALSE(files[1999]->isRead());
+    ASSERT_TRUE(runUntil([&] { return files[1999]->isRead(); }, 10));
+    EXPECT_EQ(logLines().size(), 1000U * 6) << "each unreadable file once, line by line";
+    media().setTags("/0.mp3", {"Changed", "", "", 1});
+    EXPECT_EQ(files[0]->title(), "Title 0") << "as it was when the list was read";
+    turn();
+    EXPECT_EQ(loop().pendingWork(), 0U);
+}
+
+TEST_F(OvoAudioFileTest, AReadingThatIsGivenUpReadsNoMore) {
+    std::vector<std::shared_ptr<OvoAudioFile>> files;
+    for (int i = 0; i < 200; ++i)
+        files.push_back(std::make_shared<OvoAudioFile>(NSURL::fileURLWithPath("/x.mp3"),
+                                                       OvoAudioFile::Reading::WhenAsked));
+    auto reading = std::make_unique<OvoAudioFileReading>(files);
+    advance(0.013);
+    reading.reset();
+    advance(10);
+    EXPECT_FALSE(files[199]->isRead());
+}
+
+}
+}

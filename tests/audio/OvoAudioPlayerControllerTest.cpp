@@ -1,0 +1,397 @@
+#include "tests/audio/PlayerTest.h"
+
+#include "platform/foundation/NSTimer.h"
+#include "platform/foundation/NSUserDefaults.h"
+#include "platform/uikit/UIAlertView.h"
+#include "platform/uikit/UIKey.h"
+
+#include <gmock/gmock.h>
+
+namespace vistrel {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class OvoAudioPlayerControllerTest : public PlayerTest {
+protected:
+    NSUserDefaults& defaults() { return NSUserDefaults::standardUserDefaults(); }
+    void moveVolumeTo(float value) {
+        views().volumeSlider->setValue(value);
+        views().volumeSlider->sendActionsForControlEvents(UIControlEventValueChanged);
+    }
+    void endTrack() { media().player()->end(); }
+};
+
+TEST_F(OvoAudioPlayerControllerTest, TheScreenIsBuiltWithItsPlayerAndPlaysOnceItHasAppeared) {
+    setTags(1, 200);
+    make(3, 1);
+    EXPECT_TRUE(player().isViewLoaded());
+    EXPECT_EQ(views().titleLabel->text(), "Title 1");
+    EXPECT_EQ(views().artistLabel->text(), "Artist 1");
+    EXPECT_EQ(views().albumLabel->text(), "Album 1");
+    EXPECT_THAT(media().player()->calls(), IsEmpty());
+    present();
+    EXPECT_EQ(trackPlaying(), 1);
+    EXPECT_TRUE(isPlaying());
+    EXPECT_EQ(player().player()->numberOfLoops(), 0);
+    EXPECT_NE(views().pauseButton->superview(), nullptr);
+    EXPECT_EQ(views().playButton->superview(), nullptr);
+}
+
+TEST_F(OvoAudioPlayerControllerTest, OneButtonPausesAndPlays) {
+    open(1);
+    advance(10);
+    tap(*views().pauseButton);
+    EXPECT_FALSE(isPlaying());
+    EXPECT_EQ(views().pauseButton->superview(), nullptr);
+    EXPECT_EQ(views().playButton->superview(), player().view().get());
+    EXPECT_FALSE(player().updateTimer());
+    advance(5);
+    tap(*views().playButton);
+    advance(1);
+    EXPECT_NEAR(player().player()->currentTime(), 11, 0.001);
+    EXPECT_TRUE(player().view()->keyPressed({UIKeyCode::Space, " "}));
+    EXPECT_FALSE(isPlaying());
+}
+
+TEST_F(OvoAudioPlayerControllerTest, ButtonsAreEnabledByPlaceAndMode) {
+    struct Row {
+        std::uint32_t index;
+        int count;
+        int repeatTaps;
+        bool shuffle;
+        bool next, previous;
+    };
+    const Row rows[] = {
+        {0, 1, 0, false, false, false}, {0, 3, 0, false, true, false}, {1, 3, 0, false, true, true},
+        {2, 3, 0, false, false, true},  {2, 3, 1, false, true, true},  {2, 3, 2, false, true, true},
+        {2, 3, 3, false, false, true},  {2, 3, 0, true, true, true},   {0, 1, 0, true, true, false},
+    };
+    for (const Row& row : rows) {
+        open(row.count, row.index);
+        for (int i = 0; i < row.repeatTaps; ++i)
+            player().toggleRepeat();
+        if (row.shuffle)
+            player().toggleShuffle();
+        EXPECT_EQ(views().nextButton->isEnabled(), row.next) << row.index << row.repeatTaps;
+        EXPECT_EQ(views().previousButton->isEnabled(), row.previous) << row.index;
+        close();
+    }
+}
+
+TEST_F(OvoAudioPlayerControllerTest, NextAndPreviousMakeAFreshPlayerWithTheSlidersVolume) {
+    open(3, 1);
+    views().volumeSlider->setValue(0.25F);
+    advance(30);
+    tap(*views().nextButton);
+    EXPECT_EQ(trackPlaying(), 2);
+    EXPECT_EQ(media().players().size(), 1U) << "the old one is gone";
+    EXPECT_THAT(media().player()->calls(), ElementsAre("prepare", "play"));
+    EXPECT_EQ(media().player()->volume(), 0.25F);
+    EXPECT_EQ(player().player()->currentTime(), 0);
+    tap(*views().nextButton);
+    EXPECT_EQ(trackPlaying(), 2) << "the end of the queue";
+    tap(*views().previousButton);
+    tap(*views().previousButton);
+    EXPECT_EQ(trackPlaying(), 0);
+    tap(*views().previousButton);
+    player().previous();
+    EXPECT_EQ(player().selectedIndex(), 0U);
+    player().toggleRepeat();
+    player().previous();
+    EXPECT_EQ(player().selectedIndex(), 0U) << "whatever the modes";
+}
+
+TEST_F(OvoAudioPlayerControllerTest, TheEndOfATrackGoesOnByTheModesButNeverWraps) {
+    struct Row {
+        const char* name;
+        std::uint32_t index;
+        int repeatTaps;
+        std::uint32_t then;
+        bool plays;
+    };
+    const Row rows[] = {
+        {"off, first", 0, 0, 1, true}, {"off, last", 2, 0, 2, false}, {"all, first", 0, 1, 1, true},
+        {"all, last", 2, 1, 2, false}, {"one, first", 0, 2, 0, true}, {"one, last", 2, 2, 2, false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        open(3, row.index);
+        for (int i = 0; i < row.repeatTaps; ++i)
+            player().toggleRepeat();
+        advance(60.5);
+        EXPECT_EQ(player().selectedIndex(), row.then);
+        EXPECT_EQ(isPlaying(), row.plays);
+        EXPECT_EQ(static_cast<bool>(player().updateTimer()), row.plays);
+        if (row.plays) {
+            EXPECT_NEAR(player().player()->currentTime(), 0.5, 0.01) << "from its beginning";
+        }
+        EXPECT_EQ(views().playButton->superview() == nullptr, row.plays);
+        close();
+    }
+}
+
+TEST_F(OvoAudioPlayerControllerTest, ShufflingStaysInTheQueue) {
+    open(3);
+    player().toggleShuffle();
+    std::set<std::uint32_t> seen;
+    for (int i = 0; i < 200; ++i) {
+        tap(*views().nextButton);
+        ASSERT_LT(player().selectedIndex(), 3U);
+        EXPECT_EQ(trackPlaying(), static_cast<int>(player().selectedIndex()));
+        seen.insert(player().selectedIndex());
+    }
+    EXPECT_EQ(seen.size(), 3U);
+}
+
+TEST_F(OvoAudioPlayerControllerTest, AnInterruptedLastTrackPlaysAgain) {
+    open(2, 1);
+    player().setInterrupted(true);
+    endTrack();
+    advance(1);
+    EXPECT_TRUE(isPlaying());
+    EXPECT_EQ(player().selectedIndex(), 1U);
+    EXPECT_NEAR(player().player()->currentTime(), 1, 0.01);
+}
+
+TEST_F(OvoAudioPlayerControllerTest, AnUnsuccessfulEndIsLoggedAndTheQueueGoesOn) {
+    open(2);
+    const auto first = player().player();
+    player().audioPlayerDidFinishPlayingSuccessfully(*first, false);
+    EXPECT_THAT(logLines(), testing::Contains("Playback finished unsuccessfully"));
+    EXPECT_EQ(player().selectedIndex(), 1U);
+}
+
+TEST_F(OvoAudioPlayerControllerTest, TheVolumeIsRememberedButTheFirstTrackDoesNotTakeIt) {
+    open(3);
+    EXPECT_EQ(views().volumeSlider->value(), 1.0F) << "the player's own";
+    moveVolumeTo(0.3F);
+    EXPECT_FLOAT_EQ(player().player()->volume(), 0.3F);
+    close();
+
+    open(3);
+    EXPECT_FLOAT_EQ(views().volumeSlider->value(), 0.3F);
+    EXPECT_EQ(player().player()->volume(), 1.0F);
+    player().play();
+    EXPECT_FLOAT_EQ(views().volumeSlider->value(), 0.3F) << "a refresh keeps it";
+    tap(*views().nextButton);
+    EXPECT_FLOAT_EQ(player().player()->volume(), 0.3F);
+    moveVolumeTo(0);
+    close();
+
+    open(3);
+    EXPECT_EQ(views().volumeSlider->value(), 1.0F) << "silence counts as nothing stored";
+}
+
+TEST_F(OvoAudioPlayerControllerTest, AnInterruptionIsNotedAndPlaybackGoesOnAfterIt) {
+    open(1);
+    advance(12);
+    testing::internal::CaptureStdout();
+    media().player()->interrupt(true);
+    EXPECT_TRUE(player().interrupted());
+    EXPECT_FALSE(isPlaying());
+    EXPECT_NEAR(defaults().floatForKey("Interruption"), 12, 0.001);
+    advance(100);
+    media().player()->interrupt(false);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "(apbi) Interruption Detected\n(apei) Interruption ended\n");
+    EXPECT_FALSE(player().interrupted());
+    EXPECT_TRUE(isPlaying());
+    EXPECT_TRUE(defaults().objectForKey("Interruption").isNull());
+    advance(1);
+    EXPECT_NEAR(player().player()->currentTime(), 13, 0.001);
+}
+
+TEST_F(OvoAudioPlayerControllerTest, OtherInterruptionStatesChangeNothing) {
+    open(1);
+    interruptionListenerCallback(&player(), 1);
+    for (const std::uint32_t state : {2U, 3U, 0xFFFFFFFFU})
+        interruptionListenerCallback(&player(), state);
+    EXPECT_TRUE(player().interrupted());
+    interruptionListenerCallback(&player(), 0);
+    interruptionListenerCallback(&player(), 2);
+    EXPECT_FALSE(player().interrupted());
+}
+
+TEST_F(OvoAudioPlayerControllerTest, ADecodeErrorIsShownAndNothingFurtherHappens) {
+    open(2);
+    media().player()->fail("bits are missing");
+    ASSERT_EQ(UIAlertView::visibleAlerts().size(), 1U);
+    const auto alert = UIAlertView::visibleAlerts().front();
+    EXPECT_EQ(alert->title(), "Decode Error");
+    EXPECT_EQ(alert->message(), "Unable to decode audio file with error: bits are missing");
+    EXPECT_EQ(alert->numberOfButtons(), 1);
+    EXPECT_EQ(alert->buttonTitleAtIndex(0), "OK");
+    EXPECT_THAT(logLines().back(), HasSubstr("ERROR IN DECODE: "));
+    alert->dismissWithClickedButtonIndex(0, false);
+    EXPECT_EQ(player().selectedIndex(), 0U);
+}
+
+TEST_F(OvoAudioPlayerControllerTest, AFileThatVanishedLeavesTheScreenWithoutAPlayer) {
+    setTags(1, 100);
+    media().at(trackURL(1).absoluteString()).failure = "No such file or directory";
+    open(3);
+    showOverlay();
+    tap(*views().nextButton);
+    EXPECT_THAT(logLines().back(), HasSubstr("No such file or directory"));
+    EXPECT_FALSE(player().player());
+    EXPECT_THAT(media().players(), IsEmpty()) << "the old track is silent";
+    EXPECT_EQ(views().titleLabel->text(), "Title 1");
+    EXPECT_EQ(times(), "0:00 -0:00");
+    EXPECT_EQ(views().indexLabel->text(), "2 of 3");
+    EXPECT_EQ(views().playButton->superview(), player().view().get());
+    player().play();
+    EXPECT_EQ(logLines().back(), "Could not play (null)");
+    moveVolumeTo(0.5F);
+    views().progressSlider->sendActionsForControlEvents(UIControlEventValueChanged);
+    EXPECT_TRUE(UIAlertView::visibleAlerts().empty());
+    tap(*views().nextButton);
+    EXPECT_EQ(trackPlaying(), 2);
+    EXPECT_TRUE(isPlaying());
+    EXPECT_FLOAT_EQ(player().player()->volume(), 0.5F);
+}
+
+TEST_F(OvoAudioPlayerControllerTest, AFirstFileThatCannotBeOpenedStillOpensTheScreen) {
+    media().at(trackURL(0).absoluteString()).failure = "Permission denied";
+    open(2);
+    EXPECT_THAT(logLines(), testing::Contains(HasSubstr("Permission denied")));
+    EXPECT_EQ(views().titleLabel->text(), "0.mp3");
+    EXPECT_EQ(views().volumeSlider->value(), 0.0F);
+    tap(*views().nextButton);
+    EXPECT_TRUE(isPlaying());
+}
+
+TEST_F(OvoAudioPlayerControllerTest, TapsFasterThanTracksLoadEndAtTheLastOneAsked) {
+    open(100);
+    for (int i = 0; i < 60; ++i)
+        tap(*views().nextButton);
+    for (int i = 0; i < 20; ++i)
+        tap(*views().previousButton);
+    EXPECT_EQ(player().selectedIndex(), 40U);
+    EXPECT_EQ(trackPlaying(), 40);
+    EXPECT_EQ(media().players().size(), 1U);
+    EXPECT_TRUE(isPlaying());
+}
+
+TEST_F(OvoAudioPlayerControllerTest, LabelsAndSliderFollowTheTrackAHundredTimesASecond) {
+    setLength(0, 200);
+    open(2);
+    showOverlay();
+    advance(75 - 0.5 + 0.02);
+    EXPECT_EQ(times(), "1:15 -2:05");
+    EXPECT_NEAR(views().progressSlider->value(), 75, 0.03);
+    EXPECT_EQ(views().progressSlider->maximumValue(), 200.0F);
+    EXPECT_EQ(views().indexLabel->text(), "1 of 2");
+
+    views().progressSlider->setValue(150.5F);
+    views().progressSlider->sendActionsForControlEvents(UIControlEventValueChanged);
+    EXPECT_EQ(times(), "2:30 -0:50");
+    EXPECT_FLOAT_EQ(static_cast<float>(player().player()->currentTime()), 150.5F);
+}
+
+TEST_F(OvoAudioPlayerControllerTest, ATickThatChangesNothingVisibleAsksForNoFrame) {
+    setLength(0, 10000);
+    open(1);
+    showOverlay();
+    advance(0.6);
+    const int before = display().frames();
+    advance(0.5);
+    EXPECT_EQ(display().frames(), before) << "no label and no pixel of the slider has changed";
+    advance(0.5);
+    EXPECT_EQ(display().frames(), before + 1) << "the second has changed";
+}
+
+TEST_F(OvoAudioPlayerControllerTest, AtMostOneTimerRunsAndNoneWhenTheScreenHasGone) {
+    const auto before = loop().pendingWork();
+    open(3);
+    const auto first = player().updateTimer();
+    player().toggleRepeat();
+    player().toggleShuffle();
+    EXPECT_FALSE(first->isValid());
+    const auto latest = player().updateTimer();
+    EXPECT_TRUE(latest->isValid());
+    EXPECT_DOUBLE_EQ(latest->timeInterval(), 0.01);
+    close();
+    EXPECT_FALSE(latest->isValid());
+    advance(1);
+    EXPECT_EQ(loop().pendingWork(), before);
+    EXPECT_FALSE(presenter().modalViewController());
+}
+
+TEST_F(OvoAudioPlayerControllerTest, DoneAndEscapeStopAndCloseTheScreen) {
+    open(2);
+    const std::weak_ptr<AVAudioPlayer> playing = player().player();
+    EXPECT_TRUE(player().escapePressed());
+    EXPECT_FALSE(presenter().modalViewController());
+    advance(1);
+    EXPECT_TRUE(playing.expired());
+    EXPECT_FALSE(player().player());
+    EXPECT_EQ(player().view()->superview(), nullptr);
+}
+
+TEST_F(OvoAudioPlayerControllerTest, ClosedWhileItSlidesInItNeverPlays) {
+    const auto before = loop().pendingWork();
+    make(2, 0);
+    presenter().presentModalViewController(
+        std::static_pointer_cast<UIViewController>(player().shared_from_this()), true);
+    advance(0.1);
+    close();
+    EXPECT_THAT(media().players(), IsEmpty());
+    EXPECT_EQ(loop().pendingWork(), before);
+}
+
+TEST_F(OvoAudioPlayerControllerTest, AnInterruptionAfterTheScreenHasDiedReachesNobody) {
+    open(1);
+    close();
+    const auto opened = AVAudioPlayer::withContentsOfURL(trackURL(0), nullptr);
+    media().player()->interrupt(true);
+    media().player()->interrupt(false);
+    EXPECT_FALSE(opened->isPlaying());
+}
+
+TEST_F(OvoAudioPlayerControllerTest, ATapOnARowStartsItAndMarksThatRowOnly) {
+    setTags(3, 61.5);
+    open(10);
+    player().showSongFiles();
+    advance(1);
+    auto& table = *views().songTableView;
+    table.layoutIfNeeded();
+    table.selectRowAtIndexPath({0, 3}, false);
+    player().tableViewDidSelectRowAtIndexPath(table, {0, 3});
+    EXPECT_EQ(trackPlaying(), 3);
+    EXPECT_TRUE(isPlaying());
+    advance(1);
+    EXPECT_FALSE(table.indexPathForSelectedRow());
+    player().showSongFiles();
+    showOverlay();
+    EXPECT_EQ(views().indexLabel->text(), "4 of 10");
+}
+
+TEST_F(OvoAudioPlayerControllerTest, TenThousandTracksOpenWithoutReadingThem) {
+    open(10000, 9999);
+    player().showSongFiles();
+    advance(0);
+    int read = 0;
+    for (const auto& file : player().soundFiles())
+        read += file->isRead() ? 1 : 0;
+    EXPECT_LT(read, 20);
+    EXPECT_EQ(views().songTableView->numberOfRowsInSection(0), 10000);
+    EXPECT_FALSE(player().canGoToNextTrack());
+    tap(*views().previousButton);
+    EXPECT_EQ(trackPlaying(), 9998);
+}
+
+TEST_F(OvoAudioPlayerControllerTest, TenThousandTrackChangesLeaveOnePlayer) {
+    open(3);
+    player().toggleRepeat();
+    for (int i = 0; i < 10000; ++i)
+        tap(*views().nextButton);
+    EXPECT_EQ(player().selectedIndex(), 10000U % 3);
+    EXPECT_EQ(media().players().size(), 1U);
+    EXPECT_LT(loop().pendingWork(), 10U);
+}
+
+}
+}

@@ -1,0 +1,103 @@
+#include "audio/OvoAudioPlayerReflection.h"
+
+#include "platform/graphics/Bitmap.h"
+#include "platform/graphics/UIImage.h"
+#include "platform/uikit/UIButton.h"
+
+#include <gmock/gmock.h>
+
+namespace vistrel {
+namespace {
+
+class OvoAudioPlayerReflectionTest : public testing::Test {
+protected:
+    ~OvoAudioPlayerReflectionTest() override { UIImage::setScreenScale(1); }
+
+    /// Each pixel tells its row and column.
+    static std::shared_ptr<const UIImage> cover(int pixels, double scale) {
+        auto bitmap = std::make_shared<Bitmap>(pixels, pixels);
+        for (int y = 0; y < pixels; ++y)
+            for (int x = 0; x < pixels; ++x)
+                bitmap->row(y)[x] = colorAt(x, y);
+        return std::make_shared<UIImage>(std::move(bitmap), scale);
+    }
+    static std::uint32_t colorAt(int x, int y) {
+        return 0xFF000000U | static_cast<std::uint32_t>(y % 256) << 16 |
+               static_cast<std::uint32_t>(x % 256) << 8 |
+               static_cast<std::uint32_t>(x * 7 + y) % 256;
+    }
+    static std::shared_ptr<UIButton> artwork(std::shared_ptr<const UIImage> image) {
+        auto button = std::make_shared<UIButton>(CGRectMake(0, 0, 320, 320));
+        button->setImageForState(std::move(image), UIControlState::Normal);
+        return button;
+    }
+    static unsigned channel(std::uint32_t pixel, int shift) { return pixel >> shift & 0xFF; }
+};
+
+TEST_F(OvoAudioPlayerReflectionTest, TheMaskFallsInEvenStepsFromWhiteToBlack) {
+    const auto mask = CreateGradientImage(3, 208);
+    ASSERT_EQ(mask.levels.size(), 3U * 208);
+    EXPECT_EQ(mask.level(0, 0), 255);
+    EXPECT_EQ(mask.level(2, 207), 0);
+    for (int y = 1; y < 208; ++y) {
+        const int step = mask.level(1, y - 1) - mask.level(1, y);
+        EXPECT_TRUE(step == 1 || step == 2) << y;
+        EXPECT_EQ(mask.level(0, y), mask.level(2, y));
+        EXPECT_NEAR(mask.level(0, y), 255.0 * (207 - y) / 207, 0.5);
+    }
+    EXPECT_EQ(CreateGradientImage(1, 1).level(0, 0), 255);
+    EXPECT_EQ(CreateGradientImage(1, 2).level(0, 1), 0);
+}
+
+TEST_F(OvoAudioPlayerReflectionTest, RowsClimbFromTheCoversLastOneAndFade) {
+    for (const int scale : {1, 2}) {
+        SCOPED_TRACE(scale);
+        UIImage::setScreenScale(scale);
+        const int side = 320 * scale;
+        const auto button = artwork(cover(side, scale));
+        const auto reflection = reflectedImageWithHeight(*button, 208);
+        ASSERT_TRUE(reflection);
+        EXPECT_EQ(reflection->size(), (CGSize{320, 208}));
+        const Bitmap& picture = *reflection->bitmap();
+        const int rows = 208 * scale;
+        ASSERT_EQ(picture.height(), rows);
+        for (int x = 0; x < side; ++x)
+            EXPECT_EQ(picture.pixel(x, 0), colorAt(x, side - 1));
+        for (int y = 0; y < rows; ++y) {
+            const double opacity = 1 - static_cast<double>(y) / (rows - 1);
+            for (const int x : {0, 1, 128, side - 1}) {
+                const std::uint32_t whole = colorAt(x, side - 1 - y);
+                for (const int shift : {0, 8, 16, 24})
+                    ASSERT_NEAR(channel(picture.pixel(x, y), shift),
+                                channel(whole, shift) * opacity, 1.0)
+                        << x << ", " << y << " bit " << shift;
+            }
+        }
+        EXPECT_EQ(picture.pixel(5, rows - 1), 0U);
+    }
+}
+
+TEST_F(OvoAudioPlayerReflectionTest, ACoverOfAnotherSizeIsStretchedOverTheButton) {
+    auto bitmap = std::make_shared<Bitmap>(2, 4);
+    for (int y = 0; y < 4; ++y)
+        for (int x = 0; x < 2; ++x)
+            bitmap->row(y)[x] = y < 2 ? 0xFFFF0000U : 0xFF00FF00U;
+    const auto button = artwork(std::make_shared<UIImage>(bitmap, 1));
+    const auto reflection = reflectedImageWithHeight(*button, 320);
+    const Bitmap& picture = *reflection->bitmap();
+    EXPECT_EQ(picture.pixel(160, 0), 0xFF00FF00U);
+    EXPECT_EQ(channel(picture.pixel(160, 20), 16), 0U);
+    EXPECT_GT(channel(picture.pixel(160, 20), 8), 230U);
+    EXPECT_EQ(channel(picture.pixel(160, 300), 8), 0U);
+    EXPECT_GT(channel(picture.pixel(160, 300), 16), 5U);
+}
+
+TEST_F(OvoAudioPlayerReflectionTest, WithoutHeightThereIsNoneAndWithoutPictureItIsClear) {
+    EXPECT_EQ(reflectedImageWithHeight(*artwork(cover(320, 1)), 0), nullptr);
+    const auto empty = reflectedImageWithHeight(*artwork(nullptr), 10);
+    ASSERT_TRUE(empty);
+    EXPECT_EQ(empty->bitmap()->pixel(0, 0), 0U);
+}
+
+}
+}

@@ -1,0 +1,249 @@
+// Where the player's views lie and how overlay and table come and go.
+#include "tests/audio/PlayerTest.h"
+
+#include "audio/OvoAudioPlayerTableViewCell.h"
+#include "platform/graphics/Bitmap.h"
+#include "platform/graphics/UIImage.h"
+#include "platform/uikit/CAGradientLayer.h"
+#include "platform/uikit/ImageRenderer.h"
+#include "platform/uikit/UIImageView.h"
+#include "platform/uikit/UIViewAnimation.h"
+
+#include <gmock/gmock.h>
+
+namespace vistrel {
+namespace {
+
+using testing::ElementsAre;
+
+class OvoAudioPlayerScreenTest : public PlayerTest {
+protected:
+    std::vector<const UIView*> children(const UIView& view) {
+        std::vector<const UIView*> result;
+        for (const auto& child : view.subviews())
+            result.push_back(child.get());
+        return result;
+    }
+    static std::uint32_t pixel(UIView& view, int x, int y) {
+        return renderViewToBitmap(view, 1)->pixel(x, y);
+    }
+    static bool shows(const UIButton& button, const std::string& picture) {
+        const auto expected = audioPlayerPicture(picture);
+        const auto shown = button.currentImage();
+        if (!expected || !shown || expected->bitmap()->width() != shown->bitmap()->width())
+            return false;
+        for (int y = 0; y < expected->bitmap()->height(); ++y)
+            if (!std::equal(expected->bitmap()->row(y),
+                            expected->bitmap()->row(y) + expected->bitmap()->width(),
+                            shown->bitmap()->row(y)))
+                return false;
+        return true;
+    }
+};
+
+TEST_F(OvoAudioPlayerScreenTest, EveryViewLiesWhereItBelongs) {
+    open(3, 1);
+    showOverlay();
+    const auto& v = views();
+    const struct {
+        const char* name;
+        const UIView* view;
+        CGRect frame;
+        const UIView* parent;
+    } rows[] = {
+        {"artist", v.artistLabel.get(), CGRectMake(60, 2, 195, 12), player().view().get()},
+        {"title", v.titleLabel.get(), CGRectMake(60, 14, 195, 12), player().view().get()},
+        {"album", v.albumLabel.get(), CGRectMake(60, 27, 195, 12), player().view().get()},
+        {"container", v.containerView.get(), CGRectMake(0, 44, 320, 416), player().view().get()},
+        {"artwork", v.artworkView.get(), CGRectMake(0, 0, 320, 320), v.containerView.get()},
+        {"reflection", v.reflectionView.get(), CGRectMake(0, 320, 320, 96), v.containerView.get()},
+        {"table", v.songTableView.get(), CGRectMake(0, 0, 320, 368), nullptr},
+        {"play", v.playButton.get(), CGRectMake(144, 370, 40, 40), nullptr},
+        {"pause", v.pauseButton.get(), CGRectMake(140, 370, 40, 40), player().view().get()},
+        {"next", v.nextButton.get(), CGRectMake(220, 370, 40, 40), player().view().get()},
+        {"previous", v.previousButton.get(), CGRectMake(60, 370, 40, 40), player().view().get()},
+        {"volume", v.volumeSlider.get(), CGRectMake(25, 420, 270, 9), player().view().get()},
+        {"overlay", v.overlayView.get(), CGRectMake(0, 0, 320, 76), v.containerView.get()},
+        {"position", v.progressSlider.get(), CGRectMake(54, 20, 212, 23), v.overlayView.get()},
+        {"index", v.indexLabel.get(), CGRectMake(128, 2, 64, 21), v.overlayView.get()},
+        {"remaining", v.duration.get(), CGRectMake(272, 21, 48, 21), v.overlayView.get()},
+        {"elapsed", v.currentTime.get(), CGRectMake(0, 21, 48, 21), v.overlayView.get()},
+        {"repeat", v.repeatButton.get(), CGRectMake(10, 45, 32, 28), v.overlayView.get()},
+        {"shuffle", v.shuffleButton.get(), CGRectMake(280, 45, 32, 28), v.overlayView.get()},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(row.view->frame(), row.frame) << row.name;
+        EXPECT_EQ(row.view->superview(), row.parent) << row.name;
+    }
+    EXPECT_EQ(v.gradientLayer->frame, CGRectMake(0, 320, 320, 48));
+    EXPECT_DOUBLE_EQ(v.reflectionView->alpha(), 0.65);
+    EXPECT_EQ(v.reflectionView->image()->size(), (CGSize{320, 208}));
+    EXPECT_EQ(v.songTableView->contentInset(), (UIEdgeInsets{0, 0, 37, 0}));
+    EXPECT_THAT(children(*v.containerView),
+                ElementsAre(v.artworkView.get(), v.reflectionView.get(), v.overlayView.get()));
+}
+
+TEST_F(OvoAudioPlayerScreenTest, TheReflectionBeginsWithTheCoversLastRow) {
+    open(1);
+    const auto cover = views().artworkView->currentImage()->bitmap();
+    const auto mirror = views().reflectionView->image()->bitmap();
+    for (int x = 0; x < 320; ++x)
+        EXPECT_EQ(mirror->pixel(x, 0), cover->pixel(x, 319));
+    EXPECT_EQ(mirror->pixel(100, 207), 0U);
+}
+
+TEST_F(OvoAudioPlayerScreenTest, TheOverlayFadesInAndOutAndIsMadeOnce) {
+    open(1);
+    EXPECT_FALSE(views().overlayView);
+    tap(*views().artworkView);
+    const auto overlay = views().overlayView;
+    EXPECT_LT(overlay->presentationState().alpha, 0.01);
+    advance(0.2);
+    const double middle = overlay->presentationState().alpha;
+    EXPECT_GT(middle, 0.1);
+    EXPECT_LT(middle, 0.5) << "slow at first";
+    advance(0.25);
+    EXPECT_DOUBLE_EQ(overlay->presentationState().alpha, 1);
+    tap(*views().artworkView);
+    advance(0.2);
+    EXPECT_NE(overlay->superview(), nullptr) << "on its way out";
+    advance(0.25);
+    EXPECT_EQ(overlay->superview(), nullptr);
+    tap(*views().artworkView);
+    EXPECT_EQ(views().overlayView, overlay);
+    advance(0.5);
+    EXPECT_DOUBLE_EQ(overlay->presentationState().alpha, 1);
+}
+
+TEST_F(OvoAudioPlayerScreenTest, ATapDuringTheFadeTurnsItRound) {
+    open(1);
+    showOverlay();
+    tap(*views().artworkView);
+    advance(0.1);
+    tap(*views().artworkView);
+    advance(1);
+    EXPECT_EQ(views().overlayView->superview(), views().containerView.get());
+    EXPECT_DOUBLE_EQ(views().overlayView->presentationState().alpha, 1);
+    tap(*views().artworkView);
+    advance(0.1);
+    player().showSongFiles();
+    advance(1);
+    EXPECT_EQ(views().overlayView->superview(), nullptr);
+    player().showSongFiles();
+    advance(1);
+    showOverlay();
+    EXPECT_EQ(views().overlayView->superview(), views().containerView.get());
+    EXPECT_DOUBLE_EQ(views().overlayView->presentationState().alpha, 1);
+}
+
+TEST_F(OvoAudioPlayerScreenTest, FlippingSwapsCoverAndTableAndBack) {
+    open(3);
+    showOverlay();
+    const auto cover = views().artworkView->currentImage();
+    EXPECT_EQ(views().toggleButton->currentImage(), albumInfoPicture());
+    tap(*views().toggleButton);
+    const auto& v = views();
+    EXPECT_THAT(children(*v.containerView),
+                ElementsAre(v.artworkView.get(), v.songTableView.get()));
+    EXPECT_THAT(v.containerView->gradientLayers(), ElementsAre(v.gradientLayer));
+    EXPECT_EQ(v.toggleButton->currentImage(), cover);
+    EXPECT_TRUE(shows(*v.artworkView, "AudioPlayerTableBackground"));
+    advance(1);
+    tap(*v.nextButton);
+    EXPECT_TRUE(shows(*v.artworkView, "AudioPlayerTableBackground")) << "a refresh leaves it alone";
+
+    tap(*v.toggleButton);
+    EXPECT_THAT(children(*v.containerView),
+                ElementsAre(v.artworkView.get(), v.reflectionView.get()));
+    EXPECT_TRUE(v.containerView->gradientLayers().empty());
+    EXPECT_EQ(v.toggleButton->currentImage(), albumInfoPicture());
+    EXPECT_TRUE(shows(*v.artworkView, "AudioPlayerNoArtwork"));
+    EXPECT_NE(v.reflectionView->image(), nullptr);
+}
+
+TEST_F(OvoAudioPlayerScreenTest, BothFlipsTurnAtOnceForThreeQuartersOfASecond) {
+    open(3);
+    UIView& root = *player().view();
+    const CGRect button = views().toggleButton->convertRectToView({{0, 0}, {30, 30}}, &root);
+    const auto edges = [&] {
+        const auto picture = renderViewToBitmap(root, 1);
+        return std::pair(
+            picture->pixel(2, 44 + 100),
+            picture->pixel(static_cast<int>(button.minX()) + 1, static_cast<int>(button.midY())));
+    };
+    const auto before = edges();
+    tap(*views().toggleButton);
+    EXPECT_EQ(edges(), before) << "nothing jumps";
+    advance(0.37);
+    const auto middle = edges();
+    EXPECT_EQ(middle.first, 0xFF000000U) << "seen from the side, only the ground is there";
+    EXPECT_NE(middle.second, before.second);
+    advance(0.36);
+    EXPECT_NE(edges().first, middle.first);
+    advance(0.03);
+    const auto after = edges();
+    advance(1);
+    EXPECT_EQ(edges(), after) << "at its end after 0.75 seconds";
+}
+
+TEST_F(OvoAudioPlayerScreenTest, ModeButtonsShowTheirStates) {
+    open(3);
+    showOverlay();
+    const auto& v = views();
+    EXPECT_TRUE(shows(*v.repeatButton, "AudioPlayerRepeatOff"));
+    EXPECT_TRUE(shows(*v.shuffleButton, "AudioPlayerShuffleOff"));
+    tap(*v.repeatButton);
+    tap(*v.shuffleButton);
+    EXPECT_TRUE(shows(*v.repeatButton, "AudioPlayerRepeatOn"));
+    EXPECT_TRUE(shows(*v.shuffleButton, "AudioPlayerShuffleOn"));
+    EXPECT_EQ(v.repeatButton->accessibilityElement().value, "all");
+    tap(*v.repeatButton);
+    EXPECT_TRUE(shows(*v.repeatButton, "AudioPlayerRepeatOneOn"));
+    tap(*v.repeatButton);
+    tap(*v.shuffleButton);
+    EXPECT_TRUE(shows(*v.repeatButton, "AudioPlayerRepeatOff"));
+    EXPECT_TRUE(shows(*v.shuffleButton, "AudioPlayerShuffleOff"));
+}
+
+TEST_F(OvoAudioPlayerScreenTest, RowsTellNumberTitleAndLength) {
+    setTags(1, 61.9);
+    open(5, 1);
+    player().showSongFiles();
+    auto& table = *views().songTableView;
+    table.layoutIfNeeded();
+    const auto row = [&](int number) {
+        return std::dynamic_pointer_cast<OvoAudioPlayerTableViewCell>(
+            table.cellForRowAtIndexPath({0, number}));
+    };
+    ASSERT_TRUE(row(0) && row(1));
+    EXPECT_EQ(row(0)->number(), "1.");
+    EXPECT_EQ(row(0)->title(), "0.mp3");
+    EXPECT_EQ(row(0)->duration(), "0:00");
+    EXPECT_FALSE(row(0)->isEven());
+    EXPECT_FALSE(row(0)->isSelectedIndex());
+    EXPECT_EQ(row(1)->number(), "2.");
+    EXPECT_EQ(row(1)->title(), "Title 1");
+    EXPECT_EQ(row(1)->duration(), "1:01");
+    EXPECT_TRUE(row(1)->isEven());
+    EXPECT_TRUE(row(1)->isSelectedIndex());
+    EXPECT_EQ(table.rectForRowAtIndexPath({0, 2}), CGRectMake(0, 88, 320, 44));
+    EXPECT_FALSE(*player().tableViewCanEditRowAtIndexPath(table, {0, 0}));
+
+    player().tableViewDidSelectRowAtIndexPath(table, {0, 3});
+    tap(*views().nextButton);
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(row(i)->isSelectedIndex(), i == 4) << i;
+}
+
+TEST_F(OvoAudioPlayerScreenTest, TheGradientDarkensTheTablesEnd) {
+    open(20);
+    player().showSongFiles();
+    advance(1);
+    const auto picture = renderViewToBitmap(*views().containerView, 1);
+    EXPECT_EQ(picture->pixel(30, 355), 0xFF000000U);
+    EXPECT_EQ(picture->pixel(200, 366), 0xFF000000U);
+    EXPECT_NE(picture->pixel(160, 200), 0xFF000000U);
+}
+
+}
+}
