@@ -1,6 +1,7 @@
 #include "audio/OvoAudioPlayerController.h"
 
 #include "audio/OvoAudioFileReading.h"
+#include "audio/OvoAudioPlayerRemote.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/foundation/NSTimer.h"
 #include "platform/foundation/NSUserDefaults.h"
@@ -94,8 +95,12 @@ void OvoAudioPlayerController::play() {
     refreshDisplay();
 }
 
+bool OvoAudioPlayerController::canGoOnToNext() const {
+    return OvoAudioPlayerRules::isNextEnabled(position(), modes_);
+}
+
 void OvoAudioPlayerController::next() {
-    if (OvoAudioPlayerRules::isNextEnabled(position(), modes_))
+    if (canGoOnToNext())
         changeTrack(OvoAudioPlayerRules::nextIndex(position(), modes_, std::rand));
 }
 
@@ -128,12 +133,15 @@ void OvoAudioPlayerController::volumeSliderMoved(const UISlider& slider) {
     if (player_)
         player_->setVolume(slider.value());
     NSUserDefaults::standardUserDefaults().setFloatForKey(slider.value(), kPlayerVolumeKey);
+    if (remote_)
+        remote_->update();
 }
 
 void OvoAudioPlayerController::progressSliderMoved(const UISlider& slider) {
     if (player_)
         player_->setCurrentTime(static_cast<double>(slider.value()));
     updateCurrentTimeForPlayer(player_.get());
+    MPRemoteControls::positionJumped(static_cast<double>(slider.value()));
 }
 
 void OvoAudioPlayerController::dismissAudioPlayer() {
@@ -151,6 +159,7 @@ void OvoAudioPlayerController::viewDidAppear(bool animated) {
     UIViewController::viewDidAppear(animated);
     if (player_)
         player_->play();
+    remote_ = std::make_unique<OvoAudioPlayerRemote>(*this);
     refreshDisplay();
     reading_ = std::make_unique<OvoAudioFileReading>(soundFiles_);
 }
@@ -160,6 +169,7 @@ void OvoAudioPlayerController::viewWillDisappear(bool animated) {
     UIViewController::viewWillDisappear(animated);
     stopTimer();
     reading_ = nullptr;
+    remote_ = nullptr;
     player_ = nullptr;
 }
 
@@ -202,6 +212,8 @@ void OvoAudioPlayerController::audioPlayerBeginInterruption(AVAudioPlayer& playe
     std::fflush(stdout);
     NSUserDefaults::standardUserDefaults().setFloatForKey(static_cast<float>(player.currentTime()),
                                                           kInterruptionKey);
+    if (remote_)
+        remote_->update();
 }
 
 void OvoAudioPlayerController::audioPlayerEndInterruption(AVAudioPlayer& player) {
@@ -209,6 +221,8 @@ void OvoAudioPlayerController::audioPlayerEndInterruption(AVAudioPlayer& player)
     std::fflush(stdout);
     player.play();
     NSUserDefaults::standardUserDefaults().removeObjectForKey(kInterruptionKey);
+    if (remote_)
+        remote_->update();
 }
 
 void interruptionListenerCallback(void* inClientData, std::uint32_t interruptionState) {

@@ -16,6 +16,7 @@ namespace vistrel {
 class AVAudioPlayer;
 class NSTimer;
 class OvoAudioFileReading;
+class OvoAudioPlayerRemote;
 class UISlider;
 class UITableViewCell;
 
@@ -56,6 +57,8 @@ public:
     void previous();
     bool canGoToNextTrack() const;
     bool canGoToPreviousTrack() const;
+    /// Whether the next button works: by the modes or the place.
+    bool canGoOnToNext() const;
     void toggleShuffle();
     /// Off, all, one, off.
     void toggleRepeat();
@@ -131,6 +134,7 @@ private:
     OvoAudioPlayerViews views_;
     std::shared_ptr<NSTimer> updateTimer_;
     std::unique_ptr<OvoAudioFileReading> reading_;
+    std::unique_ptr<OvoAudioPlayerRemote> remote_; ///< while on screen
     OvoAudioPlayModes modes_;
     bool interrupted_ = false;
     bool overlayIsLeaving_ = false; ///< fading out, still in its place

@@ -2,6 +2,7 @@
 #include "audio/OvoAudioPlayerController.h"
 #include "audio/OvoAudioPlayerLabels.h"
 #include "audio/OvoAudioPlayerReflection.h"
+#include "audio/OvoAudioPlayerRemote.h"
 #include "platform/foundation/NSTimer.h"
 #include "platform/foundation/NSUserDefaults.h"
 #include "platform/graphics/UIImage.h"
@@ -46,6 +47,8 @@ const char* spokenRepeat(OvoAudioPlayModes modes) {
 void OvoAudioPlayerController::refreshDisplay() {
     updateViewForPlayerInfo(player_.get());
     updateViewForPlayerState(player_.get());
+    if (remote_)
+        remote_->update();
 }
 
 void OvoAudioPlayerController::updateViewForPlayerInfo(AVAudioPlayer* player) {
@@ -77,7 +80,7 @@ void OvoAudioPlayerController::updateViewForPlayerState(AVAudioPlayer* player) {
     }
     if (!isTableShown())
         showCover();
-    views_.nextButton->setEnabled(OvoAudioPlayerRules::isNextEnabled(position(), modes_));
+    views_.nextButton->setEnabled(canGoOnToNext());
     views_.previousButton->setEnabled(canGoToPreviousTrack());
 }
 

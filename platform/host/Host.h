@@ -10,6 +10,7 @@ class Files;
 class Network;
 class WebEngine;
 class Media;
+class MediaControls;
 class Preferences;
 class Desktop;
 class Device;
@@ -28,6 +29,8 @@ struct Host {
     Device* device = nullptr;
     Display* display = nullptr;
     Crypto* crypto = nullptr;
+    /// Null where the desktop has none.
+    MediaControls* mediaControls = nullptr;
     /// Writes one line to the device log.
     std::function<void(const std::string& line)> log;
     /// The translation of `key`, or an empty string when there is none.

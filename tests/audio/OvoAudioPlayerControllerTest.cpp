@@ -304,6 +304,7 @@ TEST_F(OvoAudioPlayerControllerTest, ATickThatChangesNothingVisibleAsksForNoFram
 }
 
 TEST_F(OvoAudioPlayerControllerTest, AtMostOneTimerRunsAndNoneWhenTheScreenHasGone) {
+    advance(1);
     const auto before = loop().pendingWork();
     open(3);
     const auto first = player().updateTimer();
@@ -332,6 +333,7 @@ TEST_F(OvoAudioPlayerControllerTest, DoneAndEscapeStopAndCloseTheScreen) {
 }
 
 TEST_F(OvoAudioPlayerControllerTest, ClosedWhileItSlidesInItNeverPlays) {
+    advance(1);
     const auto before = loop().pendingWork();
     make(2, 0);
     presenter().presentModalViewController(

@@ -16,6 +16,7 @@ DeterministicHost::DeterministicHost()
     host.media = &media;
     host.preferences = &preferences;
     host.desktop = &desktop;
+    host.mediaControls = &mediaControls;
     host.device = &device;
     host.display = &display;
     host.crypto = &crypto;

@@ -5,6 +5,7 @@
 #include "tests/support/MemoryFiles.h"
 #include "tests/support/MemoryPreferences.h"
 #include "tests/support/RecordingDesktop.h"
+#include "tests/support/RecordingMediaControls.h"
 #include "tests/support/ScriptedNetwork.h"
 #include "tests/support/ScriptedWebEngine.h"
 #include "tests/support/SilentMedia.h"
@@ -47,6 +48,7 @@ public:
     SilentMedia media;
     MemoryPreferences preferences;
     RecordingDesktop desktop;
+    RecordingMediaControls mediaControls;
     FixedDevice device;
     ManualDisplay display;
     LibraryCrypto crypto;

@@ -31,6 +31,7 @@ protected:
     SilentMedia& media() { return host_.media; }
     MemoryPreferences& preferences() { return host_.preferences; }
     RecordingDesktop& desktop() { return host_.desktop; }
+    RecordingMediaControls& mediaControls() { return host_.mediaControls; }
     FixedDevice& device() { return host_.device; }
     ManualDisplay& display() { return host_.display; }
     std::vector<std::string>& logLines() { return host_.logLines; }

@@ -1,0 +1,50 @@
+#pragma once
+#include <cstdint>
+#include <string>
+
+namespace vistrel::host {
+
+/// What the desktop shows and offers of the music that plays. Times in seconds.
+struct NowPlaying {
+    std::uint32_t track = 0; ///< place in the queue, from 0
+    std::string title;
+    std::string artist;
+    std::string album;
+    std::string url;
+    double duration = 0;
+    enum class State { Stopped, Paused, Playing };
+    State state = State::Stopped;
+    bool canGoNext = false;
+    bool canGoPrevious = false;
+    bool canPlay = false; ///< there is a track that can be played, paused, and moved in
+    float volume = 0;     ///< 0 to 1
+    friend bool operator==(const NowPlaying&, const NowPlaying&) = default;
+};
+
+/// Does what media keys, lock screens and remote controls ask for, on the loop.
+class MediaControlsClient {
+public:
+    virtual ~MediaControlsClient() = default;
+    virtual void mediaPlay() = 0;
+    virtual void mediaPause() = 0;
+    virtual void mediaStop() = 0;
+    virtual void mediaNext() = 0;
+    virtual void mediaPrevious() = 0;
+    virtual void mediaSeek(double seconds) = 0;
+    virtual void mediaSetVolume(float volume) = 0;
+    virtual double mediaPosition() const = 0;
+};
+
+/// The desktop's media controls.
+class MediaControls {
+public:
+    virtual ~MediaControls() = default;
+    /// Who is controlled from now on; null: nobody, the desktop shows no player.
+    virtual void setClient(MediaControlsClient* client) = 0;
+    /// Kept by the implementation until the next call; telling the same again costs nothing.
+    virtual void setNowPlaying(const NowPlaying& nowPlaying) = 0;
+    /// The position has changed otherwise than by playing.
+    virtual void positionJumped(double seconds) = 0;
+};
+
+}

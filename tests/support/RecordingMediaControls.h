@@ -1,0 +1,26 @@
+#pragma once
+#include "platform/host/MediaControls.h"
+
+#include <vector>
+
+namespace vistrel::support {
+
+/// Media controls that keep what they are told; a test presses the keys.
+class RecordingMediaControls : public host::MediaControls {
+public:
+    void setClient(host::MediaControlsClient* client) override { client_ = client; }
+    void setNowPlaying(const host::NowPlaying& nowPlaying) override { nowPlaying_ = nowPlaying; }
+    void positionJumped(double seconds) override { jumps_.push_back(seconds); }
+
+    /// Null when nobody is controlled.
+    host::MediaControlsClient* client() const { return client_; }
+    const host::NowPlaying& nowPlaying() const { return nowPlaying_; }
+    const std::vector<double>& jumps() const { return jumps_; }
+
+private:
+    host::MediaControlsClient* client_ = nullptr;
+    host::NowPlaying nowPlaying_;
+    std::vector<double> jumps_;
+};
+
+}
