@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/graphics/CGAffineTransform.h"
 #include "platform/uikit/UIAccessibilityTree.h"
 
 #include <gtk/gtk.h>
