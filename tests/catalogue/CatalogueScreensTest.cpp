@@ -3,10 +3,12 @@
 #include "catalogue/TVShowsTableViewCell.h"
 #include "catalogue/TVShowsViewController.h"
 #include "platform/graphics/Bitmap.h"
+#include "platform/graphics/UIImage.h"
 #include "platform/uikit/ImageRenderer.h"
 #include "platform/uikit/SceneVisitor.h"
 #include "platform/uikit/SceneWalk.h"
 #include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UILabel.h"
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UINavigationItem.h"
@@ -132,6 +134,22 @@ TEST_F(CatalogueScreensTest, ATapThroughTheShineOpensTheShowsPage) {
         EXPECT_EQ(screen->tableView()->indexPathForSelectedRow(), std::nullopt);
     }
     EXPECT_EQ(screen->tvShowList()[40].URL, "http://vistrel.example/db/showthread.php?t=365");
+}
+
+TEST_F(CatalogueScreensTest, NoBackgroundIsStretched) {
+    deterministicHost().host.resourcePath = VISTREL_BUNDLE_DIR;
+    const auto expectNatural = [](const UIView& view) {
+        const auto& picture = dynamic_cast<const UIImageView&>(view);
+        ASSERT_NE(picture.image(), nullptr);
+        EXPECT_EQ(picture.image()->size(), picture.frame().size)
+            << "what is drawn for a place must stand there";
+    };
+    auto shows = show<TVShowsViewController>();
+    expectNatural(*shows->view()->subviews()[0]);
+    expectNatural(*shows->view()->subviews()[2]);
+    navigation->view()->removeFromSuperview();
+    auto movies = show<MoviesViewController>();
+    expectNatural(*movies->view()->subviews()[0]);
 }
 
 TEST_F(CatalogueScreensTest, NoRowFadesOutOnReturn) {

@@ -5,7 +5,6 @@
 #include <gtkmm.h>
 
 #include <functional>
-#include <vector>
 
 namespace vistrel {
 
@@ -15,9 +14,6 @@ class PhoneWindow {
 public:
     /// Pixels per point at the start; 0 picks what fits the monitor.
     explicit PhoneWindow(double scale);
-    ~PhoneWindow();
-    PhoneWindow(const PhoneWindow&) = delete;
-    PhoneWindow& operator=(const PhoneWindow&) = delete;
 
     ScreenWidget& screen() { return screen_; }
     void setFirstFrameHandler(std::function<void()> handler);
@@ -31,7 +27,6 @@ private:
     ScreenWidget screen_;
     ScreenInput input_;
     std::function<void()> close_;
-    std::vector<sigc::connection> stateSignals_;
 };
 
 }

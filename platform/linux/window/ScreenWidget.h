@@ -1,6 +1,5 @@
 #pragma once
 #include "platform/host/Display.h"
-#include "platform/linux/window/AccessibleChildren.h"
 #include "platform/linux/window/ForeignChildren.h"
 #include "platform/linux/window/PictureNodes.h"
 
@@ -40,15 +39,12 @@ protected:
 private:
     bool frameTick();
     void scaleMayHaveChanged();
-    void describeLater();
 
     PictureNodes nodes_;
     ForeignChildren foreign_;
-    AccessibleChildren accessible_;
     std::function<void(double)> frameHandler_;
     std::function<void()> firstFrame_;
     unsigned tick_ = 0;
-    std::uint64_t describing_ = 0;
     unsigned framesDrawn_ = 0;
 };
 
