@@ -33,7 +33,7 @@ std::size_t decodeGroups(const ReverseMap& values, const char* text, std::size_t
         std::uint64_t bits = 0;
         int all = 0;
         for (std::size_t i = 0; i < kGroupCharacters<Shift>; ++i) {
-            const int value = values[static_cast<unsigned char>(text[at + i])];
+            const std::int8_t value = values[static_cast<unsigned char>(text[at + i])];
             all |= value;
             bits = bits << Shift | static_cast<unsigned>(value);
         }

@@ -40,7 +40,7 @@ struct Alphabet {
     Register rows[1 << (Shift - 4)];
 
     VISTREL_AVX2_INLINE explicit Alphabet(const char* characters) {
-        for (unsigned i = 0; i < sizeof rows / sizeof *rows; ++i)
+        for (std::size_t i = 0; i < sizeof rows / sizeof *rows; ++i)
             rows[i] = inBothHalves(characters + 16 * i);
     }
 
@@ -113,7 +113,7 @@ VISTREL_AVX2_INLINE Register split(const unsigned char* bytes) {
 template <unsigned Shift>
 VISTREL_AVX2 std::size_t encodeBlocks(const char* characters, const unsigned char* bytes,
                                       std::size_t size, char* out) {
-    constexpr std::size_t kStep = 4 * Shift;
+    constexpr std::size_t kStep = std::size_t{4} * Shift;
     if (size < kStep)
         return 0;
     const Alphabet<Shift> alphabet(characters);
@@ -140,7 +140,7 @@ struct Values {
 
     VISTREL_AVX2_INLINE explicit Values(const ReverseMap& values) {
         const Register one = _mm256_set1_epi8(1);
-        for (unsigned i = 0; i < 6; ++i)
+        for (std::size_t i = 0; i < 6; ++i)
             rows[i] =
                 _mm256_max_epi8(_mm256_add_epi8(inBothHalves(values.data() + 32 + 16 * i), one),
                                 _mm256_setzero_si256());

@@ -21,7 +21,7 @@ void encode(unsigned shift, const char* alphabet, const unsigned char* bytes, st
 std::optional<std::size_t> Decoder::take(std::string_view text, std::size_t atLeast) {
     std::size_t at = 0;
     for (; at < text.size() && (at < atLeast || !isBetweenGroups()); ++at) {
-        const int value = values_[static_cast<unsigned char>(text[at])];
+        const std::int8_t value = values_[static_cast<unsigned char>(text[at])];
         if (value == kPaddingChar)
             sawPadding_ = true;
         else if (value == kUnknownChar || (value >= 0 && sawPadding_))

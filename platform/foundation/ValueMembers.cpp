@@ -47,7 +47,7 @@ std::uint32_t& entryFor(ValueSlot* slots, std::string_view key) {
     const std::size_t mask = indexSizeOf(slots) - 1;
     std::uint32_t* index = indexOf(slots);
     std::size_t at = hashOf(key) & mask;
-    while (index[at] != 0 && slots[2 * (index[at] - 1)].text() != key)
+    while (index[at] != 0 && slots[2 * (std::size_t{index[at]} - 1)].text() != key)
         at = (at + 1) & mask;
     return index[at];
 }

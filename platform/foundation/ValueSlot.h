@@ -79,7 +79,9 @@ public:
         return {reinterpret_cast<const char*>(bytes_), static_cast<std::size_t>(bytes_[kTag] >> 4)};
     }
     /// A container's slots, null when it has no memory. A dictionary's alternate key and value.
-    [[nodiscard]] ValueSlot* slots() const { return scalar<ValueSlot*>(); }
+    [[nodiscard]] ValueSlot* slots() const { // The pointer itself is what is stored.
+        return static_cast<ValueSlot*>(scalar<void*>());
+    }
     /// Bytes of an external text, elements or members of a container.
     [[nodiscard]] std::size_t size() const {
         std::uint64_t meta;

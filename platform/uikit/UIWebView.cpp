@@ -6,6 +6,8 @@
 #include "platform/host/Host.h"
 
 #include <algorithm>
+#include <cctype>
+#include <cstdio>
 #include <cstdlib>
 #include <string_view>
 #include <utility>
@@ -16,9 +18,27 @@ namespace {
 
 constexpr const char* kWebKitErrorDomain = "WebKitErrorDomain";
 
-/// A URL of the engine's own writing may hold what an address may not; nothing then.
+/// Page engines let characters stand in an address that RFC 3986 does not: these are escaped.
+std::optional<NSURL> addressOf(const std::string& text) {
+    if (auto url = NSURL::URLWithString(text))
+        return url;
+    constexpr std::string_view kUnescaped = "!#$%&'()*+,-./:;=?@_~";
+    std::string escaped;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if ((byte < 0x80 && std::isalnum(byte)) || kUnescaped.find(c) != std::string_view::npos) {
+            escaped += c;
+        } else {
+            char code[4];
+            std::snprintf(code, sizeof code, "%%%02X", byte);
+            escaped += code;
+        }
+    }
+    return NSURL::URLWithString(escaped);
+}
+
 NSURLRequest requestOf(const host::WebNavigation& navigation) {
-    NSURLRequest request(NSURL::URLWithString(navigation.url));
+    NSURLRequest request(addressOf(navigation.url));
     request.setHTTPMethod(navigation.method);
     for (const auto& [field, value] : navigation.headers)
         request.setValueForHTTPHeaderField(value, field);
@@ -186,7 +206,7 @@ bool UIWebView::webPageShouldNavigate(const host::WebNavigation& navigation) {
 bool UIWebView::webPageShouldShowResponse(const host::WebResponse& response) {
     const auto hold = weak_from_this().lock();
     // A request that may be repeated was looked at by whoever wanted to, by repeating it.
-    NSURLRequest answered(NSURL::URLWithString(response.url));
+    NSURLRequest answered(addressOf(response.url));
     answered.setHTTPMethod(response.requestMethod);
     if (!delegate_ || !answered.URL() || answered.isSafeToRepeat())
         return true;

@@ -19,6 +19,7 @@ namespace {
 class PlainCrypto : public host::Crypto {
 public:
     Block md5(std::span<const std::byte>) override { return {}; }
+    std::array<std::byte, 32> sha256(std::span<const std::byte>) override { return {}; }
     host::Result<std::vector<std::byte>>
     aes128CBCEncrypt(const Block&, const Block&, std::span<const std::byte> text) override {
         return std::vector<std::byte>(text.begin(), text.end());

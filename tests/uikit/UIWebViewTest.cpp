@@ -133,6 +133,15 @@ TEST_F(UIWebViewTest, NavigationsKeepTheirTypeMethodAndHeaders) {
     EXPECT_EQ(delegate_.requests.back().valueForHTTPHeaderField("referer"), "http://site/a");
 }
 
+TEST_F(UIWebViewTest, AnAddressThatTheEngineLetsThroughStaysAnAddress) {
+    load("http://site/a");
+    turn();
+    page().navigateFrame({"gmsg://m?x={\"a\":1}|b%20c&t=Gr\xC3\xBC\xC3\x9F e#f", "GET", {}});
+    ASSERT_TRUE(delegate_.requests.back().URL());
+    EXPECT_EQ(delegate_.requests.back().URL()->absoluteString(),
+              "gmsg://m?x=%7B%22a%22:1%7D%7Cb%20c&t=Gr%C3%BC%C3%9F%20e#f");
+}
+
 TEST_F(UIWebViewTest, OnlyTheAnswerToAnUnrepeatableRequestIsAskedAbout) {
     load("http://site/a");
     turn();

@@ -59,11 +59,7 @@ void GstPlayback::close() {
     if (!play_)
         return;
     g_source_remove(std::exchange(busWatch_, 0));
-    GstBus* bus = gst_play_get_message_bus(play_);
-    gst_bus_set_flushing(bus, TRUE);
-    gst_object_unref(bus);
-    gst_play_stop(play_);
-    gst_object_unref(std::exchange(play_, nullptr));
+    Wiring::retire(std::exchange(play_, nullptr));
     opened_ = ready_ = seeking_ = stalled_ = interrupted_ = false;
 }
 

@@ -24,6 +24,22 @@ void dress(GstElement*, GstElement* element, gpointer data) {
     g_object_set(element, "cookies", cookies.data(), "automatic-redirect", FALSE, nullptr);
 }
 
+constexpr guint kRetirement = 100; ///< milliseconds
+
+/// A message holds its player. Were the player's thread to drop the last reference so, it would
+/// have to wait for itself: so the bus is emptied here, and the last reference dropped here, when
+/// no message is on its way.
+gboolean releaseWhenQuiet(gpointer data) {
+    auto* play = static_cast<GstPlay*>(data);
+    GstBus* bus = gst_play_get_message_bus(play);
+    gst_bus_set_flushing(bus, TRUE);
+    gst_object_unref(bus);
+    if (g_atomic_int_get(&G_OBJECT(play)->ref_count) > 1)
+        return G_SOURCE_CONTINUE;
+    gst_object_unref(play);
+    return G_SOURCE_REMOVE;
+}
+
 struct Request {
     std::weak_ptr<GstPlayback*> player;
     void (*deliver)(GstPlayback& player, GstState state);
@@ -64,6 +80,11 @@ void GstPlayback::Wiring::watchRequests(GstElement* pipeline,
                     GST_STATE_VOID_PENDING},
         [](gpointer data, GClosure*) { delete static_cast<Request*>(data); }, G_CONNECT_DEFAULT);
     gst_object_unref(bus);
+}
+
+void GstPlayback::Wiring::retire(GstPlay* play) {
+    gst_play_stop(play);
+    g_timeout_add(kRetirement, releaseWhenQuiet, play);
 }
 
 gboolean GstPlayback::Wiring::busMessage(GstBus*, GstMessage* message, gpointer self) {

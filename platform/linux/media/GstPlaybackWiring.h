@@ -9,6 +9,8 @@ struct GstPlayback::Wiring {
     static void dressSource(GstElement* pipeline, const PlaybackSource& source);
     /// Requests of the sound server reach the player on the main loop.
     static void watchRequests(GstElement* pipeline, const std::weak_ptr<GstPlayback*>& player);
+    /// Stops the pipeline at once and lets it go a little later, taking over the reference.
+    static void retire(GstPlay* play);
     static gboolean busMessage(GstBus* bus, GstMessage* message, gpointer self);
 };
 

@@ -241,6 +241,8 @@ void WebKitPage::loadFailed(const char* url, const GError& error) {
 }
 
 void WebKitPage::webProcessTerminated() {
+    // Also told when nothing was loading: the page is gone from the screen.
+    loading_ = true;
     failLoad({-1, "The page ended unexpectedly.", url()});
 }
 

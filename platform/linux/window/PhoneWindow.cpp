@@ -43,10 +43,15 @@ PhoneWindow::PhoneWindow(double scale)
             return true;
         },
         false);
-    window_.property_is_active().signal_changed().connect([this] { reportState(); });
-    window_.signal_map().connect([this] { reportState(); });
-    window_.signal_unmap().connect([this] { reportState(); });
+    stateSignals_ = {window_.signal_map().connect([this] { reportState(); }),
+                     window_.signal_unmap().connect([this] { reportState(); })};
     screen_.grab_focus();
+}
+
+PhoneWindow::~PhoneWindow() {
+    // The application has ended before its window: it must not hear of the window's end.
+    for (auto& signal : stateSignals_)
+        signal.disconnect();
 }
 
 void PhoneWindow::setFirstFrameHandler(std::function<void()> handler) {

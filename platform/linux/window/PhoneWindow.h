@@ -5,6 +5,7 @@
 #include <gtkmm.h>
 
 #include <functional>
+#include <vector>
 
 namespace vistrel {
 
@@ -14,6 +15,9 @@ class PhoneWindow {
 public:
     /// Pixels per point at the start; 0 picks what fits the monitor.
     explicit PhoneWindow(double scale);
+    ~PhoneWindow();
+    PhoneWindow(const PhoneWindow&) = delete;
+    PhoneWindow& operator=(const PhoneWindow&) = delete;
 
     ScreenWidget& screen() { return screen_; }
     void setFirstFrameHandler(std::function<void()> handler);
@@ -27,6 +31,7 @@ private:
     ScreenWidget screen_;
     ScreenInput input_;
     std::function<void()> close_;
+    std::vector<sigc::connection> stateSignals_;
 };
 
 }

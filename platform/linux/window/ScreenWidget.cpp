@@ -16,12 +16,14 @@ namespace {
 
 constexpr double kScreenWidth = 320;
 constexpr double kScreenHeight = 480;
+constexpr double kDescribeSeconds = 0.2; ///< after the last frame
 
 }
 
 ScreenWidget::ScreenWidget()
     : Glib::ObjectBase("VistrelScreen")
-    , foreign_(GTK_WIDGET(gobj())) {
+    , foreign_(GTK_WIDGET(gobj()))
+    , accessible_(GTK_WIDGET(gobj())) {
     set_focusable(true);
     set_overflow(Gtk::Overflow::HIDDEN);
 }
@@ -29,7 +31,10 @@ ScreenWidget::ScreenWidget()
 ScreenWidget::~ScreenWidget() {
     if (tick_ != 0)
         remove_tick_callback(tick_);
+    if (describing_ != 0)
+        host::current().loop->cancel(describing_);
     foreign_.clear();
+    accessible_.clear();
 }
 
 void ScreenWidget::requestFrame() {
@@ -55,7 +60,20 @@ bool ScreenWidget::frameTick() {
             grab_focus();
     }
     queue_draw();
+    describeLater();
     return false;
+}
+
+void ScreenWidget::describeLater() {
+    // Once movement has ended: nobody follows a list's names while it rolls.
+    auto& loop = *host::current().loop;
+    loop.cancel(describing_);
+    describing_ = loop.schedule(kDescribeSeconds, [this] {
+        describing_ = 0;
+        const auto elements = accessibilityTree(UIApplication::sharedApplication().screenView());
+        if (accessible_.update(elements, screenTransform()))
+            queue_allocate();
+    });
 }
 
 void ScreenWidget::setFrameHandler(std::function<void(double now)> handler) {
@@ -90,6 +108,7 @@ void ScreenWidget::measure_vfunc(Gtk::Orientation orientation, int, int& minimum
 void ScreenWidget::size_allocate_vfunc(int, int, int) {
     scaleMayHaveChanged();
     foreign_.allocate();
+    accessible_.allocate();
 }
 
 void ScreenWidget::scaleMayHaveChanged() {

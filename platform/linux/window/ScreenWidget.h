@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/host/Display.h"
+#include "platform/linux/window/AccessibleChildren.h"
 #include "platform/linux/window/ForeignChildren.h"
 #include "platform/linux/window/PictureNodes.h"
 
@@ -39,12 +40,15 @@ protected:
 private:
     bool frameTick();
     void scaleMayHaveChanged();
+    void describeLater();
 
     PictureNodes nodes_;
     ForeignChildren foreign_;
+    AccessibleChildren accessible_;
     std::function<void(double)> frameHandler_;
     std::function<void()> firstFrame_;
     unsigned tick_ = 0;
+    std::uint64_t describing_ = 0;
     unsigned framesDrawn_ = 0;
 };
 

@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <gtk/gtk.h>
+#include <webkit/webkit.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -385,6 +386,29 @@ TEST_F(WebKitPageTest, WarmingUpMakesTheFirstPageAndLeavesNoHistory) {
     ASSERT_TRUE(load("/page"));
     EXPECT_FALSE(page_->canGoBack());
     EXPECT_THAT(client_.asked(), ElementsAre(server_.url("/page")));
+}
+
+TEST_F(WebKitPageTest, APageWhoseProcessDiesFailsOnceAndCanBeLoadedAgain) {
+    page("/page", "<title>Alive</title>");
+    ASSERT_TRUE(load("/page"));
+    webkit_web_view_terminate_web_process(
+        WEBKIT_WEB_VIEW(dynamic_cast<GtkForeignContent*>(page_.get())->widget()));
+    ASSERT_TRUE(turnUntil([&] { return !client_.failures.empty(); }));
+    turnFor(0.3);
+    EXPECT_EQ(client_.failures.size(), 1u);
+    ASSERT_TRUE(load("/page"));
+    EXPECT_EQ(evaluate("document.title"), "Alive");
+}
+
+TEST_F(WebKitPageTest, WhatThePageEngineDoesNotShowIsNotDownloadedByItEither) {
+    server_.serve("/file.bin", {200, "application/octet-stream", "bytes", {}});
+    page("/page", "here");
+    ASSERT_TRUE(load("/page"));
+    page_->load(server_.url("/file.bin"), {});
+    ASSERT_TRUE(turnUntil([&] { return !client_.failures.empty(); }));
+    EXPECT_EQ(client_.failures[0].code, 102);
+    EXPECT_EQ(client_.responses.back().mimeType, "application/octet-stream");
+    EXPECT_EQ(page_->url(), server_.url("/page"));
 }
 
 TEST_F(WebKitPageTest, APageMayGoWhileItIsAsked) {
