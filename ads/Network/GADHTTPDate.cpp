@@ -72,8 +72,8 @@ std::string_view trimmed(std::string_view text) {
 }
 
 std::string GADHTTPDate::stringWithSeconds(double secondsSince1970) {
-    // Year 1 to year 9999, the dates that the form can write.
-    constexpr double earliest = -62135596800;
+    // Year 0 to year 9999, the dates that four digits can write.
+    constexpr double earliest = -62167219200;
     constexpr double latest = 253402300799;
     const double bounded = std::isnan(secondsSince1970)
                                ? 0

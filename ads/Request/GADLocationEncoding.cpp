@@ -52,7 +52,8 @@ std::string padded(std::string text) {
 host::Crypto::Block initialisationVector(double timestamp) {
     host::Crypto::Block vector{};
     for (std::size_t at = 0; at < vector.size(); ++at) {
-        const double multiple = static_cast<double>(at / 4 + 1) * timestamp;
+        const std::size_t times = at / 4 + 1;
+        const double multiple = static_cast<double>(times) * timestamp;
         const auto number =
             static_cast<std::uint32_t>(GADNumberUtilities::saturated<std::int32_t>(multiple));
         vector[at] = static_cast<std::byte>(number >> 8 * (at % 4));

@@ -56,9 +56,9 @@ std::shared_ptr<GADTiming> GADTimingManager::timingForCategory(std::string_view 
 }
 
 void GADTimingManager::removeTiming(const GADTiming& timing) {
-    // The name may be that of the timing which is about to be destroyed.
-    const std::string category = timing.category();
-    removeTimingForCategory(category);
+    // Its name is compared until the last timing has been looked at.
+    const auto held = timingForCategory(timing.category());
+    removeTimingForCategory(timing.category());
 }
 
 void GADTimingManager::removeTimingForCategory(std::string_view category) {

@@ -1,6 +1,7 @@
 #include "ads/Network/GADCachedFile.h"
 
 #include "ads/Network/GADCachedFilePath.h"
+#include "ads/Network/GADHTTPDate.h"
 #include "ads/Network/GADNetworkUtilities.h"
 #include "tests/ads/AdsTest.h"
 
@@ -204,6 +205,19 @@ TEST_F(GADCachedFileTest, TheDateIsTakenWithOrWithoutItsZoneAndNonsenseIsIgnored
         ASSERT_TRUE(file().hasContent()) << date;
         EXPECT_EQ(modificationTime() == kModifiedSeconds, taken) << date;
     }
+}
+
+TEST_F(GADCachedFileTest, DatesOfFourDigitsAreWrittenAsTheyAreRead) {
+    for (const char* date :
+         {"Sat, 01 Jan 0000 00:00:00", "Thu, 01 Jan 1970 00:00:00", "Tue, 29 Feb 2000 23:59:59",
+          "Wed, 31 Dec 1969 23:59:59", "Fri, 31 Dec 9999 23:59:59"}) {
+        const auto seconds = GADHTTPDate::secondsWithString(date);
+        ASSERT_TRUE(seconds) << date;
+        EXPECT_EQ(GADHTTPDate::stringWithSeconds(*seconds), date);
+        EXPECT_EQ(GADHTTPDate::secondsWithString(std::string("\t") + date + " "), seconds);
+    }
+    EXPECT_EQ(GADHTTPDate::stringWithSeconds(-0.5), "Wed, 31 Dec 1969 23:59:59");
+    EXPECT_EQ(GADHTTPDate::stringWithSeconds(1e300), "Fri, 31 Dec 9999 23:59:59");
 }
 
 TEST_F(GADCachedFileTest, AnUnexpectedStatusKeepsTheOldCopy) {
