@@ -15,6 +15,7 @@
 #include "platform/uikit/UITableView.h"
 #include "platform/uikit/UITableViewCell.h"
 #include "settings/Settings.h"
+#include "shell/AboutPageViewController.h"
 #include "shell/MainInterface.h"
 #include "web/WebBrowserViewController.h"
 
@@ -122,9 +123,10 @@ void RootViewController::viewDidUnload() {
     titleButton_.reset();
 }
 
-void RootViewController::presentAboutPage() {}
-
-void RootViewController::presentHelpOptions() {}
+void RootViewController::presentAboutPage() {
+    navigationController()->presentModalViewController(std::make_shared<AboutPageViewController>(),
+                                                       true);
+}
 
 const std::vector<MenuRecord>& RootViewController::recordsOfSection(int section) const {
     static const std::vector<MenuRecord> none;

@@ -1,4 +1,7 @@
 #pragma once
+#include "platform/uikit/MFMailComposeViewControllerDelegate.h"
+#include "platform/uikit/UIActionSheet.h"
+#include "platform/uikit/UIAlertView.h"
 #include "platform/uikit/UITableViewDataSource.h"
 #include "platform/uikit/UITableViewDelegate.h"
 #include "platform/uikit/UIViewController.h"
@@ -11,6 +14,7 @@ namespace vistrel {
 class UIButton;
 class UIImage;
 class UITableView;
+struct Setting;
 
 /// One row of the main menu: a native screen, or an address for the browser.
 struct MenuRecord {
@@ -20,10 +24,14 @@ struct MenuRecord {
     std::string URL;
 };
 
-/// The main menu: the application's own sections, the members' page, the partner sites.
+/// The main menu: the application's own sections, the members' page, the partner sites; and the
+/// help behind its "Help" button.
 class RootViewController : public UIViewController,
                            public UITableViewDataSource,
-                           public UITableViewDelegate {
+                           public UITableViewDelegate,
+                           public UIActionSheetDelegate,
+                           public UIAlertViewDelegate,
+                           public MFMailComposeViewControllerDelegate {
 public:
     RootViewController();
     ~RootViewController() override;
@@ -36,6 +44,19 @@ public:
 
     void presentAboutPage();
     void presentHelpOptions();
+    void actionSheetClickedButtonAtIndex(UIActionSheet& actionSheet, int buttonIndex) override;
+    void alertViewClickedButtonAtIndex(UIAlertView& alertView, int buttonIndex) override;
+
+    void displayComposerSheetWebsiteSupport();
+    void displayComposerSheetApplicationSupport();
+    /// The same mails by a mailto address, for the desktop's mail program.
+    void launchMailAppOnDeviceWebsiteSupport();
+    void launchMailAppOnDeviceApplicationSupport();
+    void mailComposeControllerDidFinishWithResultError(MFMailComposeViewController& controller,
+                                                       MFMailComposeResult result,
+                                                       const NSError* error) override;
+    /// Opens the user's profile in the first client that is installed, else on the web.
+    void openTwitterAppForFollowingUser(const std::string& userName);
 
     void loadView() override;
     void viewDidLoad() override;
@@ -55,6 +76,14 @@ private:
     void buildLists();
     const std::vector<MenuRecord>& recordsOfSection(int section) const;
     void pushBrowser(const MenuRecord& record);
+    /// This screen as one of the protocols that it adopts.
+    template <typename Protocol>
+    std::weak_ptr<Protocol> asDelegate();
+    void showAlert(const char* title, std::string message, const char* cancelTitle,
+                   std::vector<std::string> otherTitles, int rows = 0);
+    void sendWebsiteSupportMail();
+    void sendApplicationSupportMail();
+    void displayComposerSheet(const Setting& recipient, const char* subject);
 
     std::vector<MenuRecord> menuList_;
     std::vector<MenuRecord> moreSitesList_;

@@ -13,10 +13,23 @@ int hexDigit(char character) {
     return -1;
 }
 
-bool mayStandInPath(char character) {
-    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
-           (character >= '0' && character <= '9') ||
-           std::string_view("-._~/!$&'()*+,=:@").find(character) != std::string_view::npos;
+std::string encodedExcept(std::string_view plainMarks, std::string_view text) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string encoded;
+    encoded.reserve(text.size());
+    for (const char character : text) {
+        if ((character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
+            (character >= '0' && character <= '9') ||
+            plainMarks.find(character) != std::string_view::npos) {
+            encoded += character;
+            continue;
+        }
+        const auto byte = static_cast<unsigned char>(character);
+        encoded += '%';
+        encoded += digits[byte >> 4];
+        encoded += digits[byte & 15];
+    }
+    return encoded;
 }
 }
 
@@ -53,20 +66,11 @@ std::string percentDecoded(std::string_view text) {
 }
 
 std::string percentEncodedPath(std::string_view path) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string encoded;
-    encoded.reserve(path.size());
-    for (const char character : path) {
-        if (mayStandInPath(character)) {
-            encoded += character;
-            continue;
-        }
-        const auto byte = static_cast<unsigned char>(character);
-        encoded += '%';
-        encoded += digits[byte >> 4];
-        encoded += digits[byte & 15];
-    }
-    return encoded;
+    return encodedExcept("-._~/!$&'()*+,=:@", path);
+}
+
+std::string percentEncodedComponent(std::string_view text) {
+    return encodedExcept("-._~", text);
 }
 
 }

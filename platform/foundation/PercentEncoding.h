@@ -14,4 +14,7 @@ namespace vistrel {
 /// Escapes what may not stand in the path of an address.
 [[nodiscard]] std::string percentEncodedPath(std::string_view path);
 
+/// Escapes all but letters, digits and "-._~": right for any part of an address.
+[[nodiscard]] std::string percentEncodedComponent(std::string_view text);
+
 }

@@ -1,0 +1,21 @@
+#pragma once
+#include "platform/uikit/UIViewController.h"
+
+#include <string>
+
+namespace vistrel {
+
+/// The application's credits as one picture, shown modally under a bar of its own. Upright only.
+class AboutPageViewController : public UIViewController {
+public:
+    /// Where donations are made, formed from the settings.
+    static std::string donationAddress();
+
+    void viewDidLoad() override;
+    bool shouldAutorotateToInterfaceOrientation(UIInterfaceOrientation orientation) override;
+
+    void dismissAction();
+    void donate();
+};
+
+}

@@ -1,0 +1,86 @@
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIBarButtonItem.h"
+#include "platform/uikit/UIImageView.h"
+#include "platform/uikit/UINavigationBar.h"
+#include "shell/AboutPageViewController.h"
+#include "shell/RootViewController.h"
+#include "tests/support/ui/ScreenTest.h"
+
+#include <gmock/gmock.h>
+
+namespace vistrel {
+namespace {
+
+using ::testing::ElementsAre;
+
+class AboutPageTest : public support::ScreenTest {
+protected:
+    AboutPageTest() {
+        menu_ = std::make_shared<RootViewController>();
+        push(menu_);
+        settle();
+    }
+    ~AboutPageTest() override { menu_.reset(); }
+
+    std::shared_ptr<AboutPageViewController> page() {
+        return std::dynamic_pointer_cast<AboutPageViewController>(
+            navigation().modalViewController());
+    }
+
+    std::shared_ptr<RootViewController> menu_;
+};
+
+TEST_F(AboutPageTest, TheCreditsButtonAndTheLogoBothOpenItAndDoneClosesIt) {
+    for (const char* opener : {"Credits", "Vistrel"}) {
+        EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, opener)) << opener;
+        settle();
+        ASSERT_TRUE(page()) << opener;
+        EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, "Done"));
+        settle();
+        EXPECT_FALSE(page());
+        EXPECT_EQ(navigation().topViewController(), menu_);
+    }
+}
+
+TEST_F(AboutPageTest, ABarOfItsOwnStandsOverThePictureWhichMayBeMissing) {
+    menu_->presentAboutPage();
+    settle();
+    const auto& views = page()->view()->subviews();
+    ASSERT_EQ(views.size(), 2U);
+    const auto bar = std::dynamic_pointer_cast<UINavigationBar>(views[0]);
+    const auto picture = std::dynamic_pointer_cast<UIImageView>(views[1]);
+    ASSERT_TRUE(bar && picture);
+    EXPECT_EQ(bar->frame(), CGRectMake(0, 0, 320, 44));
+    EXPECT_EQ(bar->autoresizingMask(), 10U);
+    EXPECT_EQ(bar->topItem()->title(), "Credits");
+    EXPECT_EQ(bar->topItem()->leftBarButtonItem()->title(), "Donate");
+    EXPECT_EQ(bar->topItem()->rightBarButtonItem()->style(), UIBarButtonItemStyle::Bordered);
+    EXPECT_EQ(picture->frame(), CGRectMake(0, 44, 320, 416));
+    EXPECT_FALSE(picture->image());
+}
+
+TEST_F(AboutPageTest, ItStaysUpright) {
+    AboutPageViewController page;
+    using Orientation = UIInterfaceOrientation;
+    EXPECT_TRUE(page.shouldAutorotateToInterfaceOrientation(Orientation::Portrait));
+    for (const Orientation other :
+         {Orientation::PortraitUpsideDown, Orientation::LandscapeLeft, Orientation::LandscapeRight})
+        EXPECT_FALSE(page.shouldAutorotateToInterfaceOrientation(other));
+}
+
+TEST_F(AboutPageTest, DonateOpensTheAddressWithItsQueryInOrder) {
+    auto& settings = deterministicHost().settings;
+    settings["donation/host"] = "pay.example";
+    settings["donation/business"] = "A&B";
+    settings["donation/item-name"] = "Zoë's fund";
+    menu_->presentAboutPage();
+    settle();
+    EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, "Donate"));
+    EXPECT_THAT(desktop().openedURLs(),
+                ElementsAre("https://pay.example/cgi-bin/webscr?cmd=_donations&business=A%26B&lc=IE"
+                            "&item_name=Zo%C3%AB%27s%20fund&currency_code=EUR"
+                            "&bn=PP%2dDonationsBF%3abtn_donate_LG%2egif%3aNonHosted"));
+}
+
+}
+}
