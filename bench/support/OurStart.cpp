@@ -1,0 +1,84 @@
+#include "platform/foundation/NSRunLoop.h"
+#include "platform/host/Display.h"
+#include "platform/host/EventLoop.h"
+#include "platform/host/Host.h"
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIApplicationDelegate.h"
+#include "platform/uikit/UIApplicationMain.h"
+#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/UIWebView.h"
+#include "settings/Settings.h"
+#include "shell/MainInterface.h"
+#include "shell/VistrelAppDelegate.h"
+#include "web/WebBrowserViewController.h"
+
+#include <cstdio>
+#include <string>
+
+namespace vistrel {
+
+namespace {
+
+void say(const char* what) {
+    std::puts(what);
+    std::fflush(stdout);
+}
+
+UINavigationController& navigation() {
+    auto* delegate =
+        dynamic_cast<VistrelAppDelegate*>(UIApplication::sharedApplication().delegate());
+    return *delegate->navigationController();
+}
+
+/// Says so once the page has been painted after its load.
+void watch(const std::shared_ptr<WebBrowserViewController>& browser, unsigned framesAtEnd) {
+    const bool isLoaded = browser->webView() && !browser->download() &&
+                          !browser->webView()->isLoading() &&
+                          !browser->webView()->URLString().empty();
+    const unsigned frames = host::current().display->framesDrawn();
+    if (isLoaded && framesAtEnd != 0 && frames > framesAtEnd) {
+        say("shown");
+        return;
+    }
+    const unsigned mark = isLoaded && framesAtEnd == 0 ? frames : framesAtEnd;
+    NSRunLoop::performAfterDelay(0.005, [browser, mark] { watch(browser, mark); });
+}
+
+void openPage(const std::string& url) {
+    const auto browser = WebBrowserViewController::withTitleURL("Page", url);
+    navigation().pushViewController(browser, true);
+    watch(browser, 0);
+}
+
+/// How many frames the menu draws in a while in which nothing happens.
+void countIdleFrames() {
+    NSRunLoop::performAfterDelay(2, [] {
+        const unsigned before = host::current().display->framesDrawn();
+        NSRunLoop::performAfterDelay(5, [before] {
+            std::printf("idle %u\n", host::current().display->framesDrawn() - before);
+            say("shown");
+        });
+    });
+}
+
+}
+}
+
+/// The application as it is: says when its menu is on screen, then opens a page or rests.
+/// Arguments: "menu", "idle", or "page" and an address; then the device root.
+int main(int argc, char* argv[]) {
+    using namespace vistrel;
+    const std::string mode = argv[1];
+    UILaunchOptions options;
+    options.deviceRoot = argv[2];
+    options.scale = 2;
+    options.didLaunch = [&mode, argv] {
+        if (mode == "menu")
+            say("shown");
+        else if (mode == "idle")
+            countIdleFrames();
+        else
+            openPage(argv[3]);
+    };
+    return UIApplicationMain(argc, argv, options, makeMainInterface);
+}
