@@ -43,7 +43,8 @@ int runApplication(const UILaunchOptions& options, const UIMainInterface& mainIn
     auto& application = UIApplication::sharedApplication();
     application.setDelegate(mainInterface());
     application.finishLaunching();
-    window.setFirstFrameHandler([&host, &options] {
+    window.setFirstFrameHandler([&host, &options, &window] {
+        window.setIcon();
         if (options.didLaunch)
             options.didLaunch();
         host.webEngine().warmUp();
@@ -65,9 +66,9 @@ int UIApplicationMain(int, char*[], const UILaunchOptions& options,
     if (!openDisplay(options.serveToBrowser, broadway))
         return 1;
     // The toolkit's C++ side is set up by an application object, not by initialising the toolkit.
+    // It is not registered: going to the session bus would delay the first frame for nothing.
     const auto toolkit =
         Gtk::Application::create(kApplicationID, Gio::Application::Flags::NON_UNIQUE);
-    toolkit->register_application();
     LinuxHost host(options.deviceRoot);
     return runApplication(options, mainInterface, host);
 }

@@ -89,6 +89,8 @@ NativeReference<WebKitWebView> WebKitEngine::makeView() {
 std::unique_ptr<host::WebPage> WebKitEngine::createPage() {
     NativeReference<WebKitWebView> view = spare_ ? std::move(spare_) : makeView();
     spare_ = {};
+    // A page that comes before the warm-up makes a spare one needless: it would cost a process.
+    spareStarted_ = true;
     return std::make_unique<WebKitPage>(std::move(view), cookies_);
 }
 

@@ -32,7 +32,6 @@ PhoneWindow::PhoneWindow(double scale)
     : input_(screen_) {
     const double factor = scale > 0 ? scale : scaleThatFitsMonitor();
     window_.set_title("Vistrel");
-    window_.set_icon_name("org.vistrel.Vistrel");
     window_.set_default_size(static_cast<int>(std::lround(kScreenWidth * factor)),
                              static_cast<int>(std::lround(kScreenHeight * factor)));
     window_.set_child(screen_);
@@ -52,6 +51,10 @@ PhoneWindow::~PhoneWindow() {
     // The application has ended before its window: it must not hear of the window's end.
     for (auto& signal : stateSignals_)
         signal.disconnect();
+}
+
+void PhoneWindow::setIcon() {
+    window_.set_icon_name("org.vistrel.Vistrel");
 }
 
 void PhoneWindow::setFirstFrameHandler(std::function<void()> handler) {

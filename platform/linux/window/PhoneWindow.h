@@ -22,6 +22,8 @@ public:
     ScreenWidget& screen() { return screen_; }
     void setFirstFrameHandler(std::function<void()> handler);
     void setCloseHandler(std::function<void()> handler) { close_ = std::move(handler); }
+    /// Reads the icon theme, which takes a while: after the first frame.
+    void setIcon();
     void present() { window_.present(); }
 
 private:
