@@ -3,6 +3,8 @@
 #include "platform/foundation/NSArrayPathUtilities.h"
 #include "platform/foundation/NSFileManager.h"
 
+#include <utility>
+
 namespace vistrel {
 
 std::string pathOfDownload(const std::string& name) {
@@ -10,8 +12,8 @@ std::string pathOfDownload(const std::string& name) {
 }
 
 std::vector<std::string> strayFilesInFolder(const std::string& folder) {
-    const auto listing = NSFileManager::defaultManager().contentsOfDirectoryAtPath(folder);
-    return pathsMatchingExtensions(listing.names, kMediaExtensions);
+    auto listing = NSFileManager::defaultManager().contentsOfDirectoryAtPath(folder);
+    return pathsMatchingExtensions(std::move(listing.names), kMediaExtensions);
 }
 
 void moveStrayFiles() {

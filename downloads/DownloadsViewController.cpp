@@ -14,6 +14,8 @@
 #include "platform/uikit/UITableView.h"
 #include "web/OvoMoviePlayerViewController.h"
 
+#include <utility>
+
 namespace vistrel {
 
 namespace {
@@ -36,10 +38,10 @@ DownloadsViewController::~DownloadsViewController() {
 
 void DownloadsViewController::updateArray() {
     auto& files = NSFileManager::defaultManager();
-    const auto videoListing = files.contentsOfDirectoryAtPath(kDownloadsFolder);
-    movieFiles_ = pathsMatchingExtensions(videoListing.names, kVideoExtensions);
-    const auto musicListing = files.contentsOfDirectoryAtPath(kDownloadsFolder);
-    musicFiles_ = pathsMatchingExtensions(musicListing.names, kMusicExtensions);
+    auto videoListing = files.contentsOfDirectoryAtPath(kDownloadsFolder);
+    movieFiles_ = pathsMatchingExtensions(std::move(videoListing.names), kVideoExtensions);
+    auto musicListing = files.contentsOfDirectoryAtPath(kDownloadsFolder);
+    musicFiles_ = pathsMatchingExtensions(std::move(musicListing.names), kMusicExtensions);
     if (musicListing.error)
         NSLog(musicListing.error->description());
     else if (videoListing.error)

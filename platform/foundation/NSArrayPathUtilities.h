@@ -15,5 +15,8 @@ std::string_view stringByDeletingPathExtension(std::string_view name);
 /// The names whose extension equals one of the given strings exactly, in their order.
 std::vector<std::string> pathsMatchingExtensions(std::span<const std::string> names,
                                                  std::span<const std::string_view> extensions);
+/// The same out of a list that is not needed any more: no name is copied.
+std::vector<std::string> pathsMatchingExtensions(std::vector<std::string>&& names,
+                                                 std::span<const std::string_view> extensions);
 
 }

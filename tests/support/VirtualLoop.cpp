@@ -46,7 +46,9 @@ void VirtualLoop::advance(double seconds) {
             return;
         }
     }
-    now_ = target;
+    // Work may have moved the clock further by itself.
+    if (target > now_)
+        now_ = target;
 }
 
 bool VirtualLoop::runUntil(const std::function<bool()>& condition, double atMost) {

@@ -1,0 +1,126 @@
+#include "platform/foundation/NSNotificationCenter.h"
+#include "platform/foundation/NSRunLoop.h"
+#include "platform/foundation/NSTimer.h"
+#include "tests/support/HostTest.h"
+
+#include <gmock/gmock.h>
+
+namespace vistrel {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class NSTimerTest : public support::HostTest {
+protected:
+    std::function<void()> note() {
+        return [this] {
+            fired_.push_back(NSRunLoop::now() - start_);
+        };
+    }
+    double start_ = 1000;
+    std::vector<double> fired_;
+};
+
+TEST_F(NSTimerTest, FiresOnceWithoutBeingHeldAndIsThenInvalid) {
+    const auto timer = NSTimer::scheduledTimer(30, NSTimer::Repeats::No, note());
+    NSTimer::scheduledTimer(2, NSTimer::Repeats::No, note());
+    advance(29.9);
+    EXPECT_THAT(fired_, ElementsAre(2));
+    EXPECT_TRUE(timer->isValid());
+    advance(86'400);
+    EXPECT_THAT(fired_, ElementsAre(2, 30));
+    EXPECT_FALSE(timer->isValid());
+    EXPECT_EQ(loop().pendingWork(), 0U);
+}
+
+TEST_F(NSTimerTest, RepeatsWithoutDriftAndSkipsWhatItMissed) {
+    const auto timer = NSTimer::scheduledTimer(1, NSTimer::Repeats::Yes, [this] {
+        note()();
+        if (fired_.size() == 2)
+            advance(2.5); // a slow action
+    });
+    advance(3);
+    advance(1);
+    timer->invalidate();
+    timer->invalidate();
+    advance(5);
+    EXPECT_THAT(fired_, ElementsAre(1, 2, 5));
+    EXPECT_EQ(loop().pendingWork(), 0U);
+}
+
+TEST_F(NSTimerTest, InvalidatingFromTheActionIsTheLastFiring) {
+    std::shared_ptr<NSTimer> timer;
+    timer = NSTimer::scheduledTimer(0, NSTimer::Repeats::Yes, [&] {
+        note()();
+        timer->invalidate();
+        timer.reset();
+    });
+    advance(1);
+    EXPECT_EQ(fired_.size(), 1U);
+}
+
+TEST_F(NSTimerTest, CancelledPerformsAreForgotten) {
+    const auto token = NSRunLoop::performAfterDelay(1, note());
+    NSRunLoop::performAfterDelay(-5, note());
+    NSRunLoop::cancelPerform(token);
+    NSRunLoop::cancelPerform(0);
+    advance(2);
+    EXPECT_THAT(fired_, ElementsAre(0));
+}
+
+class NSNotificationCenterTest : public ::testing::Test {
+protected:
+    ~NSNotificationCenterTest() override {
+        for (const int& observer : observers_)
+            center_.removeObserver(&observer);
+    }
+    void observe(int index, const std::string& name, const void* object,
+                 std::function<void()> also = {}) {
+        center_.addObserver(&observers_[index], name, object,
+                            [this, index, also](const NSNotification& notification) {
+                                heard_.push_back(std::to_string(index) + notification.name);
+                                if (also)
+                                    also();
+                            });
+    }
+    NSNotificationCenter& center_ = NSNotificationCenter::defaultCenter();
+    int observers_[4] = {};
+    std::vector<std::string> heard_;
+};
+
+TEST_F(NSNotificationCenterTest, ReachesThoseWhoAskedForTheNameAndTheSender) {
+    int sender = 0;
+    int other = 0;
+    observe(0, "A", nullptr);
+    observe(1, "A", &sender);
+    observe(2, "B", nullptr);
+    center_.postNotification("A", &other);
+    center_.postNotification("A", &sender);
+    center_.postNotification("C", &sender);
+    EXPECT_THAT(heard_, ElementsAre("0A", "0A", "1A"));
+    heard_.clear();
+    center_.removeObserver(&observers_[1], "A", &other);
+    center_.removeObserver(&observers_[0], "B");
+    center_.postNotification("A", &sender);
+    EXPECT_THAT(heard_, ElementsAre("0A", "1A")) << "nothing that was registered was named";
+}
+
+TEST_F(NSNotificationCenterTest, HandlersMayRegisterRemoveAndPost) {
+    observe(0, "A", nullptr, [this] {
+        center_.removeObserver(&observers_[1]);
+        center_.removeObserver(&observers_[0]);
+        observe(3, "A", nullptr);
+        center_.postNotification("B");
+    });
+    observe(1, "A", nullptr);
+    observe(2, "B", nullptr);
+    center_.postNotification("A");
+    EXPECT_THAT(heard_, ElementsAre("0A", "2B")) << "a removed one is not called any more";
+    heard_.clear();
+    center_.postNotification("A");
+    EXPECT_THAT(heard_, ElementsAre("3A"));
+}
+
+}
+}
