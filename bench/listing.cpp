@@ -7,7 +7,6 @@
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -62,23 +61,23 @@ void bareLoopTwice(const std::string& folder) {
     }
 }
 
-void findTwice(const std::string& folder) {
+/// The names come into this process, as ours do.
+std::size_t findTwice(const std::string& folder) {
     const std::array lists{
         "\\( -name '*.m4v' -o -name '*.M4V' -o -name '*.mp4' -o -name '*.MP4' \\)",
         "\\( -name '*.mp3' -o -name '*.MP3' \\)"};
+    std::array<char, 65536> buffer{};
+    std::size_t names = 0;
     for (const char* list : lists) {
         const std::string command =
-            "exec find '" + folder + "' -mindepth 1 -maxdepth 1 " + list + " >/dev/null";
-        const pid_t child = fork();
-        if (child == 0) {
-            execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
-            _exit(127);
-        }
-        int status = 0;
-        waitpid(child, &status, 0);
-        if (status != 0)
-            std::exit(1);
+            "exec find '" + folder + "' -mindepth 1 -maxdepth 1 " + list + " -printf '%f\\n'";
+        FILE* found = popen(command.c_str(), "re");
+        while (const std::size_t size = fread(buffer.data(), 1, buffer.size(), found))
+            names +=
+                static_cast<std::size_t>(std::count(buffer.begin(), buffer.begin() + size, '\n'));
+        pclose(found);
     }
+    return names;
 }
 
 bool line(const char* name, double ours, double peer, double ratio, double bound, bool holds) {
@@ -103,14 +102,15 @@ int main() {
     double bare = 1e9;
     double find = 1e9;
     std::size_t kept = 0;
+    std::size_t found = 0;
     for (int round = 0; round < kRounds; ++round) {
         bare = std::min(bare, secondsOf([&] { bareLoopTwice(folder); }));
         ours = std::min(ours, secondsOf([&] { kept = classified(); }));
-        find = std::min(find, secondsOf([&] { findTwice(folder); }));
+        find = std::min(find, secondsOf([&] { found = findTwice(folder); }));
     }
     fs::remove_all(root);
-    if (kept != static_cast<std::size_t>(kFiles) / 6 * 5 + 4) {
-        std::fprintf(stderr, "listing: %zu names kept\n", kept);
+    if (kept != found || kept < static_cast<std::size_t>(kFiles) / 2) {
+        std::fprintf(stderr, "listing: %zu names kept, %zu found\n", kept, found);
         return 1;
     }
     bool holds = line("listing/find", ours, find, find / ours, 5, ours * 5 <= find);
