@@ -2,6 +2,7 @@
 
 namespace vistrel {
 
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the name that the type macros ask for
 struct _VistrelFramePaintable {
     GObject parent;
     GdkTexture* frame;

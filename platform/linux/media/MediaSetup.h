@@ -2,6 +2,7 @@
 #include <functional>
 #include <string>
 
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the library's own name
 using SoupCookieJar = struct _SoupCookieJar;
 
 namespace vistrel {

@@ -1,6 +1,8 @@
 #pragma once
+// NOLINTBEGIN(bugprone-reserved-identifier): the library's own names
 using GtkWidget = struct _GtkWidget;
 using GdkPaintable = struct _GdkPaintable;
+// NOLINTEND(bugprone-reserved-identifier)
 
 namespace vistrel {
 
