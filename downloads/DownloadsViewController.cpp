@@ -1,5 +1,6 @@
 #include "downloads/DownloadsViewController.h"
 
+#include "audio/OvoAudioPlayerController.h"
 #include "downloads/DownloadsFolder.h"
 #include "downloads/DownloadsTableViewCell.h"
 #include "platform/foundation/NSArrayPathUtilities.h"
@@ -9,6 +10,7 @@
 #include "platform/foundation/NSURL.h"
 #include "platform/graphics/UIImage.h"
 #include "platform/uikit/UIImageView.h"
+#include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UINavigationItem.h"
 #include "platform/uikit/UIProgressHUD.h"
 #include "platform/uikit/UITableView.h"
@@ -203,6 +205,8 @@ void DownloadsViewController::tableViewDidSelectRowAtIndexPath(UITableView& tabl
     tableView.deselectRowAtIndexPath(indexPath, true);
     if (indexPath.section == kVideoSection)
         playVideo(movieFiles_[static_cast<std::size_t>(indexPath.row)]);
+    else if (indexPath.section == kMusicSection)
+        playMusic(static_cast<std::uint32_t>(indexPath.row));
 }
 
 void DownloadsViewController::playVideo(const std::string& name) {
@@ -210,6 +214,22 @@ void DownloadsViewController::playVideo(const std::string& name) {
         OvoMoviePlayerViewController::withURL(NSURL::fileURLWithPath(pathOfDownload(name)));
     presentModalViewController(player, true);
     player->readyPlayer();
+}
+
+/// Tags are read later: thousands at once would hold the player up.
+void DownloadsViewController::playMusic(std::uint32_t row) {
+    OvoAudioPlayerController::SoundFiles soundFiles;
+    soundFiles.reserve(musicFiles_.size());
+    for (const std::string& name : musicFiles_)
+        soundFiles.push_back(std::make_shared<OvoAudioFile>(
+            NSURL::fileURLWithPath(pathOfDownload(name)), OvoAudioFile::Reading::WhenAsked));
+    UIViewController* presenter = navigationController();
+    if (!presenter)
+        presenter = this;
+    presenter->presentModalViewController(
+        OvoAudioPlayerController::withSoundFilesAtPathAndSelectedIndex(std::move(soundFiles),
+                                                                       kDownloadsFolder, row),
+        true);
 }
 
 }

@@ -4,6 +4,7 @@
 #include "platform/uikit/UITableViewDelegate.h"
 #include "platform/uikit/UIViewController.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -60,6 +61,8 @@ public:
 private:
     const std::vector<std::string>& filesOfSection(int section) const;
     void playVideo(const std::string& name);
+    /// The whole section is the queue.
+    void playMusic(std::uint32_t row);
 
     std::vector<std::string> movieFiles_;
     std::vector<std::string> musicFiles_;

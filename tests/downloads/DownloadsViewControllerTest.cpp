@@ -1,5 +1,6 @@
 #include "downloads/DownloadsViewController.h"
 
+#include "audio/OvoAudioPlayerController.h"
 #include "catalogue/ABTableViewCellOpaqueView.h"
 #include "downloads/DownloadsTableViewCell.h"
 #include "platform/uikit/UITableView.h"
@@ -173,6 +174,33 @@ TEST_F(DownloadsTest, AVideoRowPlaysItsFile) {
     media().player()->end();
     settle();
     EXPECT_EQ(screen->movieFiles().size(), 2U) << "the folder is read again behind the player";
+}
+
+TEST_F(DownloadsTest, AMusicRowPlaysItInTheMidstOfAllTheMusic) {
+    for (const char* name : {"b.mp3", "Clip.mp4", "A Song.MP3", "c.mp3"})
+        files().put(kFolder + name);
+    const auto screen = open();
+    screen->tableViewDidSelectRowAtIndexPath(*screen->tableView(), {1, 2});
+    settle();
+    const auto player =
+        std::dynamic_pointer_cast<OvoAudioPlayerController>(navigation().modalViewController());
+    ASSERT_TRUE(player);
+    std::vector<std::string> queue;
+    for (const auto& file : player->soundFiles())
+        queue.push_back(file->filePath().absoluteString());
+    EXPECT_THAT(queue, ElementsAre("file:///var/mobile/Library/Downloads/b.mp3",
+                                   "file:///var/mobile/Library/Downloads/A%20Song.MP3",
+                                   "file:///var/mobile/Library/Downloads/c.mp3"));
+    EXPECT_EQ(player->soundFilesPath(), kFolder);
+    EXPECT_EQ(player->selectedIndex(), 2U);
+    ASSERT_TRUE(media().player());
+    EXPECT_EQ(media().player()->url(), queue[2]);
+    EXPECT_TRUE(media().player()->isPlaying());
+
+    files().put(kFolder + "new.mp3");
+    player->dismissAudioPlayer();
+    settle();
+    EXPECT_EQ(screen->musicFiles().size(), 4U) << "the folder is read again behind the player";
 }
 
 TEST_F(DownloadsTest, SectionsAreTitledAndOthersAreNot) {

@@ -53,6 +53,7 @@ LinuxHost::LinuxHost(const std::string& deviceRoot)
     host_.network = &network_;
     host_.webEngine = &webEngine_;
     host_.media = &media_;
+    host_.mediaControls = &mediaControls_;
     host_.preferences = &preferences_;
     host_.desktop = &desktop_;
     host_.device = &device_;

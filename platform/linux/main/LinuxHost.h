@@ -9,6 +9,7 @@
 #include "platform/linux/main/SettingsFile.h"
 #include "platform/linux/modules/DeferredMedia.h"
 #include "platform/linux/modules/DeferredWebEngine.h"
+#include "platform/linux/mpris/MprisControls.h"
 #include "platform/linux/network/SoupNetwork.h"
 #include "platform/linux/preferences/PlistPreferences.h"
 
@@ -44,6 +45,7 @@ private:
     LibraryCrypto crypto_;
     DeferredWebEngine webEngine_;
     DeferredMedia media_;
+    MprisControls mediaControls_;
     host::Host host_;
 };
 

@@ -1,0 +1,219 @@
+// The player on a bus of its own, asked as a desktop asks.
+#include "platform/linux/mpris/MprisControls.h"
+
+#include "platform/linux/mpris/MprisInterface.h"
+#include "tests/linux/MainLoop.h"
+
+#include <gio/gio.h>
+#include <gmock/gmock.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vistrel {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class RecordingClient : public host::MediaControlsClient {
+public:
+    void mediaPlay() override { asked.emplace_back("play"); }
+    void mediaPause() override { asked.emplace_back("pause"); }
+    void mediaStop() override { asked.emplace_back("stop"); }
+    void mediaNext() override { asked.emplace_back("next"); }
+    void mediaPrevious() override { asked.emplace_back("previous"); }
+    void mediaSeek(double seconds) override {
+        asked.push_back("seek " + std::to_string(static_cast<int>(seconds * 1000)));
+    }
+    void mediaSetVolume(float volume) override {
+        asked.push_back("volume " + std::to_string(static_cast<int>(volume * 100)));
+    }
+    double mediaPosition() const override { return 12.5; }
+
+    std::vector<std::string> asked;
+};
+
+class MprisControlsTest : public testing::Test {
+protected:
+    MprisControlsTest() {
+        g_test_dbus_up(bus_);
+        desktop_ = connect();
+        controls_ = std::make_unique<MprisControls>(address());
+        playing_.track = 3;
+        playing_.title = "A Song";
+        playing_.artist = "A Singer";
+        playing_.url = "file:///a/song.mp3";
+        playing_.duration = 200;
+        playing_.state = host::NowPlaying::State::Playing;
+        playing_.canGoNext = playing_.canPlay = true;
+        playing_.volume = 0.5F;
+    }
+    ~MprisControlsTest() override {
+        controls_ = nullptr;
+        g_object_unref(desktop_);
+        g_test_dbus_stop(bus_);
+        g_object_unref(bus_);
+    }
+
+    std::string address() const { return g_test_dbus_get_bus_address(bus_); }
+    GDBusConnection* connect() const {
+        return g_dbus_connection_new_for_address_sync(
+            address().c_str(),
+            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
+            nullptr, nullptr, nullptr);
+    }
+    /// The answer as text, or "error".
+    std::string ask(const char* destination, const char* path, const char* interface,
+                    const char* method, GVariant* arguments) {
+        struct Answer {
+            bool came = false;
+            std::string text;
+        } answer;
+        g_dbus_connection_call(
+            desktop_, destination, path, interface, method, arguments, nullptr,
+            G_DBUS_CALL_FLAGS_NO_AUTO_START, 5000, nullptr,
+            [](GObject* source, GAsyncResult* result, gpointer data) {
+                auto& got = *static_cast<Answer*>(data);
+                got.came = true;
+                GVariant* value =
+                    g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr);
+                got.text = "error";
+                if (!value)
+                    return;
+                char* printed = g_variant_print(value, FALSE);
+                got.text = printed;
+                g_free(printed);
+                g_variant_unref(value);
+            },
+            &answer);
+        EXPECT_TRUE(turnUntil([&] { return answer.came; }, 6));
+        return answer.text;
+    }
+    std::string call(const char* method, GVariant* arguments = nullptr) {
+        return ask(kMprisBusName, kMprisPath, kMprisPlayer, method, arguments);
+    }
+    std::string property(const char* interface, const char* name) {
+        return ask(kMprisBusName, kMprisPath, "org.freedesktop.DBus.Properties", "Get",
+                   g_variant_new("(ss)", interface, name));
+    }
+    bool isOnBus() {
+        return ask("org.freedesktop.DBus", "/", "org.freedesktop.DBus", "NameHasOwner",
+                   g_variant_new("(s)", kMprisBusName)) == "(true,)";
+    }
+    void appear() {
+        controls_->setClient(&client_);
+        controls_->setNowPlaying(playing_);
+        ASSERT_TRUE(turnUntil([this] { return isOnBus(); }, 6));
+    }
+
+    GTestDBus* bus_ = g_test_dbus_new(G_TEST_DBUS_NONE);
+    GDBusConnection* desktop_ = nullptr;
+    std::unique_ptr<MprisControls> controls_;
+    RecordingClient client_;
+    host::NowPlaying playing_;
+};
+
+TEST_F(MprisControlsTest, ThePlayerIsOnTheBusOnlyWhileThereIsOne) {
+    EXPECT_FALSE(isOnBus());
+    appear();
+    EXPECT_EQ(property(kMprisRoot, "Identity"), "(<'Vistrel'>,)");
+    EXPECT_EQ(property(kMprisRoot, "CanQuit"), "(<false>,)");
+    controls_->setClient(nullptr);
+    EXPECT_TRUE(turnUntil([this] { return !isOnBus(); }, 6));
+    appear();
+    EXPECT_EQ(property(kMprisPlayer, "PlaybackStatus"), "(<'Playing'>,)");
+}
+
+TEST_F(MprisControlsTest, WhatPlaysCanBeRead) {
+    appear();
+    EXPECT_EQ(property(kMprisPlayer, "Position"), "(<int64 12500000>,)");
+    EXPECT_EQ(property(kMprisPlayer, "Volume"), "(<0.5>,)");
+    EXPECT_EQ(property(kMprisPlayer, "CanGoNext"), "(<true>,)");
+    EXPECT_EQ(property(kMprisPlayer, "CanGoPrevious"), "(<false>,)");
+    const std::string metadata = property(kMprisPlayer, "Metadata");
+    EXPECT_THAT(metadata, HasSubstr("'xesam:title': <'A Song'>"));
+    EXPECT_THAT(metadata, HasSubstr("'xesam:artist': <['A Singer']>"));
+    EXPECT_THAT(metadata, HasSubstr("'mpris:length': <int64 200000000>"));
+    EXPECT_THAT(metadata, HasSubstr("/track/3"));
+    EXPECT_THAT(metadata, testing::Not(HasSubstr("xesam:album")));
+
+    playing_.title = std::string("bad \xFF bytes");
+    controls_->setNowPlaying(playing_);
+    EXPECT_THAT(property(kMprisPlayer, "Metadata"), HasSubstr("bad \xEF\xBF\xBD bytes"));
+}
+
+TEST_F(MprisControlsTest, EveryKeyReachesThePlayer) {
+    appear();
+    const char* track = "/org/vistrel/Vistrel/track/3";
+    call("Next");
+    call("Previous");
+    call("PlayPause");
+    call("Play");
+    call("Pause");
+    call("Stop");
+    call("Seek", g_variant_new("(x)", gint64{5000000}));
+    call("Seek", g_variant_new("(x)", gint64{-60000000}));
+    call("Seek", g_variant_new("(x)", gint64{900000000}));
+    call("SetPosition", g_variant_new("(ox)", track, gint64{70500000}));
+    EXPECT_THAT(client_.asked, ElementsAre("next", "previous", "pause", "play", "pause", "stop",
+                                           "seek 17500", "seek 0", "next", "seek 70500"));
+    client_.asked.clear();
+    call("SetPosition", g_variant_new("(ox)", "/org/vistrel/Vistrel/track/2", gint64{1}));
+    call("SetPosition", g_variant_new("(ox)", track, gint64{-1}));
+    call("SetPosition", g_variant_new("(ox)", track, gint64{200000001}));
+    EXPECT_EQ(call("NoSuchThing"), "error");
+    EXPECT_THAT(client_.asked, IsEmpty());
+
+    playing_.state = host::NowPlaying::State::Paused;
+    controls_->setNowPlaying(playing_);
+    call("PlayPause");
+    ask(kMprisBusName, kMprisPath, "org.freedesktop.DBus.Properties", "Set",
+        g_variant_new("(ssv)", kMprisPlayer, "Volume", g_variant_new_double(7)));
+    EXPECT_EQ(ask(kMprisBusName, kMprisPath, "org.freedesktop.DBus.Properties", "Set",
+                  g_variant_new("(ssv)", kMprisPlayer, "Rate", g_variant_new_double(2))),
+              "error");
+    EXPECT_THAT(client_.asked, ElementsAre("play", "volume 100"));
+}
+
+TEST_F(MprisControlsTest, OnlyWhatHasChangedIsToldAndOnlyOnce) {
+    appear();
+    std::vector<std::string> told;
+    const guint subscription = g_dbus_connection_signal_subscribe(
+        desktop_, nullptr, nullptr, nullptr, kMprisPath, nullptr, G_DBUS_SIGNAL_FLAGS_NONE,
+        [](GDBusConnection*, const char*, const char*, const char*, const char* signal,
+           GVariant* arguments, gpointer data) {
+            char* printed = g_variant_print(arguments, FALSE);
+            static_cast<std::vector<std::string>*>(data)->push_back(std::string(signal) + printed);
+            g_free(printed);
+        },
+        &told, nullptr);
+    isOnBus(); // the subscription has reached the bus with this answer
+    playing_.state = host::NowPlaying::State::Paused;
+    controls_->setNowPlaying(playing_);
+    controls_->setNowPlaying(playing_);
+    controls_->positionJumped(1.5);
+    ASSERT_TRUE(turnUntil([&] { return told.size() >= 2; }, 6));
+    turnFor(0.05);
+    EXPECT_THAT(told, ElementsAre("PropertiesChanged('org.mpris.MediaPlayer2.Player', "
+                                  "{'PlaybackStatus': <'Paused'>}, [])",
+                                  "Seeked(1500000,)"));
+    g_dbus_connection_signal_unsubscribe(desktop_, subscription);
+}
+
+TEST(MprisWithoutBusTest, NothingHappensWithoutABus) {
+    MprisControls controls("unix:path=/nonexistent/bus");
+    RecordingClient client;
+    controls.setClient(&client);
+    controls.setNowPlaying({});
+    controls.positionJumped(1);
+    controls.setClient(nullptr);
+    EXPECT_THAT(client.asked, IsEmpty());
+}
+
+}
+}
