@@ -124,10 +124,10 @@ void UINavigationController::pushViewController(std::shared_ptr<UIViewController
     if (!controller || std::find(stack_.begin(), stack_.end(), controller) != stack_.end())
         return;
     finish();
-    auto old = topViewController();
+    const auto old = topViewController();
     adopt(*controller);
     stack_.push_back(std::move(controller));
-    begin(Way::Push, std::move(old), {}, animated);
+    begin(Way::Push, old, {}, animated);
 }
 
 std::shared_ptr<UIViewController> UINavigationController::popViewControllerAnimated(bool animated) {
@@ -148,11 +148,11 @@ void UINavigationController::popTo(std::size_t count, bool animated) {
     const auto first = stack_.begin() + static_cast<std::ptrdiff_t>(count);
     std::vector<std::shared_ptr<UIViewController>> leaving(first, stack_.end());
     stack_.erase(first, stack_.end());
-    auto old = leaving.back();
-    begin(Way::Pop, std::move(old), std::move(leaving), animated);
+    const auto old = leaving.back();
+    begin(Way::Pop, old, std::move(leaving), animated);
 }
 
-void UINavigationController::begin(Way way, std::shared_ptr<UIViewController> old,
+void UINavigationController::begin(Way way, const std::shared_ptr<UIViewController>& old,
                                    std::vector<std::shared_ptr<UIViewController>> leaving,
                                    bool animated) {
     const auto self = shared_from_this();

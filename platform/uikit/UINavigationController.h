@@ -47,7 +47,7 @@ private:
     std::vector<std::shared_ptr<UINavigationItem>> barItems() const;
     void popTo(std::size_t count, bool animated);
     /// Shows the top screen instead of `old`; `leaving` are no longer in the stack.
-    void begin(Way way, std::shared_ptr<UIViewController> old,
+    void begin(Way way, const std::shared_ptr<UIViewController>& old,
                std::vector<std::shared_ptr<UIViewController>> leaving, bool animated);
     void slide(Way way);
     void setTakesTouches(bool takes);

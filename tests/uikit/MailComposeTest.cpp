@@ -1,4 +1,6 @@
 #include "platform/foundation/NSError.h"
+#include "platform/host/EventLoop.h"
+#include "platform/host/Host.h"
 #include "platform/uikit/MFMailComposeViewController.h"
 #include "platform/uikit/UIActionSheet.h"
 #include "platform/uikit/UIAlertView.h"
@@ -26,6 +28,18 @@ struct Ending : MFMailComposeViewControllerDelegate {
 
     std::vector<int> results;
     std::string description;
+};
+
+/// Sends nothing, but keeps drafts.
+class RefusingDesktop : public support::RecordingDesktop {
+public:
+    using RecordingDesktop::RecordingDesktop;
+    void sendMail(host::OutgoingMail, std::function<void(double)>,
+                  std::function<void(host::Status)> done) override {
+        host::current().loop->schedule(0.5, [done] {
+            done(host::Failure{EACCES, "Wrong password."});
+        });
+    }
 };
 
 class MailCompose : public ScreenTest {
@@ -75,7 +89,23 @@ TEST_F(MailCompose, SendsWhatIsWrittenAndEndsOnce) {
     EXPECT_THAT(desktop().drafts(), IsEmpty());
 }
 
-TEST_F(MailCompose, AMailThatCannotBeSentIsKeptAsADraftWhenThatIsPossible) {
+TEST_F(MailCompose, AMailThatCannotBeSentIsKeptAsADraft) {
+    RefusingDesktop refusing(loop());
+    host::Desktop* const former = std::exchange(host::current().desktop, &refusing);
+    typeInto("Message", "Dear support, ");
+    tapButton("Send");
+    EXPECT_THAT(ending_->results, IsEmpty());
+    press(UIKeyCode::Escape);
+    advance(2);
+    EXPECT_THAT(ending_->results, ElementsAre(3)) << "Cancel waits while a mail is on its way";
+    EXPECT_EQ(ending_->description, "Wrong password.");
+    ASSERT_EQ(refusing.drafts().size(), 1u);
+    EXPECT_EQ(refusing.drafts().front().body, "Dear support, Please Describe:\n\n1.0");
+    EXPECT_THAT(UIAlertView::visibleAlerts(), IsEmpty());
+    host::current().desktop = former;
+}
+
+TEST_F(MailCompose, AMailThatCanNeitherBeSentNorKeptIsSaidToBeLost) {
     desktop().setMailFailure(host::Failure{ECONNREFUSED, "The server refused the connection."});
     tapButton("Send");
     advance(2);
