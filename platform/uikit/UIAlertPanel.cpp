@@ -135,8 +135,10 @@ void UIAlertPanel::layOutButtons(double top, int rows) {
     for (int index = 0; index < count; ++index) {
         // One under the other, the cancel button comes last.
         const int place = perRow > 1 ? index : (index + count - 1) % count;
-        const double x = kSide + place % perRow * (width + kButtonGap);
-        const double y = top + place / perRow * (kButtonHeight + kButtonGap);
+        const int row = place / perRow;
+        const int column = place % perRow;
+        const double x = kSide + column * (width + kButtonGap);
+        const double y = top + row * (kButtonHeight + kButtonGap);
         button(index)->setFrame(CGRectMake(x, y, width, kButtonHeight));
     }
 }
