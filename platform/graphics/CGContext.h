@@ -7,8 +7,9 @@
 #include <memory>
 #include <vector>
 
-struct _cairo;
-struct _cairo_pattern;
+// The drawing library's own names.
+struct _cairo;         // NOLINT(bugprone-reserved-identifier)
+struct _cairo_pattern; // NOLINT(bugprone-reserved-identifier)
 
 namespace vistrel {
 class Bitmap;

@@ -4,8 +4,8 @@
 
 #include <string>
 
-struct _PangoLayout;
-struct _PangoFontDescription;
+// The text library's own name.
+struct _PangoLayout; // NOLINT(bugprone-reserved-identifier)
 
 namespace vistrel {
 

@@ -77,17 +77,20 @@ void UIView::addSubview(std::shared_ptr<UIView> view) {
 
 void UIView::insertSubviewAtIndex(std::shared_ptr<UIView> view, std::size_t index) {
     assert(view && !isDescendantOfView(*view) && "a view cannot stand inside itself");
-    if (view->superview_ == this) {
+    auto& added = *view;
+    const bool staysHere = added.superview_ == this;
+    if (staysHere) {
         std::erase(subviews_, view);
-        index = std::min(index, subviews_.size());
-        subviews_.insert(subviews_.begin() + static_cast<std::ptrdiff_t>(index), view);
-        view->setNeedsComposition();
-        return;
+    } else {
+        added.removeFromSuperview();
     }
-    view->removeFromSuperview();
     index = std::min(index, subviews_.size());
-    subviews_.insert(subviews_.begin() + static_cast<std::ptrdiff_t>(index), view);
-    view->attachTo(this);
+    subviews_.insert(subviews_.begin() + static_cast<std::ptrdiff_t>(index), std::move(view));
+    if (staysHere) {
+        added.setNeedsComposition();
+    } else {
+        added.attachTo(this);
+    }
 }
 
 void UIView::insertSubviewBelowSubview(std::shared_ptr<UIView> view, const UIView& sibling) {
