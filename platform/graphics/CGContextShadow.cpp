@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cairo.h>
 #include <cmath>
+#include <cstddef>
 #include <cstring>
 #include <vector>
 
@@ -11,7 +12,8 @@ namespace vistrel {
 namespace {
 
 /// One pass of a running mean of width 2r+1 along a line of `count` bytes, `step` apart.
-void blurLine(unsigned char* line, int count, int step, int r, std::vector<unsigned char>& copy) {
+void blurLine(unsigned char* line, int count, std::ptrdiff_t step, int r,
+              std::vector<unsigned char>& copy) {
     for (int i = 0; i < count; ++i) {
         copy[static_cast<std::size_t>(i)] = line[i * step];
     }

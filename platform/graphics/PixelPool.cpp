@@ -7,7 +7,7 @@
 namespace vistrel {
 
 namespace {
-constexpr std::size_t kKeptBytes = 16 * 1024 * 1024;
+constexpr std::size_t kKeptBytes = std::size_t{16} * 1024 * 1024;
 }
 
 PixelPool& PixelPool::shared() {

@@ -2,6 +2,7 @@
 
 #include "platform/graphics/ValidText.h"
 
+#include <cmath>
 #include <functional>
 #include <list>
 #include <map>
@@ -146,7 +147,7 @@ PangoLayout* layoutFor(const std::string& text, const UIFont& font, double width
                        UILineBreakMode mode) {
     static auto& cache = *new LayoutCache;
     Key key = {text, font.pointSize(), font.isBold(),
-               width < 0 ? -1 : static_cast<int>(width * PANGO_SCALE + 0.5), mode};
+               width < 0 ? -1 : static_cast<int>(std::lround(width * PANGO_SCALE)), mode};
     if (auto* kept = cache.find(key)) {
         return kept;
     }

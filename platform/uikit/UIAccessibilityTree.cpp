@@ -27,7 +27,7 @@ public:
 
     void collectChildren(const UIView& view, const CGRect& visible, bool insideRow,
                          const CGAffineTransform& toRoot) {
-        const auto children = view.subviews();
+        const auto& children = view.subviews();
         auto first = children.begin();
         for (auto child = children.begin(); child != children.end(); ++child) {
             if (isModal(**child) && isPerceptible(**child)) {
