@@ -1,6 +1,7 @@
 #include "platform/linux/desktop/GioDesktop.h"
 
-#include <cerrno>
+#include "platform/linux/mail/MailService.h"
+
 #include <memory>
 #include <utility>
 
@@ -18,14 +19,10 @@ struct Freed {
     void operator()(char* text) const { g_free(text); }
 };
 
-host::Failure noAccount() {
-    return {ENOTSUP, "No mail account is configured."};
 }
 
-}
-
-GioDesktop::GioDesktop(host::EventLoop& loop)
-    : loop_(loop)
+GioDesktop::GioDesktop(MailService& mail)
+    : mail_(mail)
     , cancellable_(NativeReference<GCancellable>::adopt(g_cancellable_new())) {}
 
 GioDesktop::~GioDesktop() {
@@ -116,16 +113,16 @@ void GioDesktop::vibrate() {
 }
 
 bool GioDesktop::canSendMail() {
-    return false;
+    return mail_.canSendMail();
 }
 
-void GioDesktop::sendMail(host::OutgoingMail, std::function<void(double fraction)>,
+void GioDesktop::sendMail(host::OutgoingMail mail, std::function<void(double fraction)> progress,
                           std::function<void(host::Status)> done) {
-    loop_.schedule(0, [done = std::move(done)] { done(noAccount()); });
+    mail_.sendMail(mail, std::move(progress), std::move(done));
 }
 
-host::Status GioDesktop::saveDraft(const host::OutgoingMail&) {
-    return noAccount();
+host::Status GioDesktop::saveDraft(const host::OutgoingMail& mail) {
+    return mail_.saveDraft(mail);
 }
 
 }

@@ -1,17 +1,18 @@
 #pragma once
 #include "platform/host/Desktop.h"
-#include "platform/host/EventLoop.h"
 #include "platform/linux/NativeReference.h"
 
 #include <gio/gio.h>
 
 namespace vistrel {
+class MailService;
 
 /// The desktop's services over GIO and the session bus. Each is absent without harm: nothing is
 /// started for it, and nothing is waited for.
 class GioDesktop : public host::Desktop {
 public:
-    explicit GioDesktop(host::EventLoop& loop);
+    /// The mail service must outlive it.
+    explicit GioDesktop(MailService& mail);
     ~GioDesktop() override;
     GioDesktop(const GioDesktop&) = delete;
     GioDesktop& operator=(const GioDesktop&) = delete;
@@ -32,7 +33,7 @@ private:
     void releaseInhibition();
     static void inhibited(GObject* bus, GAsyncResult* result, gpointer self);
 
-    host::EventLoop& loop_;
+    MailService& mail_;
     NativeReference<GDBusConnection> bus_;
     NativeReference<GCancellable> cancellable_;
     bool busAsked_ = false;

@@ -42,7 +42,11 @@ LinuxHost::LinuxHost(const std::string& deviceRoot)
     , files_(root_)
     , network_(loop_)
     , preferences_(files_.machinePath(kPreferencesPath))
-    , desktop_(loop_)
+    , mail_(loop_, files_,
+            [this](const std::string& group, const std::string& key) {
+                return settings_.value(group, key);
+            })
+    , desktop_(mail_)
     , webEngine_(webEngineSetup())
     , media_(mediaSetup()) {
     bindtextdomain(kTextDomain, paths_.translations.c_str());

@@ -5,6 +5,7 @@
 #include "platform/linux/desktop/LinuxDevice.h"
 #include "platform/linux/files/DeviceFiles.h"
 #include "platform/linux/loop/GLibEventLoop.h"
+#include "platform/linux/mail/MailService.h"
 #include "platform/linux/main/ProgramPaths.h"
 #include "platform/linux/main/SettingsFile.h"
 #include "platform/linux/modules/DeferredMedia.h"
@@ -40,6 +41,7 @@ private:
     DeviceFiles files_;
     SoupNetwork network_;
     PlistPreferences preferences_;
+    MailService mail_;
     GioDesktop desktop_;
     LinuxDevice device_;
     LibraryCrypto crypto_;

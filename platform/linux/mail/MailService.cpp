@@ -1,0 +1,80 @@
+#include "platform/linux/mail/MailService.h"
+
+#include "platform/linux/mail/MailPassword.h"
+#include "platform/linux/mail/SmtpDelivery.h"
+
+#include <cerrno>
+#include <memory>
+#include <span>
+#include <utility>
+
+namespace vistrel {
+
+namespace {
+
+host::Failure noAccount() {
+    return {ENOTSUP, "No mail account is configured."};
+}
+
+void deliver(const MailAccount& account, std::string password, MailMessage message,
+             SmtpDelivery::Callbacks callbacks, GCancellable* cancellable) {
+    std::make_shared<SmtpDelivery>(account, std::move(password), std::move(message),
+                                   std::move(callbacks))
+        ->start(cancellable);
+}
+
+}
+
+MailService::MailService(host::EventLoop& loop, host::Files& files, const SettingLookup& setting)
+    : loop_(loop)
+    , files_(files)
+    , account_(mailAccountFrom(setting))
+    , cancellable_(NativeReference<GCancellable>::adopt(g_cancellable_new())) {}
+
+MailService::~MailService() {
+    g_cancellable_cancel(cancellable_.get());
+}
+
+void MailService::failLater(host::Failure failure, Done done) {
+    loop_.schedule(0, [failure = std::move(failure), done = std::move(done)] { done(failure); });
+}
+
+void MailService::sendMail(const host::OutgoingMail& mail,
+                           std::function<void(double fraction)> progress, Done done) {
+    if (!account_) {
+        failLater(noAccount(), std::move(done));
+        return;
+    }
+    auto built = mailMessage(mail, account_->from);
+    if (!built) {
+        failLater(built.failure(), std::move(done));
+        return;
+    }
+    SmtpDelivery::Callbacks callbacks{std::move(progress), std::move(done)};
+    if (account_->user.empty()) {
+        deliver(*account_, {}, std::move(built.value()), std::move(callbacks), cancellable_.get());
+        return;
+    }
+    askForMailPassword(*account_, cancellable_.get(),
+                       [this, message = std::move(built.value()), callbacks = std::move(callbacks)](
+                           std::optional<std::string> password) mutable {
+                           if (password)
+                               deliver(*account_, std::move(*password), std::move(message),
+                                       std::move(callbacks), cancellable_.get());
+                           else
+                               failLater({EACCES, "No password for the mail account was found."},
+                                         std::move(callbacks.done));
+                       });
+}
+
+host::Status MailService::saveDraft(const host::OutgoingMail& mail) {
+    const std::string bytes = draftBytes(mail, account_ ? account_->from : std::string());
+    if (auto made = files_.createDirectory(kDraftsFolder, true); !made)
+        return made;
+    char* name = g_uuid_string_random();
+    const std::string path = std::string(kDraftsFolder) + "/" + name + ".eml";
+    g_free(name);
+    return files_.writeAtomically(path, std::as_bytes(std::span(bytes)));
+}
+
+}

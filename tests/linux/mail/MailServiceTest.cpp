@@ -1,0 +1,151 @@
+#include "platform/linux/mail/MailService.h"
+
+#include "platform/linux/files/DeviceFiles.h"
+#include "platform/linux/loop/GLibEventLoop.h"
+#include "platform/linux/mail/SmtpDialogue.h"
+#include "tests/linux/MainLoop.h"
+#include "tests/linux/mail/SmtpTestServer.h"
+
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace vistrel {
+namespace {
+
+using ::testing::HasSubstr;
+
+class MailServiceTest : public ::testing::Test {
+protected:
+    MailServiceTest() {
+        char pattern[] = "/tmp/vistrel-mail-XXXXXX";
+        root_ = ::mkdtemp(pattern);
+        files_ = std::make_unique<DeviceFiles>(root_);
+        mail_.to = {"a@example.com"};
+        mail_.subject = "Hello";
+        mail_.body = "World";
+    }
+    ~MailServiceTest() override {
+        ::unsetenv("VISTREL_MAIL_PASSWORD");
+        std::filesystem::remove_all(root_);
+    }
+
+    SettingLookup lookup() {
+        return
+            [this](const std::string& group, const std::string& key) -> std::optional<std::string> {
+                const auto found = settings_.find(key);
+                if (group != "mail" || found == settings_.end())
+                    return std::nullopt;
+                return found->second;
+            };
+    }
+    host::Status send() {
+        MailService service(loop_, *files_, lookup());
+        std::optional<host::Status> outcome;
+        service.sendMail(mail_, {}, [&outcome](host::Status s) { outcome = std::move(s); });
+        EXPECT_FALSE(outcome) << "told before sendMail returned";
+        EXPECT_TRUE(turnUntil([&outcome] { return outcome.has_value(); }));
+        return outcome.value_or(host::Failure{});
+    }
+    void useServer(const SmtpTestServer& server) {
+        settings_ = {{"host", "127.0.0.1"},
+                     {"port", std::to_string(server.port())},
+                     {"security", "none"},
+                     {"from", "me@example.com"}};
+    }
+
+    GLibEventLoop loop_;
+    std::string root_;
+    std::unique_ptr<DeviceFiles> files_;
+    std::map<std::string, std::string> settings_;
+    host::OutgoingMail mail_;
+};
+
+TEST_F(MailServiceTest, AnAccountNeedsAServerAndASender) {
+    struct Case {
+        std::map<std::string, std::string> settings;
+        bool canSend;
+        int port;
+        MailSecurity security;
+    };
+    const Case cases[] = {
+        {{}, false, 0, {}},
+        {{{"host", "h"}}, false, 0, {}},
+        {{{"host", "h"}, {"user", "me"}}, false, 0, {}},
+        {{{"host", "h"}, {"user", "me@h"}}, true, 587, MailSecurity::StartTLS},
+        {{{"host", "h"}, {"from", "me@h"}, {"security", "tls"}}, true, 465, MailSecurity::TLS},
+        {{{"host", "h"}, {"from", "me@h"}, {"security", "none"}}, true, 25, MailSecurity::None},
+        {{{"host", "h"}, {"from", "me@h"}, {"security", "nonesuch"}, {"port", "2525"}},
+         true,
+         2525,
+         MailSecurity::StartTLS},
+        {{{"host", "h"}, {"from", "me@h"}, {"port", "70000"}}, true, 587, MailSecurity::StartTLS},
+    };
+    for (const Case& each : cases) {
+        settings_ = each.settings;
+        EXPECT_EQ(MailService(loop_, *files_, lookup()).canSendMail(), each.canSend);
+        const auto account = mailAccountFrom(lookup());
+        ASSERT_EQ(account.has_value(), each.canSend);
+        if (account) {
+            EXPECT_EQ(account->port, each.port);
+            EXPECT_EQ(account->security, each.security);
+        }
+    }
+}
+
+TEST_F(MailServiceTest, AMailIsBuiltAndBroughtToTheServer) {
+    SmtpTestServer server({});
+    useServer(server);
+    settings_["user"] = "me";
+    ::setenv("VISTREL_MAIL_PASSWORD", "pw", 1);
+    const auto outcome = send();
+    EXPECT_TRUE(outcome.ok()) << outcome.failure().message;
+    EXPECT_THAT(server.message(), HasSubstr("Subject: Hello\r\n"));
+    EXPECT_THAT(server.commands(), testing::Contains("AUTH PLAIN AG1lAHB3"));
+}
+
+TEST_F(MailServiceTest, WhatCannotBeSentIsToldLater) {
+    EXPECT_EQ(send().failure().code, ENOTSUP);
+    SmtpTestServer server({});
+    useServer(server);
+    mail_.to = {"nobody"};
+    EXPECT_EQ(send().failure().code, EINVAL);
+    EXPECT_TRUE(server.commands().empty());
+}
+
+TEST_F(MailServiceTest, APasswordDoesNotLeaveTheMachineUnencrypted) {
+    settings_ = {{"host", "h"}, {"from", "me@h"}, {"user", "me"}, {"security", "none"}};
+    SmtpDialogue dialogue(*mailAccountFrom(lookup()), "pw",
+                          {"[192.0.2.1]", "me@h", {"a@b"}, false});
+    (void)dialogue.replied({220, {"hello"}});
+    const auto step = dialogue.replied({250, {"h", "AUTH PLAIN"}});
+    EXPECT_EQ(step.action, SmtpDialogue::Action::Fail);
+    EXPECT_EQ(step.line, "");
+}
+
+TEST_F(MailServiceTest, EachDraftIsAFileOfItsOwn) {
+    MailService service(loop_, *files_, lookup());
+    EXPECT_TRUE(service.saveDraft(mail_).ok());
+    EXPECT_TRUE(service.saveDraft(mail_).ok());
+    const auto names = files_->list(MailService::kDraftsFolder);
+    ASSERT_TRUE(names.ok());
+    ASSERT_EQ(names.value().size(), 2U);
+    const auto bytes =
+        files_->read(std::string(MailService::kDraftsFolder) + "/" + names.value().front());
+    ASSERT_TRUE(bytes.ok());
+    const std::string text(reinterpret_cast<const char*>(bytes.value().data()),
+                           bytes.value().size());
+    EXPECT_THAT(text, HasSubstr("Subject: Hello\r\n"));
+    EXPECT_THAT(text, HasSubstr("To: a@example.com\r\n"));
+}
+
+TEST_F(MailServiceTest, ADraftThatCannotBeKeptSaysSo) {
+    EXPECT_TRUE(files_->createDirectory("/var/mobile", true).ok());
+    EXPECT_TRUE(files_->createFile("/var/mobile/Library").ok());
+    MailService service(loop_, *files_, lookup());
+    EXPECT_FALSE(service.saveDraft(mail_).ok());
+}
+
+}
+}

@@ -1,0 +1,170 @@
+#include "tests/linux/mail/SmtpTestServer.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <utility>
+
+namespace vistrel {
+
+SmtpTestServer::SmtpTestServer(Behaviour behaviour)
+    : behaviour_(std::move(behaviour))
+    , listener_(NativeReference<GSocketListener>::adopt(g_socket_listener_new()))
+    , cancellable_(NativeReference<GCancellable>::adopt(g_cancellable_new())) {
+    const auto address = NativeReference<GSocketAddress>::adopt(
+        g_inet_socket_address_new_from_string("127.0.0.1", 0));
+    GSocketAddress* bound = nullptr;
+    g_socket_listener_add_address(listener_.get(), address.get(), G_SOCKET_TYPE_STREAM,
+                                  G_SOCKET_PROTOCOL_TCP, nullptr, &bound, nullptr);
+    port_ = g_inet_socket_address_get_port(G_INET_SOCKET_ADDRESS(bound));
+    g_object_unref(bound);
+    thread_ = std::thread([this] { serve(); });
+}
+
+SmtpTestServer::~SmtpTestServer() {
+    g_cancellable_cancel(cancellable_.get());
+    thread_.join();
+}
+
+std::vector<std::string> SmtpTestServer::commands() {
+    const std::lock_guard lock(mutex_);
+    return commands_;
+}
+
+std::string SmtpTestServer::message() {
+    const std::lock_guard lock(mutex_);
+    return message_;
+}
+
+void SmtpTestServer::serve() {
+    while (GSocketConnection* connection =
+               g_socket_listener_accept(listener_.get(), nullptr, cancellable_.get(), nullptr)) {
+        stream_ = NativeReference<GIOStream>::adopt(G_IO_STREAM(connection));
+        secure_ = false;
+        unread_.clear();
+        if (!behaviour_.encrypted || encrypt())
+            converse(stream_.get());
+        g_io_stream_close(stream_.get(), nullptr, nullptr);
+        stream_ = {};
+    }
+}
+
+void SmtpTestServer::say(const std::string& text) {
+    g_output_stream_write_all(g_io_stream_get_output_stream(stream_.get()), text.data(),
+                              text.size(), nullptr, cancellable_.get(), nullptr);
+}
+
+std::optional<std::string> SmtpTestServer::readLine() {
+    auto end = unread_.find("\r\n");
+    while (end == std::string::npos) {
+        char buffer[1024];
+        const gssize count =
+            g_input_stream_read(g_io_stream_get_input_stream(stream_.get()), buffer, sizeof buffer,
+                                cancellable_.get(), nullptr);
+        if (count <= 0)
+            return std::nullopt;
+        unread_.append(buffer, static_cast<std::size_t>(count));
+        end = unread_.find("\r\n");
+    }
+    std::string line = unread_.substr(0, end);
+    unread_.erase(0, end + 2);
+    return line;
+}
+
+bool SmtpTestServer::encrypt() {
+    const auto certificate =
+        NativeReference<GTlsCertificate>::adopt(g_tls_certificate_new_from_files(
+            behaviour_.certificateFile.c_str(), behaviour_.keyFile.c_str(), nullptr));
+    GIOStream* secure = g_tls_server_connection_new(stream_.get(), certificate.get(), nullptr);
+    if (!secure)
+        return false;
+    stream_ = NativeReference<GIOStream>::adopt(secure);
+    secure_ = true;
+    return g_tls_connection_handshake(G_TLS_CONNECTION(secure), cancellable_.get(), nullptr) !=
+           FALSE;
+}
+
+void SmtpTestServer::converse(GIOStream*) {
+    if (!answer("greeting"))
+        return;
+    while (const auto line = readLine()) {
+        {
+            const std::lock_guard lock(mutex_);
+            commands_.push_back((secure_ ? "*" : "") + *line);
+        }
+        if (!answer(*line))
+            return;
+    }
+}
+
+bool SmtpTestServer::answer(const std::string& command) {
+    static const std::map<std::string, std::string> usual = {
+        {"greeting", "220 test"}, {"STARTTLS", "220 go"},  {"AUTH", "235 welcome"},
+        {"MAIL", "250 ok"},       {"RCPT", "250 ok"},      {"DATA", "354 go on"},
+        {"message", "250 kept"},  {"QUIT", "221 goodbye"},
+    };
+    const std::string word = command.substr(0, command.find(' '));
+    if (const auto own = behaviour_.replies.find(word); own != behaviour_.replies.end()) {
+        say(own->second.empty() ? "" : own->second + "\r\n");
+        if (own->second.empty())
+            return false;
+        if (own->second.front() > '3')
+            return true;
+    } else if (word == "EHLO") {
+        std::string text = "250-test.example\r\n";
+        for (const std::string& extension : behaviour_.extensions)
+            text += "250-" + extension + "\r\n";
+        say(text + "250 HELP\r\n");
+    } else if (const auto found = usual.find(word); found != usual.end()) {
+        say(found->second + "\r\n" + (word == "STARTTLS" ? behaviour_.injected : ""));
+    } else if (word.size() % 4 == 0 &&
+               word.find_first_not_of(
+                   "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/=") ==
+                   std::string::npos) {
+        // The two answers of AUTH LOGIN.
+        const auto all = commands();
+        const bool isUser = all[all.size() - 2].ends_with("AUTH LOGIN");
+        say(isUser ? "334 UGFzc3dvcmQ6\r\n" : "235 welcome\r\n");
+    } else {
+        say("500 what?\r\n");
+    }
+    if (word == "STARTTLS")
+        return encrypt();
+    if (word == "DATA")
+        return readMessage() && answer("message");
+    return word != "QUIT";
+}
+
+bool SmtpTestServer::readMessage() {
+    std::string text;
+    while (const auto line = readLine()) {
+        if (*line == ".") {
+            const std::lock_guard lock(mutex_);
+            message_ = text;
+            return true;
+        }
+        text += *line + "\r\n";
+        if (behaviour_.messageBytes && text.size() >= *behaviour_.messageBytes)
+            return false;
+    }
+    return false;
+}
+
+TestCertificate::TestCertificate() {
+    char pattern[] = "/tmp/vistrel-certificate-XXXXXX";
+    if (!::mkdtemp(pattern))
+        return;
+    folder_ = pattern;
+    const std::string command =
+        "openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:P-256 -nodes -days 2"
+        " -subj /CN=localhost -addext subjectAltName=DNS:localhost -keyout " +
+        keyFile() + " -out " + certificateFile() + " >/dev/null 2>&1";
+    made_ = std::system(command.c_str()) == 0;
+}
+
+TestCertificate::~TestCertificate() {
+    std::error_code ignored;
+    if (!folder_.empty())
+        std::filesystem::remove_all(folder_, ignored);
+}
+
+}
