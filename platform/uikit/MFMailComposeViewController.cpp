@@ -49,7 +49,7 @@ void MFMailComposeViewController::setMailComposeDelegate(
     delegate_ = std::move(delegate);
 }
 
-void MFMailComposeViewController::setSubject(std::string subject) {
+void MFMailComposeViewController::setSubject(const std::string& subject) {
     form_->setText(Row::Subject, subject);
 }
 
@@ -68,7 +68,7 @@ void MFMailComposeViewController::setBccRecipients(const std::vector<std::string
     updateSendButton();
 }
 
-void MFMailComposeViewController::setMessageBodyIsHTML(std::string body, bool isHTML) {
+void MFMailComposeViewController::setMessageBodyIsHTML(const std::string& body, bool isHTML) {
     form_->setBody(body);
     isHTML_ = isHTML;
 }

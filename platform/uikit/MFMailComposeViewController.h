@@ -28,11 +28,11 @@ public:
     ~MFMailComposeViewController() override;
 
     void setMailComposeDelegate(std::weak_ptr<MFMailComposeViewControllerDelegate> delegate);
-    void setSubject(std::string subject);
+    void setSubject(const std::string& subject);
     void setToRecipients(const std::vector<std::string>& recipients);
     void setCcRecipients(const std::vector<std::string>& recipients);
     void setBccRecipients(const std::vector<std::string>& recipients);
-    void setMessageBodyIsHTML(std::string body, bool isHTML);
+    void setMessageBodyIsHTML(const std::string& body, bool isHTML);
     UINavigationBar& navigationBar() { return *bar_; }
 
     void viewDidLoad() override;
