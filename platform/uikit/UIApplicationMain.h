@@ -6,19 +6,21 @@
 namespace vistrel {
 class UIApplicationDelegate;
 
-/// What the main interface file creates: called once the host stands, before the application has launched.
+/// What the main interface file creates: called once the host stands, before the application has
+/// launched.
 using UIMainInterface = std::function<std::shared_ptr<UIApplicationDelegate>()>;
 
 /// How the program was asked to run.
 struct UILaunchOptions {
-    std::string deviceRoot;           ///< machine directory of the device's files; empty: the default
-    double scale = 0;                 ///< window pixels per point; 0: what fits the monitor
-    bool serveToBrowser = false;      ///< show the window in a web browser instead of a display
-    std::function<void()> didLaunch;  ///< called once the first frame is on screen
+    std::string deviceRoot;      ///< machine directory of the device's files; empty: the default
+    double scale = 0;            ///< window pixels per point; 0: what fits the monitor
+    bool serveToBrowser = false; ///< show the window in a web browser instead of a display
+    std::function<void()> didLaunch; ///< called once the first frame is on screen
 };
 
-/// Sets the host up, creates the application and its delegate, and runs the loop. Returns the exit status; 1 when there
-/// is no display, which is said on standard error. Provided by the host's folder.
+/// Sets the host up, creates the application and its delegate, and runs the loop. Returns the exit
+/// status; 1 when there is no display, which is said on standard error. Provided by the host's
+/// folder.
 int UIApplicationMain(int argc, char* argv[], const UILaunchOptions& options,
                       const UIMainInterface& mainInterface);
 

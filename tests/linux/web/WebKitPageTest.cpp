@@ -295,6 +295,13 @@ TEST_F(WebKitPageTest, FilesOfTheMachineAreRefusedAndOwnSchemesReachTheClientOnl
     page("/page", "<iframe src='gmsg://ready?x=1'></iframe>"
                   "<script>setTimeout(function(){location='file:///etc/passwd'},50)</script>");
     ASSERT_TRUE(load("/page"));
+    const auto isAsked = [this] {
+        const auto asked = client_.asked();
+        return std::any_of(asked.begin(), asked.end(), [](const std::string& address) {
+            return address.find("gmsg://ready") != std::string::npos;
+        });
+    };
+    ASSERT_TRUE(turnUntil(isAsked));
     turnFor(0.6);
     EXPECT_THAT(client_.asked(), Contains(HasSubstr("gmsg://ready")).Times(1));
     EXPECT_EQ(page_->url(), server_.url("/page"));
