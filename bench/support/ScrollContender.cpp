@@ -23,6 +23,16 @@ Glib::RefPtr<Gdk::Texture> loadIcon(const std::string& resources) {
     return Gdk::Texture::create_from_filename(resources + "/VideoFile.png");
 }
 
+graphene_rect_t rectangle(float x, float y, float width, float height) {
+    graphene_rect_t made;
+    graphene_rect_init(&made, x, y, width, height);
+    return made;
+}
+
+graphene_point_t point(double x, double y) {
+    return {static_cast<float>(x), static_cast<float>(y)};
+}
+
 Pango::FontDescription rowFont() {
     Pango::FontDescription font("Sans Bold");
     font.set_absolute_size(20 * PANGO_SCALE);
@@ -61,13 +71,12 @@ public:
 protected:
     void snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override {
         const GdkRGBA white{1, 1, 1, 1};
-        const graphene_rect_t area = GRAPHENE_RECT_INIT(0, 0, kWidth, kHeight);
+        const graphene_rect_t area = rectangle(0, 0, kWidth, kHeight);
         gtk_snapshot_append_color(snapshot->gobj(), &white, &area);
         const int first = static_cast<int>(offset_ / kRowHeight);
         for (int row = first; row < kRows && row * kRowHeight < offset_ + kHeight; ++row) {
             snapshot->save();
-            const graphene_point_t place =
-                GRAPHENE_POINT_INIT(0, static_cast<float>(row * kRowHeight - offset_));
+            const graphene_point_t place = point(0, row * kRowHeight - offset_);
             gtk_snapshot_translate(snapshot->gobj(), &place);
             gtk_snapshot_append_node(snapshot->gobj(), nodeFor(row));
             snapshot->restore();
@@ -80,13 +89,13 @@ private:
         if (node)
             return node;
         GtkSnapshot* snapshot = gtk_snapshot_new();
-        const graphene_rect_t icon = GRAPHENE_RECT_INIT(15, 15, 32, 32);
+        const graphene_rect_t icon = rectangle(15, 15, 32, 32);
         gtk_snapshot_append_texture(snapshot, icon_->gobj(), &icon);
         const auto layout = create_pango_layout(rowName(row));
         layout->set_font_description(rowFont());
         layout->set_width(230 * PANGO_SCALE);
         layout->set_ellipsize(Pango::EllipsizeMode::END);
-        const graphene_point_t place = GRAPHENE_POINT_INIT(60, 17);
+        const graphene_point_t place = point(60, 17);
         gtk_snapshot_translate(snapshot, &place);
         const GdkRGBA color{0.1F, 0.1F, 0.1F, 1};
         gtk_snapshot_append_layout(snapshot, layout->gobj(), &color);
@@ -173,6 +182,7 @@ void FrameMeter::end(GdkFrameClock*, FrameMeter* meter) {
 
 void runListView(const std::string& resources) {
     std::vector<Glib::ustring> names;
+    names.reserve(kRows);
     for (int row = 0; row < kRows; ++row)
         names.emplace_back(rowName(row));
     Gtk::ListView list(Gtk::NoSelection::create(Gtk::StringList::create(names)),
