@@ -4,6 +4,7 @@
 #include "platform/host/Display.h"
 #include "platform/host/EventLoop.h"
 #include "platform/host/Host.h"
+#include "tour/HelpTour.h"
 #include "tour/MainJobTour.h"
 
 #include <cstdio>
@@ -31,6 +32,8 @@ void GuidedTour::start() {
         return;
     }
     steps_ = mainJobTour();
+    for (TourStep& step : helpTour())
+        steps_.push_back(std::move(step));
     tourBegan_ = NSRunLoop::now();
     beginStep();
 }
