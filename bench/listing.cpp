@@ -1,5 +1,6 @@
-// 100,000 names listed and classified twice, as the downloads screen does for videos and for music,
-// against `find` asked for the same two lists, and against a bare readdir loop that keeps nothing.
+// 100,000 names listed and classified, with nothing remembered from before: once, against a bare
+// readdir loop that keeps nothing; and twice, as the downloads screen does when it appears (videos,
+// then music), against `find` asked for the same two lists.
 #include "bench/support/LinuxHost.h"
 
 #include "platform/foundation/NSArrayPathUtilities.h"
@@ -7,6 +8,7 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -14,9 +16,13 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
+#include <span>
 #include <string>
 #include <string_view>
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -24,16 +30,32 @@ using namespace vistrel;
 namespace fs = std::filesystem;
 
 constexpr int kFiles = 100'000;
-constexpr int kRounds = 15;
+constexpr int kRounds = 25;
 constexpr const char* kFolder = "/var/mobile/Library/Downloads";
 constexpr std::array<std::string_view, 4> kVideo{"m4v", "M4V", "mp4", "MP4"};
 constexpr std::array<std::string_view, 2> kMusic{"mp3", "MP3"};
 
+double secondsIn(const timeval& time) {
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+}
+
+/// What this process and the ones it has waited for have computed.
+double processorSeconds() {
+    timespec own{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &own);
+    rusage children{};
+    getrusage(RUSAGE_CHILDREN, &children);
+    return static_cast<double>(own.tv_sec) + static_cast<double>(own.tv_nsec) / 1e9 +
+           secondsIn(children.ru_utime) + secondsIn(children.ru_stime);
+}
+
+/// Nothing here waits for anything: the processor's time is the time, and a busy machine changes it
+/// less than the clock's.
 template <typename Work>
 double secondsOf(Work work) {
-    const auto start = std::chrono::steady_clock::now();
+    const double start = processorSeconds();
     work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    return processorSeconds() - start;
 }
 
 /// Names of the length that people give: half videos, a third music, the rest neither.
@@ -43,22 +65,16 @@ std::string nameOf(int index) {
            extensions[static_cast<std::size_t>(index) % extensions.size()];
 }
 
-std::size_t classified() {
-    auto& manager = NSFileManager::defaultManager();
-    const auto videos =
-        pathsMatchingExtensions(manager.contentsOfDirectoryAtPath(kFolder).names, kVideo);
-    const auto music =
-        pathsMatchingExtensions(manager.contentsOfDirectoryAtPath(kFolder).names, kMusic);
-    return videos.size() + music.size();
+std::vector<std::string> namesWith(std::span<const std::string_view> extensions) {
+    return pathsMatchingExtensions(
+        NSFileManager::defaultManager().contentsOfDirectoryAtPath(kFolder).names, extensions);
 }
 
-void bareLoopTwice(const std::string& folder) {
-    for (int listing = 0; listing < 2; ++listing) {
-        DIR* open = opendir(folder.c_str());
-        while (readdir(open)) {
-        }
-        closedir(open);
+void bareLoop(const std::string& folder) {
+    DIR* open = opendir(folder.c_str());
+    while (readdir(open)) {
     }
+    closedir(open);
 }
 
 /// The names come into this process, as ours do.
@@ -97,15 +113,24 @@ int main() {
     for (int index = 0; index < kFiles; ++index)
         close(open((folder + "/" + nameOf(index)).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
 
-    const bench::LinuxHost linuxHost(root);
-    double ours = 1e9;
+    // As a folder is found when the application starts: not written a moment ago.
+    std::this_thread::sleep_for(std::chrono::seconds(4));
+
+    double once = 1e9;
+    double twice = 1e9;
     double bare = 1e9;
     double find = 1e9;
     std::size_t kept = 0;
     std::size_t found = 0;
     for (int round = 0; round < kRounds; ++round) {
-        bare = std::min(bare, secondsOf([&] { bareLoopTwice(folder); }));
-        ours = std::min(ours, secondsOf([&] { kept = classified(); }));
+        const bench::LinuxHost fresh(root);
+        bare = std::min(bare, secondsOf([&] { bareLoop(folder); }));
+        std::vector<std::string> videos;
+        std::vector<std::string> music;
+        const double first = secondsOf([&] { videos = namesWith(kVideo); });
+        once = std::min(once, first);
+        twice = std::min(twice, first + secondsOf([&] { music = namesWith(kMusic); }));
+        kept = videos.size() + music.size();
         find = std::min(find, secondsOf([&] { found = findTwice(folder); }));
     }
     fs::remove_all(root);
@@ -113,7 +138,7 @@ int main() {
         std::fprintf(stderr, "listing: %zu names kept, %zu found\n", kept, found);
         return 1;
     }
-    bool holds = line("listing/find", ours, find, find / ours, 5, ours * 5 <= find);
-    holds &= line("listing/bare-readdir", ours, bare, ours / bare, 1.3, ours <= bare * 1.3);
+    bool holds = line("listing/find", twice, find, find / twice, 5, twice * 5 <= find);
+    holds &= line("listing/bare-readdir", once, bare, once / bare, 1.3, once <= bare * 1.3);
     return holds ? 0 : 1;
 }

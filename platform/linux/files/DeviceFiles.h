@@ -1,6 +1,7 @@
 #pragma once
 #include "platform/host/Files.h"
 #include "platform/linux/files/PathResolver.h"
+#include "platform/linux/files/RecentListing.h"
 
 #include <string>
 
@@ -34,6 +35,7 @@ private:
 
     std::string root_;
     PathResolver resolver_;
+    RecentListing listing_;
 };
 
 }

@@ -15,7 +15,7 @@ namespace vistrel {
 
 namespace {
 /// A folder of 1,000 names comes in one call.
-constexpr std::size_t kBufferSize = 64 * 1024;
+constexpr std::size_t kBufferSize = std::size_t{64} * 1024;
 /// What an entry takes up in the folder's own size on common file systems, at least.
 constexpr std::int64_t kSmallestEntry = 32;
 constexpr std::int64_t kMostExpected = 1'000'000;

@@ -19,7 +19,7 @@ namespace vistrel {
 
 namespace {
 
-constexpr std::size_t kCopySize = 1024 * 1024;
+constexpr std::size_t kCopySize = std::size_t{1024} * 1024;
 constexpr int kDeepest = 200;
 
 host::Status copyBytes(int from, int to) {

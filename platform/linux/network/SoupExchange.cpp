@@ -8,7 +8,7 @@ namespace vistrel {
 
 namespace {
 
-constexpr std::size_t kChunkSize = 128 * 1024;
+constexpr std::size_t kChunkSize = std::size_t{128} * 1024;
 constexpr int kMostRedirects = 20;
 /// The body of a redirect answer up to this size is read to its end, which keeps the connection.
 constexpr std::int64_t kSmallBody = 16 * 1024;
