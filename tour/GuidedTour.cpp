@@ -16,6 +16,8 @@ namespace vistrel {
 namespace {
 
 constexpr double kWatchSeconds = 0.05;
+constexpr double kPictureSeconds = 0.017; // out of step with a film's frames
+constexpr int kPictureTries = 100;
 
 }
 
@@ -46,6 +48,7 @@ void GuidedTour::beginStep() {
         return;
     }
     stepBegan_ = NSRunLoop::now();
+    pictureTries_ = 0;
     if (steps_[current_].act)
         steps_[current_].act();
     watchStep();
@@ -64,6 +67,11 @@ void GuidedTour::watchStep() {
 void GuidedTour::endStep(bool held) {
     const TourStep& step = steps_[current_];
     const bool saved = host::current().display->saveScreenshot(picturePath());
+    // Between a change and the next frame, as often while a film plays, there is nothing to save.
+    if (!saved && ++pictureTries_ < kPictureTries) {
+        NSRunLoop::performAfterDelay(kPictureSeconds, [this, held] { endStep(held); });
+        return;
+    }
     const std::string figures = held && step.measured ? " (" + step.measured() + ")" : "";
     std::printf("%s %2zu %s: %s%s\n", held ? "ok    " : "FAILED", current_ + 1, step.name.c_str(),
                 step.says.c_str(), figures.c_str());

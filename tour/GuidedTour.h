@@ -27,6 +27,7 @@ private:
     std::vector<TourStep> steps_;
     std::size_t current_ = 0;
     double stepBegan_ = 0;
+    int pictureTries_ = 0;
     double tourBegan_ = 0;
 };
 
