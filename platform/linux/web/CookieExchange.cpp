@@ -28,6 +28,8 @@ bool hasSameContent(SoupCookie* a, SoupCookie* b) {
            soup_cookie_get_http_only(a) == soup_cookie_get_http_only(b);
 }
 
+constexpr guint kAnswerMilliseconds = 1000;
+
 template <typename List>
 SoupCookie* findCookie(List* list, SoupCookie* cookie) {
     for (; list; list = list->next)
@@ -46,7 +48,14 @@ void freeCookies(GList* cookies) {
 
 }
 
-/// One question or order to the engine; `url` empty: about all its cookies.
+struct CookieExchange::Wait {
+    std::weak_ptr<CookieExchange*> exchange;
+    Question question;
+    std::function<void()> done;
+    bool settled = false;
+};
+
+/// One question or order to the engine.
 struct CookieExchange::Request {
     ~Request() {
         // The engine's task lets go of the cookie manager after its callback has returned, and the
@@ -54,13 +63,45 @@ struct CookieExchange::Request {
         g_idle_add_once([](gpointer held) { g_object_unref(held); }, g_object_ref(session.get()));
     }
     NativeReference<WebKitNetworkSession> session;
-    std::weak_ptr<CookieExchange*> exchange;
+    std::shared_ptr<Wait> wait;
     std::string url;
-    std::function<void()> done;
 };
 
-CookieExchange::Request* CookieExchange::request(std::string url, std::function<void()> done) {
-    return new Request{session_, self_, std::move(url), std::move(done)};
+CookieExchange::Request* CookieExchange::request(Question question, std::string url,
+                                                 std::function<void()> done) {
+    auto wait = std::make_shared<Wait>(Wait{self_, question, std::move(done)});
+    // On a loaded machine the engine has been seen to lose an answer: a page must not wait for
+    // ever.
+    g_timeout_add_full(
+        G_PRIORITY_DEFAULT, kAnswerMilliseconds,
+        [](gpointer data) -> gboolean {
+            settle(**static_cast<std::shared_ptr<Wait>*>(data));
+            return G_SOURCE_REMOVE;
+        },
+        new std::shared_ptr<Wait>(wait),
+        [](gpointer data) { delete static_cast<std::shared_ptr<Wait>*>(data); });
+    return new Request{session_, std::move(wait), std::move(url)};
+}
+
+void CookieExchange::settle(Wait& wait) {
+    const auto self = wait.exchange.lock();
+    if (!self || std::exchange(wait.settled, true))
+        return;
+    CookieExchange& exchange = **self;
+    switch (wait.question) {
+    case Question::Address:
+        wait.done();
+        return;
+    case Question::All:
+        exchange.refreshUnderWay_ = false;
+        break;
+    case Question::Push:
+        if (--exchange.pushesUnderWay_ != 0)
+            return;
+        break;
+    }
+    if (std::exchange(exchange.changedMeanwhile_, false))
+        exchange.refreshAll();
 }
 
 CookieExchange::CookieExchange(WebKitNetworkSession* session, SoupCookieJar* jar)
@@ -94,7 +135,7 @@ CookieExchange::~CookieExchange() {
 
 void CookieExchange::refresh(const std::string& url, std::function<void()> done) {
     webkit_cookie_manager_get_cookies(manager_, url.c_str(), cancellable_.get(), received,
-                                      request(url, std::move(done)));
+                                      request(Question::Address, url, std::move(done)));
 }
 
 void CookieExchange::refreshAll() {
@@ -103,41 +144,39 @@ void CookieExchange::refreshAll() {
         return;
     }
     refreshUnderWay_ = true;
-    webkit_cookie_manager_get_all_cookies(manager_, cancellable_.get(), received, request());
+    webkit_cookie_manager_get_all_cookies(manager_, cancellable_.get(), received,
+                                          request(Question::All));
 }
 
 void CookieExchange::received(GObject* manager, GAsyncResult* result, gpointer data) {
-    std::unique_ptr<Request> request(static_cast<Request*>(data));
+    const std::unique_ptr<Request> request(static_cast<Request*>(data));
+    Wait& wait = *request->wait;
     GError* error = nullptr;
-    const bool all = request->url.empty();
+    const bool all = wait.question == Question::All;
     GList* cookies = all ? webkit_cookie_manager_get_all_cookies_finish(
                                WEBKIT_COOKIE_MANAGER(manager), result, &error)
                          : webkit_cookie_manager_get_cookies_finish(WEBKIT_COOKIE_MANAGER(manager),
                                                                     result, &error);
     const bool failed = error != nullptr;
     g_clear_error(&error);
-    if (auto self = request->exchange.lock()) {
-        CookieExchange& exchange = **self;
-        GUri* uri =
-            all ? nullptr
-                : g_uri_parse(request->url.c_str(), GUriFlags(SOUP_HTTP_URI_FLAGS), nullptr);
-        if (!failed && (all || uri)) {
-            GSList* known = all ? soup_cookie_jar_all_cookies(exchange.jar_.get())
-                                : soup_cookie_jar_get_cookie_list(exchange.jar_.get(), uri, TRUE);
-            exchange.mirror(cookies, known);
-            freeCookies(known);
-        }
-        if (uri)
-            g_uri_unref(uri);
-        if (all) {
-            exchange.refreshUnderWay_ = false;
-            if (std::exchange(exchange.changedMeanwhile_, false))
-                exchange.refreshAll();
-        }
-        if (request->done)
-            request->done();
-    }
+    const auto self = wait.exchange.lock();
+    if (self && !failed && !wait.settled)
+        (*self)->mirrorAnswer(cookies, all ? std::string() : request->url);
+    settle(wait);
     freeCookies(cookies);
+}
+
+void CookieExchange::mirrorAnswer(GList* cookies, const std::string& url) {
+    GUri* uri =
+        url.empty() ? nullptr : g_uri_parse(url.c_str(), GUriFlags(SOUP_HTTP_URI_FLAGS), nullptr);
+    if (!url.empty() && !uri)
+        return;
+    GSList* known = uri ? soup_cookie_jar_get_cookie_list(jar_.get(), uri, TRUE)
+                        : soup_cookie_jar_all_cookies(jar_.get());
+    mirror(cookies, known);
+    freeCookies(known);
+    if (uri)
+        g_uri_unref(uri);
 }
 
 void CookieExchange::mirror(GList* engineCookies, GSList* jarCookies) {
@@ -172,22 +211,17 @@ void CookieExchange::jarChanged(SoupCookie* before, SoupCookie* after) {
 
 void CookieExchange::pushToEngine(SoupCookie* cookie) {
     ++pushesUnderWay_;
-    webkit_cookie_manager_add_cookie(manager_, cookie, nullptr, pushed, request());
+    webkit_cookie_manager_add_cookie(manager_, cookie, nullptr, pushed, request(Question::Push));
 }
 
 void CookieExchange::removeFromEngine(SoupCookie* cookie) {
     ++pushesUnderWay_;
-    webkit_cookie_manager_delete_cookie(manager_, cookie, nullptr, pushed, request());
+    webkit_cookie_manager_delete_cookie(manager_, cookie, nullptr, pushed, request(Question::Push));
 }
 
 void CookieExchange::pushed(GObject*, GAsyncResult*, gpointer data) {
     const std::unique_ptr<Request> request(static_cast<Request*>(data));
-    auto self = request->exchange.lock();
-    if (!self)
-        return;
-    CookieExchange& exchange = **self;
-    if (--exchange.pushesUnderWay_ == 0 && std::exchange(exchange.changedMeanwhile_, false))
-        exchange.refreshAll();
+    settle(*request->wait);
 }
 
 }

@@ -21,16 +21,22 @@ public:
     CookieExchange& operator=(const CookieExchange&) = delete;
 
     /// Brings the jar's cookies for an address up to the engine's, then calls `done` (also after a
-    /// failure). Dropped when the exchange dies first.
+    /// failure, or when the engine does not answer in time). Dropped when the exchange dies first.
     void refresh(const std::string& url, std::function<void()> done);
 
 private:
     struct Request;
-    Request* request(std::string url = {}, std::function<void()> done = {});
+    /// What waits for the engine's answer; a second is enough for one, also a lost one.
+    struct Wait;
+    enum class Question { Address, All, Push };
+    Request* request(Question question, std::string url = {}, std::function<void()> done = {});
+    static void settle(Wait& wait);
     void refreshAll();
     void jarChanged(SoupCookie* before, SoupCookie* after);
     void pushToEngine(SoupCookie* cookie);
     void removeFromEngine(SoupCookie* cookie);
+    /// `url` empty: all cookies of the engine.
+    void mirrorAnswer(GList* cookies, const std::string& url);
     void mirror(GList* engineCookies, GSList* jarCookies);
     static void received(GObject* manager, GAsyncResult* result, gpointer data);
     static void pushed(GObject* manager, GAsyncResult* result, gpointer data);

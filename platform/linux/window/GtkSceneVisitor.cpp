@@ -131,6 +131,7 @@ void GtkSceneVisitor::drawPicture(const CGRect& rect,
 }
 
 void GtkSceneVisitor::drawForeign(const CGRect& rect, host::ForeignContent& content) {
+    sawForeign_ = true;
     auto* foreign = dynamic_cast<GtkForeignContent*>(&content);
     if (!foreign)
         return;

@@ -26,12 +26,16 @@ public:
     void drawPicture(const CGRect& rect, const std::shared_ptr<const Bitmap>& picture) override;
     void drawForeign(const CGRect& rect, host::ForeignContent& content) override;
 
+    /// Whether the walk met foreign content.
+    bool sawForeign() const { return sawForeign_; }
+
 private:
     enum class Pushed { Transform, Node };
 
     GtkWidget* screen_;
     GtkSnapshot* snapshot_;
     PictureNodes& nodes_;
+    bool sawForeign_ = false;
     std::vector<Pushed> pushed_;
     std::vector<CGAffineTransform> transforms_{
         CGAffineTransform{}}; ///< to the widget, innermost last

@@ -48,20 +48,25 @@ void ScreenWidget::requestFrame() {
 bool ScreenWidget::frameTick() {
     if (frameHandler_)
         frameHandler_(host::current().loop->now());
+    if (sawForeign_ || !foreign_.isEmpty())
+        placeForeign();
+    queue_draw();
+    describeLater();
+    return false;
+}
+
+void ScreenWidget::placeForeign() {
     // Foreign widgets get their places in the layout phase, which follows this one.
     ForeignPlacement placement;
     placement.pushTransform(screenTransform());
     UIApplication::sharedApplication().walkScreen(placement);
     placement.pop();
     const bool hadFocus = foreign_.hasFocus();
-    if (foreign_.update(placement, scale())) {
-        queue_allocate();
-        if (hadFocus && !foreign_.hasFocus())
-            grab_focus();
-    }
-    queue_draw();
-    describeLater();
-    return false;
+    if (!foreign_.update(placement, scale()))
+        return;
+    queue_allocate();
+    if (hadFocus && !foreign_.hasFocus())
+        grab_focus();
 }
 
 void ScreenWidget::describeLater() {
@@ -125,20 +130,37 @@ void ScreenWidget::on_realize() {
 }
 
 void ScreenWidget::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
-    const GdkRGBA black{0, 0, 0, 1};
-    const graphene_rect_t bounds =
-        GRAPHENE_RECT_INIT(0, 0, static_cast<float>(get_width()), static_cast<float>(get_height()));
-    gtk_snapshot_append_color(snapshot->gobj(), &black, &bounds);
-    GtkSceneVisitor visitor(GTK_WIDGET(gobj()), snapshot->gobj(), nodes_);
+    const bool seesForeign = drawScreen(snapshot->gobj());
+    // What has come new has no place yet; the next frame gives it one.
+    if (seesForeign && !sawForeign_)
+        requestFrame();
+    sawForeign_ = seesForeign;
+    nodes_.frameEnded();
+    ++framesDrawn_;
+    if (const auto firstFrame = std::exchange(firstFrame_, nullptr))
+        host::current().loop->schedule(0, firstFrame);
+}
+
+bool ScreenWidget::drawScreen(GtkSnapshot* snapshot) {
+    fillBeside(snapshot);
+    GtkSceneVisitor visitor(GTK_WIDGET(gobj()), snapshot, nodes_);
     visitor.pushTransform(screenTransform());
     visitor.pushClip(CGRectMake(0, 0, kScreenWidth, kScreenHeight));
     UIApplication::sharedApplication().walkScreen(visitor);
     visitor.pop();
     visitor.pop();
-    nodes_.frameEnded();
-    ++framesDrawn_;
-    if (const auto firstFrame = std::exchange(firstFrame_, nullptr))
-        host::current().loop->schedule(0, firstFrame);
+    return visitor.sawForeign();
+}
+
+void ScreenWidget::fillBeside(GtkSnapshot* snapshot) const {
+    const CGAffineTransform place = screenTransform();
+    if (place.tx == 0 && place.ty == 0 && kScreenWidth * place.a >= get_width() &&
+        kScreenHeight * place.d >= get_height())
+        return;
+    const GdkRGBA black{0, 0, 0, 1};
+    const graphene_rect_t bounds =
+        GRAPHENE_RECT_INIT(0, 0, static_cast<float>(get_width()), static_cast<float>(get_height()));
+    gtk_snapshot_append_color(snapshot, &black, &bounds);
 }
 
 bool ScreenWidget::saveScreenshot(const std::string& machinePath) {
@@ -146,11 +168,10 @@ bool ScreenWidget::saveScreenshot(const std::string& machinePath) {
     GtkNative* native = gtk_widget_get_native(self);
     if (!native || get_width() == 0)
         return false;
-    GdkPaintable* paintable = gtk_widget_paintable_new(self);
+    // Drawn here and now: what the toolkit has drawn last may be older than the view tree.
     GtkSnapshot* snapshot = gtk_snapshot_new();
-    gdk_paintable_snapshot(paintable, snapshot, get_width(), get_height());
+    drawScreen(snapshot);
     GskRenderNode* node = gtk_snapshot_free_to_node(snapshot);
-    g_object_unref(paintable);
     if (!node)
         return false;
     const graphene_rect_t viewport =

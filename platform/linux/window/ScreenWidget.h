@@ -40,7 +40,12 @@ protected:
 private:
     bool frameTick();
     void scaleMayHaveChanged();
+    /// Whether the view tree shows foreign content.
+    bool drawScreen(GtkSnapshot* snapshot);
+    void placeForeign();
     void describeLater();
+    /// Black where the window is wider or higher than the phone's screen.
+    void fillBeside(GtkSnapshot* snapshot) const;
 
     PictureNodes nodes_;
     ForeignChildren foreign_;
@@ -50,6 +55,7 @@ private:
     unsigned tick_ = 0;
     std::uint64_t describing_ = 0;
     unsigned framesDrawn_ = 0;
+    bool sawForeign_ = false;
 };
 
 }
