@@ -114,6 +114,18 @@ TEST_F(MailServiceTest, WhatCannotBeSentIsToldLater) {
     EXPECT_TRUE(server.commands().empty());
 }
 
+TEST_F(MailServiceTest, WithoutAPasswordTheServerIsNotAsked) {
+    SmtpTestServer server({});
+    useServer(server);
+    settings_["user"] = "me";
+    // Nobody keeps secrets here.
+    ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus", 1);
+    const auto outcome = send();
+    ASSERT_FALSE(outcome.ok());
+    EXPECT_EQ(outcome.failure().code, EACCES);
+    EXPECT_TRUE(server.commands().empty());
+}
+
 TEST_F(MailServiceTest, APasswordDoesNotLeaveTheMachineUnencrypted) {
     settings_ = {{"host", "h"}, {"from", "me@h"}, {"user", "me"}, {"security", "none"}};
     SmtpDialogue dialogue(*mailAccountFrom(lookup()), "pw",
