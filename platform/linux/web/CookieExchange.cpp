@@ -75,7 +75,12 @@ CookieExchange::Request* CookieExchange::request(Question question, std::string 
     g_timeout_add_full(
         G_PRIORITY_DEFAULT, kAnswerMilliseconds,
         [](gpointer data) -> gboolean {
-            settle(**static_cast<std::shared_ptr<Wait>*>(data));
+            Wait& late = **static_cast<std::shared_ptr<Wait>*>(data);
+            const auto self = late.exchange.lock();
+            // What the lost answer would have said is still unknown: ask again.
+            if (self && !late.settled && late.question == Question::All)
+                (*self)->changedMeanwhile_ = true;
+            settle(late);
             return G_SOURCE_REMOVE;
         },
         new std::shared_ptr<Wait>(wait),
