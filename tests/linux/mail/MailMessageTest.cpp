@@ -79,7 +79,7 @@ TEST(MailMessage, NoFieldAddsAHeaderLine) {
         "x\r\nBcc: evil@example.com",       "x\nBcc: evil@example.com",
         "x\rBcc: evil@example.com",         "x\r\n\r\n<script>",
         "x\n\n.\r\nMAIL FROM:<e@e>",        "\r\nBcc: evil@example.com",
-        std::string("x\0\r\nBcc: e@e", 14), "x\v\fBcc: e@e\x7F",
+        std::string("x\0\r\nBcc: e@e", 12), "x\v\fBcc: e@e\x7F",
     };
     for (const std::string& text : hostile) {
         auto subject = mailTo("a@example.com");
