@@ -30,7 +30,7 @@ namespace {
 using namespace vistrel;
 namespace fs = std::filesystem;
 
-constexpr off_t kMebibyte = 1024 * 1024;
+constexpr off_t kMebibyte = off_t{1024} * 1024;
 constexpr off_t kSize = 1024 * kMebibyte;
 constexpr const char* kFolder = "/var/mobile/Library/Downloads";
 constexpr int kRounds = 3;
@@ -44,11 +44,21 @@ double now() {
 double longestTurn = 0;
 double turnStart = 0;
 
+/// The clock without the time in which this process could have run but others did.
+double ownTime() {
+    static const int file = open("/proc/self/schedstat", O_RDONLY | O_CLOEXEC);
+    char text[96] = {};
+    double waited = 0;
+    if (pread(file, text, sizeof text - 1, 0) > 0)
+        std::sscanf(text, "%*s %lf", &waited);
+    return now() - waited / 1e9;
+}
+
 gint pollAndMeasure(GPollFD* descriptors, guint count, gint timeout) {
     if (turnStart > 0)
-        longestTurn = std::max(longestTurn, now() - turnStart);
+        longestTurn = std::max(longestTurn, ownTime() - turnStart);
     const gint result = g_poll(descriptors, count, timeout);
-    turnStart = now();
+    turnStart = ownTime();
     return result;
 }
 
@@ -83,8 +93,9 @@ private:
 };
 
 /// The process that is measured: fetches one address into a device root.
-int fetch(const std::string& url, const std::string& root) {
-    g_main_context_set_poll_func(nullptr, pollAndMeasure);
+int fetch(const std::string& url, const std::string& root, bool measuresTurns) {
+    if (measuresTurns)
+        g_main_context_set_poll_func(nullptr, pollAndMeasure);
     bench::LinuxHost linuxHost(root);
     NSFileManager::defaultManager().createDirectoryAtPath(kFolder, true);
     NSURLConnection::withRequestDelegate(
@@ -184,7 +195,9 @@ void makeFile(const std::string& path) {
 
 int main(int count, char** arguments) {
     if (count == 4 && std::strcmp(arguments[1], "--fetch") == 0)
-        return fetch(arguments[2], arguments[3]);
+        return fetch(arguments[2], arguments[3], false);
+    if (count == 4 && std::strcmp(arguments[1], "--fetch-measuring-turns") == 0)
+        return fetch(arguments[2], arguments[3], true);
 
     const fs::path self = fs::read_symlink("/proc/self/exe");
     // On the disk that the build lies on: a memory file system would flatter everybody.
@@ -211,6 +224,8 @@ int main(int count, char** arguments) {
                 aria, run({"aria2c", "-q", "--file-allocation=none", "-d", root, "-o", "peer", url},
                           peerFile, kSize));
         }
+        const Run turns =
+            run({self.string(), "--fetch-measuring-turns", url, root}, ourFile, kSize);
         const Run small =
             run({self.string(), "--fetch", url + "?mb=64", root}, ourFile, 64 * kMebibyte);
         holds &= faster("download/throughput-curl", ours, curl, 1.0);
@@ -223,8 +238,8 @@ int main(int count, char** arguments) {
         holds &= line(
             "download/peak-memory-1024-against-64-MiB", static_cast<double>(ours.peakKiB) / 1024,
             static_cast<double>(small.peakKiB) / 1024, "MiB", growth, 1.05, growth <= 1.05);
-        holds &= line("download/longest-turn-of-the-loop", ours.longestTurn * 1000, 10, "ms",
-                      ours.longestTurn * 100, 1.0, ours.longestTurn <= 0.010);
+        holds &= line("download/longest-turn-of-the-loop", turns.longestTurn * 1000, 10, "ms",
+                      turns.longestTurn * 100, 1.0, turns.longestTurn <= 0.010);
     }
     fs::remove(served);
     fs::remove_all(root);

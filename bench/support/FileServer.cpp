@@ -43,7 +43,7 @@ void answer(int socket, int file) {
         const std::string answerHead = "HTTP/1.1 200 OK\r\nContent-Type: video/mp4\r\n"
                                        "Content-Length: " +
                                        std::to_string(size) + "\r\n\r\n";
-        send(socket, answerHead.data(), answerHead.size(), MSG_NOSIGNAL);
+        (void)send(socket, answerHead.data(), answerHead.size(), MSG_NOSIGNAL);
         off_t position = 0;
         while (position < size) {
             if (sendfile(socket, file, &position, static_cast<std::size_t>(size - position)) <= 0)

@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t kChunkSize = std::size_t{128} * 1024;
 constexpr int kMostRedirects = 20;
 /// The body of a redirect answer up to this size is read to its end, which keeps the connection.
-constexpr std::int64_t kSmallBody = 16 * 1024;
+constexpr std::int64_t kSmallBody = std::int64_t{16} * 1024;
 /// After input and frames, so that a fast server cannot hold up the screen.
 constexpr int kPriority = G_PRIORITY_DEFAULT_IDLE;
 
