@@ -182,6 +182,25 @@ TEST_F(CatalogueScreensTest, EachShowIsPaintedOnceOnAWayThroughTheListByAHandful
     EXPECT_LE(cells.size(), 155U / 44 + 1 + 2);
 }
 
+TEST_F(CatalogueScreensTest, ARowCanBeTappedAfterASlowDragHasComeToRest) {
+    auto screen = show<MoviesViewController>();
+    touchDown({150, 400});
+    for (int step = 1; step <= 72; ++step) {
+        advance(1.0 / 60);
+        touchMove({150, 400 - 150.0 * step / 72});
+        renderViewToBitmap(window(), 1);
+    }
+    touchUp({150, 250});
+    settle();
+    settle();
+    EXPECT_FALSE(screen->tableView()->isDecelerating());
+    EXPECT_FALSE(screen->tableView()->isDragging());
+    tap({160, 281});
+    settle();
+    ASSERT_TRUE(browser());
+    goBack();
+}
+
 TEST_F(CatalogueScreensTest, RowsAreMadeReadyFromTheirRecords) {
     auto screen = show<TVShowsViewController>();
     const auto cell = std::dynamic_pointer_cast<TVShowsTableViewCell>(

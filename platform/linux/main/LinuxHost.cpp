@@ -27,7 +27,7 @@ std::string translate(const std::string& key) {
 
 /// What cannot be made is said; the application then works on whatever is there.
 std::string preparedRoot(const std::string& asked) {
-    const std::string root = asked.empty() ? defaultDeviceRoot() : asked;
+    std::string root = asked.empty() ? defaultDeviceRoot() : asked;
     if (const auto made = prepareDeviceRoot(root); !made.ok())
         writeLog("The device's files cannot be kept in " + root + ": " + made.failure().message);
     return root;

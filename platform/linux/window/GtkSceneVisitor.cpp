@@ -1,6 +1,7 @@
 #include "platform/linux/window/GtkSceneVisitor.h"
 
 #include "platform/host/ForeignContent.h"
+#include "platform/linux/window/GraphenePlaces.h"
 #include "platform/linux/window/GtkForeignContent.h"
 
 #include <cmath>
@@ -11,9 +12,9 @@ namespace vistrel {
 namespace {
 
 graphene_rect_t grapheneRect(const CGRect& rect) {
-    return GRAPHENE_RECT_INIT(static_cast<float>(rect.origin.x), static_cast<float>(rect.origin.y),
-                              static_cast<float>(rect.size.width),
-                              static_cast<float>(rect.size.height));
+    return grapheneRectangle(static_cast<float>(rect.origin.x), static_cast<float>(rect.origin.y),
+                             static_cast<float>(rect.size.width),
+                             static_cast<float>(rect.size.height));
 }
 
 GdkRGBA gdkColor(const UIColor& color) {
@@ -28,7 +29,7 @@ GskTransform* makeGskTransform(const CGAffineTransform& transform) {
     // Built from the toolkit's own steps: of a bare matrix it does not know that it is flat, and
     // the software renderer refuses it.
     const graphene_point_t offset =
-        GRAPHENE_POINT_INIT(static_cast<float>(transform.tx), static_cast<float>(transform.ty));
+        graphenePoint(static_cast<float>(transform.tx), static_cast<float>(transform.ty));
     GskTransform* result = gsk_transform_translate(nullptr, &offset);
     if (transform.b == 0 && transform.c == 0) {
         if (transform.a == 1 && transform.d == 1)
@@ -101,9 +102,9 @@ void GtkSceneVisitor::fillGradient(const CGRect& rect, const CGGradient& gradien
         stops[i] = {static_cast<float>(place), gdkColor(gradient.colors[i])};
     }
     const graphene_rect_t bounds = grapheneRect(rect);
-    const graphene_point_t start = GRAPHENE_POINT_INIT(bounds.origin.x, bounds.origin.y);
+    const graphene_point_t start = graphenePoint(bounds.origin.x, bounds.origin.y);
     const graphene_point_t end =
-        GRAPHENE_POINT_INIT(bounds.origin.x, bounds.origin.y + bounds.size.height);
+        graphenePoint(bounds.origin.x, bounds.origin.y + bounds.size.height);
     gtk_snapshot_append_linear_gradient(snapshot_, &bounds, &start, &end, stops.data(), count);
 }
 
@@ -121,7 +122,7 @@ void GtkSceneVisitor::drawPicture(const CGRect& rect,
     }
     gtk_snapshot_save(snapshot_);
     const graphene_point_t origin =
-        GRAPHENE_POINT_INIT(static_cast<float>(rect.origin.x), static_cast<float>(rect.origin.y));
+        graphenePoint(static_cast<float>(rect.origin.x), static_cast<float>(rect.origin.y));
     gtk_snapshot_translate(snapshot_, &origin);
     if (!fits)
         gtk_snapshot_scale(snapshot_, static_cast<float>(rect.size.width / node.size.width),
@@ -146,8 +147,8 @@ void GtkSceneVisitor::drawForeign(const CGRect& rect, host::ForeignContent& cont
         gtk_snapshot_restore(snapshot_);
     } else if (GdkPaintable* paintable = foreign->paintable()) {
         gtk_snapshot_save(snapshot_);
-        const graphene_point_t origin = GRAPHENE_POINT_INIT(static_cast<float>(rect.origin.x),
-                                                            static_cast<float>(rect.origin.y));
+        const graphene_point_t origin =
+            graphenePoint(static_cast<float>(rect.origin.x), static_cast<float>(rect.origin.y));
         gtk_snapshot_translate(snapshot_, &origin);
         gdk_paintable_snapshot(paintable, snapshot_, rect.size.width, rect.size.height);
         gtk_snapshot_restore(snapshot_);

@@ -1,5 +1,6 @@
 #include "platform/linux/window/PictureNodes.h"
 
+#include "platform/linux/window/GraphenePlaces.h"
 namespace vistrel {
 
 namespace {
@@ -16,7 +17,7 @@ void dropReference(void* reference) {
 GskRenderNode* makePaintingNode(const PictureReference& picture, CGSize size) {
     static const cairo_user_data_key_t key{};
     const graphene_rect_t bounds =
-        GRAPHENE_RECT_INIT(0, 0, static_cast<float>(size.width), static_cast<float>(size.height));
+        grapheneRectangle(0, 0, static_cast<float>(size.width), static_cast<float>(size.height));
     GskRenderNode* node = gsk_cairo_node_new(&bounds);
     cairo_surface_t* surface = cairo_image_surface_create_for_data(
         const_cast<unsigned char*>(picture->data()),
@@ -42,7 +43,7 @@ GskRenderNode* makeTextureNode(const PictureReference& picture, CGSize size) {
         gdk_memory_texture_new(picture->width(), picture->height(), GDK_MEMORY_DEFAULT, bytes,
                                static_cast<gsize>(picture->stride()));
     const graphene_rect_t bounds =
-        GRAPHENE_RECT_INIT(0, 0, static_cast<float>(size.width), static_cast<float>(size.height));
+        grapheneRectangle(0, 0, static_cast<float>(size.width), static_cast<float>(size.height));
     GskRenderNode* node = gsk_texture_node_new(texture, &bounds);
     g_object_unref(texture);
     g_bytes_unref(bytes);

@@ -4,6 +4,7 @@
 #include "platform/host/EventLoop.h"
 #include "platform/host/Host.h"
 #include "platform/linux/window/ForeignPlacement.h"
+#include "platform/linux/window/GraphenePlaces.h"
 #include "platform/linux/window/GtkSceneVisitor.h"
 #include "platform/uikit/UIApplication.h"
 
@@ -159,7 +160,7 @@ void ScreenWidget::fillBeside(GtkSnapshot* snapshot) const {
         return;
     const GdkRGBA black{0, 0, 0, 1};
     const graphene_rect_t bounds =
-        GRAPHENE_RECT_INIT(0, 0, static_cast<float>(get_width()), static_cast<float>(get_height()));
+        grapheneRectangle(0, 0, static_cast<float>(get_width()), static_cast<float>(get_height()));
     gtk_snapshot_append_color(snapshot, &black, &bounds);
 }
 
@@ -175,7 +176,7 @@ bool ScreenWidget::saveScreenshot(const std::string& machinePath) {
     if (!node)
         return false;
     const graphene_rect_t viewport =
-        GRAPHENE_RECT_INIT(0, 0, static_cast<float>(get_width()), static_cast<float>(get_height()));
+        grapheneRectangle(0, 0, static_cast<float>(get_width()), static_cast<float>(get_height()));
     GdkTexture* texture =
         gsk_renderer_render_texture(gtk_native_get_renderer(native), node, &viewport);
     const bool saved = gdk_texture_save_to_png(texture, machinePath.c_str());
