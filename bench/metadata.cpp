@@ -8,16 +8,30 @@
 #include <taglib/tag.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 
 namespace {
 
 constexpr int kFiles = 2000;
 constexpr double kMostTimes = 1.1;
 
-/// An MPEG file with a tag: `frames` silent frames of 128 kbit/s.
-void writeSong(const std::string& path, int number) {
+/// Three seconds of sound as an encoder writes it, its header frame included.
+std::string encodedSound(const std::string& folder) {
+    const std::string path = folder + "/sound.mp3";
+    const std::string command = "ffmpeg -nostdin -loglevel error -f lavfi -i sine=440:d=3 -c:a "
+                                "libmp3lame -b:a 128k -id3v2_version 0 -map_metadata -1 " +
+                                path;
+    if (std::system(command.c_str()) != 0)
+        return {};
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// The sound behind a tag of three texts and some padding.
+void writeSong(const std::string& path, int number, const std::string& sound) {
     std::string body;
     for (const auto& [id, text] :
          {std::pair{"TIT2", "Song " + std::to_string(number)},
@@ -28,11 +42,8 @@ void writeSong(const std::string& path, int number) {
     body += std::string(512, '\0');
     const auto high = static_cast<char>(body.size() >> 7 & 0x7F);
     const auto low = static_cast<char>(body.size() & 0x7F);
-    std::string file = "ID3" + std::string{3, 0, 0, 0, 0, high, low} + body;
-    constexpr int kFrameSize = 417;
-    for (int i = 0; i < 200; ++i)
-        file += std::string{'\xFF', '\xFB', '\x90', '\x00'} + std::string(kFrameSize - 4, '\0');
-    std::ofstream(path, std::ios::binary) << file;
+    std::ofstream(path, std::ios::binary)
+        << "ID3" + std::string{3, 0, 0, 0, 0, high, low} + body + sound;
 }
 
 /// From the tap on a row until the player stands ready to slide in, the player's library and the
@@ -58,11 +69,12 @@ bool opensAtOnce(const std::vector<vistrel::NSURL>& addresses) {
 int main() {
     bench::MusicHost host;
     std::filesystem::create_directories(host.root() + "/music");
+    const std::string sound = encodedSound(host.root());
     std::vector<std::string> paths;
     std::vector<vistrel::NSURL> addresses;
     for (int i = 0; i < kFiles; ++i) {
         const std::string path = "/music/" + std::to_string(i) + ".mp3";
-        writeSong(host.root() + path, i);
+        writeSong(host.root() + path, i, sound);
         paths.push_back(host.root() + path);
         addresses.push_back(vistrel::NSURL::fileURLWithPath(path));
     }

@@ -24,18 +24,14 @@ host::Failure failureOf(int code) {
     return {code, std::strerror(code)};
 }
 
-/// 0, or why the file cannot be read.
-int whyUnreadable(const std::string& path) {
-    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (file < 0)
-        return errno;
+/// 0, or why an open file cannot be read.
+int whyUnreadable(int file) {
     struct stat status {};
-    const int code = ::fstat(file, &status) != 0 ? errno
-                     : S_ISDIR(status.st_mode)   ? EISDIR
-                     : !S_ISREG(status.st_mode)  ? EINVAL
-                                                 : 0;
-    ::close(file);
-    return code;
+    if (file < 0 || ::fstat(file, &status) != 0)
+        return errno;
+    if (S_ISDIR(status.st_mode))
+        return EISDIR;
+    return S_ISREG(status.st_mode) ? 0 : EINVAL;
 }
 
 double durationOf(TagLib::FileRef& file, const std::string& path) {
@@ -60,12 +56,14 @@ double durationOf(TagLib::FileRef& file, const std::string& path) {
 
 host::Result<std::unique_ptr<host::AudioFileReader>>
 TagLibReader::open(const std::string& machinePath) {
-    if (const int code = whyUnreadable(machinePath))
+    std::unique_ptr<TagLibReader> reader(new TagLibReader);
+    reader->file_ = ::open(machinePath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (const int code = whyUnreadable(reader->file_))
         return failureOf(code);
     TagLib::FileRef file(machinePath.c_str(), true, TagLib::AudioProperties::Average);
     if (file.isNull())
         return host::Failure{EINVAL, "The file holds no sound."};
-    Info info;
+    Info& info = reader->info_;
     info.duration = durationOf(file, machinePath);
     if (info.duration <= 0)
         return host::Failure{EINVAL, "The file holds no sound."};
@@ -74,34 +72,31 @@ TagLibReader::open(const std::string& machinePath) {
         info.artist = tag->artist().to8Bit(true);
         info.album = tag->album().to8Bit(true);
     }
-    return std::unique_ptr<host::AudioFileReader>(new TagLibReader(machinePath, std::move(info)));
+    return std::unique_ptr<host::AudioFileReader>(std::move(reader));
 }
 
-TagLibReader::TagLibReader(std::string path, Info info)
-    : path_(std::move(path))
-    , info_(std::move(info)) {}
+TagLibReader::~TagLibReader() {
+    if (file_ >= 0)
+        ::close(file_);
+}
 
 host::Result<std::vector<std::byte>> TagLibReader::id3Tag() {
-    const int file = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC);
-    if (file < 0)
-        return failureOf(errno);
     std::vector<std::byte> tag;
     // ID3v2.4, 3.1: "ID3", two version bytes, flags, then the size in four bytes of seven bits.
     std::array<unsigned char, 10> header{};
-    if (::pread(file, header.data(), header.size(), 0) == 10 &&
-        std::memcmp(header.data(), "ID3", 3) == 0) {
-        const bool hasFooter = header[3] >= 4 && (header[5] & 0x10);
-        std::size_t size = header.size() + (hasFooter ? header.size() : 0);
-        size += static_cast<std::size_t>((header[6] & 0x7F) << 21 | (header[7] & 0x7F) << 14 |
-                                         (header[8] & 0x7F) << 7 | (header[9] & 0x7F));
-        struct stat status {};
-        if (::fstat(file, &status) == 0)
-            size = std::min(size, static_cast<std::size_t>(status.st_size));
-        tag.resize(size);
-        const ssize_t got = ::pread(file, tag.data(), tag.size(), 0);
-        tag.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
-    }
-    ::close(file);
+    if (::pread(file_, header.data(), header.size(), 0) != 10 ||
+        std::memcmp(header.data(), "ID3", 3) != 0)
+        return tag;
+    const bool hasFooter = header[3] >= 4 && (header[5] & 0x10);
+    std::size_t size = header.size() + (hasFooter ? header.size() : 0);
+    size += static_cast<std::size_t>((header[6] & 0x7F) << 21 | (header[7] & 0x7F) << 14 |
+                                     (header[8] & 0x7F) << 7 | (header[9] & 0x7F));
+    struct stat status {};
+    if (::fstat(file_, &status) == 0)
+        size = std::min(size, static_cast<std::size_t>(status.st_size));
+    tag.resize(size);
+    const ssize_t got = ::pread(file_, tag.data(), tag.size(), 0);
+    tag.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
     return tag;
 }
 

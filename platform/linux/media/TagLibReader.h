@@ -6,7 +6,8 @@
 
 namespace vistrel {
 
-/// One audio file's tags and length. Everything is read when it is opened.
+/// One audio file's tags and length. The info is read when it is opened, the raw tag when it
+/// is asked for.
 class TagLibReader : public host::AudioFileReader {
 public:
     /// `machinePath` lies on the machine. Fails with the system's reason when the file cannot be
@@ -14,12 +15,17 @@ public:
     static host::Result<std::unique_ptr<host::AudioFileReader>>
     open(const std::string& machinePath);
 
+    ~TagLibReader() override;
+    TagLibReader(const TagLibReader&) = delete;
+    TagLibReader& operator=(const TagLibReader&) = delete;
+
     host::Result<std::vector<std::byte>> id3Tag() override;
     host::Result<Info> info() override { return info_; }
 
 private:
-    TagLibReader(std::string path, Info info);
-    std::string path_;
+    TagLibReader() = default;
+
+    int file_ = -1; ///< open as long as the reader lives
     Info info_;
 };
 
