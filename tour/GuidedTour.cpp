@@ -7,6 +7,7 @@
 #include "tour/CatalogueTour.h"
 #include "tour/HelpTour.h"
 #include "tour/MainJobTour.h"
+#include "tour/MusicTour.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -35,6 +36,8 @@ void GuidedTour::start() {
         return;
     }
     steps_ = mainJobTour();
+    for (TourStep& step : musicTour())
+        steps_.push_back(std::move(step));
     for (TourStep& step : helpTour())
         steps_.push_back(std::move(step));
     for (TourStep& step : catalogueTour())

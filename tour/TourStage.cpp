@@ -1,5 +1,6 @@
 #include "tour/TourStage.h"
 
+#include "audio/OvoAudioPlayerController.h"
 #include "downloads/DownloadsViewController.h"
 #include "platform/foundation/NSFileManager.h"
 #include "platform/foundation/NSURLConnection.h"
@@ -14,6 +15,7 @@
 #include "web/WebBrowserViewController.h"
 
 #include <span>
+#include <utility>
 
 namespace vistrel::TourStage {
 
@@ -34,6 +36,17 @@ private:
 };
 
 std::shared_ptr<TextAnswer> digestAnswer;
+
+/// Puts what it has received into a file.
+class FileAnswer : public TextAnswer {
+public:
+    explicit FileAnswer(std::string devicePath)
+        : devicePath_(std::move(devicePath)) {}
+    void connectionDidFinishLoading(NSURLConnection&) override { putFile(devicePath_, text()); }
+
+private:
+    std::string devicePath_;
+};
 
 template <typename Controller>
 std::shared_ptr<Controller> topAs() {
@@ -77,6 +90,16 @@ std::shared_ptr<MPMoviePlayerController> movie() {
         screen = modal || !isContainer ? modal : navigation().topViewController().get();
     }
     return nullptr;
+}
+
+std::shared_ptr<OvoAudioPlayerController> musicPlayer() {
+    return std::dynamic_pointer_cast<OvoAudioPlayerController>(navigation().modalViewController());
+}
+
+void fetchFile(const std::string& path, const std::string& devicePath) {
+    NSURLConnection::withRequestDelegate(
+        NSURLRequest(NSURL::URLWithString(contentSiteAddress(path))),
+        std::make_shared<FileAnswer>(devicePath));
 }
 
 void askSiteForDigest(const std::string& path) {

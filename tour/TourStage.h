@@ -6,6 +6,7 @@ namespace vistrel {
 class DownloadsViewController;
 class FileDownloadViewController;
 class MPMoviePlayerController;
+class OvoAudioPlayerController;
 class UINavigationController;
 class WebBrowserViewController;
 
@@ -21,10 +22,15 @@ std::shared_ptr<DownloadsViewController> downloadsScreen();
 bool isMenuOnTop();
 /// The video that plays now; null for none.
 std::shared_ptr<MPMoviePlayerController> movie();
+/// The music player that is open; null for none.
+std::shared_ptr<OvoAudioPlayerController> musicPlayer();
 
 /// Asks the content site for its digest of what lies at `path`; siteDigest has the answer when it
 /// is there.
 void askSiteForDigest(const std::string& path);
+/// Fetches what lies at `path` on the content site into a device file, which is there once all has
+/// come.
+void fetchFile(const std::string& path, const std::string& devicePath);
 /// 64 hexadecimal digits; empty until the site has answered.
 std::string siteDigest();
 /// SHA-256 of a device file, 64 hexadecimal digits; empty when it cannot be read.
