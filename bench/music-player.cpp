@@ -64,7 +64,7 @@ bool makeTracks(const std::string& folder) {
         const std::string command =
             "ffmpeg -nostdin -loglevel error -f lavfi -i \"aevalsrc=0.3*sin(2*PI*t*" +
             std::to_string(220 + 110 * i) +
-            ")+0.02*random(0):s=44100:d=60\" -c:a libmp3lame -b:a 128k " + folder + "/" +
+            ")+0.02*random(0):s=44100:d=240\" -c:a libmp3lame -b:a 128k " + folder + "/" +
             std::to_string(i) + ".mp3";
         if (std::system(command.c_str()) != 0)
             return false;

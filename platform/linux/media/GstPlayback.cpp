@@ -13,6 +13,8 @@ double secondsOf(GstClockTime time) {
     return GST_CLOCK_TIME_IS_VALID(time) ? static_cast<double>(time) / GST_SECOND : 0;
 }
 
+constexpr double kSecondsBetweenQuestions = 0.1;
+
 GstClockTime clockTimeOf(double seconds) {
     return static_cast<GstClockTime>(std::max(0.0, seconds) * GST_SECOND);
 }
@@ -73,6 +75,7 @@ void GstPlayback::prepare() {
 bool GstPlayback::play() {
     if (failed_)
         return false;
+    forgetRunningTime();
     open();
     playing_ = true;
     interrupted_ = false;
@@ -82,6 +85,7 @@ bool GstPlayback::play() {
 
 void GstPlayback::pause() {
     playing_ = false;
+    forgetRunningTime();
     if (play_)
         gst_play_pause(play_);
 }
@@ -95,7 +99,20 @@ void GstPlayback::stop() {
 double GstPlayback::currentTime() const {
     if (!play_ || seeking_ || !ready_)
         return position_;
-    return secondsOf(gst_play_get_position(play_));
+    return runningTime();
+}
+
+double GstPlayback::runningTime() const {
+    const gint64 now = g_get_monotonic_time();
+    const double since = static_cast<double>(now - askedAt_) / G_USEC_PER_SEC;
+    const bool runs = isPlaying() && !stalled_;
+    if (!runs || askedAt_ == 0 || since > kSecondsBetweenQuestions) {
+        askedPosition_ = secondsOf(gst_play_get_position(play_));
+        askedAt_ = now;
+        return askedPosition_;
+    }
+    const double counted = askedPosition_ + since;
+    return duration() > 0 ? std::min(counted, duration()) : counted;
 }
 
 bool GstPlayback::hasStreams() const {
@@ -142,6 +159,7 @@ void GstPlayback::setVolume(float volume) {
 
 void GstPlayback::received(GstMessage* message) {
     const std::weak_ptr<GstPlayback*> self = self_;
+    forgetRunningTime();
     GstPlayMessage type{};
     gst_play_message_parse_type(message, &type);
     switch (type) {
@@ -211,6 +229,7 @@ void GstPlayback::fail(const std::string& message) {
 }
 
 void GstPlayback::stateRequested(GstState state) {
+    forgetRunningTime();
     if (state == GST_STATE_PAUSED && playing_ && !interrupted_) {
         interrupted_ = true;
         if (client_)

@@ -62,6 +62,10 @@ private:
     /// A server without ranges cannot be seeked in; trying would end the playback.
     bool isSeekable() const;
     bool hasStreams() const;
+    /// The pipeline's position: asked for now and then, counted on by the clock in between, because
+    /// a screen that shows it asks a hundred times a second.
+    double runningTime() const;
+    void forgetRunningTime() { askedAt_ = 0; }
     /// The sound server took the sound away, or gave it back.
     void stateRequested(GstState state);
 
@@ -81,6 +85,8 @@ private:
     float volume_ = 1;
     double position_ = 0; ///< while there is no pipeline, or a seek is under way
     bool seeking_ = false;
+    mutable double askedPosition_ = 0;
+    mutable gint64 askedAt_ = 0; ///< monotonic microseconds; 0: not since something changed
 };
 
 }

@@ -7,10 +7,7 @@
 #include <taglib/mpegfile.h>
 #include <taglib/tag.h>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -22,16 +19,6 @@ namespace {
 
 host::Failure failureOf(int code) {
     return {code, std::strerror(code)};
-}
-
-/// 0, or why an open file cannot be read.
-int whyUnreadable(int file) {
-    struct stat status {};
-    if (file < 0 || ::fstat(file, &status) != 0)
-        return errno;
-    if (S_ISDIR(status.st_mode))
-        return EISDIR;
-    return S_ISREG(status.st_mode) ? 0 : EINVAL;
 }
 
 double durationOf(TagLib::FileRef& file, const std::string& path) {
@@ -57,10 +44,9 @@ double durationOf(TagLib::FileRef& file, const std::string& path) {
 host::Result<std::unique_ptr<host::AudioFileReader>>
 TagLibReader::open(const std::string& machinePath) {
     std::unique_ptr<TagLibReader> reader(new TagLibReader);
-    reader->file_ = ::open(machinePath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (const int code = whyUnreadable(reader->file_))
+    if (const int code = reader->bytes_.open(machinePath))
         return failureOf(code);
-    TagLib::FileRef file(machinePath.c_str(), true, TagLib::AudioProperties::Average);
+    TagLib::FileRef file(&reader->bytes_, true, TagLib::AudioProperties::Average);
     if (file.isNull())
         return host::Failure{EINVAL, "The file holds no sound."};
     Info& info = reader->info_;
@@ -75,28 +61,19 @@ TagLibReader::open(const std::string& machinePath) {
     return std::unique_ptr<host::AudioFileReader>(std::move(reader));
 }
 
-TagLibReader::~TagLibReader() {
-    if (file_ >= 0)
-        ::close(file_);
-}
-
 host::Result<std::vector<std::byte>> TagLibReader::id3Tag() {
     std::vector<std::byte> tag;
     // ID3v2.4, 3.1: "ID3", two version bytes, flags, then the size in four bytes of seven bits.
-    std::array<unsigned char, 10> header{};
-    if (::pread(file_, header.data(), header.size(), 0) != 10 ||
+    std::array<char, 10> header{};
+    if (bytes_.read(0, header.size(), header.data()) != header.size() ||
         std::memcmp(header.data(), "ID3", 3) != 0)
         return tag;
     const bool hasFooter = header[3] >= 4 && (header[5] & 0x10);
     std::size_t size = header.size() + (hasFooter ? header.size() : 0);
     size += static_cast<std::size_t>((header[6] & 0x7F) << 21 | (header[7] & 0x7F) << 14 |
                                      (header[8] & 0x7F) << 7 | (header[9] & 0x7F));
-    struct stat status {};
-    if (::fstat(file_, &status) == 0)
-        size = std::min(size, static_cast<std::size_t>(status.st_size));
-    tag.resize(size);
-    const ssize_t got = ::pread(file_, tag.data(), tag.size(), 0);
-    tag.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
+    tag.resize(std::min(size, static_cast<std::size_t>(bytes_.length())));
+    tag.resize(bytes_.read(0, tag.size(), reinterpret_cast<char*>(tag.data())));
     return tag;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/host/Media.h"
+#include "platform/linux/media/BufferedFile.h"
 
 #include <memory>
 #include <string>
@@ -15,17 +16,13 @@ public:
     static host::Result<std::unique_ptr<host::AudioFileReader>>
     open(const std::string& machinePath);
 
-    ~TagLibReader() override;
-    TagLibReader(const TagLibReader&) = delete;
-    TagLibReader& operator=(const TagLibReader&) = delete;
-
     host::Result<std::vector<std::byte>> id3Tag() override;
     host::Result<Info> info() override { return info_; }
 
 private:
     TagLibReader() = default;
 
-    int file_ = -1; ///< open as long as the reader lives
+    BufferedFile bytes_;
     Info info_;
 };
 
