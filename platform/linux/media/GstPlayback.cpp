@@ -43,6 +43,7 @@ void GstPlayback::open() {
     g_object_set(pipeline, "audio-sink", sound_.makeSink(), "video-sink",
                  picture_ ? picture_->makeSink() : gst_element_factory_make("fakesink", nullptr),
                  nullptr);
+    loudness_ = Wiring::insertVolume(pipeline);
     Wiring::dressSource(pipeline, source_);
     Wiring::watchRequests(pipeline, self_);
     gst_object_unref(pipeline);
@@ -52,7 +53,7 @@ void GstPlayback::open() {
     busWatch_ = gst_bus_add_watch(bus, Wiring::busMessage, this);
     gst_object_unref(bus);
     gst_play_set_uri(play_, source_.url.c_str());
-    gst_play_set_volume(play_, volume_);
+    setVolume(volume_);
     if (position_ > 0)
         setCurrentTime(position_);
 }
@@ -61,6 +62,7 @@ void GstPlayback::close() {
     if (!play_)
         return;
     g_source_remove(std::exchange(busWatch_, 0));
+    loudness_ = {};
     Wiring::retire(std::exchange(play_, nullptr));
     opened_ = ready_ = seeking_ = stalled_ = interrupted_ = false;
 }
@@ -153,8 +155,8 @@ double GstPlayback::duration() const {
 
 void GstPlayback::setVolume(float volume) {
     volume_ = std::clamp(volume, 0.0F, 1.0F);
-    if (play_)
-        gst_play_set_volume(play_, volume_);
+    if (loudness_)
+        g_object_set(loudness_.get(), "volume", static_cast<double>(volume_), nullptr);
 }
 
 void GstPlayback::received(GstMessage* message) {

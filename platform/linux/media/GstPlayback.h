@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/host/Media.h"
+#include "platform/linux/NativeReference.h"
 #include "platform/linux/media/SoundOutput.h"
 #include "platform/linux/media/VideoPicture.h"
 
@@ -83,7 +84,8 @@ private:
     bool failed_ = false;
     bool interrupted_ = false;
     float volume_ = 1;
-    double position_ = 0; ///< while there is no pipeline, or a seek is under way
+    NativeReference<GstElement> loudness_; ///< the pipeline's element for the volume
+    double position_ = 0;                  ///< while there is no pipeline, or a seek is under way
     bool seeking_ = false;
     mutable double askedPosition_ = 0;
     mutable gint64 askedAt_ = 0; ///< monotonic microseconds; 0: not since something changed

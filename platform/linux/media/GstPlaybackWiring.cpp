@@ -62,6 +62,17 @@ void stateRequestedOnThread(GstBus*, GstMessage* message, gpointer data) {
 
 }
 
+/// The pipeline's own software volume is an element that it leaks with each player.
+NativeReference<GstElement> GstPlayback::Wiring::insertVolume(GstElement* pipeline) {
+    constexpr guint kSoftVolume = 1U << 4U; // of playbin's flags
+    guint flags = 0;
+    g_object_get(pipeline, "flags", &flags, nullptr);
+    g_object_set(pipeline, "flags", flags & ~kSoftVolume, nullptr);
+    auto volume = NativeReference<GstElement>::sink(gst_element_factory_make("volume", nullptr));
+    g_object_set(pipeline, "audio-filter", volume.get(), nullptr);
+    return volume;
+}
+
 void GstPlayback::Wiring::dressSource(GstElement* pipeline, const PlaybackSource& source) {
     g_signal_connect_data(
         pipeline, "source-setup", G_CALLBACK(dress),

@@ -5,6 +5,8 @@ namespace vistrel {
 
 /// How a player is tied to its pipeline's signals; they come on threads of the pipeline.
 struct GstPlayback::Wiring {
+    /// Where the volume is set from now on; null when it cannot be.
+    static NativeReference<GstElement> insertVolume(GstElement* pipeline);
     /// Cookies and agent for sources that take them.
     static void dressSource(GstElement* pipeline, const PlaybackSource& source);
     /// Requests of the sound server reach the player on the main loop.

@@ -57,6 +57,31 @@ TEST_F(AudioPlaybackTest, WhatHoldsNoSoundIsRefusedWithAReason) {
     }
 }
 
+/// What the pipeline multiplies the sound by; negative when nothing does.
+double pipelineVolume(host::Playback& playback) {
+    GstElement* pipeline = gst_play_get_pipeline(dynamic_cast<GstPlayback&>(playback).native());
+    GstElement* filter = nullptr;
+    g_object_get(pipeline, "audio-filter", &filter, nullptr);
+    double volume = -1;
+    if (filter)
+        g_object_get(filter, "volume", &volume, nullptr);
+    g_clear_object(&filter);
+    gst_object_unref(pipeline);
+    return volume;
+}
+
+TEST_F(AudioPlaybackTest, AVolumeSetBeforeOrWhilePlayingReachesTheSound) {
+    auto playback = audio("steady.mp3");
+    ASSERT_TRUE(playback);
+    playback->setVolume(0.25F);
+    ASSERT_TRUE(playback->play());
+    EXPECT_DOUBLE_EQ(pipelineVolume(*playback), 0.25);
+    ASSERT_TRUE(turnUntil([&] { return playback->currentTime() > 0.2; }));
+    playback->setVolume(0.75F);
+    EXPECT_DOUBLE_EQ(pipelineVolume(*playback), 0.75);
+    EXPECT_FLOAT_EQ(playback->volume(), 0.75F);
+}
+
 TEST_F(AudioPlaybackTest, SeekingLandsWithinFiftyMilliseconds) {
     auto playback = audio("steady.mp3");
     playback->prepare();
