@@ -130,7 +130,7 @@ double playerScreen() {
     return share;
 }
 
-/// MiB by which the process has grown from the first hundred changes to a thousand after them.
+/// MiB by which the process has grown from the first two hundred changes to a thousand after them.
 double growth() {
     bench::MusicHost host;
     if (!makeTracks(host.root()))
@@ -143,7 +143,7 @@ double growth() {
             host.runFor(0.02);
         }
     };
-    change(100);
+    change(200);
     const double before = residentMiB();
     change(1000);
     const double after = residentMiB();
