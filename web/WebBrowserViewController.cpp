@@ -212,9 +212,8 @@ void WebBrowserViewController::connectionDidReceiveResponse(NSURLConnection& con
                                                             const NSURLResponse& response) {
     if (isDownloadableMIMEType(response.MIMEType())) {
         const auto self = shared_from_this();
-        const NSURL url = response.URL();
         connection.cancel();
-        downloadFileAtURL(url);
+        downloadFileAtURL(response.URL());
     } else if (download_) {
         download_ = false;
         openURL(response.URL());
