@@ -1,18 +1,16 @@
 #include "catalogue/TVShowsViewController.h"
-#include "platform/graphics/Bitmap.h"
-#include "platform/uikit/SceneVisitor.h"
 #include "platform/uikit/SceneWalk.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UITableView.h"
 #include "platform/uikit/UITableViewCell.h"
 #include "platform/uikit/UIWindow.h"
 #include "tests/support/DeterministicHost.h"
+#include "tests/support/ui/PaintingCounter.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <set>
-#include <utility>
 
 namespace vistrel {
 
@@ -22,26 +20,6 @@ constexpr int kListWidth = 265;
 constexpr int kListHeight = 155;
 constexpr int kRowHeight = 44;
 constexpr double kStep = 3; ///< points from frame to frame
-
-/// Notes every picture of a row with its state; one that is new was painted.
-class PaintingCounter : public SceneVisitor {
-public:
-    void pushTransform(const CGAffineTransform&) override {}
-    void pushClip(const CGRect&) override {}
-    void pushOpacity(double) override {}
-    void pop() override {}
-    void fillColor(const CGRect&, const UIColor&) override {}
-    void fillGradient(const CGRect&, const CGGradient&) override {}
-    void drawPicture(const CGRect&, const std::shared_ptr<const Bitmap>& picture) override {
-        if (picture->width() == kListWidth && picture->height() == kRowHeight)
-            paintings_.insert({picture.get(), picture->generation()});
-    }
-    void drawForeign(const CGRect&, host::ForeignContent&) override {}
-    std::size_t paintings() const { return paintings_.size(); }
-
-private:
-    std::set<std::pair<const Bitmap*, std::uint64_t>> paintings_;
-};
 
 bool report(const char* name, std::size_t ours, std::size_t bound, const char* unit) {
     // Nothing painted at all is no good figure either.
@@ -58,7 +36,7 @@ bool scrollThroughShows() {
     auto screen = std::make_shared<TVShowsViewController>();
     window->addSubview(screen->view());
     UITableView& table = *screen->tableView();
-    PaintingCounter counter;
+    support::PaintingCounter counter(kListWidth, kRowHeight);
     std::set<UITableViewCell*> cells;
     SceneWalk::walk(*window, counter);
     const double end = table.contentSize().height - kListHeight;

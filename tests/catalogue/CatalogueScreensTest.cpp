@@ -13,6 +13,7 @@
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UINavigationItem.h"
 #include "platform/uikit/UITableView.h"
+#include "tests/support/ui/PaintingCounter.h"
 #include "tests/uikit/ScreenTest.h"
 #include "web/WebBrowserViewController.h"
 
@@ -21,31 +22,6 @@
 
 namespace vistrel {
 namespace {
-
-/// Notes every picture of a size with its state; a new one was painted.
-class PaintingCounter : public SceneVisitor {
-public:
-    PaintingCounter(int width, int height)
-        : width_(width)
-        , height_(height) {}
-    void pushTransform(const CGAffineTransform&) override {}
-    void pushClip(const CGRect&) override {}
-    void pushOpacity(double) override {}
-    void pop() override {}
-    void fillColor(const CGRect&, const UIColor&) override {}
-    void fillGradient(const CGRect&, const CGGradient&) override {}
-    void drawPicture(const CGRect&, const std::shared_ptr<const Bitmap>& picture) override {
-        if (picture->width() == width_ && picture->height() == height_)
-            paintings_.insert({picture.get(), picture->generation()});
-    }
-    void drawForeign(const CGRect&, host::ForeignContent&) override {}
-    std::size_t paintings() const { return paintings_.size(); }
-
-private:
-    int width_;
-    int height_;
-    std::set<std::pair<const Bitmap*, std::uint64_t>> paintings_;
-};
 
 class CatalogueScreensTest : public ScreenTest {
 protected:
@@ -165,7 +141,7 @@ TEST_F(CatalogueScreensTest, NoRowFadesOutOnReturn) {
 TEST_F(CatalogueScreensTest, EachShowIsPaintedOnceOnAWayThroughTheListByAHandfulOfCells) {
     auto screen = show<TVShowsViewController>();
     UITableView& table = *screen->tableView();
-    PaintingCounter counter(265, 44);
+    support::PaintingCounter counter(265, 44);
     std::set<UITableViewCell*> cells;
     const double end = table.contentSize().height - 155;
     ASSERT_EQ(end, 146 * 44 - 155);
