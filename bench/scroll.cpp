@@ -54,7 +54,7 @@ void runDownloadsScreen() {
     window->addSubview(navigation->view());
     window->makeKeyAndVisible();
     const bench::FrameMeter meter(
-        phone.screen(),
+        phone.screen().widget(),
         [&](double offset) {
             downloads->tableView()->setContentOffset({0, offset});
         },
@@ -106,9 +106,7 @@ int compareAll(const std::string& program) {
 
 int runContender(const std::string& name) {
     setenv("GSK_RENDERER", "cairo", 1);
-    const auto toolkit =
-        Gtk::Application::create("org.vistrel.bench.scroll", Gio::Application::Flags::NON_UNIQUE);
-    toolkit->register_application();
+    gtk_init();
     if (name == "ours")
         runDownloadsScreen();
     else if (name == "list")

@@ -19,8 +19,13 @@ double milliseconds(clockid_t clock) {
     return now.tv_sec * 1e3 + now.tv_nsec / 1e6;
 }
 
-Glib::RefPtr<Gdk::Texture> loadIcon(const std::string& resources) {
-    return Gdk::Texture::create_from_filename(resources + "/VideoFile.png");
+GdkTexture* loadIcon(const std::string& resources) {
+    GError* error = nullptr;
+    GdkTexture* icon =
+        gdk_texture_new_from_filename((resources + "/VideoFile.png").c_str(), &error);
+    if (!icon)
+        g_error("%s", error->message);
+    return icon;
 }
 
 graphene_rect_t rectangle(float x, float y, float width, float height) {
@@ -33,105 +38,98 @@ graphene_point_t point(double x, double y) {
     return {static_cast<float>(x), static_cast<float>(y)};
 }
 
-Pango::FontDescription rowFont() {
-    Pango::FontDescription font("Sans Bold");
-    font.set_absolute_size(20 * PANGO_SCALE);
+PangoFontDescription* rowFont() {
+    PangoFontDescription* font = pango_font_description_from_string("Sans Bold");
+    pango_font_description_set_absolute_size(font, 20 * PANGO_SCALE);
     return font;
 }
 
 /// Shows the widget in a window until its frames are measured.
-void runWindow(Gtk::Widget& content, Gtk::Widget& measured,
-               const std::function<void(double)>& scrollTo) {
-    const auto loop = Glib::MainLoop::create();
-    Gtk::Window window;
-    window.set_decorated(false);
-    window.set_default_size(kWidth, kHeight);
-    window.set_child(content);
-    const FrameMeter meter(measured, scrollTo, [&] { loop->quit(); });
-    window.present();
-    loop->run();
+void runWindow(GtkWidget* content, const std::function<void(double)>& scrollTo) {
+    GMainLoop* loop = g_main_loop_new(nullptr, FALSE);
+    GtkWidget* window = gtk_window_new();
+    gtk_window_set_decorated(GTK_WINDOW(window), FALSE);
+    gtk_window_set_default_size(GTK_WINDOW(window), kWidth, kHeight);
+    gtk_window_set_child(GTK_WINDOW(window), content);
+    const FrameMeter meter(content, scrollTo, [&] { g_main_loop_quit(loop); });
+    gtk_window_present(GTK_WINDOW(window));
+    g_main_loop_run(loop);
+    gtk_window_destroy(GTK_WINDOW(window));
+    g_main_loop_unref(loop);
 }
 
-class CachedNodes : public Gtk::Widget {
-public:
-    explicit CachedNodes(Glib::RefPtr<Gdk::Texture> icon)
-        : Glib::ObjectBase("BenchCachedNodes")
-        , icon_(std::move(icon)) {
-        set_overflow(Gtk::Overflow::HIDDEN);
-    }
-    ~CachedNodes() override {
-        for (auto& [row, node] : nodes_)
-            gsk_render_node_unref(node);
-    }
-    void scrollTo(double offset) {
-        offset_ = offset;
-        queue_draw();
-    }
+/// Of the one widget there is.
+struct CachedNodes {
+    GtkWidget* widget = nullptr;
+    GdkTexture* icon = nullptr;
+    std::unordered_map<int, GskRenderNode*> nodes;
+    double offset = 0;
+} cachedNodes;
 
-protected:
-    void snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override {
-        const GdkRGBA white{1, 1, 1, 1};
-        const graphene_rect_t area = rectangle(0, 0, kWidth, kHeight);
-        gtk_snapshot_append_color(snapshot->gobj(), &white, &area);
-        const int first = static_cast<int>(offset_ / kRowHeight);
-        for (int row = first; row < kRows && row * kRowHeight < offset_ + kHeight; ++row) {
-            snapshot->save();
-            const graphene_point_t place = point(0, row * kRowHeight - offset_);
-            gtk_snapshot_translate(snapshot->gobj(), &place);
-            gtk_snapshot_append_node(snapshot->gobj(), nodeFor(row));
-            snapshot->restore();
-        }
-    }
+GskRenderNode* nodeFor(int row) {
+    GskRenderNode*& node = cachedNodes.nodes[row];
+    if (node)
+        return node;
+    GtkSnapshot* snapshot = gtk_snapshot_new();
+    const graphene_rect_t icon = rectangle(15, 15, 32, 32);
+    gtk_snapshot_append_texture(snapshot, cachedNodes.icon, &icon);
+    PangoLayout* layout = gtk_widget_create_pango_layout(cachedNodes.widget, rowName(row).c_str());
+    PangoFontDescription* font = rowFont();
+    pango_layout_set_font_description(layout, font);
+    pango_font_description_free(font);
+    pango_layout_set_width(layout, 230 * PANGO_SCALE);
+    pango_layout_set_ellipsize(layout, PANGO_ELLIPSIZE_END);
+    const graphene_point_t place = point(60, 17);
+    gtk_snapshot_translate(snapshot, &place);
+    const GdkRGBA color{0.1F, 0.1F, 0.1F, 1};
+    gtk_snapshot_append_layout(snapshot, layout, &color);
+    g_object_unref(layout);
+    return node = gtk_snapshot_free_to_node(snapshot);
+}
 
-private:
-    GskRenderNode* nodeFor(int row) {
-        GskRenderNode*& node = nodes_[row];
-        if (node)
-            return node;
-        GtkSnapshot* snapshot = gtk_snapshot_new();
-        const graphene_rect_t icon = rectangle(15, 15, 32, 32);
-        gtk_snapshot_append_texture(snapshot, icon_->gobj(), &icon);
-        const auto layout = create_pango_layout(rowName(row));
-        layout->set_font_description(rowFont());
-        layout->set_width(230 * PANGO_SCALE);
-        layout->set_ellipsize(Pango::EllipsizeMode::END);
-        const graphene_point_t place = point(60, 17);
+void snapshotRows(GtkWidget*, GtkSnapshot* snapshot) {
+    const GdkRGBA white{1, 1, 1, 1};
+    const graphene_rect_t area = rectangle(0, 0, kWidth, kHeight);
+    gtk_snapshot_append_color(snapshot, &white, &area);
+    const double offset = cachedNodes.offset;
+    const int first = static_cast<int>(offset / kRowHeight);
+    for (int row = first; row < kRows && row * kRowHeight < offset + kHeight; ++row) {
+        gtk_snapshot_save(snapshot);
+        const graphene_point_t place = point(0, row * kRowHeight - offset);
         gtk_snapshot_translate(snapshot, &place);
-        const GdkRGBA color{0.1F, 0.1F, 0.1F, 1};
-        gtk_snapshot_append_layout(snapshot, layout->gobj(), &color);
-        return node = gtk_snapshot_free_to_node(snapshot);
+        gtk_snapshot_append_node(snapshot, nodeFor(row));
+        gtk_snapshot_restore(snapshot);
     }
+}
 
-    Glib::RefPtr<Gdk::Texture> icon_;
-    std::unordered_map<int, GskRenderNode*> nodes_;
-    double offset_ = 0;
-};
+void initCachedNodes(gpointer widgetClass, gpointer) {
+    GTK_WIDGET_CLASS(widgetClass)->snapshot = snapshotRows;
+}
 
-Glib::RefPtr<Gtk::SignalListItemFactory> rowFactory(const Glib::RefPtr<Gdk::Texture>& icon) {
-    auto factory = Gtk::SignalListItemFactory::create();
-    factory->signal_setup().connect([icon](const Glib::RefPtr<Gtk::ListItem>& item) {
-        auto* box = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 13);
-        box->set_size_request(-1, kRowHeight);
-        auto* picture = Gtk::make_managed<Gtk::Image>(icon);
-        picture->set_pixel_size(32);
-        picture->set_margin_start(15);
-        auto* label = Gtk::make_managed<Gtk::Label>();
-        label->set_xalign(0);
-        label->set_ellipsize(Pango::EllipsizeMode::END);
-        auto font = Pango::Attribute::create_attr_font_desc(rowFont());
-        Pango::AttrList attributes;
-        attributes.insert(font);
-        label->set_attributes(attributes);
-        box->append(*picture);
-        box->append(*label);
-        item->set_child(*box);
-    });
-    factory->signal_bind().connect([](const Glib::RefPtr<Gtk::ListItem>& item) {
-        auto* label = dynamic_cast<Gtk::Label*>(item->get_child()->get_last_child());
-        label->set_text(
-            std::dynamic_pointer_cast<Gtk::StringObject>(item->get_item())->get_string());
-    });
-    return factory;
+void setUpRow(GtkSignalListItemFactory*, GtkListItem* item, gpointer icon) {
+    GtkWidget* box = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 13);
+    gtk_widget_set_size_request(box, -1, kRowHeight);
+    GtkWidget* picture = gtk_image_new_from_paintable(GDK_PAINTABLE(icon));
+    gtk_image_set_pixel_size(GTK_IMAGE(picture), 32);
+    gtk_widget_set_margin_start(picture, 15);
+    GtkWidget* label = gtk_label_new(nullptr);
+    gtk_label_set_xalign(GTK_LABEL(label), 0);
+    gtk_label_set_ellipsize(GTK_LABEL(label), PANGO_ELLIPSIZE_END);
+    PangoAttrList* attributes = pango_attr_list_new();
+    PangoFontDescription* font = rowFont();
+    pango_attr_list_insert(attributes, pango_attr_font_desc_new(font));
+    pango_font_description_free(font);
+    gtk_label_set_attributes(GTK_LABEL(label), attributes);
+    pango_attr_list_unref(attributes);
+    gtk_box_append(GTK_BOX(box), picture);
+    gtk_box_append(GTK_BOX(box), label);
+    gtk_list_item_set_child(item, box);
+}
+
+void bindRow(GtkSignalListItemFactory*, GtkListItem* item, gpointer) {
+    GtkWidget* label = gtk_widget_get_last_child(gtk_list_item_get_child(item));
+    auto* string = GTK_STRING_OBJECT(gtk_list_item_get_item(item));
+    gtk_label_set_text(GTK_LABEL(label), gtk_string_object_get_string(string));
 }
 
 }
@@ -142,17 +140,22 @@ std::string rowName(int row) {
     return name;
 }
 
-FrameMeter::FrameMeter(Gtk::Widget& widget, std::function<void(double offset)> scrollTo,
+FrameMeter::FrameMeter(GtkWidget* widget, std::function<void(double offset)> scrollTo,
                        std::function<void()> done)
-    : widget_(widget)
-    , scrollTo_(std::move(scrollTo))
+    : scrollTo_(std::move(scrollTo))
     , done_(std::move(done)) {
-    widget_.signal_realize().connect([this] {
-        const auto clock = widget_.get_frame_clock();
-        g_signal_connect(clock->gobj(), "before-paint", G_CALLBACK(&FrameMeter::begin), this);
-        g_signal_connect(clock->gobj(), "after-paint", G_CALLBACK(&FrameMeter::end), this);
-        widget_.add_tick_callback([this](const Glib::RefPtr<Gdk::FrameClock>&) { return tick(); });
-    });
+    g_signal_connect_after(widget, "realize", G_CALLBACK(&FrameMeter::realized), this);
+}
+
+void FrameMeter::realized(GtkWidget* widget, FrameMeter* meter) {
+    GdkFrameClock* clock = gtk_widget_get_frame_clock(widget);
+    g_signal_connect(clock, "before-paint", G_CALLBACK(&FrameMeter::begin), meter);
+    g_signal_connect(clock, "after-paint", G_CALLBACK(&FrameMeter::end), meter);
+    gtk_widget_add_tick_callback(widget, ticked, meter, nullptr);
+}
+
+gboolean FrameMeter::ticked(GtkWidget*, GdkFrameClock*, gpointer meter) {
+    return static_cast<gboolean>(static_cast<FrameMeter*>(meter)->tick());
 }
 
 bool FrameMeter::tick() {
@@ -181,21 +184,33 @@ void FrameMeter::end(GdkFrameClock*, FrameMeter* meter) {
 }
 
 void runListView(const std::string& resources) {
-    std::vector<Glib::ustring> names;
-    names.reserve(kRows);
+    GtkStringList* names = gtk_string_list_new(nullptr);
     for (int row = 0; row < kRows; ++row)
-        names.emplace_back(rowName(row));
-    Gtk::ListView list(Gtk::NoSelection::create(Gtk::StringList::create(names)),
-                       rowFactory(loadIcon(resources)));
-    Gtk::ScrolledWindow scroller;
-    scroller.set_child(list);
-    runWindow(scroller, scroller,
-              [&](double offset) { scroller.get_vadjustment()->set_value(offset); });
+        gtk_string_list_append(names, rowName(row).c_str());
+    GtkListItemFactory* factory = gtk_signal_list_item_factory_new();
+    g_signal_connect(factory, "setup", G_CALLBACK(setUpRow), loadIcon(resources));
+    g_signal_connect(factory, "bind", G_CALLBACK(bindRow), nullptr);
+    GtkWidget* list =
+        gtk_list_view_new(GTK_SELECTION_MODEL(gtk_no_selection_new(G_LIST_MODEL(names))), factory);
+    GtkWidget* scroller = gtk_scrolled_window_new();
+    gtk_scrolled_window_set_child(GTK_SCROLLED_WINDOW(scroller), list);
+    runWindow(scroller, [&](double offset) {
+        gtk_adjustment_set_value(gtk_scrolled_window_get_vadjustment(GTK_SCROLLED_WINDOW(scroller)),
+                                 offset);
+    });
 }
 
 void runCachedNodes(const std::string& resources) {
-    CachedNodes nodes(loadIcon(resources));
-    runWindow(nodes, nodes, [&](double offset) { nodes.scrollTo(offset); });
+    const GType type = g_type_register_static_simple(
+        GTK_TYPE_WIDGET, "BenchCachedNodes", sizeof(GtkWidgetClass), initCachedNodes,
+        sizeof(GtkWidget), nullptr, static_cast<GTypeFlags>(0));
+    cachedNodes.widget = GTK_WIDGET(g_object_new(type, nullptr));
+    cachedNodes.icon = loadIcon(resources);
+    gtk_widget_set_overflow(cachedNodes.widget, GTK_OVERFLOW_HIDDEN);
+    runWindow(cachedNodes.widget, [](double offset) {
+        cachedNodes.offset = offset;
+        gtk_widget_queue_draw(cachedNodes.widget);
+    });
 }
 
 }

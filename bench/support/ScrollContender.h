@@ -1,5 +1,5 @@
 #pragma once
-#include <gtkmm.h>
+#include <gtk/gtk.h>
 
 #include <functional>
 #include <string>
@@ -20,15 +20,16 @@ std::string rowName(int row);
 /// the processor milliseconds a frame and the longest frame of all, then calls `done`.
 class FrameMeter {
 public:
-    FrameMeter(Gtk::Widget& widget, std::function<void(double offset)> scrollTo,
+    FrameMeter(GtkWidget* widget, std::function<void(double offset)> scrollTo,
                std::function<void()> done);
 
 private:
     bool tick();
+    static void realized(GtkWidget* widget, FrameMeter* meter);
+    static gboolean ticked(GtkWidget* widget, GdkFrameClock* clock, gpointer meter);
     static void begin(GdkFrameClock* clock, FrameMeter* meter);
     static void end(GdkFrameClock* clock, FrameMeter* meter);
 
-    Gtk::Widget& widget_;
     std::function<void(double)> scrollTo_;
     std::function<void()> done_;
     int frame_ = 0;

@@ -7,7 +7,7 @@
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIApplicationDelegate.h"
 
-#include <gtkmm.h>
+#include <gtk/gtk.h>
 
 #include <clocale>
 #include <cstdio>
@@ -62,13 +62,11 @@ int runApplication(const UILaunchOptions& options, const UIMainInterface& mainIn
 int UIApplicationMain(int, char*[], const UILaunchOptions& options,
                       const UIMainInterface& mainInterface) {
     std::setlocale(LC_ALL, "");
+    // Desktops find the application's entry, and with it its icon, by this name.
+    g_set_prgname(kApplicationID);
     BroadwayServer broadway;
     if (!openDisplay(options.serveToBrowser, broadway))
         return 1;
-    // The toolkit's C++ side is set up by an application object, not by initialising the toolkit.
-    // It is not registered: going to the session bus would delay the first frame for nothing.
-    const auto toolkit =
-        Gtk::Application::create(kApplicationID, Gio::Application::Flags::NON_UNIQUE);
     LinuxHost host(options.deviceRoot);
     return runApplication(options, mainInterface, host);
 }

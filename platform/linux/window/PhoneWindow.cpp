@@ -1,5 +1,6 @@
 #include "platform/linux/window/PhoneWindow.h"
 
+#include "platform/linux/NativeReference.h"
 #include "platform/uikit/UIApplication.h"
 
 #include <algorithm>
@@ -15,56 +16,63 @@ constexpr double kShareOfMonitor = 0.9;
 
 /// In halves, so that pictures made for whole scales stay good; never below 1.
 double scaleThatFitsMonitor() {
-    const auto monitors = Gdk::Display::get_default()->get_monitors();
-    if (monitors->get_n_items() == 0)
+    GListModel* monitors = gdk_display_get_monitors(gdk_display_get_default());
+    const auto monitor =
+        NativeReference<GdkMonitor>::adopt(GDK_MONITOR(g_list_model_get_item(monitors, 0)));
+    if (!monitor)
         return 1;
-    const auto monitor = std::dynamic_pointer_cast<Gdk::Monitor>(monitors->get_object(0));
-    Gdk::Rectangle area;
-    monitor->get_geometry(area);
-    const double fits = std::min(area.get_width() * kShareOfMonitor / kScreenWidth,
-                                 area.get_height() * kShareOfMonitor / kScreenHeight);
+    GdkRectangle area;
+    gdk_monitor_get_geometry(monitor.get(), &area);
+    const double fits = std::min(area.width * kShareOfMonitor / kScreenWidth,
+                                 area.height * kShareOfMonitor / kScreenHeight);
     return std::clamp(std::floor(fits * 2) / 2, 1.0, 2.0);
 }
 
 }
 
 PhoneWindow::PhoneWindow(double scale)
-    : input_(screen_) {
+    : window_(GTK_WINDOW(gtk_window_new()))
+    , screen_(std::make_unique<ScreenWidget>())
+    , input_(std::make_unique<ScreenInput>(*screen_)) {
     const double factor = scale > 0 ? scale : scaleThatFitsMonitor();
-    window_.set_title("Vistrel");
-    window_.set_default_size(static_cast<int>(std::lround(kScreenWidth * factor)),
-                             static_cast<int>(std::lround(kScreenHeight * factor)));
-    window_.set_child(screen_);
-    window_.signal_close_request().connect(
-        [this] {
-            if (close_)
-                close_();
-            return true;
-        },
-        false);
-    stateSignals_ = {window_.signal_map().connect([this] { reportState(); }),
-                     window_.signal_unmap().connect([this] { reportState(); })};
-    screen_.grab_focus();
+    gtk_window_set_title(window_, "Vistrel");
+    gtk_window_set_default_size(window_, static_cast<int>(std::lround(kScreenWidth * factor)),
+                                static_cast<int>(std::lround(kScreenHeight * factor)));
+    gtk_window_set_child(window_, screen_->widget());
+    g_signal_connect(window_, "close-request", G_CALLBACK(closeRequested), this);
+    g_signal_connect_after(window_, "map", G_CALLBACK(stateChanged), this);
+    g_signal_connect_after(window_, "unmap", G_CALLBACK(stateChanged), this);
+    gtk_widget_grab_focus(screen_->widget());
 }
 
 PhoneWindow::~PhoneWindow() {
     // The application has ended before its window: it must not hear of the window's end.
-    for (auto& signal : stateSignals_)
-        signal.disconnect();
+    g_signal_handlers_disconnect_by_data(window_, this);
+    input_.reset();
+    screen_.reset();
+    gtk_window_destroy(window_);
+}
+
+gboolean PhoneWindow::closeRequested(GtkWindow*, gpointer self) {
+    const auto* window = static_cast<PhoneWindow*>(self);
+    if (window->close_)
+        window->close_();
+    return TRUE;
+}
+
+void PhoneWindow::stateChanged(GtkWidget* window, gpointer) {
+    // A window in the background is still seen; only one that is put away has left the foreground.
+    UIApplication::sharedApplication().setState(gtk_widget_get_mapped(window) != FALSE
+                                                    ? UIApplicationState::Active
+                                                    : UIApplicationState::Background);
 }
 
 void PhoneWindow::setIcon() {
-    window_.set_icon_name("org.vistrel.Vistrel");
+    gtk_window_set_icon_name(window_, "org.vistrel.Vistrel");
 }
 
 void PhoneWindow::setFirstFrameHandler(std::function<void()> handler) {
-    screen_.setFirstFrameHandler(std::move(handler));
-}
-
-void PhoneWindow::reportState() {
-    // A window in the background is still seen; only one that is put away has left the foreground.
-    UIApplication::sharedApplication().setState(
-        window_.get_mapped() ? UIApplicationState::Active : UIApplicationState::Background);
+    screen_->setFirstFrameHandler(std::move(handler));
 }
 
 }

@@ -2,10 +2,10 @@
 #include "platform/linux/window/ScreenInput.h"
 #include "platform/linux/window/ScreenWidget.h"
 
-#include <gtkmm.h>
+#include <gtk/gtk.h>
 
 #include <functional>
-#include <vector>
+#include <memory>
 
 namespace vistrel {
 
@@ -19,21 +19,21 @@ public:
     PhoneWindow(const PhoneWindow&) = delete;
     PhoneWindow& operator=(const PhoneWindow&) = delete;
 
-    ScreenWidget& screen() { return screen_; }
+    ScreenWidget& screen() { return *screen_; }
     void setFirstFrameHandler(std::function<void()> handler);
     void setCloseHandler(std::function<void()> handler) { close_ = std::move(handler); }
     /// Reads the icon theme, which takes a while: after the first frame.
     void setIcon();
-    void present() { window_.present(); }
+    void present() { gtk_window_present(window_); }
 
 private:
-    void reportState();
+    static gboolean closeRequested(GtkWindow*, gpointer self);
+    static void stateChanged(GtkWidget* window, gpointer);
 
-    Gtk::Window window_;
-    ScreenWidget screen_;
-    ScreenInput input_;
+    GtkWindow* window_;
+    std::unique_ptr<ScreenWidget> screen_;
+    std::unique_ptr<ScreenInput> input_;
     std::function<void()> close_;
-    std::vector<sigc::connection> stateSignals_;
 };
 
 }

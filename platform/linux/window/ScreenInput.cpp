@@ -32,13 +32,13 @@ ScreenInput::ScreenInput(ScreenWidget& screen)
     gtk_event_controller_set_propagation_phase(events_, GTK_PHASE_CAPTURE);
     g_signal_connect(events_, "event", G_CALLBACK(onEvent), this);
     g_signal_connect(keys_, "key-pressed", G_CALLBACK(onKey), this);
-    gtk_widget_add_controller(GTK_WIDGET(screen_.gobj()), events_);
-    gtk_widget_add_controller(GTK_WIDGET(screen_.gobj()), keys_);
+    gtk_widget_add_controller(screen_.widget(), events_);
+    gtk_widget_add_controller(screen_.widget(), keys_);
 }
 
 ScreenInput::~ScreenInput() {
-    gtk_widget_remove_controller(GTK_WIDGET(screen_.gobj()), events_);
-    gtk_widget_remove_controller(GTK_WIDGET(screen_.gobj()), keys_);
+    gtk_widget_remove_controller(screen_.widget(), events_);
+    gtk_widget_remove_controller(screen_.widget(), keys_);
 }
 
 gboolean ScreenInput::onEvent(GtkEventControllerLegacy*, GdkEvent* event, gpointer self) {
@@ -131,7 +131,7 @@ CGPoint ScreenInput::screenPoint(GdkEvent* event) const {
     double y = 0;
     if (!gdk_event_get_position(event, &x, &y))
         return pointer_;
-    GtkWidget* widget = GTK_WIDGET(screen_.gobj());
+    GtkWidget* widget = screen_.widget();
     GtkNative* native = gtk_widget_get_native(widget);
     double surfaceX = 0;
     double surfaceY = 0;
@@ -148,7 +148,7 @@ bool ScreenInput::isOverForeignContent(CGPoint point) const {
 }
 
 void ScreenInput::takeFocus() {
-    screen_.grab_focus();
+    gtk_widget_grab_focus(screen_.widget());
 }
 
 }

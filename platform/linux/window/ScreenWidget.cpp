@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace vistrel {
 
@@ -21,39 +22,74 @@ constexpr double kDescribeSeconds = 0.2; ///< after the last frame
 
 }
 
+struct ScreenWidget::Instance {
+    GtkWidget parent;
+    ScreenWidget* owner; ///< null once the widget has outlived it
+};
+
+struct ScreenWidget::Class {
+    GtkWidgetClass parent;
+};
+
+GType ScreenWidget::type() {
+    static const GType type =
+        g_type_register_static_simple(GTK_TYPE_WIDGET, "VistrelScreen", sizeof(Class), initClass,
+                                      sizeof(Instance), nullptr, static_cast<GTypeFlags>(0));
+    return type;
+}
+
+void ScreenWidget::initClass(gpointer widgetClass, gpointer) {
+    auto* functions = GTK_WIDGET_CLASS(widgetClass);
+    functions->get_request_mode = requestMode;
+    functions->measure = measure;
+    functions->size_allocate = sizeAllocate;
+    functions->snapshot = snapshot;
+    functions->realize = realize;
+}
+
+ScreenWidget* ScreenWidget::of(GtkWidget* widget) {
+    return reinterpret_cast<Instance*>(widget)->owner;
+}
+
 ScreenWidget::ScreenWidget()
-    : Glib::ObjectBase("VistrelScreen")
-    , foreign_(GTK_WIDGET(gobj()))
-    , accessible_(GTK_WIDGET(gobj())) {
-    set_focusable(true);
-    set_overflow(Gtk::Overflow::HIDDEN);
+    : widget_(GTK_WIDGET(g_object_ref_sink(g_object_new(type(), nullptr))))
+    , foreign_(widget_)
+    , accessible_(widget_) {
+    reinterpret_cast<Instance*>(widget_)->owner = this;
+    gtk_widget_set_focusable(widget_, TRUE);
+    gtk_widget_set_overflow(widget_, GTK_OVERFLOW_HIDDEN);
 }
 
 ScreenWidget::~ScreenWidget() {
     if (tick_ != 0)
-        remove_tick_callback(tick_);
+        gtk_widget_remove_tick_callback(widget_, tick_);
     if (describing_ != 0)
         host::current().loop->cancel(describing_);
     foreign_.clear();
     accessible_.clear();
+    reinterpret_cast<Instance*>(widget_)->owner = nullptr;
+    g_object_unref(widget_);
 }
 
 void ScreenWidget::requestFrame() {
     if (tick_ == 0)
-        tick_ = add_tick_callback([this](const Glib::RefPtr<Gdk::FrameClock>&) {
-            tick_ = 0;
-            return frameTick();
-        });
+        tick_ = gtk_widget_add_tick_callback(widget_, ticked, this, nullptr);
 }
 
-bool ScreenWidget::frameTick() {
+gboolean ScreenWidget::ticked(GtkWidget*, GdkFrameClock*, gpointer self) {
+    auto* screen = static_cast<ScreenWidget*>(self);
+    screen->tick_ = 0;
+    screen->frameTick();
+    return G_SOURCE_REMOVE;
+}
+
+void ScreenWidget::frameTick() {
     if (frameHandler_)
         frameHandler_(host::current().loop->now());
     if (sawForeign_ || !foreign_.isEmpty())
         placeForeign();
-    queue_draw();
+    gtk_widget_queue_draw(widget_);
     describeLater();
-    return false;
 }
 
 void ScreenWidget::placeForeign() {
@@ -65,9 +101,9 @@ void ScreenWidget::placeForeign() {
     const bool hadFocus = foreign_.hasFocus();
     if (!foreign_.update(placement, scale()))
         return;
-    queue_allocate();
+    gtk_widget_queue_allocate(widget_);
     if (hadFocus && !foreign_.hasFocus())
-        grab_focus();
+        gtk_widget_grab_focus(widget_);
 }
 
 void ScreenWidget::describeLater() {
@@ -78,7 +114,7 @@ void ScreenWidget::describeLater() {
         describing_ = 0;
         const auto elements = accessibilityTree(UIApplication::sharedApplication().screenView());
         if (accessible_.update(elements, screenTransform()))
-            queue_allocate();
+            gtk_widget_queue_allocate(widget_);
     });
 }
 
@@ -87,34 +123,36 @@ void ScreenWidget::setFrameHandler(std::function<void(double now)> handler) {
 }
 
 double ScreenWidget::scale() const {
-    const double factor = std::min(get_width() / kScreenWidth, get_height() / kScreenHeight);
-    return factor <= 0 ? 1 : factor * get_scale_factor();
+    const double factor = std::min(width() / kScreenWidth, height() / kScreenHeight);
+    return factor <= 0 ? 1 : factor * gtk_widget_get_scale_factor(widget_);
 }
 
 CGAffineTransform ScreenWidget::screenTransform() const {
     const double factor =
-        std::max(0.01, std::min(get_width() / kScreenWidth, get_height() / kScreenHeight));
-    const double left = std::floor((get_width() - kScreenWidth * factor) / 2);
-    const double top = std::floor((get_height() - kScreenHeight * factor) / 2);
+        std::max(0.01, std::min(width() / kScreenWidth, height() / kScreenHeight));
+    const double left = std::floor((width() - kScreenWidth * factor) / 2);
+    const double top = std::floor((height() - kScreenHeight * factor) / 2);
     return {factor, 0, 0, factor, left, top};
 }
 
-Gtk::SizeRequestMode ScreenWidget::get_request_mode_vfunc() const {
-    return Gtk::SizeRequestMode::CONSTANT_SIZE;
+GtkSizeRequestMode ScreenWidget::requestMode(GtkWidget*) {
+    return GTK_SIZE_REQUEST_CONSTANT_SIZE;
 }
 
-void ScreenWidget::measure_vfunc(Gtk::Orientation orientation, int, int& minimum, int& natural,
-                                 int& minimumBaseline, int& naturalBaseline) const {
-    const bool horizontal = orientation == Gtk::Orientation::HORIZONTAL;
-    minimum = static_cast<int>(horizontal ? kScreenWidth : kScreenHeight) / 2;
-    natural = static_cast<int>(horizontal ? kScreenWidth : kScreenHeight);
-    minimumBaseline = naturalBaseline = -1;
+void ScreenWidget::measure(GtkWidget*, GtkOrientation orientation, int, int* minimum, int* natural,
+                           int* minimumBaseline, int* naturalBaseline) {
+    *natural =
+        static_cast<int>(orientation == GTK_ORIENTATION_HORIZONTAL ? kScreenWidth : kScreenHeight);
+    *minimum = *natural / 2;
+    *minimumBaseline = *naturalBaseline = -1;
 }
 
-void ScreenWidget::size_allocate_vfunc(int, int, int) {
-    scaleMayHaveChanged();
-    foreign_.allocate();
-    accessible_.allocate();
+void ScreenWidget::sizeAllocate(GtkWidget* widget, int, int, int) {
+    if (auto* screen = of(widget)) {
+        screen->scaleMayHaveChanged();
+        screen->foreign_.allocate();
+        screen->accessible_.allocate();
+    }
 }
 
 void ScreenWidget::scaleMayHaveChanged() {
@@ -124,14 +162,21 @@ void ScreenWidget::scaleMayHaveChanged() {
     requestFrame();
 }
 
-void ScreenWidget::on_realize() {
-    Gtk::Widget::on_realize();
-    GskRenderer* renderer = gtk_native_get_renderer(gtk_widget_get_native(GTK_WIDGET(gobj())));
-    nodes_.setSoftwareRenderer(g_str_equal(G_OBJECT_TYPE_NAME(renderer), "GskCairoRenderer"));
+void ScreenWidget::realize(GtkWidget* widget) {
+    GTK_WIDGET_CLASS(g_type_class_peek(GTK_TYPE_WIDGET))->realize(widget);
+    GskRenderer* renderer = gtk_native_get_renderer(gtk_widget_get_native(widget));
+    if (auto* screen = of(widget))
+        screen->nodes_.setSoftwareRenderer(
+            g_str_equal(G_OBJECT_TYPE_NAME(renderer), "GskCairoRenderer"));
 }
 
-void ScreenWidget::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
-    const bool seesForeign = drawScreen(snapshot->gobj());
+void ScreenWidget::snapshot(GtkWidget* widget, GtkSnapshot* snapshot) {
+    if (auto* screen = of(widget))
+        screen->drawFrame(snapshot);
+}
+
+void ScreenWidget::drawFrame(GtkSnapshot* snapshot) {
+    const bool seesForeign = drawScreen(snapshot);
     // What has come new has no place yet; the next frame gives it one.
     if (seesForeign && !sawForeign_)
         requestFrame();
@@ -144,7 +189,7 @@ void ScreenWidget::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
 
 bool ScreenWidget::drawScreen(GtkSnapshot* snapshot) {
     fillBeside(snapshot);
-    GtkSceneVisitor visitor(GTK_WIDGET(gobj()), snapshot, nodes_);
+    GtkSceneVisitor visitor(widget_, snapshot, nodes_);
     visitor.pushTransform(screenTransform());
     visitor.pushClip(CGRectMake(0, 0, kScreenWidth, kScreenHeight));
     UIApplication::sharedApplication().walkScreen(visitor);
@@ -155,19 +200,18 @@ bool ScreenWidget::drawScreen(GtkSnapshot* snapshot) {
 
 void ScreenWidget::fillBeside(GtkSnapshot* snapshot) const {
     const CGAffineTransform place = screenTransform();
-    if (place.tx == 0 && place.ty == 0 && kScreenWidth * place.a >= get_width() &&
-        kScreenHeight * place.d >= get_height())
+    if (place.tx == 0 && place.ty == 0 && kScreenWidth * place.a >= width() &&
+        kScreenHeight * place.d >= height())
         return;
     const GdkRGBA black{0, 0, 0, 1};
     const graphene_rect_t bounds =
-        grapheneRectangle(0, 0, static_cast<float>(get_width()), static_cast<float>(get_height()));
+        grapheneRectangle(0, 0, static_cast<float>(width()), static_cast<float>(height()));
     gtk_snapshot_append_color(snapshot, &black, &bounds);
 }
 
 bool ScreenWidget::saveScreenshot(const std::string& machinePath) {
-    GtkWidget* self = GTK_WIDGET(gobj());
-    GtkNative* native = gtk_widget_get_native(self);
-    if (!native || get_width() == 0)
+    GtkNative* native = gtk_widget_get_native(widget_);
+    if (!native || width() == 0)
         return false;
     // Drawn here and now: what the toolkit has drawn last may be older than the view tree.
     GtkSnapshot* snapshot = gtk_snapshot_new();
@@ -176,7 +220,7 @@ bool ScreenWidget::saveScreenshot(const std::string& machinePath) {
     if (!node)
         return false;
     const graphene_rect_t viewport =
-        grapheneRectangle(0, 0, static_cast<float>(get_width()), static_cast<float>(get_height()));
+        grapheneRectangle(0, 0, static_cast<float>(width()), static_cast<float>(height()));
     GdkTexture* texture =
         gsk_renderer_render_texture(gtk_native_get_renderer(native), node, &viewport);
     const bool saved = gdk_texture_save_to_png(texture, machinePath.c_str());

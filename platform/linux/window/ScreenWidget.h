@@ -4,7 +4,7 @@
 #include "platform/linux/window/ForeignChildren.h"
 #include "platform/linux/window/PictureNodes.h"
 
-#include <gtkmm.h>
+#include <gtk/gtk.h>
 
 #include <functional>
 #include <string>
@@ -13,10 +13,15 @@ namespace vistrel {
 
 /// The one widget of the window: shows the phone's screen, scaled to fit, and hands its touches and
 /// keys to the application. It is also the layer's display: frames are made only when asked for.
-class ScreenWidget : public Gtk::Widget, public host::Display {
+class ScreenWidget : public host::Display {
 public:
     ScreenWidget();
     ~ScreenWidget() override;
+    ScreenWidget(const ScreenWidget&) = delete;
+    ScreenWidget& operator=(const ScreenWidget&) = delete;
+
+    /// What stands in the window.
+    GtkWidget* widget() const { return widget_; }
 
     void requestFrame() override;
     void setFrameHandler(std::function<void(double now)> handler) override;
@@ -29,16 +34,24 @@ public:
     /// Points of the screen to coordinates of this widget.
     CGAffineTransform screenTransform() const;
 
-protected:
-    Gtk::SizeRequestMode get_request_mode_vfunc() const override;
-    void measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural,
-                       int& minimumBaseline, int& naturalBaseline) const override;
-    void size_allocate_vfunc(int width, int height, int baseline) override;
-    void snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override;
-    void on_realize() override;
-
 private:
-    bool frameTick();
+    struct Instance;
+    struct Class;
+    static GType type();
+    static void initClass(gpointer widgetClass, gpointer);
+    static ScreenWidget* of(GtkWidget* widget);
+    static GtkSizeRequestMode requestMode(GtkWidget* widget);
+    static void measure(GtkWidget* widget, GtkOrientation orientation, int forSize, int* minimum,
+                        int* natural, int* minimumBaseline, int* naturalBaseline);
+    static void sizeAllocate(GtkWidget* widget, int width, int height, int baseline);
+    static void snapshot(GtkWidget* widget, GtkSnapshot* snapshot);
+    static void realize(GtkWidget* widget);
+    static gboolean ticked(GtkWidget* widget, GdkFrameClock* clock, gpointer self);
+
+    int width() const { return gtk_widget_get_width(widget_); }
+    int height() const { return gtk_widget_get_height(widget_); }
+    void frameTick();
+    void drawFrame(GtkSnapshot* snapshot);
     void scaleMayHaveChanged();
     /// Whether the view tree shows foreign content.
     bool drawScreen(GtkSnapshot* snapshot);
@@ -47,6 +60,7 @@ private:
     /// Black where the window is wider or higher than the phone's screen.
     void fillBeside(GtkSnapshot* snapshot) const;
 
+    GtkWidget* widget_;
     PictureNodes nodes_;
     ForeignChildren foreign_;
     AccessibleChildren accessible_;
