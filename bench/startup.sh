@@ -6,7 +6,7 @@ set -euo pipefail
 build=$(readlink -f "$1")
 root=$(dirname "$(dirname "$(readlink -f "$0")")")
 cmake --build "$build" --target bench-our-start bench-plain-window bench-page-window vistrel-demo-site \
-    vistrel-web vistrel-media resources >/dev/null
+    resources >/dev/null
 if [ -z "${BENCH_ON_DISPLAY:-}" ]; then
     exec env BENCH_ON_DISPLAY=1 "$root/tests/journeys/in-display" bash "$0" "$build"
 fi

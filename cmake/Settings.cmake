@@ -24,6 +24,8 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   # GCC 12 cries wolf on "literal" + std::string.
   target_compile_options(vistrel-settings INTERFACE -Wno-restrict)
 endif()
+# Package descriptions name more libraries than a program uses, and each is read at its start.
+add_link_options(LINKER:--as-needed)
 if(VISTREL_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)

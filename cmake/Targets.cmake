@@ -25,6 +25,18 @@ function(vistrel_folder target)
   endif()
 endfunction()
 
+# vistrel_module(<name> SOURCES <files>... USES <targets>...)
+# A part of the program in modules/<name>.so, opened when it is first needed: nothing links with it.
+function(vistrel_module name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
+  add_library(${name} MODULE ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE vistrel-settings ${ARG_USES})
+  set_target_properties(
+    ${name} PROPERTIES PREFIX "" CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN OFF
+                       LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/modules")
+  set_property(GLOBAL APPEND PROPERTY VISTREL_MODULES ${name})
+endfunction()
+
 # vistrel_tests(<name> [JOURNEY] [LABEL <label>] USES <targets>...)
 # One test program of all *.cpp of the current folder. Logic tests carry the label "logic" unless
 # another is given; journeys (real window, page engine, players) the label "journey", and they run

@@ -1,7 +1,6 @@
 #include "platform/linux/main/LinuxHost.h"
 
 #include "platform/linux/files/DeviceRoot.h"
-#include "platform/linux/network/CookieJar.h"
 
 #include <cstdio>
 #include <libintl.h>
@@ -40,12 +39,14 @@ LinuxHost::LinuxHost(const std::string& deviceRoot)
     , settings_(paths_.settingsFile)
     , root_(preparedRoot(deviceRoot))
     , files_(root_)
-    , network_(loop_)
+    , network_(loop_, writeLog)
     , preferences_(files_.machinePath(kPreferencesPath))
-    , mail_(loop_, files_,
-            [this](const std::string& group, const std::string& key) {
-                return settings_.value(group, key);
-            })
+    , mail_(
+          loop_, files_,
+          [this](const std::string& group, const std::string& key) {
+              return settings_.value(group, key);
+          },
+          writeLog)
     , desktop_(mail_)
     , webEngine_(webEngineSetup())
     , media_(mediaSetup()) {
@@ -81,14 +82,18 @@ WebEngineSetup LinuxHost::webEngineSetup() {
     WebEngineSetup setup;
     setup.dataDirectory = files_.machinePath("/var/mobile/Library/WebKit");
     setup.cacheDirectory = files_.machinePath("/var/mobile/Library/Caches/WebKit");
-    setup.cookieJar = sharedCookieJar();
+    setup.cookieJar = [this] {
+        return network_.cookieJar();
+    };
     setup.log = writeLog;
     return setup;
 }
 
 MediaSetup LinuxHost::mediaSetup() {
     MediaSetup setup;
-    setup.cookieJar = sharedCookieJar();
+    setup.cookieJar = [this] {
+        return network_.cookieJar();
+    };
     setup.machinePath = [this](const std::string& path) {
         return files_.machinePath(path);
     };

@@ -5,13 +5,13 @@
 #include "platform/linux/desktop/LinuxDevice.h"
 #include "platform/linux/files/DeviceFiles.h"
 #include "platform/linux/loop/GLibEventLoop.h"
-#include "platform/linux/mail/MailService.h"
 #include "platform/linux/main/ProgramPaths.h"
 #include "platform/linux/main/SettingsFile.h"
+#include "platform/linux/modules/DeferredMailService.h"
 #include "platform/linux/modules/DeferredMedia.h"
+#include "platform/linux/modules/DeferredNetwork.h"
 #include "platform/linux/modules/DeferredWebEngine.h"
 #include "platform/linux/mpris/MprisControls.h"
-#include "platform/linux/network/SoupNetwork.h"
 #include "platform/linux/preferences/PlistPreferences.h"
 
 #include <string>
@@ -39,9 +39,9 @@ private:
     GLibEventLoop loop_;
     std::string root_;
     DeviceFiles files_;
-    SoupNetwork network_;
+    DeferredNetwork network_;
     PlistPreferences preferences_;
-    MailService mail_;
+    DeferredMailService mail_;
     GioDesktop desktop_;
     LinuxDevice device_;
     LibraryCrypto crypto_;

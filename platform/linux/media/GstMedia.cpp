@@ -61,7 +61,7 @@ PlaybackSource GstMedia::sourceOf(const std::string& url) const {
     const std::string path = devicePath(url);
     if (path.empty()) {
         source.url = url;
-        source.cookies = cookiesFor(setup_.cookieJar, url);
+        source.cookies = cookiesFor(setup_.cookieJar ? setup_.cookieJar() : nullptr, url);
         source.userAgent = setup_.userAgent;
         return source;
     }

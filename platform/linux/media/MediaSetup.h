@@ -12,8 +12,9 @@ class Media;
 
 /// What the players' module is given when it is made.
 struct MediaSetup {
-    SoupCookieJar* cookieJar = nullptr; ///< cookies for videos that are streamed
-    std::string userAgent;              ///< for the same; empty: the streaming library's own
+    /// Cookies for videos that are streamed; may be null, and may give null.
+    std::function<SoupCookieJar*()> cookieJar;
+    std::string userAgent; ///< for the same; empty: the streaming library's own
     /// Where a device path lies on the machine.
     std::function<std::string(const std::string& devicePath)> machinePath;
     std::function<void(const std::string& line)> log;

@@ -12,9 +12,10 @@ class WebEngine;
 
 /// What the page engine's module is given when it is made.
 struct WebEngineSetup {
-    std::string dataDirectory;          ///< machine path; cookies and site data
-    std::string cacheDirectory;         ///< machine path
-    SoupCookieJar* cookieJar = nullptr; ///< the application's cookies, kept equal to the engine's
+    std::string dataDirectory;  ///< machine path; cookies and site data
+    std::string cacheDirectory; ///< machine path
+    /// The application's cookies, kept equal to the engine's; may be null, and may give null.
+    std::function<SoupCookieJar*()> cookieJar;
     std::function<void(const std::string& line)> log;
 };
 

@@ -71,8 +71,8 @@ void WebKitEngine::prepareSession() {
                          webkit_download_cancel(download);
                      }),
                      this);
-    if (setup_.cookieJar)
-        cookies_ = std::make_shared<CookieExchange>(session_.get(), setup_.cookieJar);
+    if (SoupCookieJar* jar = setup_.cookieJar ? setup_.cookieJar() : nullptr)
+        cookies_ = std::make_shared<CookieExchange>(session_.get(), jar);
     settings_ = makeSettings();
 }
 

@@ -2,7 +2,7 @@
 
 #include "platform/linux/files/DeviceFiles.h"
 #include "platform/linux/loop/GLibEventLoop.h"
-#include "platform/linux/mail/MailService.h"
+#include "platform/linux/mail/SmtpMailService.h"
 
 #include <gtest/gtest.h>
 
@@ -23,9 +23,9 @@ protected:
     }
     GLibEventLoop loop_;
     DeviceFiles files_{"/nonexistent"};
-    MailService mail_{loop_, files_, [](const auto&, const auto&) {
-                          return std::nullopt;
-                      }};
+    SmtpMailService mail_{loop_, files_, [](const auto&, const auto&) {
+                              return std::nullopt;
+                          }};
     GioDesktop desktop_{mail_};
 };
 

@@ -31,7 +31,9 @@ class PlaybackFixture : public testing::Test {
 protected:
     PlaybackFixture() {
         MediaSetup setup;
-        setup.cookieJar = jar_;
+        setup.cookieJar = [this] {
+            return jar_;
+        };
         setup.machinePath = [](const std::string& path) {
             return SAMPLES_FOLDER + path;
         };

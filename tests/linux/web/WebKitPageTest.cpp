@@ -83,7 +83,9 @@ protected:
         WebEngineSetup setup;
         setup.dataDirectory = folder_ + "/data";
         setup.cacheDirectory = folder_ + "/cache";
-        setup.cookieJar = jar_;
+        setup.cookieJar = [this] {
+            return jar_;
+        };
         setup.log = [this](const std::string& line) {
             log_ += line + "\n";
         };

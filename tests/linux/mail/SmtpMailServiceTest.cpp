@@ -1,4 +1,4 @@
-#include "platform/linux/mail/MailService.h"
+#include "platform/linux/mail/SmtpMailService.h"
 
 #include "platform/linux/files/DeviceFiles.h"
 #include "platform/linux/loop/GLibEventLoop.h"
@@ -41,7 +41,7 @@ protected:
             };
     }
     host::Status send() {
-        MailService service(loop_, *files_, lookup());
+        SmtpMailService service(loop_, *files_, lookup());
         std::optional<host::Status> outcome;
         service.sendMail(mail_, {}, [&outcome](host::Status s) { outcome = std::move(s); });
         EXPECT_FALSE(outcome) << "told before sendMail returned";
@@ -84,7 +84,7 @@ TEST_F(MailServiceTest, AnAccountNeedsAServerAndASender) {
     };
     for (const Case& each : cases) {
         settings_ = each.settings;
-        EXPECT_EQ(MailService(loop_, *files_, lookup()).canSendMail(), each.canSend);
+        EXPECT_EQ(SmtpMailService(loop_, *files_, lookup()).canSendMail(), each.canSend);
         const auto account = mailAccountFrom(lookup());
         ASSERT_EQ(account.has_value(), each.canSend);
         if (account) {
@@ -137,7 +137,7 @@ TEST_F(MailServiceTest, APasswordDoesNotLeaveTheMachineUnencrypted) {
 }
 
 TEST_F(MailServiceTest, EachDraftIsAFileOfItsOwn) {
-    MailService service(loop_, *files_, lookup());
+    SmtpMailService service(loop_, *files_, lookup());
     EXPECT_TRUE(service.saveDraft(mail_).ok());
     EXPECT_TRUE(service.saveDraft(mail_).ok());
     const auto names = files_->list(MailService::kDraftsFolder);
@@ -155,7 +155,7 @@ TEST_F(MailServiceTest, EachDraftIsAFileOfItsOwn) {
 TEST_F(MailServiceTest, ADraftThatCannotBeKeptSaysSo) {
     EXPECT_TRUE(files_->createDirectory("/var/mobile", true).ok());
     EXPECT_TRUE(files_->createFile("/var/mobile/Library").ok());
-    MailService service(loop_, *files_, lookup());
+    SmtpMailService service(loop_, *files_, lookup());
     EXPECT_FALSE(service.saveDraft(mail_).ok());
 }
 

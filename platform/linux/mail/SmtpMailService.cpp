@@ -1,4 +1,4 @@
-#include "platform/linux/mail/MailService.h"
+#include "platform/linux/mail/SmtpMailService.h"
 
 #include "platform/linux/mail/MailPassword.h"
 #include "platform/linux/mail/SmtpDelivery.h"
@@ -25,22 +25,23 @@ void deliver(const MailAccount& account, std::string password, MailMessage messa
 
 }
 
-MailService::MailService(host::EventLoop& loop, host::Files& files, const SettingLookup& setting)
+SmtpMailService::SmtpMailService(host::EventLoop& loop, host::Files& files,
+                                 const SettingLookup& setting)
     : loop_(loop)
     , files_(files)
     , account_(mailAccountFrom(setting))
     , cancellable_(NativeReference<GCancellable>::adopt(g_cancellable_new())) {}
 
-MailService::~MailService() {
+SmtpMailService::~SmtpMailService() {
     g_cancellable_cancel(cancellable_.get());
 }
 
-void MailService::failLater(host::Failure failure, Done done) {
+void SmtpMailService::failLater(host::Failure failure, Done done) {
     loop_.schedule(0, [failure = std::move(failure), done = std::move(done)] { done(failure); });
 }
 
-void MailService::sendMail(const host::OutgoingMail& mail,
-                           std::function<void(double fraction)> progress, Done done) {
+void SmtpMailService::sendMail(const host::OutgoingMail& mail,
+                               std::function<void(double fraction)> progress, Done done) {
     if (!account_) {
         failLater(noAccount(), std::move(done));
         return;
@@ -67,7 +68,7 @@ void MailService::sendMail(const host::OutgoingMail& mail,
                        });
 }
 
-host::Status MailService::saveDraft(const host::OutgoingMail& mail) {
+host::Status SmtpMailService::saveDraft(const host::OutgoingMail& mail) {
     const std::string bytes = draftBytes(mail, account_ ? account_->from : std::string());
     if (auto made = files_.createDirectory(kDraftsFolder, true); !made)
         return made;

@@ -1,0 +1,31 @@
+#pragma once
+#include "platform/linux/mail/MailService.h"
+#include "platform/linux/modules/NativeModule.h"
+
+#include <memory>
+
+namespace vistrel {
+
+/// The mail service, opened when mail is first thought of.
+class DeferredMailService : public MailService {
+public:
+    /// Loop and files must outlive it.
+    DeferredMailService(host::EventLoop& loop, host::Files& files, SettingLookup setting,
+                        NativeModule::Log log);
+
+    bool canSendMail() override;
+    void sendMail(const host::OutgoingMail& mail, std::function<void(double fraction)> progress,
+                  std::function<void(host::Status)> done) override;
+    host::Status saveDraft(const host::OutgoingMail& mail) override;
+
+private:
+    MailService* service();
+
+    host::EventLoop& loop_;
+    host::Files& files_;
+    SettingLookup setting_;
+    NativeModule module_;
+    std::unique_ptr<MailService> service_;
+};
+
+}

@@ -1,0 +1,32 @@
+#pragma once
+#include "platform/host/Network.h"
+#include "platform/linux/modules/NativeModule.h"
+#include "platform/linux/network/NetworkSetup.h"
+
+#include <memory>
+
+namespace vistrel {
+
+/// The connections, opened at the first transfer.
+class DeferredNetwork : public host::Network {
+public:
+    /// The loop must outlive it.
+    DeferredNetwork(host::EventLoop& loop, NativeModule::Log log);
+
+    std::unique_ptr<host::Transfer> start(host::TransferRequest request,
+                                          host::TransferClient& client) override;
+    host::Reachability reachability() const override;
+    void setReachabilityHandler(std::function<void(host::Reachability)> handler) override;
+
+    /// The cookies of the connections; null when the module cannot be opened.
+    SoupCookieJar* cookieJar();
+
+private:
+    host::Network* network() const;
+
+    host::EventLoop& loop_;
+    mutable NativeModule module_;
+    mutable std::unique_ptr<host::Network> network_;
+};
+
+}
