@@ -1,6 +1,7 @@
 #include "platform/graphics/ImageFile.h"
 
 #include "platform/graphics/Bitmap.h"
+#include "platform/graphics/PNGReader.h"
 
 #include <algorithm>
 #include <array>
@@ -27,35 +28,6 @@ bool isReasonable(std::int64_t width, std::int64_t height) {
            width * height <= kMostPixels;
 }
 
-struct Reader {
-    std::span<const std::byte> rest;
-};
-
-cairo_status_t readSome(void* closure, unsigned char* data, unsigned length) {
-    auto& reader = *static_cast<Reader*>(closure);
-    if (reader.rest.size() < length) {
-        return CAIRO_STATUS_READ_ERROR;
-    }
-    std::memcpy(data, reader.rest.data(), length);
-    reader.rest = reader.rest.subspan(length);
-    return CAIRO_STATUS_SUCCESS;
-}
-
-std::shared_ptr<Bitmap> copySurface(cairo_surface_t* surface) {
-    const int width = cairo_image_surface_get_width(surface);
-    const int height = cairo_image_surface_get_height(surface);
-    auto bitmap = std::make_shared<Bitmap>(width, height);
-    auto* target = cairo_image_surface_create_for_data(bitmap->data(), CAIRO_FORMAT_ARGB32, width,
-                                                       height, bitmap->stride());
-    auto* cairo = cairo_create(target);
-    cairo_set_operator(cairo, CAIRO_OPERATOR_SOURCE);
-    cairo_set_source_surface(cairo, surface, 0, 0);
-    cairo_paint(cairo);
-    cairo_destroy(cairo);
-    cairo_surface_destroy(target);
-    return bitmap;
-}
-
 std::uint32_t bigEndian(std::span<const std::byte> bytes, std::size_t at) {
     std::uint32_t value = 0;
     for (std::size_t i = 0; i < 4; ++i) {
@@ -69,14 +41,7 @@ std::shared_ptr<Bitmap> decodePNG(std::span<const std::byte> bytes) {
     if (bytes.size() < 24 || !isReasonable(bigEndian(bytes, 16), bigEndian(bytes, 20))) {
         return nullptr;
     }
-    Reader reader = {bytes};
-    auto* surface = cairo_image_surface_create_from_png_stream(readSome, &reader);
-    std::shared_ptr<Bitmap> bitmap;
-    if (cairo_surface_status(surface) == CAIRO_STATUS_SUCCESS) {
-        bitmap = copySurface(surface);
-    }
-    cairo_surface_destroy(surface);
-    return bitmap;
+    return PNGReader::read(bytes);
 }
 
 std::shared_ptr<Bitmap> decodeJPEG(std::span<const std::byte> bytes) {
@@ -98,6 +63,7 @@ std::shared_ptr<Bitmap> decodeJPEG(std::span<const std::byte> bytes) {
         tjGetErrorCode(decoder.get()) == TJERR_FATAL) {
         return nullptr;
     }
+    bitmap->setOpaque(true);
     return bitmap;
 }
 
@@ -119,7 +85,6 @@ std::shared_ptr<Bitmap> decode(std::span<const std::byte> bytes) {
         bitmap = decodeJPEG(bytes);
     }
     if (bitmap) {
-        bitmap->findOpacity();
         bitmap->contentChanged();
     }
     return bitmap;

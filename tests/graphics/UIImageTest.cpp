@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <png.h>
 #include <turbojpeg.h>
 #include <vector>
 
@@ -42,6 +43,46 @@ std::vector<std::byte> jpegOf(const Bitmap& bitmap) {
     const auto* bytes = reinterpret_cast<const std::byte*>(data);
     std::vector<std::byte> result(bytes, bytes + size);
     tjFree(data);
+    return result;
+}
+
+/// A PNG file of the library's own making: rows as they stand in the file.
+struct PNGFile {
+    int colour;
+    int depth;
+    int interlace;
+    std::vector<std::vector<png_byte>> rows;
+    std::vector<png_color> palette;
+    std::vector<png_byte> paletteAlpha;
+};
+
+std::vector<std::byte> pngOf(const PNGFile& file, unsigned width) {
+    std::vector<std::byte> result;
+    auto* png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+    auto* info = png_create_info_struct(png);
+    png_set_write_fn(
+        png, &result,
+        [](png_structp out, png_bytep data, std::size_t length) {
+            auto& bytes = *static_cast<std::vector<std::byte>*>(png_get_io_ptr(out));
+            const auto* first = reinterpret_cast<const std::byte*>(data);
+            bytes.insert(bytes.end(), first, first + length);
+        },
+        nullptr);
+    png_set_IHDR(png, info, width, static_cast<png_uint_32>(file.rows.size()), file.depth,
+                 file.colour, file.interlace, PNG_COMPRESSION_TYPE_DEFAULT,
+                 PNG_FILTER_TYPE_DEFAULT);
+    if (!file.palette.empty()) {
+        png_set_PLTE(png, info, file.palette.data(), static_cast<int>(file.palette.size()));
+        png_set_tRNS(png, info, file.paletteAlpha.data(),
+                     static_cast<int>(file.paletteAlpha.size()), nullptr);
+    }
+    png_write_info(png, info);
+    std::vector<png_bytep> rows;
+    for (const auto& row : file.rows)
+        rows.push_back(const_cast<png_bytep>(row.data()));
+    png_write_image(png, rows.data());
+    png_write_end(png, nullptr);
+    png_destroy_write_struct(&png, &info);
     return result;
 }
 
@@ -112,6 +153,68 @@ TEST_F(UIImageTest, PNGAndJPEGAreToldApartByTheirBytes) {
     EXPECT_GT(pixel >> 8 & 0xFF, 250U);
     EXPECT_LT(pixel >> 16 & 0xFF, 5U);
     EXPECT_TRUE(fromJPEG->bitmap()->isOpaque());
+}
+
+TEST_F(UIImageTest, EveryKindOfPNGComesOutAsPremultipliedPixels) {
+    struct Case {
+        const char* name;
+        PNGFile file;
+        std::vector<std::uint32_t> pixels; ///< of two rows of two
+        bool isOpaque;
+    };
+    const Case cases[] = {
+        {"colour",
+         {PNG_COLOR_TYPE_RGB,
+          8,
+          PNG_INTERLACE_NONE,
+          {{1, 2, 3, 4, 5, 6}, {7, 8, 9, 10, 11, 12}},
+          {},
+          {}},
+         {0xFF010203, 0xFF040506, 0xFF070809, 0xFF0A0B0C},
+         true},
+        {"interlaced",
+         {PNG_COLOR_TYPE_RGB,
+          8,
+          PNG_INTERLACE_ADAM7,
+          {{1, 2, 3, 4, 5, 6}, {7, 8, 9, 10, 11, 12}},
+          {},
+          {}},
+         {0xFF010203, 0xFF040506, 0xFF070809, 0xFF0A0B0C},
+         true},
+        {"grey of one bit",
+         {PNG_COLOR_TYPE_GRAY, 1, PNG_INTERLACE_NONE, {{0x40}, {0x80}}, {}, {}},
+         {0xFF000000, 0xFFFFFFFF, 0xFFFFFFFF, 0xFF000000},
+         true},
+        {"palette with transparency",
+         {PNG_COLOR_TYPE_PALETTE,
+          8,
+          PNG_INTERLACE_NONE,
+          {{0, 1}, {2, 0}},
+          {{255, 0, 0}, {0, 255, 0}, {0, 0, 255}},
+          {128, 0, 255}},
+         {0x80800000, 0x00000000, 0xFF0000FF, 0x80800000},
+         false},
+        {"sixteen bits with alpha",
+         {PNG_COLOR_TYPE_RGB_ALPHA,
+          16,
+          PNG_INTERLACE_NONE,
+          {{255, 255, 0, 0, 128, 128, 255, 255, 0, 0, 255, 255, 0, 0, 0, 0},
+           {255, 255, 255, 255, 255, 255, 128, 128, 0, 0, 0, 0, 0, 0, 255, 255}},
+          {},
+          {}},
+         {0xFFFF0080, 0x00000000, 0x80808080, 0xFF000000},
+         false},
+    };
+    for (const auto& each : cases) {
+        const auto image = UIImage::imageWithData(pngOf(each.file, 2));
+        ASSERT_TRUE(image) << each.name;
+        const auto& bitmap = *image->bitmap();
+        EXPECT_EQ((std::vector{bitmap.pixel(0, 0), bitmap.pixel(1, 0), bitmap.pixel(0, 1),
+                               bitmap.pixel(1, 1)}),
+                  each.pixels)
+            << each.name;
+        EXPECT_EQ(bitmap.isOpaque(), each.isOpaque) << each.name;
+    }
 }
 
 TEST_F(UIImageTest, BrokenFilesAreNoPictures) {

@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 namespace vistrel {
 
@@ -51,10 +52,12 @@ GskTransform* makeGskTransform(const CGAffineTransform& transform) {
                                static_cast<float>(determinant / width));
 }
 
-GtkSceneVisitor::GtkSceneVisitor(GtkWidget* screen, GtkSnapshot* snapshot, PictureNodes& nodes)
+GtkSceneVisitor::GtkSceneVisitor(GtkWidget* screen, GtkSnapshot* snapshot, PictureNodes& nodes,
+                                 std::vector<bool> covered)
     : screen_(screen)
     , snapshot_(snapshot)
-    , nodes_(nodes) {}
+    , nodes_(nodes)
+    , covered_(std::move(covered)) {}
 
 void GtkSceneVisitor::pushTransform(const CGAffineTransform& transform) {
     gtk_snapshot_save(snapshot_);
@@ -86,6 +89,8 @@ void GtkSceneVisitor::pop() {
 }
 
 void GtkSceneVisitor::fillColor(const CGRect& rect, const UIColor& color) {
+    if (isNextCovered())
+        return;
     const graphene_rect_t bounds = grapheneRect(rect);
     const GdkRGBA rgba = gdkColor(color);
     gtk_snapshot_append_color(snapshot_, &rgba, &bounds);
@@ -93,7 +98,7 @@ void GtkSceneVisitor::fillColor(const CGRect& rect, const UIColor& color) {
 
 void GtkSceneVisitor::fillGradient(const CGRect& rect, const CGGradient& gradient) {
     const std::size_t count = gradient.colors.size();
-    if (count == 0)
+    if (isNextCovered() || count == 0)
         return;
     std::vector<GskColorStop> stops(count);
     for (std::size_t i = 0; i < count; ++i) {
@@ -110,7 +115,7 @@ void GtkSceneVisitor::fillGradient(const CGRect& rect, const CGGradient& gradien
 
 void GtkSceneVisitor::drawPicture(const CGRect& rect,
                                   const std::shared_ptr<const Bitmap>& picture) {
-    if (!picture || rect.isEmpty())
+    if (isNextCovered() || !picture || rect.isEmpty())
         return;
     // A kept node covers (0, 0) to the size it was made for; moving it costs nothing.
     const PictureNodes::Node node = nodes_.nodeFor(picture, rect.size);

@@ -15,7 +15,9 @@ class GtkSceneVisitor : public SceneVisitor {
 public:
     /// `screen` is the widget whose children the foreign widgets are; the snapshot stands at its
     /// coordinates.
-    GtkSceneVisitor(GtkWidget* screen, GtkSnapshot* snapshot, PictureNodes& nodes);
+    /// `covered` says of each fill, gradient and picture of the walk whether to leave it out.
+    GtkSceneVisitor(GtkWidget* screen, GtkSnapshot* snapshot, PictureNodes& nodes,
+                    std::vector<bool> covered);
 
     void pushTransform(const CGAffineTransform& transform) override;
     void pushClip(const CGRect& rect) override;
@@ -30,11 +32,15 @@ public:
     bool sawForeign() const { return sawForeign_; }
 
 private:
+    bool isNextCovered() { return covered_[paints_++]; }
+
     enum class Pushed { Transform, Node };
 
     GtkWidget* screen_;
     GtkSnapshot* snapshot_;
     PictureNodes& nodes_;
+    std::vector<bool> covered_;
+    std::size_t paints_ = 0; ///< so far
     bool sawForeign_ = false;
     std::vector<Pushed> pushed_;
     std::vector<CGAffineTransform> transforms_{

@@ -1,5 +1,6 @@
 #include "platform/linux/window/PhoneWindow.h"
 
+#include "platform/graphics/UIImage.h"
 #include "platform/linux/NativeReference.h"
 #include "platform/uikit/UIApplication.h"
 
@@ -38,6 +39,8 @@ PhoneWindow::PhoneWindow(double scale)
     gtk_window_set_title(window_, "Vistrel");
     gtk_window_set_default_size(window_, static_cast<int>(std::lround(kScreenWidth * factor)),
                                 static_cast<int>(std::lround(kScreenHeight * factor)));
+    // The application takes its first pictures before the window has its size.
+    UIImage::setScreenScale(factor * gtk_widget_get_scale_factor(screen_->widget()));
     gtk_window_set_child(window_, screen_->widget());
     g_signal_connect(window_, "close-request", G_CALLBACK(closeRequested), this);
     g_signal_connect_after(window_, "map", G_CALLBACK(stateChanged), this);

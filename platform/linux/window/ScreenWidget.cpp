@@ -3,6 +3,7 @@
 #include "platform/graphics/UIImage.h"
 #include "platform/host/EventLoop.h"
 #include "platform/host/Host.h"
+#include "platform/linux/window/CoveredPaints.h"
 #include "platform/linux/window/ForeignPlacement.h"
 #include "platform/linux/window/GraphenePlaces.h"
 #include "platform/linux/window/GtkSceneVisitor.h"
@@ -189,13 +190,19 @@ void ScreenWidget::drawFrame(GtkSnapshot* snapshot) {
 
 bool ScreenWidget::drawScreen(GtkSnapshot* snapshot) {
     fillBeside(snapshot);
-    GtkSceneVisitor visitor(widget_, snapshot, nodes_);
+    CoveredPaints covered(gtk_widget_get_scale_factor(widget_));
+    walkScreen(covered);
+    GtkSceneVisitor visitor(widget_, snapshot, nodes_, covered.find());
+    walkScreen(visitor);
+    return visitor.sawForeign();
+}
+
+void ScreenWidget::walkScreen(SceneVisitor& visitor) const {
     visitor.pushTransform(screenTransform());
     visitor.pushClip(CGRectMake(0, 0, kScreenWidth, kScreenHeight));
     UIApplication::sharedApplication().walkScreen(visitor);
     visitor.pop();
     visitor.pop();
-    return visitor.sawForeign();
 }
 
 void ScreenWidget::fillBeside(GtkSnapshot* snapshot) const {

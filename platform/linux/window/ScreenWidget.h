@@ -10,6 +10,7 @@
 #include <string>
 
 namespace vistrel {
+class SceneVisitor;
 
 /// The one widget of the window: shows the phone's screen, scaled to fit, and hands its touches and
 /// keys to the application. It is also the layer's display: frames are made only when asked for.
@@ -55,6 +56,7 @@ private:
     void scaleMayHaveChanged();
     /// Whether the view tree shows foreign content.
     bool drawScreen(GtkSnapshot* snapshot);
+    void walkScreen(SceneVisitor& visitor) const;
     void placeForeign();
     void describeLater();
     /// Black where the window is wider or higher than the phone's screen.
