@@ -37,6 +37,8 @@ PhoneWindow::PhoneWindow(double scale)
     , input_(std::make_unique<ScreenInput>(*screen_)) {
     const double factor = scale > 0 ? scale : scaleThatFitsMonitor();
     gtk_window_set_title(window_, "Vistrel");
+    // The screen paints all of the window.
+    gtk_widget_remove_css_class(GTK_WIDGET(window_), "background");
     gtk_window_set_default_size(window_, static_cast<int>(std::lround(kScreenWidth * factor)),
                                 static_cast<int>(std::lround(kScreenHeight * factor)));
     // The application takes its first pictures before the window has its size.

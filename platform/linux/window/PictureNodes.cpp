@@ -1,11 +1,16 @@
 #include "platform/linux/window/PictureNodes.h"
 
 #include "platform/linux/window/GraphenePlaces.h"
+
+#include <algorithm>
+
 namespace vistrel {
 
 namespace {
 
 constexpr std::uint64_t kFramesKept = 90;
+/// The toolkit holds what it drew last until it has drawn the next.
+constexpr std::uint64_t kFramesRetired = 3;
 
 using PictureReference = std::shared_ptr<const Bitmap>;
 
@@ -13,25 +18,31 @@ void dropReference(void* reference) {
     delete static_cast<PictureReference*>(reference);
 }
 
-/// Paints the bitmap's memory where it lies; nothing is copied for each frame.
-GskRenderNode* makePaintingNode(const PictureReference& picture, CGSize size) {
+/// The bitmap's memory where it lies.
+cairo_surface_t* makeSurface(const PictureReference& picture) {
     static const cairo_user_data_key_t key{};
-    const graphene_rect_t bounds =
-        grapheneRectangle(0, 0, static_cast<float>(size.width), static_cast<float>(size.height));
-    GskRenderNode* node = gsk_cairo_node_new(&bounds);
     cairo_surface_t* surface = cairo_image_surface_create_for_data(
         const_cast<unsigned char*>(picture->data()),
         picture->isOpaque() ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32, picture->width(),
         picture->height(), picture->stride());
     cairo_surface_set_user_data(surface, &key, new PictureReference(picture), dropReference);
+    return surface;
+}
+
+/// The surface must outlive the node, which would else take a copy of it.
+GskRenderNode* makePaintingNode(cairo_surface_t* surface, CGSize size) {
+    const double width = cairo_image_surface_get_width(surface);
+    const double height = cairo_image_surface_get_height(surface);
+    const graphene_rect_t bounds =
+        grapheneRectangle(0, 0, static_cast<float>(size.width), static_cast<float>(size.height));
+    GskRenderNode* node = gsk_cairo_node_new(&bounds);
     cairo_t* cr = gsk_cairo_node_get_draw_context(node);
-    cairo_scale(cr, size.width / picture->width(), size.height / picture->height());
+    cairo_scale(cr, size.width / width, size.height / height);
     cairo_set_source_surface(cr, surface, 0, 0);
     cairo_pattern_set_extend(cairo_get_source(cr), CAIRO_EXTEND_PAD);
-    cairo_rectangle(cr, 0, 0, picture->width(), picture->height());
+    cairo_rectangle(cr, 0, 0, width, height);
     cairo_fill(cr);
     cairo_destroy(cr);
-    cairo_surface_destroy(surface);
     return node;
 }
 
@@ -54,7 +65,33 @@ GskRenderNode* makeTextureNode(const PictureReference& picture, CGSize size) {
 
 PictureNodes::~PictureNodes() {
     for (auto& [bitmap, entry] : entries_)
-        gsk_render_node_unref(entry.node);
+        release(entry);
+    dropRetired(frame_ + 1);
+}
+
+void PictureNodes::make(Entry& entry) {
+    entry.surface = nullptr;
+    if (software_) {
+        entry.surface = makeSurface(entry.picture);
+        entry.node = makePaintingNode(entry.surface, entry.size);
+    } else {
+        entry.node = makeTextureNode(entry.picture, entry.size);
+    }
+}
+
+void PictureNodes::release(Entry& entry) {
+    gsk_render_node_unref(entry.node);
+    if (entry.surface)
+        retired_.push_back({entry.surface, frame_});
+}
+
+void PictureNodes::dropRetired(std::uint64_t before) {
+    const auto kept =
+        std::find_if(retired_.begin(), retired_.end(),
+                     [before](const Retired& retired) { return retired.frame >= before; });
+    std::for_each(retired_.begin(), kept,
+                  [](const Retired& retired) { cairo_surface_destroy(retired.surface); });
+    retired_.erase(retired_.begin(), kept);
 }
 
 PictureNodes::Node PictureNodes::nodeFor(const std::shared_ptr<const Bitmap>& picture,
@@ -63,11 +100,11 @@ PictureNodes::Node PictureNodes::nodeFor(const std::shared_ptr<const Bitmap>& pi
     Entry& entry = place->second;
     if (isNew || entry.generation != picture->generation()) {
         if (!isNew)
-            gsk_render_node_unref(entry.node);
+            release(entry);
         entry.picture = picture;
         entry.generation = picture->generation();
         entry.size = size;
-        entry.node = software_ ? makePaintingNode(picture, size) : makeTextureNode(picture, size);
+        make(entry);
     }
     entry.lastFrame = frame_;
     return {entry.node, entry.size};
@@ -75,11 +112,13 @@ PictureNodes::Node PictureNodes::nodeFor(const std::shared_ptr<const Bitmap>& pi
 
 void PictureNodes::frameEnded() {
     ++frame_;
+    if (frame_ > kFramesRetired)
+        dropRetired(frame_ - kFramesRetired);
     if (frame_ % kFramesKept != 0)
         return;
     for (auto entry = entries_.begin(); entry != entries_.end();) {
         if (entry->second.lastFrame + kFramesKept < frame_) {
-            gsk_render_node_unref(entry->second.node);
+            release(entry->second);
             entry = entries_.erase(entry);
         } else {
             ++entry;

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <unordered_map>
+#include <vector>
 
 namespace vistrel {
 
@@ -37,11 +38,21 @@ private:
         std::shared_ptr<const Bitmap> picture;
         std::uint64_t generation;
         GskRenderNode* node;
+        cairo_surface_t* surface; ///< what the node paints from; null for a texture
         CGSize size;
         std::uint64_t lastFrame;
     };
+    /// A node's surface that the toolkit may still paint from.
+    struct Retired {
+        cairo_surface_t* surface;
+        std::uint64_t frame;
+    };
+    void make(Entry& entry);
+    void release(Entry& entry);
+    void dropRetired(std::uint64_t before);
 
     std::unordered_map<const Bitmap*, Entry> entries_;
+    std::vector<Retired> retired_; ///< oldest first
     std::uint64_t frame_ = 0;
     bool software_ = true;
 };
