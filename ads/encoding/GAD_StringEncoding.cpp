@@ -3,6 +3,7 @@
 #include "ads/encoding/GAD_StringEncodingGeneral.h"
 #include "platform/foundation/UTF8Text.h"
 
+#include <algorithm>
 #include <bit>
 #include <cassert>
 #include <numeric>
@@ -78,7 +79,9 @@ GAD_StringEncoding::stringEncodingWithString(std::string_view alphabet) {
 GAD_StringEncoding::GAD_StringEncoding(std::string_view alphabet)
     : charMap_(alphabet)
     , shift_(static_cast<unsigned>(std::countr_zero(alphabet.size())))
+    , blocks_(stringEncodingBlocks::blocksFor(shift_))
     , padLen_(std::lcm(8U, shift_) / shift_) {
+    std::copy(alphabet.begin(), alphabet.end(), alphabet_.begin());
     reverseCharMap_.fill(kUnknownChar);
     for (std::size_t i = 0; i < alphabet.size(); ++i)
         reverseCharMap_[placeOf(alphabet[i])] = static_cast<std::int8_t>(i);
@@ -119,7 +122,11 @@ std::string GAD_StringEncoding::encode(std::span<const std::byte> bytes) const {
     if (doPad_)
         length = (length + padLen_ - 1) & ~(padLen_ - 1);
     std::string text(length, paddingChar_);
-    encodeInto(bytes, text.data());
+    const auto* input = reinterpret_cast<const unsigned char*>(bytes.data());
+    const std::size_t done = blocks_.encode(alphabet_.data(), input, bytes.size(), text.data());
+    stringEncodingGeneral::encode(shift_, alphabet_.data(), input + done, bytes.size() - done,
+                                  text.data() +
+                                      stringEncodingBlocks::wholeCharacters(shift_, done * 8));
     return text;
 }
 
@@ -127,56 +134,47 @@ std::string GAD_StringEncoding::encodeString(std::string_view text) const {
     return encode(std::as_bytes(std::span(text)));
 }
 
-void GAD_StringEncoding::encodeInto(std::span<const std::byte> bytes, char* out) const {
-    const auto* input = reinterpret_cast<const unsigned char*>(bytes.data());
-    const std::size_t done =
-        stringEncodingBlocks::encode(shift_, charMap_.data(), input, bytes.size(), out);
-    stringEncodingGeneral::encode(shift_, charMap_.data(), input + done, bytes.size() - done,
-                                  out + stringEncodingBlocks::wholeCharacters(shift_, done * 8));
-}
-
-/// Sizes and fills the bytes; false when the text cannot be decoded.
+/// Bytes or text, made at once as large as they can become.
 template <typename Bytes>
-bool GAD_StringEncoding::decodeInto(std::string_view text, Bytes& bytes) const {
+std::optional<Bytes> GAD_StringEncoding::decoded(std::string_view text) const {
     // Where something unusual stands, the general path goes on for so long before the fast one is
     // tried again.
     constexpr std::size_t kGeneralRun = 64;
     // Padding at the end says nothing.
     while (!text.empty() && reverseCharMap_[placeOf(text.back())] == kPaddingChar)
         text.remove_suffix(1);
-    bytes.resize(text.size() * shift_ / 8);
-    auto* const out = reinterpret_cast<unsigned char*>(bytes.data());
+    const std::size_t most = text.size() * shift_ / 8;
+    std::optional<Bytes> bytes(std::in_place, most, typename Bytes::value_type{});
+    auto* const out = reinterpret_cast<unsigned char*>(bytes->data());
     stringEncodingGeneral::Decoder decoder(shift_, reverseCharMap_, out);
     while (!text.empty()) {
         if (decoder.isBetweenGroups()) {
-            const std::size_t done = stringEncodingBlocks::decode(
-                shift_, reverseCharMap_, text.data(), text.size(), decoder.out());
+            const std::size_t done =
+                blocks_.decode(reverseCharMap_, text.data(), text.size(), decoder.out());
             decoder.skip(done * shift_ / 8);
             text.remove_prefix(done);
         }
         const auto taken = decoder.take(text, kGeneralRun);
         if (!taken)
-            return false;
+            return std::nullopt;
         text.remove_prefix(*taken);
     }
-    const auto size = static_cast<std::size_t>(decoder.out() - out);
-    if (size != bytes.size())
-        bytes.resize(size);
-    return decoder.finish();
-}
-
-std::optional<std::vector<std::byte>> GAD_StringEncoding::decode(std::string_view text) const {
-    std::optional<std::vector<std::byte>> bytes(std::in_place);
-    if (!decodeInto(text, *bytes))
+    if (!decoder.finish())
         bytes.reset();
+    else if (const auto size = static_cast<std::size_t>(decoder.out() - out); size != most)
+        bytes->resize(size);
     return bytes;
 }
 
+std::optional<std::vector<std::byte>> GAD_StringEncoding::decode(std::string_view text) const {
+    return decoded<std::vector<std::byte>>(text);
+}
+
 std::optional<std::string> GAD_StringEncoding::stringByDecoding(std::string_view text) const {
-    std::optional<std::string> decoded(std::in_place);
-    if (!decodeInto(text, *decoded) || !isUTF8(*decoded))
-        decoded.reset();
-    return decoded;
+    auto result = decoded<std::string>(text);
+    if (result && !isUTF8(*result))
+        result.reset();
+    return result;
 }
 
 std::string GAD_StringEncoding::description() const {

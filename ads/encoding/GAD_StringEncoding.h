@@ -1,6 +1,7 @@
 #pragma once
 #include "ads/encoding/GAD_StringEncodingBlocks.h"
 
+#include <array>
 #include <cstddef>
 #include <memory>
 #include <optional>
@@ -59,13 +60,15 @@ private:
     explicit GAD_StringEncoding(std::string_view alphabet);
 
     static std::shared_ptr<GAD_StringEncoding> padded(std::string_view alphabet);
-    void encodeInto(std::span<const std::byte> bytes, char* out) const;
     template <typename Bytes>
-    bool decodeInto(std::string_view text, Bytes& bytes) const;
+    std::optional<Bytes> decoded(std::string_view text) const;
 
+    // Whole cache lines, which the vector forms read at once.
+    alignas(64) std::array<char, 128> alphabet_{};
+    alignas(64) stringEncodingBlocks::ReverseMap reverseCharMap_;
     std::string charMap_;
-    stringEncodingBlocks::ReverseMap reverseCharMap_;
     unsigned shift_ = 0;
+    stringEncodingBlocks::Blocks blocks_;
     bool doPad_ = false;
     char paddingChar_ = '\0';
     std::size_t padLen_ = 0;

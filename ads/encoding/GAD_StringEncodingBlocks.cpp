@@ -4,13 +4,6 @@ namespace vistrel::stringEncodingBlocks {
 namespace portable {
 namespace {
 template <unsigned Shift>
-constexpr std::size_t kGroupBytes = Shift == 4   ? 1
-                                    : Shift == 5 ? 5
-                                                 : 3;
-template <unsigned Shift>
-constexpr std::size_t kGroupCharacters = kGroupBytes<Shift> * 8 / Shift;
-
-template <unsigned Shift>
 std::size_t encodeGroups(const char* alphabet, const unsigned char* bytes, std::size_t size,
                          char* out) {
     constexpr unsigned kMask = (1U << Shift) - 1;
@@ -46,52 +39,29 @@ std::size_t decodeGroups(const ReverseMap& values, const char* text, std::size_t
 }
 }
 
-std::size_t encode(unsigned shift, const char* alphabet, const unsigned char* bytes,
-                   std::size_t size, char* out) {
+Blocks blocksFor(unsigned shift) {
     switch (shift) {
     case 4:
-        return encodeGroups<4>(alphabet, bytes, size, out);
+        return {encodeGroups<4>, decodeGroups<4>};
     case 5:
-        return encodeGroups<5>(alphabet, bytes, size, out);
-    case 6:
-        return encodeGroups<6>(alphabet, bytes, size, out);
+        return {encodeGroups<5>, decodeGroups<5>};
     default:
-        return 0;
-    }
-}
-
-std::size_t decode(unsigned shift, const ReverseMap& values, const char* text, std::size_t size,
-                   unsigned char* out) {
-    switch (shift) {
-    case 4:
-        return decodeGroups<4>(values, text, size, out);
-    case 5:
-        return decodeGroups<5>(values, text, size, out);
-    case 6:
-        return decodeGroups<6>(values, text, size, out);
-    default:
-        return 0;
+        return {encodeGroups<6>, decodeGroups<6>};
     }
 }
 }
 
-std::size_t encode(unsigned shift, const char* alphabet, const unsigned char* bytes,
-                   std::size_t size, char* out) {
-    if (!avx2::isAvailable())
-        return portable::encode(shift, alphabet, bytes, size, out);
-    // Either does all whole groups, but blocks only when there are enough for one.
-    const std::size_t done = avx2::encode(shift, alphabet, bytes, size, out);
-    return done ? done : portable::encode(shift, alphabet, bytes, size, out);
-}
-
-std::size_t decode(unsigned shift, const ReverseMap& values, const char* text, std::size_t size,
-                   unsigned char* out) {
-    std::size_t done = 0;
+Blocks blocksFor(unsigned shift) {
+    if (shift < 4 || shift > 6)
+        return {
+            [](const char*, const unsigned char*, std::size_t, char*) { return std::size_t{0}; },
+            [](const ReverseMap&, const char*, std::size_t, unsigned char*) {
+                return std::size_t{0};
+            }};
+    if (vbmi::isAvailable())
+        return vbmi::blocksFor(shift);
     if (avx2::isAvailable())
-        done = avx2::decode(shift, values, text, size, out);
-    // What is less than a group is for the general path.
-    if (size - done < 2)
-        return done;
-    return done + portable::decode(shift, values, text + done, size - done, out + done * shift / 8);
+        return avx2::blocksFor(shift);
+    return portable::blocksFor(shift);
 }
 }

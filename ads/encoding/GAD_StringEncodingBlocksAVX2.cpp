@@ -15,13 +15,6 @@ namespace vistrel::stringEncodingBlocks::avx2 {
 namespace {
 using Register = __m256i;
 
-template <unsigned Shift>
-constexpr std::size_t kGroupBytes = Shift == 4   ? 1
-                                    : Shift == 5 ? 5
-                                                 : 3;
-template <unsigned Shift>
-constexpr std::size_t kGroupCharacters = kGroupBytes<Shift> * 8 / Shift;
-
 VISTREL_AVX2_INLINE __m128i half(const void* at) {
     return _mm_loadu_si128(static_cast<const __m128i*>(at));
 }
@@ -115,7 +108,7 @@ VISTREL_AVX2 std::size_t encodeBlocks(const char* characters, const unsigned cha
                                       std::size_t size, char* out) {
     constexpr std::size_t kStep = std::size_t{4} * Shift;
     if (size < kStep)
-        return 0;
+        return portable::blocksFor(Shift).encode(characters, bytes, size, out);
     const Alphabet<Shift> alphabet(characters);
     const auto encodeAt = [&](std::size_t at) __attribute__((target("avx2"), always_inline)) {
         _mm256_storeu_si256(reinterpret_cast<Register*>(out + at * 8 / Shift),
@@ -202,7 +195,7 @@ VISTREL_AVX2 std::size_t decodeBlocks(const ReverseMap& map, const char* text, s
                                       unsigned char* out) {
     constexpr std::size_t kStep = 32;
     if (size < kStep)
-        return 0;
+        return portable::blocksFor(Shift).decode(map, text, size, out);
     const Values values(map);
     const auto decodeAt = [&](std::size_t at) __attribute__((target("avx2"), always_inline)) {
         const Register found =
@@ -233,31 +226,14 @@ bool isAvailable() {
     return available;
 }
 
-std::size_t encode(unsigned shift, const char* alphabet, const unsigned char* bytes,
-                   std::size_t size, char* out) {
+Blocks blocksFor(unsigned shift) {
     switch (shift) {
     case 4:
-        return encodeBlocks<4>(alphabet, bytes, size, out);
+        return {encodeBlocks<4>, decodeBlocks<4>};
     case 5:
-        return encodeBlocks<5>(alphabet, bytes, size, out);
-    case 6:
-        return encodeBlocks<6>(alphabet, bytes, size, out);
+        return {encodeBlocks<5>, decodeBlocks<5>};
     default:
-        return 0;
-    }
-}
-
-std::size_t decode(unsigned shift, const ReverseMap& values, const char* text, std::size_t size,
-                   unsigned char* out) {
-    switch (shift) {
-    case 4:
-        return decodeBlocks<4>(values, text, size, out);
-    case 5:
-        return decodeBlocks<5>(values, text, size, out);
-    case 6:
-        return decodeBlocks<6>(values, text, size, out);
-    default:
-        return 0;
+        return {encodeBlocks<6>, decodeBlocks<6>};
     }
 }
 }
@@ -266,11 +242,8 @@ namespace vistrel::stringEncodingBlocks::avx2 {
 bool isAvailable() {
     return false;
 }
-std::size_t encode(unsigned, const char*, const unsigned char*, std::size_t, char*) {
-    return 0;
-}
-std::size_t decode(unsigned, const ReverseMap&, const char*, std::size_t, unsigned char*) {
-    return 0;
+Blocks blocksFor(unsigned shift) {
+    return portable::blocksFor(shift);
 }
 }
 #endif

@@ -6,7 +6,8 @@
 #include <string_view>
 
 /// The general path of GAD_StringEncoding: any shift from 1 to 7, one character at a time. It says
-/// what the encodings are; the fast one only takes whole groups off its hands.
+/// what the encodings are; the fast one only takes whole groups off its hands. It stands in the
+/// header because it ends every text, where a call would cost as much as the work.
 namespace vistrel::stringEncodingGeneral {
 using ReverseMap = stringEncodingBlocks::ReverseMap;
 
@@ -14,8 +15,22 @@ using ReverseMap = stringEncodingBlocks::ReverseMap;
 enum Meaning : std::int8_t { kUnknownChar = -1, kPaddingChar = -2, kIgnoredChar = -3 };
 
 /// Writes as many characters as it takes to hold all bits, the last one filled up with zeros.
-void encode(unsigned shift, const char* alphabet, const unsigned char* bytes, std::size_t size,
-            char* out);
+inline void encode(unsigned shift, const char* alphabet, const unsigned char* bytes,
+                   std::size_t size, char* out) {
+    const unsigned mask = (1U << shift) - 1;
+    unsigned buffer = 0;
+    unsigned bits = 0;
+    for (std::size_t i = 0; i < size; ++i) {
+        buffer = buffer << 8 | bytes[i];
+        bits += 8;
+        while (bits >= shift) {
+            bits -= shift;
+            *out++ = alphabet[buffer >> bits & mask];
+        }
+    }
+    if (bits != 0)
+        *out = alphabet[buffer << (shift - bits) & mask];
+}
 
 /// Decodes a text piece by piece into memory that is large enough for all of its bits.
 class Decoder {
@@ -34,7 +49,25 @@ public:
 
     /// Takes so many characters and goes on to the end of a group or of the text. How many it took;
     /// nothing when there is one that must not stand there.
-    std::optional<std::size_t> take(std::string_view text, std::size_t atLeast);
+    std::optional<std::size_t> take(std::string_view text, std::size_t atLeast) {
+        std::size_t at = 0;
+        for (; at < text.size() && (at < atLeast || !isBetweenGroups()); ++at) {
+            const std::int8_t value = values_[static_cast<unsigned char>(text[at])];
+            if (value == kPaddingChar)
+                sawPadding_ = true;
+            else if (value == kUnknownChar || (value >= 0 && sawPadding_))
+                return std::nullopt;
+            if (value < 0)
+                continue;
+            buffer_ = buffer_ << shift_ | static_cast<unsigned>(value);
+            bits_ += shift_;
+            if (bits_ >= 8) {
+                bits_ -= 8;
+                *out_++ = static_cast<unsigned char>(buffer_ >> bits_);
+            }
+        }
+        return at;
+    }
 
     /// Whether no bits but zeros are left over.
     [[nodiscard]] bool finish() const { return (buffer_ & ((1U << bits_) - 1)) == 0; }
