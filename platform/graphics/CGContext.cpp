@@ -183,6 +183,13 @@ void CGContext::clipToPath() {
     cairo_clip(cairo_);
 }
 
+double CGGradient::place(std::size_t colour) const {
+    if (colour < locations.size())
+        return locations[colour];
+    return colors.size() > 1 ? static_cast<double>(colour) / static_cast<double>(colors.size() - 1)
+                             : 0.0;
+}
+
 void CGContext::clipToRect(const CGRect& rect) {
     cairo_new_path(cairo_);
     cairo_rectangle(cairo_, rect.minX(), rect.minY(), rect.size.width, rect.size.height);
@@ -190,14 +197,10 @@ void CGContext::clipToRect(const CGRect& rect) {
 }
 
 void CGContext::paintGradient(_cairo_pattern* pattern, const CGGradient& gradient) {
-    const auto count = gradient.colors.size();
-    for (std::size_t i = 0; i < count; ++i) {
-        const double even =
-            count > 1 ? static_cast<double>(i) / static_cast<double>(count - 1) : 0.0;
-        const double location = i < gradient.locations.size() ? gradient.locations[i] : even;
+    for (std::size_t i = 0; i < gradient.colors.size(); ++i) {
         const auto& color = gradient.colors[i];
-        cairo_pattern_add_color_stop_rgba(pattern, location, color.red, color.green, color.blue,
-                                          color.alpha);
+        cairo_pattern_add_color_stop_rgba(pattern, gradient.place(i), color.red, color.green,
+                                          color.blue, color.alpha);
     }
     cairo_set_source(cairo_, pattern);
     cairo_pattern_destroy(pattern);

@@ -19,6 +19,9 @@ class UIFont;
 struct CGGradient {
     std::vector<UIColor> colors;
     std::vector<double> locations; ///< 0 to 1, one for each colour; empty: evenly spaced
+
+    /// Of a colour, from 0 to 1.
+    double place(std::size_t colour) const;
 };
 
 /// Draws into a bitmap. Origin at the top left, y downward, units points of `scale` pixels.

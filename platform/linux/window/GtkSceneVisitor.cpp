@@ -1,12 +1,13 @@
 #include "platform/linux/window/GtkSceneVisitor.h"
 
 #include "platform/host/ForeignContent.h"
+#include "platform/linux/window/CairoPainter.h"
 #include "platform/linux/window/GraphenePlaces.h"
 #include "platform/linux/window/GtkForeignContent.h"
+#include "platform/linux/window/SceneRecording.h"
 
 #include <cmath>
 #include <numbers>
-#include <utility>
 
 namespace vistrel {
 
@@ -52,16 +53,49 @@ GskTransform* makeGskTransform(const CGAffineTransform& transform) {
                                static_cast<float>(determinant / width));
 }
 
-GtkSceneVisitor::GtkSceneVisitor(GtkWidget* screen, GtkSnapshot* snapshot, PictureNodes& nodes,
-                                 std::vector<bool> covered)
+namespace {
+
+/// The snapshot keeps a reference of its own.
+void transformSnapshot(GtkSnapshot* snapshot, const CGAffineTransform& transform) {
+    GskTransform* made = makeGskTransform(transform);
+    gtk_snapshot_transform(snapshot, made);
+    gsk_transform_unref(made);
+}
+
+}
+
+GtkSceneVisitor::GtkSceneVisitor(GtkWidget* screen, GtkSnapshot* snapshot, PictureNodes& nodes)
     : screen_(screen)
     , snapshot_(snapshot)
-    , nodes_(nodes)
-    , covered_(std::move(covered)) {}
+    , nodes_(nodes) {}
+
+void GtkSceneVisitor::draw(const SceneRecording& recording) {
+    for (std::size_t step = 0; step < recording.steps(); ++step) {
+        if (recording.isOneNode(step) && nodes_.isForSoftwareRenderer()) {
+            paintIntoOneNode(recording, step);
+            step = recording.endOf(step);
+        } else {
+            recording.replay(step, *this);
+        }
+    }
+}
+
+void GtkSceneVisitor::paintIntoOneNode(const SceneRecording& recording, std::size_t clip) {
+    const graphene_rect_t bounds = grapheneRect(recording.rectOf(clip));
+    // A node of our own: the snapshot's own way to one misplaces it under a scale.
+    GskRenderNode* node = gsk_cairo_node_new(&bounds);
+    {
+        CairoPainter painter(gsk_cairo_node_get_draw_context(node), nodes_);
+        for (std::size_t step = clip + 1; step < recording.endOf(clip); ++step)
+            recording.replay(step, painter);
+    }
+    gtk_snapshot_append_node(snapshot_, node);
+    gsk_render_node_unref(node);
+}
 
 void GtkSceneVisitor::pushTransform(const CGAffineTransform& transform) {
     gtk_snapshot_save(snapshot_);
-    gtk_snapshot_transform(snapshot_, makeGskTransform(transform));
+    transformSnapshot(snapshot_, transform);
     pushed_.push_back(Pushed::Transform);
     transforms_.push_back(transform.concat(transforms_.back()));
 }
@@ -89,8 +123,6 @@ void GtkSceneVisitor::pop() {
 }
 
 void GtkSceneVisitor::fillColor(const CGRect& rect, const UIColor& color) {
-    if (isNextCovered())
-        return;
     const graphene_rect_t bounds = grapheneRect(rect);
     const GdkRGBA rgba = gdkColor(color);
     gtk_snapshot_append_color(snapshot_, &rgba, &bounds);
@@ -98,14 +130,11 @@ void GtkSceneVisitor::fillColor(const CGRect& rect, const UIColor& color) {
 
 void GtkSceneVisitor::fillGradient(const CGRect& rect, const CGGradient& gradient) {
     const std::size_t count = gradient.colors.size();
-    if (isNextCovered() || count == 0)
+    if (count == 0)
         return;
     std::vector<GskColorStop> stops(count);
-    for (std::size_t i = 0; i < count; ++i) {
-        const double even = count > 1 ? static_cast<double>(i) / static_cast<double>(count - 1) : 0;
-        const double place = i < gradient.locations.size() ? gradient.locations[i] : even;
-        stops[i] = {static_cast<float>(place), gdkColor(gradient.colors[i])};
-    }
+    for (std::size_t i = 0; i < count; ++i)
+        stops[i] = {static_cast<float>(gradient.place(i)), gdkColor(gradient.colors[i])};
     const graphene_rect_t bounds = grapheneRect(rect);
     const graphene_point_t start = graphenePoint(bounds.origin.x, bounds.origin.y);
     const graphene_point_t end =
@@ -115,7 +144,7 @@ void GtkSceneVisitor::fillGradient(const CGRect& rect, const CGGradient& gradien
 
 void GtkSceneVisitor::drawPicture(const CGRect& rect,
                                   const std::shared_ptr<const Bitmap>& picture) {
-    if (isNextCovered() || !picture || rect.isEmpty())
+    if (!picture || rect.isEmpty())
         return;
     // A kept node covers (0, 0) to the size it was made for; moving it costs nothing.
     const PictureNodes::Node node = nodes_.nodeFor(picture, rect.size);
@@ -147,7 +176,7 @@ void GtkSceneVisitor::drawForeign(const CGRect& rect, host::ForeignContent& cont
         // The child's allocation holds the whole way from the screen, so go back to the screen
         // first.
         gtk_snapshot_save(snapshot_);
-        gtk_snapshot_transform(snapshot_, makeGskTransform(transforms_.back().inverted()));
+        transformSnapshot(snapshot_, transforms_.back().inverted());
         gtk_widget_snapshot_child(screen_, widget, snapshot_);
         gtk_snapshot_restore(snapshot_);
     } else if (GdkPaintable* paintable = foreign->paintable()) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 namespace vistrel {
+class SceneRecording;
 
 /// Writes the view tree into a GTK snapshot: one render node a piece, the nodes of finished
 /// pictures kept from frame to frame.
@@ -15,9 +16,10 @@ class GtkSceneVisitor : public SceneVisitor {
 public:
     /// `screen` is the widget whose children the foreign widgets are; the snapshot stands at its
     /// coordinates.
-    /// `covered` says of each fill, gradient and picture of the walk whether to leave it out.
-    GtkSceneVisitor(GtkWidget* screen, GtkSnapshot* snapshot, PictureNodes& nodes,
-                    std::vector<bool> covered);
+    GtkSceneVisitor(GtkWidget* screen, GtkSnapshot* snapshot, PictureNodes& nodes);
+
+    /// Everything that a recording has not left out.
+    void draw(const SceneRecording& recording);
 
     void pushTransform(const CGAffineTransform& transform) override;
     void pushClip(const CGRect& rect) override;
@@ -32,15 +34,13 @@ public:
     bool sawForeign() const { return sawForeign_; }
 
 private:
-    bool isNextCovered() { return covered_[paints_++]; }
+    void paintIntoOneNode(const SceneRecording& recording, std::size_t clip);
 
     enum class Pushed { Transform, Node };
 
     GtkWidget* screen_;
     GtkSnapshot* snapshot_;
     PictureNodes& nodes_;
-    std::vector<bool> covered_;
-    std::size_t paints_ = 0; ///< so far
     bool sawForeign_ = false;
     std::vector<Pushed> pushed_;
     std::vector<CGAffineTransform> transforms_{

@@ -3,6 +3,7 @@
 #include "platform/linux/window/GraphenePlaces.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vistrel {
 
@@ -31,18 +32,12 @@ cairo_surface_t* makeSurface(const PictureReference& picture) {
 
 /// The surface must outlive the node, which would else take a copy of it.
 GskRenderNode* makePaintingNode(cairo_surface_t* surface, CGSize size) {
-    const double width = cairo_image_surface_get_width(surface);
-    const double height = cairo_image_surface_get_height(surface);
     const graphene_rect_t bounds =
         grapheneRectangle(0, 0, static_cast<float>(size.width), static_cast<float>(size.height));
     GskRenderNode* node = gsk_cairo_node_new(&bounds);
-    cairo_t* cr = gsk_cairo_node_get_draw_context(node);
-    cairo_scale(cr, size.width / width, size.height / height);
-    cairo_set_source_surface(cr, surface, 0, 0);
-    cairo_pattern_set_extend(cairo_get_source(cr), CAIRO_EXTEND_PAD);
-    cairo_rectangle(cr, 0, 0, width, height);
-    cairo_fill(cr);
-    cairo_destroy(cr);
+    cairo_t* cairo = gsk_cairo_node_get_draw_context(node);
+    paintSurface(cairo, surface, size);
+    cairo_destroy(cairo);
     return node;
 }
 
@@ -63,26 +58,26 @@ GskRenderNode* makeTextureNode(const PictureReference& picture, CGSize size) {
 
 }
 
+void paintSurface(cairo_t* cairo, cairo_surface_t* surface, CGSize size) {
+    const double width = cairo_image_surface_get_width(surface);
+    const double height = cairo_image_surface_get_height(surface);
+    cairo_scale(cairo, size.width / width, size.height / height);
+    cairo_set_source_surface(cairo, surface, 0, 0);
+    cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_PAD);
+    cairo_rectangle(cairo, 0, 0, width, height);
+    cairo_fill(cairo);
+}
+
 PictureNodes::~PictureNodes() {
     for (auto& [bitmap, entry] : entries_)
         release(entry);
     dropRetired(frame_ + 1);
 }
 
-void PictureNodes::make(Entry& entry) {
-    entry.surface = nullptr;
-    if (software_) {
-        entry.surface = makeSurface(entry.picture);
-        entry.node = makePaintingNode(entry.surface, entry.size);
-    } else {
-        entry.node = makeTextureNode(entry.picture, entry.size);
-    }
-}
-
 void PictureNodes::release(Entry& entry) {
-    gsk_render_node_unref(entry.node);
+    g_clear_pointer(&entry.node, gsk_render_node_unref);
     if (entry.surface)
-        retired_.push_back({entry.surface, frame_});
+        retired_.push_back({std::exchange(entry.surface, nullptr), frame_});
 }
 
 void PictureNodes::dropRetired(std::uint64_t before) {
@@ -94,19 +89,31 @@ void PictureNodes::dropRetired(std::uint64_t before) {
     retired_.erase(retired_.begin(), kept);
 }
 
+PictureNodes::Entry& PictureNodes::entryFor(const std::shared_ptr<const Bitmap>& picture) {
+    Entry& entry = entries_[picture.get()];
+    if (entry.picture && entry.generation != picture->generation())
+        release(entry);
+    entry.picture = picture;
+    entry.generation = picture->generation();
+    entry.lastFrame = frame_;
+    return entry;
+}
+
+cairo_surface_t* PictureNodes::surfaceFor(const std::shared_ptr<const Bitmap>& picture) {
+    Entry& entry = entryFor(picture);
+    if (!entry.surface)
+        entry.surface = makeSurface(picture);
+    return entry.surface;
+}
+
 PictureNodes::Node PictureNodes::nodeFor(const std::shared_ptr<const Bitmap>& picture,
                                          CGSize size) {
-    auto [place, isNew] = entries_.try_emplace(picture.get());
-    Entry& entry = place->second;
-    if (isNew || entry.generation != picture->generation()) {
-        if (!isNew)
-            release(entry);
-        entry.picture = picture;
-        entry.generation = picture->generation();
+    Entry& entry = entryFor(picture);
+    if (!entry.node) {
         entry.size = size;
-        make(entry);
+        entry.node = software_ ? makePaintingNode(surfaceFor(picture), size)
+                               : makeTextureNode(picture, size);
     }
-    entry.lastFrame = frame_;
     return {entry.node, entry.size};
 }
 

@@ -11,6 +11,9 @@
 
 namespace vistrel {
 
+/// Paints the whole surface over (0, 0) to `size`.
+void paintSurface(cairo_t* cairo, cairo_surface_t* surface, CGSize size);
+
 /// Render nodes of finished pictures, made once for each picture and content. With the software
 /// renderer a node paints the picture's memory directly; with a GPU it is a texture that stays
 /// uploaded.
@@ -28,7 +31,12 @@ public:
     /// `size` is used when the node has to be made.
     Node nodeFor(const std::shared_ptr<const Bitmap>& picture, CGSize size);
 
+    /// The picture's memory as it lies, to be painted from in this frame. For the software
+    /// renderer.
+    cairo_surface_t* surfaceFor(const std::shared_ptr<const Bitmap>& picture);
+
     void setSoftwareRenderer(bool software) { software_ = software; }
+    bool isForSoftwareRenderer() const { return software_; }
     /// Once a frame: forgets what has not been drawn for a while, and the memory behind it.
     void frameEnded();
     std::size_t size() const { return entries_.size(); }
@@ -36,18 +44,18 @@ public:
 private:
     struct Entry {
         std::shared_ptr<const Bitmap> picture;
-        std::uint64_t generation;
-        GskRenderNode* node;
-        cairo_surface_t* surface; ///< what the node paints from; null for a texture
+        std::uint64_t generation = 0;
+        GskRenderNode* node = nullptr;      ///< null until it is asked for
+        cairo_surface_t* surface = nullptr; ///< null where nothing is painted from it
         CGSize size;
-        std::uint64_t lastFrame;
+        std::uint64_t lastFrame = 0;
     };
     /// A node's surface that the toolkit may still paint from.
     struct Retired {
         cairo_surface_t* surface;
         std::uint64_t frame;
     };
-    void make(Entry& entry);
+    Entry& entryFor(const std::shared_ptr<const Bitmap>& picture);
     void release(Entry& entry);
     void dropRetired(std::uint64_t before);
 

@@ -3,7 +3,6 @@
 #include "platform/graphics/UIImage.h"
 #include "platform/host/EventLoop.h"
 #include "platform/host/Host.h"
-#include "platform/linux/window/CoveredPaints.h"
 #include "platform/linux/window/ForeignPlacement.h"
 #include "platform/linux/window/GraphenePlaces.h"
 #include "platform/linux/window/GtkSceneVisitor.h"
@@ -109,14 +108,27 @@ void ScreenWidget::placeForeign() {
 
 void ScreenWidget::describeLater() {
     // Once movement has ended: nobody follows a list's names while it rolls.
-    auto& loop = *host::current().loop;
-    loop.cancel(describing_);
-    describing_ = loop.schedule(kDescribeSeconds, [this] {
+    describeAt_ = host::current().loop->now() + kDescribeSeconds;
+    if (describing_ == 0)
+        waitToDescribe(kDescribeSeconds);
+}
+
+void ScreenWidget::waitToDescribe(double seconds) {
+    describing_ = host::current().loop->schedule(seconds, [this] {
         describing_ = 0;
-        const auto elements = accessibilityTree(UIApplication::sharedApplication().screenView());
-        if (accessible_.update(elements, screenTransform()))
-            gtk_widget_queue_allocate(widget_);
+        // Frames since then have put it off.
+        const double left = describeAt_ - host::current().loop->now();
+        if (left > 0)
+            waitToDescribe(left);
+        else
+            describe();
     });
+}
+
+void ScreenWidget::describe() {
+    const auto elements = accessibilityTree(UIApplication::sharedApplication().screenView());
+    if (accessible_.update(elements, screenTransform()))
+        gtk_widget_queue_allocate(widget_);
 }
 
 void ScreenWidget::setFrameHandler(std::function<void(double now)> handler) {
@@ -190,19 +202,16 @@ void ScreenWidget::drawFrame(GtkSnapshot* snapshot) {
 
 bool ScreenWidget::drawScreen(GtkSnapshot* snapshot) {
     fillBeside(snapshot);
-    CoveredPaints covered(gtk_widget_get_scale_factor(widget_));
-    walkScreen(covered);
-    GtkSceneVisitor visitor(widget_, snapshot, nodes_, covered.find());
-    walkScreen(visitor);
+    recording_.begin(gtk_widget_get_scale_factor(widget_));
+    recording_.pushTransform(screenTransform());
+    recording_.pushClip(CGRectMake(0, 0, kScreenWidth, kScreenHeight));
+    UIApplication::sharedApplication().walkScreen(recording_);
+    recording_.pop();
+    recording_.pop();
+    recording_.finish();
+    GtkSceneVisitor visitor(widget_, snapshot, nodes_);
+    visitor.draw(recording_);
     return visitor.sawForeign();
-}
-
-void ScreenWidget::walkScreen(SceneVisitor& visitor) const {
-    visitor.pushTransform(screenTransform());
-    visitor.pushClip(CGRectMake(0, 0, kScreenWidth, kScreenHeight));
-    UIApplication::sharedApplication().walkScreen(visitor);
-    visitor.pop();
-    visitor.pop();
 }
 
 void ScreenWidget::fillBeside(GtkSnapshot* snapshot) const {

@@ -3,6 +3,7 @@
 #include "platform/linux/window/AccessibleChildren.h"
 #include "platform/linux/window/ForeignChildren.h"
 #include "platform/linux/window/PictureNodes.h"
+#include "platform/linux/window/SceneRecording.h"
 
 #include <gtk/gtk.h>
 
@@ -10,7 +11,6 @@
 #include <string>
 
 namespace vistrel {
-class SceneVisitor;
 
 /// The one widget of the window: shows the phone's screen, scaled to fit, and hands its touches and
 /// keys to the application. It is also the layer's display: frames are made only when asked for.
@@ -56,20 +56,23 @@ private:
     void scaleMayHaveChanged();
     /// Whether the view tree shows foreign content.
     bool drawScreen(GtkSnapshot* snapshot);
-    void walkScreen(SceneVisitor& visitor) const;
     void placeForeign();
     void describeLater();
+    void waitToDescribe(double seconds);
+    void describe();
     /// Black where the window is wider or higher than the phone's screen.
     void fillBeside(GtkSnapshot* snapshot) const;
 
     GtkWidget* widget_;
     PictureNodes nodes_;
+    SceneRecording recording_; ///< of the last frame
     ForeignChildren foreign_;
     AccessibleChildren accessible_;
     std::function<void(double)> frameHandler_;
     std::function<void()> firstFrame_;
     unsigned tick_ = 0;
     std::uint64_t describing_ = 0;
+    double describeAt_ = 0; ///< seconds of the loop
     unsigned framesDrawn_ = 0;
     bool sawForeign_ = false;
 };

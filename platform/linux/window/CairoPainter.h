@@ -1,0 +1,36 @@
+#pragma once
+#include "platform/linux/window/PictureNodes.h"
+#include "platform/uikit/SceneVisitor.h"
+
+#include <cairo.h>
+
+#include <vector>
+
+namespace vistrel {
+
+/// Paints a part of the view tree that holds no foreign content with Cairo.
+class CairoPainter : public SceneVisitor {
+public:
+    /// Takes `cairo` over, whose clip is the part's. Pictures are painted from the store's
+    /// surfaces.
+    CairoPainter(cairo_t* cairo, PictureNodes& pictures);
+    ~CairoPainter() override;
+    CairoPainter(const CairoPainter&) = delete;
+    CairoPainter& operator=(const CairoPainter&) = delete;
+
+    void pushTransform(const CGAffineTransform& transform) override;
+    void pushClip(const CGRect& rect) override;
+    void pushOpacity(double opacity) override;
+    void pop() override;
+    void fillColor(const CGRect& rect, const UIColor& color) override;
+    void fillGradient(const CGRect& rect, const CGGradient& gradient) override;
+    void drawPicture(const CGRect& rect, const std::shared_ptr<const Bitmap>& picture) override;
+    void drawForeign(const CGRect&, host::ForeignContent&) override {}
+
+private:
+    cairo_t* cairo_;
+    PictureNodes& pictures_;
+    std::vector<double> opacities_; ///< of each push; 1 for what is no group
+};
+
+}

@@ -1,0 +1,205 @@
+#include "platform/linux/window/SceneRecording.h"
+
+#include "platform/graphics/Bitmap.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vistrel {
+
+namespace {
+
+using Pixels = cairo_rectangle_int_t;
+
+/// Far beyond any screen, and small enough for sums of two.
+constexpr double kFar = 1 << 20;
+constexpr Pixels kEverywhere{-(1 << 20), -(1 << 20), 1 << 21, 1 << 21};
+/// From so many paints on a clip is worth a node of its own.
+constexpr std::ptrdiff_t kManyPaints = 4;
+
+int pixel(double value) {
+    return static_cast<int>(std::clamp(value, -kFar, kFar));
+}
+
+Pixels between(double left, double top, double right, double bottom) {
+    return {pixel(left), pixel(top), std::max(0, pixel(right) - pixel(left)),
+            std::max(0, pixel(bottom) - pixel(top))};
+}
+
+/// Each pixel that the rectangle touches.
+Pixels roundedOut(const CGRect& rect) {
+    return between(std::floor(rect.minX()), std::floor(rect.minY()), std::ceil(rect.maxX()),
+                   std::ceil(rect.maxY()));
+}
+
+/// Each pixel that lies in it whole.
+Pixels roundedIn(const CGRect& rect) {
+    return between(std::ceil(rect.minX()), std::ceil(rect.minY()), std::floor(rect.maxX()),
+                   std::floor(rect.maxY()));
+}
+
+Pixels intersection(const Pixels& a, const Pixels& b) {
+    const int left = std::max(a.x, b.x);
+    const int top = std::max(a.y, b.y);
+    return {left, top, std::max(0, std::min(a.x + a.width, b.x + b.width) - left),
+            std::max(0, std::min(a.y + a.height, b.y + b.height) - top)};
+}
+
+bool isEmpty(const Pixels& pixels) {
+    return pixels.width == 0 || pixels.height == 0;
+}
+
+bool isUpright(const CGAffineTransform& transform) {
+    return transform.b == 0 && transform.c == 0;
+}
+
+}
+
+void SceneRecording::begin(double pixelsPerUnit) {
+    steps_.clear();
+    states_.assign(1, {kNone, kNone, CGAffineTransformMakeScale(pixelsPerUnit, pixelsPerUnit),
+                       kEverywhere, kEverywhere, true});
+}
+
+SceneRecording::Step& SceneRecording::add(Kind kind, const CGRect& rect) {
+    Step& step = steps_.emplace_back();
+    step.kind = kind;
+    step.rect = rect;
+    return step;
+}
+
+SceneRecording::State& SceneRecording::push(Kind kind, const CGRect& rect) {
+    states_.push_back(states_.back());
+    states_.back().step = steps_.size();
+    add(kind, rect);
+    return states_.back();
+}
+
+void SceneRecording::pushTransform(const CGAffineTransform& transform) {
+    State& state = push(Kind::Transform, {});
+    state.toDevice = transform.concat(state.toDevice);
+    steps_.back().transform = transform;
+}
+
+void SceneRecording::pushClip(const CGRect& rect) {
+    keepClipOpen();
+    State& state = push(Kind::Clip, rect);
+    steps_.back().isOneNode = true;
+    state.openClip = state.step;
+    const CGRect device = state.toDevice.apply(rect);
+    state.clip = intersection(state.clip, roundedOut(device));
+    state.full = intersection(state.full, roundedIn(device));
+    state.isSolid = state.isSolid && isUpright(state.toDevice);
+}
+
+void SceneRecording::pushOpacity(double opacity) {
+    State& state = push(Kind::Opacity, {});
+    state.isSolid = state.isSolid && opacity >= 1;
+    steps_.back().opacity = opacity;
+}
+
+void SceneRecording::pop() {
+    steps_[states_.back().step].end = steps_.size();
+    states_.pop_back();
+    add(Kind::Pop, {});
+}
+
+void SceneRecording::fillColor(const CGRect& rect, const UIColor& color) {
+    addPaint(Kind::Color, rect, color.alpha >= 1);
+    steps_.back().color = color;
+}
+
+void SceneRecording::fillGradient(const CGRect& rect, const CGGradient& gradient) {
+    addPaint(Kind::Gradient, rect,
+             std::all_of(gradient.colors.begin(), gradient.colors.end(),
+                         [](const UIColor& color) { return color.alpha >= 1; }));
+    steps_.back().gradient = &gradient;
+}
+
+void SceneRecording::drawPicture(const CGRect& rect, const std::shared_ptr<const Bitmap>& picture) {
+    addPaint(Kind::Picture, rect, picture && picture->isOpaque());
+    steps_.back().picture = picture;
+}
+
+void SceneRecording::drawForeign(const CGRect& rect, host::ForeignContent& content) {
+    keepClipOpen();
+    add(Kind::Foreign, rect).foreign = &content;
+}
+
+/// The innermost clip holds what cannot be painted into one node.
+void SceneRecording::keepClipOpen() {
+    if (states_.back().openClip != kNone)
+        steps_[states_.back().openClip].isOneNode = false;
+}
+
+void SceneRecording::addPaint(Kind kind, const CGRect& rect, bool isOpaque) {
+    const State& state = states_.back();
+    const CGRect device = state.toDevice.apply(rect);
+    Step& step = add(kind, rect);
+    step.isPaint = true;
+    step.touched = intersection(state.clip, roundedOut(device));
+    if (isOpaque && state.isSolid && isUpright(state.toDevice))
+        step.hidden = intersection(state.full, roundedIn(device));
+}
+
+void SceneRecording::finish() {
+    findCovered();
+    for (std::size_t i = 0; i < steps_.size(); ++i)
+        steps_[i].isOneNode = steps_[i].isOneNode && holdsManyPaints(i);
+}
+
+bool SceneRecording::holdsManyPaints(std::size_t clip) const {
+    const auto first = steps_.begin() + static_cast<std::ptrdiff_t>(clip);
+    const auto end = steps_.begin() + static_cast<std::ptrdiff_t>(steps_[clip].end);
+    return std::count_if(first, end, [](const Step& step) {
+               return step.isPaint && !step.isCovered;
+           }) >= kManyPaints;
+}
+
+void SceneRecording::findCovered() {
+    cairo_region_t* hidden = cairo_region_create();
+    for (auto step = steps_.rbegin(); step != steps_.rend(); ++step) {
+        if (!step->isPaint)
+            continue;
+        step->isCovered =
+            isEmpty(step->touched) ||
+            cairo_region_contains_rectangle(hidden, &step->touched) == CAIRO_REGION_OVERLAP_IN;
+        if (!step->isCovered && !isEmpty(step->hidden))
+            cairo_region_union_rectangle(hidden, &step->hidden);
+    }
+    cairo_region_destroy(hidden);
+}
+
+void SceneRecording::replay(std::size_t index, SceneVisitor& visitor) const {
+    const Step& step = steps_[index];
+    if (step.isCovered)
+        return;
+    switch (step.kind) {
+    case Kind::Transform:
+        visitor.pushTransform(step.transform);
+        break;
+    case Kind::Clip:
+        visitor.pushClip(step.rect);
+        break;
+    case Kind::Opacity:
+        visitor.pushOpacity(step.opacity);
+        break;
+    case Kind::Pop:
+        visitor.pop();
+        break;
+    case Kind::Color:
+        visitor.fillColor(step.rect, step.color);
+        break;
+    case Kind::Gradient:
+        visitor.fillGradient(step.rect, *step.gradient);
+        break;
+    case Kind::Picture:
+        visitor.drawPicture(step.rect, step.picture);
+        break;
+    case Kind::Foreign:
+        visitor.drawForeign(step.rect, *step.foreign);
+        break;
+    }
+}
+
+}

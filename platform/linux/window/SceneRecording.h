@@ -1,0 +1,90 @@
+#pragma once
+#include "platform/uikit/SceneVisitor.h"
+
+#include <cairo.h>
+
+#include <vector>
+
+namespace vistrel {
+
+/// One walk over the view tree, kept so that it can be drawn with the least work for the software
+/// renderer.
+///
+/// It finds which of the tree's fills, gradients and pictures later opaque ones hide altogether:
+/// lists lie over their backgrounds, bars over the window. And it finds the clips whose content is
+/// best painted into one render node, since each node costs a bitmap of its own: those of lists.
+class SceneRecording : public SceneVisitor {
+public:
+    void pushTransform(const CGAffineTransform& transform) override;
+    void pushClip(const CGRect& rect) override;
+    void pushOpacity(double opacity) override;
+    void pop() override;
+    void fillColor(const CGRect& rect, const UIColor& color) override;
+    /// The gradient must live until the recording has been drawn.
+    void fillGradient(const CGRect& rect, const CGGradient& gradient) override;
+    void drawPicture(const CGRect& rect, const std::shared_ptr<const Bitmap>& picture) override;
+    /// What foreign content shows is not known here: it hides nothing and is never left out.
+    void drawForeign(const CGRect& rect, host::ForeignContent& content) override;
+
+    /// Before a walk: `pixelsPerUnit` are the device pixels in a unit of what the outermost
+    /// transform leads to.
+    void begin(double pixelsPerUnit);
+    /// After it.
+    void finish();
+
+    /// The calls of the walk, in its order.
+    std::size_t steps() const { return steps_.size(); }
+    /// Whether a step is a paint that nothing would be seen of.
+    bool isCovered(std::size_t step) const { return steps_[step].isCovered; }
+    /// Whether a step is a clip whose content goes into one node. Never one with foreign content or
+    /// another clip in it.
+    bool isOneNode(std::size_t step) const { return steps_[step].isOneNode; }
+    /// The rectangle of a clip, and the step that ends it.
+    const CGRect& rectOf(std::size_t step) const { return steps_[step].rect; }
+    std::size_t endOf(std::size_t clip) const { return steps_[clip].end; }
+
+    /// Makes a step's call again, unless it is covered.
+    void replay(std::size_t step, SceneVisitor& visitor) const;
+
+private:
+    enum class Kind { Transform, Clip, Opacity, Pop, Color, Gradient, Picture, Foreign };
+    /// A call and its arguments, as far as its kind has them.
+    struct Step {
+        Kind kind;
+        CGRect rect;
+        CGAffineTransform transform;
+        double opacity = 1;
+        UIColor color;
+        const CGGradient* gradient = nullptr;
+        std::shared_ptr<const Bitmap> picture;
+        host::ForeignContent* foreign = nullptr;
+        cairo_rectangle_int_t touched{}; ///< all pixels that a paint may change
+        cairo_rectangle_int_t hidden{};  ///< pixels of which it leaves nothing; empty for none
+        bool isPaint = false;
+        bool isCovered = false;
+        bool isOneNode = false;
+        std::size_t end = 0;
+    };
+    /// What the pushes so far come to.
+    struct State {
+        std::size_t step;     ///< that pushed it
+        std::size_t openClip; ///< the step of the innermost clip, or none
+        CGAffineTransform toDevice;
+        cairo_rectangle_int_t clip; ///< whole pixels in which something may be painted
+        cairo_rectangle_int_t full; ///< pixels that the clips leave whole
+        bool isSolid;               ///< no opacity, and no clip that is not an upright rectangle
+    };
+    static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+    Step& add(Kind kind, const CGRect& rect);
+    void addPaint(Kind kind, const CGRect& rect, bool isOpaque);
+    State& push(Kind kind, const CGRect& rect);
+    void keepClipOpen();
+    void findCovered();
+    bool holdsManyPaints(std::size_t clip) const;
+
+    std::vector<Step> steps_;
+    std::vector<State> states_;
+};
+
+}

@@ -1,0 +1,109 @@
+#include "platform/linux/window/GtkSceneVisitor.h"
+
+#include "platform/graphics/Bitmap.h"
+#include "platform/linux/window/SceneRecording.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <memory>
+#include <vector>
+
+namespace vistrel {
+namespace {
+
+constexpr int kSide = 200; ///< pixels
+
+std::shared_ptr<Bitmap> picture(std::uint32_t pixel, bool isOpaque) {
+    auto bitmap = std::make_shared<Bitmap>(30, 20);
+    for (int y = 0; y < bitmap->height(); ++y)
+        std::fill_n(bitmap->row(y), bitmap->width(), pixel);
+    bitmap->setOpaque(isOpaque);
+    return bitmap;
+}
+
+using Pixels = std::vector<std::uint32_t>;
+
+/// What the software renderer makes of a snapshot.
+Pixels rendered(GtkSnapshot* snapshot) {
+    Pixels pixels(static_cast<std::size_t>(kSide) * kSide);
+    cairo_surface_t* surface =
+        cairo_image_surface_create_for_data(reinterpret_cast<unsigned char*>(pixels.data()),
+                                            CAIRO_FORMAT_ARGB32, kSide, kSide, kSide * 4);
+    cairo_t* cairo = cairo_create(surface);
+    GskRenderNode* node = gtk_snapshot_free_to_node(snapshot);
+    gsk_render_node_draw(node, cairo);
+    gsk_render_node_unref(node);
+    cairo_destroy(cairo);
+    cairo_surface_destroy(surface);
+    return pixels;
+}
+
+/// A list of five rows that is scrolled a little, under a window's scale.
+class List {
+public:
+    explicit List(double scale)
+        : scale_(scale) {}
+
+    void walk(SceneVisitor& scene) const {
+        scene.pushTransform(CGAffineTransformMakeScale(scale_, scale_));
+        scene.pushTransform(CGAffineTransformMakeTranslation(10, 20));
+        scene.pushClip(CGRectMake(5, 10, 60, 50));
+        for (int row = 0; row < 5; ++row) {
+            scene.pushTransform(CGAffineTransformMakeTranslation(0, 12.0 * row + 4));
+            scene.fillColor(CGRectMake(0, 0, 80, 12), UIColor{0.2F * row, 0.5, 0, 1});
+            scene.drawPicture(CGRectMake(2, 2, 15, 10), row % 2 == 0 ? red_ : faint_);
+            scene.pop();
+        }
+        scene.fillGradient(CGRectMake(0, 10, 80, 8), fade_);
+        scene.pushOpacity(0.5);
+        scene.fillColor(CGRectMake(30, 20, 20, 20), UIColor{0, 0, 1, 1});
+        scene.fillColor(CGRectMake(40, 30, 20, 20), UIColor{1, 1, 1, 1});
+        scene.pop();
+        scene.pop();
+        scene.pop();
+        scene.pop();
+    }
+
+private:
+    double scale_;
+    std::shared_ptr<const Bitmap> red_ = picture(0xFFFF0000, true);
+    std::shared_ptr<const Bitmap> faint_ = picture(0x80008000, false);
+    CGGradient fade_{{{0, 0, 0, 1}, {1, 1, 1, 0.5}}, {}};
+};
+
+int largestDifference(const Pixels& one, const Pixels& other) {
+    int largest = 0;
+    for (std::size_t i = 0; i < one.size(); ++i)
+        for (unsigned shift = 0; shift < 32; shift += 8)
+            largest = std::max(largest, std::abs(static_cast<int>(one[i] >> shift & 0xFF) -
+                                                 static_cast<int>(other[i] >> shift & 0xFF)));
+    return largest;
+}
+
+TEST(GtkSceneVisitorTest, AListInOneNodeLooksLikeOneInManyNodes) {
+    // Makes the nodes' types known, also where there is no display to be opened.
+    gtk_init_check();
+    for (const double scale : {1.0, 1.5, 2.0}) {
+        const List list(scale);
+        PictureNodes nodes;
+        GtkSnapshot* manyNodes = gtk_snapshot_new();
+        GtkSceneVisitor plain(nullptr, manyNodes, nodes);
+        list.walk(plain);
+
+        SceneRecording recording;
+        recording.begin(1);
+        list.walk(recording);
+        recording.finish();
+        ASSERT_TRUE(recording.isOneNode(2)) << "or nothing is compared";
+        GtkSnapshot* oneNode = gtk_snapshot_new();
+        GtkSceneVisitor visitor(nullptr, oneNode, nodes);
+        visitor.draw(recording);
+
+        const Pixels expected = rendered(manyNodes);
+        EXPECT_NE(expected, Pixels(expected.size())) << "or nothing is compared";
+        EXPECT_LE(largestDifference(rendered(oneNode), expected), 1) << "at a scale of " << scale;
+    }
+}
+
+}
+}
