@@ -4,6 +4,7 @@
 #include "platform/linux/web/WebKitPolicy.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <utility>
 
@@ -14,10 +15,13 @@ namespace {
 /// The phone lays a page that says nothing of its width out at most this wide.
 constexpr double kWidestLayout = 980;
 
-/// How wide the page wants to be and how wide it is shown, both in its own pixels.
+/// How wide the page wants to be, and how wide it is shown, both in its own pixels.
 constexpr const char* kWidthScript =
     "(function(){var d=document.documentElement,b=document.body;"
-    "return Math.max(d?d.scrollWidth:0,b?b.scrollWidth:0)/Math.max(1,window.innerWidth);})()";
+    "return Math.max(d?d.scrollWidth:0,b?b.scrollWidth:0)+' '+window.innerWidth;})()";
+/// A page that has loaded before it has its place is measured again when it may have it.
+constexpr guint kMeasureAgainMilliseconds = 50;
+constexpr int kMeasures = 100;
 
 struct Evaluation {
     std::function<void(const std::string&)> done;
@@ -137,17 +141,41 @@ double WebKitPage::unitsPerPoint(double pixelsPerPoint) {
 }
 
 void WebKitPage::fitToWidth() {
+    --measuresLeft_;
     evaluate(kWidthScript, [weak = Weak(self_)](const std::string& answer) {
-        const double ratio = std::strtod(answer.c_str(), nullptr);
-        auto self = weak.lock();
-        if (!self || !(ratio > 1.01))
-            return;
-        WebKitPage& page = **self;
-        const double width = gtk_widget_get_width(page.widget()) / page.pixelsPerPoint_;
-        const double narrowest = width > 0 ? width / kWidestLayout : 1 / ratio;
-        page.fit_ = std::min(1.0, std::max(page.fit_ / ratio, narrowest));
-        page.applyZoom();
+        if (const auto self = weak.lock())
+            (*self)->fitTo(answer);
     });
+}
+
+void WebKitPage::fitTo(const std::string& measured) {
+    char* end = nullptr;
+    const double wanted = std::strtod(measured.c_str(), &end);
+    const double shown = std::strtod(end, nullptr);
+    const double place = gtk_widget_get_width(widget()) / (pixelsPerPoint_ * fit_);
+    // The page hears of its place later than the widget.
+    if (place <= 1 || std::abs(shown - place) > std::max(2.0, place / 100)) {
+        measureAgain();
+        return;
+    }
+    const double ratio = wanted / shown;
+    if (!(ratio > 1.01))
+        return;
+    fit_ = std::min(1.0, std::max(fit_ / ratio, place * fit_ / kWidestLayout));
+    applyZoom();
+}
+
+void WebKitPage::measureAgain() {
+    if (measuresLeft_ <= 0)
+        return;
+    g_timeout_add_full(
+        G_PRIORITY_DEFAULT, kMeasureAgainMilliseconds,
+        +[](gpointer weak) -> gboolean {
+            if (const auto self = static_cast<Weak*>(weak)->lock())
+                (*self)->fitToWidth();
+            return G_SOURCE_REMOVE;
+        },
+        new Weak(self_), +[](gpointer weak) { delete static_cast<Weak*>(weak); });
 }
 
 void WebKitPage::applyZoom() {
@@ -223,12 +251,14 @@ void WebKitPage::decideResponse(WebKitResponsePolicyDecision* decision) {
 void WebKitPage::loadChanged(WebKitLoadEvent event) {
     if (event == WEBKIT_LOAD_STARTED) {
         loading_ = true;
+        measuresLeft_ = 0;
         if (client_)
             client_->webPageDidStartLoad();
     } else if (event == WEBKIT_LOAD_COMMITTED) {
         fit_ = 1;
         applyZoom();
     } else if (event == WEBKIT_LOAD_FINISHED) {
+        measuresLeft_ = kMeasures;
         if (scalesPageToFit_)
             fitToWidth();
         if (std::exchange(loading_, false) && client_)

@@ -56,6 +56,8 @@ private:
     void webProcessTerminated();
     void failLoad(const host::WebError& error);
     void fitToWidth();
+    void fitTo(const std::string& measured);
+    void measureAgain();
     void applyZoom();
 
     NativeReference<WebKitWebView> view_;
@@ -67,6 +69,7 @@ private:
     bool scalesPageToFit_ = false;
     double pixelsPerPoint_ = 1;
     double fit_ = 1;
+    int measuresLeft_ = 0; ///< of the width, for this load
 };
 
 }

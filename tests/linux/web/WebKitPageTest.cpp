@@ -15,6 +15,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace vistrel {
@@ -96,6 +97,10 @@ protected:
         page_ = engine_->createPage();
         ASSERT_TRUE(page_) << log_;
         page_->setClient(&client_);
+        putIntoWindow();
+    }
+
+    void putIntoWindow() {
         auto* content = dynamic_cast<GtkForeignContent*>(page_.get());
         ASSERT_TRUE(content);
         window_ = gtk_window_new();
@@ -373,6 +378,27 @@ TEST_F(WebKitPageTest, AWidePageIsScaledToTheWidthAndANarrowOneIsNot) {
     ASSERT_TRUE(load("/narrow"));
     turnFor(0.3);
     EXPECT_EQ(evaluate("window.innerWidth"), "320");
+}
+
+TEST_F(WebKitPageTest, APageThatHasLoadedBeforeItHasAPlaceIsFittedToThatPlace) {
+    page("/wide", "<body style='margin:0'><div style='width:800px;height:10px'></div></body>");
+    page("/narrow", "<body style='margin:0'><p>few words</p></body>");
+    for (const auto& [path, least, most] :
+         {std::tuple("/narrow", 320, 320), std::tuple("/wide", 799, 820)}) {
+        closePage();
+        page_ = engine_->createPage();
+        ASSERT_TRUE(page_) << log_;
+        page_->setClient(&client_);
+        page_->setScalesPageToFit(true);
+        ASSERT_TRUE(load(path));
+        turnFor(0.2);
+        putIntoWindow();
+        ASSERT_TRUE(turnUntil([&] { return gtk_widget_get_width(window_) >= 320; }));
+        turnFor(0.5);
+        const int width = std::atoi(evaluate("window.innerWidth").c_str());
+        EXPECT_GE(width, least) << path;
+        EXPECT_LE(width, most) << path;
+    }
 }
 
 TEST_F(WebKitPageTest, ADoubledScreenShowsTheSameLayoutWithTwiceThePixels) {
