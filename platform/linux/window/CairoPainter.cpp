@@ -69,10 +69,8 @@ void CairoPainter::fillGradient(const CGRect& rect, const CGGradient& gradient) 
 }
 
 void CairoPainter::drawPicture(const CGRect& rect, const std::shared_ptr<const Bitmap>& picture) {
-    cairo_save(cairo_);
-    cairo_translate(cairo_, rect.origin.x, rect.origin.y);
-    paintSurface(cairo_, pictures_.surfaceFor(picture), rect.size);
-    cairo_restore(cairo_);
+    if (picture && !rect.isEmpty())
+        paintPicture(cairo_, pictures_.pixelsOf(picture), rect);
 }
 
 }

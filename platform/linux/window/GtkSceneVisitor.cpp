@@ -81,8 +81,18 @@ void GtkSceneVisitor::draw(const SceneRecording& recording) {
 }
 
 void GtkSceneVisitor::paintIntoOneNode(const SceneRecording& recording, std::size_t clip) {
-    const graphene_rect_t bounds = grapheneRect(recording.rectOf(clip));
+    // The same node as in the last frame tells the renderer that nothing has changed there.
+    const std::uint64_t fingerprint = recording.fingerprintOf(clip);
+    if (GskRenderNode* kept = nodes_.groupWith(fingerprint)) {
+        for (std::size_t step = clip + 1; step < recording.endOf(clip); ++step)
+            if (const auto& picture = recording.pictureOf(step);
+                picture && !recording.isCovered(step))
+                nodes_.pixelsOf(picture);
+        gtk_snapshot_append_node(snapshot_, kept);
+        return;
+    }
     // A node of our own: the snapshot's own way to one misplaces it under a scale.
+    const graphene_rect_t bounds = grapheneRect(recording.rectOf(clip));
     GskRenderNode* node = gsk_cairo_node_new(&bounds);
     {
         CairoPainter painter(gsk_cairo_node_get_draw_context(node), nodes_);
@@ -90,7 +100,7 @@ void GtkSceneVisitor::paintIntoOneNode(const SceneRecording& recording, std::siz
             recording.replay(step, painter);
     }
     gtk_snapshot_append_node(snapshot_, node);
-    gsk_render_node_unref(node);
+    nodes_.keepGroup(fingerprint, node);
 }
 
 void GtkSceneVisitor::pushTransform(const CGAffineTransform& transform) {

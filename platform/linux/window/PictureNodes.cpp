@@ -20,23 +20,26 @@ void dropReference(void* reference) {
 }
 
 /// The bitmap's memory where it lies.
-cairo_surface_t* makeSurface(const PictureReference& picture) {
+cairo_pattern_t* makePixels(const PictureReference& picture) {
     static const cairo_user_data_key_t key{};
     cairo_surface_t* surface = cairo_image_surface_create_for_data(
         const_cast<unsigned char*>(picture->data()),
         picture->isOpaque() ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32, picture->width(),
         picture->height(), picture->stride());
     cairo_surface_set_user_data(surface, &key, new PictureReference(picture), dropReference);
-    return surface;
+    cairo_pattern_t* pixels = cairo_pattern_create_for_surface(surface);
+    cairo_surface_destroy(surface);
+    cairo_pattern_set_extend(pixels, CAIRO_EXTEND_PAD);
+    return pixels;
 }
 
-/// The surface must outlive the node, which would else take a copy of it.
-GskRenderNode* makePaintingNode(cairo_surface_t* surface, CGSize size) {
+/// The pixels must outlive the node, which would else take a copy of them.
+GskRenderNode* makePaintingNode(cairo_pattern_t* pixels, CGSize size) {
     const graphene_rect_t bounds =
         grapheneRectangle(0, 0, static_cast<float>(size.width), static_cast<float>(size.height));
     GskRenderNode* node = gsk_cairo_node_new(&bounds);
     cairo_t* cairo = gsk_cairo_node_get_draw_context(node);
-    paintSurface(cairo, surface, size);
+    paintPicture(cairo, pixels, {{}, size});
     cairo_destroy(cairo);
     return node;
 }
@@ -58,17 +61,22 @@ GskRenderNode* makeTextureNode(const PictureReference& picture, CGSize size) {
 
 }
 
-void paintSurface(cairo_t* cairo, cairo_surface_t* surface, CGSize size) {
-    const double width = cairo_image_surface_get_width(surface);
-    const double height = cairo_image_surface_get_height(surface);
-    cairo_scale(cairo, size.width / width, size.height / height);
-    cairo_set_source_surface(cairo, surface, 0, 0);
-    cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_PAD);
-    cairo_rectangle(cairo, 0, 0, width, height);
+void paintPicture(cairo_t* cairo, cairo_pattern_t* pixels, const CGRect& rect) {
+    cairo_surface_t* surface = nullptr;
+    cairo_pattern_get_surface(pixels, &surface);
+    const double across = cairo_image_surface_get_width(surface) / rect.size.width;
+    const double down = cairo_image_surface_get_height(surface) / rect.size.height;
+    const cairo_matrix_t toPixels{
+        across, 0, 0, down, -rect.origin.x * across, -rect.origin.y * down};
+    cairo_pattern_set_matrix(pixels, &toPixels);
+    cairo_set_source(cairo, pixels);
+    cairo_rectangle(cairo, rect.origin.x, rect.origin.y, rect.size.width, rect.size.height);
     cairo_fill(cairo);
 }
 
 PictureNodes::~PictureNodes() {
+    for (auto& [fingerprint, group] : groups_)
+        gsk_render_node_unref(group.node);
     for (auto& [bitmap, entry] : entries_)
         release(entry);
     dropRetired(frame_ + 1);
@@ -76,8 +84,8 @@ PictureNodes::~PictureNodes() {
 
 void PictureNodes::release(Entry& entry) {
     g_clear_pointer(&entry.node, gsk_render_node_unref);
-    if (entry.surface)
-        retired_.push_back({std::exchange(entry.surface, nullptr), frame_});
+    if (entry.pixels)
+        retired_.push_back({std::exchange(entry.pixels, nullptr), frame_});
 }
 
 void PictureNodes::dropRetired(std::uint64_t before) {
@@ -85,7 +93,7 @@ void PictureNodes::dropRetired(std::uint64_t before) {
         std::find_if(retired_.begin(), retired_.end(),
                      [before](const Retired& retired) { return retired.frame >= before; });
     std::for_each(retired_.begin(), kept,
-                  [](const Retired& retired) { cairo_surface_destroy(retired.surface); });
+                  [](const Retired& retired) { cairo_pattern_destroy(retired.pixels); });
     retired_.erase(retired_.begin(), kept);
 }
 
@@ -99,11 +107,11 @@ PictureNodes::Entry& PictureNodes::entryFor(const std::shared_ptr<const Bitmap>&
     return entry;
 }
 
-cairo_surface_t* PictureNodes::surfaceFor(const std::shared_ptr<const Bitmap>& picture) {
+cairo_pattern_t* PictureNodes::pixelsOf(const std::shared_ptr<const Bitmap>& picture) {
     Entry& entry = entryFor(picture);
-    if (!entry.surface)
-        entry.surface = makeSurface(picture);
-    return entry.surface;
+    if (!entry.pixels)
+        entry.pixels = makePixels(picture);
+    return entry.pixels;
 }
 
 PictureNodes::Node PictureNodes::nodeFor(const std::shared_ptr<const Bitmap>& picture,
@@ -111,13 +119,31 @@ PictureNodes::Node PictureNodes::nodeFor(const std::shared_ptr<const Bitmap>& pi
     Entry& entry = entryFor(picture);
     if (!entry.node) {
         entry.size = size;
-        entry.node = software_ ? makePaintingNode(surfaceFor(picture), size)
-                               : makeTextureNode(picture, size);
+        entry.node =
+            software_ ? makePaintingNode(pixelsOf(picture), size) : makeTextureNode(picture, size);
     }
     return {entry.node, entry.size};
 }
 
+GskRenderNode* PictureNodes::groupWith(std::uint64_t fingerprint) {
+    const auto found = groups_.find(fingerprint);
+    if (found == groups_.end())
+        return nullptr;
+    found->second.lastFrame = frame_;
+    return found->second.node;
+}
+
+void PictureNodes::keepGroup(std::uint64_t fingerprint, GskRenderNode* node) {
+    groups_.emplace(fingerprint, Group{node, frame_});
+}
+
 void PictureNodes::frameEnded() {
+    std::erase_if(groups_, [this](const auto& entry) {
+        const bool isOld = entry.second.lastFrame != frame_;
+        if (isOld)
+            gsk_render_node_unref(entry.second.node);
+        return isOld;
+    });
     ++frame_;
     if (frame_ > kFramesRetired)
         dropRetired(frame_ - kFramesRetired);

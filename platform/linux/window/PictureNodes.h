@@ -11,8 +11,8 @@
 
 namespace vistrel {
 
-/// Paints the whole surface over (0, 0) to `size`.
-void paintSurface(cairo_t* cairo, cairo_surface_t* surface, CGSize size);
+/// Paints a whole picture, given as the pattern of its pixels, over a rectangle.
+void paintPicture(cairo_t* cairo, cairo_pattern_t* pixels, const CGRect& rect);
 
 /// Render nodes of finished pictures, made once for each picture and content. With the software
 /// renderer a node paints the picture's memory directly; with a GPU it is a texture that stays
@@ -33,7 +33,13 @@ public:
 
     /// The picture's memory as it lies, to be painted from in this frame. For the software
     /// renderer.
-    cairo_surface_t* surfaceFor(const std::shared_ptr<const Bitmap>& picture);
+    cairo_pattern_t* pixelsOf(const std::shared_ptr<const Bitmap>& picture);
+
+    /// A node of several pictures that was kept in the last frame or in this one; null when there
+    /// is none with this fingerprint. Its pictures must be asked for as well, so that they stay.
+    GskRenderNode* groupWith(std::uint64_t fingerprint);
+    /// Keeps such a node, and takes over the caller's reference.
+    void keepGroup(std::uint64_t fingerprint, GskRenderNode* node);
 
     void setSoftwareRenderer(bool software) { software_ = software; }
     bool isForSoftwareRenderer() const { return software_; }
@@ -45,15 +51,19 @@ private:
     struct Entry {
         std::shared_ptr<const Bitmap> picture;
         std::uint64_t generation = 0;
-        GskRenderNode* node = nullptr;      ///< null until it is asked for
-        cairo_surface_t* surface = nullptr; ///< null where nothing is painted from it
+        GskRenderNode* node = nullptr;     ///< null until it is asked for
+        cairo_pattern_t* pixels = nullptr; ///< null where nothing is painted from it
         CGSize size;
         std::uint64_t lastFrame = 0;
     };
-    /// A node's surface that the toolkit may still paint from.
+    /// Pixels that the toolkit may still paint from.
     struct Retired {
-        cairo_surface_t* surface;
+        cairo_pattern_t* pixels;
         std::uint64_t frame;
+    };
+    struct Group {
+        GskRenderNode* node;
+        std::uint64_t lastFrame;
     };
     Entry& entryFor(const std::shared_ptr<const Bitmap>& picture);
     void release(Entry& entry);
@@ -61,6 +71,7 @@ private:
 
     std::unordered_map<const Bitmap*, Entry> entries_;
     std::vector<Retired> retired_; ///< oldest first
+    std::unordered_map<std::uint64_t, Group> groups_;
     std::uint64_t frame_ = 0;
     bool software_ = true;
 };

@@ -4,6 +4,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <cstring>
+#include <type_traits>
 
 namespace vistrel {
 
@@ -44,6 +47,26 @@ Pixels intersection(const Pixels& a, const Pixels& b) {
     return {left, top, std::max(0, std::min(a.x + a.width, b.x + b.width) - left),
             std::max(0, std::min(a.y + a.height, b.y + b.height) - top)};
 }
+
+/// Mixes values of any plain type, word by word (after the finaliser of MurmurHash3).
+class Fingerprint {
+public:
+    template <typename Value>
+    void add(const Value& value) {
+        static_assert(std::is_trivially_copyable_v<Value>);
+        for (std::size_t at = 0; at < sizeof value; at += sizeof(std::uint64_t)) {
+            std::uint64_t word = 0;
+            std::memcpy(&word, reinterpret_cast<const std::byte*>(&value) + at,
+                        std::min(sizeof word, sizeof value - at));
+            value_ = (value_ ^ word) * 0xFF51AFD7ED558CCD;
+            value_ ^= value_ >> 33;
+        }
+    }
+    std::uint64_t value() const { return value_; }
+
+private:
+    std::uint64_t value_ = 0x9E3779B97F4A7C15;
+};
 
 bool isEmpty(const Pixels& pixels) {
     return pixels.width == 0 || pixels.height == 0;
@@ -168,6 +191,42 @@ void SceneRecording::findCovered() {
             cairo_region_union_rectangle(hidden, &step->hidden);
     }
     cairo_region_destroy(hidden);
+}
+
+std::uint64_t SceneRecording::fingerprintOf(std::size_t clip) const {
+    Fingerprint print;
+    print.add(steps_[clip].rect);
+    for (std::size_t i = clip + 1; i < steps_[clip].end; ++i) {
+        const Step& step = steps_[i];
+        if (step.isCovered)
+            continue;
+        print.add(step.kind);
+        print.add(step.rect);
+        switch (step.kind) {
+        case Kind::Transform:
+            print.add(step.transform);
+            break;
+        case Kind::Opacity:
+            print.add(step.opacity);
+            break;
+        case Kind::Color:
+            print.add(step.color);
+            break;
+        case Kind::Gradient:
+            for (const UIColor& color : step.gradient->colors)
+                print.add(color);
+            for (const double location : step.gradient->locations)
+                print.add(location);
+            break;
+        case Kind::Picture:
+            print.add(step.picture.get());
+            print.add(step.picture ? step.picture->generation() : 0);
+            break;
+        default:
+            break;
+        }
+    }
+    return print.value();
 }
 
 void SceneRecording::replay(std::size_t index, SceneVisitor& visitor) const {

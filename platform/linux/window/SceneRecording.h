@@ -3,6 +3,7 @@
 
 #include <cairo.h>
 
+#include <cstdint>
 #include <vector>
 
 namespace vistrel {
@@ -42,6 +43,15 @@ public:
     /// The rectangle of a clip, and the step that ends it.
     const CGRect& rectOf(std::size_t step) const { return steps_[step].rect; }
     std::size_t endOf(std::size_t clip) const { return steps_[clip].end; }
+
+    /// A number made of everything that is drawn between a clip and its end: one that differs when
+    /// what would be painted does.
+    std::uint64_t fingerprintOf(std::size_t clip) const;
+
+    /// The picture of a step; null when it draws none.
+    const std::shared_ptr<const Bitmap>& pictureOf(std::size_t step) const {
+        return steps_[step].picture;
+    }
 
     /// Makes a step's call again, unless it is covered.
     void replay(std::size_t step, SceneVisitor& visitor) const;

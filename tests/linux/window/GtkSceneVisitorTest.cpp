@@ -64,9 +64,11 @@ public:
         scene.pop();
     }
 
+    void repaintAPicture() { red_->contentChanged(); }
+
 private:
     double scale_;
-    std::shared_ptr<const Bitmap> red_ = picture(0xFFFF0000, true);
+    std::shared_ptr<Bitmap> red_ = picture(0xFFFF0000, true);
     std::shared_ptr<const Bitmap> faint_ = picture(0x80008000, false);
     CGGradient fade_{{{0, 0, 0, 1}, {1, 1, 1, 0.5}}, {}};
 };
@@ -103,6 +105,37 @@ TEST(GtkSceneVisitorTest, AListInOneNodeLooksLikeOneInManyNodes) {
         EXPECT_NE(expected, Pixels(expected.size())) << "or nothing is compared";
         EXPECT_LE(largestDifference(rendered(oneNode), expected), 1) << "at a scale of " << scale;
     }
+}
+
+/// The node that a frame makes of a list.
+GskRenderNode* nodeOfFrame(const List& list, PictureNodes& nodes) {
+    SceneRecording recording;
+    recording.begin(1);
+    list.walk(recording);
+    recording.finish();
+    GtkSnapshot* snapshot = gtk_snapshot_new();
+    GtkSceneVisitor visitor(nullptr, snapshot, nodes);
+    visitor.draw(recording);
+    nodes.frameEnded();
+    GskRenderNode* root = gtk_snapshot_free_to_node(snapshot);
+    GskRenderNode* child = gsk_transform_node_get_child(root);
+    gsk_render_node_ref(child);
+    gsk_render_node_unref(root);
+    return child;
+}
+
+TEST(GtkSceneVisitorTest, AListKeepsItsNodeUntilSomethingInItChanges) {
+    gtk_init_check();
+    PictureNodes nodes;
+    List list(1);
+    GskRenderNode* first = nodeOfFrame(list, nodes);
+    GskRenderNode* same = nodeOfFrame(list, nodes);
+    EXPECT_EQ(first, same);
+    list.repaintAPicture();
+    GskRenderNode* other = nodeOfFrame(list, nodes);
+    EXPECT_NE(other, same);
+    for (GskRenderNode* node : {first, same, other})
+        gsk_render_node_unref(node);
 }
 
 }
