@@ -90,7 +90,7 @@ VISTREL_VBMI std::size_t encodeBlocks(const char* alphabet, const unsigned char*
                                       std::size_t size, char* out) {
     static constexpr Bytes kToLanes = bytesToLanes<Shift>();
     static constexpr Bytes kPlaces = indexPlaces<Shift>();
-    constexpr std::size_t kStep = 8 * Shift;
+    constexpr std::size_t kStep = std::size_t{8} * Shift;
     if (size < kStep)
         return encodeShort<Shift>(alphabet, bytes, size, out);
     const Register characters = repeated<Shift>(alphabet);

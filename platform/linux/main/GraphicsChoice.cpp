@@ -24,7 +24,8 @@ void chooseRenderer() {
         return;
     setenv("GSK_RENDERER", "cairo", 0);
     setenv("GDK_DEBUG", "gl-disable", 0);
-    // The page engine would look for GL at its start all the same, and the first page wait for that.
+    // The page engine would look for GL at its start all the same, and the first page wait for
+    // that.
     setenv("WEBKIT_DISABLE_COMPOSITING_MODE", "1", 0);
 }
 

@@ -219,7 +219,7 @@ std::uint64_t SceneRecording::fingerprintOf(std::size_t clip) const {
                 print.add(location);
             break;
         case Kind::Picture:
-            print.add(step.picture.get());
+            print.add(reinterpret_cast<std::uintptr_t>(step.picture.get()));
             print.add(step.picture ? step.picture->generation() : 0);
             break;
         default:
