@@ -33,7 +33,7 @@ measure() {
     start=$(date +%s%N)
     exec {out}< <(exec "$@" 2>/dev/null)
     pid=$!
-    while read -r -t 30 -u "$out" line && [ "$line" != shown ]; do said=$line; done
+    while read -r -t 60 -u "$out" line && [ "$line" != shown ]; do said=$line; done
     elapsed=$((($(date +%s%N) - start) / 1000))
     if [ "$memory" = yes ]; then
         sleep 1

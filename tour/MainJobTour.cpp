@@ -63,9 +63,12 @@ void addStart(std::vector<TourStep>& steps) {
                      5,
                      0.05});
     steps.push_back({"menu",
-                     "the splash has gone, the main menu is there",
+                     "the splash has gone, the main menu is there with sharp icons",
                      {},
-                     [] { return TourHands::find(Role::Row, "Downloads").has_value(); },
+                     [] {
+                         return TourHands::find(Role::Row, "Downloads").has_value() &&
+                                TourStage::areMenuIconsSharp();
+                     },
                      [] { return countText("%lld rows to be seen", TourHands::count(Role::Row)); },
                      5,
                      0.8});

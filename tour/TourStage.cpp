@@ -4,16 +4,22 @@
 #include "downloads/DownloadsViewController.h"
 #include "platform/foundation/NSFileManager.h"
 #include "platform/foundation/NSURLConnection.h"
+#include "platform/graphics/UIImage.h"
 #include "platform/host/Crypto.h"
 #include "platform/host/Host.h"
 #include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/UITableView.h"
+#include "platform/uikit/UITableViewCell.h"
 #include "settings/Settings.h"
+#include "shell/RootViewController.h"
 #include "shell/VistrelAppDelegate.h"
 #include "web/FileDownloadViewController.h"
 #include "web/OvoMoviePlayerViewController.h"
 #include "web/WebBrowserViewController.h"
 
+#include <algorithm>
 #include <span>
 #include <utility>
 
@@ -22,6 +28,7 @@ namespace vistrel::TourStage {
 namespace {
 
 constexpr std::size_t kDigestDigits = 64;
+constexpr double kSharpestPictures = 3; ///< pixels a point
 
 /// Collects a short text answer.
 class TextAnswer : public NSURLConnectionDelegate {
@@ -79,6 +86,18 @@ std::shared_ptr<DownloadsViewController> downloadsScreen() {
 
 bool isMenuOnTop() {
     return navigation().viewControllers().size() == 1;
+}
+
+bool areMenuIconsSharp() {
+    const auto menu = topAs<RootViewController>();
+    if (!menu)
+        return false;
+    const double wanted = std::min(UIImage::screenScale(), kSharpestPictures);
+    const auto cells = menu->tableView()->visibleCells();
+    return std::all_of(cells.begin(), cells.end(), [wanted](const auto& cell) {
+        const auto& icon = cell->imageView().image();
+        return !icon || icon->scale() >= wanted;
+    });
 }
 
 std::shared_ptr<MPMoviePlayerController> movie() {

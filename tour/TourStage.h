@@ -20,6 +20,8 @@ std::shared_ptr<FileDownloadViewController> downloadScreen();
 std::shared_ptr<DownloadsViewController> downloadsScreen();
 /// Whether the main menu is on top.
 bool isMenuOnTop();
+/// Whether the icons of the main menu's rows have as many pixels as the screen shows of them.
+bool areMenuIconsSharp();
 /// The video that plays now; null for none.
 std::shared_ptr<MPMoviePlayerController> movie();
 /// The music player that is open; null for none.

@@ -1,6 +1,5 @@
 #include "platform/linux/window/PhoneWindow.h"
 
-#include "platform/graphics/UIImage.h"
 #include "platform/linux/NativeReference.h"
 #include "platform/uikit/UIApplication.h"
 
@@ -32,17 +31,15 @@ double scaleThatFitsMonitor() {
 }
 
 PhoneWindow::PhoneWindow(double scale)
-    : window_(GTK_WINDOW(gtk_window_new()))
-    , screen_(std::make_unique<ScreenWidget>())
-    , input_(std::make_unique<ScreenInput>(*screen_)) {
+    : window_(GTK_WINDOW(gtk_window_new())) {
     const double factor = scale > 0 ? scale : scaleThatFitsMonitor();
+    screen_ = std::make_unique<ScreenWidget>(factor);
+    input_ = std::make_unique<ScreenInput>(*screen_);
     gtk_window_set_title(window_, "Vistrel");
     // The screen paints all of the window.
     gtk_widget_remove_css_class(GTK_WIDGET(window_), "background");
     gtk_window_set_default_size(window_, static_cast<int>(std::lround(kScreenWidth * factor)),
                                 static_cast<int>(std::lround(kScreenHeight * factor)));
-    // The application takes its first pictures before the window has its size.
-    UIImage::setScreenScale(factor * gtk_widget_get_scale_factor(screen_->widget()));
     gtk_window_set_child(window_, screen_->widget());
     g_signal_connect(window_, "close-request", G_CALLBACK(closeRequested), this);
     g_signal_connect_after(window_, "map", G_CALLBACK(stateChanged), this);

@@ -51,8 +51,9 @@ ScreenWidget* ScreenWidget::of(GtkWidget* widget) {
     return reinterpret_cast<Instance*>(widget)->owner;
 }
 
-ScreenWidget::ScreenWidget()
+ScreenWidget::ScreenWidget(double unitsPerPoint)
     : widget_(GTK_WIDGET(g_object_ref_sink(g_object_new(type(), nullptr))))
+    , expectedUnitsPerPoint_(unitsPerPoint)
     , foreign_(widget_)
     , accessible_(widget_) {
     reinterpret_cast<Instance*>(widget_)->owner = this;
@@ -137,7 +138,7 @@ void ScreenWidget::setFrameHandler(std::function<void(double now)> handler) {
 
 double ScreenWidget::scale() const {
     const double factor = std::min(width() / kScreenWidth, height() / kScreenHeight);
-    return factor <= 0 ? 1 : factor * gtk_widget_get_scale_factor(widget_);
+    return (factor > 0 ? factor : expectedUnitsPerPoint_) * gtk_widget_get_scale_factor(widget_);
 }
 
 CGAffineTransform ScreenWidget::screenTransform() const {

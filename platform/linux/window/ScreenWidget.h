@@ -16,7 +16,9 @@ namespace vistrel {
 /// keys to the application. It is also the layer's display: frames are made only when asked for.
 class ScreenWidget : public host::Display {
 public:
-    ScreenWidget();
+    /// `unitsPerPoint` are the window's units that a point will take, as long as the widget has no
+    /// size: the application asks for its first pictures before that.
+    explicit ScreenWidget(double unitsPerPoint);
     ~ScreenWidget() override;
     ScreenWidget(const ScreenWidget&) = delete;
     ScreenWidget& operator=(const ScreenWidget&) = delete;
@@ -64,6 +66,7 @@ private:
     void fillBeside(GtkSnapshot* snapshot) const;
 
     GtkWidget* widget_;
+    double expectedUnitsPerPoint_;
     PictureNodes nodes_;
     SceneRecording recording_; ///< of the last frame
     ForeignChildren foreign_;
