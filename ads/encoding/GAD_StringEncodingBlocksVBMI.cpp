@@ -35,11 +35,15 @@ constexpr Bytes bytesToLanes() {
     return from;
 }
 
+/// Where the bytes of the joined groups stand. A group of values fills as many bytes as it has
+/// characters and holds its number big-endian in their low end.
 template <unsigned Shift>
-constexpr Bytes lanesToBytes() {
+constexpr Bytes groupsToBytes() {
+    constexpr unsigned kBytes = kGroupBytes<Shift>;
     Bytes from{};
     for (unsigned i = 0; i < 8 * Shift; ++i)
-        from[i] = static_cast<std::uint8_t>(i / Shift * 8 + Shift - 1 - i % Shift);
+        from[i] = static_cast<std::uint8_t>(i / kBytes * kGroupCharacters<Shift> + kBytes - 1 -
+                                            i % kBytes);
     return from;
 }
 
@@ -114,16 +118,24 @@ VISTREL_VBMI std::size_t encodeBlocks(const char* alphabet, const unsigned char*
     return whole;
 }
 
+/// Joins the values of each group, in steps of two until the group is whole.
+template <unsigned Shift>
+VISTREL_VBMI_INLINE Register joinGroups(Register values) {
+    const Register pairs =
+        _mm512_maddubs_epi16(values, _mm512_set1_epi16(static_cast<short>(0x100 | 1 << Shift)));
+    if constexpr (Shift == 4)
+        return pairs;
+    const Register fours = _mm512_madd_epi16(pairs, _mm512_set1_epi32(0x10000 | 1 << 2 * Shift));
+    if constexpr (Shift == 6)
+        return fours;
+    return _mm512_or_si512(_mm512_slli_epi64(fours, 4 * Shift), _mm512_srli_epi64(fours, 32));
+}
+
 /// Joins 64 values to 8 * Shift bytes.
 template <unsigned Shift>
 VISTREL_VBMI_INLINE Register join(Register values) {
-    static constexpr Bytes kToBytes = lanesToBytes<Shift>();
-    const Register pairs =
-        _mm512_maddubs_epi16(values, _mm512_set1_epi16(static_cast<short>(0x100 | 1 << Shift)));
-    const Register fours = _mm512_madd_epi16(pairs, _mm512_set1_epi32(0x10000 | 1 << 2 * Shift));
-    const Register eights =
-        _mm512_or_si512(_mm512_slli_epi64(fours, 4 * Shift), _mm512_srli_epi64(fours, 32));
-    return _mm512_permutexvar_epi8(load(kToBytes.data()), eights);
+    static constexpr Bytes kToBytes = groupsToBytes<Shift>();
+    return _mm512_permutexvar_epi8(load(kToBytes.data()), joinGroups<Shift>(values));
 }
 
 /// Stores the first 8 * Shift bytes, without the stores under a mask that some processors are slow
