@@ -108,4 +108,52 @@ bool compare(const Figure& figure, Ours ours, Peer peer) {
     }
     return report(figure, oursBest, peerBest);
 }
+
+/// Names the one measurement that a program was started anew for.
+constexpr const char* kSoleMeasurement = "VISTREL_BENCH_SOLE_MEASUREMENT";
+constexpr int kAnswer = 3; ///< the descriptor it writes the seconds to
+
+/// The seconds of a measurement in a program started anew; infinite when it fails.
+inline double secondsInNewProgram(const std::string& measurement) {
+    double seconds = std::numeric_limits<double>::infinity();
+    int ends[2];
+    if (pipe(ends) != 0)
+        return seconds;
+    const pid_t child = fork();
+    if (child == 0) {
+        setenv(kSoleMeasurement, measurement.c_str(), 1);
+        dup2(ends[1], kAnswer);
+        execl("/proc/self/exe", "/proc/self/exe", nullptr);
+        _exit(1);
+    }
+    close(ends[1]);
+    if (read(ends[0], &seconds, sizeof seconds) != sizeof seconds)
+        seconds = std::numeric_limits<double>::infinity();
+    close(ends[0]);
+    waitpid(child, nullptr, 0);
+    return seconds;
+}
+
+/// As compare, but for times of a few nanoseconds: each turn is a program started anew, because
+/// where the system happens to put a program decides up to a quarter of such a time. The program
+/// must come to the comparison without printing anything, and names must differ.
+template <typename Ours, typename Peer>
+bool compareInNewPrograms(const Figure& figure, Ours ours, Peer peer) {
+    constexpr int kTurns = 5;
+    const std::string oursName = figure.name + ", ours";
+    const std::string peerName = figure.name + ", the peer";
+    if (const char* sole = std::getenv(kSoleMeasurement)) {
+        if (sole != oursName && sole != peerName)
+            return true;
+        const double seconds = sole == oursName ? bestSeconds(ours) : bestSeconds(peer);
+        _exit(write(kAnswer, &seconds, sizeof seconds) == sizeof seconds ? 0 : 1);
+    }
+    double oursBest = std::numeric_limits<double>::infinity();
+    double peerBest = oursBest;
+    for (int turn = 0; turn < kTurns; ++turn) {
+        oursBest = std::min(oursBest, secondsInNewProgram(oursName));
+        peerBest = std::min(peerBest, secondsInNewProgram(peerName));
+    }
+    return report(figure, oursBest, peerBest);
+}
 }
