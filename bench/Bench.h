@@ -70,30 +70,42 @@ double bestSeconds(Work& work) {
     return best;
 }
 
-/// The same, in a process of its own: what one contender leaves behind in the heap must not slow
-/// the other down. Each turn has its stack and its heap in other places: whether the low bits of
-/// two addresses agree can make half of the time of a few nanoseconds. Infinite when the process
-/// fails.
-template <typename Work>
-double bestSecondsApart(Work& work, int turn) {
-    double best = std::numeric_limits<double>::infinity();
+/// The seconds that a process of its own writes to the descriptor it is given, and ends; infinite
+/// when it fails.
+template <typename Child>
+double secondsFromChild(Child child) {
+    double seconds = std::numeric_limits<double>::infinity();
     int ends[2];
     if (pipe(ends) != 0)
-        return best;
-    const pid_t child = fork();
-    if (child == 0) {
+        return seconds;
+    const pid_t process = fork();
+    if (process == 0) {
+        child(ends[1]);
+        _exit(1);
+    }
+    close(ends[1]);
+    if (read(ends[0], &seconds, sizeof seconds) != sizeof seconds)
+        seconds = std::numeric_limits<double>::infinity();
+    close(ends[0]);
+    waitpid(process, nullptr, 0);
+    return seconds;
+}
+
+[[noreturn]] inline void answer(int descriptor, double seconds) {
+    _exit(write(descriptor, &seconds, sizeof seconds) == sizeof seconds ? 0 : 1);
+}
+
+/// The best seconds in a process of its own: what one contender leaves behind in the heap must not
+/// slow the other down. Each turn has its stack and its heap in other places: whether the low bits
+/// of two addresses agree can make half of the time of a few nanoseconds.
+template <typename Work>
+double bestSecondsApart(Work& work, int turn) {
+    return secondsFromChild([&](int descriptor) {
         const std::size_t moved = static_cast<std::size_t>(turn) * 1072 + 16;
         keep(alloca(moved));
         keep(std::malloc(moved));
-        const double seconds = bestSeconds(work);
-        _exit(write(ends[1], &seconds, sizeof seconds) == sizeof seconds ? 0 : 1);
-    }
-    close(ends[1]);
-    if (read(ends[0], &best, sizeof best) != sizeof best)
-        best = std::numeric_limits<double>::infinity();
-    close(ends[0]);
-    waitpid(child, nullptr, 0);
-    return best;
+        answer(descriptor, bestSeconds(work));
+    });
 }
 
 /// Runs both in turns and compares their best rounds, so that a busy machine disturbs both alike.
@@ -115,23 +127,11 @@ constexpr int kAnswer = 3; ///< the descriptor it writes the seconds to
 
 /// The seconds of a measurement in a program started anew; infinite when it fails.
 inline double secondsInNewProgram(const std::string& measurement) {
-    double seconds = std::numeric_limits<double>::infinity();
-    int ends[2];
-    if (pipe(ends) != 0)
-        return seconds;
-    const pid_t child = fork();
-    if (child == 0) {
+    return secondsFromChild([&](int descriptor) {
         setenv(kSoleMeasurement, measurement.c_str(), 1);
-        dup2(ends[1], kAnswer);
+        dup2(descriptor, kAnswer);
         execl("/proc/self/exe", "/proc/self/exe", nullptr);
-        _exit(1);
-    }
-    close(ends[1]);
-    if (read(ends[0], &seconds, sizeof seconds) != sizeof seconds)
-        seconds = std::numeric_limits<double>::infinity();
-    close(ends[0]);
-    waitpid(child, nullptr, 0);
-    return seconds;
+    });
 }
 
 /// As compare, but for times of a few nanoseconds: each turn is a program started anew, because
@@ -145,8 +145,7 @@ bool compareInNewPrograms(const Figure& figure, Ours ours, Peer peer) {
     if (const char* sole = std::getenv(kSoleMeasurement)) {
         if (sole != oursName && sole != peerName)
             return true;
-        const double seconds = sole == oursName ? bestSeconds(ours) : bestSeconds(peer);
-        _exit(write(kAnswer, &seconds, sizeof seconds) == sizeof seconds ? 0 : 1);
+        answer(kAnswer, sole == oursName ? bestSeconds(ours) : bestSeconds(peer));
     }
     double oursBest = std::numeric_limits<double>::infinity();
     double peerBest = oursBest;

@@ -37,17 +37,17 @@ std::size_t decodeGroups(const ReverseMap& values, const char* text, std::size_t
     }
     return at;
 }
+
+struct Form {
+    template <unsigned Shift>
+    static constexpr auto* encode = &encodeGroups<Shift>;
+    template <unsigned Shift>
+    static constexpr auto* decode = &decodeGroups<Shift>;
+};
 }
 
 Blocks blocksFor(unsigned shift) {
-    switch (shift) {
-    case 4:
-        return {encodeGroups<4>, decodeGroups<4>};
-    case 5:
-        return {encodeGroups<5>, decodeGroups<5>};
-    default:
-        return {encodeGroups<6>, decodeGroups<6>};
-    }
+    return blocksOf<Form>(shift);
 }
 }
 

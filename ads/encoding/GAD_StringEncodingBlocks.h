@@ -50,6 +50,20 @@ struct Blocks {
                           unsigned char* out);
 };
 
+/// The loops of a form for 4, 5 or 6 bits a character. `Form` has `encode` and `decode`, each with
+/// the number of bits as its template argument.
+template <typename Form>
+Blocks blocksOf(unsigned shift) {
+    switch (shift) {
+    case 4:
+        return {Form::template encode<4>, Form::template decode<4>};
+    case 5:
+        return {Form::template encode<5>, Form::template decode<5>};
+    default:
+        return {Form::template encode<6>, Form::template decode<6>};
+    }
+}
+
 /// The fastest form that this processor has. For other shifts than 4, 5 and 6 loops that do
 /// nothing.
 Blocks blocksFor(unsigned shift);

@@ -177,6 +177,13 @@ VISTREL_VBMI std::size_t decodeBlocks(const ReverseMap& map, const char* text, s
     _mm256_zeroupper();
     return at;
 }
+
+struct Form {
+    template <unsigned Shift>
+    static constexpr auto* encode = &encodeBlocks<Shift>;
+    template <unsigned Shift>
+    static constexpr auto* decode = &decodeBlocks<Shift>;
+};
 }
 
 bool isAvailable() {
@@ -186,14 +193,7 @@ bool isAvailable() {
 }
 
 Blocks blocksFor(unsigned shift) {
-    switch (shift) {
-    case 4:
-        return {encodeBlocks<4>, decodeBlocks<4>};
-    case 5:
-        return {encodeBlocks<5>, decodeBlocks<5>};
-    default:
-        return {encodeBlocks<6>, decodeBlocks<6>};
-    }
+    return blocksOf<Form>(shift);
 }
 }
 #else
