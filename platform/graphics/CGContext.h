@@ -24,6 +24,9 @@ struct CGGradient {
     double place(std::size_t colour) const;
 };
 
+/// Gives a pattern of Cairo's the gradient's colours.
+void addColourStops(_cairo_pattern* pattern, const CGGradient& gradient);
+
 /// Draws into a bitmap. Origin at the top left, y downward, units points of `scale` pixels.
 class CGContext {
 public:

@@ -57,11 +57,7 @@ void CairoPainter::fillColor(const CGRect& rect, const UIColor& color) {
 
 void CairoPainter::fillGradient(const CGRect& rect, const CGGradient& gradient) {
     cairo_pattern_t* pattern = cairo_pattern_create_linear(0, rect.minY(), 0, rect.maxY());
-    for (std::size_t i = 0; i < gradient.colors.size(); ++i) {
-        const UIColor& color = gradient.colors[i];
-        cairo_pattern_add_color_stop_rgba(pattern, gradient.place(i), color.red, color.green,
-                                          color.blue, color.alpha);
-    }
+    addColourStops(pattern, gradient);
     cairo_set_source(cairo_, pattern);
     cairo_pattern_destroy(pattern);
     addRectangle(cairo_, rect);
