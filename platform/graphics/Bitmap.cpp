@@ -3,9 +3,18 @@
 #include "platform/graphics/PixelPool.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 namespace vistrel {
+
+namespace {
+constexpr int kLongestSide = 8192;
+}
+
+int Bitmap::pixelsFor(double points, double scale) {
+    return std::clamp(static_cast<int>(std::ceil(points * scale - 1e-6)), 1, kLongestSide);
+}
 
 Bitmap::Bitmap(int width, int height)
     : width_(std::max(width, 1))
@@ -24,9 +33,14 @@ void Bitmap::clear() {
 }
 
 void Bitmap::findOpacity() {
-    const auto count = static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_);
-    opaque_ = std::all_of(pixels_, pixels_ + count,
-                          [](std::uint32_t pixel) { return (pixel >> 24) == 0xFF; });
+    opaque_ = true;
+    for (int y = 0; y < height_ && opaque_; ++y) {
+        // Without a way out inside a row the compiler looks at many pixels at once.
+        std::uint32_t common = 0xFFFFFFFF;
+        for (int x = 0; x < width_; ++x)
+            common &= row(y)[x];
+        opaque_ = common >> 24 == 0xFF;
+    }
 }
 
 }

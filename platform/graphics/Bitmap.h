@@ -13,6 +13,10 @@ public:
     Bitmap(const Bitmap&) = delete;
     Bitmap& operator=(const Bitmap&) = delete;
 
+    /// The pixels along so many points at `scale` pixels a point, as a side of a picture: whole, at
+    /// least 1 and not more than a sane picture has.
+    static int pixelsFor(double points, double scale);
+
     /// Makes all pixels transparent.
     void clear();
     /// Looks at every pixel and notes whether all are opaque.

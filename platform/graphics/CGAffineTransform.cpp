@@ -11,6 +11,10 @@ CGPoint CGAffineTransform::apply(CGPoint point) const {
 }
 
 CGRect CGAffineTransform::apply(const CGRect& rect) const {
+    if (b == 0 && c == 0 && a > 0 && d > 0) {
+        return CGRectMake(a * rect.origin.x + tx, d * rect.origin.y + ty, a * rect.size.width,
+                          d * rect.size.height);
+    }
     const std::array corners = {
         apply(CGPoint{rect.minX(), rect.minY()}), apply(CGPoint{rect.maxX(), rect.minY()}),
         apply(CGPoint{rect.minX(), rect.maxY()}), apply(CGPoint{rect.maxX(), rect.maxY()})};

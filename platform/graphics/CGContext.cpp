@@ -196,16 +196,12 @@ void CGContext::clipToRect(const CGRect& rect) {
     cairo_clip(cairo_);
 }
 
-void addColourStops(_cairo_pattern* pattern, const CGGradient& gradient) {
+void CGContext::paintGradient(_cairo_pattern* pattern, const CGGradient& gradient) {
     for (std::size_t i = 0; i < gradient.colors.size(); ++i) {
         const auto& color = gradient.colors[i];
         cairo_pattern_add_color_stop_rgba(pattern, gradient.place(i), color.red, color.green,
                                           color.blue, color.alpha);
     }
-}
-
-void CGContext::paintGradient(_cairo_pattern* pattern, const CGGradient& gradient) {
-    addColourStops(pattern, gradient);
     cairo_set_source(cairo_, pattern);
     cairo_pattern_destroy(pattern);
     cairo_paint_with_alpha(cairo_, state_.alpha);

@@ -22,10 +22,9 @@ struct CGGradient {
 
     /// Of a colour, from 0 to 1.
     double place(std::size_t colour) const;
-};
 
-/// Gives a pattern of Cairo's the gradient's colours.
-void addColourStops(_cairo_pattern* pattern, const CGGradient& gradient);
+    friend bool operator==(const CGGradient&, const CGGradient&) = default;
+};
 
 /// Draws into a bitmap. Origin at the top left, y downward, units points of `scale` pixels.
 class CGContext {

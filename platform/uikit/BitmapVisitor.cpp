@@ -33,13 +33,6 @@ void BitmapVisitor::fillColor(const CGRect& rect, const UIColor& color) {
     context_.fillRect(rect);
 }
 
-void BitmapVisitor::fillGradient(const CGRect& rect, const CGGradient& gradient) {
-    context_.saveGState();
-    context_.clipToRect(rect);
-    context_.drawLinearGradient(gradient, {rect.minX(), rect.minY()}, {rect.minX(), rect.maxY()});
-    context_.restoreGState();
-}
-
 void BitmapVisitor::drawPicture(const CGRect& rect, const std::shared_ptr<const Bitmap>& picture) {
     context_.drawBitmap(*picture, rect);
 }

@@ -19,8 +19,6 @@ public:
     virtual void pushOpacity(double opacity) = 0;
     virtual void pop() = 0;
     virtual void fillColor(const CGRect& rect, const UIColor& color) = 0;
-    virtual void fillGradient(const CGRect& rect,
-                              const CGGradient& gradient) = 0; ///< top to bottom
     /// A view's finished picture, stretched over `rect`. The same bitmap object with the same
     /// generation has the same pixels, so outputs may keep what they made of it.
     virtual void drawPicture(const CGRect& rect, const std::shared_ptr<const Bitmap>& picture) = 0;

@@ -11,7 +11,6 @@
 #include "platform/uikit/UIViewAnimationEngine.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace vistrel {
 
@@ -20,17 +19,15 @@ namespace {
 int layingOut = 0;
 /// Layout may ask for layout; what has not settled after that many rounds waits for the next frame.
 constexpr int kLayoutRounds = 4;
-constexpr int kLargestPicture = 8192;
 constexpr double kEverything = 1e9;
 
-int pixels(double points, double scale) {
-    return std::clamp(static_cast<int>(std::ceil(points * scale - 1e-6)), 1, kLargestPicture);
-}
-
-void fillGradients(const UIView& view, SceneVisitor& visitor, bool above) {
+void drawGradients(const UIView& view, SceneVisitor& visitor, bool above) {
     for (const auto& layer : view.gradientLayers()) {
-        if ((layer->zPosition > 0) == above) {
-            visitor.fillGradient(layer->frame, layer->gradient);
+        if ((layer->zPosition > 0) != above) {
+            continue;
+        }
+        if (auto contents = layer->contents(UIImage::screenScale())) {
+            visitor.drawPicture(layer->frame, contents);
         }
     }
 }
@@ -105,12 +102,12 @@ void SceneWalk::walkInside(UIView& view, SceneVisitor& visitor, const CGRect& vi
     if (bounds.intersects(visible)) {
         walkOwn(view, bounds, visitor);
     }
-    fillGradients(view, visitor, false);
+    drawGradients(view, visitor, false);
     const auto inner = clips ? CGRectIntersection(bounds, visible) : visible;
     for (const auto& child : view.subviews_) {
         walkView(*child, visitor, inner);
     }
-    fillGradients(view, visitor, true);
+    drawGradients(view, visitor, true);
     if (clips) {
         visitor.pop();
     }
@@ -140,8 +137,8 @@ void SceneWalk::walkOwn(UIView& view, const CGRect& bounds, SceneVisitor& visito
 void SceneWalk::paintIfNeeded(UIView& view) {
     const double scale = UIImage::screenScale();
     const CGRect bounds = view.bounds();
-    const int width = pixels(bounds.size.width, scale);
-    const int height = pixels(bounds.size.height, scale);
+    const int width = Bitmap::pixelsFor(bounds.size.width, scale);
+    const int height = Bitmap::pixelsFor(bounds.size.height, scale);
     const bool fits = view.backing_ && view.backingScale_ == scale &&
                       view.backing_->width() == width && view.backing_->height() == height;
     if (fits && !view.needsDisplay_) {

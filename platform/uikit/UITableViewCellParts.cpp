@@ -3,7 +3,6 @@
 #include "platform/foundation/NSBundle.h"
 #include "platform/graphics/UIFont.h"
 #include "platform/graphics/UIStringDrawing.h"
-#include "platform/uikit/CAGradientLayer.h"
 
 #include <algorithm>
 #include <cmath>
@@ -23,22 +22,21 @@ CGGradient gradientFor(UITableViewCellSelectionStyle style) {
 
 }
 
-UITableViewCellSelectionView::UITableViewCellSelectionView()
-    : layer_(std::make_shared<CAGradientLayer>()) {
-    setOpaque(false);
+UITableViewCellSelectionView::UITableViewCellSelectionView() {
     setUserInteractionEnabled(false);
     setAlpha(0);
-    setStyle(UITableViewCellSelectionStyle::Blue);
-    insertGradientLayerAtIndex(layer_, 0);
 }
 
 void UITableViewCellSelectionView::setStyle(UITableViewCellSelectionStyle style) {
-    layer_->gradient = gradientFor(style);
-    setNeedsComposition();
+    if (style_ == style)
+        return;
+    style_ = style;
+    setNeedsDisplay();
 }
 
-void UITableViewCellSelectionView::layoutSubviews() {
-    layer_->frame = bounds();
+void UITableViewCellSelectionView::drawRect(const CGRect& rect) {
+    UIGraphicsGetCurrentContext()->drawLinearGradient(gradientFor(style_), rect.origin,
+                                                      {rect.minX(), rect.maxY()});
 }
 
 UITableViewCellAccessoryView::UITableViewCellAccessoryView() {

@@ -9,18 +9,17 @@
 // The small views that a table puts on its cells.
 
 namespace vistrel {
-class CAGradientLayer;
 
-/// The coloured background of a highlighted row. Paints nothing: it is a gradient of the
-/// composition.
+/// The coloured background of a highlighted row.
 class UITableViewCellSelectionView : public UIView {
 public:
     UITableViewCellSelectionView();
     void setStyle(UITableViewCellSelectionStyle style);
-    void layoutSubviews() override;
+    bool drawsContent() const override { return true; }
+    void drawRect(const CGRect& rect) override;
 
 private:
-    std::shared_ptr<CAGradientLayer> layer_;
+    UITableViewCellSelectionStyle style_ = UITableViewCellSelectionStyle::Blue;
 };
 
 /// The grey arrow at the right end, white on a highlighted row.

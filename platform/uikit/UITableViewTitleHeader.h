@@ -1,24 +1,19 @@
 #pragma once
-#include "platform/uikit/UIView.h"
+#include "platform/uikit/UILabel.h"
 
-#include <memory>
 #include <string>
 
 namespace vistrel {
-class CAGradientLayer;
-class UILabel;
 
-/// A section's title on a dark translucent bar.
-class UITableViewTitleHeader : public UIView {
+/// A section's title on a dark translucent bar. Takes touches, so that they do not reach the row
+/// under it.
+class UITableViewTitleHeader : public UILabel {
 public:
     explicit UITableViewTitleHeader(std::string title);
-    void layoutSubviews() override;
-
-private:
-    std::shared_ptr<CAGradientLayer> shade_;
-    std::shared_ptr<UIView> topLine_;
-    std::shared_ptr<UIView> bottomLine_;
-    std::shared_ptr<UILabel> label_;
+    void drawRect(const CGRect& rect) override;
+    UIAccessibilityElement accessibilityElement() const override {
+        return {UIAccessibilityRole::Heading, text(), {}, true};
+    }
 };
 
 }

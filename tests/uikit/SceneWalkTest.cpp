@@ -195,6 +195,10 @@ TEST_F(SceneWalkTest, AGradientAboveZeroLiesOverTheSubviews) {
     layer->zPosition = 2147483648.0;
     EXPECT_EQ(at(5, 5), kBlue);
     EXPECT_EQ(at(5, 25), kRed);
+    layer->gradient.colors = {UIColor::clearColor(), blue};
+    EXPECT_EQ(at(5, 0) >> 16 & 0xFF, 0xF9U) << "painted anew";
+    layer->frame = CGRectMake(0, 10, 40, 20);
+    EXPECT_EQ(at(5, 5), kRed) << "moved";
     root->removeGradientLayer(*layer);
     EXPECT_EQ(at(5, 5), kRed);
 }

@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/graphics/CGAffineTransform.h"
 #include "platform/linux/window/PictureNodes.h"
 #include "platform/uikit/SceneVisitor.h"
 
@@ -23,14 +24,23 @@ public:
     void pushOpacity(double opacity) override;
     void pop() override;
     void fillColor(const CGRect& rect, const UIColor& color) override;
-    void fillGradient(const CGRect& rect, const CGGradient& gradient) override;
     void drawPicture(const CGRect& rect, const std::shared_ptr<const Bitmap>& picture) override;
     void drawForeign(const CGRect&, host::ForeignContent&) override {}
 
 private:
+    /// Transforms are kept here and paths made in the part's coordinates: a list pushes two for
+    /// each row, and what Cairo saves and restores for one is much more.
+    struct State {
+        CGAffineTransform toPart;
+        bool isSaved = false; ///< the push has saved Cairo's state
+        double opacity = 1;   ///< of the push; 1 for what is no group
+    };
+    State& push();
+    void addRectangle(const CGRect& rect);
+
     cairo_t* cairo_;
     PictureNodes& pictures_;
-    std::vector<double> opacities_; ///< of each push; 1 for what is no group
+    std::vector<State> states_;
 };
 
 }

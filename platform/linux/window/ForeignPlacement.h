@@ -25,7 +25,6 @@ public:
     void pushOpacity(double opacity) override;
     void pop() override;
     void fillColor(const CGRect&, const UIColor&) override {}
-    void fillGradient(const CGRect&, const CGGradient&) override {}
     void drawPicture(const CGRect&, const std::shared_ptr<const Bitmap>&) override {}
     void drawForeign(const CGRect& rect, host::ForeignContent& content) override;
 

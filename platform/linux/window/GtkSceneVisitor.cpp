@@ -138,20 +138,6 @@ void GtkSceneVisitor::fillColor(const CGRect& rect, const UIColor& color) {
     gtk_snapshot_append_color(snapshot_, &rgba, &bounds);
 }
 
-void GtkSceneVisitor::fillGradient(const CGRect& rect, const CGGradient& gradient) {
-    const std::size_t count = gradient.colors.size();
-    if (count == 0)
-        return;
-    std::vector<GskColorStop> stops(count);
-    for (std::size_t i = 0; i < count; ++i)
-        stops[i] = {static_cast<float>(gradient.place(i)), gdkColor(gradient.colors[i])};
-    const graphene_rect_t bounds = grapheneRect(rect);
-    const graphene_point_t start = graphenePoint(bounds.origin.x, bounds.origin.y);
-    const graphene_point_t end =
-        graphenePoint(bounds.origin.x, bounds.origin.y + bounds.size.height);
-    gtk_snapshot_append_linear_gradient(snapshot_, &bounds, &start, &end, stops.data(), count);
-}
-
 void GtkSceneVisitor::drawPicture(const CGRect& rect,
                                   const std::shared_ptr<const Bitmap>& picture) {
     if (!picture || rect.isEmpty())

@@ -26,7 +26,6 @@ public:
     void pushOpacity(double opacity) override;
     void pop() override;
     void fillColor(const CGRect& rect, const UIColor& color) override;
-    void fillGradient(const CGRect& rect, const CGGradient& gradient) override;
     void drawPicture(const CGRect& rect, const std::shared_ptr<const Bitmap>& picture) override;
     void drawForeign(const CGRect& rect, host::ForeignContent& content) override;
 

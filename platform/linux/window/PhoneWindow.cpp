@@ -5,6 +5,9 @@
 
 #include <algorithm>
 #include <cmath>
+#ifdef GDK_WINDOWING_X11
+#include <gdk/x11/gdkx.h>
+#endif
 
 namespace vistrel {
 
@@ -28,6 +31,20 @@ double scaleThatFitsMonitor() {
     return std::clamp(std::floor(fits * 2) / 2, 1.0, 2.0);
 }
 
+/// Without a window manager the toolkit looks for one at the start and at the end of each frame,
+/// to draw in step with it, and waits for the display's answer each time.
+void drawFreelyWithoutWindowManager(GtkWidget* window) {
+#ifdef GDK_WINDOWING_X11
+    GdkSurface* surface = gtk_native_get_surface(GTK_NATIVE(window));
+    if (!GDK_IS_X11_SURFACE(surface))
+        return;
+    GdkX11Screen* screen = gdk_x11_display_get_screen(gdk_surface_get_display(surface));
+    const bool drawsInStep =
+        gdk_x11_screen_supports_net_wm_hint(screen, g_intern_static_string("_NET_WM_FRAME_DRAWN"));
+    gdk_x11_surface_set_frame_sync_enabled(surface, static_cast<gboolean>(drawsInStep));
+#endif
+}
+
 }
 
 PhoneWindow::PhoneWindow(double scale)
@@ -42,6 +59,7 @@ PhoneWindow::PhoneWindow(double scale)
                                 static_cast<int>(std::lround(kScreenHeight * factor)));
     gtk_window_set_child(window_, screen_->widget());
     g_signal_connect(window_, "close-request", G_CALLBACK(closeRequested), this);
+    g_signal_connect_after(window_, "realize", G_CALLBACK(drawFreelyWithoutWindowManager), nullptr);
     g_signal_connect_after(window_, "map", G_CALLBACK(stateChanged), this);
     g_signal_connect_after(window_, "unmap", G_CALLBACK(stateChanged), this);
     gtk_widget_grab_focus(screen_->widget());

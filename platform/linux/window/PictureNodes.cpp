@@ -39,7 +39,9 @@ GskRenderNode* makePaintingNode(cairo_pattern_t* pixels, CGSize size) {
         grapheneRectangle(0, 0, static_cast<float>(size.width), static_cast<float>(size.height));
     GskRenderNode* node = gsk_cairo_node_new(&bounds);
     cairo_t* cairo = gsk_cairo_node_get_draw_context(node);
-    paintPicture(cairo, pixels, {{}, size});
+    setPixelsAsSource(cairo, pixels, {{}, size}, {});
+    cairo_rectangle(cairo, 0, 0, size.width, size.height);
+    cairo_fill(cairo);
     cairo_destroy(cairo);
     return node;
 }
@@ -61,17 +63,18 @@ GskRenderNode* makeTextureNode(const PictureReference& picture, CGSize size) {
 
 }
 
-void paintPicture(cairo_t* cairo, cairo_pattern_t* pixels, const CGRect& rect) {
+void setPixelsAsSource(cairo_t* cairo, cairo_pattern_t* pixels, const CGRect& rect,
+                       const CGAffineTransform& transform) {
     cairo_surface_t* surface = nullptr;
     cairo_pattern_get_surface(pixels, &surface);
     const double across = cairo_image_surface_get_width(surface) / rect.size.width;
     const double down = cairo_image_surface_get_height(surface) / rect.size.height;
-    const cairo_matrix_t toPixels{
-        across, 0, 0, down, -rect.origin.x * across, -rect.origin.y * down};
-    cairo_pattern_set_matrix(pixels, &toPixels);
+    const CGAffineTransform toPixels = transform.inverted().concat(
+        {across, 0, 0, down, -rect.origin.x * across, -rect.origin.y * down});
+    const cairo_matrix_t matrix{toPixels.a, toPixels.b,  toPixels.c,
+                                toPixels.d, toPixels.tx, toPixels.ty};
+    cairo_pattern_set_matrix(pixels, &matrix);
     cairo_set_source(cairo, pixels);
-    cairo_rectangle(cairo, rect.origin.x, rect.origin.y, rect.size.width, rect.size.height);
-    cairo_fill(cairo);
 }
 
 PictureNodes::~PictureNodes() {
@@ -101,7 +104,8 @@ PictureNodes::Entry& PictureNodes::entryFor(const std::shared_ptr<const Bitmap>&
     Entry& entry = entries_[picture.get()];
     if (entry.picture && entry.generation != picture->generation())
         release(entry);
-    entry.picture = picture;
+    if (entry.picture != picture)
+        entry.picture = picture;
     entry.generation = picture->generation();
     entry.lastFrame = frame_;
     return entry;

@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/graphics/Bitmap.h"
+#include "platform/graphics/CGAffineTransform.h"
 #include "platform/graphics/CGGeometry.h"
 
 #include <gtk/gtk.h>
@@ -11,8 +12,10 @@
 
 namespace vistrel {
 
-/// Paints a whole picture, given as the pattern of its pixels, over a rectangle.
-void paintPicture(cairo_t* cairo, cairo_pattern_t* pixels, const CGRect& rect);
+/// Makes a picture, given as the pattern of its pixels and stretched over a rectangle, the source
+/// of what is painted next. `transform` leads from the rectangle's coordinates to Cairo's.
+void setPixelsAsSource(cairo_t* cairo, cairo_pattern_t* pixels, const CGRect& rect,
+                       const CGAffineTransform& transform);
 
 /// Render nodes of finished pictures, made once for each picture and content. With the software
 /// renderer a node paints the picture's memory directly; with a GPU it is a texture that stays

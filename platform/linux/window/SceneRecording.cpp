@@ -132,13 +132,6 @@ void SceneRecording::fillColor(const CGRect& rect, const UIColor& color) {
     steps_.back().color = color;
 }
 
-void SceneRecording::fillGradient(const CGRect& rect, const CGGradient& gradient) {
-    addPaint(Kind::Gradient, rect,
-             std::all_of(gradient.colors.begin(), gradient.colors.end(),
-                         [](const UIColor& color) { return color.alpha >= 1; }));
-    steps_.back().gradient = &gradient;
-}
-
 void SceneRecording::drawPicture(const CGRect& rect, const std::shared_ptr<const Bitmap>& picture) {
     addPaint(Kind::Picture, rect, picture && picture->isOpaque());
     steps_.back().picture = picture;
@@ -212,12 +205,6 @@ std::uint64_t SceneRecording::fingerprintOf(std::size_t clip) const {
         case Kind::Color:
             print.add(step.color);
             break;
-        case Kind::Gradient:
-            for (const UIColor& color : step.gradient->colors)
-                print.add(color);
-            for (const double location : step.gradient->locations)
-                print.add(location);
-            break;
         case Kind::Picture:
             print.add(reinterpret_cast<std::uintptr_t>(step.picture.get()));
             print.add(step.picture ? step.picture->generation() : 0);
@@ -248,9 +235,6 @@ void SceneRecording::replay(std::size_t index, SceneVisitor& visitor) const {
         break;
     case Kind::Color:
         visitor.fillColor(step.rect, step.color);
-        break;
-    case Kind::Gradient:
-        visitor.fillGradient(step.rect, *step.gradient);
         break;
     case Kind::Picture:
         visitor.drawPicture(step.rect, step.picture);

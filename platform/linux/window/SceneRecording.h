@@ -11,7 +11,7 @@ namespace vistrel {
 /// One walk over the view tree, kept so that it can be drawn with the least work for the software
 /// renderer.
 ///
-/// It finds which of the tree's fills, gradients and pictures later opaque ones hide altogether:
+/// It finds which of the tree's fills and pictures later opaque ones hide altogether:
 /// lists lie over their backgrounds, bars over the window. And it finds the clips whose content is
 /// best painted into one render node, since each node costs a bitmap of its own: those of lists.
 class SceneRecording : public SceneVisitor {
@@ -21,8 +21,6 @@ public:
     void pushOpacity(double opacity) override;
     void pop() override;
     void fillColor(const CGRect& rect, const UIColor& color) override;
-    /// The gradient must live until the recording has been drawn.
-    void fillGradient(const CGRect& rect, const CGGradient& gradient) override;
     void drawPicture(const CGRect& rect, const std::shared_ptr<const Bitmap>& picture) override;
     /// What foreign content shows is not known here: it hides nothing and is never left out.
     void drawForeign(const CGRect& rect, host::ForeignContent& content) override;
@@ -57,7 +55,7 @@ public:
     void replay(std::size_t step, SceneVisitor& visitor) const;
 
 private:
-    enum class Kind { Transform, Clip, Opacity, Pop, Color, Gradient, Picture, Foreign };
+    enum class Kind { Transform, Clip, Opacity, Pop, Color, Picture, Foreign };
     /// A call and its arguments, as far as its kind has them.
     struct Step {
         Kind kind;
@@ -65,7 +63,6 @@ private:
         CGAffineTransform transform;
         double opacity = 1;
         UIColor color;
-        const CGGradient* gradient = nullptr;
         std::shared_ptr<const Bitmap> picture;
         host::ForeignContent* foreign = nullptr;
         cairo_rectangle_int_t touched{}; ///< all pixels that a paint may change

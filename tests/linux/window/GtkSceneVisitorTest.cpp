@@ -54,7 +54,11 @@ public:
             scene.drawPicture(CGRectMake(2, 2, 15, 10), row % 2 == 0 ? red_ : faint_);
             scene.pop();
         }
-        scene.fillGradient(CGRectMake(0, 10, 80, 8), fade_);
+        scene.drawPicture(CGRectMake(0, 10, 80, 8), faint_);
+        scene.pushTransform(CGAffineTransformMakeRotation(0.3));
+        scene.fillColor(CGRectMake(20, 10, 20, 6), UIColor{1, 0, 1, 0.7F});
+        scene.drawPicture(CGRectMake(30, 12, 15, 10), red_);
+        scene.pop();
         scene.pushOpacity(0.5);
         scene.fillColor(CGRectMake(30, 20, 20, 20), UIColor{0, 0, 1, 1});
         scene.fillColor(CGRectMake(40, 30, 20, 20), UIColor{1, 1, 1, 1});
@@ -70,7 +74,6 @@ private:
     double scale_;
     std::shared_ptr<Bitmap> red_ = picture(0xFFFF0000, true);
     std::shared_ptr<const Bitmap> faint_ = picture(0x80008000, false);
-    CGGradient fade_{{{0, 0, 0, 1}, {1, 1, 1, 0.5}}, {}};
 };
 
 int largestDifference(const Pixels& one, const Pixels& other) {
@@ -103,7 +106,8 @@ TEST(GtkSceneVisitorTest, AListInOneNodeLooksLikeOneInManyNodes) {
 
         const Pixels expected = rendered(manyNodes);
         EXPECT_NE(expected, Pixels(expected.size())) << "or nothing is compared";
-        EXPECT_LE(largestDifference(rendered(oneNode), expected), 1) << "at a scale of " << scale;
+        // The toolkit turns by single-precision degrees, which shows a little along turned edges.
+        EXPECT_LE(largestDifference(rendered(oneNode), expected), 8) << "at a scale of " << scale;
     }
 }
 

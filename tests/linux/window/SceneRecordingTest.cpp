@@ -27,7 +27,6 @@ public:
     void pushOpacity(double) override { ++open; }
     void pop() override { --open; }
     void fillColor(const CGRect& rect, const UIColor&) override { rects.push_back(rect); }
-    void fillGradient(const CGRect& rect, const CGGradient&) override { rects.push_back(rect); }
     void drawPicture(const CGRect& rect, const std::shared_ptr<const Bitmap>&) override {
         rects.push_back(rect);
     }
@@ -58,8 +57,6 @@ TEST(SceneRecordingTest, OnlyWhatIsOpaqueAndReachesAllOfItCovers) {
     const auto clear = std::make_shared<Bitmap>(4, 4);
     const CGRect exactly = CGRectMake(10, 10, 20, 20);
     const CGRect larger = CGRectMake(0, 0, 40, 40);
-    const CGGradient solid{{kOpaque, kOpaque}, {}};
-    const CGGradient fading{{kOpaque, kTranslucent}, {}};
     struct Case {
         const char* name;
         std::function<void(SceneVisitor& scene)> paintOver;
@@ -69,8 +66,6 @@ TEST(SceneRecordingTest, OnlyWhatIsOpaqueAndReachesAllOfItCovers) {
         {"nothing", [&](SceneVisitor&) {}, false},
         {"a fill", [&](SceneVisitor& s) { s.fillColor(exactly, kOpaque); }, true},
         {"a translucent fill", [&](SceneVisitor& s) { s.fillColor(larger, kTranslucent); }, false},
-        {"a gradient", [&](SceneVisitor& s) { s.fillGradient(exactly, solid); }, true},
-        {"a fading gradient", [&](SceneVisitor& s) { s.fillGradient(larger, fading); }, false},
         {"a picture", [&](SceneVisitor& s) { s.drawPicture(exactly, opaque); }, true},
         {"a picture with holes", [&](SceneVisitor& s) { s.drawPicture(larger, clear); }, false},
         {"a pixel too little",

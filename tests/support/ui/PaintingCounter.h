@@ -21,7 +21,6 @@ public:
     void pushOpacity(double) override {}
     void pop() override {}
     void fillColor(const CGRect&, const UIColor&) override {}
-    void fillGradient(const CGRect&, const CGGradient&) override {}
     void drawPicture(const CGRect&, const std::shared_ptr<const Bitmap>& picture) override {
         if (picture->width() == width_ && picture->height() == height_)
             paintings_.insert({picture.get(), picture->generation()});
