@@ -4,14 +4,17 @@
 #include <cmath>
 #include <cstdio>
 #include <ctime>
+#include <glib-unix.h>
+#include <unistd.h>
 #include <unordered_map>
 
 namespace bench {
 
 namespace {
 
-constexpr int kWarmUpFrames = 60;
-constexpr int kFrames = 360;
+// Of a block.
+constexpr int kWarmUpFrames = 6;
+constexpr int kFrames = 40;
 
 double milliseconds(clockid_t clock) {
     timespec now{};
@@ -142,7 +145,8 @@ std::string rowName(int row) {
 
 FrameMeter::FrameMeter(GtkWidget* widget, std::function<void(double offset)> scrollTo,
                        std::function<void()> done)
-    : scrollTo_(std::move(scrollTo))
+    : widget_(widget)
+    , scrollTo_(std::move(scrollTo))
     , done_(std::move(done)) {
     g_signal_connect_after(widget, "realize", G_CALLBACK(&FrameMeter::realized), this);
 }
@@ -151,7 +155,24 @@ void FrameMeter::realized(GtkWidget* widget, FrameMeter* meter) {
     GdkFrameClock* clock = gtk_widget_get_frame_clock(widget);
     g_signal_connect(clock, "before-paint", G_CALLBACK(&FrameMeter::begin), meter);
     g_signal_connect(clock, "after-paint", G_CALLBACK(&FrameMeter::end), meter);
-    gtk_widget_add_tick_callback(widget, ticked, meter, nullptr);
+    g_unix_fd_add(STDIN_FILENO, static_cast<GIOCondition>(G_IO_IN | G_IO_HUP), asked, meter);
+}
+
+gboolean FrameMeter::asked(gint input, GIOCondition, gpointer self) {
+    auto* meter = static_cast<FrameMeter*>(self);
+    char request = 0;
+    if (read(input, &request, 1) != 1) {
+        meter->done_();
+        return G_SOURCE_REMOVE;
+    }
+    meter->startBlock();
+    return G_SOURCE_CONTINUE;
+}
+
+void FrameMeter::startBlock() {
+    frame_ = 0;
+    longest_ = 0;
+    gtk_widget_add_tick_callback(widget_, ticked, this, nullptr);
 }
 
 gboolean FrameMeter::ticked(GtkWidget*, GdkFrameClock*, gpointer meter) {
@@ -165,11 +186,11 @@ bool FrameMeter::tick() {
         const double whole = milliseconds(CLOCK_PROCESS_CPUTIME_ID) - processStart_;
         std::printf("%f %f\n", whole / kFrames, longest_);
         std::fflush(stdout);
-        done_();
         return false;
     }
     ++frame_;
-    scrollTo_(frame_ * kStep);
+    offset_ += kStep;
+    scrollTo_(offset_);
     return true;
 }
 

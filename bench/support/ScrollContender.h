@@ -16,8 +16,9 @@ inline constexpr double kStep = 7;
 
 std::string rowName(int row);
 
-/// Moves a list by a step each frame through `scrollTo` and measures what the frames cost. Prints
-/// the processor milliseconds a frame and the longest frame of all, then calls `done`.
+/// Measures what frames cost in which a list moves by a step, through `scrollTo`. Each byte on the
+/// standard input starts some frames more, for which it prints the processor milliseconds a frame
+/// and the longest frame; at the input's end it calls `done`.
 class FrameMeter {
 public:
     FrameMeter(GtkWidget* widget, std::function<void(double offset)> scrollTo,
@@ -25,14 +26,18 @@ public:
 
 private:
     bool tick();
+    void startBlock();
     static void realized(GtkWidget* widget, FrameMeter* meter);
+    static gboolean asked(gint input, GIOCondition condition, gpointer meter);
     static gboolean ticked(GtkWidget* widget, GdkFrameClock* clock, gpointer meter);
     static void begin(GdkFrameClock* clock, FrameMeter* meter);
     static void end(GdkFrameClock* clock, FrameMeter* meter);
 
+    GtkWidget* widget_;
     std::function<void(double)> scrollTo_;
     std::function<void()> done_;
-    int frame_ = 0;
+    double offset_ = 0;
+    int frame_ = 0; ///< of the block
     double processStart_ = 0;
     double frameStart_ = 0;
     double longest_ = 0;
