@@ -15,6 +15,9 @@ namespace {
 /// The phone lays a page that says nothing of its width out at most this wide.
 constexpr double kWidestLayout = 980;
 
+/// What the engine asks for when it loads a page.
+constexpr const char* kAccept = "text/html,application/xhtml+xml,application/xml;q=0.9,*/*;q=0.8";
+
 /// How wide the page wants to be, and how wide it is shown, both in its own pixels.
 constexpr const char* kWidthScript =
     "(function(){var d=document.documentElement,b=document.body;"
@@ -43,6 +46,12 @@ void evaluated(GObject* view, GAsyncResult* result, gpointer data) {
 
 }
 
+WebKitPage* WebKitPage::pageOf(const Weak& weak) {
+    // Not held: a page may go while it works, and finds that out by its own reference.
+    const auto self = weak.lock();
+    return self ? *self : nullptr;
+}
+
 WebKitPage::WebKitPage(NativeReference<WebKitWebView> view, std::shared_ptr<CookieExchange> cookies)
     : view_(std::move(view))
     , cookies_(std::move(cookies))
@@ -62,7 +71,35 @@ void WebKitPage::load(const std::string& url, const host::HeaderFields& headers)
     if (SoupMessageHeaders* fields = webkit_uri_request_get_http_headers(request.get()))
         for (const auto& [name, value] : headers)
             soup_message_headers_replace(fields, name.c_str(), value.c_str());
-    webkit_web_view_load_request(view_.get(), request.get());
+    wantedURL_.clear();
+    const unsigned thisLoad = ++loads_;
+    if (!cookies_ || !WebKitPolicy::isHTTP(url)) {
+        webkit_web_view_load_request(view_.get(), request.get());
+        return;
+    }
+    startProcess();
+    cookies_->refresh(webkit_uri_request_get_uri(request.get()),
+                      [weak = Weak(self_), thisLoad, request] {
+                          WebKitPage* page = pageOf(weak);
+                          if (page && page->loads_ == thisLoad)
+                              page->answerLoad(request.get());
+                      });
+}
+
+void WebKitPage::startProcess() {
+    // An empty script does it, and leaves nothing in the history.
+    webkit_web_view_evaluate_javascript(view_.get(), "", -1, nullptr, nullptr, nullptr, nullptr,
+                                        nullptr);
+}
+
+void WebKitPage::answerLoad(WebKitURIRequest* request) {
+    host::WebNavigation navigation = WebKitPolicy::navigation(request);
+    navigation.headers.insert(navigation.headers.begin(),
+                              {{"User-Agent", userAgent()}, {"Accept", kAccept}});
+    if (!isWanted(navigation))
+        return;
+    wantedURL_ = navigation.url;
+    webkit_web_view_load_request(view_.get(), request);
 }
 
 void WebKitPage::loadHTML(const std::string& html, const std::string& baseURL) {
@@ -83,6 +120,7 @@ void WebKitPage::reload() {
 }
 
 void WebKitPage::stopLoading() {
+    ++loads_;
     webkit_web_view_stop_loading(view_.get());
 }
 
@@ -143,8 +181,8 @@ double WebKitPage::unitsPerPoint(double pixelsPerPoint) {
 void WebKitPage::fitToWidth() {
     --measuresLeft_;
     evaluate(kWidthScript, [weak = Weak(self_)](const std::string& answer) {
-        if (const auto self = weak.lock())
-            (*self)->fitTo(answer);
+        if (WebKitPage* page = pageOf(weak))
+            page->fitTo(answer);
     });
 }
 
@@ -171,8 +209,8 @@ void WebKitPage::measureAgain() {
     g_timeout_add_full(
         G_PRIORITY_DEFAULT, kMeasureAgainMilliseconds,
         +[](gpointer weak) -> gboolean {
-            if (const auto self = static_cast<Weak*>(weak)->lock())
-                (*self)->fitToWidth();
+            if (WebKitPage* page = pageOf(*static_cast<Weak*>(weak)))
+                page->fitToWidth();
             return G_SOURCE_REMOVE;
         },
         new Weak(self_), +[](gpointer weak) { delete static_cast<Weak*>(weak); });
@@ -201,14 +239,20 @@ void WebKitPage::decideNavigation(WebKitNavigationPolicyDecision* decision) {
     auto* policy = WEBKIT_POLICY_DECISION(decision);
     const host::WebNavigation navigation =
         WebKitPolicy::navigation(webkit_navigation_policy_decision_get_navigation_action(decision));
+    if (navigation.url == wantedURL_ && navigation.type == host::WebNavigationType::Other &&
+        !navigation.isRedirect) {
+        wantedURL_.clear();
+        webkit_policy_decision_use(policy);
+        return;
+    }
     if (!cookies_ || !WebKitPolicy::isHTTP(navigation.url)) {
         answerNavigation(navigation, policy);
         return;
     }
     auto held = NativeReference<WebKitPolicyDecision>::ref(policy);
     cookies_->refresh(navigation.url, [weak = Weak(self_), navigation, held] {
-        if (auto self = weak.lock())
-            (*self)->answerNavigation(navigation, held.get());
+        if (WebKitPage* page = pageOf(weak))
+            page->answerNavigation(navigation, held.get());
         else
             webkit_policy_decision_ignore(held.get());
     });
@@ -216,13 +260,17 @@ void WebKitPage::decideNavigation(WebKitNavigationPolicyDecision* decision) {
 
 void WebKitPage::answerNavigation(const host::WebNavigation& navigation,
                                   WebKitPolicyDecision* decision) {
-    const Weak weak(self_);
-    // A scheme of the application's own is the client's to hear of, and never shown.
-    const bool wanted = !client_ || client_->webPageShouldNavigate(navigation);
-    if (wanted && !weak.expired() && WebKitPolicy::isShowable(navigation.url))
+    if (isWanted(navigation))
         webkit_policy_decision_use(decision);
     else
         webkit_policy_decision_ignore(decision);
+}
+
+bool WebKitPage::isWanted(const host::WebNavigation& navigation) {
+    const Weak weak(self_);
+    // A scheme of the application's own is the client's to hear of, and never shown.
+    const bool wanted = !client_ || client_->webPageShouldNavigate(navigation);
+    return wanted && !weak.expired() && WebKitPolicy::isShowable(navigation.url);
 }
 
 void WebKitPage::decideNewWindow(WebKitNavigationPolicyDecision* decision) {
@@ -251,6 +299,7 @@ void WebKitPage::decideResponse(WebKitResponsePolicyDecision* decision) {
 void WebKitPage::loadChanged(WebKitLoadEvent event) {
     if (event == WEBKIT_LOAD_STARTED) {
         loading_ = true;
+        wantedURL_.clear();
         measuresLeft_ = 0;
         if (client_)
             client_->webPageDidStartLoad();

@@ -14,7 +14,9 @@ namespace vistrel {
 
 /// One web view of the engine, a child widget of the screen. Every navigation is held until the
 /// application's cookies for its address are up to date with the engine's, then the client is
-/// asked: a probe that the client starts from there carries what the page's own request will.
+/// asked: a probe that the client starts from there carries what the page's own request will. About
+/// a load of the application's own the client is asked before the engine, whose process starts
+/// meanwhile.
 class WebKitPage : public host::WebPage, public GtkForeignContent {
 public:
     /// `cookies` may be null.
@@ -46,6 +48,11 @@ private:
     using Weak = std::weak_ptr<WebKitPage*>;
     struct Handlers;
 
+    /// Null when it is gone.
+    static WebKitPage* pageOf(const Weak& weak);
+    void startProcess();
+    void answerLoad(WebKitURIRequest* request);
+    bool isWanted(const host::WebNavigation& navigation);
     bool decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
     void decideNavigation(WebKitNavigationPolicyDecision* decision);
     void answerNavigation(const host::WebNavigation& navigation, WebKitPolicyDecision* decision);
@@ -65,6 +72,8 @@ private:
     NativeReference<GCancellable> cancellable_;
     std::shared_ptr<WebKitPage*> self_;
     host::WebPageClient* client_ = nullptr;
+    unsigned loads_ = 0;    ///< asked for or called off
+    std::string wantedURL_; ///< the client has been asked; the engine is still to ask
     bool loading_ = false;
     bool scalesPageToFit_ = false;
     double pixelsPerPoint_ = 1;

@@ -89,13 +89,17 @@ int errorCode(const GError& error) {
 
 }
 
-host::WebNavigation WebKitPolicy::navigation(WebKitNavigationAction* action) {
+host::WebNavigation WebKitPolicy::navigation(WebKitURIRequest* request) {
     host::WebNavigation result;
-    WebKitURIRequest* request = webkit_navigation_action_get_request(action);
     result.url = orEmpty(webkit_uri_request_get_uri(request));
     if (const char* method = webkit_uri_request_get_http_method(request))
         result.method = method;
     result.headers = fields(webkit_uri_request_get_http_headers(request));
+    return result;
+}
+
+host::WebNavigation WebKitPolicy::navigation(WebKitNavigationAction* action) {
+    host::WebNavigation result = navigation(webkit_navigation_action_get_request(action));
     result.type = navigationType(webkit_navigation_action_get_navigation_type(action));
     result.isRedirect = webkit_navigation_action_is_redirect(action);
     return result;

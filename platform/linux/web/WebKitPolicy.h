@@ -10,6 +10,8 @@ namespace vistrel {
 /// What the engine's decision objects say, in the host's words.
 namespace WebKitPolicy {
 
+/// That of a request which the application makes of itself.
+host::WebNavigation navigation(WebKitURIRequest* request);
 host::WebNavigation navigation(WebKitNavigationAction* action);
 host::WebResponse response(WebKitResponsePolicyDecision* decision);
 host::WebError error(const GError& error, const std::string& url);

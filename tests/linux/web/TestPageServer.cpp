@@ -35,10 +35,17 @@ std::vector<TestPageServer::Seen> TestPageServer::seen(const std::string& path) 
 }
 
 void TestPageServer::answer(SoupServerMessage* message, const char* path) {
-    Seen seen{soup_server_message_get_method(message), path, {}, {}};
     SoupMessageHeaders* request = soup_server_message_get_request_headers(message);
-    if (const char* cookie = soup_message_headers_get_list(request, "Cookie"))
-        seen.cookie = cookie;
+    const auto header = [request](const char* name) {
+        const char* value = soup_message_headers_get_list(request, name);
+        return std::string(value ? value : "");
+    };
+    Seen seen{soup_server_message_get_method(message),
+              path,
+              header("Cookie"),
+              header("User-Agent"),
+              header("Accept"),
+              {}};
     SoupMessageBody* body = soup_server_message_get_request_body(message);
     seen.body.assign(body->data ? body->data : "", static_cast<std::size_t>(body->length));
     seen_.push_back(seen);

@@ -15,6 +15,8 @@ public:
         std::string method;
         std::string path;
         std::string cookie;
+        std::string userAgent;
+        std::string accept;
         std::string body;
     };
     struct Page {

@@ -191,6 +191,32 @@ TEST_F(WebKitPageTest, WhatTheClientRefusesIsNeverRequested) {
     EXPECT_TRUE(server_.seen("/secret").empty());
 }
 
+TEST_F(WebKitPageTest, ALoadIsAskedAboutWithTheHeadersThatTheEngineSends) {
+    page("/page", "here");
+    ASSERT_TRUE(load("/page"));
+    ASSERT_EQ(client_.navigations.size(), 1U);
+    const auto sent = server_.seen("/page").at(0);
+    EXPECT_THAT(client_.navigations[0].headers,
+                ElementsAre(testing::Pair("User-Agent", sent.userAgent),
+                            testing::Pair("Accept", sent.accept)));
+}
+
+TEST_F(WebKitPageTest, OfTwoLoadsTheYoungerIsAskedAboutAndAStoppedOneIsNot) {
+    page("/first", "first");
+    page("/second", "second");
+    page("/third", "third");
+    page_->load(server_.url("/first"), {});
+    ASSERT_TRUE(load("/second"));
+    EXPECT_THAT(client_.asked(), ElementsAre(server_.url("/second")));
+    page_->load(server_.url("/third"), {});
+    page_->stopLoading();
+    turnFor(0.3);
+    EXPECT_EQ(client_.navigations.size(), 1U);
+    EXPECT_TRUE(server_.seen("/first").empty() && server_.seen("/third").empty());
+    EXPECT_EQ(page_->url(), server_.url("/second"));
+    ASSERT_TRUE(load("/third")) << "as ever";
+}
+
 TEST_F(WebKitPageTest, HistoryGoesBackAndForwardAndTellsItsNavigationTypes) {
     page("/one", "<a id='to' href='/two'>two</a>");
     page("/two", "two");
