@@ -27,13 +27,26 @@ PixelPool::~PixelPool() {
     }
 }
 
+std::size_t PixelPool::bytesKept() const {
+    const std::lock_guard lock(mutex_);
+    return bytesKept_;
+}
+
+std::uint32_t* PixelPool::takeKept(std::size_t pixels) {
+    const std::lock_guard lock(mutex_);
+    const auto found = kept_.find(pixels);
+    if (found == kept_.end() || found->second.empty()) {
+        return nullptr;
+    }
+    auto* memory = found->second.back();
+    found->second.pop_back();
+    bytesKept_ -= pixels * sizeof(std::uint32_t);
+    return memory;
+}
+
 std::uint32_t* PixelPool::take(std::size_t pixels) {
-    const std::size_t bytes = pixels * sizeof(std::uint32_t);
-    if (const auto found = kept_.find(pixels); found != kept_.end() && !found->second.empty()) {
-        auto* memory = found->second.back();
-        found->second.pop_back();
-        bytesKept_ -= bytes;
-        std::memset(memory, 0, bytes);
+    if (auto* memory = takeKept(pixels)) {
+        std::memset(memory, 0, pixels * sizeof(std::uint32_t));
         return memory;
     }
     auto* memory = static_cast<std::uint32_t*>(std::calloc(pixels, sizeof(std::uint32_t)));
@@ -45,6 +58,7 @@ std::uint32_t* PixelPool::take(std::size_t pixels) {
 
 void PixelPool::giveBack(std::uint32_t* memory, std::size_t pixels) {
     const std::size_t bytes = pixels * sizeof(std::uint32_t);
+    const std::lock_guard lock(mutex_);
     if (bytesKept_ + bytes > limitBytes_) {
         std::free(memory);
         return;

@@ -2,12 +2,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <mutex>
 #include <vector>
 
 namespace vistrel {
 
 /// Pixel memory for pictures. What is given back is kept for the next picture of that size, up to a
-/// limit, because touching fresh pages costs more than clearing used ones. Main thread only.
+/// limit, because touching fresh pages costs more than clearing used ones. For all threads.
 class PixelPool {
 public:
     static PixelPool& shared();
@@ -20,9 +21,12 @@ public:
     /// All zero.
     std::uint32_t* take(std::size_t pixels);
     void giveBack(std::uint32_t* memory, std::size_t pixels);
-    std::size_t bytesKept() const { return bytesKept_; }
+    std::size_t bytesKept() const;
 
 private:
+    std::uint32_t* takeKept(std::size_t pixels);
+
+    mutable std::mutex mutex_;
     std::size_t limitBytes_;
     std::size_t bytesKept_ = 0;
     std::map<std::size_t, std::vector<std::uint32_t*>> kept_;

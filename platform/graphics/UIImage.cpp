@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <future>
 #include <map>
 #include <unistd.h>
 #include <utility>
@@ -37,7 +38,7 @@ std::string variantPath(const std::string& path, int scale) {
 }
 
 /// The least one that is sharp enough, else the sharpest there is; an empty path when none is.
-Variant bestVariant(const std::string& path) {
+Variant bestVariant(const std::string& path, double screenScale) {
     Variant best;
     for (const int scale : {1, 2, 3}) {
         auto candidate = variantPath(path, scale);
@@ -45,19 +46,43 @@ Variant bestVariant(const std::string& path) {
             continue;
         }
         best = {std::move(candidate), static_cast<double>(scale)};
-        if (scale >= currentScale) {
+        if (scale >= screenScale) {
             break;
         }
     }
     return best;
 }
 
-std::shared_ptr<const UIImage> load(const Variant& variant) {
+using Picture = std::shared_ptr<const UIImage>;
+
+Picture load(const std::string& path, double screenScale) {
+    const Variant variant = bestVariant(path, screenScale);
     if (variant.path.empty()) {
         return nullptr;
     }
     auto bitmap = ImageFile::read(variant.path);
     return bitmap ? std::make_shared<UIImage>(std::move(bitmap), variant.scale) : nullptr;
+}
+
+/// Of a resource: its path and the screen's scale.
+using Key = std::pair<std::string, double>;
+
+Key keyOf(const std::string& name, double screenScale) {
+    const bool hasExtension = name.find('.') != std::string::npos;
+    return {host::current().resourcePath + "/" + name + (hasExtension ? "" : ".png"), screenScale};
+}
+
+/// What is read ahead and has not been asked for.
+std::map<Key, std::future<Picture>>& readings() {
+    static auto& readings = *new std::map<Key, std::future<Picture>>;
+    return readings;
+}
+
+Picture read(const Key& key) {
+    if (auto reading = readings().extract(key)) {
+        return reading.mapped().get();
+    }
+    return load(key.first, key.second);
 }
 
 /// One direction of a stretched picture: bands of pixels and the points that they cover.
@@ -91,23 +116,27 @@ UIImage::UIImage(std::shared_ptr<const Bitmap> bitmap, double scale)
     , scale_(scale) {}
 
 std::shared_ptr<const UIImage> UIImage::imageNamed(const std::string& name) {
-    static auto& cache =
-        *new std::map<std::pair<std::string, double>, std::shared_ptr<const UIImage>>;
-    const bool hasExtension = name.find('.') != std::string::npos;
-    const auto path = host::current().resourcePath + "/" + name + (hasExtension ? "" : ".png");
-    const auto key = std::make_pair(path, currentScale);
+    static auto& cache = *new std::map<Key, Picture>;
+    const Key key = keyOf(name, currentScale);
     if (const auto found = cache.find(key); found != cache.end()) {
         return found->second;
     }
-    auto image = load(bestVariant(path));
+    auto image = read(key);
     if (image) {
         cache.emplace(key, image);
     }
     return image;
 }
 
+void UIImage::readAhead(const std::string& name, double screenScale) {
+    const Key key = keyOf(name, screenScale);
+    if (!readings().contains(key)) {
+        readings()[key] = std::async(std::launch::async, load, key.first, key.second);
+    }
+}
+
 std::shared_ptr<const UIImage> UIImage::imageWithContentsOfFile(const std::string& path) {
-    return load(bestVariant(path));
+    return load(path, currentScale);
 }
 
 std::shared_ptr<const UIImage> UIImage::imageWithData(std::span<const std::byte> data) {

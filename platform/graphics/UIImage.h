@@ -19,6 +19,9 @@ public:
     /// process. The variant that fits the screen's scale best is taken ("Logo@2x.png"). Null when
     /// missing.
     static std::shared_ptr<const UIImage> imageNamed(const std::string& name);
+    /// Begins to read what imageNamed will be asked for at that screen scale, on a thread of its
+    /// own. imageNamed then waits for it.
+    static void readAhead(const std::string& name, double screenScale);
     /// A picture file by machine path, read each time; variants as for imageNamed. Null when
     /// missing or unreadable.
     static std::shared_ptr<const UIImage> imageWithContentsOfFile(const std::string& path);

@@ -128,6 +128,23 @@ TEST_F(UIImageTest, TheVariantThatSuitsTheScreenIsTaken) {
     EXPECT_EQ(UIImage::imageNamed("Missing.png"), nullptr);
 }
 
+TEST_F(UIImageTest, WhatIsReadAheadIsThereWhenItIsAskedForAtThatScale) {
+    write("Ahead.png", *filled(10, 10, kRed));
+    write("Ahead@2x.png", *filled(20, 20, kBlue));
+    UIImage::setScreenScale(2);
+    UIImage::readAhead("Ahead", 2);
+    UIImage::readAhead("Ahead", 2);
+    UIImage::readAhead("Nowhere", 2);
+    const auto image = UIImage::imageNamed("Ahead");
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->bitmap()->pixel(19, 19), kBlue);
+    EXPECT_EQ(UIImage::imageNamed("Ahead"), image) << "kept";
+    EXPECT_EQ(UIImage::imageNamed("Nowhere"), nullptr);
+    UIImage::readAhead("Ahead", 2);
+    UIImage::setScreenScale(1);
+    EXPECT_EQ(UIImage::imageNamed("Ahead")->bitmap()->pixel(9, 9), kRed) << "another scale";
+}
+
 TEST_F(UIImageTest, FilesAreReadEachTime) {
     write("cover.png", *filled(4, 4, kRed));
     const auto path = folder + "/cover.png";

@@ -1,5 +1,6 @@
 #include "platform/uikit/UIApplicationMain.h"
 
+#include "platform/graphics/UIImage.h"
 #include "platform/linux/main/BroadwayServer.h"
 #include "platform/linux/main/GraphicsChoice.h"
 #include "platform/linux/main/LinuxHost.h"
@@ -17,6 +18,8 @@ namespace vistrel {
 namespace {
 
 constexpr const char* kApplicationID = "org.vistrel.Vistrel";
+/// What the phone shows while an application starts, by this name.
+constexpr const char* kLaunchPicture = "Default.png";
 
 bool openDisplay(bool serveToBrowser, BroadwayServer& broadway) {
     if (serveToBrowser) {
@@ -38,16 +41,18 @@ bool openDisplay(bool serveToBrowser, BroadwayServer& broadway) {
 /// Launches, shows the window and runs until the application ends.
 int runApplication(const UILaunchOptions& options, const UIMainInterface& mainInterface,
                    LinuxHost& host) {
+    // The largest picture there is; to make a window takes the toolkit longer than to read it.
+    UIImage::readAhead(kLaunchPicture, PhoneWindow::expectedPixelsPerPoint(options.scale));
     PhoneWindow window(options.scale);
     host.setDisplay(&window.screen());
     auto& application = UIApplication::sharedApplication();
     application.setDelegate(mainInterface());
     application.finishLaunching();
     window.setFirstFrameHandler([&host, &options, &window] {
-        window.setIcon();
         if (options.didLaunch)
             options.didLaunch();
         host.webEngine().warmUp();
+        window.setIcon();
     });
     window.setCloseHandler([&host] { host.loop().quit(0); });
     window.present();

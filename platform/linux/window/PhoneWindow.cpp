@@ -17,13 +17,17 @@ constexpr int kScreenWidth = 320;
 constexpr int kScreenHeight = 480;
 constexpr double kShareOfMonitor = 0.9;
 
-/// In halves, so that pictures made for whole scales stay good; never below 1.
-double scaleThatFitsMonitor() {
+/// Null when there is none.
+NativeReference<GdkMonitor> firstMonitor() {
     GListModel* monitors = gdk_display_get_monitors(gdk_display_get_default());
-    const auto monitor =
-        NativeReference<GdkMonitor>::adopt(GDK_MONITOR(g_list_model_get_item(monitors, 0)));
-    if (!monitor)
-        return 1;
+    return NativeReference<GdkMonitor>::adopt(GDK_MONITOR(g_list_model_get_item(monitors, 0)));
+}
+
+/// In halves, so that pictures made for whole scales stay good; never below 1.
+double unitsPerPoint(double asked) {
+    const auto monitor = firstMonitor();
+    if (asked > 0 || !monitor)
+        return asked > 0 ? asked : 1;
     GdkRectangle area;
     gdk_monitor_get_geometry(monitor.get(), &area);
     const double fits = std::min(area.width * kShareOfMonitor / kScreenWidth,
@@ -47,9 +51,14 @@ void drawFreelyWithoutWindowManager(GtkWidget* window) {
 
 }
 
+double PhoneWindow::expectedPixelsPerPoint(double scale) {
+    const auto monitor = firstMonitor();
+    return unitsPerPoint(scale) * (monitor ? gdk_monitor_get_scale_factor(monitor.get()) : 1);
+}
+
 PhoneWindow::PhoneWindow(double scale)
     : window_(GTK_WINDOW(gtk_window_new())) {
-    const double factor = scale > 0 ? scale : scaleThatFitsMonitor();
+    const double factor = unitsPerPoint(scale);
     screen_ = std::make_unique<ScreenWidget>(factor);
     input_ = std::make_unique<ScreenInput>(*screen_);
     gtk_window_set_title(window_, "Vistrel");

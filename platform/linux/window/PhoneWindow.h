@@ -13,8 +13,10 @@ namespace vistrel {
 /// when it is hidden.
 class PhoneWindow {
 public:
-    /// Pixels per point at the start; 0 picks what fits the monitor.
+    /// Units per point at the start; 0 picks what fits the monitor.
     explicit PhoneWindow(double scale);
+    /// The pixels per point that such a window will begin with.
+    static double expectedPixelsPerPoint(double scale);
     ~PhoneWindow();
     PhoneWindow(const PhoneWindow&) = delete;
     PhoneWindow& operator=(const PhoneWindow&) = delete;
