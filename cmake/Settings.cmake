@@ -3,6 +3,9 @@ set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+# Programs too: else the linker copies variables of the C library into them, and a module, which asks its own libraries
+# first, would see the originals that nobody changes.
+set(CMAKE_CXX_COMPILE_OPTIONS_PIE -fPIC)
 if(NOT CMAKE_BUILD_TYPE)
   set(CMAKE_BUILD_TYPE Release)
 endif()
