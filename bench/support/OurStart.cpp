@@ -14,7 +14,9 @@
 
 #include <cstdio>
 #include <ctime>
+#include <memory>
 #include <string>
+#include <utility>
 
 namespace vistrel {
 
@@ -31,24 +33,43 @@ UINavigationController& navigation() {
     return *delegate->navigationController();
 }
 
-/// Says so once the page has been painted after its load.
-void watch(const std::shared_ptr<WebBrowserViewController>& browser, unsigned framesAtEnd) {
-    const bool isLoaded = browser->webView() && !browser->download() &&
-                          !browser->webView()->isLoading() &&
-                          !browser->webView()->URLString().empty();
-    const unsigned frames = host::current().display->framesDrawn();
-    if (isLoaded && framesAtEnd != 0 && frames > framesAtEnd) {
+/// Says so when another frame than that one has been drawn.
+void sayAfterFrame(unsigned frame) {
+    if (host::current().display->framesDrawn() != frame)
         say("shown");
-        return;
-    }
-    const unsigned mark = isLoaded && framesAtEnd == 0 ? frames : framesAtEnd;
-    NSRunLoop::performAfterDelay(0.005, [browser, mark] { watch(browser, mark); });
+    else
+        NSRunLoop::performAfterDelay(0.001, [frame] { sayAfterFrame(frame); });
 }
+
+/// Stands before the browser and says so once the page has been painted after its load.
+class Watch : public UIWebViewDelegate {
+public:
+    explicit Watch(std::shared_ptr<WebBrowserViewController> browser)
+        : browser_(std::move(browser)) {
+        browser_->webView()->setDelegate(this);
+    }
+    bool webViewShouldStartLoadWithRequest(UIWebView& webView, const NSURLRequest& request,
+                                           UIWebViewNavigationType type) override {
+        return browser_->webViewShouldStartLoadWithRequest(webView, request, type);
+    }
+    void webViewDidStartLoad(UIWebView& webView) override {
+        browser_->webViewDidStartLoad(webView);
+    }
+    void webViewDidFinishLoad(UIWebView& webView) override {
+        browser_->webViewDidFinishLoad(webView);
+        host::Display& display = *host::current().display;
+        display.requestFrame();
+        sayAfterFrame(display.framesDrawn());
+    }
+
+private:
+    std::shared_ptr<WebBrowserViewController> browser_;
+};
 
 void openPage(const std::string& url) {
     const auto browser = WebBrowserViewController::withTitleURL("Page", url);
     navigation().pushViewController(browser, true);
-    watch(browser, 0);
+    static const Watch watch(browser);
 }
 
 /// How many frames the menu draws in a while in which nothing happens.
