@@ -34,10 +34,10 @@ std::vector<std::filesystem::path> moduleFolders() {
 /// it takes to open. Not where something stands in for the C library's memory functions, which all
 /// must then use.
 int lookupOrder() {
-#ifdef __SANITIZE_ADDRESS__
-    return 0;
-#else
+#if defined(RTLD_DEEPBIND) && !defined(__SANITIZE_ADDRESS__)
     return std::getenv("LD_PRELOAD") ? 0 : RTLD_DEEPBIND;
+#else
+    return 0;
 #endif
 }
 
