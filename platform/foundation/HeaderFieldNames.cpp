@@ -16,13 +16,23 @@ bool headerFieldNamesAreEqual(std::string_view a, std::string_view b) {
                       [](char x, char y) { return lower(x) == lower(y); });
 }
 
-std::string valueOfHeaderField(const std::vector<std::pair<std::string, std::string>>& fields,
-                               std::string_view name) {
+std::vector<std::string>
+valuesOfHeaderField(const std::vector<std::pair<std::string, std::string>>& fields,
+                    std::string_view name) {
+    std::vector<std::string> values;
     for (const auto& [field, value] : fields) {
         if (headerFieldNamesAreEqual(field, name))
-            return value;
+            values.push_back(value);
     }
-    return {};
+    return values;
+}
+
+std::string valueOfHeaderField(const std::vector<std::pair<std::string, std::string>>& fields,
+                               std::string_view name) {
+    std::string joined;
+    for (const std::string& value : valuesOfHeaderField(fields, name))
+        joined += (joined.empty() ? "" : ", ") + value;
+    return joined;
 }
 
 }

@@ -9,7 +9,12 @@ namespace vistrel {
 /// Names of HTTP header fields compare without case.
 [[nodiscard]] bool headerFieldNamesAreEqual(std::string_view a, std::string_view b);
 
-/// The value of the first field of that name, empty when absent.
+/// The values of all fields of that name, in order.
+[[nodiscard]] std::vector<std::string>
+valuesOfHeaderField(const std::vector<std::pair<std::string, std::string>>& fields,
+                    std::string_view name);
+
+/// The same as one text, joined with ", " (RFC 9110, 5.3); empty when absent.
 [[nodiscard]] std::string
 valueOfHeaderField(const std::vector<std::pair<std::string, std::string>>& fields,
                    std::string_view name);

@@ -9,7 +9,16 @@ NSError::NSError(std::string domain, int code, std::string localizedDescription,
     : domain_(std::move(domain))
     , code_(code)
     , localizedDescription_(std::move(localizedDescription))
-    , underlyingError_(std::move(underlyingError)) {}
+    , underlyingError_(std::move(underlyingError))
+    , userInfo_{{NSLocalizedDescriptionKey, localizedDescription_}} {}
+
+NSError::NSError(std::string domain, int code, Value::Dictionary userInfo)
+    : domain_(std::move(domain))
+    , code_(code)
+    , userInfo_(std::move(userInfo)) {
+    if (const Value* description = userInfo_.find(NSLocalizedDescriptionKey))
+        localizedDescription_ = description->string();
+}
 
 NSError::~NSError() {
     std::shared_ptr<const NSError> next = std::move(underlyingError_);

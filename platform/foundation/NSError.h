@@ -1,4 +1,6 @@
 #pragma once
+#include "platform/foundation/Value.h"
+
 #include <memory>
 #include <string>
 
@@ -9,6 +11,8 @@ class NSError {
 public:
     NSError(std::string domain, int code, std::string localizedDescription,
             std::shared_ptr<const NSError> underlyingError = nullptr);
+    /// The description is the user info's text under NSLocalizedDescriptionKey.
+    NSError(std::string domain, int code, Value::Dictionary userInfo);
     NSError(const NSError&) = default;
     NSError(NSError&&) = default;
     NSError& operator=(const NSError&) = default;
@@ -22,6 +26,8 @@ public:
     /// The error that caused this one, or null.
     const std::shared_ptr<const NSError>& underlyingError() const { return underlyingError_; }
 
+    const Value::Dictionary& userInfo() const { return userInfo_; }
+
     /// As it appears in the log: domain, code and description.
     std::string description() const;
 
@@ -30,7 +36,12 @@ private:
     int code_;
     std::string localizedDescription_;
     std::shared_ptr<const NSError> underlyingError_;
+    Value::Dictionary userInfo_;
 };
+
+/// Keys of the user info.
+inline constexpr const char* NSLocalizedDescriptionKey = "NSLocalizedDescription";
+inline constexpr const char* NSLocalizedFailureReasonErrorKey = "NSLocalizedFailureReason";
 
 inline constexpr const char* NSPOSIXErrorDomain = "NSPOSIXErrorDomain";
 inline constexpr const char* NSURLErrorDomain = "NSURLErrorDomain";

@@ -25,7 +25,8 @@ public:
     /// Bytes announced; -1 when unknown, also for a compressed answer.
     std::int64_t expectedContentLength() const { return expectedContentLength_; }
     const HeaderFields& allHeaderFields() const { return fields_; }
-    /// Names compare without case; empty when absent.
+    /// Names compare without case. A repeated field is read whole, its values joined with ", ";
+    /// empty when absent.
     std::string valueForHTTPHeaderField(std::string_view field) const;
 
     /// A plain file name, safe inside any folder; see SuggestedFilename.h.

@@ -27,21 +27,25 @@ void NSUserDefaults::resetStandardUserDefaults() {
     shared().reset();
 }
 
-NSUserDefaults::NSUserDefaults()
-    : values_(Value::Dictionary()) {
+NSUserDefaults::NSUserDefaults() {
     auto stored = host::current().preferences->load();
     if (!stored)
         NSLog("User defaults cannot be read: " + stored.failure().message);
-    else if (stored.value().isDictionary())
-        values_ = std::move(stored.value());
+    else
+        values_ = stored.value().dictionary();
 }
 
 NSUserDefaults::~NSUserDefaults() {
     NSRunLoop::cancelPerform(pendingSave_);
 }
 
+const Value* NSUserDefaults::find(std::string_view key) const {
+    const Value* stored = values_.find(key);
+    return stored ? stored : registered_.find(key);
+}
+
 Value NSUserDefaults::objectForKey(std::string_view key) const {
-    const Value* value = values_.find(key);
+    const Value* value = find(key);
     return value ? *value : Value();
 }
 
@@ -50,15 +54,15 @@ void NSUserDefaults::setObjectForKey(Value value, const std::string& key) {
         removeObjectForKey(key);
         return;
     }
-    const Value* current = values_.find(key);
+    const Value* current = std::as_const(values_).find(key);
     if (current && *current == value)
         return;
-    values_.dictionary().set(key, std::move(value));
+    values_.set(key, std::move(value));
     scheduleSave();
 }
 
 float NSUserDefaults::floatForKey(std::string_view key) const {
-    const Value* value = values_.find(key);
+    const Value* value = find(key);
     return value ? static_cast<float>(value->doubleValue()) : 0.0F;
 }
 
@@ -67,8 +71,13 @@ void NSUserDefaults::setFloatForKey(float value, const std::string& key) {
 }
 
 void NSUserDefaults::removeObjectForKey(std::string_view key) {
-    if (values_.dictionary().erase(key))
+    if (values_.erase(key))
         scheduleSave();
+}
+
+void NSUserDefaults::registerDefaults(const Value::Dictionary& defaults) {
+    for (const auto& [key, value] : defaults)
+        registered_.set(key, value);
 }
 
 void NSUserDefaults::scheduleSave() {

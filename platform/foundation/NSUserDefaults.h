@@ -16,13 +16,15 @@ public:
     /// Forgets the shared object; the next use reads the store again.
     static void resetStandardUserDefaults();
 
-    /// Null value when absent.
+    /// The stored value, else the registered one, else a null value.
     Value objectForKey(std::string_view key) const;
     void setObjectForKey(Value value, const std::string& key);
-    /// 0 when absent or not a number.
+    /// 0 when there is no number under the key.
     float floatForKey(std::string_view key) const;
     void setFloatForKey(float value, const std::string& key);
     void removeObjectForKey(std::string_view key);
+    /// Adds values for keys under which nothing is stored. They are not saved.
+    void registerDefaults(const Value::Dictionary& defaults);
     /// Saves now; whether everything is stored.
     bool synchronize();
 
@@ -32,9 +34,11 @@ public:
 
 private:
     NSUserDefaults();
+    const Value* find(std::string_view key) const;
     void scheduleSave();
 
-    Value values_;
+    Value::Dictionary values_;
+    Value::Dictionary registered_;
     bool dirty_ = false;
     std::uint64_t pendingSave_ = 0;
 };

@@ -111,6 +111,19 @@ TEST_F(NSUserDefaultsTest, ChangesOfOneTurnAreSavedTogether) {
     EXPECT_EQ(NSUserDefaults::standardUserDefaults().floatForKey("None"), 0.0F);
 }
 
+TEST_F(NSUserDefaultsTest, RegisteredDefaultsStandInForAbsentValuesAndAreNotSaved) {
+    auto& defaults = NSUserDefaults::standardUserDefaults();
+    defaults.setFloatForKey(2, "timeout");
+    defaults.registerDefaults({{"timeout", 5}, {"volume", 0.5}});
+    defaults.registerDefaults({{"volume", 0.25}});
+    EXPECT_EQ(defaults.floatForKey("timeout"), 2.0F);
+    EXPECT_EQ(defaults.floatForKey("volume"), 0.25F);
+    defaults.removeObjectForKey("timeout");
+    EXPECT_EQ(defaults.objectForKey("timeout"), Value(5));
+    EXPECT_TRUE(defaults.synchronize());
+    EXPECT_EQ(preferences().stored(), Value(Value::Dictionary()));
+}
+
 TEST_F(NSUserDefaultsTest, AFailedSaveIsSaidAndGoesOutWithTheNext) {
     auto& defaults = NSUserDefaults::standardUserDefaults();
     preferences().setFailure(ENOSPC);

@@ -265,6 +265,18 @@ TEST_F(NSURLConnectionTest, ARequestArrivesAsItWasMade) {
     EXPECT_EQ(sent.headers, (host::HeaderFields{{"X-Field", "two"}}));
 }
 
+TEST_F(NSURLConnectionTest, ARepeatedHeaderFieldIsReadWhole) {
+    const NSURLResponse response(*NSURL::URLWithString("http://host/"), 200,
+                                 {{"X-List", "a b"},
+                                  {"Content-Disposition", "attachment; filename=first.mp4"},
+                                  {"x-list", "c"},
+                                  {"content-disposition", "attachment; filename=second.mp4"}},
+                                 "video/mp4", -1);
+    EXPECT_EQ(response.valueForHTTPHeaderField("X-LIST"), "a b, c");
+    EXPECT_EQ(response.valueForHTTPHeaderField("X-Other"), "");
+    EXPECT_EQ(response.suggestedFilename(), "first.mp4");
+}
+
 TEST_F(NSURLConnectionTest, StartingTwiceSendsOnce) {
     network().at(kURL).body("x");
     recorder_ = std::make_shared<EventRecorder>(recordersAlive_);
