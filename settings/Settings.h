@@ -38,6 +38,9 @@ inline constexpr Setting kDonationItemName{"donation", "item-name", "Vistrel Dev
 /// Identifies the main menu's banner to the ad server.
 inline constexpr Setting kBannerAdUnitID{"ads", "ad-unit", "a149d3f2c8b7e61"};
 
+/// "yes" makes every choice of Manners.h the careful one.
+inline constexpr Setting kCarefulManners{"manners", "careful", "no"};
+
 /// A partner site's row: its name, and its home page. An address that begins with "/" lies on the
 /// content site.
 struct PartnerSite {

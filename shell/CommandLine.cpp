@@ -75,6 +75,8 @@ CommandLine CommandLine::parse(std::span<char* const> arguments) {
             return refuse("unknown option '" + std::string(arguments[i]) + "'");
         } else if (option == "--browser") {
             line.serveToBrowser = true;
+        } else if (option == "--careful") {
+            line.careful = true;
         } else if (option == "--help" || option == "-h") {
             line.action = Action::ShowHelp;
             return line;
@@ -97,6 +99,7 @@ std::string CommandLine::helpText() {
            "                     (default: $XDG_DATA_HOME/vistrel/device)\n"
            "  --scale N          window pixels per point, above 0 and at most 8\n"
            "  --tour DIR         walk through the main job, save a picture of each step in DIR\n"
+           "  --careful          careful manners: see README.md\n"
            "  --browser          show the window in a web browser, without a display\n"
            "  --help             print this and exit\n"
            "  --version          print the version and exit\n"

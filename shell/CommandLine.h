@@ -12,6 +12,7 @@ struct CommandLine {
     double scale = 0;          ///< 0: what fits the monitor
     std::string tourDirectory; ///< where the guided tour saves its pictures; empty: no tour
     bool serveToBrowser = false;
+    bool careful = false; ///< careful manners; see settings/Manners.h
 
     enum class Action { Run, ShowHelp, ShowVersion, Refuse };
     Action action = Action::Run;

@@ -34,6 +34,8 @@ int main(int argc, char* argv[]) {
 
     if (!line.site.empty())
         overrideSetting(kContentSiteBaseURL, line.site);
+    if (line.careful)
+        overrideSetting(kCarefulManners, "yes");
     UILaunchOptions options;
     options.deviceRoot = line.deviceRoot;
     options.scale = line.scale;

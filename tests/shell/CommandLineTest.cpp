@@ -16,13 +16,14 @@ CommandLine parse(std::vector<std::string> words) {
 
 TEST(CommandLine, EveryOptionIsTakenInBothForms) {
     const CommandLine line = parse({"--site", "http://127.0.0.1:8080", "--device-root=/tmp/d",
-                                    "--scale", "1.5", "--tour=/tmp/t", "--browser"});
+                                    "--scale", "1.5", "--tour=/tmp/t", "--browser", "--careful"});
     EXPECT_EQ(line.action, CommandLine::Action::Run);
     EXPECT_EQ(line.site, "http://127.0.0.1:8080");
     EXPECT_EQ(line.deviceRoot, "/tmp/d");
     EXPECT_EQ(line.scale, 1.5);
     EXPECT_EQ(line.tourDirectory, "/tmp/t");
     EXPECT_TRUE(line.serveToBrowser);
+    EXPECT_TRUE(line.careful);
 }
 
 TEST(CommandLine, WhatIsWrongIsSaidInOneLine) {

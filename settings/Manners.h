@@ -1,0 +1,26 @@
+#pragma once
+
+namespace vistrel {
+
+/// Choices between what the phone did and what is kinder to its user. The phone's way is the
+/// default; `[manners] careful=yes` in the settings file, or --careful, makes every careful choice.
+struct Manners {
+    /// A browser that comes back into view watches its page for media again.
+    bool watchesPagesAgain = false;
+    /// A download has succeeded when its transfer has ended and every byte is on the disk. A file
+    /// that cannot be made is a failure, and a download of unknown length reports its end too.
+    bool confirmsDownloads = false;
+    /// An answer that carries no file (400 and above, 204, 304) is a failure and leaves none.
+    bool refusesErrorAnswers = false;
+    /// A download never replaces a file: the new one's name gets " 2" before the extension.
+    bool keepsExistingFiles = false;
+    /// A download that failed can be started again, and continues where it stopped.
+    bool retriesDownloads = false;
+
+    static Manners careful();
+};
+
+/// The choices that hold now.
+Manners manners();
+
+}
