@@ -14,7 +14,7 @@ namespace {
 void describe(std::string& text, const Value& value, std::size_t depth);
 
 /// Inside a container, a text that is more than one plain word stands between quotes.
-std::string quoted(std::string_view text) {
+std::string quotedText(std::string_view text) {
     const bool plain = !text.empty() && std::ranges::all_of(text, [](char character) {
         return (character >= '0' && character <= '9') || (character >= 'a' && character <= 'z') ||
                (character >= 'A' && character <= 'Z') || character == '_' || character == '.' ||
@@ -33,7 +33,7 @@ std::string quoted(std::string_view text) {
 
 void describeEntry(std::string& text, const Value& value, std::size_t depth) {
     if (value.isString() || value.isDate())
-        text += quoted(gadTextualDescription(value));
+        text += quotedText(gadTextualDescription(value));
     else
         describe(text, value, depth);
 }
@@ -56,7 +56,7 @@ void describe(std::string& text, const Value::Dictionary& dictionary, std::size_
     const std::string indentation(depth * 4, ' ');
     text += "{\n";
     for (const auto& [key, value] : dictionary) {
-        text += indentation + "    " + quoted(key) + " = ";
+        text += indentation + "    " + quotedText(key) + " = ";
         describeEntry(text, value, depth + 1);
         text += ";\n";
     }
