@@ -6,6 +6,7 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 # Programs too: else the linker copies variables of the C library into them, and a module, which asks its own libraries
 # first, would see the originals that nobody changes.
 set(CMAKE_CXX_COMPILE_OPTIONS_PIE -fPIC)
+include(GNUInstallDirs)
 if(NOT CMAKE_BUILD_TYPE)
   set(CMAKE_BUILD_TYPE Release)
 endif()

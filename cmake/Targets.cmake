@@ -44,6 +44,7 @@ function(vistrel_module name)
   add_library(${name} MODULE $<TARGET_OBJECTS:${name}-objects>)
   target_link_libraries(${name} PRIVATE ${ARG_USES})
   set_target_properties(${name} PROPERTIES PREFIX "" LINKER_LANGUAGE CXX LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/modules")
+  install(TARGETS ${name} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/vistrel")
   set_property(GLOBAL APPEND PROPERTY VISTREL_MODULES ${name})
 endfunction()
 

@@ -9,8 +9,8 @@ struct ProgramPaths {
     std::string translations; ///< message catalogues by language
     std::string settingsFile; ///< $XDG_CONFIG_HOME/vistrel/vistrel.ini
 
-    /// Resources stand beside the program ("share/vistrel", as built) or where it is installed
-    /// ("../share/vistrel").
+    /// Resources are in "share" beside the program (the build tree) or in the data folder of the
+    /// installation, relative to the program.
     static ProgramPaths find();
 };
 

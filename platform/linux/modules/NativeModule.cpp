@@ -20,11 +20,8 @@ std::vector<std::filesystem::path> moduleFolders() {
     std::error_code error;
     const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
     if (!error) {
-        // Programs of the build tree lie at several depths in it.
-        for (auto folder = program.parent_path(); folder.has_relative_path();
-             folder = folder.parent_path())
-            folders.push_back(folder / "modules");
-        folders.push_back(program.parent_path().parent_path() / "lib" / "vistrel");
+        folders.push_back(program.parent_path() / "modules");
+        folders.push_back(program.parent_path() / VISTREL_MODULES_FOLDER);
     }
     return folders;
 }

@@ -10,8 +10,8 @@ class NativeModule {
 public:
     using Log = std::function<void(const std::string& line)>;
 
-    /// `file` is tried in turn in $VISTREL_MODULES, beside the program in "modules", and in
-    /// ../lib/vistrel of the program's folder.
+    /// `file` is looked for in $VISTREL_MODULES (which tests set), in "modules" beside the program
+    /// (the build tree), and where it is installed relative to the program.
     NativeModule(std::string file, Log log);
 
     /// The address of a symbol; null when the module cannot be opened, which is logged once.
