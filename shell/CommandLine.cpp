@@ -26,7 +26,7 @@ std::optional<double> parseScale(std::string_view text) {
     return value > 0 && value <= kLargestScale ? std::optional(value) : std::nullopt;
 }
 
-bool isSiteAddress(const std::string& text) {
+bool isWebAddress(const std::string& text) {
     const auto url = NSURL::URLWithString(text);
     return url && url->isHTTP() && !url->host().empty();
 }
@@ -35,8 +35,8 @@ bool isSiteAddress(const std::string& text) {
 std::string storeValue(CommandLine& line, std::string_view option, const std::string& value) {
     if (option == "--site") {
         line.site = value;
-        return isSiteAddress(value) ? ""
-                                    : "--site needs an http or https address, not '" + value + "'";
+        return isWebAddress(value) ? ""
+                                   : "--site needs an http or https address, not '" + value + "'";
     }
     if (option == "--device-root")
         line.deviceRoot = value;
@@ -72,7 +72,7 @@ CommandLine CommandLine::parse(std::span<char* const> arguments) {
             if (const std::string wrong = storeValue(line, option, *value); !wrong.empty())
                 return refuse(wrong);
         } else if (value) {
-            return refuse("unknown option '" + std::string(arguments[i]) + "'");
+            return refuse("unexpected argument '" + std::string(arguments[i]) + "'");
         } else if (option == "--browser") {
             line.serveToBrowser = true;
         } else if (option == "--careful") {
@@ -83,19 +83,24 @@ CommandLine CommandLine::parse(std::span<char* const> arguments) {
         } else if (option == "--version") {
             line.action = Action::ShowVersion;
             return line;
+        } else if (!option.starts_with('-') && line.openAddress.empty()) {
+            line.openAddress = option;
+            if (!isWebAddress(line.openAddress))
+                return refuse("cannot open '" + line.openAddress +
+                              "', which is not an http or https address");
         } else {
-            return refuse("unknown option '" + std::string(option) + "'");
+            return refuse("unexpected argument '" + std::string(option) + "'");
         }
     }
     return line;
 }
 
 std::string CommandLine::helpText() {
-    return "Usage: vistrel [OPTION]...\n"
-           "Gathers the sites a person watches and downloads from, and plays what was downloaded.\n"
+    return "Usage: vistrel [OPTION]... [URL]\n"
+           "Browses sites for video and music, downloads it and plays it. Opens the page at URL.\n"
            "\n"
            "  --site URL         the content site (default: from the settings file)\n"
-           "  --device-root DIR  where the device's files lie\n"
+           "  --device-root DIR  folder of the device's files\n"
            "                     (default: $XDG_DATA_HOME/vistrel/device)\n"
            "  --scale N          window pixels per point, above 0 and at most 8\n"
            "  --tour DIR         walk through the main job, save a picture of each step in DIR\n"

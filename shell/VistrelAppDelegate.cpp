@@ -2,11 +2,13 @@
 
 #include "platform/foundation/NSFileManager.h"
 #include "platform/foundation/NSLog.h"
+#include "platform/foundation/NSURL.h"
 #include "platform/graphics/UIImage.h"
 #include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UIViewAnimation.h"
 #include "platform/uikit/UIWindow.h"
+#include "web/WebBrowserViewController.h"
 
 #include <utility>
 
@@ -34,6 +36,16 @@ void VistrelAppDelegate::applicationDidFinishLaunching(UIApplication&) {
     window_->makeKeyAndVisible();
     showSplash();
     ensureDownloadsFolder();
+}
+
+bool VistrelAppDelegate::applicationHandleOpenURL(UIApplication&, const NSURL& url) {
+    if (!url.isHTTP())
+        return false;
+    if (navigationController_->modalViewController())
+        navigationController_->dismissModalViewControllerAnimated(false);
+    navigationController_->pushViewController(
+        WebBrowserViewController::withTitleURL(url.host(), url.absoluteString()), false);
+    return true;
 }
 
 void VistrelAppDelegate::showSplash() {

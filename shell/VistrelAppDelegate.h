@@ -24,6 +24,8 @@ public:
     void setNavigationController(std::shared_ptr<UINavigationController> controller);
 
     void applicationDidFinishLaunching(UIApplication& application) override;
+    /// Shows a page on top of what is open.
+    bool applicationHandleOpenURL(UIApplication& application, const NSURL& url) override;
     void startupAnimationDone();
 
 private:

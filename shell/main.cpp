@@ -39,6 +39,7 @@ int main(int argc, char* argv[]) {
     UILaunchOptions options;
     options.deviceRoot = line.deviceRoot;
     options.scale = line.scale;
+    options.openAddress = line.openAddress;
     options.serveToBrowser = line.serveToBrowser;
     std::unique_ptr<GuidedTour> tour;
     if (!line.tourDirectory.empty()) {

@@ -15,6 +15,7 @@ struct UILaunchOptions {
     std::string deviceRoot;      ///< machine directory of the device's files; empty: the default
     double scale = 0;            ///< window pixels per point; 0: what fits the monitor
     bool serveToBrowser = false; ///< show the window in a web browser instead of a display
+    std::string openAddress;     ///< opened after the launch, or by the process that runs already
     std::function<void()> didLaunch; ///< called once the first frame is on screen
 };
 

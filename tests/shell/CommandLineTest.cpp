@@ -15,8 +15,9 @@ CommandLine parse(std::vector<std::string> words) {
 }
 
 TEST(CommandLine, EveryOptionIsTakenInBothForms) {
-    const CommandLine line = parse({"--site", "http://127.0.0.1:8080", "--device-root=/tmp/d",
-                                    "--scale", "1.5", "--tour=/tmp/t", "--browser", "--careful"});
+    const CommandLine line =
+        parse({"--site", "http://127.0.0.1:8080", "--device-root=/tmp/d", "--scale", "1.5",
+               "--tour=/tmp/t", "--browser", "--careful", "https://films.example/a?b=c"});
     EXPECT_EQ(line.action, CommandLine::Action::Run);
     EXPECT_EQ(line.site, "http://127.0.0.1:8080");
     EXPECT_EQ(line.deviceRoot, "/tmp/d");
@@ -24,6 +25,7 @@ TEST(CommandLine, EveryOptionIsTakenInBothForms) {
     EXPECT_EQ(line.tourDirectory, "/tmp/t");
     EXPECT_TRUE(line.serveToBrowser);
     EXPECT_TRUE(line.careful);
+    EXPECT_EQ(line.openAddress, "https://films.example/a?b=c");
 }
 
 TEST(CommandLine, WhatIsWrongIsSaidInOneLine) {
@@ -34,6 +36,7 @@ TEST(CommandLine, WhatIsWrongIsSaidInOneLine) {
     const Case cases[] = {
         {{"--bogus"}, "--bogus"},
         {{"file.mp4"}, "file.mp4"},
+        {{"http://a.example/", "http://b.example/"}, "http://b.example/"},
         {{"--browser=yes"}, "--browser=yes"},
         {{"--site"}, "needs a value"},
         {{"--site", "not an address"}, "not an address"},

@@ -1,5 +1,6 @@
 #include "shell/VistrelAppDelegate.h"
 
+#include "platform/foundation/NSURL.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UINavigationController.h"
@@ -7,6 +8,7 @@
 #include "shell/MainInterface.h"
 #include "shell/RootViewController.h"
 #include "tests/support/HostTest.h"
+#include "web/WebBrowserViewController.h"
 
 namespace vistrel {
 namespace {
@@ -43,6 +45,26 @@ TEST_F(StartUpTest, TheSplashCoversTheMenuThenGrowsFadesAndGoes) {
     EXPECT_EQ(window->subviews().size(), 1U);
     EXPECT_TRUE(std::dynamic_pointer_cast<RootViewController>(
         delegate_->navigationController()->topViewController()));
+}
+
+TEST_F(StartUpTest, AnAddressFromTheDesktopOpensOnTopOfWhatIsOpen) {
+    files().putFolder(kFolder);
+    launch();
+    auto& application = UIApplication::sharedApplication();
+    const auto open = [&](const char* address) {
+        return delegate_->applicationHandleOpenURL(application, *NSURL::URLWithString(address));
+    };
+    const auto navigation = delegate_->navigationController();
+    navigation->presentModalViewController(std::make_shared<UIViewController>(), false);
+    EXPECT_TRUE(open("http://films.example/page"));
+    EXPECT_FALSE(open("file:///etc/passwd"));
+    advance(1);
+    EXPECT_FALSE(navigation->modalViewController());
+    EXPECT_EQ(navigation->viewControllers().size(), 2U);
+    const auto browser =
+        std::dynamic_pointer_cast<WebBrowserViewController>(navigation->topViewController());
+    ASSERT_TRUE(browser);
+    EXPECT_EQ(browser->URL()->absoluteString(), "http://films.example/page");
 }
 
 TEST_F(StartUpTest, TheDownloadsFolderIsMadeOnlyWhenItIsMissing) {

@@ -24,9 +24,8 @@ std::string translate(const std::string& key) {
     return text == key.c_str() ? std::string() : std::string(text);
 }
 
-/// What cannot be made is said; the application then works on whatever is there.
-std::string preparedRoot(const std::string& asked) {
-    std::string root = asked.empty() ? defaultDeviceRoot() : asked;
+/// Where folders cannot be made, the application works on whatever is there.
+std::string preparedRoot(const std::string& root) {
     if (const auto made = prepareDeviceRoot(root); !made.ok())
         writeLog("The device's files cannot be kept in " + root + ": " + made.failure().message);
     return root;

@@ -22,7 +22,6 @@ namespace vistrel {
 /// lives.
 class LinuxHost {
 public:
-    /// `deviceRoot` empty: the default below the user's data directory.
     explicit LinuxHost(const std::string& deviceRoot);
     ~LinuxHost();
 

@@ -28,8 +28,10 @@ std::string firstFolder(std::initializer_list<std::filesystem::path> candidates)
 ProgramPaths ProgramPaths::find() {
     const auto folder = programFolder();
     ProgramPaths paths;
-    paths.resources = firstFolder({folder / "share/vistrel", folder / VISTREL_DATA_FOLDER / "vistrel"});
-    paths.translations = firstFolder({folder / "share/locale", folder / VISTREL_DATA_FOLDER / "locale"});
+    paths.resources =
+        firstFolder({folder / "share/vistrel", folder / VISTREL_DATA_FOLDER / "vistrel"});
+    paths.translations =
+        firstFolder({folder / "share/locale", folder / VISTREL_DATA_FOLDER / "locale"});
     paths.settingsFile =
         (std::filesystem::path(g_get_user_config_dir()) / "vistrel" / "vistrel.ini").string();
     return paths;

@@ -1,16 +1,21 @@
 #include "platform/uikit/UIApplicationMain.h"
 
+#include "platform/foundation/NSURL.h"
 #include "platform/graphics/UIImage.h"
+#include "platform/linux/files/DeviceRoot.h"
 #include "platform/linux/main/BroadwayServer.h"
 #include "platform/linux/main/GraphicsChoice.h"
 #include "platform/linux/main/LinuxHost.h"
+#include "platform/linux/main/RunningInstance.h"
 #include "platform/linux/window/PhoneWindow.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIApplicationDelegate.h"
 
+#include <glib-unix.h>
 #include <gtk/gtk.h>
 
 #include <clocale>
+#include <csignal>
 #include <cstdio>
 
 namespace vistrel {
@@ -38,9 +43,37 @@ bool openDisplay(bool serveToBrowser, BroadwayServer& broadway) {
     return false;
 }
 
+void openAddress(const std::string& address) {
+    auto& application = UIApplication::sharedApplication();
+    const auto url = NSURL::URLWithString(address);
+    if (url && application.delegate())
+        application.delegate()->applicationHandleOpenURL(application, *url);
+}
+
+/// Has the process that runs on this device root come to the front.
+int handOver(const RunningInstance& instance, const std::string& deviceRoot,
+             const std::string& address) {
+    if (instance.activateFirst(address))
+        return 0;
+    std::fprintf(stderr, "vistrel: already running on %s, and it cannot be reached\n",
+                 deviceRoot.c_str());
+    return 1;
+}
+
+/// The window's close button, the session's end and Ctrl+C all end the application in order.
+void quitOnSignals(host::EventLoop& loop) {
+    for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
+        const GSourceFunc quit = [](gpointer data) -> gboolean {
+            static_cast<host::EventLoop*>(data)->quit(0);
+            return G_SOURCE_CONTINUE;
+        };
+        g_unix_signal_add(signal, quit, &loop);
+    }
+}
+
 /// Launches, shows the window and runs until the application ends.
 int runApplication(const UILaunchOptions& options, const UIMainInterface& mainInterface,
-                   LinuxHost& host) {
+                   LinuxHost& host, RunningInstance& instance) {
     // The largest picture there is; to make a window takes the toolkit longer than to read it.
     UIImage::readAhead(kLaunchPicture, PhoneWindow::expectedPixelsPerPoint(options.scale));
     PhoneWindow window(options.scale);
@@ -48,12 +81,18 @@ int runApplication(const UILaunchOptions& options, const UIMainInterface& mainIn
     auto& application = UIApplication::sharedApplication();
     application.setDelegate(mainInterface());
     application.finishLaunching();
-    window.setFirstFrameHandler([&host, &options, &window] {
+    window.setFirstFrameHandler([&host, &instance, &options, &window] {
         if (options.didLaunch)
             options.didLaunch();
+        openAddress(options.openAddress);
+        instance.listen([&window](const std::string& address, const std::string& startupToken) {
+            openAddress(address);
+            window.raise(startupToken);
+        });
         host.webEngine().warmUp();
         window.setIcon();
     });
+    quitOnSignals(host.loop());
     window.setCloseHandler([&host] { host.loop().quit(0); });
     window.present();
     const int status = host.loop().run();
@@ -69,11 +108,16 @@ int UIApplicationMain(int, char*[], const UILaunchOptions& options,
     std::setlocale(LC_ALL, "");
     // Desktops find the application's entry, and with it its icon, by this name.
     g_set_prgname(kApplicationID);
+    const std::string deviceRoot =
+        options.deviceRoot.empty() ? defaultDeviceRoot() : options.deviceRoot;
+    RunningInstance instance(deviceRoot, options.deviceRoot.empty());
+    if (!instance.isFirst())
+        return handOver(instance, deviceRoot, options.openAddress);
     BroadwayServer broadway;
     if (!openDisplay(options.serveToBrowser, broadway))
         return 1;
-    LinuxHost host(options.deviceRoot);
-    return runApplication(options, mainInterface, host);
+    LinuxHost host(deviceRoot);
+    return runApplication(options, mainInterface, host, instance);
 }
 
 }

@@ -100,6 +100,12 @@ void PhoneWindow::setIcon() {
     gtk_window_set_icon_name(window_, "org.vistrel.Vistrel");
 }
 
+void PhoneWindow::raise(const std::string& startupToken) {
+    if (!startupToken.empty())
+        gtk_window_set_startup_id(window_, startupToken.c_str());
+    gtk_window_present(window_);
+}
+
 void PhoneWindow::setFirstFrameHandler(std::function<void()> handler) {
     screen_->setFirstFrameHandler(std::move(handler));
 }

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace vistrel {
 
@@ -26,6 +27,8 @@ public:
     void setCloseHandler(std::function<void()> handler) { close_ = std::move(handler); }
     /// Reads the icon theme, which takes a while: after the first frame.
     void setIcon();
+    /// Asks the desktop to bring it to the front; `startupToken` is the desktop's permission.
+    void raise(const std::string& startupToken);
     void present() { gtk_window_present(window_); }
 
 private:
