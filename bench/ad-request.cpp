@@ -8,7 +8,7 @@
 #include "platform/host/Host.h"
 #include "platform/linux/crypto/LibraryCrypto.h"
 #include "platform/linux/loop/GLibEventLoop.h"
-#include "platform/linux/network/SoupNetwork.h"
+#include "platform/linux/network/CurlNetwork.h"
 #include "platform/linux/preferences/PlistPreferences.h"
 
 #include <cstdio>
@@ -66,7 +66,7 @@ public:
 private:
     std::string path_ = std::filesystem::temp_directory_path() / "vistrel-bench-ad-request.plist";
     GLibEventLoop loop_;
-    SoupNetwork network_{loop_};
+    CurlNetwork network_{loop_};
     PlistPreferences preferences_{path_};
     LibraryCrypto crypto_;
     host::Host host_;

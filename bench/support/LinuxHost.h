@@ -2,7 +2,7 @@
 #include "platform/host/Host.h"
 #include "platform/linux/files/DeviceFiles.h"
 #include "platform/linux/loop/GLibEventLoop.h"
-#include "platform/linux/network/SoupNetwork.h"
+#include "platform/linux/network/CurlNetwork.h"
 
 #include <string>
 
@@ -29,7 +29,7 @@ public:
 private:
     vistrel::GLibEventLoop loop_;
     vistrel::DeviceFiles files_;
-    vistrel::SoupNetwork network_;
+    vistrel::CurlNetwork network_;
     vistrel::host::Host host_;
 };
 

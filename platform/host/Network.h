@@ -20,7 +20,6 @@ struct TransferRequest {
     std::string url;
     std::string method = "GET";
     HeaderFields headers;
-    std::vector<std::byte> body;
     double timeout = 60; ///< seconds without a byte until the transfer fails
     bool ignoresCache = false;
     CookieUse cookies = CookieUse::SendAndStore;

@@ -1,6 +1,7 @@
 #include "platform/linux/mail/SmtpDelivery.h"
 
 #include "tests/linux/MainLoop.h"
+#include "tests/linux/TestCertificate.h"
 #include "tests/linux/mail/SmtpTestServer.h"
 
 #include <gmock/gmock.h>

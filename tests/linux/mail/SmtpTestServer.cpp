@@ -1,7 +1,5 @@
 #include "tests/linux/mail/SmtpTestServer.h"
 
-#include <cstdlib>
-#include <filesystem>
 #include <utility>
 
 namespace vistrel {
@@ -147,24 +145,6 @@ bool SmtpTestServer::readMessage() {
             return false;
     }
     return false;
-}
-
-TestCertificate::TestCertificate() {
-    char pattern[] = "/tmp/vistrel-certificate-XXXXXX";
-    if (!::mkdtemp(pattern))
-        return;
-    folder_ = pattern;
-    const std::string command =
-        "openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:P-256 -nodes -days 2"
-        " -subj /CN=localhost -addext subjectAltName=DNS:localhost -keyout " +
-        keyFile() + " -out " + certificateFile() + " >/dev/null 2>&1";
-    made_ = std::system(command.c_str()) == 0;
-}
-
-TestCertificate::~TestCertificate() {
-    std::error_code ignored;
-    if (!folder_.empty())
-        std::filesystem::remove_all(folder_, ignored);
 }
 
 }

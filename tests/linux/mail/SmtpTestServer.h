@@ -62,22 +62,4 @@ private:
     std::thread thread_;
 };
 
-/// A certificate for "localhost" that nobody but its own file vouches for, in files that go with
-/// it.
-class TestCertificate {
-public:
-    TestCertificate();
-    ~TestCertificate();
-    TestCertificate(const TestCertificate&) = delete;
-    TestCertificate& operator=(const TestCertificate&) = delete;
-
-    std::string certificateFile() const { return folder_ + "/cert.pem"; }
-    std::string keyFile() const { return folder_ + "/key.pem"; }
-    bool isMade() const { return made_; }
-
-private:
-    std::string folder_;
-    bool made_ = false;
-};
-
 }

@@ -3,7 +3,7 @@
 #include "platform/host/Host.h"
 #include "platform/linux/files/DeviceFiles.h"
 #include "platform/linux/loop/GLibEventLoop.h"
-#include "platform/linux/network/SoupNetwork.h"
+#include "platform/linux/network/CurlNetwork.h"
 #include "tests/linux/MainLoop.h"
 #include "tests/linux/network/LoopbackServer.h"
 
@@ -74,7 +74,7 @@ protected:
     std::string root_ = temporaryFolder();
     GLibEventLoop loop_;
     DeviceFiles files_{root_};
-    SoupNetwork network_{loop_};
+    CurlNetwork network_{loop_};
     LoopbackServer server_;
     host::Host host_;
     RecordingDelegate delegate_;

@@ -1,10 +1,10 @@
 #include "platform/linux/network/CookieJar.h"
+#include "platform/linux/network/CurlNetwork.h"
 #include "platform/linux/network/NetworkSetup.h"
-#include "platform/linux/network/SoupNetwork.h"
 
 extern "C" __attribute__((visibility("default"))) vistrel::host::Network*
 vistrel_create_network(vistrel::host::EventLoop& loop) {
-    return new vistrel::SoupNetwork(loop);
+    return new vistrel::CurlNetwork(loop);
 }
 
 extern "C" __attribute__((visibility("default"))) SoupCookieJar* vistrel_shared_cookie_jar() {

@@ -1,0 +1,29 @@
+#pragma once
+#include "platform/host/EventLoop.h"
+#include "platform/host/Network.h"
+#include "platform/linux/NativeCallback.h"
+
+#include <memory>
+
+namespace vistrel {
+class CurlLoop;
+
+/// HTTP over libcurl on the main loop.
+class CurlNetwork : public host::Network {
+public:
+    /// The loop must outlive it.
+    explicit CurlNetwork(host::EventLoop& loop);
+    ~CurlNetwork() override;
+
+    std::unique_ptr<host::Transfer> start(host::TransferRequest request,
+                                          host::TransferClient& client) override;
+    host::Reachability reachability() const override;
+    void setReachabilityHandler(std::function<void(host::Reachability)> handler) override;
+
+private:
+    host::EventLoop& loop_;
+    std::shared_ptr<CurlLoop> curl_;
+    SignalConnection networkChanged_;
+};
+
+}

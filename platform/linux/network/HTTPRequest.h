@@ -1,0 +1,36 @@
+#pragma once
+#include "platform/host/Network.h"
+
+#include <curl/curl.h>
+#include <glib.h>
+
+#include <memory>
+#include <string>
+
+namespace vistrel {
+
+struct HTTPRequestDeleters {
+    void operator()(GUri* uri) const { g_uri_unref(uri); }
+    void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+};
+using ParsedURI = std::unique_ptr<GUri, HTTPRequestDeleters>;
+using HeaderList = std::unique_ptr<curl_slist, HTTPRequestDeleters>;
+
+[[nodiscard]] bool isHTTP(const std::string& url);
+/// Null for what is not an address with a host.
+[[nodiscard]] ParsedURI parsedURI(const std::string& url);
+/// The address that a redirect's Location means, seen from `base`; empty when it is malformed.
+[[nodiscard]] std::string resolvedURL(GUri* base, const std::string& location);
+[[nodiscard]] std::string textOf(GUri* uri);
+
+/// The request's header lines, with the cookies given; fields that would begin a further line are
+/// left out.
+[[nodiscard]] HeaderList headerLines(const host::TransferRequest& request,
+                                     const std::string& cookies);
+
+/// The request for the next hop: the method follows from the answer's status, and other sites are
+/// not told what was meant for the first.
+[[nodiscard]] host::TransferRequest requestAfterRedirect(host::TransferRequest request, int status,
+                                                         const std::string& target);
+
+}
