@@ -1,10 +1,12 @@
 #include "web/WebBrowserViewController.h"
 
+#include "platform/foundation/NSBundle.h"
 #include "platform/foundation/NSError.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/foundation/NSURLConnection.h"
 #include "platform/foundation/NSURLRequest.h"
 #include "platform/foundation/NSURLResponse.h"
+#include "platform/foundation/Weakly.h"
 #include "platform/graphics/UIImage.h"
 #include "platform/uikit/UIActivityIndicatorView.h"
 #include "platform/uikit/UIApplication.h"
@@ -15,7 +17,9 @@
 #include "platform/uikit/UIToolbar.h"
 #include "platform/uikit/UIWebView.h"
 #include "platform/uikit/UIWindow.h"
+#include "settings/Manners.h"
 #include "web/FileDownloadViewController.h"
+#include "web/PageNotice.h"
 #include "web/UIToolbarAdditions.h"
 
 #include <algorithm>
@@ -30,11 +34,18 @@ constexpr int kForwardTag = 1;
 constexpr int kBackTag = 2;
 constexpr int kReloadTag = 3;
 
+/// A page with many frames must not bury the browser under download screens.
+constexpr std::size_t kMostOffers = 2;
+
 constexpr std::array<const char*, 3> kDownloadableMIMETypes{"video/mp4", "video/m4v", "audio/mpeg"};
 
 /// Keeps pages from opening windows that the phone does not have.
 constexpr const char* kSameFrameScript = "{ var a = document.getElementsByTagName(\"a\"); for (var "
                                          "i=0; i<a.length; i++) a[i].target = \"_self\"; }";
+
+std::string localized(const char* key) {
+    return NSBundle::mainBundle().localizedStringForKeyValue(key);
+}
 
 }
 
@@ -77,19 +88,22 @@ void WebBrowserViewController::downloadFileAtURL(const NSURL& url) {
         navigationController()->pushViewController(FileDownloadViewController::withURL(url), true);
 }
 
-void WebBrowserViewController::backAction() {
+void WebBrowserViewController::go(Move move) {
+    lastMove_ = move;
     if (webView_)
-        webView_->goBack();
+        (webView_.get()->*move)();
+}
+
+void WebBrowserViewController::backAction() {
+    go(&UIWebView::goBack);
 }
 
 void WebBrowserViewController::forwardAction() {
-    if (webView_)
-        webView_->goForward();
+    go(&UIWebView::goForward);
 }
 
 void WebBrowserViewController::refreshAction() {
-    if (webView_)
-        webView_->reload();
+    go(&UIWebView::reload);
 }
 
 void WebBrowserViewController::stopAction() {
@@ -98,6 +112,9 @@ void WebBrowserViewController::stopAction() {
 }
 
 void WebBrowserViewController::homeAction() {
+    // A start address that is a media file left nothing to go on with: it is probed again.
+    if (webView_ && download_)
+        webView_->setDelegate(this);
     openURL(URL_);
 }
 
@@ -124,17 +141,15 @@ void WebBrowserViewController::viewDidLoad() {
 void WebBrowserViewController::makeToolbarItems() {
     const auto imageItem = [this](const char* image, const char* label, int tag,
                                   void (WebBrowserViewController::*action)()) {
-        auto item =
-            UIBarButtonItem::withImage(UIImage::imageNamed(image), UIBarButtonItemStyle::Plain,
-                                       [this, action] { (this->*action)(); });
+        auto item = UIBarButtonItem::withImage(UIImage::imageNamed(image),
+                                               UIBarButtonItemStyle::Plain, weakly(this, action));
         item->setTag(tag);
         item->setAccessibilityLabel(label);
         return item;
     };
     const auto systemItem = [this](UIBarButtonSystemItem system,
                                    void (WebBrowserViewController::*action)()) {
-        auto item =
-            UIBarButtonItem::withBarButtonSystemItem(system, [this, action] { (this->*action)(); });
+        auto item = UIBarButtonItem::withBarButtonSystemItem(system, weakly(this, action));
         item->setTag(kReloadTag);
         return item;
     };
@@ -158,6 +173,13 @@ void WebBrowserViewController::makeToolbarItems() {
     if (navigationController())
         toolbar_->setTintColor(navigationController()->navigationBar()->tintColor());
     toolbar_->setItems({backButton_, space, home, space, refreshButton_, space, forwardButton_});
+}
+
+void WebBrowserViewController::viewWillAppear(bool animated) {
+    UIViewController::viewWillAppear(animated);
+    offered_.clear();
+    if (webView_ && manners().watchesPagesAgain)
+        webView_->setDelegate(this);
 }
 
 void WebBrowserViewController::viewWillDisappear(bool animated) {
@@ -187,37 +209,81 @@ bool WebBrowserViewController::shouldAutorotateToInterfaceOrientation(
     return orientation == UIInterfaceOrientation::Portrait;
 }
 
-bool WebBrowserViewController::webViewShouldStartLoadWithRequest(UIWebView&,
+bool WebBrowserViewController::webViewShouldStartLoadWithRequest(UIWebView& webView,
                                                                  const NSURLRequest& request,
-                                                                 UIWebViewNavigationType) {
+                                                                 UIWebViewNavigationType type) {
+    return webViewShouldStartNavigation(webView, request, {type});
+}
+
+bool WebBrowserViewController::webViewShouldStartNavigation(UIWebView&, const NSURLRequest& request,
+                                                            const UIWebViewNavigation& navigation) {
     updateHistoryButtons();
-    if (request.isSafeToRepeat() && request.URL() && request.URL()->isHTTP()) {
-        NSURLRequest probe = request;
-        // A site that renews its session with each visit must not be confused by a second visitor.
-        probe.setCookies(NSURLRequestCookies::SendOnly);
-        NSURLConnection::withRequestDelegate(std::move(probe), asConnectionDelegate());
-    }
+    if (navigation.isSameDocument)
+        return !download_;
+    if (!mayResend(request, navigation.type))
+        return false;
+    visits_.begin(request, navigation.isRedirect, weakReference<NSURLConnectionDelegate>(this));
     return !download_;
 }
 
-bool WebBrowserViewController::webViewShouldShowResponseForUnrepeatableRequest(
-    UIWebView&, const NSURLResponse& response) {
+bool WebBrowserViewController::mayResend(const NSURLRequest& request,
+                                         UIWebViewNavigationType type) {
+    const bool repeats = type == UIWebViewNavigationType::Reload ||
+                         type == UIWebViewNavigationType::BackForward ||
+                         type == UIWebViewNavigationType::FormResubmitted;
+    if (!repeats || request.isSafeToRepeat() || std::exchange(resends_, false))
+        return true;
+    UIAlertView::withTitle(
+        localized("Send Again?"), localized("To show this page, the form has to be sent again."),
+        weakReference<UIAlertViewDelegate>(this), localized("Cancel"), {localized("Send")})
+        ->show();
+    return false;
+}
+
+void WebBrowserViewController::alertViewClickedButtonAtIndex(UIAlertView&, int buttonIndex) {
+    if (buttonIndex == 0 || !lastMove_)
+        return;
+    resends_ = true;
+    go(lastMove_);
+}
+
+bool WebBrowserViewController::webViewShouldShowResponse(UIWebView&,
+                                                         const NSURLResponse& response) {
     if (!isDownloadableMIMEType(response.MIMEType()))
         return true;
-    downloadFileAtURL(response.URL());
+    if (visits_.foundMedia(response.URL().absoluteString()))
+        openMedia(response.URL());
     return false;
+}
+
+std::optional<NSURLRequest> WebBrowserViewController::connectionWillSendRequestRedirectResponse(
+    NSURLConnection& connection, const NSURLRequest& request,
+    const NSURLResponse* redirectResponse) {
+    if (redirectResponse && request.URL())
+        visits_.redirected(connection, request.URL()->absoluteString());
+    return request;
 }
 
 void WebBrowserViewController::connectionDidReceiveResponse(NSURLConnection& connection,
                                                             const NSURLResponse& response) {
     if (isDownloadableMIMEType(response.MIMEType())) {
-        const auto self = shared_from_this();
+        const bool isFirst = visits_.foundMedia(connection);
         connection.cancel();
-        downloadFileAtURL(response.URL());
+        if (isFirst)
+            openMedia(response.URL());
     } else if (download_) {
         download_ = false;
         openURL(response.URL());
     }
+}
+
+void WebBrowserViewController::openMedia(const NSURL& url) {
+    const std::string& address = url.absoluteString();
+    if (offered_.size() == kMostOffers ||
+        std::find(offered_.begin(), offered_.end(), address) != offered_.end())
+        return;
+    offered_.push_back(address);
+    downloadFileAtURL(url);
 }
 
 void WebBrowserViewController::webViewDidStartLoad(UIWebView&) {
@@ -236,6 +302,27 @@ void WebBrowserViewController::webViewDidFailLoadWithError(UIWebView&, const NSE
     UIApplication::sharedApplication().setNetworkActivityIndicatorVisible(false);
     loadEnded();
     NSLog(error.localizedDescription());
+    showNotice(error);
+}
+
+void WebBrowserViewController::showNotice(const NSError& error) {
+    const auto url = webView_->request().URL();
+    if (!url)
+        return;
+    if (error.domain() == NSURLErrorDomain &&
+        error.code() == NSURLErrorServerCertificateUntrusted) {
+        const PageNotice notice{localized("This Connection Is Not Secure"),
+                                localized("The website cannot prove who it is: its certificate is "
+                                          "not valid. Nothing was sent to it."),
+                                {}};
+        webView_->showNotice(notice.html(*url), *url);
+    } else if (error.domain() == WebKitErrorDomain &&
+               error.code() == WebKitErrorWebContentProcessTerminated) {
+        const PageNotice notice{localized("The Page Has Stopped"),
+                                localized("Something went wrong while this page was shown."),
+                                localized("Load Again")};
+        webView_->showNotice(notice.html(*url), *url);
+    }
 }
 
 void WebBrowserViewController::loadEnded() {
@@ -250,10 +337,6 @@ void WebBrowserViewController::updateHistoryButtons() {
         return;
     backButton_->setEnabled(webView_->canGoBack());
     forwardButton_->setEnabled(webView_->canGoForward());
-}
-
-std::shared_ptr<NSURLConnectionDelegate> WebBrowserViewController::asConnectionDelegate() {
-    return std::static_pointer_cast<WebBrowserViewController>(shared_from_this());
 }
 
 }

@@ -1,12 +1,15 @@
 #pragma once
 #include "platform/foundation/NSURL.h"
 #include "platform/foundation/NSURLConnectionDelegate.h"
+#include "platform/uikit/UIAlertView.h"
 #include "platform/uikit/UIViewController.h"
 #include "platform/uikit/UIWebViewDelegate.h"
+#include "web/PageVisits.h"
 
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace vistrel {
 class UIBarButtonItem;
@@ -14,14 +17,15 @@ class UIToolbar;
 class UIWebView;
 
 /// The in-application web browser: one page, a toolbar below it, and a second look at every
-/// request. A probe connection learns each answer's media type; a video or audio file opens the
-/// download screen. A request that must not be sent twice is not probed: the page engine's own
-/// answer tells its type.
+/// request. A probe connection learns each response's media type; a video or audio file opens the
+/// download screen. The page engine's own response tells it too, and comes first at times: each
+/// tap opens one screen at most, and the engine never shows such a file.
 ///
-/// Until the first answer that is no media file has come (the start gate), the page engine loads
+/// Until the first response that is not a media file (the start gate), the page engine loads
 /// nothing.
 class WebBrowserViewController : public UIViewController,
                                  public UIWebViewDelegate,
+                                 public UIAlertViewDelegate,
                                  public NSURLConnectionDelegate {
 public:
     /// An address that does not parse leaves the page blank.
@@ -49,26 +53,39 @@ public:
     void homeAction();
 
     void viewDidLoad() override;
+    void viewWillAppear(bool animated) override;
     void viewWillDisappear(bool animated) override;
     void viewDidUnload() override;
     bool shouldAutorotateToInterfaceOrientation(UIInterfaceOrientation orientation) override;
 
     bool webViewShouldStartLoadWithRequest(UIWebView& webView, const NSURLRequest& request,
                                            UIWebViewNavigationType navigationType) override;
-    bool webViewShouldShowResponseForUnrepeatableRequest(UIWebView& webView,
-                                                         const NSURLResponse& response) override;
+    bool webViewShouldStartNavigation(UIWebView& webView, const NSURLRequest& request,
+                                      const UIWebViewNavigation& navigation) override;
+    bool webViewShouldShowResponse(UIWebView& webView, const NSURLResponse& response) override;
     void webViewDidStartLoad(UIWebView& webView) override;
     void webViewDidFinishLoad(UIWebView& webView) override;
     void webViewDidFailLoadWithError(UIWebView& webView, const NSError& error) override;
 
+    void alertViewClickedButtonAtIndex(UIAlertView& alertView, int buttonIndex) override;
+
+    std::optional<NSURLRequest>
+    connectionWillSendRequestRedirectResponse(NSURLConnection& connection,
+                                              const NSURLRequest& request,
+                                              const NSURLResponse* redirectResponse) override;
     void connectionDidReceiveResponse(NSURLConnection& connection,
                                       const NSURLResponse& response) override;
 
 private:
+    using Move = void (UIWebView::*)();
+
     void makeToolbarItems();
+    void go(Move move);
     void updateHistoryButtons();
     void loadEnded();
-    std::shared_ptr<NSURLConnectionDelegate> asConnectionDelegate();
+    bool mayResend(const NSURLRequest& request, UIWebViewNavigationType type);
+    void openMedia(const NSURL& url);
+    void showNotice(const NSError& error);
 
     std::string navigationBarTitle_;
     std::optional<NSURL> URL_;
@@ -80,6 +97,10 @@ private:
     std::shared_ptr<UIBarButtonItem> stopButton_;
     std::shared_ptr<UIBarButtonItem> activityItem_;
     bool download_ = false;
+    PageVisits visits_;
+    std::vector<std::string> offered_; ///< media that have opened a screen over this one
+    Move lastMove_ = nullptr;
+    bool resends_ = false; ///< the user agreed to send a form again
 };
 
 /// Whether the media type, exactly as sent, is one that the application downloads.

@@ -57,6 +57,7 @@ enum NSURLErrorCode : int {
     NSURLErrorNetworkConnectionLost = -1005,
     NSURLErrorHTTPTooManyRedirects = -1007,
     NSURLErrorSecureConnectionFailed = -1200,
+    NSURLErrorServerCertificateUntrusted = -1202,
 };
 
 }

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace vistrel::host {
@@ -24,9 +25,13 @@ struct WebNavigation {
     HeaderFields headers;
     WebNavigationType type = WebNavigationType::Other;
     bool isRedirect = false;
+    /// Moves within a document that is already loaded; nothing is requested.
+    bool isSameDocument = false;
+    /// The page that it comes from; empty for a load that the application asked for.
+    std::string mainDocumentURL{};
 };
 
-/// What the engine learned of a navigation's answer before it shows it.
+/// The head of a navigation's answer, before any of it is shown.
 struct WebResponse {
     std::string url;
     std::string mimeType;
@@ -37,9 +42,26 @@ struct WebResponse {
 };
 
 struct WebError {
+    /// The process that ran the page is gone, and the page with it.
+    static constexpr int kProcessEnded = 2;
+    static constexpr int kCertificate = -1202;
+
     int code = 0; ///< negative: NSURLErrorDomain's number; positive: the engine's own
     std::string message;
     std::string url;
+};
+
+/// A server wants to know who asks.
+struct WebChallenge {
+    std::string origin; ///< scheme, host and port
+    std::string realm;
+    bool isBasic = false;    ///< the password is sent as it is
+    bool isRejected = false; ///< what was answered before is wrong
+};
+
+struct WebCredential {
+    std::string user;
+    std::string password;
 };
 
 /// Hears a page's events, on the loop.
@@ -48,8 +70,13 @@ public:
     virtual ~WebPageClient() = default;
     /// Before every navigation; false: it is not made.
     virtual bool webPageShouldNavigate(const WebNavigation& navigation) = 0;
-    /// Before an answer is shown; false: the load is dropped.
+    /// Before a response is shown; false: the load is dropped.
     virtual bool webPageShouldShowResponse(const WebResponse& response) = 0;
+    /// `answer` is called at most once, at any time; nothing: the load goes on without a
+    /// credential.
+    virtual void
+    webPageNeedsCredential(const WebChallenge& challenge,
+                           std::function<void(std::optional<WebCredential>)> answer) = 0;
     virtual void webPageDidStartLoad() = 0;
     virtual void webPageDidFinishLoad() = 0;
     virtual void webPageDidFailLoad(const WebError& error) = 0;
@@ -62,6 +89,9 @@ public:
     virtual void setClient(WebPageClient* client) = 0;
     virtual void load(const std::string& url, const HeaderFields& headers) = 0;
     virtual void loadHTML(const std::string& html, const std::string& baseURL) = 0;
+    /// Shows `html` in the place of the page at `url`, which is what a reload asks for. The client
+    /// is not asked.
+    virtual void showNotice(const std::string& html, const std::string& url) = 0;
     virtual void goBack() = 0;
     virtual void goForward() = 0;
     virtual void reload() = 0;
@@ -75,14 +105,22 @@ public:
                           std::function<void(const std::string&)> done) = 0;
     virtual void setScalesPageToFit(bool scales) = 0;
     virtual void setTransparentBackground(bool transparent) = 0;
+    /// False lets films without sound start by themselves; sound always waits for a touch.
+    virtual void setMediaPlaybackRequiresUserAction(bool needed) = 0;
     virtual std::string userAgent() const = 0;
+};
+
+/// Pages of one session share cookies, cache and storage, and nothing with other sessions.
+enum class WebSession {
+    Browsing, ///< the user's: kept on disk, its cookies are the application's
+    Guest     ///< pages of strangers, such as ads: nothing outlives the process
 };
 
 class WebEngine {
 public:
     virtual ~WebEngine() = default;
     /// Null when the page engine cannot be loaded; the reason is in the log.
-    virtual std::unique_ptr<WebPage> createPage() = 0;
+    virtual std::shared_ptr<WebPage> createPage(WebSession session) = 0;
     /// Starts what the first page will need, in small steps; called once the first frame is shown.
     virtual void warmUp() = 0;
 };

@@ -16,18 +16,24 @@ namespace vistrel {
 
 namespace {
 
-constexpr const char* kWebKitErrorDomain = "WebKitErrorDomain";
+bool isHexDigit(char c) {
+    return std::isxdigit(static_cast<unsigned char>(c)) != 0;
+}
 
-/// Page engines let characters stand in an address that RFC 3986 does not: these are escaped.
+/// Page engines let characters stand in an address that RFC 3986 does not, and a "%" that begins no
+/// escape: these are escaped.
 std::optional<NSURL> addressOf(const std::string& text) {
     if (auto url = NSURL::URLWithString(text))
         return url;
-    constexpr std::string_view kUnescaped = "!#$%&'()*+,-./:;=?@_~";
+    constexpr std::string_view kUnescaped = "!#$&'()*+,-./:;=?@_~";
     std::string escaped;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if ((byte < 0x80 && std::isalnum(byte)) || kUnescaped.find(c) != std::string_view::npos) {
-            escaped += c;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        const bool isEscape = text[i] == '%' && i + 2 < text.size() && isHexDigit(text[i + 1]) &&
+                              isHexDigit(text[i + 2]);
+        if (isEscape || (byte < 0x80 && std::isalnum(byte)) ||
+            kUnescaped.find(text[i]) != std::string_view::npos) {
+            escaped += text[i];
         } else {
             char code[4];
             std::snprintf(code, sizeof code, "%%%02X", byte);
@@ -35,14 +41,6 @@ std::optional<NSURL> addressOf(const std::string& text) {
         }
     }
     return NSURL::URLWithString(escaped);
-}
-
-NSURLRequest requestOf(const host::WebNavigation& navigation) {
-    NSURLRequest request(addressOf(navigation.url));
-    request.setHTTPMethod(navigation.method);
-    for (const auto& [field, value] : navigation.headers)
-        request.setValueForHTTPHeaderField(value, field);
-    return request;
 }
 
 UIWebViewNavigationType navigationTypeOf(host::WebNavigationType type) {
@@ -87,8 +85,9 @@ NSURLResponse responseOf(const NSURL& url, const host::WebResponse& answer) {
 
 }
 
-UIWebView::UIWebView(CGRect frame)
-    : UIView(frame) {
+UIWebView::UIWebView(CGRect frame, UIWebViewSession session)
+    : UIView(frame)
+    , session_(session) {
     UIView::setOpaque(true);
 }
 
@@ -100,12 +99,14 @@ UIWebView::~UIWebView() {
 host::WebPage* UIWebView::page() {
     if (page_)
         return page_.get();
-    page_ = host::current().webEngine->createPage();
+    page_ = host::current().webEngine->createPage(
+        session_ == UIWebViewSession::Guest ? host::WebSession::Guest : host::WebSession::Browsing);
     if (!page_)
         return nullptr;
     page_->setClient(this);
     page_->setScalesPageToFit(scalesPageToFit_);
     page_->setTransparentBackground(!isOpaque());
+    page_->setMediaPlaybackRequiresUserAction(mediaNeedsTouch_);
     return page_.get();
 }
 
@@ -123,9 +124,17 @@ void UIWebView::loadRequest(const NSURLRequest& request) {
     }
 }
 
-void UIWebView::loadHTMLString(const std::string& html, const std::string& baseURL) {
+void UIWebView::loadHTMLStringBaseURL(const std::string& html,
+                                      const std::optional<NSURL>& baseURL) {
     if (host::WebPage* loaded = page()) {
-        loaded->loadHTML(html, baseURL);
+        loaded->loadHTML(html, baseURL ? baseURL->absoluteString() : std::string());
+        setNeedsComposition();
+    }
+}
+
+void UIWebView::showNotice(const std::string& html, const NSURL& url) {
+    if (host::WebPage* shown = page()) {
+        shown->showNotice(html, url.absoluteString());
         setNeedsComposition();
     }
 }
@@ -158,6 +167,10 @@ bool UIWebView::canGoForward() const {
     return page_ && page_->canGoForward();
 }
 
+NSURLRequest UIWebView::request() const {
+    return NSURLRequest(addressOf(URLString()));
+}
+
 std::string UIWebView::URLString() const {
     return page_ ? page_->url() : std::string();
 }
@@ -166,6 +179,12 @@ void UIWebView::setScalesPageToFit(bool scales) {
     scalesPageToFit_ = scales;
     if (page_)
         page_->setScalesPageToFit(scales);
+}
+
+void UIWebView::setMediaPlaybackRequiresUserAction(bool needed) {
+    mediaNeedsTouch_ = needed;
+    if (page_)
+        page_->setMediaPlaybackRequiresUserAction(needed);
 }
 
 void UIWebView::stringByEvaluatingJavaScriptFromString(
@@ -197,21 +216,34 @@ UIAccessibilityElement UIWebView::accessibilityElement() const {
             true};
 }
 
+NSURLRequest UIWebView::requestOf(const host::WebNavigation& navigation) const {
+    NSURLRequest request(addressOf(navigation.url));
+    request.setHTTPMethod(navigation.method);
+    for (const auto& [field, value] : navigation.headers)
+        request.setValueForHTTPHeaderField(value, field);
+    if (request.valueForHTTPHeaderField("User-Agent").empty())
+        request.setValueForHTTPHeaderField(page_->userAgent(), "User-Agent");
+    return request;
+}
+
 bool UIWebView::webPageShouldNavigate(const host::WebNavigation& navigation) {
     const auto hold = weak_from_this().lock();
-    return !delegate_ || delegate_->webViewShouldStartLoadWithRequest(
-                             *this, requestOf(navigation), navigationTypeOf(navigation.type));
+    return !delegate_ || delegate_->webViewShouldStartNavigation(*this, requestOf(navigation),
+                                                                 {navigationTypeOf(navigation.type),
+                                                                  navigation.isRedirect,
+                                                                  navigation.isSameDocument});
 }
 
 bool UIWebView::webPageShouldShowResponse(const host::WebResponse& response) {
     const auto hold = weak_from_this().lock();
-    // A request that may be repeated was looked at by whoever wanted to, by repeating it.
-    NSURLRequest answered(addressOf(response.url));
-    answered.setHTTPMethod(response.requestMethod);
-    if (!delegate_ || !answered.URL() || answered.isSafeToRepeat())
-        return true;
-    return delegate_->webViewShouldShowResponseForUnrepeatableRequest(
-        *this, responseOf(*answered.URL(), response));
+    const auto url = addressOf(response.url);
+    return !delegate_ || !url ||
+           delegate_->webViewShouldShowResponse(*this, responseOf(*url, response));
+}
+
+void UIWebView::webPageNeedsCredential(
+    const host::WebChallenge&, std::function<void(std::optional<host::WebCredential>)> answer) {
+    answer({});
 }
 
 void UIWebView::webPageDidStartLoad() {
@@ -233,7 +265,7 @@ void UIWebView::webPageDidFailLoad(const host::WebError& error) {
     loading_ = false;
     if (delegate_)
         delegate_->webViewDidFailLoadWithError(
-            *this, NSError(error.code < 0 ? NSURLErrorDomain : kWebKitErrorDomain, error.code,
+            *this, NSError(error.code < 0 ? NSURLErrorDomain : WebKitErrorDomain, error.code,
                            error.message));
 }
 

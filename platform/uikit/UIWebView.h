@@ -6,25 +6,37 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace vistrel {
 
-/// A web page in the view tree. The page engine is asked for a page at the first use. Main thread
-/// only; the delegate is not retained.
+/// Numbers are the phone's.
+enum class UIDataDetectorTypes : unsigned { None = 0, PhoneNumber = 1, Link = 2, All = ~0U };
+
+/// Beyond the phone: whose pages a view shows. Pages of strangers, such as ads, share no cookies,
+/// cache or storage with the user's; nothing of theirs outlives the process, and they have no
+/// access to clipboard, location, notifications or camera.
+enum class UIWebViewSession { Browsing, Guest };
+
+/// A web page in the view tree. The page engine is asked for a page at the first use. Pages run
+/// their scripts whether or not the view is on screen. Main thread only; the delegate is not
+/// retained.
 class UIWebView : public UIView, private host::WebPageClient {
 public:
-    explicit UIWebView(CGRect frame = {});
+    explicit UIWebView(CGRect frame = {}, UIWebViewSession session = UIWebViewSession::Browsing);
     ~UIWebView() override;
 
-    /// Null detaches: every navigation that the engine allows is made, nobody is told.
+    /// Null detaches: every navigation that the engine allows is made, and nobody is told.
     void setDelegate(UIWebViewDelegate* delegate);
     UIWebViewDelegate* delegate() const { return delegate_; }
-    /// http, https and about only; a request without address does nothing.
-    /// The delegate is asked about it like about any other load. Methods other than GET are not
-    /// sent from here.
+    /// Loads http, https and about addresses with GET, after asking the delegate; ignores other
+    /// requests.
     void loadRequest(const NSURLRequest& request);
-    void loadHTMLString(const std::string& html, const std::string& baseURL);
+    void loadHTMLStringBaseURL(const std::string& html, const std::optional<NSURL>& baseURL);
+    /// Beyond the phone: shows `html` in the place of the page at `url`, which is what a reload
+    /// asks for. The delegate is not asked.
+    void showNotice(const std::string& html, const NSURL& url);
     void goBack();
     void goForward();
     void reload();
@@ -32,8 +44,15 @@ public:
     bool canGoBack() const;
     bool canGoForward() const;
     bool isLoading() const { return loading_; }
+    /// The address of the page; none before the first load.
+    NSURLRequest request() const;
     std::string URLString() const;
     void setScalesPageToFit(bool scales);
+    /// Film without sound may start by itself unless this is set. Sound always waits for a touch.
+    void setMediaPlaybackRequiresUserAction(bool needed);
+    /// Accepted for compatibility: only what a page marks as a link is one.
+    void setDataDetectorTypes(UIDataDetectorTypes types) { dataDetectorTypes_ = types; }
+    UIDataDetectorTypes dataDetectorTypes() const { return dataDetectorTypes_; }
     /// Runs a script in the loaded page; the result comes later, on the run loop, as text.
     void stringByEvaluatingJavaScriptFromString(const std::string& script,
                                                 std::function<void(const std::string&)> done = {});
@@ -51,13 +70,21 @@ private:
     void webPageDidFinishLoad() override;
     void webPageDidFailLoad(const host::WebError& error) override;
 
+    void
+    webPageNeedsCredential(const host::WebChallenge& challenge,
+                           std::function<void(std::optional<host::WebCredential>)> answer) override;
+
     /// Made when first needed; null when there is no page engine.
     host::WebPage* page();
+    NSURLRequest requestOf(const host::WebNavigation& navigation) const;
 
+    UIWebViewSession session_;
     UIWebViewDelegate* delegate_ = nullptr;
-    std::unique_ptr<host::WebPage> page_;
+    std::shared_ptr<host::WebPage> page_;
+    UIDataDetectorTypes dataDetectorTypes_ = UIDataDetectorTypes::None;
     bool loading_ = false;
     bool scalesPageToFit_ = false;
+    bool mediaNeedsTouch_ = false;
 };
 
 }

@@ -6,6 +6,10 @@ class NSURLRequest;
 class NSURLResponse;
 class UIWebView;
 
+/// The page engine's errors; those of the network are in NSURLErrorDomain.
+inline constexpr const char* WebKitErrorDomain = "WebKitErrorDomain";
+inline constexpr int WebKitErrorWebContentProcessTerminated = 2;
+
 /// Numbers are the phone's.
 enum class UIWebViewNavigationType {
     LinkClicked = 0,
@@ -16,6 +20,14 @@ enum class UIWebViewNavigationType {
     Other = 5
 };
 
+/// Beyond the phone: what is known of a navigation besides its request.
+struct UIWebViewNavigation {
+    UIWebViewNavigationType type = UIWebViewNavigationType::Other;
+    bool isRedirect = false;
+    /// Moves within a document that is already loaded; nothing is requested.
+    bool isSameDocument = false;
+};
+
 class UIWebViewDelegate {
 public:
     virtual ~UIWebViewDelegate() = default;
@@ -24,14 +36,16 @@ public:
                                                    UIWebViewNavigationType) {
         return true;
     }
+    /// Beyond the phone: the same question, for delegates that want to know more.
+    virtual bool webViewShouldStartNavigation(UIWebView& webView, const NSURLRequest& request,
+                                              const UIWebViewNavigation& navigation) {
+        return webViewShouldStartLoadWithRequest(webView, request, navigation.type);
+    }
     virtual void webViewDidStartLoad(UIWebView&) {}
     virtual void webViewDidFinishLoad(UIWebView&) {}
     virtual void webViewDidFailLoadWithError(UIWebView&, const NSError&) {}
-    /// Beyond the phone: the answer to a request that must not be sent a second time (a POST),
-    /// before it is shown. False: the engine drops it.
-    virtual bool webViewShouldShowResponseForUnrepeatableRequest(UIWebView&, const NSURLResponse&) {
-        return true;
-    }
+    /// Beyond the phone: before a response is shown, in the page or in a frame. False: it is not.
+    virtual bool webViewShouldShowResponse(UIWebView&, const NSURLResponse&) { return true; }
 };
 
 }

@@ -6,8 +6,9 @@
 
 namespace vistrel::support {
 
-ScriptedWebPage::ScriptedWebPage(ScriptedWebEngine& engine)
-    : engine_(engine) {
+ScriptedWebPage::ScriptedWebPage(ScriptedWebEngine& engine, host::WebSession session)
+    : engine_(engine)
+    , session_(session) {
     engine_.pages_.push_back(this);
 }
 
@@ -48,6 +49,11 @@ void ScriptedWebPage::loadHTML(const std::string& html, const std::string& baseU
     calls_.push_back("loadHTML " + baseURL);
     loadedHTML_ = html;
     navigateLater({baseURL, "GET", {}}, position_ + 1);
+}
+
+void ScriptedWebPage::showNotice(const std::string& html, const std::string& url) {
+    calls_.push_back("showNotice " + url);
+    loadedHTML_ = html;
 }
 
 void ScriptedWebPage::goBack() {
@@ -119,6 +125,14 @@ bool ScriptedWebPage::respond(const host::WebResponse& response) {
     return !client_ || client_->webPageShouldShowResponse(response);
 }
 
+void ScriptedWebPage::challenge(const host::WebChallenge& challenge) {
+    if (client_)
+        client_->webPageNeedsCredential(
+            challenge, [credentials = credentials_](std::optional<host::WebCredential> given) {
+                credentials->push_back(given ? given->user + ":" + given->password : "none");
+            });
+}
+
 void ScriptedWebPage::startLoad() {
     loading_ = true;
     if (client_)
@@ -137,10 +151,10 @@ void ScriptedWebPage::failLoad(const host::WebError& error) {
         client_->webPageDidFailLoad(error);
 }
 
-std::unique_ptr<host::WebPage> ScriptedWebEngine::createPage() {
+std::shared_ptr<host::WebPage> ScriptedWebEngine::createPage(host::WebSession session) {
     if (unavailable_)
         return nullptr;
-    return std::make_unique<ScriptedWebPage>(*this);
+    return std::make_shared<ScriptedWebPage>(*this, session);
 }
 
 void ScriptedWebEngine::setScriptResult(const std::string& script, std::string result) {

@@ -17,7 +17,7 @@ class ScriptedWebEngine;
 /// test lets it finish or fail.
 class ScriptedWebPage : public host::WebPage {
 public:
-    explicit ScriptedWebPage(ScriptedWebEngine& engine);
+    ScriptedWebPage(ScriptedWebEngine& engine, host::WebSession session);
     ~ScriptedWebPage() override;
     ScriptedWebPage(const ScriptedWebPage&) = delete;
     ScriptedWebPage& operator=(const ScriptedWebPage&) = delete;
@@ -25,6 +25,7 @@ public:
     void setClient(host::WebPageClient* client) override { client_ = client; }
     void load(const std::string& url, const host::HeaderFields& headers) override;
     void loadHTML(const std::string& html, const std::string& baseURL) override;
+    void showNotice(const std::string& html, const std::string& url) override;
     void goBack() override;
     void goForward() override;
     void reload() override;
@@ -36,17 +37,21 @@ public:
     void evaluate(const std::string& script, std::function<void(const std::string&)> done) override;
     void setScalesPageToFit(bool scales) override { scalesPageToFit_ = scales; }
     void setTransparentBackground(bool transparent) override { transparent_ = transparent; }
+    void setMediaPlaybackRequiresUserAction(bool needed) override { mediaNeedsTouch_ = needed; }
     std::string userAgent() const override { return "Scripted/1.0"; }
 
-    /// What was asked of the page, in order: "load http://…", "loadHTML http://base", "goBack",
-    /// "goForward", "reload", "stopLoading", "evaluate …".
+    /// What was asked of the page, in order: "load http://…", "loadHTML http://base",
+    /// "showNotice http://…", "goBack", "goForward", "reload", "stopLoading", "evaluate …".
     const std::vector<std::string>& calls() const { return calls_; }
     const host::HeaderFields& loadedHeaders() const { return loadedHeaders_; }
+    /// The last page or notice.
     const std::string& loadedHTML() const { return loadedHTML_; }
     bool isLoading() const { return loading_; }
     bool hasClient() const { return client_ != nullptr; }
     bool scalesPageToFit() const { return scalesPageToFit_; }
     bool hasTransparentBackground() const { return transparent_; }
+    bool mediaNeedsTouch() const { return mediaNeedsTouch_; }
+    host::WebSession session() const { return session_; }
     void setTitle(std::string title) { title_ = std::move(title); }
 
     /// The page is about to navigate, as after a touch on a link; whether the client lets it, in
@@ -58,6 +63,10 @@ public:
     bool submitForm(const std::string& url, const std::string& method = "POST");
     /// An answer's head has come; whether the client lets it be shown.
     bool respond(const host::WebResponse& response);
+    /// A server wants a name and a password; what the client answers is added to credentials().
+    void challenge(const host::WebChallenge& challenge);
+    /// "user:password", or "none".
+    const std::vector<std::string>& credentials() const { return *credentials_; }
     void startLoad();
     void finishLoad();
     void failLoad(const host::WebError& error);
@@ -68,8 +77,11 @@ private:
     bool navigateTo(const host::WebNavigation& navigation, int position);
 
     ScriptedWebEngine& engine_;
+    host::WebSession session_;
     host::WebPageClient* client_ = nullptr;
     std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+    std::shared_ptr<std::vector<std::string>> credentials_ =
+        std::make_shared<std::vector<std::string>>();
     std::vector<std::string> calls_;
     host::HeaderFields loadedHeaders_;
     std::string loadedHTML_;
@@ -79,6 +91,7 @@ private:
     bool loading_ = false;
     bool scalesPageToFit_ = false;
     bool transparent_ = false;
+    bool mediaNeedsTouch_ = false;
 };
 
 class ScriptedWebEngine : public host::WebEngine {
@@ -86,7 +99,7 @@ public:
     explicit ScriptedWebEngine(host::EventLoop& loop)
         : loop_(loop) {}
 
-    std::unique_ptr<host::WebPage> createPage() override;
+    std::shared_ptr<host::WebPage> createPage(host::WebSession session) override;
     void warmUp() override { ++warmUps_; }
 
     /// The pages that are alive, oldest first.

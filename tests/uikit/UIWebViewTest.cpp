@@ -37,8 +37,7 @@ struct Delegate : UIWebViewDelegate {
         events.push_back("fail " + error.domain() + " " + std::to_string(error.code()) + " " +
                          error.localizedDescription());
     }
-    bool webViewShouldShowResponseForUnrepeatableRequest(UIWebView&,
-                                                         const NSURLResponse& response) override {
+    bool webViewShouldShowResponse(UIWebView&, const NSURLResponse& response) override {
         answers.push_back(response);
         return showsAnswers;
     }
@@ -80,6 +79,17 @@ TEST_F(UIWebViewTest, ThePageEngineIsAskedForAPageAtTheFirstLoadWithAllThatWasSe
     EXPECT_EQ(view_->foreignContent(), &page());
     load("http://site/2");
     EXPECT_EQ(webEngine().pages().size(), 1u);
+    EXPECT_EQ(page().session(), host::WebSession::Browsing);
+    EXPECT_EQ(view_->request().URL(), std::nullopt);
+    turn();
+    EXPECT_EQ(view_->request().URL(), NSURL::URLWithString("http://site/2"));
+
+    UIWebView guest({}, UIWebViewSession::Guest);
+    guest.setMediaPlaybackRequiresUserAction(true);
+    guest.loadHTMLStringBaseURL("<p>ad", NSURL::URLWithString("http://ads/"));
+    EXPECT_EQ(page().session(), host::WebSession::Guest);
+    EXPECT_TRUE(page().mediaNeedsTouch());
+    EXPECT_THAT(page().calls(), ElementsAre("loadHTML http://ads/"));
 }
 
 TEST_F(UIWebViewTest, ALoadIsAskedAboutOnceThenStartsAndEnds) {
@@ -136,21 +146,27 @@ TEST_F(UIWebViewTest, NavigationsKeepTheirTypeMethodAndHeaders) {
 TEST_F(UIWebViewTest, AnAddressThatTheEngineLetsThroughStaysAnAddress) {
     load("http://site/a");
     turn();
-    page().navigateFrame({"gmsg://m?x={\"a\":1}|b%20c&t=Gr\xC3\xBC\xC3\x9F e#f", "GET", {}});
-    ASSERT_TRUE(delegate_.requests.back().URL());
-    EXPECT_EQ(delegate_.requests.back().URL()->absoluteString(),
-              "gmsg://m?x=%7B%22a%22:1%7D%7Cb%20c&t=Gr%C3%BC%C3%9F%20e#f");
+    const std::pair<const char*, const char*> cases[] = {
+        {"gmsg://m?x={\"a\":1}|b%20c&t=Gr\xC3\xBC\xC3\x9F e#f",
+         "gmsg://m?x=%7B%22a%22:1%7D%7Cb%20c&t=Gr%C3%BC%C3%9F%20e#f"},
+        {"http://site/files/100% Wolf.mp4", "http://site/files/100%25%20Wolf.mp4"},
+        {"http://site/?name=50%.mp4&x=%zz%4", "http://site/?name=50%25.mp4&x=%25zz%254"},
+        {"http://site/%25%41", "http://site/%25%41"},
+    };
+    for (const auto& [engine, expected] : cases) {
+        page().navigateFrame({engine, "GET", {}});
+        ASSERT_TRUE(delegate_.requests.back().URL()) << engine;
+        EXPECT_EQ(delegate_.requests.back().URL()->absoluteString(), expected);
+    }
+    EXPECT_EQ(delegate_.requests.back().valueForHTTPHeaderField("User-Agent"), "Scripted/1.0");
 }
 
-TEST_F(UIWebViewTest, OnlyTheAnswerToAnUnrepeatableRequestIsAskedAbout) {
+TEST_F(UIWebViewTest, AResponseIsAskedAboutBeforeItIsShown) {
     load("http://site/a");
     turn();
     delegate_.showsAnswers = false;
-    EXPECT_TRUE(page().respond({"http://site/a", "video/mp4", 200, {}, true, "GET"}));
-    EXPECT_TRUE(page().respond({"http://site/a", "video/mp4", 200, {}, true, "HEAD"}));
-    EXPECT_THAT(delegate_.answers, IsEmpty());
     EXPECT_FALSE(page().respond(
-        {"http://site/form",
+        {"http://site/100% a b.mp4",
          "video/mp4",
          200,
          {{"Content-Disposition", "attachment; filename=\"a b.mp4\""}, {"Content-Length", "4711"}},
@@ -158,16 +174,17 @@ TEST_F(UIWebViewTest, OnlyTheAnswerToAnUnrepeatableRequestIsAskedAbout) {
          "POST"}));
     ASSERT_EQ(delegate_.answers.size(), 1u);
     const NSURLResponse& answer = delegate_.answers[0];
-    EXPECT_EQ(answer.URL().absoluteString(), "http://site/form");
+    EXPECT_EQ(answer.URL().absoluteString(), "http://site/100%25%20a%20b.mp4");
     EXPECT_EQ(answer.MIMEType(), "video/mp4");
     EXPECT_EQ(answer.expectedContentLength(), 4711);
     EXPECT_EQ(answer.suggestedFilename(), "a b.mp4");
-    page().respond({"http://site/form",
-                    "video/mp4",
-                    200,
-                    {{"Content-Encoding", "gzip"}, {"Content-Length", "4711"}},
-                    true,
-                    "POST"});
+    delegate_.showsAnswers = true;
+    EXPECT_TRUE(page().respond({"http://site/form",
+                                "video/mp4",
+                                200,
+                                {{"Content-Encoding", "gzip"}, {"Content-Length", "4711"}},
+                                true,
+                                "GET"}));
     EXPECT_EQ(delegate_.answers[1].expectedContentLength(), -1);
 }
 

@@ -39,6 +39,23 @@ protected:
         return std::dynamic_pointer_cast<FileDownloadViewController>(
             navigation().topViewController());
     }
+    /// A navigation of the page, as after a script or a redirect.
+    bool navigate(const std::string& url, bool isRedirect = false) {
+        host::WebNavigation navigation;
+        navigation.url = url;
+        navigation.isRedirect = isRedirect;
+        return page().navigateFrame(navigation);
+    }
+    /// The head of the engine's own answer; whether the engine may show it.
+    bool respond(const std::string& url, const std::string& type,
+                 const std::string& method = "GET") {
+        return page().respond({url, type, 200, {}, true, method});
+    }
+    bool browserIsWatching() {
+        return std::dynamic_pointer_cast<WebBrowserViewController>(
+                   navigation().topViewController()) != nullptr;
+    }
+    std::size_t screens() { return navigation().viewControllers().size(); }
     int countOfRequests(const std::string& url) {
         const auto urls = network().requestedURLs();
         return static_cast<int>(std::count(urls.begin(), urls.end(), url));
@@ -106,17 +123,145 @@ TEST_F(WebBrowserTest, TheDownloadScreenGetsTheFinalAddressAndTheProbeIsCancelle
     EXPECT_GE(countOfCalls("stopLoading"), 1) << "the engine's own load of the file ends";
 }
 
-TEST_F(WebBrowserTest, AMediaStartAddressPushesAtOnceAndStaysGatedSoThatHomeRepeatsIt) {
+TEST_F(WebBrowserTest, HomeProbesAMediaStartAddressAgainAfterItsDownloadScreen) {
     network().at(kStart).type("audio/mpeg").body("mp3");
     const auto browser = open(kStart);
-    advance(1);
-    ASSERT_TRUE(downloadOnTop());
-    EXPECT_TRUE(browser->download());
+    for (int visit = 1; visit <= 3; ++visit) {
+        advance(1);
+        ASSERT_TRUE(downloadOnTop()) << visit;
+        EXPECT_TRUE(browser->download());
+        EXPECT_EQ(countOfRequests(kStart), visit);
+        navigation().popViewControllerAnimated(false);
+        settle();
+        EXPECT_EQ(navigation().topViewController(), browser);
+        EXPECT_FALSE(page().isLoading());
+        browser->homeAction();
+    }
+}
 
-    navigation().popViewControllerAnimated(false);
+TEST_F(WebBrowserTest, ProbeAndEngineOpenOneScreenWhicheverAnswersFirst) {
+    constexpr const char* kLink = "http://site.example/film";
+    constexpr const char* kFilm = "http://cdn.example/film.mp4?once=1";
+    struct Case {
+        const char* name;
+        double probeSeconds;
+        const char* engineFilm; ///< where the engine's own redirect leads
+    };
+    const Case cases[] = {
+        {"the probe is faster", 0, kFilm},
+        {"the engine is faster", 0.3, kFilm},
+        {"the probe is faster, and was sent elsewhere", 0, "http://cdn.example/film.mp4?once=2"},
+        {"the engine is faster, and was sent elsewhere", 0.3, "http://cdn.example/film.mp4?once=2"},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.name);
+        openPage();
+        network().at(kLink).redirectsTo(kFilm).after(each.probeSeconds);
+        for (const char* film : {kFilm, "http://cdn.example/film.mp4?once=2"})
+            network().at(film).type("video/mp4").body("x").after(each.probeSeconds);
+        page().clickLink(kLink);
+        advance(0.1);
+        // A screen that covers the browser ends the engine's load; one that comes late does not.
+        navigate(each.engineFilm, true);
+        EXPECT_EQ(respond(each.engineFilm, "video/mp4"), !browserIsWatching());
+        advance(2);
+        EXPECT_EQ(screens(), 3U);
+        EXPECT_EQ(network().runningTransfers(), 0);
+        navigation().popToRootViewControllerAnimated(false);
+        settle();
+    }
+}
+
+TEST_F(WebBrowserTest, MovingWithinADocumentProbesNothing) {
+    openPage();
+    network().forgetRequests();
+    for (int i = 0; i < 500; ++i) {
+        host::WebNavigation step;
+        step.url = std::string(kStart) + "#" + std::to_string(i);
+        step.isSameDocument = true;
+        EXPECT_TRUE(page().navigateFrame(step));
+    }
+    advance(1);
+    EXPECT_TRUE(network().requests().empty());
+}
+
+TEST_F(WebBrowserTest, OfManyProbesTheOldestGiveWayAndNoneKeepsALeftScreen) {
+    const std::weak_ptr<WebBrowserViewController> browser = openPage();
+    for (int i = 0; i < 300; ++i) {
+        const std::string frame = "http://site.example/slow?" + std::to_string(i);
+        network().at(frame).neverAnswers();
+        navigate(frame);
+    }
+    advance(1);
+    EXPECT_EQ(network().runningTransfers(), 6);
+    navigation().popViewControllerAnimated(true);
     settle();
-    EXPECT_EQ(navigation().topViewController(), browser);
-    EXPECT_FALSE(page().isLoading());
+    advance(1);
+    EXPECT_TRUE(browser.expired());
+    EXPECT_EQ(network().runningTransfers(), 0);
+    EXPECT_EQ(webEngine().page(), nullptr) << "the page goes with its screen";
+}
+
+TEST_F(WebBrowserTest, ACoveredScreenKeepsItsProbes) {
+    openPage();
+    network().at("http://site.example/late.mp4").type("video/mp4").body("x").after(3);
+    network().at("http://site.example/soon.mp4").type("video/mp4").body("x");
+    navigate("http://site.example/late.mp4");
+    navigate("http://site.example/soon.mp4");
+    advance(1);
+    EXPECT_EQ(screens(), 3U);
+    advance(4);
+    EXPECT_EQ(screens(), 4U);
+}
+
+TEST_F(WebBrowserTest, AFormIsSentAgainOnlyWhenTheUserAgrees) {
+    const auto browser = openPage();
+    page().submitForm("http://site.example/form");
+    page().finishLoad();
+    const auto resend = [&] {
+        return page().navigate(
+            {"http://site.example/form", "POST", {}, host::WebNavigationType::FormResubmitted});
+    };
+    browser->refreshAction();
+    EXPECT_FALSE(resend());
+    EXPECT_EQ(alertTitle(), "Send Again?");
+    ASSERT_TRUE(tapAlertButton("Cancel"));
+    settle();
+    EXPECT_EQ(countOfCalls("reload"), 1);
+    EXPECT_FALSE(resend());
+    ASSERT_TRUE(tapAlertButton("Send"));
+    EXPECT_EQ(countOfCalls("reload"), 2);
+    EXPECT_TRUE(resend());
+    EXPECT_FALSE(resend()) << "agreed to once";
+    settle();
+}
+
+TEST_F(WebBrowserTest, PagesThatCannotBeShownSaySoInTheirPlace) {
+    struct Case {
+        host::WebError error;
+        const char* says;
+        bool offersAgain;
+    };
+    const Case cases[] = {
+        {{host::WebError::kCertificate, "bad", kStart}, "certificate is not valid", false},
+        {{host::WebError::kProcessEnded, "gone", kStart}, "The Page Has Stopped", true},
+        {{-1004, "no connection", kStart}, "", false},
+        {{102, "interrupted", kStart}, "", false},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.error.message);
+        openPage();
+        page().startLoad();
+        page().failLoad(each.error);
+        const bool shows = *each.says != '\0';
+        EXPECT_EQ(countOfCalls(std::string("showNotice ") + kStart), shows ? 1 : 0);
+        EXPECT_NE(page().loadedHTML().find(each.says), std::string::npos);
+        EXPECT_EQ(page().loadedHTML().find(std::string("href=\"") + kStart) != std::string::npos,
+                  each.offersAgain);
+        EXPECT_EQ(alertCount(), 0);
+        navigation().popToRootViewControllerAnimated(false);
+        settle();
+    }
 }
 
 TEST_F(WebBrowserTest, AnUnreachableStartLeavesTheGateShutUntilHomeGetsAnAnswer) {
@@ -165,55 +310,50 @@ TEST_F(WebBrowserTest, AFormThatPostsIsSentOnceAndItsAnswerJudgedByTheEngine) {
     advance(1);
     EXPECT_TRUE(network().requests().empty()) << "a probe would send the form a second time";
 
-    host::WebResponse answer;
-    answer.url = "http://site.example/fetch";
-    answer.requestMethod = "POST";
-    answer.mimeType = "text/html";
-    EXPECT_TRUE(page().respond(answer));
-    answer.mimeType = "video/mp4";
-    EXPECT_FALSE(page().respond(answer));
+    EXPECT_TRUE(respond("http://site.example/fetch", "text/html", "POST"));
+    EXPECT_FALSE(respond("http://site.example/fetch", "video/mp4", "POST"));
     advance(1);
     ASSERT_TRUE(downloadOnTop());
     EXPECT_EQ(downloadOnTop()->downloadRequest().URL()->absoluteString(),
               "http://site.example/fetch");
 }
 
-TEST_F(WebBrowserTest, TwoMediaFramesPushTwoDownloadScreens) {
-    openPage();
-    for (const char* address : {"http://site.example/1.mp4", "http://site.example/2.mp4"}) {
-        network().at(address).type("video/mp4").body("x");
-        host::WebNavigation frame;
-        frame.url = address;
-        page().navigate(frame);
+TEST_F(WebBrowserTest, TwoMediaFramesPushTwoDownloadScreensAndManyNoMore) {
+    for (const int frames : {1, 2, 300}) {
+        openPage();
+        for (int i = 0; i < frames; ++i) {
+            const std::string frame = "http://site.example/" + std::to_string(i) + ".mp4";
+            network().at(frame).type("video/mp4").body("x");
+            navigate(frame);
+        }
+        advance(3);
+        EXPECT_EQ(screens(), 2U + static_cast<std::size_t>(std::min(frames, 2))) << frames;
+        navigation().popToRootViewControllerAnimated(false);
+        settle();
     }
-    advance(2);
-    EXPECT_EQ(navigation().viewControllers().size(), 4U) << "root, browser, and one for each frame";
 }
 
-TEST_F(WebBrowserTest, AMediaAnswerAfterTheScreenHasGoneDoesNothing) {
-    openPage();
-    network().at("http://site.example/late.mp4").type("video/mp4").body("x").after(3);
-    page().clickLink("http://site.example/late.mp4");
-    navigation().popViewControllerAnimated(false);
-    settle();
-    advance(5);
-    EXPECT_EQ(navigation().viewControllers().size(), 1U);
-}
+TEST_F(WebBrowserTest, AScreenThatComesBackWatchesItsPageOnlyWithCarefulManners) {
+    for (const bool careful : {false, true}) {
+        deterministicHost().settings["manners/careful"] = careful ? "yes" : "no";
+        const auto browser = openPage();
+        network().at("http://site.example/a.mp4").type("video/mp4").body("x");
+        page().clickLink("http://site.example/a.mp4");
+        advance(2);
+        navigation().popViewControllerAnimated(false);
+        settle();
+        network().forgetRequests();
 
-TEST_F(WebBrowserTest, ALeftScreenIsNotToldOfItsPageAnyMore) {
-    const auto browser = openPage();
-    network().at("http://site.example/a.mp4").type("video/mp4").body("x");
-    page().clickLink("http://site.example/a.mp4");
-    advance(2);
-    navigation().popViewControllerAnimated(false);
-    settle();
-    network().forgetRequests();
-
-    EXPECT_EQ(browser->webView()->delegate(), nullptr);
-    browser->homeAction();
-    advance(1);
-    EXPECT_TRUE(network().requests().empty()) << "nothing is probed once the screen was left";
-    EXPECT_GE(countOfCalls(std::string("load ") + kStart), 1) << "its buttons still work";
+        browser->homeAction();
+        advance(1);
+        EXPECT_EQ(network().requests().size(), careful ? 1U : 0U);
+        EXPECT_EQ(countOfCalls(std::string("load ") + kStart), 3) << "its buttons work always";
+        page().clickLink("http://site.example/a.mp4");
+        advance(2);
+        EXPECT_EQ(downloadOnTop() != nullptr, careful);
+        navigation().popToRootViewControllerAnimated(false);
+        settle();
+    }
 }
 
 TEST_F(WebBrowserTest, RefreshAndStopChangePlacesAndTheSpinnerComesAndGoes) {

@@ -11,12 +11,12 @@ DeferredWebEngine::DeferredWebEngine(WebEngineSetup setup)
 host::WebEngine* DeferredWebEngine::engine() {
     if (!engine_)
         if (auto create = reinterpret_cast<CreateWebEngine>(module_.symbol(kCreateWebEngineSymbol)))
-            engine_.reset(create(setup_));
+            create(setup_, engine_);
     return engine_.get();
 }
 
-std::unique_ptr<host::WebPage> DeferredWebEngine::createPage() {
-    return engine() ? engine_->createPage() : nullptr;
+std::shared_ptr<host::WebPage> DeferredWebEngine::createPage(host::WebSession session) {
+    return engine() ? engine_->createPage(session) : nullptr;
 }
 
 void DeferredWebEngine::warmUp() {

@@ -12,7 +12,7 @@ class DeferredWebEngine : public host::WebEngine {
 public:
     explicit DeferredWebEngine(WebEngineSetup setup);
 
-    std::unique_ptr<host::WebPage> createPage() override;
+    std::shared_ptr<host::WebPage> createPage(host::WebSession session) override;
     void warmUp() override;
 
 private:
@@ -20,7 +20,7 @@ private:
 
     WebEngineSetup setup_;
     NativeModule module_;
-    std::unique_ptr<host::WebEngine> engine_;
+    std::shared_ptr<host::WebEngine> engine_;
 };
 
 }

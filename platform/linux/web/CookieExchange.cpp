@@ -1,5 +1,7 @@
 #include "platform/linux/web/CookieExchange.h"
 
+#include "platform/foundation/Weakly.h"
+
 #include <cstring>
 #include <utility>
 
@@ -7,7 +9,7 @@ namespace vistrel {
 
 namespace {
 
-/// RFC 6265, 5.3: a cookie is known by name, domain and path.
+/// RFC 6265, 5.3: a cookie is identified by name, domain and path.
 bool isSameCookie(SoupCookie* a, SoupCookie* b) {
     return !std::strcmp(soup_cookie_get_name(a), soup_cookie_get_name(b)) &&
            !g_ascii_strcasecmp(soup_cookie_get_domain(a), soup_cookie_get_domain(b)) &&
@@ -48,99 +50,69 @@ void freeCookies(GList* cookies) {
 
 }
 
+/// One question or order to the engine. On a loaded machine the engine has been seen to lose an
+/// answer, and a page must not wait for ever: after a second the wait ends without one.
 struct CookieExchange::Wait {
-    std::weak_ptr<CookieExchange*> exchange;
-    Question question;
-    std::function<void()> done;
-    bool settled = false;
-};
-
-/// One question or order to the engine.
-struct CookieExchange::Request {
-    ~Request() {
-        // The engine's task lets go of the cookie manager after its callback has returned, and the
+    ~Wait() {
+        // The engine's task releases the cookie manager after its callback has returned, and the
         // manager must not outlive the session.
         g_idle_add_once([](gpointer held) { g_object_unref(held); }, g_object_ref(session.get()));
     }
+    bool isOver() const { return !done; }
+    void end(bool answered) {
+        if (const auto told = std::exchange(done, nullptr))
+            told(answered);
+    }
     NativeReference<WebKitNetworkSession> session;
-    std::shared_ptr<Wait> wait;
-    std::string url;
+    std::function<void(bool answered)> done;
 };
 
-CookieExchange::Request* CookieExchange::request(Question question, std::string url,
-                                                 std::function<void()> done) {
-    auto wait = std::make_shared<Wait>(Wait{self_, question, std::move(done)});
-    // On a loaded machine the engine has been seen to lose an answer: a page must not wait for
-    // ever.
-    g_timeout_add_full(
-        G_PRIORITY_DEFAULT, kAnswerMilliseconds,
-        [](gpointer data) -> gboolean {
-            Wait& late = **static_cast<std::shared_ptr<Wait>*>(data);
-            const auto self = late.exchange.lock();
-            // What the lost answer would have said is still unknown: ask again.
-            if (self && !late.settled && late.question == Question::All)
-                (*self)->changedMeanwhile_ = true;
-            settle(late);
-            return G_SOURCE_REMOVE;
+std::shared_ptr<CookieExchange::Wait>
+CookieExchange::wait(std::function<void(bool answered)> done) const {
+    const auto wait = std::make_shared<Wait>(Wait{session_, std::move(done)});
+    callLater(
+        [weak = std::weak_ptr(wait)] {
+            if (const auto late = weak.lock())
+                late->end(false);
         },
-        new std::shared_ptr<Wait>(wait),
-        [](gpointer data) { delete static_cast<std::shared_ptr<Wait>*>(data); });
-    return new Request{session_, std::move(wait), std::move(url)};
+        kAnswerMilliseconds);
+    return wait;
 }
 
-void CookieExchange::settle(Wait& wait) {
-    const auto self = wait.exchange.lock();
-    if (!self || std::exchange(wait.settled, true))
-        return;
-    CookieExchange& exchange = **self;
-    switch (wait.question) {
-    case Question::Address:
-        wait.done();
-        return;
-    case Question::All:
-        exchange.refreshUnderWay_ = false;
-        break;
-    case Question::Push:
-        if (--exchange.pushesUnderWay_ != 0)
-            return;
-        break;
-    }
-    if (std::exchange(exchange.changedMeanwhile_, false))
-        exchange.refreshAll();
+std::shared_ptr<CookieExchange> CookieExchange::between(WebKitNetworkSession* session,
+                                                        SoupCookieJar* jar) {
+    std::shared_ptr<CookieExchange> exchange(new CookieExchange(session, jar));
+    exchange->begin();
+    return exchange;
 }
 
 CookieExchange::CookieExchange(WebKitNetworkSession* session, SoupCookieJar* jar)
     : session_(NativeReference<WebKitNetworkSession>::ref(session))
     , manager_(webkit_network_session_get_cookie_manager(session))
     , jar_(NativeReference<SoupCookieJar>::ref(jar))
-    , cancellable_(NativeReference<GCancellable>::adopt(g_cancellable_new()))
-    , self_(std::make_shared<CookieExchange*>(this)) {
-    g_signal_connect(manager_, "changed", G_CALLBACK(+[](WebKitCookieManager*, gpointer self) {
-                         static_cast<CookieExchange*>(self)->refreshAll();
-                     }),
-                     this);
-    g_signal_connect(
-        jar, "changed",
-        G_CALLBACK(+[](SoupCookieJar*, SoupCookie* before, SoupCookie* after, gpointer self) {
-            static_cast<CookieExchange*>(self)->jarChanged(before, after);
-        }),
-        this);
-    GSList* cookies = soup_cookie_jar_all_cookies(jar);
+    , cancellable_(NativeReference<GCancellable>::adopt(g_cancellable_new())) {}
+
+void CookieExchange::begin() {
+    engineChanged_ =
+        connectSignal<void()>(manager_, "changed", weakly(this, &CookieExchange::refreshAll));
+    jarChanged_ = connectSignal<void(SoupCookie*, SoupCookie*)>(
+        jar_.get(), "changed", weakly(this, &CookieExchange::jarChanged));
+    GSList* cookies = soup_cookie_jar_all_cookies(jar_.get());
     for (GSList* entry = cookies; entry; entry = entry->next)
-        pushToEngine(static_cast<SoupCookie*>(entry->data));
+        jarChanged(nullptr, static_cast<SoupCookie*>(entry->data));
     freeCookies(cookies);
     refreshAll();
 }
 
 CookieExchange::~CookieExchange() {
-    g_signal_handlers_disconnect_by_data(manager_, this);
-    g_signal_handlers_disconnect_by_data(jar_.get(), this);
     g_cancellable_cancel(cancellable_.get());
 }
 
 void CookieExchange::refresh(const std::string& url, std::function<void()> done) {
-    webkit_cookie_manager_get_cookies(manager_, url.c_str(), cancellable_.get(), received,
-                                      request(Question::Address, url, std::move(done)));
+    const auto asked =
+        wait(weakly(this, [done = std::move(done)](CookieExchange&, bool) { done(); }));
+    callAsync(received(webkit_cookie_manager_get_cookies_finish, url, asked),
+              webkit_cookie_manager_get_cookies, manager_, url.c_str(), cancellable_.get());
 }
 
 void CookieExchange::refreshAll() {
@@ -149,26 +121,36 @@ void CookieExchange::refreshAll() {
         return;
     }
     refreshUnderWay_ = true;
-    webkit_cookie_manager_get_all_cookies(manager_, cancellable_.get(), received,
-                                          request(Question::All));
+    const auto asked = wait(weakly(this, [](CookieExchange& self, bool answered) {
+        self.refreshUnderWay_ = false;
+        // What a lost answer would have told is still unknown.
+        self.changedMeanwhile_ |= !answered;
+        self.catchUp();
+    }));
+    callAsync(received(webkit_cookie_manager_get_all_cookies_finish, {}, asked),
+              webkit_cookie_manager_get_all_cookies, manager_, cancellable_.get());
 }
 
-void CookieExchange::received(GObject* manager, GAsyncResult* result, gpointer data) {
-    const std::unique_ptr<Request> request(static_cast<Request*>(data));
-    Wait& wait = *request->wait;
-    GError* error = nullptr;
-    const bool all = wait.question == Question::All;
-    GList* cookies = all ? webkit_cookie_manager_get_all_cookies_finish(
-                               WEBKIT_COOKIE_MANAGER(manager), result, &error)
-                         : webkit_cookie_manager_get_cookies_finish(WEBKIT_COOKIE_MANAGER(manager),
-                                                                    result, &error);
-    const bool failed = error != nullptr;
-    g_clear_error(&error);
-    const auto self = wait.exchange.lock();
-    if (self && !failed && !wait.settled)
-        (*self)->mirrorAnswer(cookies, all ? std::string() : request->url);
-    settle(wait);
-    freeCookies(cookies);
+void CookieExchange::catchUp() {
+    if (std::exchange(changedMeanwhile_, false))
+        refreshAll();
+}
+
+std::function<void(GAsyncResult*)> CookieExchange::received(FinishQuestion finish,
+                                                            const std::string& url,
+                                                            std::shared_ptr<Wait> asked) {
+    return [finish, url, asked = std::move(asked), weak = weak_from_this()](GAsyncResult* result) {
+        const auto self = weak.lock();
+        if (!self || asked->isOver())
+            return;
+        GError* error = nullptr;
+        GList* cookies = finish(self->manager_, result, &error);
+        if (!error)
+            self->mirrorAnswer(cookies, url);
+        g_clear_error(&error);
+        freeCookies(cookies);
+        asked->end(true);
+    };
 }
 
 void CookieExchange::mirrorAnswer(GList* cookies, const std::string& url) {
@@ -185,7 +167,7 @@ void CookieExchange::mirrorAnswer(GList* cookies, const std::string& url) {
 }
 
 void CookieExchange::mirror(GList* engineCookies, GSList* jarCookies) {
-    // What is still on its way to the engine must not be taken for deleted, or be overwritten.
+    // What is still on its way to the engine must neither pass for deleted nor be overwritten.
     if (pushesUnderWay_ > 0) {
         changedMeanwhile_ = true;
         return;
@@ -206,27 +188,16 @@ void CookieExchange::mirror(GList* engineCookies, GSList* jarCookies) {
 }
 
 void CookieExchange::jarChanged(SoupCookie* before, SoupCookie* after) {
-    if (applying_)
+    if (applying_ || (!before && !after))
         return;
-    if (after)
-        pushToEngine(after);
-    else if (before)
-        removeFromEngine(before);
-}
-
-void CookieExchange::pushToEngine(SoupCookie* cookie) {
     ++pushesUnderWay_;
-    webkit_cookie_manager_add_cookie(manager_, cookie, nullptr, pushed, request(Question::Push));
-}
-
-void CookieExchange::removeFromEngine(SoupCookie* cookie) {
-    ++pushesUnderWay_;
-    webkit_cookie_manager_delete_cookie(manager_, cookie, nullptr, pushed, request(Question::Push));
-}
-
-void CookieExchange::pushed(GObject*, GAsyncResult*, gpointer data) {
-    const std::unique_ptr<Request> request(static_cast<Request*>(data));
-    settle(*request->wait);
+    const auto ordered = wait(weakly(this, [](CookieExchange& self, bool) {
+        if (--self.pushesUnderWay_ == 0)
+            self.catchUp();
+    }));
+    callAsync([ordered](GAsyncResult*) { ordered->end(true); },
+              after ? webkit_cookie_manager_add_cookie : webkit_cookie_manager_delete_cookie,
+              manager_, after ? after : before, nullptr);
 }
 
 }

@@ -1,5 +1,6 @@
 #pragma once
 #include <functional>
+#include <memory>
 #include <string>
 
 // NOLINTNEXTLINE(bugprone-reserved-identifier): the library's own name
@@ -19,8 +20,9 @@ struct WebEngineSetup {
     std::function<void(const std::string& line)> log;
 };
 
-/// The module's one entry point. The caller owns the engine.
-using CreateWebEngine = host::WebEngine* (*)(const WebEngineSetup& setup);
+/// The module's one entry point.
+using CreateWebEngine = void (*)(const WebEngineSetup& setup,
+                                 std::shared_ptr<host::WebEngine>& engine);
 inline constexpr const char* kCreateWebEngineSymbol = "vistrel_create_web_engine";
 
 }

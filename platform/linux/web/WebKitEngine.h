@@ -1,8 +1,8 @@
 #pragma once
 #include "platform/host/WebEngine.h"
 #include "platform/linux/NativeReference.h"
-#include "platform/linux/web/CookieExchange.h"
 #include "platform/linux/web/WebEngineSetup.h"
+#include "platform/linux/web/WebKitSession.h"
 
 #include <webkit/webkit.h>
 
@@ -10,28 +10,26 @@
 
 namespace vistrel {
 
-/// The page engine: one network session with its cookies and site data on disk, one set of
-/// settings, and the pages made with them. Pages run in the engine's sandbox.
-class WebKitEngine : public host::WebEngine {
+/// The page engine and its sessions, each made when first needed. Pages run in the engine's
+/// sandbox.
+class WebKitEngine : public host::WebEngine, public std::enable_shared_from_this<WebKitEngine> {
 public:
     explicit WebKitEngine(const WebEngineSetup& setup);
-    ~WebKitEngine() override;
 
-    std::unique_ptr<host::WebPage> createPage() override;
+    std::shared_ptr<host::WebPage> createPage(host::WebSession kind) override;
     /// Session first, then a spare view, then that view's web process, each in an idle turn.
     void warmUp() override;
 
 private:
-    void prepareSession();
-    NativeReference<WebKitWebView> makeView();
-    bool warmUpStep();
+    WebKitSession& session(host::WebSession kind);
+    void warmUpLater();
+    void warmUpStep();
 
     WebEngineSetup setup_;
-    NativeReference<WebKitNetworkSession> session_;
-    NativeReference<WebKitSettings> settings_;
-    std::shared_ptr<CookieExchange> cookies_;
+    std::unique_ptr<WebKitSession> browsing_;
+    std::unique_ptr<WebKitSession> guest_;
     NativeReference<WebKitWebView> spare_;
-    guint warmUpSource_ = 0;
+    bool warmingUp_ = false;
     bool spareStarted_ = false;
 };
 

@@ -1,69 +1,104 @@
 #include "platform/linux/web/WebKitPage.h"
 
-#include "platform/linux/web/WebKitPageHandlers.h"
+#include "platform/foundation/Weakly.h"
+#include "platform/linux/web/PageScripts.h"
 #include "platform/linux/web/WebKitPolicy.h"
+#include "platform/linux/web/WebKitPolicyAnswer.h"
+#include "platform/linux/web/WebKitRefusals.h"
 
 #include <algorithm>
-#include <cmath>
-#include <cstdlib>
 #include <utility>
 
 namespace vistrel {
 
 namespace {
 
-/// The phone lays a page that says nothing of its width out at most this wide.
-constexpr double kWidestLayout = 980;
-
 /// What the engine asks for when it loads a page.
 constexpr const char* kAccept = "text/html,application/xhtml+xml,application/xml;q=0.9,*/*;q=0.8";
 
-/// How wide the page wants to be, and how wide it is shown, both in its own pixels.
-constexpr const char* kWidthScript =
-    "(function(){var d=document.documentElement,b=document.body;"
-    "return Math.max(d?d.scrollWidth:0,b?b.scrollWidth:0)+' '+window.innerWidth;})()";
-/// A page that has loaded before it has its place is measured again when it may have it.
-constexpr guint kMeasureAgainMilliseconds = 50;
-constexpr int kMeasures = 100;
+std::string withoutFragment(const std::string& url) {
+    return url.substr(0, url.find('#'));
+}
 
-struct Evaluation {
-    std::function<void(const std::string&)> done;
-};
+void addMissing(host::HeaderFields& headers, const char* name, const std::string& value) {
+    const bool isThere = std::any_of(headers.begin(), headers.end(), [name](const auto& field) {
+        return g_ascii_strcasecmp(field.first.c_str(), name) == 0;
+    });
+    if (!isThere && !value.empty())
+        headers.emplace_back(name, value);
+}
 
-void evaluated(GObject* view, GAsyncResult* result, gpointer data) {
-    std::unique_ptr<Evaluation> evaluation(static_cast<Evaluation*>(data));
-    auto value = NativeReference<JSCValue>::adopt(
-        webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(view), result, nullptr));
-    std::string text;
-    if (value && !jsc_value_is_undefined(value.get()) && !jsc_value_is_null(value.get())) {
-        char* copy = jsc_value_to_string(value.get());
-        text = copy ? copy : "";
-        g_free(copy);
-    }
-    if (evaluation->done)
-        evaluation->done(text);
+NativeReference<WebKitWebsitePolicies> policies(WebKitAutoplayPolicy autoplay) {
+    return NativeReference<WebKitWebsitePolicies>::adopt(
+        webkit_website_policies_new_with_policies("autoplay", autoplay, nullptr));
 }
 
 }
 
-WebKitPage* WebKitPage::pageOf(const Weak& weak) {
-    // Not held: a page may go while it works, and finds that out by its own reference.
-    const auto self = weak.lock();
-    return self ? *self : nullptr;
+std::shared_ptr<WebKitPage> WebKitPage::with(NativeReference<WebKitWebView> view,
+                                             std::shared_ptr<CookieExchange> cookies) {
+    std::shared_ptr<WebKitPage> page(new WebKitPage(std::move(view), std::move(cookies)));
+    page->connect();
+    return page;
 }
 
 WebKitPage::WebKitPage(NativeReference<WebKitWebView> view, std::shared_ptr<CookieExchange> cookies)
     : view_(std::move(view))
     , cookies_(std::move(cookies))
     , cancellable_(NativeReference<GCancellable>::adopt(g_cancellable_new()))
-    , self_(std::make_shared<WebKitPage*>(this)) {
-    Handlers::connect(*this);
-}
+    , fit_(std::make_shared<PageFit>(view_)) {}
 
 WebKitPage::~WebKitPage() {
-    g_signal_handlers_disconnect_by_data(view_.get(), this);
+    connections_.clear();
     g_cancellable_cancel(cancellable_.get());
     webkit_web_view_stop_loading(view_.get());
+}
+
+void WebKitPage::connect() {
+    WebKitWebView* view = view_.get();
+    connections_ = refuseExtras(view);
+    const auto keep = [this](SignalConnection connection) {
+        connections_.push_back(std::move(connection));
+    };
+    keep(connectSignal<gboolean(WebKitPolicyDecision*, WebKitPolicyDecisionType)>(
+        view, "decide-policy", weakly(this, &WebKitPage::decidePolicy)));
+    keep(connectSignal<GtkWidget*(WebKitNavigationAction*)>(
+        view, "create", weakly(this, [](WebKitPage& self, WebKitNavigationAction* action) {
+            self.openInThisPage(action);
+            return static_cast<GtkWidget*>(nullptr);
+        })));
+    keep(connectSignal<gboolean(WebKitAuthenticationRequest*)>(
+        view, "authenticate", weakly(this, &WebKitPage::authenticate)));
+    keep(connectSignal<void(WebKitLoadEvent)>(view, "load-changed",
+                                              weakly(this, &WebKitPage::loadChanged)));
+    // True: no error page of the engine's.
+    keep(connectSignal<gboolean(WebKitLoadEvent, const char*, GError*)>(
+        view, "load-failed",
+        weakly(this, [](WebKitPage& self, WebKitLoadEvent, const char* url, GError* error) {
+            self.failLoad(WebKitPolicy::error(*error, url ? url : ""));
+            return true;
+        })));
+    keep(connectSignal<gboolean(const char*, GTlsCertificate*, GTlsCertificateFlags)>(
+        view, "load-failed-with-tls-errors",
+        weakly(this, [](WebKitPage& self, const char* url, GTlsCertificate*, GTlsCertificateFlags) {
+            self.failLoad({host::WebError::kCertificate, "The certificate is not valid.", url});
+            return true;
+        })));
+    keep(connectSignal<void(WebKitWebProcessTerminationReason)>(
+        view, "web-process-terminated",
+        weakly(this, [](WebKitPage& self, WebKitWebProcessTerminationReason) {
+            // Also when nothing was loading: the page is gone from the screen.
+            self.loading_ = true;
+            self.failLoad(
+                {host::WebError::kProcessEnded, "The page ended unexpectedly.", self.url()});
+        })));
+    // Another screen lies over the page, or has gone from it.
+    keep(connectSignal<void()>(view, "unmap", weakly(this, [](WebKitPage& self) {
+                                   webkit_web_view_set_is_muted(self.view_.get(), TRUE);
+                               })));
+    keep(connectSignal<void()>(view, "map", weakly(this, [](WebKitPage& self) {
+                                   webkit_web_view_set_is_muted(self.view_.get(), FALSE);
+                               })));
 }
 
 void WebKitPage::load(const std::string& url, const host::HeaderFields& headers) {
@@ -77,25 +112,16 @@ void WebKitPage::load(const std::string& url, const host::HeaderFields& headers)
         webkit_web_view_load_request(view_.get(), request.get());
         return;
     }
-    startProcess();
+    PageScripts::startProcess(view_.get());
     cookies_->refresh(webkit_uri_request_get_uri(request.get()),
-                      [weak = Weak(self_), thisLoad, request] {
-                          WebKitPage* page = pageOf(weak);
-                          if (page && page->loads_ == thisLoad)
-                              page->answerLoad(request.get());
-                      });
-}
-
-void WebKitPage::startProcess() {
-    // An empty script does it, and leaves nothing in the history.
-    webkit_web_view_evaluate_javascript(view_.get(), "", -1, nullptr, nullptr, nullptr, nullptr,
-                                        nullptr);
+                      weakly(this, [thisLoad, request](WebKitPage& self) {
+                          if (self.loads_ == thisLoad)
+                              self.answerLoad(request.get());
+                      }));
 }
 
 void WebKitPage::answerLoad(WebKitURIRequest* request) {
-    host::WebNavigation navigation = WebKitPolicy::navigation(request);
-    navigation.headers.insert(navigation.headers.begin(),
-                              {{"User-Agent", userAgent()}, {"Accept", kAccept}});
+    const host::WebNavigation navigation = completed(WebKitPolicy::navigation(request));
     if (!isWanted(navigation))
         return;
     wantedURL_ = navigation.url;
@@ -105,6 +131,11 @@ void WebKitPage::answerLoad(WebKitURIRequest* request) {
 void WebKitPage::loadHTML(const std::string& html, const std::string& baseURL) {
     webkit_web_view_load_html(view_.get(), html.c_str(),
                               baseURL.empty() ? nullptr : baseURL.c_str());
+}
+
+void WebKitPage::showNotice(const std::string& html, const std::string& url) {
+    wantedURL_ = url;
+    webkit_web_view_load_alternate_html(view_.get(), html.c_str(), url.c_str(), nullptr);
 }
 
 void WebKitPage::goBack() {
@@ -143,22 +174,25 @@ std::string WebKitPage::title() const {
 }
 
 void WebKitPage::evaluate(const std::string& script, std::function<void(const std::string&)> done) {
-    webkit_web_view_evaluate_javascript(
-        view_.get(), script.data(), static_cast<gssize>(script.size()), nullptr, nullptr,
-        cancellable_.get(), evaluated, new Evaluation{std::move(done)});
+    PageScripts::evaluate(
+        view_.get(), script, cancellable_.get(),
+        weakly(this, [done = std::move(done)](WebKitPage&, const std::string& text) {
+            if (done)
+                done(text);
+        }));
 }
 
 void WebKitPage::setScalesPageToFit(bool scales) {
-    scalesPageToFit_ = scales;
-    if (!scales) {
-        fit_ = 1;
-        applyZoom();
-    }
+    fit_->setEnabled(scales);
 }
 
 void WebKitPage::setTransparentBackground(bool transparent) {
     const GdkRGBA colour = transparent ? GdkRGBA{0, 0, 0, 0} : GdkRGBA{1, 1, 1, 1};
     webkit_web_view_set_background_color(view_.get(), &colour);
+}
+
+void WebKitPage::setMediaPlaybackRequiresUserAction(bool needed) {
+    mediaNeedsTouch_ = needed;
 }
 
 std::string WebKitPage::userAgent() const {
@@ -171,158 +205,130 @@ GtkWidget* WebKitPage::widget() {
 }
 
 double WebKitPage::unitsPerPoint(double pixelsPerPoint) {
-    if (pixelsPerPoint != pixelsPerPoint_) {
-        pixelsPerPoint_ = pixelsPerPoint;
-        applyZoom();
-    }
-    return pixelsPerPoint_;
+    fit_->setPixelsPerPoint(pixelsPerPoint);
+    return pixelsPerPoint;
 }
 
-void WebKitPage::fitToWidth() {
-    --measuresLeft_;
-    evaluate(kWidthScript, [weak = Weak(self_)](const std::string& answer) {
-        if (WebKitPage* page = pageOf(weak))
-            page->fitTo(answer);
-    });
+host::WebNavigation WebKitPage::completed(host::WebNavigation navigation) const {
+    addMissing(navigation.headers, "User-Agent", userAgent());
+    addMissing(navigation.headers, "Accept", kAccept);
+    return navigation;
 }
 
-void WebKitPage::fitTo(const std::string& measured) {
-    char* end = nullptr;
-    const double wanted = std::strtod(measured.c_str(), &end);
-    const double shown = std::strtod(end, nullptr);
-    const double place = gtk_widget_get_width(widget()) / (pixelsPerPoint_ * fit_);
-    // The page hears of its place later than the widget.
-    if (place <= 1 || std::abs(shown - place) > std::max(2.0, place / 100)) {
-        measureAgain();
-        return;
-    }
-    const double ratio = wanted / shown;
-    if (!(ratio > 1.01))
-        return;
-    fit_ = std::min(1.0, std::max(fit_ / ratio, place * fit_ / kWidestLayout));
-    applyZoom();
-}
-
-void WebKitPage::measureAgain() {
-    if (measuresLeft_ <= 0)
-        return;
-    g_timeout_add_full(
-        G_PRIORITY_DEFAULT, kMeasureAgainMilliseconds,
-        +[](gpointer weak) -> gboolean {
-            if (WebKitPage* page = pageOf(*static_cast<Weak*>(weak)))
-                page->fitToWidth();
-            return G_SOURCE_REMOVE;
-        },
-        new Weak(self_), +[](gpointer weak) { delete static_cast<Weak*>(weak); });
-}
-
-void WebKitPage::applyZoom() {
-    webkit_web_view_set_zoom_level(view_.get(), pixelsPerPoint_ * fit_);
-}
-
-bool WebKitPage::decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
-    switch (type) {
-    case WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION:
-        decideNavigation(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
-        return true;
-    case WEBKIT_POLICY_DECISION_TYPE_NEW_WINDOW_ACTION:
-        decideNewWindow(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
-        return true;
-    case WEBKIT_POLICY_DECISION_TYPE_RESPONSE:
-        decideResponse(WEBKIT_RESPONSE_POLICY_DECISION(decision));
-        return true;
-    }
-    return false;
-}
-
-void WebKitPage::decideNavigation(WebKitNavigationPolicyDecision* decision) {
-    auto* policy = WEBKIT_POLICY_DECISION(decision);
-    const host::WebNavigation navigation =
-        WebKitPolicy::navigation(webkit_navigation_policy_decision_get_navigation_action(decision));
-    if (navigation.url == wantedURL_ && navigation.type == host::WebNavigationType::Other &&
-        !navigation.isRedirect) {
-        wantedURL_.clear();
-        webkit_policy_decision_use(policy);
-        return;
-    }
-    if (!cookies_ || !WebKitPolicy::isHTTP(navigation.url)) {
-        answerNavigation(navigation, policy);
-        return;
-    }
-    auto held = NativeReference<WebKitPolicyDecision>::ref(policy);
-    cookies_->refresh(navigation.url, [weak = Weak(self_), navigation, held] {
-        if (WebKitPage* page = pageOf(weak))
-            page->answerNavigation(navigation, held.get());
-        else
-            webkit_policy_decision_ignore(held.get());
-    });
-}
-
-void WebKitPage::answerNavigation(const host::WebNavigation& navigation,
-                                  WebKitPolicyDecision* decision) {
-    if (isWanted(navigation))
-        webkit_policy_decision_use(decision);
-    else
-        webkit_policy_decision_ignore(decision);
+bool WebKitPage::isInLoadedDocument(const host::WebNavigation& navigation) const {
+    if (navigation.isRedirect || navigation.method != "GET" ||
+        navigation.type == host::WebNavigationType::Reload ||
+        navigation.url.find('#') == std::string::npos)
+        return false;
+    const std::string document = withoutFragment(navigation.url);
+    return documents_.contains(document) || withoutFragment(url()) == document;
 }
 
 bool WebKitPage::isWanted(const host::WebNavigation& navigation) {
-    const Weak weak(self_);
-    // A scheme of the application's own is the client's to hear of, and never shown.
-    const bool wanted = !client_ || client_->webPageShouldNavigate(navigation);
-    return wanted && !weak.expired() && WebKitPolicy::isShowable(navigation.url);
+    if (!client_)
+        return WebKitPolicy::isShowable(navigation.url);
+    // A foreign scheme is told to the client and never shown. A client that lets go of the page
+    // while it is asked wants nothing of it.
+    const bool wanted = client_->webPageShouldNavigate(navigation);
+    return wanted && client_ && WebKitPolicy::isShowable(navigation.url);
 }
 
-void WebKitPage::decideNewWindow(WebKitNavigationPolicyDecision* decision) {
-    WebKitURIRequest* request = webkit_navigation_action_get_request(
-        webkit_navigation_policy_decision_get_navigation_action(decision));
-    const char* method = webkit_uri_request_get_http_method(request);
-    webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
-    // One window: the page goes there itself, and is asked about it then. A form's body is not at
-    // hand here, so a form that wants a new window is not sent.
-    if (!method || !g_ascii_strcasecmp(method, "GET"))
+bool WebKitPage::decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
+    const auto answer = std::make_shared<WebKitPolicyAnswer>(decision);
+    if (type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE) {
+        decideResponse(WEBKIT_RESPONSE_POLICY_DECISION(decision), *answer);
+        return true;
+    }
+    WebKitNavigationAction* action = webkit_navigation_policy_decision_get_navigation_action(
+        WEBKIT_NAVIGATION_POLICY_DECISION(decision));
+    if (type == WEBKIT_POLICY_DECISION_TYPE_NEW_WINDOW_ACTION)
+        openInThisPage(action);
+    else
+        decideNavigation(action, answer);
+    return true;
+}
+
+void WebKitPage::decideNavigation(WebKitNavigationAction* action,
+                                  const std::shared_ptr<WebKitPolicyAnswer>& answer) {
+    host::WebNavigation navigation = completed(WebKitPolicy::navigation(action));
+    if (navigation.url == wantedURL_ && navigation.type == host::WebNavigationType::Other &&
+        !navigation.isRedirect) {
+        wantedURL_.clear();
+        documents_.insert(withoutFragment(navigation.url));
+        answer->allow();
+        return;
+    }
+    navigation.mainDocumentURL = url();
+    navigation.isSameDocument = isInLoadedDocument(navigation);
+    if (!cookies_ || navigation.isSameDocument || !WebKitPolicy::isHTTP(navigation.url)) {
+        answerNavigation(navigation, *answer);
+        return;
+    }
+    cookies_->refresh(navigation.url, weakly(this, [navigation, answer](WebKitPage& self) {
+                          self.answerNavigation(navigation, *answer);
+                      }));
+}
+
+void WebKitPage::answerNavigation(const host::WebNavigation& navigation,
+                                  WebKitPolicyAnswer& answer) {
+    if (!isWanted(navigation))
+        return;
+    documents_.insert(withoutFragment(navigation.url));
+    answer.allow(
+        policies(mediaNeedsTouch_ ? WEBKIT_AUTOPLAY_DENY : WEBKIT_AUTOPLAY_ALLOW_WITHOUT_SOUND)
+            .get());
+}
+
+void WebKitPage::openInThisPage(WebKitNavigationAction* action) {
+    // Forms are kept in the page by a script, since their body is not at hand here.
+    WebKitURIRequest* request = webkit_navigation_action_get_request(action);
+    const host::WebNavigation navigation = WebKitPolicy::navigation(request);
+    if (navigation.method == "GET" && !navigation.url.empty())
         webkit_web_view_load_request(view_.get(), request);
 }
 
-void WebKitPage::decideResponse(WebKitResponsePolicyDecision* decision) {
-    const Weak weak(self_);
-    auto* policy = WEBKIT_POLICY_DECISION(decision);
+void WebKitPage::decideResponse(WebKitResponsePolicyDecision* decision,
+                                WebKitPolicyAnswer& answer) {
     const bool wanted =
         !client_ || client_->webPageShouldShowResponse(WebKitPolicy::response(decision));
-    if (wanted && !weak.expired() &&
-        webkit_response_policy_decision_is_mime_type_supported(decision))
-        webkit_policy_decision_use(policy);
-    else
-        webkit_policy_decision_ignore(policy);
+    if (wanted && webkit_response_policy_decision_is_mime_type_supported(decision))
+        answer.allow();
+}
+
+bool WebKitPage::authenticate(WebKitAuthenticationRequest* request) {
+    const auto challenge = WebKitPolicy::challenge(request);
+    if (!challenge || !client_) {
+        webkit_authentication_request_authenticate(request, nullptr);
+        return true;
+    }
+    webkit_authentication_request_set_can_save_credentials(request, FALSE);
+    const auto held = NativeReference<WebKitAuthenticationRequest>::ref(request);
+    client_->webPageNeedsCredential(*challenge, [held](std::optional<host::WebCredential> given) {
+        WebKitCredential* credential =
+            given ? webkit_credential_new(given->user.c_str(), given->password.c_str(),
+                                          WEBKIT_CREDENTIAL_PERSISTENCE_FOR_SESSION)
+                  : nullptr;
+        webkit_authentication_request_authenticate(held.get(), credential);
+        if (credential)
+            webkit_credential_free(credential);
+    });
+    return true;
 }
 
 void WebKitPage::loadChanged(WebKitLoadEvent event) {
     if (event == WEBKIT_LOAD_STARTED) {
         loading_ = true;
-        wantedURL_.clear();
-        measuresLeft_ = 0;
+        fit_->loadStarted();
         if (client_)
             client_->webPageDidStartLoad();
     } else if (event == WEBKIT_LOAD_COMMITTED) {
-        fit_ = 1;
-        applyZoom();
+        documents_ = {withoutFragment(url())};
+        fit_->loadCommitted();
     } else if (event == WEBKIT_LOAD_FINISHED) {
-        measuresLeft_ = kMeasures;
-        if (scalesPageToFit_)
-            fitToWidth();
+        fit_->loadFinished();
         if (std::exchange(loading_, false) && client_)
             client_->webPageDidFinishLoad();
     }
-}
-
-void WebKitPage::loadFailed(const char* url, const GError& error) {
-    failLoad(WebKitPolicy::error(error, url ? url : ""));
-}
-
-void WebKitPage::webProcessTerminated() {
-    // Also told when nothing was loading: the page is gone from the screen.
-    loading_ = true;
-    failLoad({-1, "The page ended unexpectedly.", url()});
 }
 
 void WebKitPage::failLoad(const host::WebError& error) {

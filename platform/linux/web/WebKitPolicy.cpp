@@ -40,7 +40,7 @@ std::string schemeOf(const std::string& url) {
     return scheme;
 }
 
-/// The type as the server wrote it, without parameters; the engine's own guess when it wrote none.
+/// The type as the server wrote it, without parameters; the engine's guess when it wrote none.
 std::string mimeType(WebKitURIResponse* response) {
     SoupMessageHeaders* headers = webkit_uri_response_get_http_headers(response);
     const char* sent = headers ? soup_message_headers_get_one(headers, "Content-Type") : nullptr;
@@ -116,6 +116,23 @@ host::WebResponse WebKitPolicy::response(WebKitResponsePolicyDecision* decision)
     WebKitURIRequest* request = webkit_response_policy_decision_get_request(decision);
     if (const char* method = webkit_uri_request_get_http_method(request))
         result.requestMethod = method;
+    return result;
+}
+
+std::optional<host::WebChallenge> WebKitPolicy::challenge(WebKitAuthenticationRequest* request) {
+    const WebKitAuthenticationScheme scheme = webkit_authentication_request_get_scheme(request);
+    if (webkit_authentication_request_is_for_proxy(request) ||
+        (scheme != WEBKIT_AUTHENTICATION_SCHEME_HTTP_BASIC &&
+         scheme != WEBKIT_AUTHENTICATION_SCHEME_HTTP_DIGEST))
+        return std::nullopt;
+    WebKitSecurityOrigin* origin = webkit_authentication_request_get_security_origin(request);
+    char* text = webkit_security_origin_to_string(origin);
+    host::WebChallenge result{orEmpty(text),
+                              orEmpty(webkit_authentication_request_get_realm(request)),
+                              scheme == WEBKIT_AUTHENTICATION_SCHEME_HTTP_BASIC,
+                              webkit_authentication_request_is_retry(request) != FALSE};
+    g_free(text);
+    webkit_security_origin_unref(origin);
     return result;
 }
 

@@ -3,21 +3,24 @@
 
 #include <webkit/webkit.h>
 
+#include <optional>
 #include <string>
 
 namespace vistrel {
 
-/// What the engine's decision objects say, in the host's words.
+/// The engine's decision objects in the host's terms.
 namespace WebKitPolicy {
 
-/// That of a request which the application makes of itself.
+/// Of a request that the application makes.
 host::WebNavigation navigation(WebKitURIRequest* request);
 host::WebNavigation navigation(WebKitNavigationAction* action);
 host::WebResponse response(WebKitResponsePolicyDecision* decision);
+/// Nothing for what no name and password can answer: proxies, client certificates.
+std::optional<host::WebChallenge> challenge(WebKitAuthenticationRequest* request);
 host::WebError error(const GError& error, const std::string& url);
 
-/// A page may go there: http, https, and what pages make of themselves (about, data, blob). Never
-/// to files of this machine.
+/// A page may go there: http, https, and what pages make themselves (about, data, blob). Never to
+/// files of this machine.
 bool isShowable(const std::string& url);
 bool isHTTP(const std::string& url);
 

@@ -35,6 +35,12 @@ struct Recorder : host::WebPageClient {
         responses.push_back(response);
         return !refuseResponse || response.url.find(*refuseResponse) == std::string::npos;
     }
+    void webPageNeedsCredential(
+        const host::WebChallenge& challenge,
+        std::function<void(std::optional<host::WebCredential>)> answer) override {
+        challenges.push_back(challenge);
+        answer(credential);
+    }
     void webPageDidStartLoad() override { ++started; }
     void webPageDidFinishLoad() override { ++finished; }
     void webPageDidFailLoad(const host::WebError& error) override { failures.push_back(error); }
@@ -56,6 +62,8 @@ struct Recorder : host::WebPageClient {
     std::optional<std::string> refuseResponse;
     std::vector<host::WebNavigation> navigations;
     std::vector<host::WebResponse> responses;
+    std::vector<host::WebChallenge> challenges;
+    std::optional<host::WebCredential> credential;
     int started = 0;
     int finished = 0;
     std::vector<host::WebError> failures;
@@ -94,7 +102,7 @@ protected:
     }
 
     void makePage() {
-        page_ = engine_->createPage();
+        page_ = engine_->createPage(session_);
         ASSERT_TRUE(page_) << log_;
         page_->setClient(&client_);
         putIntoWindow();
@@ -157,7 +165,8 @@ protected:
     std::string log_;
     Recorder client_;
     std::unique_ptr<DeferredWebEngine> engine_;
-    std::unique_ptr<host::WebPage> page_;
+    std::shared_ptr<host::WebPage> page_;
+    host::WebSession session_ = host::WebSession::Browsing;
     GtkWidget* window_ = nullptr;
 };
 
@@ -412,7 +421,7 @@ TEST_F(WebKitPageTest, APageThatHasLoadedBeforeItHasAPlaceIsFittedToThatPlace) {
     for (const auto& [path, least, most] :
          {std::tuple("/narrow", 320, 320), std::tuple("/wide", 799, 820)}) {
         closePage();
-        page_ = engine_->createPage();
+        page_ = engine_->createPage(session_);
         ASSERT_TRUE(page_) << log_;
         page_->setClient(&client_);
         page_->setScalesPageToFit(true);
@@ -482,6 +491,7 @@ TEST_F(WebKitPageTest, APageMayGoWhileItIsAsked) {
     } leaver;
     bool left = false;
     leaver.leave = [&] {
+        page_->setClient(nullptr);
         page_.reset();
         left = true;
     };
