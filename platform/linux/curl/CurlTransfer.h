@@ -10,7 +10,7 @@ class CurlLoop;
 
 /// One transfer of libcurl. A subclass sets its options on handle(); their functions are called
 /// from inside the library and only take or give bytes, and wake() brings what follows from them
-/// out of it. Ends when it is destroyed.
+/// out of it. A subclass calls stop() in its destructor, before what its functions use is gone.
 class CurlTransfer : public std::enable_shared_from_this<CurlTransfer> {
 public:
     virtual ~CurlTransfer();

@@ -1,7 +1,13 @@
 #include "platform/linux/mail/SmtpDelivery.h"
 
+#include "platform/linux/curl/CurlLoop.h"
+
+#include <netinet/in.h>
+#include <sys/socket.h>
+
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <utility>
 
 namespace vistrel {
@@ -9,217 +15,165 @@ namespace vistrel {
 namespace {
 
 /// Of silence.
-constexpr guint kTimeoutSeconds = 60;
-constexpr std::size_t kWrittenAtOnce = 16384;
+constexpr long kTimeoutSeconds = 60;
 
-std::string literalOf(GInetAddress* address) {
-    char* text = g_inet_address_to_string(address);
-    const bool isNew = g_inet_address_get_family(address) == G_SOCKET_FAMILY_IPV6;
-    std::string literal = std::string(isNew ? "[IPv6:" : "[") + text + "]";
-    g_free(text);
-    return literal;
+bool isLoopback(const sockaddr& address) {
+    if (address.sa_family == AF_INET) {
+        const auto& four = reinterpret_cast<const sockaddr_in&>(address);
+        return (ntohl(four.sin_addr.s_addr) >> 24) == 127;
+    }
+    const auto& six = reinterpret_cast<const sockaddr_in6&>(address);
+    return address.sa_family == AF_INET6 && IN6_IS_ADDR_LOOPBACK(&six.sin6_addr);
 }
 
-GInetAddress* inetAddress(GSocketAddress* address) {
-    return G_IS_INET_SOCKET_ADDRESS(address)
-               ? g_inet_socket_address_get_address(G_INET_SOCKET_ADDRESS(address))
-               : nullptr;
+/// The path is what EHLO calls this machine; its name and address are nobody's business.
+std::string serverURL(const MailAccount& account) {
+    const bool isIPv6 = account.host.find(':') != std::string::npos;
+    const std::string host = isIPv6 ? "[" + account.host + "]" : account.host;
+    return (account.security == MailSecurity::TLS ? "smtps://" : "smtp://") + host + ":" +
+           std::to_string(account.port) + "/%5B127.0.0.1%5D";
 }
 
 }
 
-SmtpDelivery::SmtpDelivery(MailAccount account, std::string password, MailMessage message,
-                           Callbacks callbacks)
-    : account_(std::move(account))
+SmtpDelivery::SmtpDelivery(std::shared_ptr<CurlLoop> loop, MailAccount account,
+                           std::string password, MailMessage message)
+    : CurlTransfer(std::move(loop))
+    , account_(std::move(account))
     , password_(std::move(password))
-    , message_(std::move(message))
-    , callbacks_(std::move(callbacks)) {}
+    , message_(std::move(message)) {}
 
-SmtpDelivery::~SmtpDelivery() = default;
-
-SmtpDelivery::Self SmtpDelivery::takenBack(gpointer data) {
-    const std::unique_ptr<Self> kept(static_cast<Self*>(data));
-    return std::move(*kept);
+SmtpDelivery::~SmtpDelivery() {
+    stop();
 }
 
-void SmtpDelivery::start(GCancellable* cancellable) {
-    cancellable_ = NativeReference<GCancellable>::ref(cancellable);
-    const auto client = NativeReference<GSocketClient>::adopt(g_socket_client_new());
-    g_socket_client_set_timeout(client.get(), kTimeoutSeconds);
-    const auto address = NativeReference<GSocketConnectable>::adopt(
-        g_network_address_new(account_.host.c_str(), account_.port));
-    g_socket_client_connect_async(client.get(), address.get(), cancellable_.get(), connected,
-                                  keptAlive());
+void SmtpDelivery::begin(Callbacks callbacks) {
+    callbacks_ = std::move(callbacks);
+    curl_easy_setopt(handle(), CURLOPT_URL, serverURL(account_).c_str());
+    curl_easy_setopt(handle(), CURLOPT_PROXY, "");
+    curl_easy_setopt(handle(), CURLOPT_CONNECTTIMEOUT, kTimeoutSeconds);
+    curl_easy_setopt(handle(), CURLOPT_SERVER_RESPONSE_TIMEOUT, kTimeoutSeconds);
+    curl_easy_setopt(handle(), CURLOPT_LOW_SPEED_LIMIT, 1L);
+    curl_easy_setopt(handle(), CURLOPT_LOW_SPEED_TIME, kTimeoutSeconds);
+    curl_easy_setopt(handle(), CURLOPT_FORBID_REUSE, 1L);
+    curl_easy_setopt(handle(), CURLOPT_HEADERFUNCTION, &SmtpDelivery::takeReplyLine);
+    curl_easy_setopt(handle(), CURLOPT_HEADERDATA, this);
+    setUpSecurity();
+    setUpMessage();
+    start();
 }
 
-void SmtpDelivery::connected(GObject* client, GAsyncResult* result, gpointer data) {
-    const Self self = takenBack(data);
-    GError* error = nullptr;
-    GSocketConnection* connection =
-        g_socket_client_connect_finish(G_SOCKET_CLIENT(client), result, &error);
-    if (!connection) {
-        self->failWith(error, "The mail server cannot be reached");
+void SmtpDelivery::setUpSecurity() {
+    if (account_.security != MailSecurity::None)
+        curl_easy_setopt(handle(), CURLOPT_USE_SSL, static_cast<long>(CURLUSESSL_ALL));
+    if (!account_.certificateAuthorityFile.empty()) {
+        curl_easy_setopt(handle(), CURLOPT_CAINFO, account_.certificateAuthorityFile.c_str());
+        curl_easy_setopt(handle(), CURLOPT_CAPATH, nullptr);
+    }
+    curl_easy_setopt(handle(), CURLOPT_OPENSOCKETFUNCTION, &SmtpDelivery::openSocket);
+    curl_easy_setopt(handle(), CURLOPT_OPENSOCKETDATA, this);
+    if (account_.user.empty())
         return;
+    curl_easy_setopt(handle(), CURLOPT_USERNAME, account_.user.c_str());
+    curl_easy_setopt(handle(), CURLOPT_PASSWORD, password_.c_str());
+    curl_easy_setopt(handle(), CURLOPT_SASL_IR, 1L);
+}
+
+void SmtpDelivery::setUpMessage() {
+    for (const std::string& recipient : message_.recipients) {
+        curl_slist* longer = curl_slist_append(recipients_.get(), ("<" + recipient + ">").c_str());
+        (void)recipients_.release();
+        recipients_.reset(longer);
     }
-    self->stream_ = NativeReference<GIOStream>::adopt(G_IO_STREAM(connection));
-    self->beginDialogue(*connection);
+    curl_easy_setopt(handle(), CURLOPT_MAIL_FROM, ("<" + message_.sender + ">").c_str());
+    curl_easy_setopt(handle(), CURLOPT_MAIL_RCPT, recipients_.get());
+    curl_easy_setopt(handle(), CURLOPT_UPLOAD, 1L);
+    curl_easy_setopt(handle(), CURLOPT_READFUNCTION, &SmtpDelivery::giveMessage);
+    curl_easy_setopt(handle(), CURLOPT_READDATA, this);
 }
 
-void SmtpDelivery::beginDialogue(GSocketConnection& connection) {
-    SmtpDialogue::Parties parties{"localhost", message_.sender, message_.recipients, false};
-    const auto local = NativeReference<GSocketAddress>::adopt(
-        g_socket_connection_get_local_address(&connection, nullptr));
-    const auto remote = NativeReference<GSocketAddress>::adopt(
-        g_socket_connection_get_remote_address(&connection, nullptr));
-    if (GInetAddress* address = inetAddress(local.get()))
-        parties.clientName = literalOf(address);
-    if (GInetAddress* address = inetAddress(remote.get()))
-        parties.isLocalServer = g_inet_address_get_is_loopback(address) != FALSE;
-    dialogue_.emplace(account_, std::move(password_), std::move(parties));
-    if (account_.security == MailSecurity::TLS)
-        encrypt();
-    else
-        read();
-}
-
-void SmtpDelivery::encrypt() {
-    GError* error = nullptr;
-    const auto identity = NativeReference<GSocketConnectable>::adopt(
-        g_network_address_new(account_.host.c_str(), account_.port));
-    GIOStream* secure = g_tls_client_connection_new(stream_.get(), identity.get(), &error);
-    if (secure && !account_.certificateAuthorityFile.empty()) {
-        const auto authorities = NativeReference<GTlsDatabase>::adopt(
-            g_tls_file_database_new(account_.certificateAuthorityFile.c_str(), &error));
-        if (authorities)
-            g_tls_connection_set_database(G_TLS_CONNECTION(secure), authorities.get());
+curl_socket_t SmtpDelivery::openSocket(void* data, curlsocktype, curl_sockaddr* address) {
+    auto* self = static_cast<SmtpDelivery*>(data);
+    if (self->account_.security == MailSecurity::None && !self->account_.user.empty() &&
+        !isLoopback(address->addr)) {
+        self->passwordWouldBeSeen_ = true;
+        return CURL_SOCKET_BAD;
     }
-    if (secure)
-        stream_ = NativeReference<GIOStream>::adopt(secure);
-    if (error) {
-        failWith(error, "The connection to the mail server cannot be encrypted");
-        return;
-    }
-    g_tls_connection_handshake_async(G_TLS_CONNECTION(stream_.get()), G_PRIORITY_DEFAULT,
-                                     cancellable_.get(), encrypted, keptAlive());
+    self->socket_ = ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
+    return self->socket_;
 }
 
-void SmtpDelivery::encrypted(GObject* connection, GAsyncResult* result, gpointer data) {
-    const Self self = takenBack(data);
-    GError* error = nullptr;
-    if (!g_tls_connection_handshake_finish(G_TLS_CONNECTION(connection), result, &error))
-        self->failWith(error, "The connection to the mail server cannot be encrypted");
-    else if (self->account_.security == MailSecurity::TLS)
-        self->read(); // the greeting comes now
-    else
-        self->perform(self->dialogue_->secured());
+std::size_t SmtpDelivery::giveMessage(char* bytes, std::size_t size, std::size_t count,
+                                      void* data) {
+    auto* self = static_cast<SmtpDelivery*>(data);
+    const std::string& message = self->message_.bytes;
+    const std::size_t given = std::min(size * count, message.size() - self->sentBytes_);
+    std::memcpy(bytes, message.data() + self->sentBytes_, given);
+    self->sentBytes_ += given;
+    self->wake();
+    return given;
 }
 
-void SmtpDelivery::read() {
-    g_input_stream_read_async(g_io_stream_get_input_stream(stream_.get()), buffer_, sizeof buffer_,
-                              G_PRIORITY_DEFAULT, cancellable_.get(), received, keptAlive());
+std::size_t SmtpDelivery::takeReplyLine(char* bytes, std::size_t size, std::size_t count,
+                                        void* data) {
+    auto* self = static_cast<SmtpDelivery*>(data);
+    if (self->dialogueIsOver_)
+        return size * count;
+    if (!self->reply_.take({bytes, size * count}))
+        return CURL_WRITEFUNC_ERROR;
+    self->dialogueIsOver_ =
+        self->reply_.isComplete() &&
+        (self->reply_.isRefusal() || self->sentBytes_ == self->message_.bytes.size());
+    // The library says goodbye now, and would keep the loop waiting for an answer to that.
+    if (self->dialogueIsOver_)
+        ::shutdown(self->socket_, SHUT_RD);
+    return size * count;
 }
 
-void SmtpDelivery::received(GObject* stream, GAsyncResult* result, gpointer data) {
-    const Self self = takenBack(data);
-    GError* error = nullptr;
-    const gssize count = g_input_stream_read_finish(G_INPUT_STREAM(stream), result, &error);
-    if (count < 0) {
-        self->failWith(error, "The connection to the mail server was lost");
-    } else if (count == 0) {
-        self->finish(host::Failure{ECONNRESET, "The mail server closed the connection."});
-    } else {
-        self->replies_.add({self->buffer_, static_cast<std::size_t>(count)});
-        self->takeReplies();
-    }
+void SmtpDelivery::progressed() {
+    if (callbacks_.progress)
+        callbacks_.progress(static_cast<double>(sentBytes_) /
+                            static_cast<double>(message_.bytes.size()));
 }
 
-void SmtpDelivery::takeReplies() {
-    if (const auto reply = replies_.next())
-        perform(dialogue_->replied(*reply));
-    else if (replies_.isBroken())
-        finish(host::Failure{EPROTO, "The other side is no mail server."});
-    else
-        read();
+void SmtpDelivery::ended(CURLcode result) {
+    const auto done = std::exchange(callbacks_.done, {});
+    done(result == CURLE_OK ? host::Status(host::Done{}) : host::Status(failureOf(result)));
 }
 
-void SmtpDelivery::perform(const SmtpDialogue::Step& step) {
-    switch (step.action) {
-    case SmtpDialogue::Action::Write:
-        write(step.line + "\r\n", false);
-        break;
-    case SmtpDialogue::Action::WriteMessage:
-        write(smtpData(message_.bytes), true);
-        break;
-    case SmtpDialogue::Action::StartTLS:
-        // Bytes that came before the encryption would count as said under it.
-        if (replies_.isEmpty())
-            encrypt();
-        else
-            finish(host::Failure{EPROTO, "The mail server spoke before the encryption began."});
-        break;
-    case SmtpDialogue::Action::Finish:
-        finish(host::Done{});
-        break;
-    case SmtpDialogue::Action::Fail:
-        finish(step.failure);
+host::Failure SmtpDelivery::failureOf(CURLcode result) const {
+    if (passwordWouldBeSeen_)
+        return {EPERM, "The password is not sent over a connection that is not encrypted."};
+    switch (result) {
+    case CURLE_COULDNT_RESOLVE_HOST:
+    case CURLE_COULDNT_CONNECT:
+    case CURLE_URL_MALFORMAT:
+        return {ECONNREFUSED, "The mail server cannot be reached."};
+    case CURLE_OPERATION_TIMEDOUT:
+        return {ETIMEDOUT, "The mail server does not answer."};
+    case CURLE_USE_SSL_FAILED:
+        return {EPROTO, "The mail server does not offer encryption. Nothing was sent."};
+    case CURLE_PEER_FAILED_VERIFICATION:
+    case CURLE_SSL_CACERT_BADFILE:
+    case CURLE_SSL_CONNECT_ERROR:
+        return {EPROTO, "The connection to the mail server cannot be encrypted: " + errorText()};
+    case CURLE_LOGIN_DENIED:
+        if (!reply_.isRefusal())
+            return {EPROTO, "The mail server offers no known way to sign in."};
+        // The server's words may repeat what was sent.
+        return {EACCES, "The mail server refused the user name or the password (" +
+                            std::to_string(reply_.code()) + ")."};
+    case CURLE_WRITE_ERROR:
+        return {EPROTO, "The remote host is not a mail server."};
+    default:
         break;
     }
-}
-
-void SmtpDelivery::write(std::string bytes, bool isMessage) {
-    outgoing_ = std::move(bytes);
-    writtenBytes_ = 0;
-    writingMessage_ = isMessage;
-    writeSome();
-}
-
-void SmtpDelivery::writeSome() {
-    const std::size_t size = std::min(kWrittenAtOnce, outgoing_.size() - writtenBytes_);
-    g_output_stream_write_async(g_io_stream_get_output_stream(stream_.get()),
-                                outgoing_.data() + writtenBytes_, size, G_PRIORITY_DEFAULT,
-                                cancellable_.get(), written, keptAlive());
-}
-
-void SmtpDelivery::written(GObject* stream, GAsyncResult* result, gpointer data) {
-    const Self self = takenBack(data);
-    GError* error = nullptr;
-    const gssize count = g_output_stream_write_finish(G_OUTPUT_STREAM(stream), result, &error);
-    if (count < 0) {
-        self->failWith(error, "The connection to the mail server was lost");
-        return;
-    }
-    self->writtenBytes_ += static_cast<std::size_t>(count);
-    if (self->writingMessage_ && self->callbacks_.progress)
-        self->callbacks_.progress(static_cast<double>(self->writtenBytes_) /
-                                  static_cast<double>(self->outgoing_.size()));
-    if (self->writtenBytes_ < self->outgoing_.size())
-        self->writeSome();
-    else
-        self->takeReplies();
-}
-
-void SmtpDelivery::failWith(GError* error, const char* what) {
-    const bool cancelled = g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED);
-    const host::Failure failure{ECONNRESET, std::string(what) + ": " + error->message};
-    g_error_free(error);
-    if (cancelled)
-        finished_ = true;
-    else
-        finish(failure);
-}
-
-void SmtpDelivery::finish(host::Status outcome) {
-    if (std::exchange(finished_, true))
-        return;
-    if (stream_) {
-        // The mail's fate is settled; a farewell that does not arrive changes nothing.
-        if (outcome.ok())
-            g_output_stream_write(g_io_stream_get_output_stream(stream_.get()), "QUIT\r\n", 6,
-                                  nullptr, nullptr);
-        g_io_stream_close_async(stream_.get(), G_PRIORITY_DEFAULT, nullptr, nullptr, nullptr);
-    }
-    if (const auto done = std::exchange(callbacks_.done, {}))
-        done(std::move(outcome));
+    if (reply_.isRefusal())
+        return {reply_.code() < 500 ? EAGAIN : EREMOTEIO,
+                "The mail server refused the mail: " + reply_.text()};
+    if (result == CURLE_WEIRD_SERVER_REPLY)
+        return {EPROTO, "The remote host is not a mail server."};
+    return {ECONNRESET, "The mail server closed the connection."};
 }
 
 }

@@ -1,70 +1,57 @@
 #pragma once
 #include "platform/host/Result.h"
-#include "platform/linux/NativeReference.h"
+#include "platform/linux/curl/CurlTransfer.h"
+#include "platform/linux/mail/MailAccount.h"
 #include "platform/linux/mail/MailMessage.h"
-#include "platform/linux/mail/SmtpDialogue.h"
-
-#include <gio/gio.h>
+#include "platform/linux/mail/SmtpReply.h"
 
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 
 namespace vistrel {
 
-/// Brings one mail to the account's server, on the default main context. Keeps itself alive until
-/// it has ended; the certificate must be that of the account's host.
-class SmtpDelivery : public std::enable_shared_from_this<SmtpDelivery> {
+/// Brings one mail to the account's server, whose certificate must be that of the account's host.
+/// The password is never sent unencrypted, except to a server on this machine.
+class SmtpDelivery : public CurlTransfer {
 public:
     struct Callbacks {
         std::function<void(double fraction)> progress;
-        /// Once, and never before start has returned. Not at all when cancelled.
+        /// Once, and never before begin has returned. May destroy the delivery.
         std::function<void(host::Status)> done;
     };
 
-    SmtpDelivery(MailAccount account, std::string password, MailMessage message,
-                 Callbacks callbacks);
-    ~SmtpDelivery();
-    SmtpDelivery(const SmtpDelivery&) = delete;
-    SmtpDelivery& operator=(const SmtpDelivery&) = delete;
+    SmtpDelivery(std::shared_ptr<CurlLoop> loop, MailAccount account, std::string password,
+                 MailMessage message);
+    ~SmtpDelivery() override;
 
-    void start(GCancellable* cancellable);
+    void begin(Callbacks callbacks);
 
 private:
-    using Self = std::shared_ptr<SmtpDelivery>;
-    static void connected(GObject* client, GAsyncResult* result, gpointer data);
-    static void encrypted(GObject* connection, GAsyncResult* result, gpointer data);
-    static void received(GObject* stream, GAsyncResult* result, gpointer data);
-    static void written(GObject* stream, GAsyncResult* result, gpointer data);
-    /// A reference for the time of one native call; taken back by its callback.
-    gpointer keptAlive() { return new Self(shared_from_this()); }
-    static Self takenBack(gpointer data);
+    struct ListDeleter {
+        void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+    };
 
-    void beginDialogue(GSocketConnection& connection);
-    void encrypt();
-    void read();
-    void write(std::string bytes, bool isMessage);
-    void writeSome();
-    void takeReplies();
-    void perform(const SmtpDialogue::Step& step);
-    /// Cancellation ends in silence.
-    void failWith(GError* error, const char* what);
-    void finish(host::Status outcome);
+    static curl_socket_t openSocket(void* self, curlsocktype purpose, curl_sockaddr* address);
+    static std::size_t giveMessage(char* bytes, std::size_t size, std::size_t count, void* self);
+    static std::size_t takeReplyLine(char* bytes, std::size_t size, std::size_t count, void* self);
+    void progressed() override;
+    void ended(CURLcode result) override;
+
+    void setUpSecurity();
+    void setUpMessage();
+    host::Failure failureOf(CURLcode result) const;
 
     MailAccount account_;
     std::string password_;
     MailMessage message_;
     Callbacks callbacks_;
-    NativeReference<GCancellable> cancellable_;
-    NativeReference<GIOStream> stream_;
-    std::optional<SmtpDialogue> dialogue_;
-    SmtpReplyReader replies_;
-    std::string outgoing_;
-    std::size_t writtenBytes_ = 0;
-    bool writingMessage_ = false;
-    bool finished_ = false;
-    char buffer_[4096];
+    std::unique_ptr<curl_slist, ListDeleter> recipients_;
+    std::size_t sentBytes_ = 0;
+    SmtpReply reply_;             ///< the last one that matters
+    bool dialogueIsOver_ = false; ///< whatever comes now changes nothing
+    curl_socket_t socket_ = CURL_SOCKET_BAD;
+    bool passwordWouldBeSeen_ = false;
 };
 
 }

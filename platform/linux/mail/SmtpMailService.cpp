@@ -1,10 +1,10 @@
 #include "platform/linux/mail/SmtpMailService.h"
 
+#include "platform/linux/curl/CurlLoop.h"
 #include "platform/linux/mail/MailPassword.h"
 #include "platform/linux/mail/SmtpDelivery.h"
 
 #include <cerrno>
-#include <memory>
 #include <span>
 #include <utility>
 
@@ -16,13 +16,6 @@ host::Failure noAccount() {
     return {ENOTSUP, "No mail account is configured."};
 }
 
-void deliver(const MailAccount& account, std::string password, MailMessage message,
-             SmtpDelivery::Callbacks callbacks, GCancellable* cancellable) {
-    std::make_shared<SmtpDelivery>(account, std::move(password), std::move(message),
-                                   std::move(callbacks))
-        ->start(cancellable);
-}
-
 }
 
 SmtpMailService::SmtpMailService(host::EventLoop& loop, host::Files& files,
@@ -30,7 +23,8 @@ SmtpMailService::SmtpMailService(host::EventLoop& loop, host::Files& files,
     : loop_(loop)
     , files_(files)
     , account_(mailAccountFrom(setting))
-    , cancellable_(NativeReference<GCancellable>::adopt(g_cancellable_new())) {}
+    , cancellable_(NativeReference<GCancellable>::adopt(g_cancellable_new()))
+    , curl_(std::make_shared<CurlLoop>()) {}
 
 SmtpMailService::~SmtpMailService() {
     g_cancellable_cancel(cancellable_.get());
@@ -51,21 +45,33 @@ void SmtpMailService::sendMail(const host::OutgoingMail& mail,
         failLater(built.failure(), std::move(done));
         return;
     }
-    SmtpDelivery::Callbacks callbacks{std::move(progress), std::move(done)};
     if (account_->user.empty()) {
-        deliver(*account_, {}, std::move(built.value()), std::move(callbacks), cancellable_.get());
+        deliver({}, std::move(built.value()), std::move(progress), std::move(done));
         return;
     }
-    askForMailPassword(*account_, cancellable_.get(),
-                       [this, message = std::move(built.value()), callbacks = std::move(callbacks)](
-                           std::optional<std::string> password) mutable {
-                           if (password)
-                               deliver(*account_, std::move(*password), std::move(message),
-                                       std::move(callbacks), cancellable_.get());
-                           else
-                               failLater({EACCES, "No password for the mail account was found."},
-                                         std::move(callbacks.done));
-                       });
+    askForMailPassword(
+        *account_, cancellable_.get(),
+        [this, message = std::move(built.value()), progress = std::move(progress),
+         done = std::move(done)](std::optional<std::string> password) mutable {
+            if (password)
+                deliver(std::move(*password), std::move(message), std::move(progress),
+                        std::move(done));
+            else
+                failLater({EACCES, "No password for the mail account was found."}, std::move(done));
+        });
+}
+
+void SmtpMailService::deliver(std::string password, MailMessage message,
+                              std::function<void(double fraction)> progress, Done done) {
+    auto delivery =
+        std::make_shared<SmtpDelivery>(curl_, *account_, std::move(password), std::move(message));
+    delivery->begin(
+        {std::move(progress),
+         [this, each = delivery.get(), done = std::move(done)](const host::Status& outcome) {
+             std::erase_if(deliveries_, [each](const auto& held) { return held.get() == each; });
+             done(outcome);
+         }});
+    deliveries_.push_back(std::move(delivery));
 }
 
 host::Status SmtpMailService::saveDraft(const host::OutgoingMail& mail) {

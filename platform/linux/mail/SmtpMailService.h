@@ -9,9 +9,13 @@
 #include <gio/gio.h>
 
 #include <functional>
+#include <memory>
 #include <optional>
+#include <vector>
 
 namespace vistrel {
+class CurlLoop;
+class SmtpDelivery;
 
 /// Sends through the configured account, keeps drafts on the device.
 class SmtpMailService : public MailService {
@@ -29,12 +33,16 @@ public:
 
 private:
     using Done = std::function<void(host::Status)>;
+    void deliver(std::string password, MailMessage message,
+                 std::function<void(double fraction)> progress, Done done);
     void failLater(host::Failure failure, Done done);
 
     host::EventLoop& loop_;
     host::Files& files_;
     std::optional<MailAccount> account_;
-    NativeReference<GCancellable> cancellable_;
+    NativeReference<GCancellable> cancellable_; ///< of the search for a password
+    std::shared_ptr<CurlLoop> curl_;
+    std::vector<std::shared_ptr<SmtpDelivery>> deliveries_; ///< under way
 };
 
 }

@@ -1,33 +1,27 @@
 #pragma once
-#include <optional>
+#include <cstddef>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace vistrel {
 
-/// What the server says to one command.
-struct SmtpReply {
-    int code = 0;
-    std::vector<std::string> lines; ///< without code and line end
-};
-
-/// Cuts replies out of the bytes that arrive.
-class SmtpReplyReader {
+/// What a mail server says to one command, put together line by line.
+class SmtpReply {
 public:
-    void add(std::string_view bytes) { pending_ += bytes; }
-    /// The next whole reply; nothing while it is incomplete, and once isBroken().
-    std::optional<SmtpReply> next();
-    /// The other side does not speak the protocol.
-    bool isBroken() const { return broken_; }
-    bool isEmpty() const { return pending_.empty() && reply_.lines.empty(); }
+    /// One line with its end. False when the remote host does not speak the protocol.
+    [[nodiscard]] bool take(std::string_view line);
+
+    /// Whether the last line of the reply has come; the next line begins another reply.
+    bool isComplete() const { return complete_; }
+    int code() const { return code_; }
+    bool isRefusal() const { return code_ >= 400; }
+    /// Code and words on one line, fit to be shown.
+    std::string text() const;
 
 private:
-    bool takeLine(std::string_view line);
-
-    std::string pending_;
-    SmtpReply reply_;
-    bool broken_ = false;
+    int code_ = 0;
+    std::string words_;
+    bool complete_ = true;
 };
 
 }

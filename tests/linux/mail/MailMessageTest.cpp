@@ -1,7 +1,5 @@
 #include "platform/linux/mail/MailMessage.h"
 
-#include "platform/linux/mail/SmtpDialogue.h"
-
 #include <gmock/gmock.h>
 
 #include <regex>
@@ -154,12 +152,6 @@ TEST(MailMessage, ADraftKeepsWhatIsTyped) {
     EXPECT_THAT(draft, HasSubstr("Bcc: hidden@example.com\r\n"));
     EXPECT_THAT(draft, HasSubstr("Subject: Hello\r\n"));
     EXPECT_EQ(bodyOf(draft), "World\r\n");
-}
-
-TEST(SmtpData, DotsAtLineStartsAreDoubled) {
-    EXPECT_EQ(smtpData("a\r\n.\r\n..b\r\nc.d\r\n"), "a\r\n..\r\n...b\r\nc.d\r\n.\r\n");
-    EXPECT_EQ(smtpData(".a"), "..a\r\n.\r\n");
-    EXPECT_EQ(smtpData(""), "\r\n.\r\n");
 }
 
 }

@@ -1,5 +1,6 @@
 #include "platform/linux/mail/SmtpDelivery.h"
 
+#include "platform/linux/curl/CurlLoop.h"
 #include "tests/linux/MainLoop.h"
 #include "tests/linux/TestCertificate.h"
 #include "tests/linux/mail/SmtpTestServer.h"
@@ -35,14 +36,7 @@ protected:
         account_.port = server.port();
         outcomes_.clear();
         progress_.clear();
-        const auto cancellable = NativeReference<GCancellable>::adopt(g_cancellable_new());
-        std::make_shared<SmtpDelivery>(
-            account_, kPassword, message_,
-            SmtpDelivery::Callbacks{[this](double fraction) { progress_.push_back(fraction); },
-                                    [this](host::Status status) {
-                                        outcomes_.push_back(std::move(status));
-                                    }})
-            ->start(cancellable.get());
+        const auto delivery = begin();
         EXPECT_THAT(outcomes_, IsEmpty()) << "told before start returned";
         EXPECT_TRUE(turnUntil([this] { return !outcomes_.empty(); }));
         turnFor(0.03);
@@ -50,11 +44,20 @@ protected:
         commands_ = server.commands();
         received_ = server.message();
     }
+    std::shared_ptr<SmtpDelivery> begin() {
+        auto delivery = std::make_shared<SmtpDelivery>(curl_, account_, kPassword, message_);
+        delivery->begin({[this](double fraction) { progress_.push_back(fraction); },
+                         [this](host::Status status) {
+                             outcomes_.push_back(std::move(status));
+                         }});
+        return delivery;
+    }
     bool succeeded() { return !outcomes_.empty() && outcomes_.front().ok(); }
     std::string failure() {
         return outcomes_.empty() || succeeded() ? "" : outcomes_.front().failure().message;
     }
 
+    std::shared_ptr<CurlLoop> curl_ = std::make_shared<CurlLoop>();
     MailAccount account_;
     MailMessage message_;
     std::vector<host::Status> outcomes_;
@@ -76,10 +79,9 @@ TEST_F(SmtpDeliveryTest, AMailGoesThroughInOneConversation) {
 }
 
 TEST_F(SmtpDeliveryTest, AServerThatKnowsOnlyTheOlderSignInGetsThat) {
-    send({.extensions = {"SIZE 1000", "auth login"}, .replies = {{"AUTH", "334 VXNlcm5hbWU6"}}});
+    send({.extensions = {"SIZE 1000", "AUTH LOGIN"}, .replies = {{"AUTH", "334 VXNlcm5hbWU6"}}});
     EXPECT_TRUE(succeeded()) << failure();
-    EXPECT_THAT(commands_, testing::Contains("AUTH LOGIN"));
-    EXPECT_THAT(commands_, testing::Contains("bWU="));
+    EXPECT_THAT(commands_, testing::Contains("AUTH LOGIN bWU="));
     EXPECT_THAT(commands_, testing::Contains("czNjcmV0LXBhc3M="));
 }
 
@@ -107,11 +109,13 @@ TEST_F(SmtpDeliveryTest, ARefusalAtAnyPointEndsItWithTheServersWords) {
         {"recipient",
          {{"RCPT", "550-no such\r\n550 user"}},
          EREMOTEIO,
-         "refused a@example.com: 550 no such user"},
+         "refused the mail: 550 no such user"},
         {"data", {{"DATA", "452 disk full"}}, EAGAIN, "452 disk full"},
         {"message", {{"message", "554 spam"}}, EREMOTEIO, "554 spam"},
-        {"no mail server", {{"greeting", "HTTP/1.1 400 Bad Request"}}, EPROTO, "no mail server"},
-        {"changing codes", {{"MAIL", "250-a\r\n550 b"}}, EPROTO, "no mail server"},
+        {"no mail server",
+         {{"greeting", "HTTP/1.1 400 Bad Request"}},
+         EPROTO,
+         "is not a mail server"},
         {"hangs up at once", {{"greeting", ""}}, ECONNRESET, "closed the connection"},
         {"hangs up later", {{"MAIL", ""}}, ECONNRESET, "closed the connection"},
     };
@@ -142,31 +146,39 @@ TEST_F(SmtpDeliveryTest, AServerThatIsNotThereIsAFailure) {
         SmtpTestServer gone({});
         account_.port = gone.port();
     }
-    bool failed = false;
-    std::make_shared<SmtpDelivery>(account_, kPassword, message_,
-                                   SmtpDelivery::Callbacks{{},
-                                                           [&failed](const host::Status& s) {
-                                                               failed = !s.ok();
-                                                           }})
-        ->start(nullptr);
-    EXPECT_TRUE(turnUntil([&failed] { return failed; }));
+    const auto delivery = begin();
+    EXPECT_TRUE(turnUntil([this] { return !outcomes_.empty(); }));
+    EXPECT_THAT(failure(), HasSubstr("cannot be reached"));
 }
 
-TEST_F(SmtpDeliveryTest, ACancelledDeliveryIsSilent) {
+TEST_F(SmtpDeliveryTest, APasswordDoesNotLeaveTheMachineUnencrypted) {
+    account_.host = "192.0.2.1";
+    const auto delivery = begin();
+    EXPECT_TRUE(turnUntil([this] { return !outcomes_.empty(); }));
+    ASSERT_FALSE(succeeded());
+    EXPECT_EQ(outcomes_.front().failure().code, EPERM);
+}
+
+TEST_F(SmtpDeliveryTest, ADeliveryThatIsDroppedIsSilent) {
     SmtpTestServer server({});
     account_.port = server.port();
-    bool told = false;
-    const auto cancellable = NativeReference<GCancellable>::adopt(g_cancellable_new());
-    std::make_shared<SmtpDelivery>(account_, kPassword, message_,
-                                   SmtpDelivery::Callbacks{{},
-                                                           [&told](const host::Status&) {
-                                                               told = true;
-                                                           }})
-        ->start(cancellable.get());
+    auto delivery = begin();
     turnUntil([&server] { return !server.commands().empty(); });
-    g_cancellable_cancel(cancellable.get());
+    delivery.reset();
     turnFor(0.1);
-    EXPECT_FALSE(told);
+    EXPECT_THAT(outcomes_, IsEmpty());
+}
+
+TEST_F(SmtpDeliveryTest, AServerThatDoesNotSayGoodbyeHoldsNobodyUp) {
+    for (const char* refuses : {"", "MAIL"}) {
+        const auto start = std::chrono::steady_clock::now();
+        Replies replies;
+        if (*refuses)
+            replies[refuses] = "550 no";
+        send({.replies = replies, .staysOpen = true});
+        EXPECT_EQ(succeeded(), !*refuses) << failure();
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    }
 }
 
 class EncryptedDelivery : public SmtpDeliveryTest {

@@ -2,7 +2,6 @@
 
 #include "platform/linux/files/DeviceFiles.h"
 #include "platform/linux/loop/GLibEventLoop.h"
-#include "platform/linux/mail/SmtpDialogue.h"
 #include "tests/linux/MainLoop.h"
 #include "tests/linux/mail/SmtpTestServer.h"
 
@@ -124,16 +123,6 @@ TEST_F(MailServiceTest, WithoutAPasswordTheServerIsNotAsked) {
     ASSERT_FALSE(outcome.ok());
     EXPECT_EQ(outcome.failure().code, EACCES);
     EXPECT_TRUE(server.commands().empty());
-}
-
-TEST_F(MailServiceTest, APasswordDoesNotLeaveTheMachineUnencrypted) {
-    settings_ = {{"host", "h"}, {"from", "me@h"}, {"user", "me"}, {"security", "none"}};
-    SmtpDialogue dialogue(*mailAccountFrom(lookup()), "pw",
-                          {"[192.0.2.1]", "me@h", {"a@b"}, false});
-    (void)dialogue.replied({220, {"hello"}});
-    const auto step = dialogue.replied({250, {"h", "AUTH PLAIN"}});
-    EXPECT_EQ(step.action, SmtpDialogue::Action::Fail);
-    EXPECT_EQ(step.line, "");
 }
 
 TEST_F(MailServiceTest, EachDraftIsAFileOfItsOwn) {

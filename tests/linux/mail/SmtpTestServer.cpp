@@ -101,6 +101,8 @@ bool SmtpTestServer::answer(const std::string& command) {
         {"message", "250 kept"},  {"QUIT", "221 goodbye"},
     };
     const std::string word = command.substr(0, command.find(' '));
+    if (word == "QUIT" && behaviour_.staysOpen)
+        return readLine().has_value();
     if (const auto own = behaviour_.replies.find(word); own != behaviour_.replies.end()) {
         say(own->second.empty() ? "" : own->second + "\r\n");
         if (own->second.empty())

@@ -25,6 +25,8 @@ public:
         std::string certificateFile{}; ///< for STARTTLS, or from the start with `encrypted`
         std::string keyFile{};
         bool encrypted = false;
+        /// After QUIT, says nothing and keeps the connection until the client closes it.
+        bool staysOpen = false;
         /// Said along with the agreement to STARTTLS, in the clear.
         std::string injected{};
     };
