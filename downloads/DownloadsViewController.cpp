@@ -39,15 +39,11 @@ DownloadsViewController::~DownloadsViewController() {
 }
 
 void DownloadsViewController::updateArray() {
-    auto& files = NSFileManager::defaultManager();
-    auto videoListing = files.contentsOfDirectoryAtPath(kDownloadsFolder);
-    movieFiles_ = pathsMatchingExtensions(std::move(videoListing.names), kVideoExtensions);
-    auto musicListing = files.contentsOfDirectoryAtPath(kDownloadsFolder);
-    musicFiles_ = pathsMatchingExtensions(std::move(musicListing.names), kMusicExtensions);
-    if (musicListing.error)
-        NSLog(musicListing.error->description());
-    else if (videoListing.error)
-        NSLog(videoListing.error->description());
+    auto listing = NSFileManager::defaultManager().contentsOfDirectoryAtPath(kDownloadsFolder);
+    movieFiles_ = pathsMatchingExtensions(listing.names, kVideoExtensions);
+    musicFiles_ = pathsMatchingExtensions(std::move(listing.names), kMusicExtensions);
+    if (listing.error)
+        NSLog(listing.error->description());
 }
 
 void DownloadsViewController::checkForFilesInWrongDirectories() {

@@ -1,5 +1,6 @@
 #include "platform/linux/files/DeviceFiles.h"
 
+#include "platform/linux/files/DirectoryListing.h"
 #include "platform/linux/files/NewFile.h"
 #include "platform/linux/files/PosixFailure.h"
 #include "platform/linux/files/PosixFileStream.h"
@@ -49,7 +50,7 @@ host::Result<std::vector<std::string>> DeviceFiles::list(const std::string& path
     const auto folder = resolver_.open(path, O_RDONLY | O_DIRECTORY);
     if (!folder)
         return folder.failure();
-    return listing_.namesIn(folder.value().number());
+    return namesInDirectory(folder.value().number());
 }
 
 host::Result<host::FileInfo> DeviceFiles::info(const std::string& path) {

@@ -1,7 +1,6 @@
 #pragma once
 #include "platform/host/Files.h"
 #include "platform/linux/files/PathResolver.h"
-#include "platform/linux/files/RecentListing.h"
 
 #include <string>
 
@@ -35,7 +34,6 @@ private:
 
     std::string root_;
     PathResolver resolver_;
-    RecentListing listing_;
 };
 
 }

@@ -11,18 +11,33 @@
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <utility>
 
 namespace vistrel {
 
 namespace {
+constexpr const char* kHiddenStart = ".vistrel-";
 constexpr mode_t kFileMode = 0644;
 constexpr int kMostTries = 100;
 }
 
 std::string newHiddenName() {
     static std::atomic<unsigned> count{0};
-    return ".vistrel-" + std::to_string(::getpid()) + "-" + std::to_string(++count);
+    return kHiddenStart + std::to_string(::getpid()) + "-" + std::to_string(++count);
+}
+
+bool isStrayName(std::string_view name) {
+    if (!name.starts_with(kHiddenStart))
+        return false;
+    const std::string_view numbers = name.substr(std::strlen(kHiddenStart));
+    const auto dash = numbers.find('-');
+    const auto isNumber = [](std::string_view text) {
+        return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+    };
+    return dash != std::string_view::npos && isNumber(numbers.substr(0, dash)) &&
+           isNumber(numbers.substr(dash + 1)) &&
+           numbers.substr(0, dash) != std::to_string(::getpid());
 }
 
 NewFile::NewFile(int folder, std::string hiddenName, FileDescriptor file)

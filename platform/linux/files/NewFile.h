@@ -3,6 +3,7 @@
 #include "platform/linux/files/FileDescriptor.h"
 
 #include <string>
+#include <string_view>
 
 namespace vistrel {
 
@@ -35,6 +36,8 @@ private:
 
 /// A name that no other of this process, nor of another at the same time, takes.
 [[nodiscard]] std::string newHiddenName();
+/// Whether a name is one of newHiddenName in another process.
+[[nodiscard]] bool isStrayName(std::string_view name);
 
 /// Renames within or across open folders of one file system; fails with EEXIST when the target is
 /// there, and with EXDEV across file systems.

@@ -1,6 +1,7 @@
 #include "platform/linux/main/LinuxHost.h"
 
 #include "platform/linux/files/DeviceRoot.h"
+#include "platform/linux/files/StrayFiles.h"
 
 #include <cstdio>
 #include <libintl.h>
@@ -69,6 +70,8 @@ LinuxHost::LinuxHost(const std::string& deviceRoot)
     };
     host_.resourcePath = paths_.resources;
     host::install(&host_);
+    strayFilesRemoval_ =
+        std::jthread([root = root_](const std::stop_token& stop) { removeStrayFiles(root, stop); });
     if (!settings_.complaint().empty())
         writeLog(settings_.complaint());
 }

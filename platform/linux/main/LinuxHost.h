@@ -15,6 +15,7 @@
 #include "platform/linux/preferences/PlistPreferences.h"
 
 #include <string>
+#include <thread>
 
 namespace vistrel {
 
@@ -48,6 +49,7 @@ private:
     DeferredMedia media_;
     MprisControls mediaControls_;
     host::Host host_;
+    std::jthread strayFilesRemoval_;
 };
 
 }

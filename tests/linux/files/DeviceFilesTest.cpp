@@ -1,6 +1,8 @@
 #include "platform/linux/files/DeviceFiles.h"
 
 #include "platform/linux/files/DeviceRoot.h"
+#include "platform/linux/files/NewFile.h"
+#include "platform/linux/files/StrayFiles.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,6 +13,7 @@
 #include <stdlib.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -307,6 +310,32 @@ TEST_P(DeviceFilesTest, WritesAtomicallyReadsBackAndSetsTimes) {
 
 std::string walkName(const ::testing::TestParamInfo<PathResolver::Walk>& info) {
     return info.param == PathResolver::Walk::ByKernel ? "ByKernel" : "ByComponents";
+}
+
+TEST(StrayFiles, WhatKilledProcessesLeftIsRemovedAndNothingElse) {
+    const std::string root = temporaryFolder(fs::temp_directory_path());
+    const std::string downloads = root + "/var/mobile/Library/Downloads";
+    fs::create_directories(downloads + "/.vistrel-12-1/inside");
+    put(downloads + "/.vistrel-12-1/inside/film.mp4", "film");
+    const std::string own = ".vistrel-" + std::to_string(::getpid()) + "-1";
+    for (const std::string& kept : {own, std::string(".vistrel-"), std::string(".vistrel-notes"),
+                                    std::string(".vistrel-1-x"), std::string("a.vistrel-1-1")})
+        put(downloads + "/" + kept);
+    // A process that is killed while it writes.
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const FileDescriptor folder(::open(root.c_str(), O_RDONLY | O_DIRECTORY));
+        const auto file = NewFile::createIn(folder.number());
+        ::kill(::getpid(), SIGKILL);
+    }
+    ::waitpid(child, nullptr, 0);
+    ASSERT_EQ(names(root).size(), 2U);
+
+    removeStrayFiles(root);
+    EXPECT_THAT(names(root), ElementsAre("var"));
+    EXPECT_THAT(names(downloads), UnorderedElementsAre(own, ".vistrel-", ".vistrel-notes",
+                                                       ".vistrel-1-x", "a.vistrel-1-1"));
+    fs::remove_all(root);
 }
 
 INSTANTIATE_TEST_SUITE_P(Walks, DeviceFilesTest,
