@@ -15,7 +15,7 @@ struct MediaType {
 };
 
 constexpr std::array kMediaTypes{
-    MediaType{"video/mp4", {"mp4", "m4v", "mpg4"}},
+    MediaType{"video/mp4", {"mp4", "m4v"}},
     MediaType{"video/m4v", {"m4v", "mp4"}},
     MediaType{"video/x-m4v", {"m4v", "mp4"}},
     MediaType{"audio/mpeg", {"mp3"}},
@@ -40,6 +40,16 @@ constexpr std::array kMediaTypes{
     MediaType{"application/json", {"json"}},
 };
 
+bool isMixedCase(std::string_view text) {
+    const auto isSmall = [](char c) {
+        return c >= 'a' && c <= 'z';
+    };
+    const auto isCapital = [](char c) {
+        return c >= 'A' && c <= 'Z';
+    };
+    return std::ranges::any_of(text, isSmall) && std::ranges::any_of(text, isCapital);
+}
+
 const MediaType* typeNamed(std::string_view name) {
     const auto* found = std::ranges::find_if(kMediaTypes, [name](const MediaType& type) {
         return headerFieldNamesAreEqual(type.name, name);
@@ -52,7 +62,8 @@ const MediaType* typeNamed(std::string_view name) {
 bool extensionFitsMediaType(std::string_view extension, std::string_view mimeType) {
     const MediaType* type = typeNamed(mimeType);
     return !type || std::ranges::any_of(type->extensions, [extension](std::string_view known) {
-        return !known.empty() && headerFieldNamesAreEqual(known, extension);
+        return !known.empty() && headerFieldNamesAreEqual(known, extension) &&
+               !isMixedCase(extension);
     });
 }
 
