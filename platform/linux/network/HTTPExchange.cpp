@@ -129,10 +129,8 @@ void HTTPExchange::progressed() {
 }
 
 void HTTPExchange::takeCookies() {
-    for (const auto& [field, value] : head_.fields()) {
-        if (headerFieldNamesAreEqual(field, "Set-Cookie"))
-            cookies_.take(uri_.get(), value);
-    }
+    for (const std::string& field : valuesOfHeaderField(head_.fields(), "Set-Cookie"))
+        cookies_.take(uri_.get(), field);
 }
 
 host::TransferResponse HTTPExchange::response() const {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <utility>
 
 namespace vistrel {
 
@@ -66,10 +67,10 @@ std::string HTTPHead::mimeType() const {
 std::optional<std::string> HTTPHead::location() const {
     const bool redirects =
         status_ == 301 || status_ == 302 || status_ == 303 || status_ == 307 || status_ == 308;
-    std::string location = field("Location");
-    if (!redirects || location.empty())
+    auto locations = valuesOfHeaderField(fields_, "Location");
+    if (!redirects || locations.empty() || locations.front().empty())
         return std::nullopt;
-    return location;
+    return std::move(locations.front());
 }
 
 }

@@ -19,7 +19,7 @@ public:
     bool isComplete() const { return complete_; }
     int status() const { return status_; }
     const host::HeaderFields& fields() const { return fields_; }
-    /// The value of the first field of that name, empty when absent.
+    /// The value of the fields of that name, empty when absent.
     std::string field(std::string_view name) const;
 
     /// Type and subtype as they stand in the field.
