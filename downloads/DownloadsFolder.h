@@ -1,4 +1,6 @@
 #pragma once
+#include "web/DownloadFile.h"
+
 #include <array>
 #include <span>
 #include <string>
@@ -8,7 +10,7 @@
 namespace vistrel {
 
 /// The one folder into which everything is downloaded, and which of its files count as what.
-inline constexpr const char* kDownloadsFolder = "/var/mobile/Library/Downloads/";
+inline constexpr const char* kDownloadsFolder = DownloadFile::kFolder;
 
 /// Compared exactly: of the spellings only all-lower and all-upper count.
 inline constexpr std::array<std::string_view, 4> kVideoExtensions{"m4v", "M4V", "mp4", "MP4"};

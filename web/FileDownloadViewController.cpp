@@ -2,17 +2,17 @@
 
 #include "platform/foundation/NSBundle.h"
 #include "platform/foundation/NSError.h"
-#include "platform/foundation/NSFileHandle.h"
-#include "platform/foundation/NSFileManager.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/foundation/NSURLConnection.h"
 #include "platform/foundation/NSURLResponse.h"
+#include "platform/foundation/Weakly.h"
 #include "platform/graphics/UIImage.h"
 #include "platform/uikit/UIAlertView.h"
 #include "platform/uikit/UIButton.h"
 #include "platform/uikit/UILabel.h"
 #include "platform/uikit/UINavigationItem.h"
 #include "platform/uikit/UIProgressView.h"
+#include "web/DownloadFile.h"
 #include "web/OvoMoviePlayerViewController.h"
 
 #include <cstdio>
@@ -23,7 +23,6 @@ namespace vistrel {
 namespace {
 
 constexpr double kTimeout = 45.0;
-constexpr const char* kDownloadsFolder = "/var/mobile/Library/Downloads/";
 
 std::string progressText(std::int64_t received, std::int64_t expected) {
     const auto megabytes = [](std::int64_t bytes) {
@@ -37,6 +36,10 @@ std::string progressText(std::int64_t received, std::int64_t expected) {
 
 void showAlert(const char* title, std::string message) {
     UIAlertView::withTitle(title, std::move(message), {}, "OK")->show();
+}
+
+NSError errorWithText(int code, std::string text) {
+    return {NSURLErrorDomain, code, std::move(text)};
 }
 
 }
@@ -56,9 +59,11 @@ void FileDownloadViewController::viewDidLoad() {
     view()->setBackgroundColor(UIColor::colorWithWhiteAlpha(0.2F, 1.0F));
 
     playButton_ = makeButton(20, "PlayButton", "Play");
-    playButton_->addTarget([this] { play(); }, UIControlEventTouchUpInside);
+    playButton_->addTarget(weakly(this, &FileDownloadViewController::play),
+                           UIControlEventTouchUpInside);
     downloadButton_ = makeButton(82, "DownloadButton", "Download");
-    downloadButton_->addTarget([this] { download(); }, UIControlEventTouchUpInside);
+    downloadButton_->addTarget(weakly(this, &FileDownloadViewController::download),
+                               UIControlEventTouchUpInside);
 
     progressView_ = std::make_shared<UIProgressView>(CGRectMake(60, 205, 200, 9));
     progressLabel_ = std::make_shared<UILabel>(CGRectMake(50, 180, 220, 21));
@@ -96,45 +101,89 @@ void FileDownloadViewController::play() {
 
 void FileDownloadViewController::download() {
     view()->addSubview(progressLabel_);
+    progressLabel_->setTextColor(UIColor::whiteColor());
     downloadButton_->setTitleForState("Downloading...", UIControlState::Normal);
     downloadButton_->setEnabled(false);
     view()->addSubview(progressView_);
     downloadConnection_ = NSURLConnection::withRequestDelegate(
-        downloadRequest_, std::static_pointer_cast<FileDownloadViewController>(shared_from_this()));
+        requestForDownload(),
+        std::static_pointer_cast<FileDownloadViewController>(shared_from_this()));
 }
 
-void FileDownloadViewController::connectionDidReceiveResponse(NSURLConnection&,
+NSURLRequest FileDownloadViewController::requestForDownload() const {
+    NSURLRequest request = downloadRequest_;
+    // Only bytes that are still there can be continued.
+    if (file_ && resumption_.isPossible() && bytesReceived_ > 0 && file_->size() == bytesReceived_)
+        resumption_.addTo(request, bytesReceived_);
+    return request;
+}
+
+std::optional<NSError>
+FileDownloadViewController::objectionTo(const NSURLResponse& response) const {
+    const int status = response.statusCode();
+    if (manners_.refusesErrorAnswers && (status >= 400 || status == 204 || status == 304))
+        return errorWithText(NSURLErrorUnknown, "The server answered with status " +
+                                                    std::to_string(status) + " and no file.");
+    if (manners_.retriesDownloads && status == 206 &&
+        !(file_ && resumption_.continues(response, bytesReceived_)))
+        return errorWithText(NSURLErrorUnknown, "The server sent another part of the file.");
+    return std::nullopt;
+}
+
+void FileDownloadViewController::connectionDidReceiveResponse(NSURLConnection& connection,
                                                               const NSURLResponse& response) {
-    localFilename_ = response.suggestedFilename();
-    expectedBytes_ = response.expectedContentLength();
-    const std::string path = kDownloadsFolder + localFilename_;
-    if (NSFileManager::defaultManager().createFileAtPath(path))
+    if (const auto objection = objectionTo(response)) {
+        // The next attempt asks for the whole file.
+        resumption_ = {};
+        fail(connection, *objection);
+        return;
+    }
+    const bool hasFile = openFile(response);
+    if (!hasFile && manners_.confirmsDownloads)
+        fail(connection, errorWithText(NSURLErrorUnknown, "The file could not be created."));
+}
+
+bool FileDownloadViewController::openFile(const NSURLResponse& response) {
+    if (manners_.retriesDownloads && response.statusCode() == 206) {
+        expectedBytes_ = response.expectedContentLength();
+        if (expectedBytes_ != -1)
+            expectedBytes_ += bytesReceived_;
+        return file_->size() == bytesReceived_ && file_->open();
+    }
+    beginFile(response);
+    const bool isCreated = file_->create();
+    if (isCreated)
         NSLog("Created File");
-    file_ = NSFileHandle::fileHandleForUpdatingAtPath(path);
-    if (file_)
-        file_->seekToEndOfFile();
+    return file_->open() && isCreated;
+}
+
+void FileDownloadViewController::beginFile(const NSURLResponse& response) {
+    bytesReceived_ = 0;
+    expectedBytes_ = response.expectedContentLength();
+    resumption_ = DownloadResumption(response);
+    // A further attempt writes its own file anew.
+    if (!file_)
+        file_ = std::make_unique<DownloadFile>(response.suggestedFilename(),
+                                               manners_.keepsExistingFiles
+                                                   ? DownloadFile::Existing::Keep
+                                                   : DownloadFile::Existing::Replace);
+    localFilename_ = file_->name();
 }
 
 void FileDownloadViewController::connectionDidReceiveData(NSURLConnection& connection,
                                                           std::span<const std::byte> data) {
     if (file_) {
-        file_->seekToEndOfFile();
-        if (const auto error = file_->writeData(data)) {
+        if (const auto error = file_->write(data)) {
             // A short file must not pass for a whole one.
-            const auto self = shared_from_this();
-            connection.cancel();
-            connectionDidFailWithError(connection, *error);
+            fail(connection, *error);
             return;
         }
     }
     bytesReceived_ += static_cast<std::int64_t>(data.size());
     if (expectedBytes_ != -1)
         showProgress();
-    if (percentComplete_ == 100.0F) {
-        showAlert("Download Succeeded",
-                  "The file has been saved as " + std::string(kDownloadsFolder) + localFilename_);
-        downloadButton_->setTitleForState("Done!", UIControlState::Normal);
-    }
+    if (percentComplete_ == 100.0F && !manners_.confirmsDownloads)
+        showSuccess();
 }
 
 void FileDownloadViewController::showProgress() {
@@ -144,13 +193,28 @@ void FileDownloadViewController::showProgress() {
     percentComplete_ = progressView_->progress() * 100.0F;
 }
 
+void FileDownloadViewController::showSuccess() {
+    showAlert("Download Succeeded",
+              "The file has been saved as " + std::string(DownloadFile::kFolder) + localFilename_);
+    downloadButton_->setTitleForState("Done!", UIControlState::Normal);
+}
+
+bool FileDownloadViewController::isWhole() const {
+    return file_ && file_->size() == bytesReceived_ &&
+           (expectedBytes_ == -1 || expectedBytes_ == bytesReceived_);
+}
+
 void FileDownloadViewController::connectionDidFinishLoading(NSURLConnection&) {
     downloadConnection_.reset();
-    const auto file = std::exchange(file_, nullptr);
-    if (!file)
-        return;
-    if (const auto error = file->closeFile())
+    const auto error = file_ ? file_->close() : std::nullopt;
+    if (error)
         showFailure(*error);
+    else if (manners_.confirmsDownloads && !isWhole())
+        showFailure(errorWithText(NSURLErrorNetworkConnectionLost, "The file is not complete."));
+    else if (manners_.confirmsDownloads)
+        showSuccess();
+    if (!downloadButton_->isEnabled())
+        file_.reset();
 }
 
 void FileDownloadViewController::connectionDidFailWithError(NSURLConnection&,
@@ -159,12 +223,27 @@ void FileDownloadViewController::connectionDidFailWithError(NSURLConnection&,
     downloadConnection_.reset();
 }
 
+void FileDownloadViewController::fail(NSURLConnection& connection, const NSError& error) {
+    const auto self = shared_from_this();
+    connection.cancel();
+    connectionDidFailWithError(connection, error);
+}
+
 void FileDownloadViewController::showFailure(const NSError& error) {
     const std::string& description = error.localizedDescription();
     showAlert("Failed to Download File", description);
     progressLabel_->setText("Failed: " + description);
     progressLabel_->setTextColor(UIColor::redColor());
     downloadButton_->setTitleForState("Failed", UIControlState::Normal);
+    if (!manners_.retriesDownloads) {
+        file_.reset();
+        return;
+    }
+    // What has come must be on the disk when the next attempt continues it.
+    if (file_ && file_->close())
+        resumption_ = {};
+    downloadButton_->setTitleForState("Try Again", UIControlState::Normal);
+    downloadButton_->setEnabled(true);
 }
 
 }

@@ -3,20 +3,24 @@
 #include "platform/foundation/NSURLConnectionDelegate.h"
 #include "platform/foundation/NSURLRequest.h"
 #include "platform/uikit/UIViewController.h"
+#include "settings/Manners.h"
+#include "web/DownloadResumption.h"
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace vistrel {
-class NSFileHandle;
+class DownloadFile;
 class NSURLConnection;
 class UIButton;
 class UILabel;
 class UIProgressView;
 
 /// Plays or downloads the one file it was made for. A running download keeps the screen alive until
-/// it ends, also after the user has left. One transfer for each screen.
+/// it ends, also after the user has left. One transfer for each screen, unless the manners let a
+/// failed one be started again.
 class FileDownloadViewController : public UIViewController, public NSURLConnectionDelegate {
 public:
     static std::shared_ptr<FileDownloadViewController> withURL(const NSURL& url);
@@ -50,12 +54,23 @@ public:
 
 private:
     std::shared_ptr<UIButton> makeButton(double y, const char* image, const char* title);
+    NSURLRequest requestForDownload() const;
+    /// What makes the answer unfit to be a file, or nothing.
+    std::optional<NSError> objectionTo(const NSURLResponse& response) const;
+    /// Whether there is a file to write into, as far as that matters.
+    bool openFile(const NSURLResponse& response);
+    void beginFile(const NSURLResponse& response);
+    bool isWhole() const;
     void showProgress();
+    void showSuccess();
     void showFailure(const NSError& error);
+    void fail(NSURLConnection& connection, const NSError& error);
 
     NSURLRequest downloadRequest_;
     std::shared_ptr<NSURLConnection> downloadConnection_;
-    std::shared_ptr<NSFileHandle> file_;
+    std::unique_ptr<DownloadFile> file_;
+    DownloadResumption resumption_;
+    Manners manners_ = manners();
     std::string localFilename_;
     std::shared_ptr<UIButton> playButton_;
     std::shared_ptr<UIButton> downloadButton_;

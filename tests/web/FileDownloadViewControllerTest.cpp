@@ -6,9 +6,12 @@
 #include "platform/uikit/UILabel.h"
 #include "platform/uikit/UINavigationItem.h"
 #include "platform/uikit/UIProgressView.h"
+#include "settings/Settings.h"
 #include "tests/support/ui/ScreenTest.h"
+#include "web/DownloadFile.h"
 
 #include <cerrno>
+#include <map>
 
 namespace vistrel {
 namespace {
@@ -26,6 +29,24 @@ protected:
         return screen;
     }
     support::ScriptedAnswer& answer() { return network().at(kAddress).type("video/mp4"); }
+    ~FileDownloadTest() override { overrideSetting(kCarefulManners, "no"); }
+    std::map<std::string, std::string> filesInFolder() {
+        std::map<std::string, std::string> found;
+        const auto names = files().list(DownloadFile::kFolder);
+        for (const std::string& name : names.value())
+            found[name] = *files().contents(DownloadFile::kFolder + name);
+        return found;
+    }
+    /// As before the first download.
+    void startAgain() {
+        while (alertCount() > 0)
+            tapAlertButton("OK");
+        navigation().popViewControllerAnimated(false);
+        settle();
+        files().clearFaults();
+        for (const auto& [name, contents] : filesInFolder())
+            EXPECT_TRUE(files().remove(DownloadFile::kFolder + name));
+    }
     std::string buttonTitle(const FileDownloadViewController& screen) {
         return screen.downloadButton()->currentTitle();
     }
@@ -125,50 +146,171 @@ TEST_F(FileDownloadTest, AFailedTransferSaysWhyAndKeepsWhatHasCome) {
     EXPECT_EQ(files().contents(kPath)->size(), 400U);
 }
 
-TEST_F(FileDownloadTest, AFullDiskEndsTheTransferWithTheFailureAndNoSuccess) {
-    answer().body(std::string(100'000, 'v')).chunks({30'000, 30'000, 40'000});
-    files().failWritesFrom(2, ENOSPC);
-    const auto screen = open();
-    tap(*screen->downloadButton());
-    advance(60);
+/// How a download ends.
+struct Ending {
+    const char* alert; ///< its title; empty for none
+    const char* button;
+    std::map<std::string, std::string> files; ///< names and contents in the downloads folder
+};
 
-    EXPECT_EQ(alertCount(), 1);
-    EXPECT_EQ(alertTitle(), "Failed to Download File");
-    EXPECT_FALSE(alertMessage().empty());
-    EXPECT_EQ(buttonTitle(*screen), "Failed");
-    EXPECT_EQ(network().runningTransfers(), 0);
+TEST_F(FileDownloadTest, BothMannersEndEachDownloadTheirOwnWay) {
+    using Script = std::function<void(support::ScriptedAnswer&)>;
+    const Ending failed{"Failed to Download File", "Failed", {}};
+    const Ending failedAgain{"Failed to Download File", "Try Again", {}};
+    const Ending whole{"Download Succeeded", "Done!", {{"film.mp4", "film"}}};
+    struct Case {
+        const char* name;
+        Script script;
+        Ending phone;
+        Ending careful;
+    };
+    const auto status = [](int code) {
+        return Script(
+            [code](support::ScriptedAnswer& answer) { answer.status(code).body("film"); });
+    };
+    const Case cases[] = {
+        {"plain", status(200), whole, whole},
+        {"not found", status(404), whole, failedAgain},
+        {"server error", status(500), whole, failedAgain},
+        {"no content", status(204), whole, failedAgain},
+        {"not modified", status(304), whole, failedAgain},
+        {"a part nobody asked for", status(206), whole, failedAgain},
+        {"unknown length",
+         [](auto& answer) { answer.body("film").announces(-1); },
+         {"", "Downloading...", {{"film.mp4", "film"}}},
+         whole},
+        {"empty",
+         [](auto& answer) { answer.body(""); },
+         {"", "Downloading...", {{"film.mp4", ""}}},
+         {"Download Succeeded", "Done!", {{"film.mp4", ""}}}},
+        {"a file that cannot be made",
+         [this](auto& answer) {
+             answer.body("film");
+             files().makeReadOnly(DownloadFile::kFolder);
+         },
+         {"Download Succeeded", "Done!", {}},
+         failedAgain},
+        {"an older file of that name",
+         [this](auto& answer) {
+             answer.body("film");
+             files().put(kPath, "an older and longer film");
+         },
+         whole,
+         {"Download Succeeded",
+          "Done!",
+          {{"film.mp4", "an older and longer film"}, {"film 2.mp4", "film"}}}},
+        {"a full disk",
+         [this](auto& answer) {
+             answer.body("film").chunks({2, 2});
+             files().failWritesFrom(2, ENOSPC);
+         },
+         {failed.alert, failed.button, {{"film.mp4", "fi"}}},
+         {failed.alert, failedAgain.button, {{"film.mp4", "fi"}}}},
+        {"a disk that is full when the file is closed",
+         [this](auto& answer) {
+             answer.body("film");
+             files().failClose(EDQUOT);
+         },
+         {failed.alert, failed.button, {{"film.mp4", "film"}}},
+         {failed.alert, failedAgain.button, {{"film.mp4", "film"}}}},
+    };
+    for (const Case& each : cases) {
+        for (const bool careful : {false, true}) {
+            SCOPED_TRACE(std::string(each.name) + (careful ? ", careful" : ""));
+            overrideSetting(kCarefulManners, careful ? "yes" : "no");
+            each.script(answer());
+            const auto screen = open();
+            tap(*screen->downloadButton());
+            advance(5);
+            const Ending& ending = careful ? each.careful : each.phone;
+            EXPECT_EQ(alertTitle(), ending.alert);
+            EXPECT_EQ(buttonTitle(*screen), ending.button);
+            EXPECT_EQ(filesInFolder(), ending.files);
+            EXPECT_EQ(files().openStreams(), 0);
+            EXPECT_EQ(network().runningTransfers(), 0);
+            startAgain();
+        }
+    }
 }
 
-TEST_F(FileDownloadTest, AFileThatCannotBeCreatedChangesNothingOnTheScreen) {
-    files().makeReadOnly("/var/mobile/Library/Downloads");
-    answer().body("film");
+TEST_F(FileDownloadTest, AFailedDownloadIsContinuedWhereItStopped) {
+    struct Case {
+        const char* name;
+        const char* tag;
+        int status;
+        const char* range; ///< Content-Range of the second answer
+        const char* body;
+        const char* asksFor;
+        const char* alert;
+        const char* file;
+    };
+    const char* const succeeded = "Download Succeeded";
+    const char* const failed = "Failed to Download File";
+    const Case cases[] = {
+        {"continued", "\"a\"", 206, "bytes 4-9/10", "456789", "bytes=4-", succeeded, "0123456789"},
+        {"changed meanwhile", "\"a\"", 200, "", "abcdefghij", "bytes=4-", succeeded, "abcdefghij"},
+        {"another part", "\"a\"", 206, "bytes 2-9/10", "23456789", "bytes=4-", failed, "0123"},
+        {"no mark", "", 200, "", "0123456789", "", succeeded, "0123456789"},
+        {"weak mark", "W/\"a\"", 200, "", "0123456789", "", succeeded, "0123456789"},
+        {"shortened", "\"a\"", 206, "bytes 4-9/10", "456", "bytes=4-", failed, "0123456"},
+    };
+    overrideSetting(kCarefulManners, "yes");
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.name);
+        answer()
+            .header("ETag", each.tag)
+            .body("0123456789")
+            .failsAfter(4, host::TransferErrorKind::ConnectionLost, "lost");
+        auto& second = network().thenAt(kAddress).type("video/mp4").status(each.status);
+        second.header("ETag", each.tag).header("Content-Range", each.range).body(each.body);
+        if (std::string(each.name) == "shortened")
+            second.announces(6);
+        const auto screen = open();
+        tap(*screen->downloadButton());
+        advance(5);
+        ASSERT_TRUE(tapAlertButton("OK"));
+        tap(*screen->downloadButton());
+        advance(5);
+        const auto& request = network().requests().back();
+        EXPECT_EQ(support::ScriptedNetwork::header(request, "Range"), each.asksFor);
+        EXPECT_EQ(support::ScriptedNetwork::header(request, "If-Range"),
+                  *each.asksFor ? each.tag : "");
+        EXPECT_EQ(alertTitle(), each.alert);
+        EXPECT_EQ(files().contents(kPath), each.file);
+        startAgain();
+    }
+}
+
+TEST_F(FileDownloadTest, ABrokenDownloadWhoseFileWasChangedBeginsAgain) {
+    overrideSetting(kCarefulManners, "yes");
+    answer()
+        .header("ETag", "\"a\"")
+        .body("0123456789")
+        .failsAfter(4, host::TransferErrorKind::ConnectionLost, "lost");
+    network().thenAt(kAddress).type("video/mp4").body("0123456789");
     const auto screen = open();
     tap(*screen->downloadButton());
     advance(5);
-    EXPECT_EQ(alertTitle(), "Download Succeeded");
-    EXPECT_TRUE(logLines().empty());
-    EXPECT_FALSE(files().contents(kPath));
-}
-
-TEST_F(FileDownloadTest, AFileOfTheSameNameIsReplaced) {
-    files().put(kPath, "an older and longer film");
-    answer().body("film");
-    const auto screen = open();
+    ASSERT_TRUE(tapAlertButton("OK"));
+    files().put(kPath, "012");
     tap(*screen->downloadButton());
     advance(5);
-    EXPECT_EQ(files().contents(kPath), "film");
+    EXPECT_EQ(support::ScriptedNetwork::header(network().requests().back(), "Range"), "");
+    EXPECT_EQ(files().contents(kPath), "0123456789");
 }
 
-TEST_F(FileDownloadTest, WithoutALengthTheFileIsWholeButNothingIsAnnounced) {
-    answer().body("film").announces(-1);
-    const auto screen = open();
-    tap(*screen->downloadButton());
-    advance(5);
-    EXPECT_EQ(alertCount(), 0);
-    EXPECT_EQ(buttonTitle(*screen), "Downloading...");
-    EXPECT_EQ(screen->progressLabel()->text(), "");
-    EXPECT_EQ(files().contents(kPath), "film");
-    EXPECT_EQ(files().openStreams(), 0);
+TEST_F(FileDownloadTest, TwoRunningDownloadsOfOneNameKeepTheirBytesApart) {
+    answer().body("first").chunks({2, 3}).secondsBetweenChunks(5);
+    const auto first = open();
+    tap(*first->downloadButton());
+    advance(6);
+    answer().body("second");
+    const auto second = open();
+    tap(*second->downloadButton());
+    advance(20);
+    EXPECT_EQ(filesInFolder(), (std::map<std::string, std::string>{{"film.mp4", "first"},
+                                                                   {"film 2.mp4", "second"}}));
+    EXPECT_EQ(alertCount(), 2);
 }
 
 TEST_F(FileDownloadTest, ADownloadGoesOnAfterTheUserHasLeft) {

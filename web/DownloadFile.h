@@ -1,0 +1,47 @@
+#pragma once
+#include "platform/foundation/NSError.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+
+namespace vistrel {
+class NSFileHandle;
+
+/// The file of one download. Its name is its own as long as it lives: a download of the same name
+/// that runs at the same time gets another.
+class DownloadFile {
+public:
+    /// The folder into which everything is downloaded.
+    static constexpr const char* kFolder = "/var/mobile/Library/Downloads/";
+
+    enum class Existing { Replace, Keep };
+    /// The name, or the first of "name 2", "name 3" … that is free, before the extension.
+    DownloadFile(const std::string& suggestedName, Existing existing);
+    ~DownloadFile();
+    DownloadFile(const DownloadFile&) = delete;
+    DownloadFile& operator=(const DownloadFile&) = delete;
+
+    const std::string& name() const { return name_; }
+    std::string path() const { return kFolder + name_; }
+    /// Bytes on the disk; nothing when there is no such file.
+    std::optional<std::int64_t> size() const;
+
+    /// Makes it, empty, in place of a file of that name; whether that succeeded.
+    bool create();
+    /// Opens what is there for appending.
+    bool open();
+    bool isOpen() const { return handle_ != nullptr; }
+    /// What went wrong, or nothing; does nothing while it is not open.
+    [[nodiscard]] std::optional<NSError> write(std::span<const std::byte> data);
+    [[nodiscard]] std::optional<NSError> close();
+
+private:
+    std::string name_;
+    std::shared_ptr<NSFileHandle> handle_;
+};
+
+}
