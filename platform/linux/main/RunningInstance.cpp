@@ -92,7 +92,8 @@ RunningInstance::RunningInstance(const std::string& deviceRoot, bool isDefaultRo
 }
 
 RunningInstance::~RunningInstance() {
-    if (nameOwner_ != 0)
+    // The session bus may have ended first.
+    if (nameOwner_ != 0 && !g_dbus_connection_is_closed(connection_.get()))
         g_bus_unown_name(nameOwner_);
     if (registration_ != 0)
         g_dbus_connection_unregister_object(connection_.get(), registration_);
