@@ -1,8 +1,10 @@
 #include "platform/uikit/UIApplicationDelegate.h"
 #include "platform/uikit/UIApplicationMain.h"
 #include "settings/Settings.h"
+#include "settings/SettingsCheck.h"
 #include "shell/CommandLine.h"
 #include "shell/MainInterface.h"
+#include "shell/MissingSite.h"
 #include "shell/Version.h"
 #include "tour/GuidedTour.h"
 
@@ -13,7 +15,7 @@
 using namespace vistrel;
 
 int main(int argc, char* argv[]) {
-    // Asked for as the device's applications do; a refusal changes nothing.
+    // The device's applications ask for it; a refusal changes nothing.
     [[maybe_unused]] const int ignored = setuid(0);
 
     const CommandLine line =
@@ -50,6 +52,11 @@ int main(int argc, char* argv[]) {
         options.didLaunch = [&tour] {
             tour->start();
         };
+    } else {
+        options.didLaunch = remindOfMissingSite;
     }
-    return UIApplicationMain(argc, argv, options, makeMainInterface);
+    return UIApplicationMain(argc, argv, options, [] {
+        reportSettingMistakes();
+        return makeMainInterface();
+    });
 }

@@ -38,6 +38,8 @@ struct Host {
     /// A value of the settings file, by group and key; nothing when it is not set there.
     std::function<std::optional<std::string>(const std::string& group, const std::string& key)>
         setting;
+    /// Machine path of the settings file, which may be missing.
+    std::string settingsFile;
     /// Machine directory of the application's resources.
     std::string resourcePath;
 };

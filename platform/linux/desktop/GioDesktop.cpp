@@ -3,6 +3,7 @@
 #include "platform/linux/mail/MailService.h"
 
 #include <memory>
+#include <string_view>
 #include <utility>
 
 namespace vistrel {
@@ -45,6 +46,11 @@ bool GioDesktop::canOpenURL(const std::string& url) {
     const std::unique_ptr<char, Freed> scheme(g_uri_parse_scheme(url.c_str()));
     if (!scheme)
         return false;
+    if (std::string_view(scheme.get()) == "file") {
+        const auto file = NativeReference<GFile>::adopt(g_file_new_for_uri(url.c_str()));
+        return static_cast<bool>(NativeReference<GAppInfo>::adopt(
+            g_file_query_default_handler(file.get(), nullptr, nullptr)));
+    }
     const auto handler =
         NativeReference<GAppInfo>::adopt(g_app_info_get_default_for_uri_scheme(scheme.get()));
     return static_cast<bool>(handler);

@@ -68,6 +68,7 @@ LinuxHost::LinuxHost(const std::string& deviceRoot)
     host_.setting = [this](const std::string& group, const std::string& key) {
         return settings_.value(group, key);
     };
+    host_.settingsFile = paths_.settingsFile;
     host_.resourcePath = paths_.resources;
     host::install(&host_);
     strayFilesRemoval_ =

@@ -1,0 +1,47 @@
+#include "settings/SettingsCheck.h"
+
+#include <gmock/gmock.h>
+
+namespace vistrel {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+TEST(SettingsCheck, AFileWithoutMistakesIsAccepted) {
+    EXPECT_THAT(settingMistakes(""), IsEmpty());
+    EXPECT_THAT(settingMistakes("# comment\n\n[site]\r\nbase-url = https://films.example\r\n"
+                                "[partner-8]\ntitle=A=B\naddress=/here/\n[manners]\ncareful=yes\n"
+                                "[mail]\nport=587\nsecurity=starttls\nuser=me"),
+                IsEmpty());
+}
+
+TEST(SettingsCheck, EachMistakeIsNamedWithItsLine) {
+    struct Case {
+        const char* text;
+        const char* mistake;
+    };
+    const Case cases[] = {
+        {"[site]\nbase_url=http://a.example", "2: there is no setting 'base_url' in [site]"},
+        {"[sites]\n\nbase-url=http://a.example", "3: there is no setting 'base-url' in [sites]"},
+        {"base-url=http://a.example", "1: there is no setting 'base-url' in []"},
+        {"[partner-9]\ntitle=Nine", "2: there is no setting 'title' in [partner-9]"},
+        {"[site]\nbase-url=films.example", "2: base-url needs an http or https address"},
+        {"[site]\nbase-url=ftp://films.example", "2: base-url needs an http or https address"},
+        {"[partner-1]\naddress=here", "2: address needs an http or https address, or a path"},
+        {"[manners]\ncareful=true", "2: careful needs 'yes' or 'no', not 'true'"},
+        {"[mail]\nport=0", "2: port needs a port number, not '0'"},
+        {"[mail]\nport=65536", "2: port needs a port number, not '65536'"},
+        {"[mail]\nport=25x", "2: port needs a port number, not '25x'"},
+        {"[mail]\nsecurity=ssl", "2: security needs 'tls', 'starttls' or 'none', not 'ssl'"},
+        {"[site]\nhttp://a.example", "2: 'http://a.example' is neither [group] nor key=value"},
+    };
+    for (const Case& each : cases)
+        EXPECT_THAT(settingMistakes(each.text), ElementsAre(HasSubstr(each.mistake))) << each.text;
+    EXPECT_THAT(settingMistakes("[a]\nb=1\n[mail]\nport=x\n"),
+                ElementsAre(HasSubstr("2: "), HasSubstr("4: ")));
+}
+
+}
+}
