@@ -48,7 +48,7 @@ void GuidedTour::start() {
 
 void GuidedTour::beginStep() {
     if (current_ == steps_.size()) {
-        std::printf("Tour: %zu steps held in %.1f s; pictures in %s\n", steps_.size(),
+        std::printf("Tour: %zu steps passed in %.1f s; pictures in %s\n", steps_.size(),
                     NSRunLoop::now() - tourBegan_, directory_.c_str());
         host::current().loop->quit(0);
         return;
