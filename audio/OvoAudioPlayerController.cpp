@@ -5,6 +5,7 @@
 #include "platform/foundation/NSLog.h"
 #include "platform/foundation/NSTimer.h"
 #include "platform/foundation/NSUserDefaults.h"
+#include "platform/foundation/Weakly.h"
 #include "platform/media/AVAudioPlayer.h"
 #include "platform/media/AudioSession.h"
 #include "platform/uikit/UIAlertView.h"
@@ -42,12 +43,7 @@ OvoAudioPlayerController::OvoAudioPlayerController(SoundFiles soundFiles, std::s
 
 OvoAudioPlayerController::~OvoAudioPlayerController() {
     AudioSessionRemoveInterruptionListener(this);
-    detachTable();
     stopTimer();
-}
-
-std::shared_ptr<OvoAudioPlayerController> OvoAudioPlayerController::self() {
-    return std::static_pointer_cast<OvoAudioPlayerController>(shared_from_this());
 }
 
 OvoAudioQueuePosition OvoAudioPlayerController::position() const {
@@ -62,7 +58,7 @@ std::shared_ptr<AVAudioPlayer> OvoAudioPlayerController::makePlayer() {
     if (!player)
         return nullptr;
     player->setNumberOfLoops(0);
-    player->setDelegate(self());
+    player->setDelegate(weakReference<AVAudioPlayerDelegate>(this));
     return player;
 }
 
@@ -179,7 +175,7 @@ void OvoAudioPlayerController::stopTimer() {
 }
 
 void OvoAudioPlayerController::audioPlayerDidFinishPlayingSuccessfully(AVAudioPlayer&, bool flag) {
-    const auto kept = self();
+    const auto kept = shared_from_this();
     if (!flag)
         NSLog("Playback finished unsuccessfully");
     switch (OvoAudioPlayerRules::afterTrack(position(), interrupted_)) {

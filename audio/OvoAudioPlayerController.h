@@ -102,9 +102,6 @@ public:
 
 private:
     OvoAudioPlayerController(SoundFiles soundFiles, std::string path, std::uint32_t selectedIndex);
-    std::shared_ptr<OvoAudioPlayerController> self();
-    /// Calls the member when the screen still lives.
-    std::function<void()> action(void (OvoAudioPlayerController::*member)());
     const OvoAudioFile& selectedFile() const { return *soundFiles_[selectedIndex_]; }
     OvoAudioQueuePosition position() const;
     bool isTableShown() const;
@@ -125,7 +122,6 @@ private:
     void showModes();
     void flipToTable();
     void flipToCover();
-    void detachTable();
 
     SoundFiles soundFiles_;
     std::string soundFilesPath_;

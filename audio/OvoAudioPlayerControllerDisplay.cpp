@@ -5,6 +5,7 @@
 #include "audio/OvoAudioPlayerRemote.h"
 #include "platform/foundation/NSTimer.h"
 #include "platform/foundation/NSUserDefaults.h"
+#include "platform/foundation/Weakly.h"
 #include "platform/graphics/UIImage.h"
 #include "platform/media/AVAudioPlayer.h"
 #include "platform/uikit/UIButton.h"
@@ -73,7 +74,7 @@ void OvoAudioPlayerController::updateViewForPlayerState(AVAudioPlayer* player) {
         root->addSubview(views_.pauseButton);
         updateTimer_ =
             NSTimer::scheduledTimer(kUpdateInterval, NSTimer::Repeats::Yes,
-                                    action(&OvoAudioPlayerController::updateCurrentTime));
+                                    weakly(this, &OvoAudioPlayerController::updateCurrentTime));
     } else {
         views_.pauseButton->removeFromSuperview();
         root->addSubview(views_.playButton);

@@ -3,6 +3,7 @@
 #include "audio/OvoAudioPlayerLabels.h"
 #include "audio/OvoAudioPlayerRootView.h"
 #include "audio/OvoAudioPlayerTableViewCell.h"
+#include "platform/foundation/Weakly.h"
 #include "platform/graphics/UIImage.h"
 #include "platform/media/AVAudioPlayer.h"
 #include "platform/media/AudioSession.h"
@@ -33,24 +34,16 @@ void beginFlip(UIViewAnimationTransition transition, UIView& view) {
 
 }
 
-std::function<void()> OvoAudioPlayerController::action(void (OvoAudioPlayerController::*member)()) {
-    const std::weak_ptr<UIViewController> weak = weak_from_this();
-    return [weak, member] {
-        if (const auto screen = std::static_pointer_cast<OvoAudioPlayerController>(weak.lock()))
-            (screen.get()->*member)();
-    };
-}
-
 void OvoAudioPlayerController::loadView() {
-    setView(std::make_shared<OvoAudioPlayerRootView>(UIScreen::mainScreen().applicationFrame(),
-                                                     action(&OvoAudioPlayerController::play)));
+    setView(std::make_shared<OvoAudioPlayerRootView>(
+        UIScreen::mainScreen().applicationFrame(), weakly(this, &OvoAudioPlayerController::play)));
 }
 
 void OvoAudioPlayerController::viewDidLoad() {
     UIViewController::viewDidLoad();
     view()->setBackgroundColor(UIColor::blackColor());
     updateTimer_ = nullptr;
-    views_.build(*view(), action(&OvoAudioPlayerController::dismissAudioPlayer));
+    views_.build(*view(), weakly(this, &OvoAudioPlayerController::dismissAudioPlayer));
     connectViews();
     startAudioSession();
     refreshDisplay();
@@ -67,11 +60,12 @@ void OvoAudioPlayerController::connectViews() {
         {views_.previousButton.get(), &Screen::previous},
     };
     for (const auto& [control, member] : taps)
-        control->addTarget(action(member), UIControlEventTouchUpInside);
-    views_.volumeSlider->addTarget([this] { volumeSliderMoved(*views_.volumeSlider); },
-                                   UIControlEventValueChanged);
-    views_.songTableView->setDataSource(this);
-    views_.songTableView->setDelegate(this);
+        control->addTarget(weakly(this, member), UIControlEventTouchUpInside);
+    views_.volumeSlider->addTarget(
+        weakly(this, [](Screen& self) { self.volumeSliderMoved(*self.views_.volumeSlider); }),
+        UIControlEventValueChanged);
+    views_.songTableView->setDataSource(weakReference<UITableViewDataSource>(this));
+    views_.songTableView->setDelegate(weakReference<UITableViewDelegate>(this));
 }
 
 void OvoAudioPlayerController::startAudioSession() {
@@ -83,14 +77,8 @@ void OvoAudioPlayerController::startAudioSession() {
 
 void OvoAudioPlayerController::viewDidUnload() {
     views_.reflectionView = nullptr;
-    detachTable();
-}
-
-void OvoAudioPlayerController::detachTable() {
-    if (!views_.songTableView)
-        return;
-    views_.songTableView->setDataSource(nullptr);
-    views_.songTableView->setDelegate(nullptr);
+    views_.songTableView->setDataSource({});
+    views_.songTableView->setDelegate({});
 }
 
 bool OvoAudioPlayerController::isTableShown() const {
@@ -101,10 +89,13 @@ void OvoAudioPlayerController::makeOverlay() {
     using Screen = OvoAudioPlayerController;
     views_.buildOverlay(view()->bounds().size.width);
     views_.progressSlider->setMaximumValue(static_cast<float>(player_ ? player_->duration() : 0));
-    views_.progressSlider->addTarget([this] { progressSliderMoved(*views_.progressSlider); },
-                                     UIControlEventValueChanged);
-    views_.repeatButton->addTarget(action(&Screen::toggleRepeat), UIControlEventTouchUpInside);
-    views_.shuffleButton->addTarget(action(&Screen::toggleShuffle), UIControlEventTouchUpInside);
+    views_.progressSlider->addTarget(
+        weakly(this, [](Screen& self) { self.progressSliderMoved(*self.views_.progressSlider); }),
+        UIControlEventValueChanged);
+    views_.repeatButton->addTarget(weakly(this, &Screen::toggleRepeat),
+                                   UIControlEventTouchUpInside);
+    views_.shuffleButton->addTarget(weakly(this, &Screen::toggleShuffle),
+                                    UIControlEventTouchUpInside);
     showModes();
 }
 
@@ -128,7 +119,7 @@ void OvoAudioPlayerController::fadeOverlay(bool in) {
     overlay.setAlpha(in ? 1 : 0);
     if (!in)
         UIViewAnimation::setAnimationDidStop(
-            [finish = action(&OvoAudioPlayerController::overlayHasFaded)](bool) { finish(); });
+            weakly(this, [](OvoAudioPlayerController& self, bool) { self.overlayHasFaded(); }));
     UIViewAnimation::commitAnimations();
 }
 

@@ -3,6 +3,7 @@
 #include "catalogue/MovieCatalogue.h"
 #include "catalogue/MoviesTableViewCell.h"
 #include "platform/foundation/NSBundle.h"
+#include "platform/foundation/Weakly.h"
 #include "platform/graphics/UIImage.h"
 #include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UINavigationController.h"
@@ -21,9 +22,7 @@ constexpr double kNavigationBarHeight = 44;
 
 MoviesViewController::MoviesViewController() = default;
 
-MoviesViewController::~MoviesViewController() {
-    detachTable();
-}
+MoviesViewController::~MoviesViewController() = default;
 
 void MoviesViewController::viewDidLoad() {
     UIViewController::viewDidLoad();
@@ -44,8 +43,8 @@ void MoviesViewController::addTable() {
     const CGSize size = view()->bounds().size;
     tableView_ = std::make_shared<UITableView>(
         CGRectMake(0, 0, size.width, size.height - kNavigationBarHeight));
-    tableView_->setDelegate(this);
-    tableView_->setDataSource(this);
+    tableView_->setDelegate(weakReference<UITableViewDelegate>(this));
+    tableView_->setDataSource(weakReference<UITableViewDataSource>(this));
     tableView_->setSeparatorStyle(UITableViewCellSeparatorStyle::None);
     tableView_->setOpaque(false);
     tableView_->setBackgroundColor(UIColor::clearColor());
@@ -60,14 +59,8 @@ void MoviesViewController::viewDidAppear(bool /*animated*/) {
 }
 
 void MoviesViewController::viewDidUnload() {
-    detachTable();
-}
-
-void MoviesViewController::detachTable() {
-    if (!tableView_)
-        return;
-    tableView_->setDelegate(nullptr);
-    tableView_->setDataSource(nullptr);
+    tableView_->setDelegate({});
+    tableView_->setDataSource({});
 }
 
 int MoviesViewController::tableViewNumberOfRowsInSection(UITableView& /*tableView*/,

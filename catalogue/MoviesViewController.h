@@ -37,7 +37,6 @@ public:
 private:
     void addBackground();
     void addTable();
-    void detachTable();
 
     std::vector<CatalogueRecord> moviesList_;
     std::shared_ptr<UITableView> tableView_;

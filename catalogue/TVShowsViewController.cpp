@@ -3,6 +3,7 @@
 #include "catalogue/TVShowCatalogue.h"
 #include "catalogue/TVShowsTableViewCell.h"
 #include "platform/foundation/NSBundle.h"
+#include "platform/foundation/Weakly.h"
 #include "platform/graphics/UIImage.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIImageView.h"
@@ -27,9 +28,7 @@ std::shared_ptr<const UIImage> resourcePicture(const char* name, const char* typ
 
 TVShowsViewController::TVShowsViewController() = default;
 
-TVShowsViewController::~TVShowsViewController() {
-    detachTable();
-}
+TVShowsViewController::~TVShowsViewController() = default;
 
 void TVShowsViewController::viewDidLoad() {
     UIViewController::viewDidLoad();
@@ -50,8 +49,8 @@ void TVShowsViewController::addBackground() {
 
 void TVShowsViewController::addTable() {
     tableView_ = std::make_shared<UITableView>(CGRectMake(27, 145, 265, 155));
-    tableView_->setDelegate(this);
-    tableView_->setDataSource(this);
+    tableView_->setDelegate(weakReference<UITableViewDelegate>(this));
+    tableView_->setDataSource(weakReference<UITableViewDataSource>(this));
     tableView_->setSeparatorStyle(UITableViewCellSeparatorStyle::None);
     tableView_->setOpaque(false);
     tableView_->setBackgroundColor(UIColor::clearColor());
@@ -88,14 +87,8 @@ void TVShowsViewController::viewDidAppear(bool /*animated*/) {
 }
 
 void TVShowsViewController::viewDidUnload() {
-    detachTable();
-}
-
-void TVShowsViewController::detachTable() {
-    if (!tableView_)
-        return;
-    tableView_->setDelegate(nullptr);
-    tableView_->setDataSource(nullptr);
+    tableView_->setDelegate({});
+    tableView_->setDataSource({});
 }
 
 int TVShowsViewController::tableViewNumberOfRowsInSection(UITableView& /*tableView*/,

@@ -36,7 +36,6 @@ private:
     void addTable();
     void addShine();
     void addHeading();
-    void detachTable();
 
     std::vector<CatalogueRecord> tvShowList_;
     std::shared_ptr<UITableView> tableView_;

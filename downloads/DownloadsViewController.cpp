@@ -8,6 +8,7 @@
 #include "platform/foundation/NSFileManager.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/foundation/NSURL.h"
+#include "platform/foundation/Weakly.h"
 #include "platform/graphics/UIImage.h"
 #include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UINavigationController.h"
@@ -31,12 +32,7 @@ constexpr double kRowHeight = 60.0;
 
 DownloadsViewController::DownloadsViewController() = default;
 
-DownloadsViewController::~DownloadsViewController() {
-    if (tableView_) {
-        tableView_->setDelegate(nullptr);
-        tableView_->setDataSource(nullptr);
-    }
-}
+DownloadsViewController::~DownloadsViewController() = default;
 
 void DownloadsViewController::updateArray() {
     auto listing = NSFileManager::defaultManager().contentsOfDirectoryAtPath(kDownloadsFolder);
@@ -58,7 +54,7 @@ void DownloadsViewController::checkForFilesInWrongDirectories() {
         "Detected Files",
         "Vistrel has detected files you have downloaded stored in a different directory, would you "
         "like to move these files to your downloads folder so you can play them with Vistrel?",
-        std::static_pointer_cast<DownloadsViewController>(shared_from_this()), "No", {"Yes"})
+        weakReference<UIAlertViewDelegate>(this), "No", {"Yes"})
         ->show();
 }
 
@@ -93,8 +89,8 @@ void DownloadsViewController::viewDidLoad() {
 
     const CGSize size = view()->frame().size;
     tableView_ = std::make_shared<UITableView>(CGRectMake(0, 0, size.width, size.height - 44));
-    tableView_->setDelegate(this);
-    tableView_->setDataSource(this);
+    tableView_->setDelegate(weakReference<UITableViewDelegate>(this));
+    tableView_->setDataSource(weakReference<UITableViewDataSource>(this));
     tableView_->setSeparatorStyle(UITableViewCellSeparatorStyle::None);
     tableView_->setOpaque(false);
     tableView_->setBackgroundColor(UIColor::clearColor());
@@ -112,10 +108,8 @@ void DownloadsViewController::viewWillAppear(bool animated) {
 }
 
 void DownloadsViewController::viewDidUnload() {
-    if (tableView_) {
-        tableView_->setDelegate(nullptr);
-        tableView_->setDataSource(nullptr);
-    }
+    tableView_->setDelegate({});
+    tableView_->setDataSource({});
 }
 
 void DownloadsViewController::setEditing(bool editing, bool animated) {

@@ -3,6 +3,7 @@
 #include "platform/foundation/NSBundle.h"
 #include "platform/foundation/NSURL.h"
 #include "platform/foundation/PercentEncoding.h"
+#include "platform/foundation/Weakly.h"
 #include "platform/graphics/UIImage.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIImageView.h"
@@ -34,10 +35,11 @@ void AboutPageViewController::viewDidLoad() {
 
     const auto item = std::make_shared<UINavigationItem>("Credits");
     bar->pushNavigationItem(item, false);
-    item->setRightBarButtonItem(UIBarButtonItem::withTitle("Done", UIBarButtonItemStyle::Bordered,
-                                                           [this] { dismissAction(); }));
-    item->setLeftBarButtonItem(
-        UIBarButtonItem::withTitle("Donate", UIBarButtonItemStyle::Bordered, [this] { donate(); }));
+    item->setRightBarButtonItem(
+        UIBarButtonItem::withTitle("Done", UIBarButtonItemStyle::Bordered,
+                                   weakly(this, &AboutPageViewController::dismissAction)));
+    item->setLeftBarButtonItem(UIBarButtonItem::withTitle(
+        "Donate", UIBarButtonItemStyle::Bordered, weakly(this, &AboutPageViewController::donate)));
     view()->addSubview(bar);
 
     const auto picture = std::make_shared<UIImageView>(

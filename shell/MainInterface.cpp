@@ -1,5 +1,6 @@
 #include "shell/MainInterface.h"
 
+#include "platform/foundation/Weakly.h"
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UIScreen.h"
 #include "platform/uikit/UITableView.h"
@@ -29,8 +30,8 @@ void loadRootView(RootViewController& controller) {
     view->addSubview(table);
     controller.setView(view);
     controller.setTableView(table);
-    table->setDelegate(&controller);
-    table->setDataSource(&controller);
+    table->setDelegate(weakReference<UITableViewDelegate>(&controller));
+    table->setDataSource(weakReference<UITableViewDataSource>(&controller));
 }
 
 }

@@ -4,6 +4,7 @@
 #include "catalogue/TVShowsViewController.h"
 #include "downloads/DownloadsViewController.h"
 #include "platform/foundation/NSBundle.h"
+#include "platform/foundation/Weakly.h"
 #include "platform/graphics/UIImage.h"
 #include "platform/uikit/UIBarButtonItem.h"
 #include "platform/uikit/UIButton.h"
@@ -67,15 +68,9 @@ const char* headerImageOfSection(int section) {
 
 RootViewController::RootViewController() = default;
 
-RootViewController::~RootViewController() {
-    setTableView(nullptr);
-}
+RootViewController::~RootViewController() = default;
 
 void RootViewController::setTableView(std::shared_ptr<UITableView> tableView) {
-    if (tableView_) {
-        tableView_->setDelegate(nullptr);
-        tableView_->setDataSource(nullptr);
-    }
     tableView_ = std::move(tableView);
 }
 
@@ -88,10 +83,12 @@ void RootViewController::viewDidLoad() {
     navigationItem().setTitle("Vistrel");
     if (navigationController())
         navigationController()->navigationBar()->setTintColor(kBarTint);
-    navigationItem().setRightBarButtonItem(UIBarButtonItem::withTitle(
-        "Credits", UIBarButtonItemStyle::Bordered, [this] { presentAboutPage(); }));
-    navigationItem().setLeftBarButtonItem(UIBarButtonItem::withTitle(
-        "Help", UIBarButtonItemStyle::Bordered, [this] { presentHelpOptions(); }));
+    navigationItem().setRightBarButtonItem(
+        UIBarButtonItem::withTitle("Credits", UIBarButtonItemStyle::Bordered,
+                                   weakly(this, &RootViewController::presentAboutPage)));
+    navigationItem().setLeftBarButtonItem(
+        UIBarButtonItem::withTitle("Help", UIBarButtonItemStyle::Bordered,
+                                   weakly(this, &RootViewController::presentHelpOptions)));
     tableView_->setBackgroundColor(kTableBackground);
     buildLists();
 }
@@ -119,7 +116,8 @@ void RootViewController::viewDidAppear(bool) {
 }
 
 void RootViewController::viewDidUnload() {
-    setTableView(nullptr);
+    tableView_->setDelegate({});
+    tableView_->setDataSource({});
     titleButton_.reset();
 }
 
@@ -156,7 +154,8 @@ std::shared_ptr<UIView> RootViewController::tableViewViewForHeaderInSection(UITa
         titleButton_ = std::make_shared<UIButton>(CGRectMake(0, 0, 320, kLogoHeight));
         titleButton_->setBackgroundImageForState(UIImage::imageNamed("Logo.png"),
                                                  UIControlState::Normal);
-        titleButton_->addTarget([this] { presentAboutPage(); }, UIControlEventTouchUpInside);
+        titleButton_->addTarget(weakly(this, &RootViewController::presentAboutPage),
+                                UIControlEventTouchUpInside);
         titleButton_->setAccessibility({UIAccessibilityRole::Button, "Vistrel", {}, true});
         tableView.setSectionHeaderHeight(kLogoHeight);
         return titleButton_;

@@ -76,9 +76,6 @@ private:
     void buildLists();
     const std::vector<MenuRecord>& recordsOfSection(int section) const;
     void pushBrowser(const MenuRecord& record);
-    /// This screen as one of the protocols that it adopts.
-    template <typename Protocol>
-    std::weak_ptr<Protocol> asDelegate();
     void showAlert(const char* title, std::string message, const char* cancelTitle,
                    std::vector<std::string> otherTitles, int rows = 0);
     void sendWebsiteSupportMail();

@@ -1,6 +1,7 @@
 #include "platform/foundation/NSBundle.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/foundation/NSURL.h"
+#include "platform/foundation/Weakly.h"
 #include "platform/uikit/MFMailComposeViewController.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIDevice.h"
@@ -63,14 +64,9 @@ const char* logLineOfResult(MFMailComposeResult result) {
 
 }
 
-template <typename Protocol>
-std::weak_ptr<Protocol> RootViewController::asDelegate() {
-    return std::shared_ptr<Protocol>(weak_from_this().lock(), this);
-}
-
 void RootViewController::presentHelpOptions() {
-    const auto sheet = UIActionSheet::withTitle({}, asDelegate<UIActionSheetDelegate>(), "Cancel",
-                                                {}, {"How To Use", "FAQ", "Support"});
+    const auto sheet = UIActionSheet::withTitle({}, weakReference<UIActionSheetDelegate>(this),
+                                                "Cancel", {}, {"How To Use", "FAQ", "Support"});
     sheet->setActionSheetStyle(UIActionSheetStyle::BlackTranslucent);
     sheet->showInView(*view());
 }
@@ -78,7 +74,7 @@ void RootViewController::presentHelpOptions() {
 void RootViewController::showAlert(const char* title, std::string message, const char* cancelTitle,
                                    std::vector<std::string> otherTitles, int rows) {
     const auto alert =
-        UIAlertView::withTitle(title, std::move(message), asDelegate<UIAlertViewDelegate>(),
+        UIAlertView::withTitle(title, std::move(message), weakReference<UIAlertViewDelegate>(this),
                                cancelTitle, std::move(otherTitles));
     alert->setNumberOfRows(rows);
     alert->show();
@@ -135,7 +131,7 @@ void RootViewController::sendApplicationSupportMail() {
 
 void RootViewController::displayComposerSheet(const Setting& recipient, const char* subject) {
     const auto composer = std::make_shared<MFMailComposeViewController>();
-    composer->setMailComposeDelegate(asDelegate<MFMailComposeViewControllerDelegate>());
+    composer->setMailComposeDelegate(weakReference<MFMailComposeViewControllerDelegate>(this));
     composer->setSubject(subject);
     composer->setToRecipients({settingValue(recipient)});
     composer->setMessageBodyIsHTML(mailBody(), false);

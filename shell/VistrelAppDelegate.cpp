@@ -3,6 +3,7 @@
 #include "platform/foundation/NSFileManager.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/foundation/NSURL.h"
+#include "platform/foundation/Weakly.h"
 #include "platform/graphics/UIImage.h"
 #include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UINavigationController.h"
@@ -57,10 +58,8 @@ void VistrelAppDelegate::showSplash() {
     UIViewAnimation::beginAnimations();
     UIViewAnimation::setAnimationDuration(0.5);
     UIViewAnimation::setAnimationTransitionForView(UIViewAnimationTransition::None, *window_, true);
-    UIViewAnimation::setAnimationDidStop([weak = weak_from_this()](bool) {
-        if (const auto self = weak.lock())
-            self->startupAnimationDone();
-    });
+    UIViewAnimation::setAnimationDidStop(
+        weakly(this, [](VistrelAppDelegate& self, bool) { self.startupAnimationDone(); }));
     splashView_->setAlpha(0.0);
     splashView_->setFrame(CGRectMake(-60, -60, 440, 600));
     UIViewAnimation::commitAnimations();

@@ -1,5 +1,6 @@
 #include "web/OvoMoviePlayerViewController.h"
 
+#include "platform/foundation/Weakly.h"
 #include "platform/media/MPMoviePlayerController.h"
 #include "platform/uikit/UIAlertView.h"
 #include "platform/uikit/UIApplication.h"
@@ -60,13 +61,7 @@ void OvoMoviePlayerViewController::readyPlayer() {
 
 void OvoMoviePlayerViewController::observe(
     const char* name, void (OvoMoviePlayerViewController::*handler)(const NSNotification&)) {
-    std::weak_ptr<UIViewController> weak = weak_from_this();
-    NSNotificationCenter::defaultCenter().addObserver(
-        this, name, nullptr, [weak, handler](const NSNotification& notification) {
-            if (const auto self =
-                    std::static_pointer_cast<OvoMoviePlayerViewController>(weak.lock()))
-                (self.get()->*handler)(notification);
-        });
+    NSNotificationCenter::defaultCenter().addObserver(this, name, nullptr, weakly(this, handler));
 }
 
 void OvoMoviePlayerViewController::moviePlayerLoadStateChanged(const NSNotification&) {

@@ -68,10 +68,7 @@ WebBrowserViewController::WebBrowserViewController() {
     setHidesBottomBarWhenPushed(true);
 }
 
-WebBrowserViewController::~WebBrowserViewController() {
-    if (webView_)
-        webView_->setDelegate(nullptr);
-}
+WebBrowserViewController::~WebBrowserViewController() = default;
 
 void WebBrowserViewController::openURL(const std::optional<NSURL>& url) {
     openRequest(NSURLRequest(url));
@@ -114,7 +111,7 @@ void WebBrowserViewController::stopAction() {
 void WebBrowserViewController::homeAction() {
     // A start address that is a media file left nothing to go on with: it is probed again.
     if (webView_ && download_)
-        webView_->setDelegate(this);
+        webView_->setDelegate(weakReference<UIWebViewDelegate>(this));
     openURL(URL_);
 }
 
@@ -124,7 +121,7 @@ void WebBrowserViewController::viewDidLoad() {
     const CGSize size = view()->frame().size;
 
     webView_ = std::make_shared<UIWebView>(CGRectMake(0, 0, size.width, size.height - 88));
-    webView_->setDelegate(this);
+    webView_->setDelegate(weakReference<UIWebViewDelegate>(this));
     webView_->setScalesPageToFit(true);
     view()->addSubview(webView_);
     openURL(URL_);
@@ -179,7 +176,7 @@ void WebBrowserViewController::viewWillAppear(bool animated) {
     UIViewController::viewWillAppear(animated);
     offered_.clear();
     if (webView_ && manners().watchesPagesAgain)
-        webView_->setDelegate(this);
+        webView_->setDelegate(weakReference<UIWebViewDelegate>(this));
 }
 
 void WebBrowserViewController::viewWillDisappear(bool animated) {
@@ -188,14 +185,14 @@ void WebBrowserViewController::viewWillDisappear(bool animated) {
         view()->window()->makeKeyWindow();
     if (webView_) {
         webView_->stopLoading();
-        webView_->setDelegate(nullptr);
+        webView_->setDelegate({});
     }
     UIApplication::sharedApplication().setNetworkActivityIndicatorVisible(false);
 }
 
 void WebBrowserViewController::viewDidUnload() {
     if (webView_)
-        webView_->setDelegate(nullptr);
+        webView_->setDelegate({});
     webView_.reset();
     toolbar_.reset();
     backButton_.reset();

@@ -45,9 +45,7 @@ void sayAfterFrame(unsigned frame) {
 class Watch : public UIWebViewDelegate {
 public:
     explicit Watch(std::shared_ptr<WebBrowserViewController> browser)
-        : browser_(std::move(browser)) {
-        browser_->webView()->setDelegate(this);
-    }
+        : browser_(std::move(browser)) {}
     bool webViewShouldStartLoadWithRequest(UIWebView& webView, const NSURLRequest& request,
                                            UIWebViewNavigationType type) override {
         return browser_->webViewShouldStartLoadWithRequest(webView, request, type);
@@ -69,7 +67,8 @@ private:
 void openPage(const std::string& url) {
     const auto browser = WebBrowserViewController::withTitleURL("Page", url);
     navigation().pushViewController(browser, true);
-    static const Watch watch(browser);
+    static const auto watch = std::make_shared<Watch>(browser);
+    browser->webView()->setDelegate(watch);
 }
 
 /// How many frames the menu draws in a while in which nothing happens.

@@ -2,6 +2,7 @@
 
 #include "platform/foundation/NSBundle.h"
 #include "platform/foundation/NSError.h"
+#include "platform/foundation/Weakly.h"
 #include "platform/host/Desktop.h"
 #include "platform/host/Host.h"
 #include "platform/uikit/MFMailComposeForm.h"
@@ -40,9 +41,7 @@ MFMailComposeViewController::MFMailComposeViewController()
     , item_(std::make_shared<UINavigationItem>(translated("New Message")))
     , form_(std::make_shared<MFMailComposeForm>(CGRectMake(0, kBarHeight, 320, 416))) {}
 
-MFMailComposeViewController::~MFMailComposeViewController() {
-    form_->setChangeHandler({});
-}
+MFMailComposeViewController::~MFMailComposeViewController() = default;
 
 void MFMailComposeViewController::setMailComposeDelegate(
     std::weak_ptr<MFMailComposeViewControllerDelegate> delegate) {
@@ -76,24 +75,18 @@ void MFMailComposeViewController::setMessageBodyIsHTML(const std::string& body, 
 void MFMailComposeViewController::viewDidLoad() {
     UIViewController::viewDidLoad();
     const auto& root = view();
-    const std::weak_ptr<UIViewController> weak = weak_from_this();
-    const auto bound = [weak](void (MFMailComposeViewController::*action)()) {
-        return [weak, action] {
-            if (const auto self = weak.lock())
-                (static_cast<MFMailComposeViewController&>(*self).*action)();
-        };
-    };
+    using Composer = MFMailComposeViewController;
     item_->setLeftBarButtonItem(UIBarButtonItem::withBarButtonSystemItem(
-        UIBarButtonSystemItem::Cancel, bound(&MFMailComposeViewController::cancel)));
+        UIBarButtonSystemItem::Cancel, weakly(this, &Composer::cancel)));
     item_->setRightBarButtonItem(UIBarButtonItem::withTitle(
-        translated("Send"), UIBarButtonItemStyle::Done, bound(&MFMailComposeViewController::send)));
+        translated("Send"), UIBarButtonItemStyle::Done, weakly(this, &Composer::send)));
     bar_->setFrame(CGRectMake(0, 0, root->bounds().size.width, kBarHeight));
     bar_->setAutoresizingMask(UIViewAutoresizingFlexibleWidth);
     bar_->setItems({item_}, false);
     form_->setFrame(CGRectMake(0, kBarHeight, root->bounds().size.width,
                                root->bounds().size.height - kBarHeight));
     form_->setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
-    form_->setChangeHandler(bound(&MFMailComposeViewController::updateSendButton));
+    form_->setChangeHandler(weakly(this, &Composer::updateSendButton));
     root->addSubview(form_);
     root->addSubview(bar_);
     updateSendButton();
@@ -132,10 +125,8 @@ void MFMailComposeViewController::cancel() {
         finish(MFMailComposeResult::Cancelled, nullptr);
         return;
     }
-    const std::weak_ptr<UIViewController> weak = weak_from_this();
-    const std::shared_ptr<UIActionSheetDelegate> delegate(weak.lock(), this);
-    UIActionSheet::withTitle({}, delegate, translated("Cancel"), translated("Delete Draft"),
-                             {translated("Save Draft")})
+    UIActionSheet::withTitle({}, weakReference<UIActionSheetDelegate>(this), translated("Cancel"),
+                             translated("Delete Draft"), {translated("Save Draft")})
         ->showInView(*view());
 }
 

@@ -1,6 +1,7 @@
 #include "platform/uikit/UINavigationBar.h"
 
 #include "platform/foundation/NSBundle.h"
+#include "platform/foundation/Weakly.h"
 #include "platform/uikit/UIBarButton.h"
 #include "platform/uikit/UILabel.h"
 #include "platform/uikit/UIViewAnimation.h"
@@ -115,21 +116,14 @@ UINavigationItem* UINavigationBar::backItem() const {
 }
 
 void UINavigationBar::observe(UINavigationItem& item) {
-    const auto weak = weak_from_this();
-    item.setChangeHandler([weak](bool animated) {
-        if (const auto self = weak.lock())
-            static_cast<UINavigationBar&>(*self).rebuild(animated, Direction::None);
-    });
+    item.setChangeHandler(weakly(this, [](UINavigationBar& self, bool animated) {
+        self.rebuild(animated, Direction::None);
+    }));
 }
 
 void UINavigationBar::observe(const std::shared_ptr<UIBarButtonItem>& item) {
-    if (!item)
-        return;
-    const auto weak = weak_from_this();
-    item->setChangeHandler([weak] {
-        if (const auto self = weak.lock())
-            static_cast<UINavigationBar&>(*self).itemsChanged();
-    });
+    if (item)
+        item->setChangeHandler(weakly(this, &UINavigationBar::itemsChanged));
 }
 
 void UINavigationBar::itemsChanged() {
@@ -173,12 +167,9 @@ UINavigationBar::Slot UINavigationBar::rightSlot() const {
     return {nullptr, top->rightBarButtonItem(), {}};
 }
 
-std::shared_ptr<UIView> UINavigationBar::makeBackButton(const std::string& title) const {
-    const std::weak_ptr<UIView> weak = std::const_pointer_cast<UIView>(shared_from_this());
-    auto item = UIBarButtonItem::withTitle(title, UIBarButtonItemStyle::Bordered, [weak] {
-        if (const auto self = weak.lock())
-            static_cast<UINavigationBar&>(*self).goBack();
-    });
+std::shared_ptr<UIView> UINavigationBar::makeBackButton(const std::string& title) {
+    auto item = UIBarButtonItem::withTitle(title, UIBarButtonItemStyle::Bordered,
+                                           weakly(this, &UINavigationBar::goBack));
     return std::make_shared<UIBarButton>(std::move(item), UIBarButton::Place::NavigationBar,
                                          color(), UIBarDrawing::ButtonShape::Back);
 }
@@ -263,13 +254,10 @@ void UINavigationBar::animate(const Change& change) {
         view->setCenter(moved(*view, -distance));
         faded.push_back(view);
     }
-    const auto weak = weak_from_this();
-    UIViewAnimation::setAnimationDidStop([weak, faded](bool) {
-        if (const auto self = weak.lock()) {
-            for (const auto& view : faded)
-                static_cast<UINavigationBar&>(*self).removeFaded(view);
-        }
-    });
+    UIViewAnimation::setAnimationDidStop(weakly(this, [faded](UINavigationBar& self, bool) {
+        for (const auto& view : faded)
+            self.removeFaded(view);
+    }));
     UIViewAnimation::commitAnimations();
 }
 

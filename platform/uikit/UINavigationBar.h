@@ -50,7 +50,7 @@ private:
     Slot leftSlot() const;
     Slot titleSlot() const;
     Slot rightSlot() const;
-    std::shared_ptr<UIView> makeBackButton(const std::string& title) const;
+    std::shared_ptr<UIView> makeBackButton(const std::string& title);
     void replaceSlot(Slot& slot, Slot wanted, double distance, Change& change);
     void animate(const Change& change);
     void removeFaded(const std::shared_ptr<UIView>& view);

@@ -1,5 +1,6 @@
 #include "platform/uikit/UINavigationController.h"
 
+#include "platform/foundation/Weakly.h"
 #include "platform/uikit/UINavigationBar.h"
 #include "platform/uikit/UINavigationItem.h"
 #include "platform/uikit/UIViewAnimation.h"
@@ -30,19 +31,15 @@ std::shared_ptr<UINavigationController>
 UINavigationController::withRootViewController(std::shared_ptr<UIViewController> root) {
     std::shared_ptr<UINavigationController> controller(new UINavigationController);
     controller->bar_ = std::make_shared<UINavigationBar>();
-    const std::weak_ptr<UIViewController> weak = controller;
-    controller->bar_->setBackAction([weak] {
-        if (const auto self = weak.lock())
-            static_cast<UINavigationController&>(*self).popViewControllerAnimated(true);
-    });
+    controller->bar_->setBackAction(weakly(controller.get(), [](UINavigationController& self) {
+        self.popViewControllerAnimated(true);
+    }));
     if (root)
         controller->pushViewController(std::move(root), false);
     return controller;
 }
 
 UINavigationController::~UINavigationController() {
-    bar_->setItems({}, false);
-    bar_->setBackAction([] {});
     for (const auto& controller : stack_)
         controller->navigationController_ = nullptr;
     if (!transition_)

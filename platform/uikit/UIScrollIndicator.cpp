@@ -1,5 +1,6 @@
 #include "platform/uikit/UIScrollIndicator.h"
 
+#include "platform/foundation/Weakly.h"
 #include "platform/uikit/UIViewAnimation.h"
 
 #include <algorithm>
@@ -86,16 +87,13 @@ void UIScrollIndicator::show() {
 
 void UIScrollIndicator::fadeSoon() {
     NSRunLoop::cancelPerform(fade_);
-    fade_ = NSRunLoop::performAfterDelay(kFadeDelay, [weak = weak_from_this()] {
-        auto self = std::static_pointer_cast<UIScrollIndicator>(weak.lock());
-        if (!self)
-            return;
-        self->fade_ = 0;
-        UIViewAnimation::beginAnimations();
-        UIViewAnimation::setAnimationDuration(kFadeDuration);
-        self->setAlpha(0);
-        UIViewAnimation::commitAnimations();
-    });
+    fade_ = NSRunLoop::performAfterDelay(kFadeDelay, weakly(this, [](UIScrollIndicator& self) {
+                                             self.fade_ = 0;
+                                             UIViewAnimation::beginAnimations();
+                                             UIViewAnimation::setAnimationDuration(kFadeDuration);
+                                             self.setAlpha(0);
+                                             UIViewAnimation::commitAnimations();
+                                         }));
 }
 
 void UIScrollIndicator::layoutSubviews() {

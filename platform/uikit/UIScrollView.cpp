@@ -174,8 +174,6 @@ void UIScrollView::showMotionOffset() {
 void UIScrollView::didScroll() {
     setNeedsLayout();
     placeIndicator();
-    if (scrollDelegate_)
-        scrollDelegate_->scrollViewDidScroll(*this);
 }
 
 // The indicator.

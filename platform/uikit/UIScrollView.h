@@ -7,15 +7,8 @@
 
 namespace vistrel {
 class UIScrollIndicator;
-class UIScrollView;
 
 enum class UIScrollViewIndicatorStyle { Default = 0, Black = 1, White = 2 };
-
-class UIScrollViewDelegate {
-public:
-    virtual ~UIScrollViewDelegate() = default;
-    virtual void scrollViewDidScroll(UIScrollView&) {}
-};
 
 /// Shows a part of larger content: drag, momentum, bounce, indicator. The scroll position is the
 /// bounds' origin.
@@ -39,7 +32,6 @@ public:
     void setAlwaysBounceVertical(bool always) { alwaysBounceVertical_ = always; }
     void setIndicatorStyle(UIScrollViewIndicatorStyle style);
     void setShowsVerticalScrollIndicator(bool shows);
-    void setScrollDelegate(UIScrollViewDelegate* delegate) { scrollDelegate_ = delegate; }
     bool isDragging() const;
     /// Momentum, a spring back, or an animated move is under way.
     bool isDecelerating() const;
@@ -89,7 +81,6 @@ private:
     bool alwaysBounceVertical_ = false;
     bool showsVerticalIndicator_ = true;
     UIScrollViewIndicatorStyle indicatorStyle_ = UIScrollViewIndicatorStyle::Default;
-    UIScrollViewDelegate* scrollDelegate_ = nullptr;
     UIScrollMotion horizontal_;
     UIScrollMotion vertical_;
     CADisplayLink frames_;

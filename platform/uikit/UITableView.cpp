@@ -32,24 +32,16 @@ UITableView::~UITableView() = default;
 
 // What it shows.
 
-void UITableView::setDataSource(UITableViewDataSource* dataSource) {
-    dataSource_ = dataSource;
+void UITableView::setDataSource(std::weak_ptr<UITableViewDataSource> dataSource) {
+    dataSource_ = std::move(dataSource);
     loaded_ = false;
     setNeedsLayout();
 }
 
-void UITableView::setDelegate(UITableViewDelegate* delegate) {
-    delegate_ = delegate;
+void UITableView::setDelegate(std::weak_ptr<UITableViewDelegate> delegate) {
+    delegate_ = std::move(delegate);
     loaded_ = false;
     setNeedsLayout();
-}
-
-UITableViewDataSource* UITableView::dataSource() const {
-    return dataSource_;
-}
-
-UITableViewDelegate* UITableView::delegate() const {
-    return delegate_;
 }
 
 double UITableView::rowHeight() const {
@@ -125,16 +117,18 @@ void UITableView::rebuildLayout() {
     loaded_ = true;
     headers_->clear();
     layout_->clear(headerView_ ? headerView_->frame().size.height : 0);
-    const int sections = dataSource_ ? dataSource_->numberOfSectionsInTableView(*this) : 0;
+    const auto source = dataSource();
+    const auto owner = delegate();
+    const int sections = source ? source->numberOfSectionsInTableView(*this) : 0;
     for (int section = 0; section < sections; ++section) {
-        const int rows = dataSource_->tableViewNumberOfRowsInSection(*this, section);
+        const int rows = source->tableViewNumberOfRowsInSection(*this, section);
         layout_->beginSection(headers_->load(section));
-        if (!delegate_) {
+        if (!owner) {
             layout_->appendRows(rows, rowHeight_);
             continue;
         }
         for (int row = 0; row < rows; ++row)
-            layout_->appendRow(delegate_->tableViewHeightForRowAtIndexPath(*this, {section, row})
+            layout_->appendRow(owner->tableViewHeightForRowAtIndexPath(*this, {section, row})
                                    .value_or(rowHeight_));
     }
     const double footer = footerView_ ? footerView_->frame().size.height : 0;

@@ -30,10 +30,11 @@ public:
     explicit UITableView(CGRect frame = {}, UITableViewStyle style = UITableViewStyle::Plain);
     ~UITableView() override;
 
-    void setDataSource(UITableViewDataSource* dataSource);
-    void setDelegate(UITableViewDelegate* delegate);
-    UITableViewDataSource* dataSource() const;
-    UITableViewDelegate* delegate() const;
+    void setDataSource(std::weak_ptr<UITableViewDataSource> dataSource);
+    void setDelegate(std::weak_ptr<UITableViewDelegate> delegate);
+    /// Null when there is none, or it is gone.
+    std::shared_ptr<UITableViewDataSource> dataSource() const { return dataSource_.lock(); }
+    std::shared_ptr<UITableViewDelegate> delegate() const { return delegate_.lock(); }
 
     double rowHeight() const; ///< default 44
     void setRowHeight(double height);
@@ -119,8 +120,8 @@ private:
     void replaceEnd(std::shared_ptr<UIView>& end, std::shared_ptr<UIView> view);
 
     UITableViewStyle style_;
-    UITableViewDataSource* dataSource_ = nullptr;
-    UITableViewDelegate* delegate_ = nullptr;
+    std::weak_ptr<UITableViewDataSource> dataSource_;
+    std::weak_ptr<UITableViewDelegate> delegate_;
     double rowHeight_ = 44;
     double sectionHeaderHeight_ = 23;
     UITableViewCellSeparatorStyle separatorStyle_ = UITableViewCellSeparatorStyle::SingleLine;

@@ -18,7 +18,7 @@ constexpr double kSwipeDistance = 20;
 }
 
 bool UITableViewEditing::canDelete(const NSIndexPath& path) const {
-    UITableViewDataSource* source = table_.dataSource_;
+    const auto source = table_.dataSource();
     return source && source->implementsCommitEditingStyle() &&
            source->tableViewCanEditRowAtIndexPath(table_, path).value_or(true);
 }
@@ -42,8 +42,8 @@ void UITableViewEditing::showConfirmation(const NSIndexPath& path) {
     if (!cell)
         return;
     std::string title;
-    if (table_.delegate_)
-        title = table_.delegate_->tableViewTitleForDeleteConfirmationButton(table_, path);
+    if (const auto delegate = table_.delegate())
+        title = delegate->tableViewTitleForDeleteConfirmationButton(table_, path);
     if (title.empty())
         title = NSBundle::mainBundle().localizedStringForKeyValue("Delete");
     confirming_ = path;
@@ -73,10 +73,11 @@ void UITableViewEditing::confirmationPressed(UITableViewCell& cell) {
 
 void UITableViewEditing::commitConfirmed() {
     const auto path = confirming_;
-    if (!path || !table_.dataSource_)
+    const auto source = table_.dataSource();
+    if (!path || !source)
         return;
     const auto hold = table_.weak_from_this().lock();
-    table_.dataSource_->tableViewCommitEditingStyleForRowAtIndexPath(
+    source->tableViewCommitEditingStyleForRowAtIndexPath(
         table_, UITableViewCellEditingStyle::Delete, *path);
     // Still there: the data source kept the row.
     hideConfirmation(true);

@@ -17,11 +17,10 @@ void UITableViewHeaders::clear() {
 
 double UITableViewHeaders::load(int section) {
     Header& header = headers_.emplace_back();
-    if (table_.delegate_)
-        header.view = table_.delegate_->tableViewViewForHeaderInSection(table_, section);
-    if (!header.view)
-        header.title = table_.dataSource_->tableViewTitleForHeaderInSection(table_, section)
-                           .value_or(std::string());
+    if (const auto delegate = table_.delegate())
+        header.view = delegate->tableViewViewForHeaderInSection(table_, section);
+    if (const auto source = table_.dataSource(); source && !header.view)
+        header.title = source->tableViewTitleForHeaderInSection(table_, section).value_or("");
     const bool hasHeader = header.view || !header.title.empty();
     return hasHeader ? table_.sectionHeaderHeight_ : 0;
 }

@@ -24,12 +24,15 @@ void UITableViewRows::tile(double top, double bottom,
             recycle(row.cell);
     std::erase_if(visible_, isAway);
 
+    const auto source = table_.dataSource();
+    if (!source)
+        return;
     std::size_t place = 0;
     for (auto path = layout.firstRowBelow(top); path && layout.row(*path).top < bottom;
          path = layout.next(*path), ++place) {
         if (place < visible_.size() && visible_[place].path == *path)
             continue;
-        const Row row = make(*path);
+        const Row row = make(*source, *path);
         // Asking the data source may have reloaded the table.
         if (!layout.contains(*path))
             return;
@@ -40,8 +43,8 @@ void UITableViewRows::tile(double top, double bottom,
     }
 }
 
-UITableViewRows::Row UITableViewRows::make(const NSIndexPath& path) {
-    auto cell = table_.dataSource_->tableViewCellForRowAtIndexPath(table_, path);
+UITableViewRows::Row UITableViewRows::make(UITableViewDataSource& source, const NSIndexPath& path) {
+    auto cell = source.tableViewCellForRowAtIndexPath(table_, path);
     if (!cell)
         cell = std::make_shared<UITableViewCell>();
     returnUnused(cell.get());

@@ -11,6 +11,7 @@
 namespace vistrel {
 class UITableView;
 class UITableViewCell;
+class UITableViewDataSource;
 
 /// The cells of a table: those on screen with their rows, and those that wait to be used again.
 /// A waiting cell stays in the table, hidden, so that its painted picture's memory is kept for the
@@ -43,7 +44,7 @@ public:
     void updateSeparators();
 
 private:
-    Row make(const NSIndexPath& path);
+    Row make(UITableViewDataSource& source, const NSIndexPath& path);
     void place(const Row& row);
     void returnUnused(const UITableViewCell* used);
 

@@ -101,8 +101,8 @@ void UITableViewSelection::activate(UITableViewCell& cell) {
 void UITableViewSelection::selectForUser(const NSIndexPath& path) {
     const auto hold = table_.weak_from_this().lock();
     select(path, false);
-    if (table_.delegate_)
-        table_.delegate_->tableViewDidSelectRowAtIndexPath(table_, path);
+    if (const auto delegate = table_.delegate())
+        delegate->tableViewDidSelectRowAtIndexPath(table_, path);
 }
 
 // The keyboard.

@@ -1,5 +1,6 @@
 #include "platform/uikit/UITableViewUpdates.h"
 
+#include "platform/foundation/Weakly.h"
 #include "platform/uikit/UITableViewCell.h"
 #include "platform/uikit/UITableViewEditing.h"
 #include "platform/uikit/UITableViewLayout.h"
@@ -49,7 +50,7 @@ void UITableViewUpdates::end() {
 }
 
 bool UITableViewUpdates::dataSourceAgrees(const std::vector<NSIndexPath>& deleted) const {
-    UITableViewDataSource* source = table_.dataSource_;
+    const auto source = table_.dataSource();
     const UITableViewLayout& layout = *table_.layout_;
     if (!source || source->numberOfSectionsInTableView(table_) != layout.sectionCount())
         return false;
@@ -88,13 +89,10 @@ void UITableViewUpdates::apply() {
     }
     UIViewAnimation::beginAnimations();
     UIViewAnimation::setAnimationDuration(kDeletionDuration);
-    UIViewAnimation::setAnimationDidStop([weak = table_.weak_from_this(), deletion](bool) {
-        const auto table = std::static_pointer_cast<UITableView>(weak.lock());
-        if (!table)
-            return;
+    UIViewAnimation::setAnimationDidStop(weakly(&table_, [deletion](UITableView& table, bool) {
         for (auto& cell : deletion->leaving)
-            table->rows_->recycle(std::move(cell));
-    });
+            table.rows_->recycle(std::move(cell));
+    }));
     moveRows(deleted, *deletion);
     UIViewAnimation::commitAnimations();
 }

@@ -1,5 +1,6 @@
 #include "platform/uikit/UIToolbar.h"
 
+#include "platform/foundation/Weakly.h"
 #include "platform/uikit/UIBarButton.h"
 #include "platform/uikit/UIViewAnimation.h"
 
@@ -71,11 +72,7 @@ void UIToolbar::replaceViews(std::vector<std::shared_ptr<UIView>> views,
 }
 
 void UIToolbar::observe(UIBarButtonItem& item) {
-    const auto weak = weak_from_this();
-    item.setChangeHandler([weak] {
-        if (const auto self = weak.lock())
-            static_cast<UIToolbar&>(*self).itemsChanged();
-    });
+    item.setChangeHandler(weakly(this, &UIToolbar::itemsChanged));
 }
 
 void UIToolbar::itemsChanged() {

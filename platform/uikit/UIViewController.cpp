@@ -2,6 +2,7 @@
 
 #include "platform/foundation/NSBundle.h"
 #include "platform/foundation/NSNotificationCenter.h"
+#include "platform/foundation/Weakly.h"
 #include "platform/uikit/UIBarButtonItem.h"
 #include "platform/uikit/UIModalPresentation.h"
 #include "platform/uikit/UINavigationController.h"
@@ -81,11 +82,9 @@ void UIViewController::setEditing(bool editing, bool /*animated*/) {
 std::shared_ptr<UIBarButtonItem> UIViewController::editButtonItem() {
     if (editButtonItem_)
         return editButtonItem_;
-    const auto weak = weak_from_this();
-    editButtonItem_ = UIBarButtonItem::withTitle({}, UIBarButtonItemStyle::Bordered, [weak] {
-        if (const auto self = weak.lock())
-            self->setEditing(!self->isEditing(), true);
-    });
+    editButtonItem_ = UIBarButtonItem::withTitle(
+        {}, UIBarButtonItemStyle::Bordered,
+        weakly(this, [](UIViewController& self) { self.setEditing(!self.isEditing(), true); }));
     UIViewController::setEditing(editing_, false);
     return editButtonItem_;
 }

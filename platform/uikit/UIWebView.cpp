@@ -110,8 +110,8 @@ host::WebPage* UIWebView::page() {
     return page_.get();
 }
 
-void UIWebView::setDelegate(UIWebViewDelegate* delegate) {
-    delegate_ = delegate;
+void UIWebView::setDelegate(std::weak_ptr<UIWebViewDelegate> delegate) {
+    delegate_ = std::move(delegate);
 }
 
 void UIWebView::loadRequest(const NSURLRequest& request) {
@@ -228,17 +228,18 @@ NSURLRequest UIWebView::requestOf(const host::WebNavigation& navigation) const {
 
 bool UIWebView::webPageShouldNavigate(const host::WebNavigation& navigation) {
     const auto hold = weak_from_this().lock();
-    return !delegate_ || delegate_->webViewShouldStartNavigation(*this, requestOf(navigation),
-                                                                 {navigationTypeOf(navigation.type),
-                                                                  navigation.isRedirect,
-                                                                  navigation.isSameDocument});
+    const auto asked = delegate();
+    return !asked ||
+           asked->webViewShouldStartNavigation(*this, requestOf(navigation),
+                                               {navigationTypeOf(navigation.type),
+                                                navigation.isRedirect, navigation.isSameDocument});
 }
 
 bool UIWebView::webPageShouldShowResponse(const host::WebResponse& response) {
     const auto hold = weak_from_this().lock();
+    const auto asked = delegate();
     const auto url = addressOf(response.url);
-    return !delegate_ || !url ||
-           delegate_->webViewShouldShowResponse(*this, responseOf(*url, response));
+    return !asked || !url || asked->webViewShouldShowResponse(*this, responseOf(*url, response));
 }
 
 void UIWebView::webPageNeedsCredential(
@@ -249,22 +250,22 @@ void UIWebView::webPageNeedsCredential(
 void UIWebView::webPageDidStartLoad() {
     const auto hold = weak_from_this().lock();
     loading_ = true;
-    if (delegate_)
-        delegate_->webViewDidStartLoad(*this);
+    if (const auto told = delegate())
+        told->webViewDidStartLoad(*this);
 }
 
 void UIWebView::webPageDidFinishLoad() {
     const auto hold = weak_from_this().lock();
     loading_ = false;
-    if (delegate_)
-        delegate_->webViewDidFinishLoad(*this);
+    if (const auto told = delegate())
+        told->webViewDidFinishLoad(*this);
 }
 
 void UIWebView::webPageDidFailLoad(const host::WebError& error) {
     const auto hold = weak_from_this().lock();
     loading_ = false;
-    if (delegate_)
-        delegate_->webViewDidFailLoadWithError(
+    if (const auto told = delegate())
+        told->webViewDidFailLoadWithError(
             *this, NSError(error.code < 0 ? NSURLErrorDomain : WebKitErrorDomain, error.code,
                            error.message));
 }

@@ -27,9 +27,10 @@ public:
     explicit UIWebView(CGRect frame = {}, UIWebViewSession session = UIWebViewSession::Browsing);
     ~UIWebView() override;
 
-    /// Null detaches: every navigation that the engine allows is made, and nobody is told.
-    void setDelegate(UIWebViewDelegate* delegate);
-    UIWebViewDelegate* delegate() const { return delegate_; }
+    /// Without a delegate every navigation that the engine allows is made.
+    void setDelegate(std::weak_ptr<UIWebViewDelegate> delegate);
+    /// Null when there is none, or it is gone.
+    std::shared_ptr<UIWebViewDelegate> delegate() const { return delegate_.lock(); }
     /// Loads http, https and about addresses with GET, after asking the delegate; ignores other
     /// requests.
     void loadRequest(const NSURLRequest& request);
@@ -79,7 +80,7 @@ private:
     NSURLRequest requestOf(const host::WebNavigation& navigation) const;
 
     UIWebViewSession session_;
-    UIWebViewDelegate* delegate_ = nullptr;
+    std::weak_ptr<UIWebViewDelegate> delegate_;
     std::shared_ptr<host::WebPage> page_;
     UIDataDetectorTypes dataDetectorTypes_ = UIDataDetectorTypes::None;
     bool loading_ = false;

@@ -12,6 +12,7 @@ namespace vistrel {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 
 class AboutPageTest : public support::ScreenTest {
 protected:
@@ -80,6 +81,16 @@ TEST_F(AboutPageTest, DonateOpensTheAddressWithItsQueryInOrder) {
                 ElementsAre("https://pay.example/cgi-bin/webscr?cmd=_donations&business=A%26B&lc=IE"
                             "&item_name=Zo%C3%AB%27s%20fund&currency_code=EUR"
                             "&bn=PP%2dDonationsBF%3abtn_donate_LG%2egif%3aNonHosted"));
+}
+
+TEST_F(AboutPageTest, TheButtonsOfAPageThatHasGoneDoNothing) {
+    auto page = std::make_shared<AboutPageViewController>();
+    const auto view = page->view();
+    const auto bar = std::dynamic_pointer_cast<UINavigationBar>(view->subviews().front());
+    page.reset();
+    bar->topItem()->leftBarButtonItem()->perform();
+    bar->topItem()->rightBarButtonItem()->perform();
+    EXPECT_THAT(desktop().openedURLs(), IsEmpty());
 }
 
 }

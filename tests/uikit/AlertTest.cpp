@@ -84,7 +84,12 @@ TEST_F(Alert, LivesUntilItIsAnsweredAndNoLonger) {
 
 TEST_F(Alert, ADelegateThatHasGoneIsNotAsked) {
     show("Orphan", {"Yes"});
+    UIActionSheet::withTitle("Orphan", chooser_, "", "", {"Only"})->showInView(window());
+    advance(1);
     chooser_.reset();
+    tapButton("Only");
+    advance(1);
+    EXPECT_EQ(UIActionSheet::visibleSheet(), nullptr);
     tapButton("Yes");
     advance(1);
     EXPECT_THAT(visibleTitles(), IsEmpty());

@@ -84,8 +84,8 @@ TableTest::TableTest() {
     CountingCell::painted = 0;
     table = std::make_shared<UITableView>(CGRectMake(0, 0, 320, 400));
     table->setRowHeight(40);
-    table->setDataSource(&owner);
-    table->setDelegate(&owner);
+    table->setDataSource(sharedOwner);
+    table->setDelegate(sharedOwner);
     window().addSubview(table);
 }
 

@@ -78,7 +78,8 @@ protected:
     std::vector<std::string> buttons();
     UITableViewCell& cell(int row, int section = 0);
 
-    RowsOwner owner;
+    std::shared_ptr<RowsOwner> sharedOwner = std::make_shared<RowsOwner>();
+    RowsOwner& owner = *sharedOwner;
     std::shared_ptr<UITableView> table;
 };
 

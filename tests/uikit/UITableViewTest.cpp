@@ -212,12 +212,31 @@ TEST_F(UITableViewTest, AReloadKeepsTheOffsetAndClearsTheSelection) {
 
 TEST_F(UITableViewTest, WithoutDataSourceItIsEmpty) {
     fill(100);
-    table->setDelegate(nullptr);
-    table->setDataSource(nullptr);
+    table->setDelegate({});
+    table->setDataSource({});
     frame();
     EXPECT_EQ(table->numberOfSections(), 0);
     EXPECT_THAT(table->visibleCells(), IsEmpty());
     tap({100, 100});
+}
+
+TEST_F(UITableViewTest, AnOwnerThatHasGoneIsNotAsked) {
+    fill(100);
+    owner.deletes = true;
+    table->setEditing(true, false);
+    const std::weak_ptr<RowsOwner> gone = sharedOwner;
+    sharedOwner.reset();
+    ASSERT_TRUE(gone.expired());
+    tap({160, 100});
+    press(UIKeyCode::End);
+    play(0.5);
+    table->setEditing(false, true);
+    swipe({300, 100}, {100, 100});
+    press(UIKeyCode::Delete);
+    table->deleteRowsAtIndexPaths({{0, 0}}, UITableViewRowAnimation::Fade);
+    frame();
+    EXPECT_EQ(table->dataSource(), nullptr);
+    EXPECT_EQ(table->numberOfSections(), 0);
 }
 
 TEST_F(UITableViewTest, RowsAreAsWideAsTheTable) {

@@ -53,14 +53,15 @@ struct Delegate : UIWebViewDelegate {
 
 class UIWebViewTest : public support::HostTest {
 protected:
-    UIWebViewTest() { view_->setDelegate(&delegate_); }
+    UIWebViewTest() { view_->setDelegate(owner_); }
 
     void load(const std::string& url) {
         view_->loadRequest(NSURLRequest(NSURL::URLWithString(url)));
     }
     ScriptedWebPage& page() { return *webEngine().page(); }
 
-    Delegate delegate_;
+    std::shared_ptr<Delegate> owner_ = std::make_shared<Delegate>();
+    Delegate& delegate_ = *owner_;
     std::shared_ptr<UIWebView> view_ = std::make_shared<UIWebView>(CGRectMake(0, 0, 320, 372));
 };
 
@@ -202,7 +203,7 @@ TEST_F(UIWebViewTest, FailuresCarryTheirDomainNumberAndSentence) {
 
 TEST_F(UIWebViewTest, WithoutADelegateEverythingTheEngineAllowsIsMade) {
     load("http://site/a");
-    view_->setDelegate(nullptr);
+    view_->setDelegate({});
     turn();
     EXPECT_TRUE(page().isLoading());
     EXPECT_TRUE(view_->isLoading());
@@ -210,6 +211,19 @@ TEST_F(UIWebViewTest, WithoutADelegateEverythingTheEngineAllowsIsMade) {
     page().finishLoad();
     EXPECT_FALSE(view_->isLoading());
     EXPECT_THAT(delegate_.events, IsEmpty());
+}
+
+TEST_F(UIWebViewTest, ADelegateThatHasGoneIsNotAsked) {
+    load("http://site/a");
+    owner_.reset();
+    turn();
+    EXPECT_EQ(view_->delegate(), nullptr);
+    EXPECT_TRUE(page().respond({"http://site/form", "video/mp4", 200, {}, true, "POST"}));
+    page().finishLoad();
+    load("http://site/b");
+    turn();
+    page().failLoad({102, "interrupted", "http://site/b"});
+    EXPECT_FALSE(view_->isLoading());
 }
 
 TEST_F(UIWebViewTest, TheViewMayGoInEachOfItsCallbacks) {
@@ -225,7 +239,7 @@ TEST_F(UIWebViewTest, TheViewMayGoInEachOfItsCallbacks) {
         view_.reset();
     };
     view_ = std::make_shared<UIWebView>();
-    view_->setDelegate(&delegate_);
+    view_->setDelegate(owner_);
     load("http://site/b");
     turn();
     page().finishLoad();
