@@ -24,7 +24,7 @@ UIEventDispatcher::UIEventDispatcher(UIView& root)
 
 void UIEventDispatcher::sendTouch(UITouchPhase phase, CGPoint location, double timestamp) {
     if (phase == UITouchPhase::Began) {
-        if (!touch_) {
+        if (!touch_ && !isIgnoringInteraction()) {
             began(location, timestamp);
         }
         return;
@@ -143,6 +143,9 @@ void UIEventDispatcher::cancelTouch() {
 }
 
 void UIEventDispatcher::sendScroll(CGPoint location, double dx, double dy, double timestamp) {
+    if (isIgnoringInteraction()) {
+        return;
+    }
     auto view = root_.hitTest(location);
     while (view && !view->scrollBy(dx, dy, timestamp)) {
         auto* above = view->superview();

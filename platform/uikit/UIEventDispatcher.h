@@ -33,6 +33,9 @@ public:
     /// The owner hears touchesCancelled and the rest of the touch goes nowhere; for alerts that
     /// come up under a finger.
     void cancelTouch();
+    /// New touches and keys are ignored for as long as somebody holds what this returns.
+    std::shared_ptr<const void> ignoreInteraction() const { return pause_; }
+    bool isIgnoringInteraction() const { return pause_.use_count() > 1; }
 
 private:
     void began(CGPoint location, double timestamp);
@@ -50,6 +53,7 @@ private:
     double lastTapTime_ = -1;
     CGPoint lastTapLocation_;
     int tapCount_ = 0;
+    std::shared_ptr<const void> pause_ = std::make_shared<char>();
 };
 
 }

@@ -79,6 +79,9 @@ void collectFocusable(const std::shared_ptr<UIView>& view,
 }
 
 bool UIEventDispatcher::sendKey(const UIKey& key) {
+    if (isIgnoringInteraction()) {
+        return true;
+    }
     const auto window = frontWindow(root_);
     if (!window) {
         return false;

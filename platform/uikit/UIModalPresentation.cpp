@@ -7,7 +7,6 @@
 #include "platform/uikit/UIWindow.h"
 
 #include <utility>
-#include <vector>
 
 namespace vistrel {
 
@@ -15,20 +14,13 @@ namespace {
 constexpr double kSlideSeconds = 0.4;
 }
 
-struct UIModalPresentation::Slide {
-    Way way;
-    std::shared_ptr<UIViewController> modal;
-    bool animated;
-    std::vector<std::shared_ptr<UIView>> deaf; ///< views that take no touches while it lasts
-};
-
 UIModalPresentation::UIModalPresentation(UIViewController& presenter)
     : presenter_(presenter) {}
 
 UIModalPresentation::~UIModalPresentation() = default;
 
-void UIModalPresentation::present(std::shared_ptr<UIViewController> modal, bool animated) {
-    finish();
+void UIModalPresentation::present(const std::shared_ptr<UIViewController>& modal, bool animated) {
+    transition_.finish();
     if (!modal || presenter_.modal_ || modal->presenter_)
         return;
     presenter_.modal_ = modal;
@@ -39,13 +31,13 @@ void UIModalPresentation::present(std::shared_ptr<UIViewController> modal, bool 
     if (!stage)
         stage = UIApplication::sharedApplication().keyWindow();
     stage_ = stage ? stage->weak_from_this() : std::weak_ptr<UIView>();
-    begin(Way::Up, std::move(modal), animated);
+    begin(Way::Up, modal, animated);
 }
 
 void UIModalPresentation::dismiss(bool animated) {
     if (!presenter_.modal_)
         return;
-    finish();
+    transition_.finish();
     const auto modal = presenter_.modal_;
     if (!modal)
         return;
@@ -55,30 +47,42 @@ void UIModalPresentation::dismiss(bool animated) {
     begin(Way::Down, modal, animated);
 }
 
-void UIModalPresentation::begin(Way way, std::shared_ptr<UIViewController> modal, bool animated) {
-    UIViewController& leaving = way == Way::Up ? presenter_ : *modal;
-    UIViewController& coming = way == Way::Up ? *modal : presenter_;
-    UIView& view = *modal->view();
-    slide_ = std::make_unique<Slide>(Slide{way, modal, animated, {}});
-    const unsigned serial = ++serial_;
-    UIViewAnimation::withoutAnimation([&] {
-        if (way == Way::Up)
-            placeModal(*modal);
-    });
-    leaving.sendViewWillDisappear(animated);
-    coming.sendViewWillAppear(animated);
-    if (serial != serial_ || !slide_)
-        return; // the screens' own calls went on to something else
-    UIViewAnimation::withoutAnimation([&] {
-        if (way == Way::Down)
-            uncoverPresenter(view);
+void UIModalPresentation::begin(Way way, const std::shared_ptr<UIViewController>& modal,
+                                bool animated) {
+    const bool goesUp = way == Way::Up;
+    UIViewController& leaving = goesUp ? presenter_ : *modal;
+    UIViewController& coming = goesUp ? *modal : presenter_;
+    UIScreenTransition::Change change{animated, kSlideSeconds, {}, {}, {}};
+    const double height = UIScreen::mainScreen().bounds().size.height;
+    const auto moveBy = [modal](double distance) {
+        UIView& view = *modal->view();
+        view.setCenter({view.center().x, view.center().y + distance});
+    };
+    change.prepare = [this, modal, goesUp, animated, moveBy, height] {
+        if (!goesUp)
+            uncoverPresenter(*modal->view());
         else if (const auto stage = stage_.lock())
             stage->addSubview(modal->view());
+        if (goesUp && animated)
+            moveBy(height);
+    };
+    change.move = [moveBy, goesUp, height] {
+        moveBy(goesUp ? -height : height);
+    };
+    change.complete = [this, modal, goesUp, animated] {
+        const auto keep = presenter_.weak_from_this().lock();
+        if (goesUp)
+            presented(*modal, animated);
+        else
+            dismissed(*modal, animated);
+    };
+    transition_.run(std::move(change), [&] {
+        modal->view();
+        if (goesUp)
+            UIViewAnimation::withoutAnimation([&] { placeModal(*modal); });
+        leaving.sendViewWillDisappear(animated);
+        coming.sendViewWillAppear(animated);
     });
-    if (animated)
-        move(modal->view(), way);
-    else
-        finish();
 }
 
 /// Over the application area; a screen that has turned itself keeps its own place.
@@ -99,60 +103,18 @@ void UIModalPresentation::uncoverPresenter(const UIView& modalView) {
         stage->addSubview(view);
 }
 
-/// A second tap must not set off again what the first one did.
-void UIModalPresentation::ignoreTouches(const std::shared_ptr<UIView>& view) {
-    if (!view->isUserInteractionEnabled())
-        return;
-    view->setUserInteractionEnabled(false);
-    slide_->deaf.push_back(view);
-}
-
-void UIModalPresentation::move(const std::shared_ptr<UIView>& modalView, Way way) {
-    UIView& view = *modalView;
-    ignoreTouches(modalView);
-    ignoreTouches(presenter_.view());
-    const double height = UIScreen::mainScreen().bounds().size.height;
-    const CGPoint shown = view.center();
-    const CGPoint below{shown.x, shown.y + height};
-    if (way == Way::Up)
-        UIViewAnimation::withoutAnimation([&] { view.setCenter(below); });
-    UIViewAnimation::beginAnimations();
-    UIViewAnimation::setAnimationDuration(kSlideSeconds);
-    view.setCenter(way == Way::Up ? shown : below);
-    const auto weak = weak_from_this();
-    UIViewAnimation::setAnimationDidStop([weak, serial = serial_](bool) {
-        const auto self = weak.lock();
-        if (self && self->serial_ == serial)
-            self->finish();
-    });
-    UIViewAnimation::commitAnimations();
-}
-
-void UIModalPresentation::finish() {
-    const auto slide = std::move(slide_);
-    if (!slide)
-        return;
-    const auto keep = presenter_.weak_from_this().lock();
-    for (const auto& view : slide->deaf)
-        view->setUserInteractionEnabled(true);
-    if (slide->way == Way::Up)
-        presented(*slide);
-    else
-        dismissed(*slide);
-}
-
-void UIModalPresentation::presented(const Slide& slide) {
+void UIModalPresentation::presented(UIViewController& modal, bool animated) {
     if (!stage_.expired())
         presenter_.view()->removeFromSuperview();
-    slide.modal->sendViewDidAppear(slide.animated);
-    presenter_.sendViewDidDisappear(slide.animated);
+    modal.sendViewDidAppear(animated);
+    presenter_.sendViewDidDisappear(animated);
 }
 
-void UIModalPresentation::dismissed(const Slide& slide) {
-    slide.modal->presenter_ = nullptr;
-    slide.modal->view()->removeFromSuperview();
-    presenter_.sendViewDidAppear(slide.animated);
-    slide.modal->sendViewDidDisappear(slide.animated);
+void UIModalPresentation::dismissed(UIViewController& modal, bool animated) {
+    modal.presenter_ = nullptr;
+    modal.view()->removeFromSuperview();
+    presenter_.sendViewDidAppear(animated);
+    modal.sendViewDidDisappear(animated);
 }
 
 }

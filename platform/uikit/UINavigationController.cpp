@@ -18,13 +18,6 @@ constexpr double kBarSeconds = 0.25;
 
 }
 
-struct UINavigationController::Transition {
-    std::shared_ptr<UIViewController> old;
-    std::shared_ptr<UIViewController> shown;
-    std::vector<std::shared_ptr<UIViewController>> leaving;
-    bool animated;
-};
-
 UINavigationController::UINavigationController() = default;
 
 std::shared_ptr<UINavigationController>
@@ -40,11 +33,9 @@ UINavigationController::withRootViewController(std::shared_ptr<UIViewController>
 }
 
 UINavigationController::~UINavigationController() {
+    // The bar may live on in a view that somebody else holds, and its items hold the screens.
+    bar_->setItems({}, false);
     for (const auto& controller : stack_)
-        controller->navigationController_ = nullptr;
-    if (!transition_)
-        return;
-    for (const auto& controller : transition_->leaving)
         controller->navigationController_ = nullptr;
 }
 
@@ -105,10 +96,6 @@ void UINavigationController::setNavigationBarHidden(bool hidden, bool animated) 
         UIViewAnimation::commitAnimations();
 }
 
-void UINavigationController::adopt(UIViewController& controller) {
-    controller.navigationController_ = this;
-}
-
 std::vector<std::shared_ptr<UINavigationItem>> UINavigationController::barItems() const {
     std::vector<std::shared_ptr<UINavigationItem>> items;
     for (const auto& controller : stack_)
@@ -120,11 +107,11 @@ void UINavigationController::pushViewController(std::shared_ptr<UIViewController
                                                 bool animated) {
     if (!controller || std::find(stack_.begin(), stack_.end(), controller) != stack_.end())
         return;
-    finish();
+    transition_.finish();
     const auto old = topViewController();
-    adopt(*controller);
+    controller->navigationController_ = this;
     stack_.push_back(std::move(controller));
-    begin(Way::Push, old, {}, animated);
+    showTopScreen(Way::Push, old, animated);
 }
 
 std::shared_ptr<UIViewController> UINavigationController::popViewControllerAnimated(bool animated) {
@@ -141,92 +128,76 @@ void UINavigationController::popToRootViewControllerAnimated(bool animated) {
 }
 
 void UINavigationController::popTo(std::size_t count, bool animated) {
-    finish();
+    transition_.finish();
     const auto first = stack_.begin() + static_cast<std::ptrdiff_t>(count);
-    std::vector<std::shared_ptr<UIViewController>> leaving(first, stack_.end());
+    const std::vector<std::shared_ptr<UIViewController>> leaving(first, stack_.end());
     stack_.erase(first, stack_.end());
-    const auto old = leaving.back();
-    begin(Way::Pop, old, std::move(leaving), animated);
+    const auto self = shared_from_this();
+    showTopScreen(Way::Pop, leaving.back(), animated);
+    // They have left although one still slides out: nothing that comes back to them later may push
+    // onto this stack.
+    for (const auto& controller : leaving) {
+        if (std::find(stack_.begin(), stack_.end(), controller) == stack_.end())
+            controller->navigationController_ = nullptr;
+    }
 }
 
-void UINavigationController::begin(Way way, const std::shared_ptr<UIViewController>& old,
-                                   std::vector<std::shared_ptr<UIViewController>> leaving,
-                                   bool animated) {
+void UINavigationController::showTopScreen(Way way, const std::shared_ptr<UIViewController>& old,
+                                           bool animated) {
     const auto self = shared_from_this();
     const auto shown = topViewController();
     const bool slides = animated && old && isViewLoaded();
-    transition_ = std::make_unique<Transition>(Transition{old, shown, std::move(leaving), slides});
-    const unsigned serial = ++serial_;
-    const auto isCurrent = [&] {
-        return transition_ && serial == serial_;
-    };
-    if (isViewLoaded()) {
+    if (isViewLoaded())
         shown->view();
-        if (!isCurrent())
-            return;
-        UIViewAnimation::withoutAnimation([&] { shown->view()->setFrame(content_->bounds()); });
-        if (old)
-            old->sendViewWillDisappear(slides);
-        if (isAppearingOrAppeared())
-            shown->sendViewWillAppear(slides);
-        if (!isCurrent())
-            return;
-    }
-    bar_->setItems(barItems(), slides);
-    if (slides)
-        slide(way);
-    else
-        finish();
-}
-
-void UINavigationController::slide(Way way) {
-    const double width = content_->bounds().size.width;
-    const double from = way == Way::Push ? width : -width;
-    UIView& oldView = *transition_->old->view();
-    const auto shownView = transition_->shown->view();
-    const CGRect place = content_->bounds();
-    setTakesTouches(false);
-    UIViewAnimation::withoutAnimation([&] {
-        shownView->setFrame(place.offsetBy(from, 0));
-        content_->addSubview(shownView);
+    if (topViewController() != shown)
+        return; // loading the view went on to another screen
+    const double travel = way == Way::Push ? 1 : -1;
+    UIScreenTransition::Change change{slides, kSlideSeconds, {}, {}, {}};
+    change.prepare = [this, shown, slides, travel] {
+        if (slides)
+            startSlide(*shown, travel);
+    };
+    change.move = [this, old, shown, travel] {
+        const CGRect place = content_->bounds();
+        shown->view()->setFrame(place);
+        UIView& oldView = *old->view();
+        oldView.setFrame(oldView.frame().offsetBy(-travel * place.size.width, 0));
+    };
+    change.complete = [this, old, shown, slides] {
+        completeChange(old, *shown, slides);
+    };
+    transition_.run(std::move(change), [&] {
+        announceChange(old, *shown, slides);
+        bar_->setItems(barItems(), slides);
     });
-    UIViewAnimation::beginAnimations();
-    UIViewAnimation::setAnimationDuration(kSlideSeconds);
-    shownView->setFrame(place);
-    oldView.setFrame(oldView.frame().offsetBy(-from, 0));
-    const auto weak = weak_from_this();
-    UIViewAnimation::setAnimationDidStop([weak, serial = serial_](bool) {
-        const auto self = weak.lock();
-        if (!self)
-            return;
-        auto& navigation = static_cast<UINavigationController&>(*self);
-        if (navigation.serial_ == serial)
-            navigation.finish();
-    });
-    UIViewAnimation::commitAnimations();
 }
 
-/// A second tap must not set off again what the first one did.
-void UINavigationController::setTakesTouches(bool takes) {
-    content_->setUserInteractionEnabled(takes);
-    bar_->setUserInteractionEnabled(takes);
-}
-
-void UINavigationController::finish() {
-    const auto transition = std::move(transition_);
-    if (!transition)
+void UINavigationController::announceChange(const std::shared_ptr<UIViewController>& old,
+                                            UIViewController& shown, bool animated) {
+    if (!isViewLoaded())
         return;
+    UIViewAnimation::withoutAnimation([&] { shown.view()->setFrame(content_->bounds()); });
+    if (old)
+        old->sendViewWillDisappear(animated);
+    if (isAppearingOrAppeared())
+        shown.sendViewWillAppear(animated);
+}
+
+void UINavigationController::startSlide(UIViewController& shown, double travel) {
+    const CGRect place = content_->bounds();
+    shown.view()->setFrame(place.offsetBy(travel * place.size.width, 0));
+    content_->addSubview(shown.view());
+}
+
+void UINavigationController::completeChange(const std::shared_ptr<UIViewController>& old,
+                                            UIViewController& shown, bool animated) {
     const auto self = weak_from_this().lock();
-    if (isViewLoaded()) {
+    if (isViewLoaded())
         installTopView();
-        setTakesTouches(true);
-    }
-    for (const auto& controller : transition->leaving)
-        controller->navigationController_ = nullptr;
-    if (transition->old)
-        transition->old->sendViewDidDisappear(transition->animated);
+    if (old)
+        old->sendViewDidDisappear(animated);
     if (appearance() == Appearance::Appeared)
-        transition->shown->sendViewDidAppear(transition->animated);
+        shown.sendViewDidAppear(animated);
 }
 
 void UINavigationController::installTopView() {
@@ -255,7 +226,7 @@ bool UINavigationController::escapePressed() {
 }
 
 void UINavigationController::sendViewWillAppear(bool animated) {
-    finish();
+    transition_.finish();
     if (isViewLoaded())
         installTopView();
     UIViewController::sendViewWillAppear(animated);
@@ -270,7 +241,7 @@ void UINavigationController::sendViewDidAppear(bool animated) {
 }
 
 void UINavigationController::sendViewWillDisappear(bool animated) {
-    finish();
+    transition_.finish();
     UIViewController::sendViewWillDisappear(animated);
     if (const auto top = topViewController())
         top->sendViewWillDisappear(animated);

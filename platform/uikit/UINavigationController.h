@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/uikit/UIScreenTransition.h"
 #include "platform/uikit/UIViewController.h"
 
 #include <vector>
@@ -41,17 +42,17 @@ protected:
 private:
     UINavigationController();
     enum class Way { Push, Pop };
-    struct Transition;
 
-    void adopt(UIViewController& controller);
     std::vector<std::shared_ptr<UINavigationItem>> barItems() const;
     void popTo(std::size_t count, bool animated);
-    /// Shows the top screen instead of `old`; `leaving` are no longer in the stack.
-    void begin(Way way, const std::shared_ptr<UIViewController>& old,
-               std::vector<std::shared_ptr<UIViewController>> leaving, bool animated);
-    void slide(Way way);
-    void setTakesTouches(bool takes);
-    void finish();
+    /// Shows the top screen instead of `old`.
+    void showTopScreen(Way way, const std::shared_ptr<UIViewController>& old, bool animated);
+    void announceChange(const std::shared_ptr<UIViewController>& old, UIViewController& shown,
+                        bool animated);
+    /// `travel`: 1 comes in from the right, -1 from the left.
+    void startSlide(UIViewController& shown, double travel);
+    void completeChange(const std::shared_ptr<UIViewController>& old, UIViewController& shown,
+                        bool animated);
     /// The top screen's view alone in its place.
     void installTopView();
     void layoutBars();
@@ -59,8 +60,7 @@ private:
     std::vector<std::shared_ptr<UIViewController>> stack_;
     std::shared_ptr<UINavigationBar> bar_;
     std::shared_ptr<UIView> content_;
-    std::unique_ptr<Transition> transition_;
-    unsigned serial_ = 0; ///< of the running transition; an older one's end means nothing
+    UIScreenTransition transition_;
     bool barHidden_ = false;
 };
 

@@ -1,6 +1,8 @@
 #include "platform/uikit/UITableViewCell.h"
 
+#include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIControl.h"
+#include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UILabel.h"
 #include "platform/uikit/UITableView.h"
@@ -192,7 +194,8 @@ void UITableViewCell::touchesCancelled(const UITouch&) {
 }
 
 void UITableViewCell::accessibilityActivate() {
-    if (UITableView* owner = table())
+    UITableView* owner = table();
+    if (owner && !UIApplication::sharedApplication().events().isIgnoringInteraction())
         owner->selection_->activate(*this);
 }
 

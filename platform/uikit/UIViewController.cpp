@@ -126,7 +126,7 @@ const UIViewController& UIViewController::outermostContainer() const {
 
 UIModalPresentation& UIViewController::presentation() {
     if (!presentation_)
-        presentation_ = std::make_shared<UIModalPresentation>(*this);
+        presentation_ = std::make_unique<UIModalPresentation>(*this);
     return *presentation_;
 }
 

@@ -99,7 +99,7 @@ private:
     UINavigationController* navigationController_ = nullptr;
     UIViewController* presenter_ = nullptr;
     std::shared_ptr<UIViewController> modal_;
-    std::shared_ptr<UIModalPresentation> presentation_;
+    std::unique_ptr<UIModalPresentation> presentation_;
     Appearance appearance_ = Appearance::Disappeared;
     bool editing_ = false;
     bool hidesBottomBarWhenPushed_ = false;

@@ -1,5 +1,7 @@
 #include "platform/foundation/NSNotificationCenter.h"
+#include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIButton.h"
+#include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UINavigationBar.h"
 #include "platform/uikit/UINavigationController.h"
 #include "tests/uikit/ScreenTest.h"
@@ -285,24 +287,30 @@ TEST_F(ControllerLifecycle, EscapeGoesBackAndClosesModalScreens) {
     EXPECT_FALSE(press(UIKeyCode::Escape));
 }
 
-TEST_F(ControllerLifecycle, ADoubleClickOpensOneScreen) {
+TEST_F(ControllerLifecycle, ADoubleClickOrTwoQuickEntersOpenOneScreen) {
+    const auto push = [&] {
+        navigation_->pushViewController(make("P"), true);
+    };
+    const auto present = [&] {
+        navigation_->presentModalViewController(make("P"), true);
+    };
+    const auto click = [&] {
+        tap(CGPoint{20, 200});
+    };
+    const auto enter = [&] {
+        press(UIKeyCode::Enter);
+    };
     struct Case {
         const char* name;
         std::function<void()> open;
+        std::function<void()> activate;
     };
-    int opened = 0;
-    const Case cases[] = {
-        {"push",
-         [&] {
-             navigation_->pushViewController(make("P"), true);
-         }},
-        {"present",
-         [&] {
-             navigation_->presentModalViewController(make("P"), true);
-         }},
-    };
+    const Case cases[] = {{"push, click", push, click},
+                          {"present, click", present, click},
+                          {"push, Enter", push, enter},
+                          {"present, Enter", present, enter}};
     for (const Case& test : cases) {
-        opened = 0;
+        int opened = 0;
         const auto button = std::make_shared<UIButton>(CGRectMake(0, 0, 320, 400));
         button->addTarget(
             [&] {
@@ -311,16 +319,20 @@ TEST_F(ControllerLifecycle, ADoubleClickOpensOneScreen) {
             },
             UIControlEventTouchUpInside);
         a_->view()->addSubview(button);
-        tap(CGPoint{20, 200});
+        auto& events = UIApplication::sharedApplication().events();
+        events.setFirstResponder(button);
+        test.activate();
         advance(0.1);
-        tap(CGPoint{20, 200});
+        test.activate();
+        press(UIKeyCode::Escape);
         EXPECT_EQ(opened, 1) << test.name;
         advance(1);
         navigation_->dismissModalViewControllerAnimated(true);
         navigation_->popToRootViewControllerAnimated(true);
         advance(1);
-        tap(CGPoint{20, 200});
-        EXPECT_EQ(opened, 2) << test.name << ": the screen takes touches again";
+        events.setFirstResponder(button);
+        test.activate();
+        EXPECT_EQ(opened, 2) << test.name << ": the screen takes touches and keys again";
         navigation_->dismissModalViewControllerAnimated(false);
         navigation_->popToRootViewControllerAnimated(false);
         button->removeFromSuperview();
@@ -332,6 +344,18 @@ TEST_F(ControllerLifecycle, ADoubleClickOpensOneScreen) {
     tap(CGPoint{20, 42});
     advance(1);
     EXPECT_EQ(navigation_->topViewController(), b_) << "one back button, one step back";
+}
+
+TEST_F(ControllerLifecycle, AScreenThatSlidesOutHasLeftItsStack) {
+    navigation_->pushViewController(b_, false);
+    navigation_->popViewControllerAnimated(true);
+    advance(0.1);
+    EXPECT_EQ(b_->navigationController(), nullptr);
+    navigation_->pushViewController(b_, true);
+    EXPECT_EQ(b_->navigationController(), navigation_.get()) << "it may come back at once";
+    heardLater();
+    EXPECT_EQ(navigation_->topViewController(), b_);
+    EXPECT_NE(b_->view()->window(), nullptr);
 }
 
 TEST_F(ControllerLifecycle, TheEditButtonTogglesAndSaysSo) {
