@@ -11,8 +11,8 @@
 namespace vistrel {
 class NSFileHandle;
 
-/// The file of one download. Its name is its own as long as it lives: a download of the same name
-/// that runs at the same time gets another.
+/// The file of one download. Its name is reserved for as long as this lives: another download of
+/// the same name that runs at the same time gets a different one.
 class DownloadFile {
 public:
     /// The folder into which everything is downloaded.
@@ -27,15 +27,15 @@ public:
 
     const std::string& name() const { return name_; }
     std::string path() const { return kFolder + name_; }
-    /// Bytes on the disk; nothing when there is no such file.
+    /// Bytes on the disk; nothing if the file does not exist.
     std::optional<std::int64_t> size() const;
 
-    /// Makes it, empty, in place of a file of that name; whether that succeeded.
+    /// Creates an empty file, replacing any file of that name; returns whether it succeeded.
     bool create();
-    /// Opens what is there for appending.
+    /// Opens the existing file for appending.
     bool open();
     bool isOpen() const { return handle_ != nullptr; }
-    /// What went wrong, or nothing; does nothing while it is not open.
+    /// Returns what went wrong, if anything. Does nothing while the file is not open.
     [[nodiscard]] std::optional<NSError> write(std::span<const std::byte> data);
     [[nodiscard]] std::optional<NSError> close();
 

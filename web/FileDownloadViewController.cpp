@@ -161,7 +161,7 @@ void FileDownloadViewController::beginFile(const NSURLResponse& response) {
     bytesReceived_ = 0;
     expectedBytes_ = response.expectedContentLength();
     resumption_ = DownloadResumption(response);
-    // A further attempt writes its own file anew.
+    // Another attempt overwrites the file of the first.
     if (!file_)
         file_ = std::make_unique<DownloadFile>(response.suggestedFilename(),
                                                manners_.keepsExistingFiles

@@ -3,6 +3,7 @@
 #include "platform/foundation/NSError.h"
 #include "platform/foundation/NSRunLoop.h"
 #include "platform/foundation/NSURLResponse.h"
+#include "platform/foundation/Weakly.h"
 #include "platform/host/Host.h"
 
 #include <utility>
@@ -57,7 +58,7 @@ NSURLErrorCode codeOf(host::TransferErrorKind kind) {
     return NSURLErrorUnknown;
 }
 
-/// Nothing when the host reports an address that is none.
+/// Nothing when the host reports an invalid address.
 std::optional<NSURLResponse> responseFrom(const host::TransferResponse& response) {
     auto url = NSURL::URLWithString(response.url);
     if (!url)
@@ -113,13 +114,11 @@ void NSURLConnection::start() {
     if (keepAlive_ || !delegate_)
         return;
     keepAlive_ = shared_from_this();
-    pending_ = NSRunLoop::performAfterDelay(0, [this] {
-        pending_ = 0;
-        begin();
-    });
+    pending_ = NSRunLoop::performAfterDelay(0, weakly(this, &NSURLConnection::begin));
 }
 
 void NSURLConnection::begin() {
+    pending_ = 0;
     const auto self = shared_from_this();
     const auto delegate = delegate_;
     if (!request_.URL()) {
@@ -172,7 +171,7 @@ bool NSURLConnection::transferWillRedirect(const host::TransferResponse& redirec
     const auto response = responseFrom(redirect);
     auto target = NSURL::URLWithString(url);
     if (!response || !target) {
-        fail(NSURLErrorBadURL, "The server redirects to an address that is none.");
+        fail(NSURLErrorBadURL, "The server redirected to an invalid address.");
         return false;
     }
     const NSURLRequest next = requestFor(
@@ -208,7 +207,7 @@ void NSURLConnection::transferDidReceiveResponse(const host::TransferResponse& r
     const auto delegate = delegate_;
     const auto received = responseFrom(response);
     if (!received) {
-        fail(NSURLErrorBadURL, "The answer comes from an address that is none.");
+        fail(NSURLErrorBadURL, "The server answered from an invalid address.");
         return;
     }
     delegate->connectionDidReceiveResponse(*this, *received);

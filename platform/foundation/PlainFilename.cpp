@@ -10,7 +10,7 @@ namespace vistrel {
 namespace {
 
 constexpr std::size_t kLongestName = 255;
-/// A longer one is no extension but a name with a dot in it.
+/// Anything longer is a name with a dot in it, not an extension.
 constexpr std::size_t kLongestExtension = 32;
 
 bool isControl(char32_t character) {

@@ -74,9 +74,8 @@ protected:
         recorder_ = std::make_shared<EventRecorder>(recordersAlive_);
         return NSURLConnection::withRequestDelegate(std::move(request), recorder_);
     }
-    std::shared_ptr<NSURLConnection> connect(const char* url, double timeout = 60) {
-        return connect(NSURLRequest(NSURL::URLWithString(url),
-                                    NSURLRequestCachePolicy::UseProtocolCachePolicy, timeout));
+    std::shared_ptr<NSURLConnection> connect(const char* url) {
+        return connect(NSURLRequest(NSURL::URLWithString(url)));
     }
 
     int recordersAlive_ = 0;
@@ -134,23 +133,6 @@ TEST_F(NSURLConnectionTest, CancelFromAnyCallbackIsTheLastThingHeard) {
     EXPECT_THAT(recorder_->events, IsEmpty());
     recorder_.reset();
     EXPECT_EQ(recordersAlive_, 0);
-}
-
-TEST_F(NSURLConnectionTest, TimesOutAfterTheAskedSecondsWithoutAByte) {
-    network().at(kURL).body("abcdef").chunks({2, 2, 2}).secondsBetweenChunks(44).stallsAfter(4);
-    connect(kURL, 45);
-    advance(44 + 44 + 44.5);
-    EXPECT_EQ(recorder_->body, "abcd") << "44 seconds between bytes are no time-out";
-    EXPECT_EQ(recorder_->events.size(), 1U);
-    advance(1);
-    EXPECT_EQ(recorder_->events.back(), "fail -1001 The request timed out.");
-
-    network().at(kURL).neverAnswers();
-    connect(kURL, 45);
-    advance(44.9);
-    EXPECT_THAT(recorder_->events, IsEmpty());
-    advance(0.2);
-    EXPECT_THAT(recorder_->events, ElementsAre("fail -1001 The request timed out."));
 }
 
 TEST_F(NSURLConnectionTest, EachWayToFailHasItsCode) {

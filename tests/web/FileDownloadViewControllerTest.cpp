@@ -329,26 +329,6 @@ TEST_F(FileDownloadTest, ADownloadGoesOnAfterTheUserHasLeft) {
     EXPECT_TRUE(watch.expired()) << "and lets it go at its end";
 }
 
-TEST_F(FileDownloadTest, AStalledServerFailsAfterFortyFiveSilentSeconds) {
-    answer().body(std::string(1000, 'v')).stallsAfter(400);
-    const auto screen = open();
-    tap(*screen->downloadButton());
-    advance(44);
-    EXPECT_EQ(alertCount(), 0);
-    advance(3);
-    EXPECT_EQ(alertTitle(), "Failed to Download File");
-}
-
-TEST_F(FileDownloadTest, ButtonsAndTextsStandInTheirPlaces) {
-    const auto screen = open();
-    EXPECT_EQ(screen->playButton()->frame(), CGRectMake(70, 20, 180, 44));
-    EXPECT_EQ(screen->downloadButton()->frame(), CGRectMake(70, 82, 180, 44));
-    EXPECT_EQ(screen->progressLabel()->frame(), CGRectMake(50, 180, 220, 21));
-    EXPECT_EQ(screen->progressView()->frame(), CGRectMake(60, 205, 200, 9));
-    EXPECT_EQ(screen->playButton()->currentTitle(), "Play");
-    EXPECT_EQ(buttonTitle(*screen), "Download");
-}
-
 TEST_F(FileDownloadTest, PlayStreamsTheAddressWhileTheTransferGoesOn) {
     answer().body(std::string(1000, 'v')).secondsBetweenChunks(5);
     const auto screen = open();

@@ -141,7 +141,7 @@ public:
             g_mime_stream_mem_new_with_buffer(body.data(), body.size()));
         const auto content = NativeReference<GMimeDataWrapper>::adopt(
             g_mime_data_wrapper_new_with_stream(stream.get(), GMIME_CONTENT_ENCODING_DEFAULT));
-        // The library's text part would choose a charset of its own.
+        // The library's text part would choose its own charset.
         const auto part = NativeReference<GMimePart>::adopt(
             g_mime_part_new_with_type("text", mail.isHTML ? "html" : "plain"));
         g_mime_object_set_content_type_parameter(GMIME_OBJECT(part.get()), "charset", kCharset);
@@ -214,7 +214,7 @@ host::Result<MailMessage> mailMessage(const host::OutgoingMail& mail, const std:
 std::string draftBytes(const host::OutgoingMail& mail, const std::string& from) {
     prepareLibrary();
     Builder builder;
-    // What is no address yet stays readable as a name.
+    // Text that is not an address yet stays readable as a name.
     const auto asTyped = [](const std::string& typed) {
         return mailboxFrom(typed).value_or(Mailbox{headerText(typed), {}});
     };

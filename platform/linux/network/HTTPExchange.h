@@ -16,7 +16,7 @@
 
 namespace vistrel {
 
-/// One request with its redirects and its answer. Each hop is a transfer of its own.
+/// One request with its redirects and its answer. Each hop is a separate transfer.
 class HTTPExchange : public CurlTransfer {
 public:
     HTTPExchange(std::shared_ptr<CurlLoop> curl, host::EventLoop& loop,

@@ -28,7 +28,7 @@ host::Result<Value> PlistPreferences::readPropertyList(const std::string& machin
         return bytes.failure();
     auto value = valueFromPropertyList(bytes.value());
     if (!value)
-        return host::Failure{EBADMSG, machinePath + " is no property list"};
+        return host::Failure{EBADMSG, machinePath + " is not a property list"};
     return std::move(*value);
 }
 
@@ -37,7 +37,7 @@ host::Result<Value> PlistPreferences::load() {
     if (!stored && stored.failure().code == ENOENT)
         return Value(Value::Dictionary());
     if (stored && !stored.value().isDictionary())
-        stored = host::Failure{EBADMSG, path_ + " holds no dictionary"};
+        stored = host::Failure{EBADMSG, path_ + " does not hold a dictionary"};
     if (!stored && stored.failure().code == EBADMSG)
         std::rename(path_.c_str(), (path_ + ".damaged").c_str());
     return stored;

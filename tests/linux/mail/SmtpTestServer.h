@@ -13,7 +13,7 @@
 
 namespace vistrel {
 
-/// A mail server on 127.0.0.1 that answers as a test says, from a thread of its own.
+/// A mail server on 127.0.0.1 that answers as a test says, from its own thread.
 class SmtpTestServer {
 public:
     struct Behaviour {

@@ -24,15 +24,8 @@ public:
     void cachedFileDownloadDidFail(GADCachedFile&, const NSError* error) override {
         events.push_back(error ? "fail " + std::to_string(error->code()) : "fail");
     }
-    std::optional<NSError> cachedFileShouldRedirectToURL(GADCachedFile&,
-                                                         const NSURL& url) override {
-        redirects.push_back(url.absoluteString());
-        return veto;
-    }
 
     std::vector<std::string> events;
-    std::vector<std::string> redirects;
-    std::optional<NSError> veto;
 };
 
 /// Cached files over real connections to this machine and a real folder.
@@ -51,7 +44,6 @@ protected:
 
     void fetch(GADCachedFile& file) {
         delegate_.events.clear();
-        delegate_.redirects.clear();
         file.validate();
         const bool isOver = turnUntil([&] { return !delegate_.events.empty(); });
         file.cancel();
@@ -106,48 +98,6 @@ TEST_F(CachedFileOverLoopback, AFetchedCopyIsRevalidatedByItsTime) {
     EXPECT_EQ(file->content(), "var b;");
     EXPECT_EQ(statOf(*file).st_mtime, 1293883200 + 86400);
     EXPECT_EQ(server_.requests().size(), 3U);
-}
-
-TEST_F(CachedFileOverLoopback, AnErrorAnswerLeavesTheCopy) {
-    const auto file = fileAt("/ad");
-    server_.at("/ad", "HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\nad");
-    fetch(*file);
-    server_.at("/ad", "HTTP/1.1 503 Busy\r\nContent-Length: 4\r\n\r\nbusy");
-    fetch(*file);
-    EXPECT_THAT(delegate_.events, ::testing::ElementsAre("fail"));
-    EXPECT_EQ(file->httpStatusCode(), 503);
-    EXPECT_EQ(file->content(), "ad");
-}
-
-TEST_F(CachedFileOverLoopback, ABodyThatEndsEarlyIsNoCopy) {
-    const auto file = fileAt("/last-half");
-    server_.at("/last-half", "HTTP/1.1 200 OK\r\nContent-Length: 20\r\n\r\nhalf of it");
-    fetch(*file);
-    EXPECT_THAT(delegate_.events, ::testing::ElementsAre("fail -1005"));
-    EXPECT_FALSE(file->hasContent());
-}
-
-TEST_F(CachedFileOverLoopback, RedirectsAreAskedAboutAndFollowed) {
-    const auto file = fileAt("/click");
-    server_.at("/click", "HTTP/1.1 302 Found\r\nLocation: /landing\r\nX-Afma-Tracking-Urls: "
-                         "http://t/\r\nContent-Length: 0\r\n\r\n");
-    server_.at("/landing", "HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nhere");
-    fetch(*file);
-    EXPECT_THAT(delegate_.redirects, ::testing::ElementsAre(server_.url("/landing")));
-    EXPECT_EQ(file->httpDestinationURL().absoluteString(), server_.url("/landing"));
-    EXPECT_EQ(file->content(), "here");
-}
-
-TEST_F(CachedFileOverLoopback, ARedirectOutOfTheWebIsAskedAboutAndCanBeStopped) {
-    const auto file = fileAt("/click");
-    server_.at("/click", "HTTP/1.1 302 Found\r\nLocation: tel:123\r\nContent-Length: 0\r\n\r\n");
-    delegate_.veto = NSError("veto", 7, "enough");
-    fetch(*file);
-    EXPECT_THAT(delegate_.redirects, ::testing::ElementsAre("tel:123"));
-    EXPECT_THAT(delegate_.events, ::testing::ElementsAre("fail 7"));
-    delegate_.veto.reset();
-    fetch(*file);
-    EXPECT_THAT(delegate_.events, ::testing::ElementsAre("fail -1002"));
 }
 
 }

@@ -176,7 +176,7 @@ TEST_F(CurlNetworkTest, ABodyThatIsNotWholeNeverCompletes) {
         {"cut inside a chunk", ok(chunked, "a0\r\nonly this")},
         {"cut between chunks", ok(chunked, "3\r\nabc\r\n")},
         {"cut after the head", ok(chunked, "")},
-        {"size that is no number", ok(chunked, "3\r\nabc\r\nzz\r\nabc\r\n")},
+        {"size that is not a number", ok(chunked, "3\r\nabc\r\nzz\r\nabc\r\n")},
         {"negative size", ok(chunked, "3\r\nabc\r\n-5\r\nabc\r\n")},
         {"size too large", ok(chunked, "fffffffffffffffff\r\nabc")},
         {"cut in the head", "HTTP/1.1 200 OK\r\nContent-Le"},

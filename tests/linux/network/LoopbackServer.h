@@ -9,15 +9,15 @@
 
 namespace vistrel {
 
-/// One accepted connection, as a test's answer sees it. Runs on a thread of its own.
+/// One accepted connection, as a test's answer sees it. Runs on its own thread.
 class LoopbackConnection {
 public:
     explicit LoopbackConnection(int socket)
         : socket_(socket) {}
 
-    /// False once the other side has gone.
+    /// False once the client has gone.
     bool send(const std::string& bytes) const;
-    /// Returns when the other side has closed.
+    /// Returns when the client has closed the connection.
     void waitForClose() const;
 
 private:
