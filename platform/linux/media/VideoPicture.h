@@ -1,7 +1,6 @@
 #pragma once
 #include "platform/host/ForeignContent.h"
-#include "platform/linux/NativeReference.h"
-#include "platform/linux/media/FramePaintable.h"
+#include "platform/linux/media/VideoFeed.h"
 #include "platform/linux/window/GtkForeignContent.h"
 
 #include <gst/gst.h>
@@ -10,27 +9,19 @@
 
 namespace vistrel {
 
-/// The moving picture of a player: a video sink that hands its frames, at their time, to a
-/// paintable on the main loop. When the main loop is late, frames are left out, not queued.
+/// The moving picture of a player, and the video sink that plays into it.
 class VideoPicture : public host::ForeignContent, public GtkForeignContent {
 public:
-    VideoPicture();
-    ~VideoPicture() override;
-    VideoPicture(const VideoPicture&) = delete;
-    VideoPicture& operator=(const VideoPicture&) = delete;
-
     /// A new sink that plays into this picture. The caller owns the (floating) reference.
     GstElement* makeSink();
-    unsigned framesShown() const;
-    int width() const;
-    int height() const;
+    unsigned framesShown() const { return feed_->framesShown(); }
+    int width() const { return static_cast<int>(feed_->size().width); }
+    int height() const { return static_cast<int>(feed_->size().height); }
 
-    GdkPaintable* paintable() override { return GDK_PAINTABLE(paintable_.get()); }
+    ForeignPicture* picture() override { return feed_.get(); }
 
 private:
-    struct Feed;
-    NativeReference<VistrelFramePaintable> paintable_;
-    std::shared_ptr<Feed> feed_;
+    std::shared_ptr<VideoFeed> feed_ = std::make_shared<VideoFeed>();
 };
 
 }

@@ -11,10 +11,6 @@ namespace vistrel {
 
 namespace {
 
-void redraw(GdkPaintable*, gpointer screen) {
-    gtk_widget_queue_draw(GTK_WIDGET(screen));
-}
-
 /// From units of the child widget to the screen widget.
 CGAffineTransform childTransform(const ForeignPlacement::Place& place, double units) {
     CGAffineTransform transform = CGAffineTransformMakeScale(1 / units, 1 / units);
@@ -36,19 +32,13 @@ void ForeignChildren::clear() {
 }
 
 void ForeignChildren::release(Child& child) {
-    if (child.widget) {
-        gtk_widget_unparent(child.widget);
-        g_object_unref(child.widget);
-    } else {
-        g_signal_handler_disconnect(child.paintable, child.invalidated);
-        g_object_unref(child.paintable);
-    }
+    gtk_widget_unparent(child.widget);
+    g_object_unref(child.widget);
 }
 
-ForeignChildren::Child* ForeignChildren::find(GtkWidget* widget, GdkPaintable* paintable) {
-    const auto found = std::find_if(children_.begin(), children_.end(), [&](const Child& child) {
-        return child.widget == widget && child.paintable == paintable;
-    });
+ForeignChildren::Child* ForeignChildren::find(GtkWidget* widget) {
+    const auto found = std::find_if(children_.begin(), children_.end(),
+                                    [&](const Child& child) { return child.widget == widget; });
     return found == children_.end() ? nullptr : &*found;
 }
 
@@ -57,26 +47,15 @@ bool ForeignChildren::update(const ForeignPlacement& placement, double pixelsPer
     for (Child& child : children_)
         child.isShown = false;
     for (const auto& place : placement.places()) {
-        GdkPaintable* paintable = place.widget ? nullptr : place.content->paintable();
-        if (!place.widget && !paintable)
-            continue;
-        const double units = place.widget ? place.content->unitsPerPoint(pixelsPerPoint) : 1;
+        const double units = place.content->unitsPerPoint(pixelsPerPoint);
         const int width = static_cast<int>(std::lround(place.rect.size.width * units));
         const int height = static_cast<int>(std::lround(place.rect.size.height * units));
         const CGAffineTransform transform = childTransform(place, units);
-        Child* child = find(place.widget, paintable);
+        Child* child = find(place.widget);
         if (!child) {
-            Child added{place.widget, 0, paintable, 0, 0, {}, true};
-            if (place.widget) {
-                g_object_ref(place.widget);
-                gtk_widget_set_parent(place.widget, screen_);
-            } else {
-                g_object_ref(paintable);
-                added.invalidated =
-                    g_signal_connect(paintable, "invalidate-contents", G_CALLBACK(redraw), screen_);
-            }
-            children_.push_back(added);
-            child = &children_.back();
+            g_object_ref(place.widget);
+            gtk_widget_set_parent(place.widget, screen_);
+            child = &children_.emplace_back(Child{place.widget, 0, 0, {}, true});
         }
         changed |=
             child->width != width || child->height != height || child->transform != transform;
@@ -99,8 +78,6 @@ bool ForeignChildren::update(const ForeignPlacement& placement, double pixelsPer
 
 void ForeignChildren::allocate() const {
     for (const Child& child : children_) {
-        if (!child.widget)
-            continue;
         int minimum = 0;
         int natural = 0;
         // A widget must have been measured before it is allocated.
@@ -113,8 +90,7 @@ void ForeignChildren::allocate() const {
 
 bool ForeignChildren::hasFocus() const {
     return std::any_of(children_.begin(), children_.end(), [](const Child& child) {
-        return child.widget &&
-               (gtk_widget_get_state_flags(child.widget) & GTK_STATE_FLAG_FOCUS_WITHIN) != 0;
+        return (gtk_widget_get_state_flags(child.widget) & GTK_STATE_FLAG_FOCUS_WITHIN) != 0;
     });
 }
 

@@ -19,7 +19,7 @@ public:
     ForeignChildren(const ForeignChildren&) = delete;
     ForeignChildren& operator=(const ForeignChildren&) = delete;
 
-    /// Compares with what the last walk found. True when something has to be allocated anew.
+    /// Compares with what the last walk found. True when something has to be allocated again.
     bool update(const ForeignPlacement& placement, double pixelsPerPoint);
     /// Within the screen's allocation.
     void allocate() const;
@@ -32,15 +32,13 @@ public:
 private:
     struct Child {
         GtkWidget* widget;
-        gulong invalidated; ///< signal handler of a paintable; 0 for a widget
-        GdkPaintable* paintable;
         int width;
         int height;
         CGAffineTransform transform;
         bool isShown;
     };
-    Child* find(GtkWidget* widget, GdkPaintable* paintable);
-    void release(Child& child);
+    Child* find(GtkWidget* widget);
+    static void release(Child& child);
 
     GtkWidget* screen_;
     std::vector<Child> children_;

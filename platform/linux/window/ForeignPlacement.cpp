@@ -22,8 +22,9 @@ void ForeignPlacement::pop() {
 }
 
 void ForeignPlacement::drawForeign(const CGRect& rect, host::ForeignContent& content) {
-    if (auto* foreign = dynamic_cast<GtkForeignContent*>(&content))
-        places_.push_back({foreign, foreign->widget(), rect, transforms_.back()});
+    auto* foreign = dynamic_cast<GtkForeignContent*>(&content);
+    if (GtkWidget* widget = foreign ? foreign->widget() : nullptr)
+        places_.push_back({foreign, widget, rect, transforms_.back()});
 }
 
 }

@@ -13,8 +13,8 @@ class ForeignPlacement : public SceneVisitor {
 public:
     struct Place {
         GtkForeignContent* content;
-        GtkWidget* widget; ///< null for a paintable
-        CGRect rect;       ///< in the view's points
+        GtkWidget* widget;
+        CGRect rect; ///< in the view's points
         CGAffineTransform toScreen;
     };
 

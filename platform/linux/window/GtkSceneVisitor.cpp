@@ -2,10 +2,12 @@
 
 #include "platform/host/ForeignContent.h"
 #include "platform/linux/window/CairoPainter.h"
+#include "platform/linux/window/ForeignPicture.h"
 #include "platform/linux/window/GraphenePlaces.h"
 #include "platform/linux/window/GtkForeignContent.h"
 #include "platform/linux/window/SceneRecording.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -75,6 +77,7 @@ void GtkSceneVisitor::draw(const SceneRecording& recording) {
             paintIntoOneNode(recording, step);
             step = recording.endOf(step);
         } else {
+            isCovered_ = recording.isCovered(step);
             recording.replay(step, *this);
         }
     }
@@ -104,32 +107,49 @@ void GtkSceneVisitor::paintIntoOneNode(const SceneRecording& recording, std::siz
 }
 
 void GtkSceneVisitor::pushTransform(const CGAffineTransform& transform) {
-    gtk_snapshot_save(snapshot_);
-    transformSnapshot(snapshot_, transform);
-    pushed_.push_back(Pushed::Transform);
+    pushed_.push_back({Pushed::Kind::Transform, transform, {}});
+    enter(pushed_.back());
     transforms_.push_back(transform.concat(transforms_.back()));
 }
 
 void GtkSceneVisitor::pushClip(const CGRect& rect) {
-    const graphene_rect_t bounds = grapheneRect(rect);
-    gtk_snapshot_push_clip(snapshot_, &bounds);
-    pushed_.push_back(Pushed::Node);
+    pushed_.push_back({Pushed::Kind::Clip, {}, rect});
+    enter(pushed_.back());
 }
 
 void GtkSceneVisitor::pushOpacity(double opacity) {
-    gtk_snapshot_push_opacity(snapshot_, opacity);
-    pushed_.push_back(Pushed::Node);
+    pushed_.push_back({Pushed::Kind::Opacity, {}, {}, opacity});
+    enter(pushed_.back());
 }
 
 void GtkSceneVisitor::pop() {
-    const Pushed last = pushed_.back();
+    leave(pushed_.back());
+    if (pushed_.back().kind == Pushed::Kind::Transform)
+        transforms_.pop_back();
     pushed_.pop_back();
-    if (last == Pushed::Node) {
-        gtk_snapshot_pop(snapshot_);
-        return;
+}
+
+void GtkSceneVisitor::enter(const Pushed& pushed) {
+    const graphene_rect_t clip = grapheneRect(pushed.clip);
+    switch (pushed.kind) {
+    case Pushed::Kind::Transform:
+        gtk_snapshot_save(snapshot_);
+        transformSnapshot(snapshot_, pushed.transform);
+        break;
+    case Pushed::Kind::Clip:
+        gtk_snapshot_push_clip(snapshot_, &clip);
+        break;
+    case Pushed::Kind::Opacity:
+        gtk_snapshot_push_opacity(snapshot_, pushed.opacity);
+        break;
     }
-    gtk_snapshot_restore(snapshot_);
-    transforms_.pop_back();
+}
+
+void GtkSceneVisitor::leave(const Pushed& pushed) {
+    if (pushed.kind == Pushed::Kind::Transform)
+        gtk_snapshot_restore(snapshot_);
+    else
+        gtk_snapshot_pop(snapshot_);
 }
 
 void GtkSceneVisitor::fillColor(const CGRect& rect, const UIColor& color) {
@@ -175,14 +195,35 @@ void GtkSceneVisitor::drawForeign(const CGRect& rect, host::ForeignContent& cont
         transformSnapshot(snapshot_, transforms_.back().inverted());
         gtk_widget_snapshot_child(screen_, widget, snapshot_);
         gtk_snapshot_restore(snapshot_);
-    } else if (GdkPaintable* paintable = foreign->paintable()) {
+    } else if (ForeignPicture* picture = isCovered_ ? nullptr : foreign->picture()) {
+        picture->setScreen(screen_);
+        drawMovingPicture(rect, *picture);
+    }
+}
+
+bool GtkSceneVisitor::isTranslucent() const {
+    return std::any_of(pushed_.begin(), pushed_.end(),
+                       [](const Pushed& pushed) { return pushed.opacity < 1; });
+}
+
+void GtkSceneVisitor::drawMovingPicture(const CGRect& rect, ForeignPicture& picture) {
+    const double pixelsPerUnit = gtk_widget_get_scale_factor(screen_);
+    const auto place = PixelPlace::of(
+        rect, transforms_.back().concat(CGAffineTransformMakeScale(pixelsPerUnit, pixelsPerUnit)));
+    if (!place || isTranslucent() || !nodes_.isForSoftwareRenderer()) {
         gtk_snapshot_save(snapshot_);
         const graphene_point_t origin =
             graphenePoint(static_cast<float>(rect.origin.x), static_cast<float>(rect.origin.y));
         gtk_snapshot_translate(snapshot_, &origin);
-        gdk_paintable_snapshot(paintable, snapshot_, rect.size.width, rect.size.height);
+        picture.draw(snapshot_, rect.size);
         gtk_snapshot_restore(snapshot_);
+        return;
     }
+    // Outside of every transform: products of rotations are never exact, and the renderer copies
+    // pixels only where they fall on pixels.
+    std::for_each(pushed_.rbegin(), pushed_.rend(), [this](const Pushed& open) { leave(open); });
+    picture.drawPixels(snapshot_, *place, pixelsPerUnit);
+    std::for_each(pushed_.begin(), pushed_.end(), [this](const Pushed& open) { enter(open); });
 }
 
 }

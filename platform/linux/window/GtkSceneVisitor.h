@@ -8,6 +8,7 @@
 #include <vector>
 
 namespace vistrel {
+class ForeignPicture;
 class SceneRecording;
 
 /// Writes the view tree into a GTK snapshot: one render node a piece, the nodes of finished
@@ -35,12 +36,23 @@ public:
 private:
     void paintIntoOneNode(const SceneRecording& recording, std::size_t clip);
 
-    enum class Pushed { Transform, Node };
+    struct Pushed {
+        enum class Kind { Transform, Clip, Opacity };
+        Kind kind;
+        CGAffineTransform transform;
+        CGRect clip;
+        double opacity = 1;
+    };
+    void enter(const Pushed& pushed);
+    void leave(const Pushed& pushed);
+    void drawMovingPicture(const CGRect& rect, ForeignPicture& picture);
+    bool isTranslucent() const;
 
     GtkWidget* screen_;
     GtkSnapshot* snapshot_;
     PictureNodes& nodes_;
     bool sawForeign_ = false;
+    bool isCovered_ = false; ///< the step that is being drawn
     std::vector<Pushed> pushed_;
     std::vector<CGAffineTransform> transforms_{
         CGAffineTransform{}}; ///< to the widget, innermost last

@@ -139,7 +139,10 @@ void SceneRecording::drawPicture(const CGRect& rect, const std::shared_ptr<const
 
 void SceneRecording::drawForeign(const CGRect& rect, host::ForeignContent& content) {
     keepClipOpen();
-    add(Kind::Foreign, rect).foreign = &content;
+    const State& state = states_.back();
+    Step& step = add(Kind::Foreign, rect);
+    step.foreign = &content;
+    step.touched = intersection(state.clip, roundedOut(state.toDevice.apply(rect)));
 }
 
 /// The innermost clip holds what cannot be painted into one node.
@@ -175,7 +178,7 @@ bool SceneRecording::holdsManyPaints(std::size_t clip) const {
 void SceneRecording::findCovered() {
     cairo_region_t* hidden = cairo_region_create();
     for (auto step = steps_.rbegin(); step != steps_.rend(); ++step) {
-        if (!step->isPaint)
+        if (!step->isPaint && step->kind != Kind::Foreign)
             continue;
         step->isCovered =
             isEmpty(step->touched) ||
@@ -218,7 +221,7 @@ std::uint64_t SceneRecording::fingerprintOf(std::size_t clip) const {
 
 void SceneRecording::replay(std::size_t index, SceneVisitor& visitor) const {
     const Step& step = steps_[index];
-    if (step.isCovered)
+    if (step.isCovered && step.kind != Kind::Foreign)
         return;
     switch (step.kind) {
     case Kind::Transform:

@@ -22,7 +22,8 @@ public:
     void pop() override;
     void fillColor(const CGRect& rect, const UIColor& color) override;
     void drawPicture(const CGRect& rect, const std::shared_ptr<const Bitmap>& picture) override;
-    /// What foreign content shows is not known here: it hides nothing and is never left out.
+    /// What foreign content shows is not known here: it hides nothing, and it is replayed even when
+    /// it is covered, since a widget must keep its place.
     void drawForeign(const CGRect& rect, host::ForeignContent& content) override;
 
     /// Before a walk: `pixelsPerUnit` are the device pixels in a unit of what the outermost
@@ -33,7 +34,7 @@ public:
 
     /// The calls of the walk, in its order.
     std::size_t steps() const { return steps_.size(); }
-    /// Whether a step is a paint that nothing would be seen of.
+    /// Whether nothing would be seen of a paint or of foreign content.
     bool isCovered(std::size_t step) const { return steps_[step].isCovered; }
     /// Whether a step is a clip whose content goes into one node. Never one with foreign content or
     /// another clip in it.
@@ -51,7 +52,7 @@ public:
         return steps_[step].picture;
     }
 
-    /// Makes a step's call again, unless it is covered.
+    /// Repeats a step's call, unless it is a paint that is covered.
     void replay(std::size_t step, SceneVisitor& visitor) const;
 
 private:

@@ -1,4 +1,5 @@
 // Films through the real player: pictures in time, seeking, ends and errors.
+#include "platform/linux/window/ForeignPicture.h"
 #include "platform/linux/window/GtkForeignContent.h"
 #include "tests/linux/media/PlaybackFixture.h"
 #include "tests/linux/web/TestPageServer.h"
@@ -37,9 +38,8 @@ protected:
     /// Red, green and blue in the middle of what the player shows; 0 to 255.
     static std::array<int, 3> colourShown(host::MoviePlayback& playback) {
         auto* content = dynamic_cast<GtkForeignContent*>(&playback.picture());
-        GdkPaintable* paintable = content->paintable();
         GtkSnapshot* snapshot = gtk_snapshot_new();
-        gdk_paintable_snapshot(paintable, snapshot, 64, 48);
+        content->picture()->draw(snapshot, {64, 48});
         GskRenderNode* node = gtk_snapshot_free_to_node(snapshot);
         if (!node)
             return {-1, -1, -1};
@@ -54,6 +54,14 @@ protected:
         cairo_surface_destroy(surface);
         gsk_render_node_unref(node);
         return colour;
+    }
+
+    /// Draws, as a screen would, until more than so many frames have been shown.
+    static bool framesPass(host::MoviePlayback& playback, unsigned count) {
+        return turnUntil([&] {
+            colourShown(playback);
+            return playback.framesShown() > count;
+        });
     }
 
     static int strongest(const std::array<int, 3>& colour) {
@@ -83,9 +91,15 @@ TEST_F(MoviePlaybackTest, AFilmPlaysInItsOwnTimeWithItsPicturesAndEndsOnce) {
 
     const auto start = Clock::now();
     EXPECT_TRUE(playback->play());
-    ASSERT_TRUE(turnUntil([&] { return playback->currentTime() > 1.4; }));
+    ASSERT_TRUE(turnUntil([&] {
+        colourShown(*playback);
+        return playback->currentTime() > 1.4;
+    }));
     EXPECT_EQ(strongest(colourShown(*playback)), 1);
-    ASSERT_TRUE(turnUntil([&] { return client_.ended == 1; }));
+    ASSERT_TRUE(turnUntil([&] {
+        colourShown(*playback);
+        return client_.ended == 1;
+    }));
     EXPECT_NEAR(secondsSince(start), 3, 0.5);
     // Seventy-five were made; a late main loop may leave some out.
     EXPECT_GE(playback->framesShown(), 60u);
@@ -96,6 +110,39 @@ TEST_F(MoviePlaybackTest, AFilmPlaysInItsOwnTimeWithItsPicturesAndEndsOnce) {
     EXPECT_FALSE(playback->isPlaying());
     EXPECT_NEAR(playback->currentTime(), 3, 0.1);
     EXPECT_TRUE(client_.failures.empty());
+}
+
+TEST_F(MoviePlaybackTest, WhatNobodyDrawsIsNotPreparedAndComesBackAtOnce) {
+    auto playback = movie("file:///colours.mp4");
+    playback->play();
+    ASSERT_TRUE(framesPass(*playback, 3));
+    const unsigned before = playback->framesShown();
+    ASSERT_TRUE(turnUntil([&] { return playback->currentTime() > 1.5; })) << "sound goes on";
+    EXPECT_EQ(playback->framesShown(), before);
+    EXPECT_EQ(strongest(colourShown(*playback)), 1) << "the newest frame, not an old one";
+    EXPECT_TRUE(framesPass(*playback, before + 3));
+}
+
+TEST_F(MoviePlaybackTest, OddFilmsShowTheirFirstPictureUpright) {
+    const struct {
+        const char* name;
+        int width;
+        int height;
+    } films[] = {
+        {"turned.mp4", 48, 64}, {"anamorphic.mp4", 128, 48}, {"422.mp4", 64, 48},
+        {"10bit.mp4", 64, 48},  {"odd.mkv", 63, 47},         {"silent.mp4", 64, 48},
+    };
+    for (const auto& film : films) {
+        client_ = {};
+        auto playback = movie(std::string("file:///") + film.name);
+        playback->prepare();
+        ASSERT_TRUE(turnUntil([&] { return client_.ready == 1; })) << film.name;
+        EXPECT_EQ(playback->pictureWidth(), film.width) << film.name;
+        EXPECT_EQ(playback->pictureHeight(), film.height) << film.name;
+        EXPECT_EQ(strongest(colourShown(*playback)), 0) << film.name;
+        playback->play();
+        EXPECT_TRUE(turnUntil([&] { return client_.ended == 1; })) << film.name;
+    }
 }
 
 TEST_F(MoviePlaybackTest, SeekingWhilePausedShowsThePictureOfThatMoment) {
@@ -158,7 +205,7 @@ TEST_F(MoviePlaybackTest, AFilmBehindALoginStreamsWithTheCookiesOfItsAddressOnly
     g_uri_unref(uri);
     auto playback = movie(server_.url("/members/film.mp4"));
     playback->play();
-    ASSERT_TRUE(turnUntil([&] { return playback->framesShown() > 5; }));
+    ASSERT_TRUE(framesPass(*playback, 5));
     EXPECT_EQ(server_.seen("/members/film.mp4").at(0).cookie, "session=open");
 }
 
@@ -170,7 +217,7 @@ TEST_F(MoviePlaybackTest, ARedirectIsFollowedButNeverWithCookies) {
     const std::string start = elsewhere.url("/start.mp4");
     auto open = movie(start);
     open->play();
-    ASSERT_TRUE(turnUntil([&] { return open->framesShown() > 5; }));
+    ASSERT_TRUE(framesPass(*open, 5));
     open.reset();
 
     GUri* uri = g_uri_parse(start.c_str(), GUriFlags(SOUP_HTTP_URI_FLAGS), nullptr);

@@ -1,0 +1,42 @@
+#pragma once
+#include "platform/graphics/CGGeometry.h"
+
+#include <gtk/gtk.h>
+
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+namespace vistrel {
+
+/// A frame ready to be put on the screen.
+struct VideoFrame {
+    std::vector<std::uint32_t> pixels; ///< blue, green, red, 255
+    int width = 0;
+    int height = 0;
+    int quarters = 0;     ///< how far it is turned clockwise already
+    bool isMoving = true; ///< not the still that is shown while the player is paused
+};
+
+/// Memory of frames that are gone, used again for the next: touching fresh pages costs more than
+/// making a frame. Any thread.
+class VideoFramePool : public std::enable_shared_from_this<VideoFramePool> {
+public:
+    std::shared_ptr<VideoFrame> take(int width, int height);
+
+private:
+    void giveBack(std::unique_ptr<VideoFrame> frame);
+
+    std::mutex mutex_;
+    std::vector<std::unique_ptr<VideoFrame>> free_;
+};
+
+/// A node that shows a frame in the bounds. The software renderer paints from the frame's own
+/// memory, and would copy it if the frame were gone before the node.
+GskRenderNode* makeSoftwareNode(const std::shared_ptr<const VideoFrame>& frame,
+                                const graphene_rect_t& bounds);
+GskRenderNode* makeTextureNode(const std::shared_ptr<const VideoFrame>& frame,
+                               const graphene_rect_t& bounds);
+
+}
