@@ -66,6 +66,8 @@ constexpr int kRates[5][16] = {
     {0, 32, 48, 56, 64, 80, 96, 112, 128, 144, 160, 176, 192, 224, 256, 0},    // 2, I
     {0, 8, 16, 24, 32, 40, 48, 56, 64, 80, 96, 112, 128, 144, 160, 0},         // 2, II and III
 };
+constexpr std::size_t kMostSearched = std::size_t{64} << 10;
+constexpr std::size_t kMostWalked = std::size_t{8} << 20;
 constexpr int kSampleRates[3] = {44100, 48000, 32000};
 
 std::optional<Frame> frameAt(std::span<const unsigned char> bytes, std::size_t at) {
@@ -118,14 +120,16 @@ bool MpegDuration::variesInRate(const std::string& path, std::int64_t firstFrame
     const auto bytes = file.part(firstFrame, end);
     int rate = 0;
     for (std::size_t place = 0; place < kPlaces; ++place) {
-        std::size_t at = bytes.size() / kPlaces * place;
-        auto frame = findFrame(bytes, at);
+        const auto rest = bytes.subspan(bytes.size() / kPlaces * place);
+        const auto near = rest.first(std::min(rest.size(), kMostSearched));
+        std::size_t at = 0;
+        auto frame = findFrame(near, at);
         for (int i = 0; frame && i < kFramesAtEach; ++i) {
             if (rate != 0 && frame->rate != rate)
                 return true;
             rate = frame->rate;
             at += frame->length;
-            frame = frameAt(bytes, at);
+            frame = frameAt(near, at);
         }
     }
     return false;
@@ -136,16 +140,20 @@ double MpegDuration::byWalking(const std::string& path, std::int64_t firstFrame,
     const auto bytes = file.part(firstFrame, end);
     double seconds = 0;
     std::size_t at = 0;
-    while (at < bytes.size()) {
-        auto frame = frameAt(bytes, at);
+    // Far enough for a good guess; a file of hours must not hold up the screen.
+    const auto walked = bytes.first(std::min(bytes.size(), kMostWalked));
+    while (at < walked.size()) {
+        auto frame = frameAt(walked, at);
         if (!frame)
-            frame = findFrame(bytes, at);
+            frame = findFrame(walked, at);
         if (!frame)
             break;
         seconds += frame->seconds;
         at += frame->length;
     }
-    return seconds;
+    return walked.empty()
+               ? 0
+               : seconds * static_cast<double>(bytes.size()) / static_cast<double>(walked.size());
 }
 
 }

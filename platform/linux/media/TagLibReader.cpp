@@ -6,11 +6,13 @@
 #include <taglib/fileref.h>
 #include <taglib/mpegfile.h>
 #include <taglib/tag.h>
+#include <taglib/tstring.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <string_view>
 #include <utility>
 
 namespace vistrel {
@@ -19,6 +21,33 @@ namespace {
 
 host::Failure failureOf(int code) {
     return {code, std::strerror(code)};
+}
+
+/// A lone half of a surrogate pair makes the library drop the whole text.
+std::string utf8Of(TagLib::String text) {
+    const auto isHigh = [](wchar_t unit) {
+        return unit >= 0xD800 && unit < 0xDC00;
+    };
+    const auto isLow = [](wchar_t unit) {
+        return unit >= 0xDC00 && unit < 0xE000;
+    };
+    for (unsigned i = 0; i < text.size(); ++i) {
+        if (isHigh(text[i]) && i + 1 < text.size() && isLow(text[i + 1]))
+            ++i;
+        else if (isHigh(text[i]) || isLow(text[i]))
+            text[i] = 0xFFFD;
+    }
+    return text.to8Bit(true);
+}
+
+/// Music of other kinds under the name of an MPEG file.
+bool isForeign(BufferedFile& file) {
+    std::array<char, 8> start{};
+    if (file.read(0, start.size(), start.data()) != start.size())
+        return false;
+    const std::string_view bytes(start.data(), start.size());
+    return bytes.starts_with("OggS") || bytes.starts_with("fLaC") || bytes.starts_with("RIFF") ||
+           bytes.substr(4) == "ftyp";
 }
 
 double durationOf(TagLib::FileRef& file, const std::string& path) {
@@ -46,6 +75,8 @@ TagLibReader::open(const std::string& machinePath) {
     std::unique_ptr<TagLibReader> reader(new TagLibReader);
     if (const int code = reader->bytes_.open(machinePath))
         return failureOf(code);
+    if (isForeign(reader->bytes_))
+        reader->bytes_.forgetName();
     TagLib::FileRef file(&reader->bytes_, true, TagLib::AudioProperties::Average);
     if (file.isNull())
         return host::Failure{EINVAL, "The file holds no sound."};
@@ -54,9 +85,9 @@ TagLibReader::open(const std::string& machinePath) {
     if (info.duration <= 0)
         return host::Failure{EINVAL, "The file holds no sound."};
     if (const TagLib::Tag* tag = file.tag()) {
-        info.title = tag->title().to8Bit(true);
-        info.artist = tag->artist().to8Bit(true);
-        info.album = tag->album().to8Bit(true);
+        info.title = utf8Of(tag->title());
+        info.artist = utf8Of(tag->artist());
+        info.album = utf8Of(tag->album());
     }
     return std::unique_ptr<host::AudioFileReader>(std::move(reader));
 }

@@ -67,6 +67,8 @@ TEST_F(AudioFileTest, TagsOfEveryVersionAndEncodingAreRead) {
         {"version 2.2 Latin-1", tag(2, std::string("\0Gr\xFC\xDF", 5)) + sound, "Grüß"},
         {"version 2.3 UTF-16", tag(3, utf16) + sound, "☈g"},
         {"version 2.4 UTF-8", tag(4, "\x03Grüße") + sound, "Grüße"},
+        {"half a surrogate pair", tag(3, std::string("\x01\xFF\xFE\x3D\xD8g\0", 7)) + sound,
+         "\xEF\xBF\xBDg"},
         {"unsynchronised", tag(3, std::string("\0a\xFF\0b", 5), 0, '\x80') + sound, "aÿb"},
         {"both", tag(4, "\x03New") + sound + label, "New"},
     };
@@ -111,6 +113,33 @@ TEST_F(AudioFileTest, WhatCannotBeReadSaysWhy) {
     EXPECT_EQ(media_->openAudioFile("/made").failure().code, EISDIR);
     EXPECT_EQ(media_->openAudioFile("/text.mp3").failure().code, EINVAL);
     EXPECT_EQ(media_->openAudioFile("/empty.mp3").failure().code, EINVAL);
+}
+
+TEST_F(AudioFileTest, OtherKindsOfMusicAreKnownByTheirContent) {
+    const struct {
+        const char* path;
+        const char* title;
+    } files[] = {{"/ogg.mp3", "Foreign"},
+                 {"/flac.mp3", "Foreign"},
+                 {"/ipod.mp3", "Foreign"},
+                 {"/wav.mp3", ""}}; // its label is in a chunk that the library does not look into
+    for (const auto& file : files) {
+        auto reader = open(file.path);
+        ASSERT_TRUE(reader) << file.path;
+        EXPECT_NEAR(reader->info().value().duration, 2, 0.1) << file.path;
+        EXPECT_EQ(reader->info().value().title, file.title) << file.path;
+    }
+}
+
+TEST_F(AudioFileTest, ALargeFileWithoutFramesIsGivenUpSoon) {
+    const auto used = [] {
+        timespec time{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+    };
+    const double before = used();
+    EXPECT_EQ(media_->openAudioFile("/frameless.mp3").failure().code, EINVAL);
+    EXPECT_LT(used() - before, 0.05);
 }
 
 TEST_F(AudioFileTest, ALengthIsRightWithinOnePercentWhereTheRateVariesAndNoHeaderSaysSo) {
