@@ -33,6 +33,7 @@ AVAudioPlayer::AVAudioPlayer(NSURL url, std::unique_ptr<host::Playback> playback
 
 AVAudioPlayer::~AVAudioPlayer() {
     playback_->setClient(nullptr);
+    endInterruption();
 }
 
 void AVAudioPlayer::setDelegate(std::weak_ptr<AVAudioPlayerDelegate> delegate) {
@@ -63,6 +64,7 @@ void AVAudioPlayer::pause() {
 
 void AVAudioPlayer::stop() {
     playback_->stop();
+    endInterruption();
     loopsPlayed_ = 0;
 }
 
@@ -99,14 +101,26 @@ void AVAudioPlayer::playbackDidEnd() {
 
 void AVAudioPlayer::playbackDidFail(const std::string& message) {
     const auto self = shared_from_this();
-    if (const auto delegate = delegate_.lock())
-        delegate->audioPlayerDecodeErrorDidOccurError(*this,
-                                                      NSError(kErrorDomain, kDecodeError, message));
+    endInterruption();
+    const auto delegate = delegate_.lock();
+    if (!delegate)
+        return;
+    delegate->audioPlayerDecodeErrorDidOccurError(*this,
+                                                  NSError(kErrorDomain, kDecodeError, message));
+    delegate->audioPlayerDidFinishPlayingSuccessfully(*this, false);
+}
+
+void AVAudioPlayer::endInterruption() {
+    if (std::exchange(isInterrupted_, false))
+        AudioSessionInterrupt(kAudioSessionEndInterruption);
 }
 
 void AVAudioPlayer::playbackInterrupted(bool begins) {
     const auto self = shared_from_this();
-    AudioSessionInterrupt(begins ? kAudioSessionBeginInterruption : kAudioSessionEndInterruption);
+    if (begins && !std::exchange(isInterrupted_, true))
+        AudioSessionInterrupt(kAudioSessionBeginInterruption);
+    else if (!begins)
+        endInterruption();
     const auto delegate = delegate_.lock();
     if (!delegate)
         return;

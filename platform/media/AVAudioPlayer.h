@@ -45,6 +45,8 @@ private:
     void playbackDidEnd() override;
     void playbackDidFail(const std::string& message) override;
     void playbackInterrupted(bool begins) override;
+    /// A player that is stopped never hears the end of its interruption; the session still must.
+    void endInterruption();
 
     NSURL url_;
     std::unique_ptr<host::Playback> playback_;
@@ -52,6 +54,7 @@ private:
     int numberOfLoops_ = 0;
     int loopsPlayed_ = 0;
     bool ended_ = false;
+    bool isInterrupted_ = false;
 };
 
 }

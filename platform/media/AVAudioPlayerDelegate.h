@@ -8,8 +8,9 @@ class NSError;
 class AVAudioPlayerDelegate {
 public:
     virtual ~AVAudioPlayerDelegate() = default;
-    /// Played to its end, repeats included. Not called after pause or stop.
+    /// Played to its end, repeats included, or could not go on. Not called after pause or stop.
     virtual void audioPlayerDidFinishPlayingSuccessfully(AVAudioPlayer&, bool /*successfully*/) {}
+    /// Followed by an unsuccessful finish.
     virtual void audioPlayerDecodeErrorDidOccurError(AVAudioPlayer&, const NSError&) {}
     /// Something more important took the sound; the player has paused.
     virtual void audioPlayerBeginInterruption(AVAudioPlayer&) {}

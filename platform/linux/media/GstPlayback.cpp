@@ -40,9 +40,9 @@ void GstPlayback::open() {
     gst_play_config_set_position_update_interval(config, 0);
     gst_play_set_config(play_, config);
     GstElement* pipeline = gst_play_get_pipeline(play_);
-    g_object_set(pipeline, "audio-sink", sound_.makeSink(), "video-sink",
-                 picture_ ? picture_->makeSink() : gst_element_factory_make("fakesink", nullptr),
-                 nullptr);
+    g_object_set(
+        pipeline, "audio-sink", sound_.makeSink(picture_ ? "video" : "music"), "video-sink",
+        picture_ ? picture_->makeSink() : gst_element_factory_make("fakesink", nullptr), nullptr);
     loudness_ = Wiring::insertVolume(pipeline);
     Wiring::dressSource(pipeline, source_);
     Wiring::watchRequests(pipeline, self_);

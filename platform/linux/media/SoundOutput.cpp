@@ -62,11 +62,17 @@ void SoundOutput::choose() {
         log_("There is no sound device: everything plays in time, without sound.");
 }
 
-GstElement* SoundOutput::makeSink() {
+GstElement* SoundOutput::makeSink(const char* role) {
     choose();
     GstElement* sink = gst_element_factory_make(factory_, nullptr);
     if (factory_ == kSilence)
         g_object_set(sink, "sync", TRUE, nullptr);
+    if (g_object_class_find_property(G_OBJECT_GET_CLASS(sink), "stream-properties")) {
+        GstStructure* properties =
+            gst_structure_new("properties", "media.role", G_TYPE_STRING, role, nullptr);
+        g_object_set(sink, "stream-properties", properties, nullptr);
+        gst_structure_free(properties);
+    }
     return sink;
 }
 
