@@ -75,6 +75,7 @@ void OvoAudioPlayerController::changeTrack(std::uint32_t index) {
     }
     markSelectedRow();
     refreshDisplay();
+    MPRemoteControls::positionJumped(0);
 }
 
 void OvoAudioPlayerController::startPlayer() {
@@ -192,6 +193,7 @@ void OvoAudioPlayerController::audioPlayerDidFinishPlayingSuccessfully(AVAudioPl
         break;
     }
     refreshDisplay();
+    MPRemoteControls::positionJumped(player_ ? player_->currentTime() : 0);
 }
 
 void OvoAudioPlayerController::audioPlayerDecodeErrorDidOccurError(AVAudioPlayer&,

@@ -22,12 +22,13 @@ namespace {
 constexpr double kUpdateInterval = 0.01;
 constexpr double kReflectionShare = 0.65;
 
-/// The remembered volume; without one, the player's own.
-float shownVolume(const AVAudioPlayer* player) {
+/// The remembered volume; without one, the player's own. A file that cannot be opened changes
+/// nothing: its silence must not become that of the rest of the queue.
+float volumeToShow(const AVAudioPlayer* player, float shown) {
     const float stored = NSUserDefaults::standardUserDefaults().floatForKey("PlayerVolume");
     if (stored != 0.0F)
         return stored;
-    return player ? player->volume() : 0;
+    return player ? player->volume() : shown;
 }
 
 void setModePicture(UIButton& button, const char* name, const char* spokenState) {
@@ -58,7 +59,7 @@ void OvoAudioPlayerController::updateViewForPlayerInfo(AVAudioPlayer* player) {
         views_.indexLabel->setText(OvoAudioPlayerLabels::place(position()));
         views_.progressSlider->setMaximumValue(static_cast<float>(player ? player->duration() : 0));
     }
-    views_.volumeSlider->setValue(shownVolume(player));
+    views_.volumeSlider->setValue(volumeToShow(player, views_.volumeSlider->value()));
 }
 
 void OvoAudioPlayerController::updateViewForPlayerState(AVAudioPlayer* player) {

@@ -1,10 +1,31 @@
 #include "audio/OvoAudioPlayerRemote.h"
 
 #include "audio/OvoAudioPlayerController.h"
+#include "platform/foundation/NSBundle.h"
 #include "platform/media/AVAudioPlayer.h"
 #include "platform/uikit/UISlider.h"
 
 namespace vistrel {
+
+namespace {
+
+using Loop = MPNowPlayingInfo::Loop;
+
+Loop loopOf(const OvoAudioPlayerController& screen) {
+    if (screen.repeatOne())
+        return Loop::Track;
+    return screen.repeatAll() ? Loop::Queue : Loop::None;
+}
+
+/// At the track's beginning a player that does not play counts as stopped.
+MPNowPlayingInfo::State stateOf(const AVAudioPlayer& player) {
+    if (player.isPlaying())
+        return MPNowPlayingInfo::State::Playing;
+    return player.currentTime() > 0 ? MPNowPlayingInfo::State::Paused
+                                    : MPNowPlayingInfo::State::Stopped;
+}
+
+}
 
 OvoAudioPlayerRemote::OvoAudioPlayerRemote(OvoAudioPlayerController& screen)
     : screen_(screen) {
@@ -24,14 +45,18 @@ void OvoAudioPlayerRemote::update() const {
     info.artist = file.artist();
     info.album = file.album();
     info.url = file.filePath().absoluteString();
+    info.artUrl = NSURL::fileURLWithPath(
+                      NSBundle::mainBundle().pathForResourceOfType("AudioPlayerNoArtwork", "png"))
+                      .absoluteString();
+    info.loop = loopOf(screen_);
+    info.shuffle = screen_.shuffle();
     info.canGoNext = screen_.canGoOnToNext();
     info.canGoPrevious = screen_.canGoToPreviousTrack();
     if (player) {
         info.duration = player->duration();
         info.volume = player->volume();
         info.canPlay = true;
-        info.state = player->isPlaying() ? MPNowPlayingInfo::State::Playing
-                                         : MPNowPlayingInfo::State::Paused;
+        info.state = stateOf(*player);
     }
     MPRemoteControls::setNowPlayingInfo(info);
 }
@@ -50,6 +75,17 @@ void OvoAudioPlayerRemote::mediaPause() {
 void OvoAudioPlayerRemote::mediaStop() {
     mediaPause();
     mediaSeek(0);
+    update();
+}
+
+void OvoAudioPlayerRemote::mediaSetLoop(Loop loop) {
+    while (loopOf(screen_) != loop)
+        screen_.toggleRepeat();
+}
+
+void OvoAudioPlayerRemote::mediaSetShuffle(bool shuffle) {
+    if (screen_.shuffle() != shuffle)
+        screen_.toggleShuffle();
 }
 
 void OvoAudioPlayerRemote::mediaNext() {

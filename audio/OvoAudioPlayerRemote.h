@@ -22,6 +22,8 @@ public:
     void mediaPrevious() override;
     void mediaSeek(double seconds) override;
     void mediaSetVolume(float volume) override;
+    void mediaSetLoop(MPNowPlayingInfo::Loop loop) override;
+    void mediaSetShuffle(bool shuffle) override;
     double mediaPosition() const override;
 
 private:

@@ -163,6 +163,7 @@ void OvoAudioPlayerViews::addControlBar(UIView& root) {
     root.addSubview(nextButton);
     root.addSubview(previousButton);
     volumeSlider = slider(CGRectMake(25, 420, 270, 9), "AudioPlayerVolumeKnob", "Volume");
+    volumeSlider->setValue(1);
     root.addSubview(volumeSlider);
 }
 

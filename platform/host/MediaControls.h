@@ -11,9 +11,13 @@ struct NowPlaying {
     std::string artist;
     std::string album;
     std::string url;
+    std::string artUrl; ///< the cover's address; empty without one
     double duration = 0;
     enum class State { Stopped, Paused, Playing };
     State state = State::Stopped;
+    enum class Loop { None, Track, Queue };
+    Loop loop = Loop::None;
+    bool shuffle = false;
     bool canGoNext = false;
     bool canGoPrevious = false;
     bool canPlay = false; ///< there is a track that can be played, paused, and moved in
@@ -32,6 +36,8 @@ public:
     virtual void mediaPrevious() = 0;
     virtual void mediaSeek(double seconds) = 0;
     virtual void mediaSetVolume(float volume) = 0;
+    virtual void mediaSetLoop(NowPlaying::Loop loop) = 0;
+    virtual void mediaSetShuffle(bool shuffle) = 0;
     virtual double mediaPosition() const = 0;
 };
 

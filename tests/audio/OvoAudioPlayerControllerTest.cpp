@@ -215,7 +215,7 @@ TEST_F(OvoAudioPlayerControllerTest, OtherInterruptionStatesChangeNothing) {
     EXPECT_FALSE(player().interrupted());
 }
 
-TEST_F(OvoAudioPlayerControllerTest, ADecodeErrorIsShownAndNothingFurtherHappens) {
+TEST_F(OvoAudioPlayerControllerTest, ADecodeErrorIsShownAndTheQueueGoesOn) {
     open(2);
     media().player()->fail("bits are missing");
     ASSERT_EQ(UIAlertView::visibleAlerts().size(), 1U);
@@ -224,9 +224,38 @@ TEST_F(OvoAudioPlayerControllerTest, ADecodeErrorIsShownAndNothingFurtherHappens
     EXPECT_EQ(alert->message(), "Unable to decode audio file with error: bits are missing");
     EXPECT_EQ(alert->numberOfButtons(), 1);
     EXPECT_EQ(alert->buttonTitleAtIndex(0), "OK");
-    EXPECT_THAT(logLines().back(), HasSubstr("ERROR IN DECODE: "));
+    EXPECT_THAT(logLines(), testing::IsSupersetOf({HasSubstr("ERROR IN DECODE: "),
+                                                   HasSubstr("Playback finished unsuccessfully")}));
     alert->dismissWithClickedButtonIndex(0, false);
-    EXPECT_EQ(player().selectedIndex(), 0U);
+    EXPECT_EQ(trackPlaying(), 1);
+    EXPECT_TRUE(isPlaying());
+    media().player()->fail("bits are missing");
+    EXPECT_EQ(player().selectedIndex(), 1U) << "the last track";
+    EXPECT_EQ(views().playButton->superview(), player().view().get());
+    EXPECT_FALSE(player().updateTimer());
+    EXPECT_NE(mediaControls().nowPlaying().state, host::NowPlaying::State::Playing);
+}
+
+TEST_F(OvoAudioPlayerControllerTest, AnInterruptionDoesNotOutliveItsPlayer) {
+    open(2);
+    media().player()->interrupt(true);
+    ASSERT_TRUE(player().interrupted());
+    tap(*views().nextButton);
+    EXPECT_FALSE(player().interrupted());
+    advance(61);
+    EXPECT_FALSE(isPlaying()) << "the last track has ended and must not be repeated";
+}
+
+TEST_F(OvoAudioPlayerControllerTest, AFileThatCannotBeOpenedDoesNotSilenceTheQueue) {
+    for (const int broken : {0, 1}) {
+        media().at(trackURL(broken).absoluteString()).failure = "gone";
+        open(3, 0);
+        while (player().selectedIndex() < 2)
+            tap(*views().nextButton);
+        EXPECT_EQ(views().volumeSlider->value(), 1.0F) << broken;
+        EXPECT_EQ(player().player()->volume(), 1.0F) << broken;
+        close();
+    }
 }
 
 TEST_F(OvoAudioPlayerControllerTest, AFileThatVanishedLeavesTheScreenWithoutAPlayer) {
@@ -258,7 +287,7 @@ TEST_F(OvoAudioPlayerControllerTest, AFirstFileThatCannotBeOpenedStillOpensTheSc
     open(2);
     EXPECT_THAT(logLines(), testing::Contains(HasSubstr("Permission denied")));
     EXPECT_EQ(views().titleLabel->text(), "0.mp3");
-    EXPECT_EQ(views().volumeSlider->value(), 0.0F);
+    EXPECT_EQ(views().volumeSlider->value(), 1.0F);
     tap(*views().nextButton);
     EXPECT_TRUE(isPlaying());
 }

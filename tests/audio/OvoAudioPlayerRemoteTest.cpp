@@ -38,6 +38,7 @@ TEST_F(OvoAudioPlayerRemoteTest, KeysDoWhatTheButtonsWould) {
     open(3);
     keys().mediaPlay();
     EXPECT_EQ(told().state, State::Playing) << "it plays already";
+    advance(1);
     keys().mediaPause();
     keys().mediaPause();
     EXPECT_EQ(told().state, State::Paused);
@@ -67,8 +68,36 @@ TEST_F(OvoAudioPlayerRemoteTest, SeekingShowsOnTheScreenAndIsToldBack) {
     views().progressSlider->sendActionsForControlEvents(UIControlEventValueChanged);
     EXPECT_THAT(mediaControls().jumps(), testing::ElementsAre(30.25, 10));
     keys().mediaStop();
-    EXPECT_EQ(told().state, State::Paused);
+    EXPECT_EQ(told().state, State::Stopped);
     EXPECT_EQ(keys().mediaPosition(), 0);
+}
+
+TEST_F(OvoAudioPlayerRemoteTest, EveryJumpIsToldOfALoopedTrackAndTheEndOfTheQueueToo) {
+    open(1);
+    player().toggleRepeat();
+    player().toggleRepeat();
+    advance(20);
+    keys().mediaNext();
+    EXPECT_THAT(mediaControls().jumps(), testing::ElementsAre(0));
+    advance(61);
+    EXPECT_THAT(mediaControls().jumps(), testing::ElementsAre(0, 0));
+    EXPECT_EQ(told().state, State::Stopped);
+}
+
+TEST_F(OvoAudioPlayerRemoteTest, RepeatAndShuffleGoBothWays) {
+    using Loop = host::NowPlaying::Loop;
+    open(2);
+    for (const Loop loop : {Loop::Track, Loop::None, Loop::Queue, Loop::Track}) {
+        keys().mediaSetLoop(loop);
+        EXPECT_EQ(told().loop, loop);
+        EXPECT_EQ(player().repeatOne(), loop == Loop::Track);
+        EXPECT_EQ(player().repeatAll(), loop == Loop::Queue);
+    }
+    keys().mediaSetShuffle(true);
+    keys().mediaSetShuffle(true);
+    EXPECT_TRUE(told().shuffle && player().shuffle());
+    player().toggleShuffle();
+    EXPECT_FALSE(told().shuffle);
 }
 
 TEST_F(OvoAudioPlayerRemoteTest, TheVolumeIsTheSliders) {

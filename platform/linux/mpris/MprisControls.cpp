@@ -44,13 +44,9 @@ struct MprisControls::Calls {
                    ? rootProperty(name)
                    : static_cast<MprisControls*>(self)->property(name);
     }
-    /// The volume: nothing else can be set.
-    static gboolean set(GDBusConnection*, const char*, const char*, const char*, const char*,
+    static gboolean set(GDBusConnection*, const char*, const char*, const char*, const char* name,
                         GVariant* value, GError**, gpointer self) {
-        const auto& controls = *static_cast<MprisControls*>(self);
-        if (controls.client_)
-            controls.client_->mediaSetVolume(
-                static_cast<float>(std::clamp(g_variant_get_double(value), 0.0, 1.0)));
+        static_cast<MprisControls*>(self)->setProperty(name, value);
         return TRUE;
     }
     static constexpr GDBusInterfaceVTable table{method, get, set, {}};
@@ -144,8 +140,24 @@ void MprisControls::call(const std::string& method, GVariant* arguments) const {
     }
 }
 
-/// Past the end means the next track.
+void MprisControls::setProperty(const std::string& name, GVariant* value) const {
+    if (!client_)
+        return;
+    if (name == "Volume") {
+        client_->mediaSetVolume(
+            static_cast<float>(std::clamp(g_variant_get_double(value), 0.0, 1.0)));
+    } else if (name == "Shuffle") {
+        client_->mediaSetShuffle(g_variant_get_boolean(value) != FALSE);
+    } else if (name == "LoopStatus") {
+        if (const auto loop = MprisValues::loopFrom(g_variant_get_string(value, nullptr)))
+            client_->mediaSetLoop(*loop);
+    }
+}
+
+/// Past the end means the next track, unless there is nothing to seek in.
 void MprisControls::seekTo(double seconds) const {
+    if (!nowPlaying_.canPlay)
+        return;
     if (seconds > nowPlaying_.duration)
         client_->mediaNext();
     else
@@ -159,6 +171,10 @@ GVariant* MprisControls::property(const std::string& name) const {
         return MprisValues::metadata(nowPlaying_);
     if (name == "Volume")
         return g_variant_new_double(static_cast<double>(nowPlaying_.volume));
+    if (name == "LoopStatus")
+        return g_variant_new_string(MprisValues::loopStatus(nowPlaying_.loop));
+    if (name == "Shuffle")
+        return g_variant_new_boolean(static_cast<gboolean>(nowPlaying_.shuffle));
     if (name == "Position")
         return g_variant_new_int64(
             MprisValues::microseconds(client_ ? client_->mediaPosition() : 0));
@@ -192,8 +208,11 @@ void MprisControls::propertiesChanged(const host::NowPlaying& before) const {
     add("PlaybackStatus", before.state != now.state);
     add("Metadata", before.track != now.track || before.url != now.url ||
                         before.title != now.title || before.artist != now.artist ||
-                        before.album != now.album || before.duration != now.duration);
+                        before.album != now.album || before.duration != now.duration ||
+                        before.artUrl != now.artUrl);
     add("Volume", before.volume != now.volume);
+    add("LoopStatus", before.loop != now.loop);
+    add("Shuffle", before.shuffle != now.shuffle);
     add("CanGoNext", before.canGoNext != now.canGoNext);
     add("CanGoPrevious", before.canGoPrevious != now.canGoPrevious);
     for (const char* name : {"CanPlay", "CanPause", "CanSeek"})

@@ -33,6 +33,7 @@ private:
     void call(const std::string& method, GVariant* arguments) const;
     void seekTo(double seconds) const;
     GVariant* property(const std::string& name) const;
+    void setProperty(const std::string& name, GVariant* value) const;
     void propertiesChanged(const host::NowPlaying& before) const;
 
     std::string busAddress_;

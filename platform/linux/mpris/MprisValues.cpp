@@ -43,6 +43,26 @@ const char* playbackStatus(const host::NowPlaying& nowPlaying) {
     return "Stopped";
 }
 
+const char* loopStatus(host::NowPlaying::Loop loop) {
+    switch (loop) {
+    case host::NowPlaying::Loop::Track:
+        return "Track";
+    case host::NowPlaying::Loop::Queue:
+        return "Playlist";
+    case host::NowPlaying::Loop::None:
+        break;
+    }
+    return "None";
+}
+
+std::optional<host::NowPlaying::Loop> loopFrom(std::string_view status) {
+    using Loop = host::NowPlaying::Loop;
+    for (const Loop loop : {Loop::None, Loop::Track, Loop::Queue})
+        if (status == loopStatus(loop))
+            return loop;
+    return std::nullopt;
+}
+
 std::string trackPath(const host::NowPlaying& nowPlaying) {
     return "/org/vistrel/Vistrel/track/" + std::to_string(nowPlaying.track);
 }
@@ -58,6 +78,7 @@ GVariant* metadata(const host::NowPlaying& nowPlaying) {
     addText(builder, "xesam:title", nowPlaying.title);
     addText(builder, "xesam:album", nowPlaying.album);
     addText(builder, "xesam:url", nowPlaying.url);
+    addText(builder, "mpris:artUrl", nowPlaying.artUrl);
     if (!nowPlaying.artist.empty()) {
         GVariant* artist = text(nowPlaying.artist);
         g_variant_builder_add(&builder, "{sv}", "xesam:artist",

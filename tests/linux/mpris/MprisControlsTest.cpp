@@ -32,6 +32,12 @@ public:
     void mediaSetVolume(float volume) override {
         asked.push_back("volume " + std::to_string(static_cast<int>(volume * 100)));
     }
+    void mediaSetLoop(host::NowPlaying::Loop loop) override {
+        asked.push_back("loop " + std::to_string(static_cast<int>(loop)));
+    }
+    void mediaSetShuffle(bool shuffle) override {
+        asked.emplace_back(shuffle ? "shuffle" : "no shuffle");
+    }
     double mediaPosition() const override { return 12.5; }
 
     std::vector<std::string> asked;
@@ -178,6 +184,36 @@ TEST_F(MprisControlsTest, EveryKeyReachesThePlayer) {
                   g_variant_new("(ssv)", kMprisPlayer, "Rate", g_variant_new_double(2))),
               "error");
     EXPECT_THAT(client_.asked, ElementsAre("play", "volume 100"));
+}
+
+TEST_F(MprisControlsTest, RepeatAndShuffleCanBeReadAndSet) {
+    playing_.artUrl = "file:///cover.png";
+    appear();
+    const auto set = [this](const char* name, GVariant* value) {
+        return ask(kMprisBusName, kMprisPath, "org.freedesktop.DBus.Properties", "Set",
+                   g_variant_new("(ssv)", kMprisPlayer, name, value));
+    };
+    for (const char* loop : {"Track", "Playlist", "None", "Sideways"})
+        set("LoopStatus", g_variant_new_string(loop));
+    set("Shuffle", g_variant_new_boolean(TRUE));
+    set("Shuffle", g_variant_new_boolean(FALSE));
+    EXPECT_THAT(client_.asked, ElementsAre("loop 1", "loop 2", "loop 0", "shuffle", "no shuffle"));
+    EXPECT_EQ(property(kMprisPlayer, "LoopStatus"), "(<'None'>,)");
+    playing_.loop = host::NowPlaying::Loop::Queue;
+    playing_.shuffle = true;
+    controls_->setNowPlaying(playing_);
+    EXPECT_EQ(property(kMprisPlayer, "LoopStatus"), "(<'Playlist'>,)");
+    EXPECT_EQ(property(kMprisPlayer, "Shuffle"), "(<true>,)");
+    EXPECT_THAT(property(kMprisPlayer, "Metadata"), HasSubstr("<'file:///cover.png'>"));
+    EXPECT_EQ(property(kMprisRoot, "DesktopEntry"), "(<'org.vistrel.Vistrel'>,)");
+}
+
+TEST_F(MprisControlsTest, SeekingWithoutATrackToSeekInDoesNotMeanNext) {
+    playing_.canPlay = false;
+    playing_.duration = 0;
+    appear();
+    call("Seek", g_variant_new("(x)", gint64{5000000}));
+    EXPECT_THAT(client_.asked, IsEmpty());
 }
 
 TEST_F(MprisControlsTest, OnlyWhatHasChangedIsToldAndOnlyOnce) {
