@@ -72,7 +72,8 @@ public:
     virtual Result<std::unique_ptr<Playback>> createAudioPlayback(const std::string& url) = 0;
     /// `path` is a device path.
     virtual Result<std::unique_ptr<AudioFileReader>> openAudioFile(const std::string& path) = 0;
-    /// "Speaker", "Headphone", ...; empty without a route; a failure without a sound system.
+    /// "Speaker", "Headphone", ...; empty without a route; a failure without a sound system. Cheap:
+    /// nothing is started for it, and as long as no player has been made it may fail.
     virtual Result<std::string> audioRoute() = 0;
 };
 

@@ -4,6 +4,7 @@
 #include "platform/foundation/NSNotificationCenter.h"
 #include "platform/foundation/NSRunLoop.h"
 #include "platform/foundation/NSTimer.h"
+#include "platform/foundation/Weakly.h"
 #include "platform/host/Host.h"
 #include "platform/media/MPMovieView.h"
 #include "platform/uikit/UIApplication.h"
@@ -51,27 +52,12 @@ MPMoviePlayerController::~MPMoviePlayerController() {
 }
 
 void MPMoviePlayerController::makeView() {
-    const std::weak_ptr<MPMoviePlayerController> weak = weak_from_this();
-    const auto act = [weak](auto action) {
-        if (auto self = weak.lock())
-            action(*self);
-    };
     MPMovieControls::Actions actions;
-    actions.done = [act] {
-        act([](auto& self) { self.finish(MPMovieFinishReason::UserExited); });
-    };
-    actions.togglePlay = [act] {
-        act([](auto& self) { self.togglePlay(); });
-    };
-    actions.seek = [act](double seconds) {
-        act([seconds](auto& self) { self.setCurrentPlaybackTime(seconds); });
-    };
-    actions.setVolume = [act](float volume) {
-        act([volume](auto& self) {
-            self.playback_->setVolume(volume);
-            self.refreshView();
-        });
-    };
+    actions.done =
+        weakly(this, [](auto& player) { player.finish(MPMovieFinishReason::UserExited); });
+    actions.togglePlay = weakly(this, &MPMoviePlayerController::togglePlay);
+    actions.seek = weakly(this, &MPMoviePlayerController::setCurrentPlaybackTime);
+    actions.setVolume = weakly(this, &MPMoviePlayerController::setVolume);
     view_ = std::make_shared<MPMovieView>(kLandscape, std::move(actions));
     view_->setPlayback(playback_.get());
     view_->setControlsWanted(!offersLoadState());
@@ -94,10 +80,8 @@ void MPMoviePlayerController::prepareToPlay() {
         playback_->prepare();
         return;
     }
-    NSRunLoop::performAfterDelay(0, [weak = weak_from_this()] {
-        if (auto self = weak.lock())
-            self->playbackDidFail("There is no player.");
-    });
+    NSRunLoop::performAfterDelay(
+        0, weakly(this, [](auto& player) { player.playbackDidFail("There is no player."); }));
 }
 
 void MPMoviePlayerController::play() {
@@ -107,8 +91,9 @@ void MPMoviePlayerController::play() {
         showByItself();
     playing_ = playback_->play();
     if (!refreshTimer_)
-        refreshTimer_ = NSTimer::scheduledTimer(kRefreshInterval, NSTimer::Repeats::Yes,
-                                                [this] { refreshView(); });
+        refreshTimer_ =
+            NSTimer::scheduledTimer(kRefreshInterval, NSTimer::Repeats::Yes,
+                                    weakly(this, &MPMoviePlayerController::refreshView));
     refreshView();
 }
 
@@ -149,6 +134,11 @@ void MPMoviePlayerController::setCurrentPlaybackTime(double seconds) {
     if (!playback_ || finished_)
         return;
     playback_->setCurrentTime(seconds);
+    refreshView();
+}
+
+void MPMoviePlayerController::setVolume(float volume) {
+    playback_->setVolume(volume);
     refreshView();
 }
 

@@ -73,6 +73,7 @@ private:
     void showByItself();
     void setLoadState(unsigned state);
     void togglePlay();
+    void setVolume(float volume);
     void refreshView();
     void finish(MPMovieFinishReason reason);
     void end();

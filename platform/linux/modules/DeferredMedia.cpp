@@ -41,8 +41,9 @@ DeferredMedia::openAudioFile(const std::string& path) {
 }
 
 host::Result<std::string> DeferredMedia::audioRoute() {
-    if (!media())
-        return missing();
+    // The ads ask while the menu waits for its first touch: not worth starting the players for.
+    if (!media_)
+        return host::Failure{EAGAIN, "The players have not been started."};
     return media_->audioRoute();
 }
 
