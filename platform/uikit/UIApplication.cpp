@@ -140,6 +140,8 @@ void UIApplication::setStatusBarOrientation(UIInterfaceOrientation orientation, 
         statusBar_->setAlpha(1);
         UIViewAnimation::commitAnimations();
     }
+    NSNotificationCenter::defaultCenter().postNotification(
+        UIApplicationDidChangeStatusBarOrientationNotification, this);
 }
 
 void UIApplication::placeStatusBar() {
@@ -179,6 +181,7 @@ void UIApplication::setNetworkActivityIndicatorVisible(bool visible) {
 }
 
 void UIApplication::setIdleTimerDisabled(bool disabled) {
+    idleTimerDisabled_ = disabled;
     host::current().desktop->setIdleTimerDisabled(disabled);
 }
 

@@ -30,6 +30,8 @@ inline constexpr const char* UIApplicationWillEnterForegroundNotification =
     "UIApplicationWillEnterForegroundNotification";
 inline constexpr const char* UIApplicationDidBecomeActiveNotification =
     "UIApplicationDidBecomeActiveNotification";
+inline constexpr const char* UIApplicationDidChangeStatusBarOrientationNotification =
+    "UIApplicationDidChangeStatusBarOrientationNotification";
 
 /// The running application: its window, status bar, and what it asks of the system. The host's
 /// window drives it through the last section.
@@ -56,6 +58,7 @@ public:
     void setNetworkActivityIndicatorVisible(bool visible);
     bool isNetworkActivityIndicatorVisible() const { return networkActivity_; }
     void setIdleTimerDisabled(bool disabled);
+    bool isIdleTimerDisabled() const { return idleTimerDisabled_; }
 
     bool canOpenURL(const NSURL& url);
     bool openURL(const NSURL& url);
@@ -93,6 +96,7 @@ private:
     UIApplicationState state_ = UIApplicationState::Inactive;
     bool statusBarHidden_ = false;
     bool networkActivity_ = false;
+    bool idleTimerDisabled_ = false;
     UIInterfaceOrientation statusBarOrientation_ = UIInterfaceOrientation::Portrait;
 };
 

@@ -50,7 +50,7 @@ public:
         return kind_ == Kind::SystemItem && systemItem_ == UIBarButtonSystemItem::FlexibleSpace;
     }
 
-    /// Of a fixed space; 0 elsewhere: as wide as the content asks for.
+    /// In a toolbar; 0: as wide as the content asks for.
     double width() const { return width_; }
     void setWidth(double width);
 

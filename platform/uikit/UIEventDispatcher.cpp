@@ -49,6 +49,18 @@ void UIEventDispatcher::countTap(CGPoint location, double timestamp) {
     tapCount_ = follows ? tapCount_ + 1 : 1;
 }
 
+bool UIEventDispatcher::touchBeginsInForeignContent(CGPoint location, double timestamp) {
+    const auto hit = root_.hitTest(location);
+    if (!hit || !hit->foreignContent())
+        return false;
+    UITouch touch;
+    touch.view = hit;
+    touch.timestamp = timestamp;
+    touch.windowLocation = touch.previousWindowLocation = touch.startWindowLocation = location;
+    (void)hit->touchWillBeginInside(touch);
+    return true;
+}
+
 void UIEventDispatcher::began(CGPoint location, double timestamp) {
     countTap(location, timestamp);
     UITouch touch;

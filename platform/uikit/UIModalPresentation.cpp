@@ -69,8 +69,8 @@ void UIModalPresentation::begin(Way way, const std::shared_ptr<UIViewController>
     change.move = [moveBy, goesUp, height] {
         moveBy(goesUp ? -height : height);
     };
-    change.complete = [this, modal, goesUp, animated] {
-        const auto keep = presenter_.weak_from_this().lock();
+    // The presenter may be let go of while its modal screen slides.
+    change.complete = [this, keep = presenter_.weak_from_this().lock(), modal, goesUp, animated] {
         if (goesUp)
             presented(*modal, animated);
         else

@@ -128,6 +128,8 @@ double UIToolbar::widthOfItem(std::size_t index) const {
     const auto& view = itemViews_[index];
     if (!view)
         return items_[index]->width();
+    if (items_[index]->width() > 0)
+        return items_[index]->width();
     const bool isOwnButton = items_[index]->kind() != UIBarButtonItem::Kind::CustomView;
     return isOwnButton ? view->sizeThatFits({}).width : view->bounds().size.width;
 }

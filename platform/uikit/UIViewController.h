@@ -11,6 +11,10 @@ class UIModalPresentation;
 class UINavigationController;
 class UINavigationItem;
 
+/// How much of the screen a modal screen takes; numbers are the phone's. On a screen of a phone's
+/// size every style covers all of it, but only a full screen one may hide the status bar.
+enum class UIModalPresentationStyle { FullScreen = 0, PageSheet, FormSheet, CurrentContext };
+
 /// Posted when memory runs short; every screen hears didReceiveMemoryWarning.
 inline constexpr const char* UIApplicationDidReceiveMemoryWarningNotification =
     "UIApplicationDidReceiveMemoryWarningNotification";
@@ -63,6 +67,10 @@ public:
     /// it.
     void dismissModalViewControllerAnimated(bool animated);
     std::shared_ptr<UIViewController> modalViewController() const;
+    UIModalPresentationStyle modalPresentationStyle() const { return modalPresentationStyle_; }
+    void setModalPresentationStyle(UIModalPresentationStyle style) {
+        modalPresentationStyle_ = style;
+    }
     /// Who presents this screen, or the navigation controller that holds it; null for none.
     UIViewController* parentViewController() const;
 
@@ -101,6 +109,7 @@ private:
     std::shared_ptr<UIViewController> modal_;
     std::unique_ptr<UIModalPresentation> presentation_;
     Appearance appearance_ = Appearance::Disappeared;
+    UIModalPresentationStyle modalPresentationStyle_ = UIModalPresentationStyle::FullScreen;
     bool editing_ = false;
     bool hidesBottomBarWhenPushed_ = false;
 };

@@ -76,7 +76,7 @@ bool ScreenInput::handlePointer(GdkEvent* event, GdkEventType type) {
     if (begins) {
         if (isDown_)
             return true;
-        if (isOverForeignContent(pointer_))
+        if (events().touchBeginsInForeignContent(pointer_, now()))
             return false;
         isDown_ = true;
         sequence_ = gdk_event_get_event_sequence(event);
