@@ -10,9 +10,11 @@ struct GADSetting {
     const char* defaultValue;
 };
 
-/// Serves the request-building script, over plain HTTP.
-inline constexpr GADSetting kGADStaticContentHost{"static-content-host",
-                                                  "static.ads.vistrel.example"};
+/// Whether the application shows ads at all; "no" leaves them out.
+inline constexpr GADSetting kGADEnabled{"enabled", "yes"};
+/// Serves the request-building script, over plain HTTP. Empty: there is no ad server, and nothing
+/// is asked for.
+inline constexpr GADSetting kGADStaticContentHost{"static-content-host", ""};
 /// Origin of the page in which that script runs.
 inline constexpr GADSetting kGADAdServerOrigin{"ad-server-origin", "http://ads.vistrel.example"};
 /// The host whose reachability tells the kind of network.

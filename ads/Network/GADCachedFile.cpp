@@ -31,18 +31,17 @@ std::string folderOf(const std::string& path) {
 
 }
 
-GADCachedFile::GADCachedFile(GADCachedFileDelegate* delegate, NSURL url)
-    : delegate_(delegate)
+GADCachedFile::GADCachedFile(std::weak_ptr<GADCachedFileDelegate> delegate, NSURL url)
+    : delegate_(std::move(delegate))
     , sourceURL_(std::move(url))
     , httpDestinationURL_(sourceURL_) {}
 
-std::shared_ptr<GADCachedFile> GADCachedFile::withDelegateURL(GADCachedFileDelegate* delegate,
-                                                              NSURL url) {
-    return std::shared_ptr<GADCachedFile>(new GADCachedFile(delegate, std::move(url)));
+std::shared_ptr<GADCachedFile>
+GADCachedFile::withDelegateURL(std::weak_ptr<GADCachedFileDelegate> delegate, NSURL url) {
+    return std::shared_ptr<GADCachedFile>(new GADCachedFile(std::move(delegate), std::move(url)));
 }
 
 GADCachedFile::~GADCachedFile() {
-    delegate_ = nullptr;
     cleanUp();
 }
 
@@ -134,9 +133,9 @@ std::optional<NSURLRequest> GADCachedFile::connectionWillSendRequestRedirectResp
     if (!redirectResponse)
         return request;
     httpHeaders_ = redirectResponse->allHeaderFields();
-    const auto veto = delegate_
-                          ? delegate_->cachedFileShouldRedirectToURL(*this, httpDestinationURL_)
-                          : std::nullopt;
+    const auto asked = delegate();
+    const auto veto = asked ? asked->cachedFileShouldRedirectToURL(*this, httpDestinationURL_)
+                            : std::nullopt;
     if (!veto)
         return request;
     cleanUp();
@@ -198,13 +197,13 @@ void GADCachedFile::applyReceivedModificationDate() {
 }
 
 void GADCachedFile::reportEnd() {
-    if (delegate_)
-        delegate_->cachedFileDownloadDidEnd(*this);
+    if (const auto told = delegate())
+        told->cachedFileDownloadDidEnd(*this);
 }
 
 void GADCachedFile::reportFailure(const NSError* error) {
-    if (delegate_)
-        delegate_->cachedFileDownloadDidFail(*this, error);
+    if (const auto told = delegate())
+        told->cachedFileDownloadDidFail(*this, error);
 }
 
 void GADCachedFile::cleanUp() {

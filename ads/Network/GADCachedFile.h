@@ -9,6 +9,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vistrel {
@@ -17,12 +18,12 @@ class NSURLRequest;
 
 /// One address and its copy on disk, fetched and revalidated over HTTP. The copy of a successful
 /// fetch stays through any later failure. A running fetch keeps the object alive; the delegate is
-/// not retained and must take itself away before it goes.
+/// not retained.
 class GADCachedFile : public std::enable_shared_from_this<GADCachedFile>,
                       private NSURLConnectionDelegate {
 public:
-    static std::shared_ptr<GADCachedFile> withDelegateURL(GADCachedFileDelegate* delegate,
-                                                          NSURL url);
+    static std::shared_ptr<GADCachedFile>
+    withDelegateURL(std::weak_ptr<GADCachedFileDelegate> delegate, NSURL url);
     ~GADCachedFile() override;
     GADCachedFile(const GADCachedFile&) = delete;
     GADCachedFile& operator=(const GADCachedFile&) = delete;
@@ -50,14 +51,16 @@ public:
     int httpStatusCode() const { return httpStatusCode_; }
     /// Of the last answer, redirects included.
     const NSURLResponse::HeaderFields& httpHeaders() const { return httpHeaders_; }
-    GADCachedFileDelegate* delegate() const { return delegate_; }
-    void setDelegate(GADCachedFileDelegate* delegate) { delegate_ = delegate; }
+    std::shared_ptr<GADCachedFileDelegate> delegate() const { return delegate_.lock(); }
+    void setDelegate(std::weak_ptr<GADCachedFileDelegate> delegate) {
+        delegate_ = std::move(delegate);
+    }
     std::string description();
 
 private:
     enum class CacheBuster { No, Yes };
 
-    GADCachedFile(GADCachedFileDelegate* delegate, NSURL url);
+    GADCachedFile(std::weak_ptr<GADCachedFileDelegate> delegate, NSURL url);
     void beginFetchWithCacheBuster(CacheBuster cacheBuster);
     std::optional<NSURLRequest> requestWithCacheBuster(CacheBuster cacheBuster);
     std::optional<NSError> storeReceivedData();
@@ -79,7 +82,7 @@ private:
     void connectionDidFinishLoading(NSURLConnection& connection) override;
     void connectionDidFailWithError(NSURLConnection& connection, const NSError& error) override;
 
-    GADCachedFileDelegate* delegate_;
+    std::weak_ptr<GADCachedFileDelegate> delegate_;
     NSURL sourceURL_;
     std::string filePath_;
     std::shared_ptr<NSURLConnection> connection_;

@@ -2,6 +2,7 @@
 
 #include "ads/Utility/GADDeviceEnvironment.h"
 #include "ads/Utility/GADNumberUtilities.h"
+#include "ads/Utility/GADTextUtilities.h"
 #include "platform/host/Crypto.h"
 #include "platform/host/Host.h"
 
@@ -34,14 +35,6 @@ std::string digestText(std::string_view text) {
         result += digits[std::to_integer<unsigned>(byte) & 15];
     }
     return result;
-}
-
-std::string lowerCased(std::string text) {
-    for (char& character : text) {
-        if (character >= 'A' && character <= 'Z')
-            character = static_cast<char>(character - 'A' + 'a');
-    }
-    return text;
 }
 
 std::string applicationName() {
@@ -101,7 +94,7 @@ const std::string& GADIdentifierUtilities::deviceIdentifier() {
 const std::string& GADIdentifierUtilities::locale() {
     if (!locale_) {
         const auto languages = environment().languages();
-        locale_ = languages.empty() ? std::string() : lowerCased(languages.front());
+        locale_ = languages.empty() ? std::string() : gadLowerCased(languages.front());
     }
     return *locale_;
 }

@@ -1,6 +1,8 @@
 #include "ads/Utility/GADNumberUtilities.h"
 
 #include <array>
+#include <charconv>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 
@@ -34,6 +36,19 @@ int GADNumberUtilities::integerWithString(std::string_view text) {
         number = number * 10 + (character - '0');
     }
     return saturated<int>(static_cast<double>(negative ? -number : number));
+}
+
+float GADNumberUtilities::floatWithString(std::string_view text) {
+    const auto begin = text.find_first_not_of(" \t\n\r\f\v");
+    if (begin == std::string_view::npos)
+        return 0;
+    text.remove_prefix(begin);
+    if (text[0] == '+')
+        text.remove_prefix(1);
+    float number = 0;
+    const auto result =
+        std::from_chars(text.data(), text.data() + text.size(), number, std::chars_format::general);
+    return result.ec == std::errc() && std::isfinite(number) ? number : 0;
 }
 
 }

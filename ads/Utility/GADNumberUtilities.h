@@ -15,6 +15,9 @@ std::string stringWithFloat(float number);
 /// end of the range when it lies outside.
 int integerWithString(std::string_view text);
 
+/// The decimal number at the beginning of a text, after blanks; 0 when there is none.
+float floatWithString(std::string_view text);
+
 /// The number without its fraction; the nearest end of the range when it lies outside, 0 for what
 /// is no number.
 template <std::integral Integer>

@@ -50,14 +50,14 @@ class GADCachedFileTest : public AdsTest {
 protected:
     ~GADCachedFileTest() override {
         if (file_) {
-            file_->setDelegate(nullptr);
+            file_->setDelegate({});
             file_->cancel();
         }
     }
 
     GADCachedFile& file() {
         if (!file_)
-            file_ = GADCachedFile::withDelegateURL(&delegate_, *NSURL::URLWithString(kAddress));
+            file_ = GADCachedFile::withDelegateURL(delegate_, *NSURL::URLWithString(kAddress));
         return *file_;
     }
     void letGo() { file_.reset(); }
@@ -71,7 +71,7 @@ protected:
         network().at(kAddress).body(text).header("Last-Modified", kModified);
         fetch();
         network().forgetRequests();
-        delegate_.events.clear();
+        delegate_->events.clear();
     }
     std::string sentHeader(const std::string& field) {
         return network().requests().empty()
@@ -80,7 +80,7 @@ protected:
     }
     double modificationTime() { return files().info(file().filePath()).value().modificationTime; }
 
-    RecordingDelegate delegate_;
+    std::shared_ptr<RecordingDelegate> delegate_ = std::make_shared<RecordingDelegate>();
     std::shared_ptr<GADCachedFile> file_;
 };
 
@@ -93,7 +93,7 @@ TEST_F(GADCachedFileTest, FetchesAFileWithItsStatusAndHeaders) {
     EXPECT_EQ(file().content(), std::nullopt);
     EXPECT_EQ(file().fileModificationDate(), std::nullopt);
     fetch();
-    EXPECT_THAT(delegate_.events, ElementsAre("end"));
+    EXPECT_THAT(delegate_->events, ElementsAre("end"));
     EXPECT_EQ(file().content(), "var a = 1;");
     EXPECT_EQ(file().httpStatusCode(), 200);
     EXPECT_THAT(file().httpHeaders(),
@@ -108,9 +108,9 @@ TEST_F(GADCachedFileTest, FetchesAFileWithItsStatusAndHeaders) {
 TEST_F(GADCachedFileTest, NothingIsReportedBeforeValidateReturns) {
     network().at(kAddress).body("a");
     file().validate();
-    EXPECT_THAT(delegate_.events, IsEmpty());
+    EXPECT_THAT(delegate_->events, IsEmpty());
     advance(10);
-    EXPECT_THAT(delegate_.events, ElementsAre("end"));
+    EXPECT_THAT(delegate_->events, ElementsAre("end"));
 }
 
 TEST_F(GADCachedFileTest, LiesInAFolderOfItsHostAndIsNamedByAStableHash) {
@@ -157,7 +157,7 @@ TEST_F(GADCachedFileTest, ASecondValidateDuringAFetchChangesNothing) {
     file().validateWithCacheBuster();
     advance(10);
     EXPECT_EQ(network().requests().size(), 1U);
-    EXPECT_THAT(delegate_.events, ElementsAre("end"));
+    EXPECT_THAT(delegate_->events, ElementsAre("end"));
     file().validate();
     advance(10);
     EXPECT_EQ(network().requests().size(), 2U);
@@ -170,7 +170,7 @@ TEST_F(GADCachedFileTest, ACopyIsRevalidatedByTheServersOwnDate) {
     network().at(kAddress).status(304);
     fetch();
     EXPECT_EQ(sentHeader("If-Modified-Since"), "Sat, 01 Jan 2011 12:00:00");
-    EXPECT_THAT(delegate_.events, ElementsAre("end"));
+    EXPECT_THAT(delegate_->events, ElementsAre("end"));
     EXPECT_EQ(file().httpStatusCode(), 304);
     EXPECT_EQ(file().content(), "old copy");
     EXPECT_EQ(modificationTime(), kModifiedSeconds);
@@ -178,10 +178,10 @@ TEST_F(GADCachedFileTest, ACopyIsRevalidatedByTheServersOwnDate) {
 
 TEST_F(GADCachedFileTest, AnyObjectOfTheAddressFindsTheCopy) {
     haveACopy();
-    const auto other = GADCachedFile::withDelegateURL(nullptr, *NSURL::URLWithString(kAddress));
+    const auto other = GADCachedFile::withDelegateURL({}, *NSURL::URLWithString(kAddress));
     EXPECT_EQ(other->content(), "old copy");
     const auto otherAddress =
-        GADCachedFile::withDelegateURL(nullptr, *NSURL::URLWithString(std::string(kAddress) + "?"));
+        GADCachedFile::withDelegateURL({}, *NSURL::URLWithString(std::string(kAddress) + "?"));
     EXPECT_FALSE(otherAddress->hasContent());
 }
 
@@ -225,7 +225,7 @@ TEST_F(GADCachedFileTest, AnUnexpectedStatusKeepsTheOldCopy) {
         haveACopy();
         network().at(kAddress).status(status).body("an error page");
         fetch();
-        EXPECT_THAT(delegate_.events, ElementsAre("fail")) << status;
+        EXPECT_THAT(delegate_->events, ElementsAre("fail")) << status;
         EXPECT_EQ(file().httpStatusCode(), status);
         EXPECT_EQ(file().content(), "old copy");
         EXPECT_EQ(network().runningTransfers(), 0);
@@ -239,13 +239,13 @@ TEST_F(GADCachedFileTest, ALostConnectionReportsItsErrorAndKeepsTheOldCopy) {
         .body("a longer new copy")
         .failsAfter(5, host::TransferErrorKind::ConnectionLost, "lost");
     fetch();
-    EXPECT_THAT(delegate_.events, ElementsAre("fail NSURLErrorDomain -1005"));
+    EXPECT_THAT(delegate_->events, ElementsAre("fail NSURLErrorDomain -1005"));
     EXPECT_EQ(file().content(), "old copy");
     // A body that ends early is no copy either.
-    delegate_.events.clear();
+    delegate_->events.clear();
     network().at(kAddress).body("half").announces(100);
     fetch();
-    EXPECT_THAT(delegate_.events, ElementsAre("fail NSURLErrorDomain -1005"));
+    EXPECT_THAT(delegate_->events, ElementsAre("fail NSURLErrorDomain -1005"));
     EXPECT_EQ(file().content(), "old copy");
 }
 
@@ -256,11 +256,11 @@ TEST_F(GADCachedFileTest, FollowsARedirectAndReadsItsHeaders) {
         .header("X-Afma-Tracking-Urls", "http://t/");
     network().at("http://cdn.example/a").body("moved");
     file().validate();
-    delegate_.onEnd = [](GADCachedFile& ended) {
+    delegate_->onEnd = [](GADCachedFile& ended) {
         EXPECT_EQ(ended.httpDestinationURL().absoluteString(), "http://cdn.example/a");
     };
     advance(10);
-    EXPECT_THAT(delegate_.events, ElementsAre("redirect http://cdn.example/a", "end"));
+    EXPECT_THAT(delegate_->events, ElementsAre("redirect http://cdn.example/a", "end"));
     EXPECT_EQ(file().content(), "moved");
     EXPECT_EQ(file().sourceURL().absoluteString(), kAddress);
     EXPECT_EQ(file().filePath(), gadCachedFilePath(*NSURL::URLWithString(kAddress)));
@@ -270,27 +270,27 @@ TEST_F(GADCachedFileTest, AVetoStopsAtTheRedirectWithTheDelegatesError) {
     haveACopy();
     network().at(kAddress).redirectsTo("http://cdn.example/a").header("X-Mark", "redirect");
     network().at("http://cdn.example/a").body("moved");
-    delegate_.veto = NSError("veto", 7, "not there");
+    delegate_->veto = NSError("veto", 7, "not there");
     fetch();
-    EXPECT_THAT(delegate_.events, ElementsAre("redirect http://cdn.example/a", "fail veto 7"));
+    EXPECT_THAT(delegate_->events, ElementsAre("redirect http://cdn.example/a", "fail veto 7"));
     EXPECT_THAT(network().requestedURLs(), ElementsAre(kAddress));
     EXPECT_EQ(file().httpDestinationURL().absoluteString(), "http://cdn.example/a");
     EXPECT_THAT(file().httpHeaders(), ::testing::Contains(::testing::Pair("X-Mark", "redirect")));
     EXPECT_EQ(file().content(), "old copy");
-    delegate_.veto.reset();
+    delegate_->veto.reset();
     fetch();
     EXPECT_EQ(file().content(), "moved");
 }
 
 TEST_F(GADCachedFileTest, ARedirectThatLeavesTheWebIsAskedAboutToo) {
     network().at(kAddress).redirectsTo("tel:123");
-    delegate_.veto = NSError("veto", 7, "enough");
+    delegate_->veto = NSError("veto", 7, "enough");
     fetch();
-    EXPECT_THAT(delegate_.events, ElementsAre("redirect tel:123", "fail veto 7"));
-    delegate_.events.clear();
-    delegate_.veto.reset();
+    EXPECT_THAT(delegate_->events, ElementsAre("redirect tel:123", "fail veto 7"));
+    delegate_->events.clear();
+    delegate_->veto.reset();
     fetch();
-    EXPECT_THAT(delegate_.events, ElementsAre("redirect tel:123", "fail NSURLErrorDomain -1002"));
+    EXPECT_THAT(delegate_->events, ElementsAre("redirect tel:123", "fail NSURLErrorDomain -1002"));
 }
 
 TEST_F(GADCachedFileTest, TheCacheBusterIsTheMomentInTheAddress) {
@@ -318,7 +318,7 @@ TEST_F(GADCachedFileTest, AWriteThatFailsReportsWhyAndKeepsTheOldCopy) {
     network().at(kAddress).body("new copy");
     files().failWritesFrom(1, ENOSPC);
     fetch();
-    EXPECT_THAT(delegate_.events, ElementsAre("fail NSPOSIXErrorDomain " + std::to_string(ENOSPC)));
+    EXPECT_THAT(delegate_->events, ElementsAre("fail NSPOSIXErrorDomain " + std::to_string(ENOSPC)));
     files().clearFaults();
     EXPECT_EQ(file().content(), "old copy");
     EXPECT_EQ(modificationTime(), kModifiedSeconds);
@@ -328,8 +328,8 @@ TEST_F(GADCachedFileTest, AFolderThatCannotBeMadeReportsWhy) {
     network().at(kAddress).body("new copy");
     files().makeReadOnly("/var");
     fetch();
-    ASSERT_EQ(delegate_.events.size(), 1U);
-    EXPECT_THAT(delegate_.events.front(), ::testing::StartsWith("fail NSPOSIXErrorDomain "));
+    ASSERT_EQ(delegate_->events.size(), 1U);
+    EXPECT_THAT(delegate_->events.front(), ::testing::StartsWith("fail NSPOSIXErrorDomain "));
     EXPECT_FALSE(file().hasContent());
 }
 
@@ -342,7 +342,7 @@ TEST_F(GADCachedFileTest, CancelKeepsTheCopyAndReportsNothing) {
     file().cancel();
     EXPECT_EQ(network().runningTransfers(), 0);
     advance(10);
-    EXPECT_THAT(delegate_.events, IsEmpty());
+    EXPECT_THAT(delegate_->events, IsEmpty());
     EXPECT_EQ(file().content(), "old copy");
     fetch();
     EXPECT_EQ(file().content(), "new copy");
@@ -356,7 +356,7 @@ TEST_F(GADCachedFileTest, InvalidateStopsAndDeletes) {
     file().invalidate();
     file().invalidate();
     advance(10);
-    EXPECT_THAT(delegate_.events, IsEmpty());
+    EXPECT_THAT(delegate_->events, IsEmpty());
     EXPECT_FALSE(file().hasContent());
     network().forgetRequests();
     fetch();
@@ -376,14 +376,14 @@ TEST_F(GADCachedFileTest, TextThatIsNotUTF8IsNoContent) {
 TEST_F(GADCachedFileTest, TheDelegateMayFetchAgainFromTheEnd) {
     network().at(kAddress).body("first").header("Last-Modified", kModified);
     network().thenAt(kAddress).body("second");
-    delegate_.onEnd = [this](GADCachedFile& ended) {
-        delegate_.onEnd = nullptr;
+    delegate_->onEnd = [this](GADCachedFile& ended) {
+        delegate_->onEnd = nullptr;
         ended.validate(); // still running: nothing
         ended.cancel();
         ended.validate();
     };
     fetch();
-    EXPECT_THAT(delegate_.events, ElementsAre("end", "end"));
+    EXPECT_THAT(delegate_->events, ElementsAre("end", "end"));
     EXPECT_EQ(file().content(), "second");
     EXPECT_EQ(network().requests().size(), 2U);
 }
@@ -391,21 +391,21 @@ TEST_F(GADCachedFileTest, TheDelegateMayFetchAgainFromTheEnd) {
 TEST_F(GADCachedFileTest, TheDelegateMayFetchAgainFromAFailure) {
     network().at(kAddress).fails(host::TransferErrorKind::TimedOut, "slow");
     network().thenAt(kAddress).body("second");
-    delegate_.onFail = [](GADCachedFile& failed) {
+    delegate_->onFail = [](GADCachedFile& failed) {
         failed.validate();
     };
     fetch();
-    EXPECT_THAT(delegate_.events, ElementsAre("fail NSURLErrorDomain -1001", "end"));
+    EXPECT_THAT(delegate_->events, ElementsAre("fail NSURLErrorDomain -1001", "end"));
 }
 
 TEST_F(GADCachedFileTest, TheDelegateMayLetTheFileGoInAnyCallback) {
     const auto letGoOfIt = [this](GADCachedFile& done) {
-        done.setDelegate(nullptr);
+        done.setDelegate({});
         done.invalidate();
         letGo();
     };
-    delegate_.onEnd = letGoOfIt;
-    delegate_.onFail = letGoOfIt;
+    delegate_->onEnd = letGoOfIt;
+    delegate_->onFail = letGoOfIt;
     network().at(kAddress).body("a").header("Last-Modified", kModified);
     fetch();
     EXPECT_EQ(file_, nullptr);
@@ -415,16 +415,16 @@ TEST_F(GADCachedFileTest, TheDelegateMayLetTheFileGoInAnyCallback) {
     fetch();
     network().at(kAddress).fails(host::TransferErrorKind::Other, "broken");
     fetch();
-    delegate_.veto = NSError("veto", 7, "not there");
+    delegate_->veto = NSError("veto", 7, "not there");
     network().at(kAddress).redirectsTo("http://h/");
     fetch();
-    EXPECT_THAT(delegate_.events, ElementsAre("end", "end", "fail", "fail NSURLErrorDomain -1",
+    EXPECT_THAT(delegate_->events, ElementsAre("end", "end", "fail", "fail NSURLErrorDomain -1",
                                               "redirect http://h/", "fail veto 7"));
     EXPECT_FALSE(file().hasContent());
 }
 
 TEST_F(GADCachedFileTest, WithoutADelegateItFetchesAllTheSame) {
-    file().setDelegate(nullptr);
+    file().setDelegate({});
     network().at(kAddress).redirectsTo("http://h/");
     network().at("http://h/").body("a");
     fetch();

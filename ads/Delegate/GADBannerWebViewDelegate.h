@@ -1,0 +1,29 @@
+#pragma once
+#include "ads/Delegate/GADWebViewDelegate.h"
+
+#include <memory>
+#include <utility>
+
+namespace vistrel {
+class GADObjectPrivate;
+
+/// The delegate of a banner's page. A click, which is any navigation of a shown ad soon after which
+/// it was touched, opens a full-screen screen and is never loaded in the banner.
+class GADBannerWebViewDelegate : public GADWebViewDelegate {
+public:
+    /// The ad object; not retained.
+    void setPrivate(std::weak_ptr<GADObjectPrivate> object) { private_ = std::move(object); }
+
+    bool webViewShouldStartLoadWithRequest(UIWebView& webView, const NSURLRequest& request,
+                                           UIWebViewNavigationType type) override;
+    void webViewDidFinishLoad(UIWebView& webView) override;
+    void webViewDidFailLoadWithError(UIWebView& webView, const NSError& error) override;
+
+private:
+    bool openClick(GADObjectPrivate& ad, UIWebView& webView, const NSURLRequest& request,
+                   UIWebViewNavigationType type);
+
+    std::weak_ptr<GADObjectPrivate> private_;
+};
+
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+namespace vistrel {
+class GADInterstitial;
+class GADRequestError;
+
+/// Hears what becomes of an interstitial. It may let go of the interstitial in any of these.
+class GADInterstitialDelegate {
+public:
+    virtual ~GADInterstitialDelegate() = default;
+    virtual void interstitialDidReceiveAd(GADInterstitial&) {}
+    virtual void interstitialDidFailToReceiveAdWithError(GADInterstitial&, const GADRequestError&) {
+    }
+    virtual void interstitialWillPresentScreen(GADInterstitial&) {}
+    virtual void interstitialWillDismissScreen(GADInterstitial&) {}
+    virtual void interstitialDidDismissScreen(GADInterstitial&) {}
+    /// Another application is about to be opened.
+    virtual void interstitialWillLeaveApplication(GADInterstitial&) {}
+};
+
+}

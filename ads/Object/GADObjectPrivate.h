@@ -1,0 +1,156 @@
+#pragma once
+#include "ads/Network/GADCachedFile.h"
+#include "ads/Network/GADClickTrackerDelegate.h"
+#include "ads/Object/GADPrivateObject.h"
+#include "ads/Object/GADRequestError.h"
+#include "ads/Request/GADRequestPrivate.h"
+#include "ads/Utility/GADSupportedOrientations.h"
+#include "platform/graphics/CGGeometry.h"
+
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vistrel {
+class GADBannerView;
+class GADBannerWebViewDelegate;
+class GADClickTracker;
+class GADDelegateManager;
+class GADRefreshTimer;
+class GADWebView;
+class GADWebViewDelegate;
+class UIViewController;
+struct NSNotification;
+
+/// How far a load has come, with the library's numbers.
+enum class GADAdState : int {
+    Idle = 0,
+    FetchingScript = 1,
+    ScriptFailed = 2,
+    BuildingRequest = 3,
+    FetchingAd = 4,
+    LoadingAd = 5,
+    Shown = 6,
+    Failed = 7
+};
+
+/// The private half of a banner or an interstitial: loads an ad into its web view. One load goes
+/// from the request-building script, which runs in a hidden page, over the ad's address and its
+/// HTML to the page's end; what goes wrong on the way is told to the delegate manager. Calls that
+/// come while a load is under way, or while the application is not active, do nothing.
+class GADObjectPrivate : public GADPrivateObject,
+                         public GADCachedFileDelegate,
+                         public GADClickTrackerDelegate {
+public:
+    /// Without a visible banner.
+    static std::shared_ptr<GADObjectPrivate> withFrame(CGRect frame);
+    /// Of the banner, to which the ad's web view is added.
+    static std::shared_ptr<GADObjectPrivate> withView(GADBannerView& view);
+    ~GADObjectPrivate() override;
+
+    /// Null: a request without hints.
+    void loadRequest(const GADRequest* request);
+    /// The same for a full-screen ad.
+    void loadInterstitialRequest(const GADRequest* request);
+
+    GADAdState state() const { return state_; }
+    bool isMakingRequest() const;
+    /// Null before the first load.
+    std::shared_ptr<const GADRequestPrivate> request() const { return request_; }
+    const std::shared_ptr<GADWebView>& webView() const { return webView_; }
+    /// Null for an interstitial.
+    std::shared_ptr<GADBannerView> adView() const { return adView_.lock(); }
+    const std::string& adUnitID() const { return adUnitID_; }
+    void setAdUnitID(std::string adUnitID) { adUnitID_ = std::move(adUnitID); }
+    std::weak_ptr<UIViewController> rootViewController() const { return rootViewController_; }
+    void setRootViewController(std::weak_ptr<UIViewController> controller) {
+        rootViewController_ = std::move(controller);
+    }
+    const std::shared_ptr<GADDelegateManager>& delegateManager() const { return delegateManager_; }
+    GADSupportedOrientations supportedOrientations() const { return supportedOrientations_; }
+    /// Monotonic seconds at which the ad was shown.
+    double timeLastLoaded() const { return timeLastLoaded_; }
+    /// The load under way, or the last one, was the refresh timer's.
+    bool hasAutoRefreshed() const { return hasAutoRefreshed_; }
+    std::vector<NSURL> pendingClickURLs() const { return pendingClickURLs_; }
+    std::vector<NSURL> pendingTrackingURLs() const { return pendingTrackingURLs_; }
+    /// The ad's page and the address it came from; nothing before there was one.
+    std::optional<std::string> adHTMLString() const;
+    std::optional<NSURL> adHTMLBaseURL() const;
+    /// Path of the request-building script.
+    virtual std::string jsBuildAdURL() const;
+
+    void trackURLs(std::span<const NSURL> urls);
+    /// Ends the refresh timer and delayed calls.
+    void cancelPendingActions();
+    void reportErrorCode(GADErrorCode code);
+
+    /// For the delegate of the ad's web view.
+    void webViewDidFinishLoad();
+    void webViewDidFailLoad();
+
+    /// Forgets what the process has seen, as if the application were to be launched again.
+    static void resetProcessState();
+
+protected:
+    GADObjectPrivate();
+    void setUp(CGRect bounds, std::shared_ptr<GADBannerView> adView);
+
+private:
+    enum class AutoRefresh { No, Yes };
+
+    void loadPrivateRequest(std::shared_ptr<GADRequestPrivate> request, AutoRefresh autoRefresh);
+    void setState(GADAdState state);
+    void fail(GADErrorCode code);
+
+    void ensureSupportFiles();
+    void scriptDownloadDidEnd();
+    void buildAdURL(const std::string& script);
+    Value::Dictionary parametersOfRequest() const;
+    void tearDownBuildWebView();
+    void scriptDidLoadAdURL(const NSNotification& notification);
+    void scriptDidRefuse(const NSNotification& notification, const char* logPrefix);
+    void fetchAd(std::optional<NSURL> url);
+    void replaceAdHTML(std::shared_ptr<GADCachedFile> file);
+    void readHeaders();
+    void showAd();
+    void adDownloadDidFail(int status);
+    void scheduleRefresh();
+    void removeFinishedTrackers();
+    void logMissingServer() const;
+
+    void cachedFileDownloadDidEnd(GADCachedFile& file) override;
+    void cachedFileDownloadDidFail(GADCachedFile& file, const NSError* error) override;
+    std::optional<NSError> cachedFileShouldRedirectToURL(GADCachedFile& file,
+                                                         const NSURL& url) override;
+    void trackerDidRedirect(GADClickTracker& tracker, const NSURL& url) override;
+    void trackerDidFailWithError(GADClickTracker& tracker, const NSError* error) override;
+    void scheduleTrackerCleanUp();
+
+    std::weak_ptr<GADBannerView> adView_;
+    std::string adUnitID_;
+    std::shared_ptr<GADDelegateManager> delegateManager_;
+    std::weak_ptr<UIViewController> rootViewController_;
+    std::shared_ptr<GADWebView> webView_;
+    std::shared_ptr<GADWebView> buildAdWebView_;
+    std::shared_ptr<GADBannerWebViewDelegate> webViewDelegate_;
+    std::shared_ptr<GADWebViewDelegate> buildAdWebViewDelegate_;
+    std::shared_ptr<GADCachedFile> buildAdJS_;
+    std::shared_ptr<GADCachedFile> adHTML_;
+    std::shared_ptr<GADRequestPrivate> request_;
+    Value::Dictionary sentParameters_;
+    GADAdState state_ = GADAdState::Idle;
+    double timeLastLoaded_ = 0;
+    std::vector<std::shared_ptr<GADClickTracker>> trackers_;
+    std::uint64_t trackerCleanUp_ = 0;
+    std::vector<NSURL> pendingTrackingURLs_;
+    std::vector<NSURL> pendingClickURLs_;
+    std::unique_ptr<GADRefreshTimer> reloadTimer_;
+    bool hasAutoRefreshed_ = false;
+    GADSupportedOrientations supportedOrientations_ = GADSupportedOrientations::Any;
+};
+
+}

@@ -1,0 +1,288 @@
+#include "ads/Delegate/GADBannerWebViewDelegate.h"
+#include "ads/GADSettings.h"
+#include "ads/Network/GADNetworkUtilities.h"
+#include "ads/Notification/GADNotificationCenter.h"
+#include "ads/Object/GADObjectPrivate.h"
+#include "ads/Object/GADRefreshTimer.h"
+#include "ads/Statistics/GADStatistics.h"
+#include "ads/Utility/GADMacros.h"
+#include "ads/Utility/GADNumberUtilities.h"
+#include "ads/Utility/GADSignalGathering.h"
+#include "ads/Utility/GADTextUtilities.h"
+#include "ads/Utility/GADTextualDescription.h"
+#include "ads/View/GADBannerView.h"
+#include "ads/View/GADWebView.h"
+#include "platform/foundation/HeaderFieldNames.h"
+#include "platform/foundation/NSLog.h"
+#include "platform/foundation/NSRunLoop.h"
+#include "platform/foundation/NSUserDefaults.h"
+#include "platform/foundation/Weakly.h"
+
+namespace vistrel {
+
+namespace {
+
+constexpr const char* kScriptStore = "GADObjectPrivate";
+constexpr const char* kScriptExpiry = "expireDate";
+constexpr double kScriptLifetime = 86400;
+
+/// The address of the request-building script; nothing when no server is configured.
+std::optional<NSURL> scriptURL(const std::string& path) {
+    const std::string host = gadSettingValue(kGADStaticContentHost);
+    return host.empty() ? std::nullopt : NSURL::URLWithString("http://" + host + path);
+}
+
+/// Between the tags of a page, no text of a request may end the script.
+std::string scriptLiteral(const Value::Dictionary& dictionary) {
+    const Value value = dictionary;
+    std::string literal;
+    for (const char character : GADMacros::jsonify(&value).value_or("")) {
+        if (character == '<')
+            literal += "\\u003C";
+        else
+            literal += character;
+    }
+    return literal;
+}
+
+Value::Dictionary rectangle(const CGRect& rect) {
+    return {{"x", rect.origin.x},
+            {"y", rect.origin.y},
+            {"w", rect.size.width},
+            {"h", rect.size.height}};
+}
+
+std::string parameter(const NSNotification& notification, const char* key) {
+    const Value* value = notification.userInfo.find(key);
+    return value ? std::string(value->string()) : std::string();
+}
+
+std::string header(const GADCachedFile& file, std::string_view name) {
+    return valueOfHeaderField(file.httpHeaders(), name);
+}
+
+/// A blank-separated list; a server may send the field several times.
+void appendURLs(std::vector<NSURL>& urls, const GADCachedFile& file, std::string_view name) {
+    for (const std::string& list : valuesOfHeaderField(file.httpHeaders(), name)) {
+        for (const std::string& piece : gadComponents(list, ' ')) {
+            if (auto url = NSURL::URLWithString(gadTrimmed(piece)))
+                urls.push_back(std::move(*url));
+        }
+    }
+}
+
+/// A request type whose servers number the requests of a sequence.
+constexpr const char* kSequencedRequestType = "gwhirl";
+
+}
+
+std::string GADObjectPrivate::jsBuildAdURL() const {
+    return "/afma/sdk-core-v40.js";
+}
+
+void GADObjectPrivate::ensureSupportFiles() {
+    if (!buildAdJS_) {
+        setState(GADAdState::FetchingScript);
+        const auto url = scriptURL(jsBuildAdURL());
+        if (!url) {
+            logMissingServer();
+            setState(GADAdState::ScriptFailed);
+            reportErrorCode(GADErrorCode::NetworkError);
+            return;
+        }
+        buildAdJS_ =
+            GADCachedFile::withDelegateURL(weakReference<GADCachedFileDelegate>(this), *url);
+    }
+    GADStatisticsCore store(kScriptStore);
+    const Value* expires = store.dateForKey(kScriptExpiry);
+    const double now = NSRunLoop::wallClock();
+    if (expires && expires->dateValue() >= now && !buildAdJS_->content().value_or("").empty()) {
+        scriptDownloadDidEnd();
+        return;
+    }
+    store.setDateForKey(Value::date(now + kScriptLifetime), kScriptExpiry);
+    store.synchronize();
+    setState(GADAdState::FetchingScript);
+    buildAdJS_->validate();
+}
+
+void GADObjectPrivate::scriptDownloadDidEnd() {
+    const std::string script = buildAdJS_->content().value_or("");
+    if (script.empty()) {
+        setState(GADAdState::ScriptFailed);
+        reportErrorCode(GADErrorCode::NetworkError);
+        return;
+    }
+    setState(GADAdState::BuildingRequest);
+    buildAdURL(script);
+}
+
+void GADObjectPrivate::buildAdURL(const std::string& script) {
+    sentParameters_ = parametersOfRequest();
+    tearDownBuildWebView();
+    buildAdWebView_ = GADWebView::withFrame(CGRectMake(0, 0, 1, 1));
+    buildAdWebView_->setHidden(true);
+    buildAdWebViewDelegate_ = std::make_shared<GADWebViewDelegate>();
+    buildAdWebView_->setDelegate(buildAdWebViewDelegate_);
+    const auto observe = [this](const char* name, auto handler) {
+        GADNotificationCenter::defaultCenter().addObserver(this, name, buildAdWebView_.get(),
+                                                           weakly(this, handler));
+    };
+    observe("loadAdURL", &GADObjectPrivate::scriptDidLoadAdURL);
+    observe("invalidRequest", [](GADObjectPrivate& ad, const NSNotification& answer) {
+        ad.scriptDidRefuse(answer, "<GAD> Invalid Request: ");
+    });
+    observe("unableToServe", [](GADObjectPrivate& ad, const NSNotification& answer) {
+        ad.scriptDidRefuse(answer, "<GAD> Unable to serve: ");
+    });
+    buildAdWebView_->loadHTMLString(
+        "<html><head><script>" + script + "</script><script>AFMA_buildAdURL(" +
+            scriptLiteral(sentParameters_) + ");</script></head><body></body></html>",
+        gadSettingValue(kGADAdServerOrigin));
+}
+
+Value::Dictionary GADObjectPrivate::parametersOfRequest() const {
+    Value::Dictionary parameters = request_->parameters();
+    if (!adUnitID_.empty())
+        parameters.set("slotname", adUnitID_);
+    if (request_->isInterstitialAd()) {
+        parameters.set("format", "interstitial_mb");
+        return parameters;
+    }
+    const auto banner = adView();
+    const UIView& view = banner ? static_cast<const UIView&>(*banner) : *webView_;
+    parameters.set("ad_frame", rectangle(view.frame()));
+    parameters.set("ad_bounds", rectangle(view.bounds()));
+    return parameters;
+}
+
+void GADObjectPrivate::tearDownBuildWebView() {
+    if (!buildAdWebView_)
+        return;
+    GADNotificationCenter::defaultCenter().removeObserver(this, {}, buildAdWebView_.get());
+    buildAdWebView_->setDelegate({});
+    buildAdWebView_ = nullptr;
+    buildAdWebViewDelegate_ = nullptr;
+}
+
+void GADObjectPrivate::scriptDidLoadAdURL(const NSNotification& notification) {
+    tearDownBuildWebView();
+    if (notification.userInfo.find("errors")) {
+        fail(GADErrorCode::InvalidRequest);
+        return;
+    }
+    setState(GADAdState::FetchingAd);
+    const std::string type = parameter(notification, "type");
+    GADSignalGathering::shared().setRequestTypeSDKVersion(
+        static_cast<int>(GADRequest::requestTypeFromString(type)), GADRequest::sdkVersion());
+    auto url = NSURL::URLWithString(parameter(notification, "url"));
+    if (const auto spamSignals = request_->spamSignals(); url && !spamSignals.empty())
+        url = GADNetworkUtilities::appendQueryParametersToURL(spamSignals, *url);
+    if (url && type == kSequencedRequestType)
+        url = GADNetworkUtilities::appendQueryKeyValueToURL("seq_num", "1", *url);
+    GADStatistics::sharedStatistics().startTimingNamed("prl");
+    fetchAd(std::move(url));
+}
+
+void GADObjectPrivate::scriptDidRefuse(const NSNotification& notification, const char* logPrefix) {
+    tearDownBuildWebView();
+    NSLog(logPrefix + gadTextualDescription(notification.userInfo));
+    fail(GADErrorCode::InvalidRequest);
+}
+
+void GADObjectPrivate::fetchAd(std::optional<NSURL> url) {
+    if (!url) {
+        replaceAdHTML(nullptr);
+        adDownloadDidFail(0);
+        return;
+    }
+    replaceAdHTML(GADCachedFile::withDelegateURL(weakReference<GADCachedFileDelegate>(this), *url));
+    adHTML_->validate();
+}
+
+void GADObjectPrivate::replaceAdHTML(std::shared_ptr<GADCachedFile> file) {
+    if (adHTML_) {
+        adHTML_->setDelegate({});
+        adHTML_->invalidate();
+    }
+    adHTML_ = std::move(file);
+    pendingTrackingURLs_.clear();
+    pendingClickURLs_.clear();
+}
+
+std::optional<std::string> GADObjectPrivate::adHTMLString() const {
+    return adHTML_ ? adHTML_->content() : std::nullopt;
+}
+
+std::optional<NSURL> GADObjectPrivate::adHTMLBaseURL() const {
+    return adHTML_ ? std::optional(adHTML_->httpDestinationURL()) : std::nullopt;
+}
+
+void GADObjectPrivate::readHeaders() {
+    appendURLs(pendingTrackingURLs_, *adHTML_, "X-Afma-Tracking-Urls");
+    appendURLs(pendingClickURLs_, *adHTML_, "X-Afma-Click-Tracking-Urls");
+    const auto orientations =
+        gadSupportedOrientationsFromString(header(*adHTML_, "X-Afma-Orientation"));
+    if (orientations != GADSupportedOrientations::None)
+        supportedOrientations_ = orientations;
+    const std::string timeout = header(*adHTML_, "X-Afma-Interstitial-Timeout");
+    if (!timeout.empty())
+        NSUserDefaults::standardUserDefaults().setFloatForKey(
+            GADNumberUtilities::floatWithString(timeout), "applicationTimeout");
+}
+
+void GADObjectPrivate::showAd() {
+    readHeaders();
+    const std::string content = adHTMLString().value_or("");
+    const std::string_view page = gadTrimmed(content);
+    scheduleRefresh();
+    if (page.empty()) {
+        fail(GADErrorCode::NoFill);
+        return;
+    }
+    setState(GADAdState::LoadingAd);
+    webView_->loadHTMLString(std::string(page), adHTML_->httpDestinationURL().absoluteString());
+}
+
+void GADObjectPrivate::adDownloadDidFail(int status) {
+    constexpr int badRequest = 400;
+    if (status == badRequest) {
+        NSLog("<GAD> Server rejected ad parameters.  Typically this is because the ad unit ID is "
+              "incorrect.");
+        fail(GADErrorCode::InvalidRequest);
+    } else {
+        fail(status < badRequest ? GADErrorCode::NetworkError : GADErrorCode::ServerError);
+    }
+    scheduleRefresh();
+}
+
+void GADObjectPrivate::scheduleRefresh() {
+    const std::string rate = adHTML_ ? header(*adHTML_, "X-Afma-Refresh-Rate") : std::string();
+    reloadTimer_->schedule(rate.empty() ? reloadTimer_->seconds()
+                                        : GADNumberUtilities::floatWithString(rate));
+}
+
+void GADObjectPrivate::cachedFileDownloadDidEnd(GADCachedFile& file) {
+    const auto hold = shared_from_this();
+    if (&file == buildAdJS_.get())
+        scriptDownloadDidEnd();
+    else if (&file == adHTML_.get())
+        showAd();
+}
+
+void GADObjectPrivate::cachedFileDownloadDidFail(GADCachedFile& file, const NSError* error) {
+    const auto hold = shared_from_this();
+    if (&file == buildAdJS_.get())
+        scriptDownloadDidEnd(); // with an older copy, if there is one
+    else if (&file == adHTML_.get())
+        adDownloadDidFail(error ? 0 : file.httpStatusCode());
+}
+
+std::optional<NSError> GADObjectPrivate::cachedFileShouldRedirectToURL(GADCachedFile& file,
+                                                                       const NSURL&) {
+    if (&file == adHTML_.get())
+        readHeaders();
+    return std::nullopt;
+}
+
+}

@@ -1,0 +1,168 @@
+#include "ads/Opener/GADOpener.h"
+
+#include "ads/Browser/GADBrowserController.h"
+#include "ads/Delegate/GADDelegateManager.h"
+#include "ads/Network/GADClickTracker.h"
+#include "ads/Network/GADNetworkUtilities.h"
+#include "ads/Object/GADObjectPrivate.h"
+#include "ads/Statistics/GADStatistics.h"
+#include "ads/Utility/GADTextUtilities.h"
+#include "ads/View/GADWebView.h"
+#include "ads/WebApp/GADWebAppViewController.h"
+#include "platform/foundation/NSRunLoop.h"
+#include "platform/foundation/PercentEncoding.h"
+#include "platform/foundation/Weakly.h"
+#include "platform/uikit/MFMailComposeViewController.h"
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIEventDispatcher.h"
+
+namespace vistrel {
+
+namespace {
+
+constexpr double kDelay = 0.3;
+constexpr int kMostDelays = 3;
+
+/// Delays taken in a row before the application is left.
+int delaysTaken = 0;
+
+/// Keeps the opener that is to close it.
+class AdMailComposer : public MFMailComposeViewController {
+public:
+    explicit AdMailComposer(std::shared_ptr<GADOpener> opener)
+        : opener_(std::move(opener)) {}
+
+private:
+    std::shared_ptr<GADOpener> opener_;
+};
+
+std::string textForKey(const char* key, const Value::Dictionary& parameters) {
+    const Value* value = parameters.find(key);
+    return value ? std::string(value->string()) : std::string();
+}
+
+GADSupportedOrientations orientationsFromParameter(const std::string& text) {
+    if (text == "p")
+        return GADSupportedOrientations::Portrait;
+    return text == "l" ? GADSupportedOrientations::Landscape : GADSupportedOrientations::Any;
+}
+
+void fillInMail(MFMailComposeViewController& composer, const NSURL& url) {
+    constexpr std::string_view scheme = "mailto:";
+    const std::string rest = url.absoluteString().substr(scheme.size());
+    const auto question = rest.find('?');
+    composer.setToRecipients({percentDecoded(rest.substr(0, question))});
+    if (question == std::string::npos)
+        return;
+    const auto fields = GADNetworkUtilities::dictionaryFromQueryString(rest.substr(question + 1));
+    if (fields.contains("cc"))
+        composer.setCcRecipients(gadComponents(textForKey("cc", fields), ','));
+    if (fields.contains("bcc"))
+        composer.setBccRecipients(gadComponents(textForKey("bcc", fields), ','));
+    if (fields.contains("subject"))
+        composer.setSubject(textForKey("subject", fields));
+    if (fields.contains("body"))
+        composer.setMessageBodyIsHTML(textForKey("body", fields), false);
+}
+
+}
+
+void GADOpener::openNotification(const Value::Dictionary& parameters) {
+    const std::string action = textForKey("a", parameters);
+    const auto orientations = orientationsFromParameter(textForKey("o", parameters));
+    const auto requested = NSURL::URLWithString(textForKey("u", parameters));
+    if (!requested) {
+        if (action == "webapp" && parameters.contains("html"))
+            openWebAppWithHTMLSupportedOrientations(textForKey("html", parameters), orientations);
+        return;
+    }
+    const NSURL url = GADStatistics::sharedStatistics().urlForClick(*requested);
+    if (action == "browser" || action == "video")
+        openBrowserToURLSupportedOrientations(url, orientations);
+    else if (action == "webapp")
+        openWebAppSupportedOrientations(url, orientations);
+    else
+        openApp(url);
+}
+
+void GADOpener::openBrowserToURLSupportedOrientations(const NSURL& url,
+                                                      GADSupportedOrientations orientations) {
+    const auto browser = std::make_shared<GADBrowserController>();
+    browser->loadReferringURL(url, referringURL_);
+    presentScreen(browser, orientations);
+}
+
+void GADOpener::openWebAppSupportedOrientations(const NSURL& url,
+                                                GADSupportedOrientations orientations) {
+    const auto webApp = std::make_shared<GADWebAppViewController>();
+    webApp->load(url);
+    presentScreen(webApp, orientations);
+}
+
+void GADOpener::openWebAppWithHTMLSupportedOrientations(const std::string& html,
+                                                        GADSupportedOrientations orientations) {
+    const auto webApp = std::make_shared<GADWebAppViewController>();
+    webApp->loadHTMLBaseURL(html, std::nullopt);
+    presentScreen(webApp, orientations);
+}
+
+void GADOpener::presentScreen(const std::shared_ptr<GADViewController>& screen,
+                              GADSupportedOrientations orientations) {
+    const auto controller = viewController_.lock();
+    if (!controller)
+        return;
+    const auto hold = shared_from_this();
+    screen->setSupportedOrientations(orientations);
+    screen->setOpeningWebView(openingWebView_);
+    screen->setDelegateManager(delegateManager_);
+    screen->presentFromViewController(controller);
+    didOpen();
+}
+
+void GADOpener::openApp(const std::optional<NSURL>& url) {
+    if (!url)
+        return;
+    const auto hold = shared_from_this();
+    didOpen();
+    leaveApplicationForURL(*url);
+}
+
+void GADOpener::leaveApplicationForURL(const NSURL& url) {
+    // Both calls are owed to the user: they happen also when the ad is gone by then.
+    if (GADClickTracker::activeTrackings() && delaysTaken < kMostDelays) {
+        ++delaysTaken;
+        NSRunLoop::performAfterDelay(
+            kDelay, [self = shared_from_this(), url] { self->leaveApplicationForURL(url); });
+        return;
+    }
+    delaysTaken = 0;
+    if (delegateManager_)
+        delegateManager_->willLeaveApplication();
+    NSRunLoop::performAfterDelay(0, [url] { UIApplication::sharedApplication().openURL(url); });
+}
+
+void GADOpener::openEmailComposer(const NSURL& url) {
+    const auto controller = viewController_.lock();
+    if (!controller)
+        return;
+    const auto composer = std::make_shared<AdMailComposer>(shared_from_this());
+    fillInMail(*composer, url);
+    composer->setMailComposeDelegate(weakReference<MFMailComposeViewControllerDelegate>(this));
+    controller->presentModalViewController(composer, true);
+    didOpen();
+}
+
+void GADOpener::mailComposeControllerDidFinishWithResultError(
+    MFMailComposeViewController& controller, MFMailComposeResult, const NSError*) {
+    const auto hold = shared_from_this();
+    controller.dismissModalViewControllerAnimated(true);
+    if (const auto page = openingWebView_.lock())
+        UIApplication::sharedApplication().events().setFirstResponder(page);
+}
+
+void GADOpener::didOpen() {
+    if (const auto ad = adController_.lock())
+        ad->trackURLs(ad->pendingClickURLs());
+}
+
+}

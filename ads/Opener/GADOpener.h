@@ -1,0 +1,74 @@
+#pragma once
+#include "ads/Utility/GADSupportedOrientations.h"
+#include "platform/foundation/NSURL.h"
+#include "platform/foundation/Value.h"
+#include "platform/uikit/MFMailComposeViewControllerDelegate.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace vistrel {
+class GADDelegateManager;
+class GADObjectPrivate;
+class GADViewController;
+class GADWebView;
+class UIViewController;
+
+/// Opens what an ad was clicked for: a full-screen screen over the view controller, a mail, or
+/// another application. Without a view controller nothing is opened inside the application.
+class GADOpener : public std::enable_shared_from_this<GADOpener>,
+                  public MFMailComposeViewControllerDelegate {
+public:
+    void setDelegateManager(std::shared_ptr<GADDelegateManager> manager) {
+        delegateManager_ = std::move(manager);
+    }
+    /// Presents what is opened; not retained.
+    void setViewController(std::weak_ptr<UIViewController> controller) {
+        viewController_ = std::move(controller);
+    }
+    /// The page that contained the click.
+    void setReferringURL(std::optional<NSURL> url) { referringURL_ = std::move(url); }
+    /// The page of the ad that is clicked; not retained.
+    void setOpeningWebView(std::weak_ptr<GADWebView> webView) {
+        openingWebView_ = std::move(webView);
+    }
+    /// The ad whose click addresses are pinged; not retained.
+    void setAdController(std::weak_ptr<GADObjectPrivate> controller) {
+        adController_ = std::move(controller);
+    }
+
+    /// Opens by a bridge command's parameters: "a" says how, "u" or "html" what, "o" in which
+    /// orientation.
+    void openNotification(const Value::Dictionary& parameters);
+    /// Hands the address to the system, which may open another application with it. Waits a little
+    /// for pings that are under way.
+    void openApp(const std::optional<NSURL>& url);
+    void openBrowserToURLSupportedOrientations(const NSURL& url,
+                                               GADSupportedOrientations orientations);
+    void openWebAppSupportedOrientations(const NSURL& url, GADSupportedOrientations orientations);
+    void openWebAppWithHTMLSupportedOrientations(const std::string& html,
+                                                 GADSupportedOrientations orientations);
+    /// Of a mailto address.
+    void openEmailComposer(const NSURL& url);
+
+    void mailComposeControllerDidFinishWithResultError(MFMailComposeViewController& controller,
+                                                       MFMailComposeResult result,
+                                                       const NSError* error) override;
+
+private:
+    void presentScreen(const std::shared_ptr<GADViewController>& screen,
+                       GADSupportedOrientations orientations);
+    void leaveApplicationForURL(const NSURL& url);
+    /// Pings the ad's click addresses.
+    void didOpen();
+
+    std::shared_ptr<GADDelegateManager> delegateManager_;
+    std::weak_ptr<UIViewController> viewController_;
+    std::optional<NSURL> referringURL_;
+    std::weak_ptr<GADWebView> openingWebView_;
+    std::weak_ptr<GADObjectPrivate> adController_;
+};
+
+}

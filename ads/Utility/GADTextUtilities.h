@@ -1,0 +1,17 @@
+#pragma once
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vistrel {
+
+/// The text with the letters A to Z in lower case.
+std::string gadLowerCased(std::string text);
+
+/// The pieces between the separators, empty ones included.
+std::vector<std::string> gadComponents(std::string_view text, char separator);
+
+/// The text without white space and line breaks at its ends.
+std::string_view gadTrimmed(std::string_view text);
+
+}

@@ -1,0 +1,15 @@
+#pragma once
+#include "ads/View/GADBannerView.h"
+
+namespace vistrel {
+
+/// A banner of ads for a search; its requests are GADSearchRequest's.
+class GADSearchBannerView : public GADBannerView {
+public:
+    static std::shared_ptr<GADBannerView> withFrame(CGRect frame);
+
+private:
+    using GADBannerView::GADBannerView;
+};
+
+}

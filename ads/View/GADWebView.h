@@ -1,0 +1,32 @@
+#pragma once
+#include "platform/uikit/UIWebView.h"
+
+#include <memory>
+#include <optional>
+
+namespace vistrel {
+class GADWebViewPrivate;
+
+/// A web page of the library: clips, scales its pages, resizes with its parent, and shows what is
+/// behind it where the page paints nothing. Remembers whether the user has touched it.
+class GADWebView : public UIWebView {
+public:
+    static std::shared_ptr<GADWebView> withFrame(CGRect frame);
+    ~GADWebView() override;
+
+    /// Set by every touch that begins in the page.
+    bool touched() const;
+    void setTouched(bool touched);
+    /// Seconds since the last touch; nothing when the page has not been touched.
+    std::optional<double> secondsSinceTouch() const;
+    /// Detaches the delegate and shows nothing any more.
+    void empty();
+
+    bool touchWillBeginInside(const UITouch& touch) override;
+
+private:
+    explicit GADWebView(CGRect frame);
+    std::shared_ptr<GADWebViewPrivate> vars() const;
+};
+
+}
