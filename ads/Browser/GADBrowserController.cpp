@@ -105,6 +105,7 @@ void GADBrowserController::buildWebView(double toolbarHeight, bool pad) {
     vars->webView_->setAutoresizingMask(
         UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight |
         (pad ? UIViewAutoresizingNone : UIViewAutoresizingFlexibleBottomMargin));
+    vars->webView_->setDataDetectorTypes(UIDataDetectorTypes::All);
     auto delegate = std::make_shared<GADBrowserWebViewDelegate>();
     delegate->setBrowserController(weakReference<GADBrowserController>(this));
     delegate->setViewController(weak_from_this());

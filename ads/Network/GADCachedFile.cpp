@@ -134,8 +134,8 @@ std::optional<NSURLRequest> GADCachedFile::connectionWillSendRequestRedirectResp
         return request;
     httpHeaders_ = redirectResponse->allHeaderFields();
     const auto asked = delegate();
-    const auto veto = asked ? asked->cachedFileShouldRedirectToURL(*this, httpDestinationURL_)
-                            : std::nullopt;
+    const auto veto =
+        asked ? asked->cachedFileShouldRedirectToURL(*this, httpDestinationURL_) : std::nullopt;
     if (!veto)
         return request;
     cleanUp();

@@ -67,6 +67,7 @@ void GADObjectPrivate::setUp(CGRect bounds, std::shared_ptr<GADBannerView> adVie
     webViewDelegate_->opener().setAdController(self);
     webView_ = GADWebView::withFrame(bounds);
     webView_->setScalesPageToFit(false);
+    webView_->setMediaPlaybackRequiresUserAction(true);
     webView_->setHidden(true);
     webView_->setDelegate(webViewDelegate_);
     if (adView)

@@ -135,10 +135,10 @@ void GADObjectPrivate::buildAdURL(const std::string& script) {
     observe("unableToServe", [](GADObjectPrivate& ad, const NSNotification& answer) {
         ad.scriptDidRefuse(answer, "<GAD> Unable to serve: ");
     });
-    buildAdWebView_->loadHTMLString(
+    buildAdWebView_->loadHTMLStringBaseURL(
         "<html><head><script>" + script + "</script><script>AFMA_buildAdURL(" +
             scriptLiteral(sentParameters_) + ");</script></head><body></body></html>",
-        gadSettingValue(kGADAdServerOrigin));
+        NSURL::URLWithString(gadSettingValue(kGADAdServerOrigin)));
 }
 
 Value::Dictionary GADObjectPrivate::parametersOfRequest() const {
@@ -241,7 +241,7 @@ void GADObjectPrivate::showAd() {
         return;
     }
     setState(GADAdState::LoadingAd);
-    webView_->loadHTMLString(std::string(page), adHTML_->httpDestinationURL().absoluteString());
+    webView_->loadHTMLStringBaseURL(std::string(page), adHTML_->httpDestinationURL());
 }
 
 void GADObjectPrivate::adDownloadDidFail(int status) {

@@ -10,7 +10,7 @@ std::shared_ptr<GADWebView> GADWebView::withFrame(CGRect frame) {
 }
 
 GADWebView::GADWebView(CGRect frame)
-    : UIWebView(frame) {
+    : UIWebView(frame, UIWebViewSession::Guest) {
     GADPrivateUtilities::setPrivateObjectForKey(std::make_shared<GADWebViewPrivate>(), this);
     setClipsToBounds(true);
     setScalesPageToFit(true);
@@ -43,7 +43,7 @@ void GADWebView::empty() {
     setDelegate({});
     // A view that never loaded anything has no page yet, and need not start the engine to have one.
     if (foreignContent())
-        loadHTMLString("", "");
+        loadHTMLStringBaseURL("", std::nullopt);
 }
 
 bool GADWebView::touchWillBeginInside(const UITouch& touch) {

@@ -95,7 +95,7 @@ void GADWebAppViewController::loadPending() {
     if (url)
         vars->webView_->loadRequest(NSURLRequest(url));
     else if (html)
-        vars->webView_->loadHTMLString(*html, baseURL ? baseURL->absoluteString() : "");
+        vars->webView_->loadHTMLStringBaseURL(*html, baseURL);
 }
 
 void GADWebAppViewController::addCloseButton() {

@@ -318,7 +318,8 @@ TEST_F(GADCachedFileTest, AWriteThatFailsReportsWhyAndKeepsTheOldCopy) {
     network().at(kAddress).body("new copy");
     files().failWritesFrom(1, ENOSPC);
     fetch();
-    EXPECT_THAT(delegate_->events, ElementsAre("fail NSPOSIXErrorDomain " + std::to_string(ENOSPC)));
+    EXPECT_THAT(delegate_->events,
+                ElementsAre("fail NSPOSIXErrorDomain " + std::to_string(ENOSPC)));
     files().clearFaults();
     EXPECT_EQ(file().content(), "old copy");
     EXPECT_EQ(modificationTime(), kModifiedSeconds);
@@ -419,7 +420,7 @@ TEST_F(GADCachedFileTest, TheDelegateMayLetTheFileGoInAnyCallback) {
     network().at(kAddress).redirectsTo("http://h/");
     fetch();
     EXPECT_THAT(delegate_->events, ElementsAre("end", "end", "fail", "fail NSURLErrorDomain -1",
-                                              "redirect http://h/", "fail veto 7"));
+                                               "redirect http://h/", "fail veto 7"));
     EXPECT_FALSE(file().hasContent());
 }
 
