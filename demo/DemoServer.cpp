@@ -37,6 +37,7 @@ void DemoServer::onRequest(SoupServer* /*server*/, SoupServerMessage* message, c
 void DemoServer::receive(SoupServerMessage* message) {
     Request request = requestFrom(message);
     ++site_.hits[{request.method, request.path}];
+    site_.adLog.add(request);
     Exchange::start(message, std::move(request), site_);
 }
 }

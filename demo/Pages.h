@@ -57,6 +57,17 @@ Answer bigFile(Site& site, const Request& request);
 Answer bigFileDigest(Site& site, const Request& request);
 Answer fileDigest(Site& site, const Request& request);
 
+Answer adScript(Site& site, const Request& request);
+Answer searchAdScript(Site& site, const Request& request);
+Answer adsPage(Site& site, const Request& request);
+Answer serveAd(Site& site, const Request& request);
+Answer adLandingPage(Site& site, const Request& request);
+Answer adWebApp(Site& site, const Request& request);
+Answer adFrame(Site& site, const Request& request);
+Answer adPing(Site& site, const Request& request);
+Answer adClickPing(Site& site, const Request& request);
+Answer adLogPage(Site& site, const Request& request);
+
 Answer postCounter(Site& site, const Request& request);
 Answer hitCounter(Site& site, const Request& request);
 Answer echo(Site& site, const Request& request);

@@ -1,6 +1,7 @@
 #include "demo/Ranges.h"
 
 #include <algorithm>
+#include <ctime>
 #include <limits>
 #include <optional>
 
@@ -19,14 +20,21 @@ std::string headerOf(const Answer& answer, std::string_view name) {
     return {};
 }
 
+// With or without the time zone's name, which is always GMT.
+std::optional<std::time_t> timeFrom(std::string_view date) {
+    std::tm parts{};
+    if (strptime(std::string(date).c_str(), "%a, %d %b %Y %H:%M:%S", &parts) == nullptr)
+        return std::nullopt;
+    return timegm(&parts);
+}
+
 bool isUnchanged(const Request& request, const Answer& answer) {
     const std::string tag = headerOf(answer, "ETag");
-    if (tag.empty())
-        return false;
     if (const std::string_view known = request.header("If-None-Match"); !known.empty())
-        return known == "*" || known.find(tag) != std::string_view::npos;
-    const std::string_view since = request.header("If-Modified-Since");
-    return !since.empty() && since == headerOf(answer, "Last-Modified");
+        return !tag.empty() && (known == "*" || known.find(tag) != std::string_view::npos);
+    const auto since = timeFrom(request.header("If-Modified-Since"));
+    const auto modified = timeFrom(headerOf(answer, "Last-Modified"));
+    return since && modified && *modified <= *since;
 }
 
 bool isForThisVersion(const Request& request, const Answer& answer) {

@@ -6,7 +6,7 @@
 
 namespace vistrel::demo {
 namespace {
-constexpr std::array<Route, 33> table = {{
+constexpr std::array<Route, 45> table = {{
     {"GET", "/", indexPage},
     {"GET", "/tvshows/*", showPage},
     {"GET", "/db/showthread.php", showPage},
@@ -35,6 +35,18 @@ constexpr std::array<Route, 33> table = {{
     {"GET", "/big", bigFile},
     {"GET", "/big.sha256", bigFileDigest, true},
     {"GET", "/sha256", fileDigest},
+    {"GET", "/afma/sdk-core-v40.js", adScript},
+    {"GET", "/safa/sdk-core-v40.js", searchAdScript},
+    {"GET", "/ads/", adsPage},
+    {"GET", "/ads/serve", serveAd},
+    {"GET", "/ads/land/*", adLandingPage},
+    {"GET", "/ads/app/*", adWebApp},
+    {"GET", "/ads/frame", adFrame},
+    {"GET", "/ads/track/*", adPing},
+    {"GET", "/ads/event/*", adPing},
+    {"GET", "/ads/clicked/*", adPing},
+    {"GET", "/ads/click/*", adClickPing},
+    {"GET", "/ads/log", adLogPage},
     {"GET", "/counters/post", postCounter},
     {"GET", "/counters/hits", hitCounter},
     {"GET", "/echo", echo},
@@ -76,6 +88,7 @@ std::vector<AddressGroup> servedAddresses() {
           {"/r/", "Redirects"},
           {"/misbehave/", "Misbehaviour"},
           {"/frames/", "Frames"},
+          {"/ads/", "Ads"},
           {"/rotate/", "Rotating session"},
           {"/vip/fetch", "Film by form"},
           {"/vip/members-only.mp4", "Members' film"},

@@ -6,7 +6,7 @@
 
 namespace vistrel::demo {
 
-/// Which page answers which addresses. Ads join as a further route below /ads/.
+/// Which page answers which addresses.
 struct Route {
     std::string_view method; ///< GET stands for HEAD too
     std::string_view path;   ///< one ending in "*" takes every address that begins so

@@ -1,4 +1,5 @@
 #pragma once
+#include "demo/AdLog.h"
 #include "demo/MediaStore.h"
 #include "demo/Sessions.h"
 
@@ -19,5 +20,8 @@ struct Site {
 
     /// How often each method and address (without its query) was asked for.
     std::map<std::pair<std::string, std::string>, unsigned> hits;
+
+    AdLog adLog;
+    std::string ownAdFile; ///< served as the ad "own"; empty: there is none
 };
 }
