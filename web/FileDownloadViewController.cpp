@@ -101,6 +101,7 @@ void FileDownloadViewController::play() {
 
 void FileDownloadViewController::download() {
     view()->addSubview(progressLabel_);
+    progressLabel_->setText({});
     progressLabel_->setTextColor(UIColor::whiteColor());
     downloadButton_->setTitleForState("Downloading...", UIControlState::Normal);
     downloadButton_->setEnabled(false);

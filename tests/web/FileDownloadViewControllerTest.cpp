@@ -276,6 +276,8 @@ TEST_F(FileDownloadTest, AFailedDownloadIsContinuedWhereItStopped) {
         EXPECT_EQ(support::ScriptedNetwork::header(request, "If-Range"),
                   *each.asksFor ? each.tag : "");
         EXPECT_EQ(alertTitle(), each.alert);
+        EXPECT_EQ(screen->progressLabel()->textColor() == UIColor::redColor(),
+                  each.alert == failed);
         EXPECT_EQ(files().contents(kPath), each.file);
         startAgain();
     }

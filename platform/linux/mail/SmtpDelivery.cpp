@@ -5,9 +5,7 @@
 #include <netinet/in.h>
 #include <sys/socket.h>
 
-#include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <utility>
 
 namespace vistrel {
@@ -106,9 +104,7 @@ curl_socket_t SmtpDelivery::openSocket(void* data, curlsocktype, curl_sockaddr* 
 std::size_t SmtpDelivery::giveMessage(char* bytes, std::size_t size, std::size_t count,
                                       void* data) {
     auto* self = static_cast<SmtpDelivery*>(data);
-    const std::string& message = self->message_.bytes;
-    const std::size_t given = std::min(size * count, message.size() - self->sentBytes_);
-    std::memcpy(bytes, message.data() + self->sentBytes_, given);
+    const std::size_t given = self->message_.bytes.copy(bytes, size * count, self->sentBytes_);
     self->sentBytes_ += given;
     self->wake();
     return given;

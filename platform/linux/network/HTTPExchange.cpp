@@ -247,7 +247,7 @@ void HTTPExchange::finish() {
     }
 }
 
-void HTTPExchange::fail(host::TransferError error) {
+void HTTPExchange::fail(const host::TransferError& error) {
     host::TransferClient* client = client_;
     cancel();
     if (client)

@@ -45,7 +45,7 @@ private:
     void resumeReading();
     bool bodyIsWhole() const;
     void finish();
-    void fail(host::TransferError error);
+    void fail(const host::TransferError& error);
     void failLater(host::TransferError error);
     void restartTimeout();
     void timeoutPassed();
