@@ -18,7 +18,6 @@ namespace vistrel {
 
 namespace {
 
-constexpr double kBarHeight = 44;
 constexpr double kGradientZPosition = 2147483648.0;
 constexpr UIColor kSeparatorColor =
     UIColor::colorWithRedGreenBlueAlpha(0.986F, 0.933F, 0.994F, 0.1F);
@@ -98,7 +97,7 @@ void OvoAudioPlayerViews::build(UIView& root, std::function<void()> dismiss) {
 
 void OvoAudioPlayerViews::addNavigationBar(UIView& root, std::function<void()> dismiss) {
     auto bar =
-        std::make_shared<UINavigationBar>(CGRectMake(0, 0, root.bounds().size.width, kBarHeight));
+        std::make_shared<UINavigationBar>(CGRectMake(0, 0, root.bounds().size.width, kUIBarHeight));
     bar->setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleTopMargin);
     bar->setBarStyle(UIBarStyle::Black);
     root.addSubview(bar);
@@ -118,8 +117,8 @@ void OvoAudioPlayerViews::addTrackLabels(UIView& root) {
 
 void OvoAudioPlayerViews::addContainer(UIView& root) {
     const CGSize size = root.bounds().size;
-    containerView =
-        std::make_shared<UIView>(CGRectMake(0, kBarHeight, size.width, size.height - kBarHeight));
+    containerView = std::make_shared<UIView>(
+        CGRectMake(0, kUIBarHeight, size.width, size.height - kUIBarHeight));
     root.addSubview(containerView);
     artworkView = button(CGRectMake(0, 0, 320, 320), nullptr, "Cover");
     artworkView->setShowsTouchWhenHighlighted(false);

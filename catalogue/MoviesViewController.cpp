@@ -5,6 +5,7 @@
 #include "platform/foundation/NSBundle.h"
 #include "platform/foundation/Weakly.h"
 #include "platform/graphics/UIImage.h"
+#include "platform/uikit/UIBarStyle.h"
 #include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UITableView.h"
@@ -16,7 +17,6 @@ namespace {
 
 constexpr const char* CellIdentifier = "Cell";
 constexpr double kCardHeight = 160;
-constexpr double kNavigationBarHeight = 44;
 
 }
 
@@ -41,8 +41,8 @@ void MoviesViewController::addBackground() {
 
 void MoviesViewController::addTable() {
     const CGSize size = view()->bounds().size;
-    tableView_ = std::make_shared<UITableView>(
-        CGRectMake(0, 0, size.width, size.height - kNavigationBarHeight));
+    tableView_ =
+        std::make_shared<UITableView>(CGRectMake(0, 0, size.width, size.height - kUIBarHeight));
     tableView_->setDelegate(weakReference<UITableViewDelegate>(this));
     tableView_->setDataSource(weakReference<UITableViewDataSource>(this));
     tableView_->setSeparatorStyle(UITableViewCellSeparatorStyle::None);

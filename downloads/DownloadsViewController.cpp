@@ -10,6 +10,7 @@
 #include "platform/foundation/NSURL.h"
 #include "platform/foundation/Weakly.h"
 #include "platform/graphics/UIImage.h"
+#include "platform/uikit/UIBarStyle.h"
 #include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UINavigationItem.h"
@@ -27,6 +28,10 @@ constexpr const char* CellIdentifier = "Cell";
 constexpr int kVideoSection = 0;
 constexpr int kMusicSection = 1;
 constexpr double kRowHeight = 60.0;
+
+int otherSection(int section) {
+    return section == kVideoSection ? kMusicSection : kVideoSection;
+}
 
 }
 
@@ -88,7 +93,8 @@ void DownloadsViewController::viewDidLoad() {
     view()->addSubview(background);
 
     const CGSize size = view()->frame().size;
-    tableView_ = std::make_shared<UITableView>(CGRectMake(0, 0, size.width, size.height - 44));
+    tableView_ =
+        std::make_shared<UITableView>(CGRectMake(0, 0, size.width, size.height - kUIBarHeight));
     tableView_->setDelegate(weakReference<UITableViewDelegate>(this));
     tableView_->setDataSource(weakReference<UITableViewDataSource>(this));
     tableView_->setSeparatorStyle(UITableViewCellSeparatorStyle::None);
@@ -172,16 +178,21 @@ void DownloadsViewController::tableViewCommitEditingStyleForRowAtIndexPath(
     UITableView& tableView, UITableViewCellEditingStyle style, const NSIndexPath& indexPath) {
     if (style != UITableViewCellEditingStyle::Delete)
         return;
-    const std::string name =
-        filesOfSection(indexPath.section)[static_cast<std::size_t>(indexPath.row)];
+    auto shown = filesOfSection(indexPath.section);
+    const auto row = shown.begin() + indexPath.row;
+    const auto other = filesOfSection(otherSection(indexPath.section));
     tableView.beginUpdates();
-    const auto error = NSFileManager::defaultManager().removeItemAtPath(pathOfDownload(name));
+    (void)NSFileManager::defaultManager().removeItemAtPath(pathOfDownload(*row));
     updateArray();
-    if (!error)
+    shown.erase(row);
+    // The folder may list its files in another order than before, or still have this one: a row
+    // must always stand for the file that it names.
+    const bool onlyThisRowIsGone = shown == filesOfSection(indexPath.section) &&
+                                   other == filesOfSection(otherSection(indexPath.section));
+    if (onlyThisRowIsGone)
         tableView.deleteRowsAtIndexPaths({indexPath}, UITableViewRowAnimation::Top);
     tableView.endUpdates();
-    // The row of a file that could not be removed stays, so that table and folder agree.
-    if (error)
+    if (!onlyThisRowIsGone)
         tableView.reloadData();
 }
 

@@ -14,7 +14,6 @@ namespace vistrel {
 
 namespace {
 
-constexpr double kBarHeight = 44;
 constexpr UIColor kBarTint = UIColor::colorWithRedGreenBlueAlpha(0.156F, 0.155F, 0.198F, 1);
 
 }
@@ -29,7 +28,7 @@ std::string AboutPageViewController::donationAddress() {
 void AboutPageViewController::viewDidLoad() {
     UIViewController::viewDidLoad();
     const CGSize size = view()->frame().size;
-    const auto bar = std::make_shared<UINavigationBar>(CGRectMake(0, 0, size.width, kBarHeight));
+    const auto bar = std::make_shared<UINavigationBar>(CGRectMake(0, 0, size.width, kUIBarHeight));
     bar->setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleTopMargin);
     bar->setTintColor(kBarTint);
 
@@ -43,10 +42,11 @@ void AboutPageViewController::viewDidLoad() {
     view()->addSubview(bar);
 
     const auto picture = std::make_shared<UIImageView>(
-        CGRectMake(0, kBarHeight, size.width, size.height - kBarHeight));
+        CGRectMake(0, kUIBarHeight, size.width, size.height - kUIBarHeight));
     const std::string path = NSBundle::mainBundle().pathForResourceOfType("About", "jpg");
     if (!path.empty())
         picture->setImage(UIImage::imageWithContentsOfFile(path));
+    picture->setAccessibility({UIAccessibilityRole::Image, "About Vistrel", {}, true});
     view()->addSubview(picture);
 }
 

@@ -20,6 +20,7 @@
 #include "shell/MainInterface.h"
 #include "web/WebBrowserViewController.h"
 
+#include <optional>
 #include <utility>
 
 namespace vistrel {
@@ -51,16 +52,22 @@ MenuRecord nativeRecord(const char* title, const char* image,
             {}};
 }
 
-const char* headerImageOfSection(int section) {
+/// A section's header: a picture of words, and the words for a screen reader.
+struct HeaderPicture {
+    const char* image;
+    const char* label;
+};
+
+std::optional<HeaderPicture> headerOfSection(int section) {
     switch (section) {
     case kMenuSection:
-        return "ChooseSectionHeader.png";
+        return HeaderPicture{"ChooseSectionHeader.png", "Choose a Section"};
     case kVIPSectionNumber:
-        return "VIPSectionHeader.png";
+        return HeaderPicture{"VIPSectionHeader.png", "Members"};
     case kMoreSitesSection:
-        return "MoreSectionHeader.png";
+        return HeaderPicture{"MoreSectionHeader.png", "More Sites"};
     default:
-        return nullptr;
+        return std::nullopt;
     }
 }
 
@@ -140,6 +147,12 @@ const std::vector<MenuRecord>& RootViewController::recordsOfSection(int section)
     }
 }
 
+const MenuRecord* RootViewController::recordAt(const NSIndexPath& indexPath) const {
+    const auto& records = recordsOfSection(indexPath.section);
+    const auto row = static_cast<std::size_t>(indexPath.row);
+    return indexPath.row >= 0 && row < records.size() ? &records[row] : nullptr;
+}
+
 int RootViewController::numberOfSectionsInTableView(UITableView&) {
     return 4;
 }
@@ -160,11 +173,12 @@ std::shared_ptr<UIView> RootViewController::tableViewViewForHeaderInSection(UITa
         tableView.setSectionHeaderHeight(kLogoHeight);
         return titleButton_;
     }
-    const char* image = headerImageOfSection(section);
-    if (!image)
+    const auto picture = headerOfSection(section);
+    if (!picture)
         return nullptr;
     auto header = std::make_shared<UIImageView>(CGRectMake(0, 15, view()->frame().size.width, 15));
-    header->setImage(UIImage::imageNamed(image));
+    header->setImage(UIImage::imageNamed(picture->image));
+    header->setAccessibility({UIAccessibilityRole::Heading, picture->label, {}, true});
     tableView.setSectionHeaderHeight(kHeaderHeight);
     return header;
 }
@@ -178,25 +192,23 @@ RootViewController::tableViewCellForRowAtIndexPath(UITableView& tableView,
         cell->textLabel().setTextColor(UIColor::whiteColor());
         cell->setBackgroundColor(UIColor::clearColor());
     }
-    const auto& records = recordsOfSection(indexPath.section);
-    const MenuRecord& record = records[static_cast<std::size_t>(indexPath.row)];
-    cell->textLabel().setText(record.title);
-    cell->imageView().setImage(record.image);
+    const MenuRecord* record = recordAt(indexPath);
+    cell->textLabel().setText(record ? record->title : std::string());
+    cell->imageView().setImage(record ? record->image : nullptr);
     cell->setAccessoryType(UITableViewCellAccessoryType::DisclosureIndicator);
     return cell;
 }
 
 void RootViewController::tableViewDidSelectRowAtIndexPath(UITableView&,
                                                           const NSIndexPath& indexPath) {
-    const auto& records = recordsOfSection(indexPath.section);
-    if (indexPath.row < 0 || static_cast<std::size_t>(indexPath.row) >= records.size())
+    const MenuRecord* record = recordAt(indexPath);
+    if (!record)
         return;
-    const MenuRecord& record = records[static_cast<std::size_t>(indexPath.row)];
     const bool isNative = indexPath.section == kMenuSection && indexPath.row != kMusicRow;
     if (!isNative)
-        pushBrowser(record);
-    else if (record.viewController)
-        navigationController()->pushViewController(record.viewController, true);
+        pushBrowser(*record);
+    else if (record->viewController)
+        navigationController()->pushViewController(record->viewController, true);
 }
 
 void RootViewController::pushBrowser(const MenuRecord& record) {

@@ -39,6 +39,9 @@ public:
     const std::vector<MenuRecord>& menuList() const { return menuList_; }
     const std::vector<MenuRecord>& moreSitesList() const { return moreSitesList_; }
     const std::vector<MenuRecord>& VIPSection() const { return VIPSection_; }
+    void setMenuList(std::vector<MenuRecord> list) { menuList_ = std::move(list); }
+    void setMoreSitesList(std::vector<MenuRecord> list) { moreSitesList_ = std::move(list); }
+    void setVIPSection(std::vector<MenuRecord> list) { VIPSection_ = std::move(list); }
     const std::shared_ptr<UITableView>& tableView() const { return tableView_; }
     void setTableView(std::shared_ptr<UITableView> tableView);
 
@@ -75,6 +78,8 @@ public:
 private:
     void buildLists();
     const std::vector<MenuRecord>& recordsOfSection(int section) const;
+    /// Null for a row that there is not.
+    const MenuRecord* recordAt(const NSIndexPath& indexPath) const;
     void pushBrowser(const MenuRecord& record);
     void showAlert(const char* title, std::string message, const char* cancelTitle,
                    std::vector<std::string> otherTitles, int rows = 0);

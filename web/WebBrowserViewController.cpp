@@ -120,7 +120,8 @@ void WebBrowserViewController::viewDidLoad() {
     navigationItem().setTitle(navigationBarTitle_);
     const CGSize size = view()->frame().size;
 
-    webView_ = std::make_shared<UIWebView>(CGRectMake(0, 0, size.width, size.height - 88));
+    webView_ =
+        std::make_shared<UIWebView>(CGRectMake(0, 0, size.width, size.height - 2 * kUIBarHeight));
     webView_->setDelegate(weakReference<UIWebViewDelegate>(this));
     webView_->setScalesPageToFit(true);
     view()->addSubview(webView_);
@@ -131,7 +132,7 @@ void WebBrowserViewController::viewDidLoad() {
     activityItem_ = UIBarButtonItem::withCustomView(activity);
 
     makeToolbarItems();
-    toolbar_->setFrame(CGRectMake(0, size.height - 44, size.width, 44));
+    toolbar_->setFrame(CGRectMake(0, size.height - kUIBarHeight, size.width, kUIBarHeight));
     view()->addSubview(toolbar_);
 }
 

@@ -17,7 +17,6 @@ namespace vistrel {
 
 namespace {
 
-constexpr double kBarHeight = 44;
 using Row = MFMailComposeForm::Row;
 
 std::string translated(const std::string& key) {
@@ -39,7 +38,7 @@ bool MFMailComposeViewController::canSendMail() {
 MFMailComposeViewController::MFMailComposeViewController()
     : bar_(std::make_shared<UINavigationBar>())
     , item_(std::make_shared<UINavigationItem>(translated("New Message")))
-    , form_(std::make_shared<MFMailComposeForm>(CGRectMake(0, kBarHeight, 320, 416))) {}
+    , form_(std::make_shared<MFMailComposeForm>(CGRectMake(0, kUIBarHeight, 320, 416))) {}
 
 MFMailComposeViewController::~MFMailComposeViewController() = default;
 
@@ -80,11 +79,11 @@ void MFMailComposeViewController::viewDidLoad() {
         UIBarButtonSystemItem::Cancel, weakly(this, &Composer::cancel)));
     item_->setRightBarButtonItem(UIBarButtonItem::withTitle(
         translated("Send"), UIBarButtonItemStyle::Done, weakly(this, &Composer::send)));
-    bar_->setFrame(CGRectMake(0, 0, root->bounds().size.width, kBarHeight));
+    bar_->setFrame(CGRectMake(0, 0, root->bounds().size.width, kUIBarHeight));
     bar_->setAutoresizingMask(UIViewAutoresizingFlexibleWidth);
     bar_->setItems({item_}, false);
-    form_->setFrame(CGRectMake(0, kBarHeight, root->bounds().size.width,
-                               root->bounds().size.height - kBarHeight));
+    form_->setFrame(CGRectMake(0, kUIBarHeight, root->bounds().size.width,
+                               root->bounds().size.height - kUIBarHeight));
     form_->setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
     form_->setChangeHandler(weakly(this, &Composer::updateSendButton));
     root->addSubview(form_);

@@ -143,6 +143,11 @@ void UIAlertPanel::layOutButtons(double top, int rows) {
     }
 }
 
+void UIAlertPanel::flashScrollIndicators() {
+    if (scroll_)
+        scroll_->flashScrollIndicators();
+}
+
 void UIAlertPanel::mark(int index) {
     default_ = index;
     for (int other = 0; other < static_cast<int>(buttons_.size()); ++other)

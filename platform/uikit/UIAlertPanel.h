@@ -23,7 +23,8 @@ public:
 
     UIAlertPanel(const Content& content, double maximumHeight, std::function<void(int)> chosen);
 
-    bool isScrolling() const { return scroll_ != nullptr; }
+    /// Hints that a message that scrolls goes on below.
+    void flashScrollIndicators();
     /// The button with an index of the content.
     const std::shared_ptr<UIGlossyButton>& button(int index) const;
 

@@ -109,6 +109,7 @@ void UIAlertView::show() {
     UIViewAnimation::withoutAnimation([&] { window->setAlpha(0); });
     fade(*window, 1, nullptr);
     bounce(panel);
+    panel->flashScrollIndicators();
 }
 
 /// Steps aside while another alert lies above, and comes back.

@@ -12,7 +12,6 @@ namespace vistrel {
 
 namespace {
 
-constexpr double kBarHeight = 44;
 constexpr double kBodyHeight = 31; ///< the light line under the body included
 constexpr double kPadding = 10;
 constexpr double kArrowPadding = 6;
@@ -67,10 +66,10 @@ double UIBarButton::contentWidth() const {
 
 CGSize UIBarButton::sizeThatFits(CGSize) const {
     if (item_->width() > 0)
-        return {item_->width(), kBarHeight};
+        return {item_->width(), kUIBarHeight};
     const double arrow = shape_ == UIBarDrawing::ButtonShape::Back ? kArrowPadding : 0;
     const double minimum = isBordered() ? kMinimumBodyWidth : kMinimumPlainWidth;
-    return {std::max(minimum, contentWidth() + 2 * kPadding + arrow), kBarHeight};
+    return {std::max(minimum, contentWidth() + 2 * kPadding + arrow), kUIBarHeight};
 }
 
 void UIBarButton::drawRect(const CGRect& rect) {

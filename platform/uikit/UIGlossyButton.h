@@ -22,7 +22,6 @@ public:
     const std::string& title() const { return title_; }
     /// Marked as the one that the keyboard's Enter presses.
     void setMarked(bool marked);
-    bool isMarked() const { return marked_; }
 
     bool drawsContent() const override { return true; }
     void drawRect(const CGRect& rect) override;

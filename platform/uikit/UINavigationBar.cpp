@@ -155,8 +155,6 @@ UINavigationBar::Slot UINavigationBar::titleSlot() const {
     const UINavigationItem* top = topItem();
     if (!top)
         return {};
-    if (top->titleView())
-        return {nullptr, top->titleView(), {}};
     return {nullptr, items_.back(), top->title()};
 }
 
@@ -200,7 +198,7 @@ void UINavigationBar::rebuild(bool animated, Direction direction) {
         right.view = UIBarButton::viewForItem(top->rightBarButtonItem(), kPlace, color());
     Slot title = titleSlot();
     if (title.source)
-        title.view = top->titleView() ? top->titleView() : makeTitleLabel(title.text);
+        title.view = makeTitleLabel(title.text);
 
     replaceSlot(left_, std::move(left), sign * kSideTravel, change);
     replaceSlot(title_, std::move(title), sign * kTitleTravel, change);

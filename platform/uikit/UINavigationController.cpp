@@ -12,9 +12,7 @@ namespace vistrel {
 
 namespace {
 
-constexpr double kBarHeight = 44;
 constexpr double kSlideSeconds = 0.35;
-constexpr double kBarSeconds = 0.25;
 
 }
 
@@ -41,11 +39,6 @@ UINavigationController::~UINavigationController() {
 
 std::shared_ptr<UIViewController> UINavigationController::topViewController() const {
     return stack_.empty() ? nullptr : stack_.back();
-}
-
-std::shared_ptr<UIViewController> UINavigationController::visibleViewController() const {
-    const auto modal = modalViewController();
-    return modal ? modal : topViewController();
 }
 
 const std::shared_ptr<UINavigationBar>& UINavigationController::navigationBar() {
@@ -76,24 +69,9 @@ void UINavigationController::didReceiveMemoryWarning() {
 
 void UINavigationController::layoutBars() {
     const CGRect area = view()->bounds();
-    const double top = barHidden_ ? 0 : kBarHeight;
-    bar_->setFrame(CGRectMake(0, barHidden_ ? -kBarHeight : 0, area.size.width, kBarHeight));
-    content_->setFrame(CGRectMake(0, top, area.size.width, area.size.height - top));
-}
-
-void UINavigationController::setNavigationBarHidden(bool hidden, bool animated) {
-    if (barHidden_ == hidden)
-        return;
-    barHidden_ = hidden;
-    if (!isViewLoaded())
-        return;
-    if (animated) {
-        UIViewAnimation::beginAnimations();
-        UIViewAnimation::setAnimationDuration(kBarSeconds);
-    }
-    layoutBars();
-    if (animated)
-        UIViewAnimation::commitAnimations();
+    bar_->setFrame(CGRectMake(0, 0, area.size.width, kUIBarHeight));
+    content_->setFrame(
+        CGRectMake(0, kUIBarHeight, area.size.width, area.size.height - kUIBarHeight));
 }
 
 std::vector<std::shared_ptr<UINavigationItem>> UINavigationController::barItems() const {

@@ -22,11 +22,8 @@ public:
     void popToRootViewControllerAnimated(bool animated);
     const std::vector<std::shared_ptr<UIViewController>>& viewControllers() const { return stack_; }
     std::shared_ptr<UIViewController> topViewController() const;
-    std::shared_ptr<UIViewController> visibleViewController() const;
 
     const std::shared_ptr<UINavigationBar>& navigationBar();
-    bool isNavigationBarHidden() const { return barHidden_; }
-    void setNavigationBarHidden(bool hidden, bool animated);
 
     void loadView() override;
     void viewDidLoad() override;
@@ -61,7 +58,6 @@ private:
     std::shared_ptr<UINavigationBar> bar_;
     std::shared_ptr<UIView> content_;
     UIScreenTransition transition_;
-    bool barHidden_ = false;
 };
 
 }

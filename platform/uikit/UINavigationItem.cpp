@@ -28,13 +28,6 @@ void UINavigationItem::setRightBarButtonItem(std::shared_ptr<UIBarButtonItem> it
     changed(animated);
 }
 
-void UINavigationItem::setTitleView(std::shared_ptr<UIView> view) {
-    if (titleView_ == view)
-        return;
-    titleView_ = std::move(view);
-    changed(false);
-}
-
 void UINavigationItem::changed(bool animated) const {
     if (changed_)
         changed_(animated);

@@ -19,8 +19,6 @@ public:
     void setLeftBarButtonItem(std::shared_ptr<UIBarButtonItem> item, bool animated = false);
     const std::shared_ptr<UIBarButtonItem>& rightBarButtonItem() const { return right_; }
     void setRightBarButtonItem(std::shared_ptr<UIBarButtonItem> item, bool animated = false);
-    const std::shared_ptr<UIView>& titleView() const { return titleView_; }
-    void setTitleView(std::shared_ptr<UIView> view);
 
     /// Told of each change; set by the bar that shows the item.
     void setChangeHandler(std::function<void(bool animated)> handler) {
@@ -33,7 +31,6 @@ private:
     std::string title_;
     std::shared_ptr<UIBarButtonItem> left_;
     std::shared_ptr<UIBarButtonItem> right_;
-    std::shared_ptr<UIView> titleView_;
     std::function<void(bool)> changed_;
 };
 

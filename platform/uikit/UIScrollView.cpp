@@ -61,11 +61,6 @@ void UIScrollView::setContentInset(const UIEdgeInsets& insets) {
         setContentOffset({contentOffset().x, minimumOffset().y});
 }
 
-void UIScrollView::setBounces(bool bounces) {
-    bounces_ = bounces;
-    updateRange();
-}
-
 void UIScrollView::setFrame(const CGRect& frame) {
     UIView::setFrame(frame);
     updateRange();
@@ -84,8 +79,8 @@ CGPoint UIScrollView::maximumOffset() const {
 void UIScrollView::updateRange() {
     const CGPoint least = minimumOffset();
     const CGPoint most = maximumOffset();
-    horizontal_.setRange({least.x, most.x, bounds().size.width, bounces_});
-    vertical_.setRange({least.y, most.y, bounds().size.height, bounces_});
+    horizontal_.setRange({least.x, most.x, bounds().size.width, true});
+    vertical_.setRange({least.y, most.y, bounds().size.height, true});
     showMotionOffset();
 }
 
@@ -96,13 +91,6 @@ bool UIScrollView::isDragging() const {
 
 bool UIScrollView::isDecelerating() const {
     return horizontal_.isMoving() || vertical_.isMoving();
-}
-
-void UIScrollView::stopScrolling() {
-    const double now = NSRunLoop::now();
-    horizontal_.stop(now);
-    vertical_.stop(now);
-    motionChanged();
 }
 
 void UIScrollView::setContentOffset(CGPoint offset, bool animated) {
@@ -173,7 +161,7 @@ void UIScrollView::showMotionOffset() {
 
 void UIScrollView::didScroll() {
     setNeedsLayout();
-    placeIndicator();
+    placeIndicator(isDragging() || isDecelerating());
 }
 
 // The indicator.
@@ -190,11 +178,16 @@ void UIScrollView::setShowsVerticalScrollIndicator(bool shows) {
         indicator_->setHidden(!shows);
 }
 
-void UIScrollView::placeIndicator() {
+void UIScrollView::flashScrollIndicators() {
+    placeIndicator(true);
+    if (indicator_)
+        indicator_->fadeSoon();
+}
+
+void UIScrollView::placeIndicator(bool shown) {
     const CGPoint least = minimumOffset();
     const CGPoint most = maximumOffset();
-    const bool moving = isDragging() || isDecelerating();
-    if (!showsVerticalIndicator_ || (!indicator_ && (!moving || most.y <= least.y)))
+    if (!showsVerticalIndicator_ || (!indicator_ && (!shown || most.y <= least.y)))
         return;
     if (!indicator_) {
         indicator_ = std::make_shared<UIScrollIndicator>();
@@ -206,7 +199,7 @@ void UIScrollView::placeIndicator() {
     indicator_->setFrame(CGRectMake(area.maxX() - UIScrollIndicator::thickness - 2,
                                     area.minY() + span.position, UIScrollIndicator::thickness,
                                     span.length));
-    if (moving && most.y > least.y)
+    if (shown && most.y > least.y)
         indicator_->show();
 }
 
@@ -224,8 +217,7 @@ void UIScrollView::addContentInFront(std::shared_ptr<UIView> view) {
 // Touches and keys.
 
 bool UIScrollView::canMoveVertically() const {
-    return scrollEnabled_ &&
-           ((alwaysBounceVertical_ && bounces_) || maximumOffset().y > minimumOffset().y);
+    return scrollEnabled_ && (alwaysBounceVertical_ || maximumOffset().y > minimumOffset().y);
 }
 
 bool UIScrollView::canMoveHorizontally() const {

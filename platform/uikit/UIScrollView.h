@@ -28,15 +28,14 @@ public:
     void scrollRectToVisible(const CGRect& rect, bool animated);
     bool isScrollEnabled() const { return scrollEnabled_; }
     void setScrollEnabled(bool enabled) { scrollEnabled_ = enabled; }
-    void setBounces(bool bounces);
     void setAlwaysBounceVertical(bool always) { alwaysBounceVertical_ = always; }
     void setIndicatorStyle(UIScrollViewIndicatorStyle style);
     void setShowsVerticalScrollIndicator(bool shows);
+    /// Shows the indicator for a moment, to say that there is more than can be seen.
+    void flashScrollIndicators();
     bool isDragging() const;
     /// Momentum, a spring back, or an animated move is under way.
     bool isDecelerating() const;
-    /// Ends momentum where it is.
-    void stopScrolling();
     /// A wheel or touchpad step, points. Whether the content could move that way.
     bool scrollBy(double dx, double dy, double timestamp) override;
 
@@ -72,12 +71,11 @@ private:
     void motionChanged();
     void showMotionOffset();
     void moveTo(CGPoint offset, bool animated);
-    void placeIndicator();
+    void placeIndicator(bool shown);
 
     CGSize contentSize_;
     UIEdgeInsets contentInset_;
     bool scrollEnabled_ = true;
-    bool bounces_ = true;
     bool alwaysBounceVertical_ = false;
     bool showsVerticalIndicator_ = true;
     UIScrollViewIndicatorStyle indicatorStyle_ = UIScrollViewIndicatorStyle::Default;

@@ -72,30 +72,14 @@ void UITableView::setSeparatorColor(const UIColor& color) {
     rows_->updateSeparators();
 }
 
-void UITableView::setAllowsSelection(bool allows) {
-    allowsSelection_ = allows;
-}
-
-const std::shared_ptr<UIView>& UITableView::tableFooterView() const {
-    return footerView_;
-}
-
-void UITableView::replaceEnd(std::shared_ptr<UIView>& end, std::shared_ptr<UIView> view) {
-    if (end)
-        end->removeFromSuperview();
-    end = std::move(view);
-    if (end)
-        addContentInFront(end);
+void UITableView::setTableFooterView(std::shared_ptr<UIView> view) {
+    if (footerView_)
+        footerView_->removeFromSuperview();
+    footerView_ = std::move(view);
+    if (footerView_)
+        addContentInFront(footerView_);
     loaded_ = false;
     setNeedsLayout();
-}
-
-void UITableView::setTableFooterView(std::shared_ptr<UIView> view) {
-    replaceEnd(footerView_, std::move(view));
-}
-
-void UITableView::setTableHeaderView(std::shared_ptr<UIView> view) {
-    replaceEnd(headerView_, std::move(view));
 }
 
 // Loading and layout.
@@ -116,7 +100,7 @@ void UITableView::loadIfNeeded() const {
 void UITableView::rebuildLayout() {
     loaded_ = true;
     headers_->clear();
-    layout_->clear(headerView_ ? headerView_->frame().size.height : 0);
+    layout_->clear();
     const auto source = dataSource();
     const auto owner = delegate();
     const int sections = source ? source->numberOfSectionsInTableView(*this) : 0;
@@ -153,7 +137,7 @@ void UITableView::layoutSubviews() {
     tiling_ = true;
     tile();
     tiling_ = false;
-    placeEnds();
+    placeFooter();
 }
 
 void UITableView::tile() {
@@ -162,14 +146,12 @@ void UITableView::tile() {
     headers_->tile(area.minY() + contentInset().top, area.maxY());
 }
 
-void UITableView::placeEnds() {
-    const auto place = [&](const std::shared_ptr<UIView>& view, double top) {
-        const CGRect frame = view ? rectForSpan(top, view->frame().size.height) : CGRect{};
-        if (view && view->frame() != frame)
-            view->setFrame(frame);
-    };
-    place(headerView_, 0);
-    place(footerView_, layout_->contentHeight());
+void UITableView::placeFooter() {
+    if (!footerView_)
+        return;
+    const CGRect frame = rectForSpan(layout_->contentHeight(), footerView_->frame().size.height);
+    if (footerView_->frame() != frame)
+        footerView_->setFrame(frame);
 }
 
 CGRect UITableView::rectForSpan(double top, double height) const {

@@ -45,12 +45,8 @@ public:
     void setSectionHeaderHeight(double height);
     void setSeparatorStyle(UITableViewCellSeparatorStyle style);
     void setSeparatorColor(const UIColor& color);
-    bool allowsSelection() const { return allowsSelection_; }
-    void setAllowsSelection(bool allows);
-    const std::shared_ptr<UIView>& tableFooterView() const;
+    /// Scrolls with the rows, below them.
     void setTableFooterView(std::shared_ptr<UIView> view);
-    /// Scrolls with the rows, above them.
-    void setTableHeaderView(std::shared_ptr<UIView> view);
 
     /// Rows are asked for again and the scroll offset is kept. The selection is cleared.
     void reloadData();
@@ -114,10 +110,8 @@ private:
     void rebuildLayout();
     /// Rows and headers on screen as the offset asks.
     void tile();
-    void placeEnds();
+    void placeFooter();
     CGRect rectForSpan(double top, double height) const;
-    /// Parts of the content, kept in front of the rows.
-    void replaceEnd(std::shared_ptr<UIView>& end, std::shared_ptr<UIView> view);
 
     UITableViewStyle style_;
     std::weak_ptr<UITableViewDataSource> dataSource_;
@@ -126,10 +120,8 @@ private:
     double sectionHeaderHeight_ = 23;
     UITableViewCellSeparatorStyle separatorStyle_ = UITableViewCellSeparatorStyle::SingleLine;
     UIColor separatorColor_ = UIColor::colorWithWhiteAlpha(0.88F, 1);
-    bool allowsSelection_ = true;
     bool loaded_ = false;
     bool tiling_ = false;
-    std::shared_ptr<UIView> headerView_;
     std::shared_ptr<UIView> footerView_;
 
     std::unique_ptr<UITableViewLayout> layout_;       ///< where rows and headers lie

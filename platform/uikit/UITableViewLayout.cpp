@@ -30,10 +30,9 @@ int UITableViewLayout::Section::rowBelow(double y) const {
     return static_cast<int>(std::min<double>(std::floor(inside / rowHeight), rows));
 }
 
-void UITableViewLayout::clear(double top) {
+void UITableViewLayout::clear() {
     sections_.clear();
-    top_ = top;
-    bottom_ = top;
+    bottom_ = 0;
 }
 
 void UITableViewLayout::beginSection(double headerHeight) {

@@ -18,8 +18,8 @@ public:
         friend bool operator==(const Span&, const Span&) = default;
     };
 
-    /// Empty, with `top` points kept free above the first section.
-    void clear(double top = 0);
+    /// Empty.
+    void clear();
     /// Rows are appended to the section begun last. A header of no height is no header.
     void beginSection(double headerHeight);
     void appendRow(double height);
@@ -64,7 +64,6 @@ private:
     };
 
     std::vector<Section> sections_;
-    double top_ = 0;
     double bottom_ = 0;
 };
 

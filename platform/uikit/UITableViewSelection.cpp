@@ -73,7 +73,7 @@ void UITableViewSelection::highlight(const std::optional<NSIndexPath>& path, boo
 
 void UITableViewSelection::touchBegan(UITableViewCell& cell) {
     leaveKeyboard();
-    if (!table_.allowsSelection_ || table_.isEditing())
+    if (table_.isEditing())
         return;
     pressed_ = table_.rows_->pathOf(cell);
     delay_ = NSRunLoop::performAfterDelay(kHighlightDelay, [this] {
@@ -180,7 +180,7 @@ bool UITableViewSelection::activateFocused() {
         table_.editing_->commitConfirmed();
         return true;
     }
-    if (!focused_ || !table_.allowsSelection_ || table_.isEditing())
+    if (!focused_ || table_.isEditing())
         return false;
     selectForUser(*focused_);
     return true;

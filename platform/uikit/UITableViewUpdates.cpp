@@ -121,7 +121,7 @@ void UITableViewUpdates::moveRows(const std::vector<NSIndexPath>& deleted, Delet
         kept.push_back({*path, row.cell});
     }
     table_.rows_->setVisible(std::move(kept));
-    table_.placeEnds();
+    table_.placeFooter();
     const CGRect area = table_.bounds();
     table_.rows_->tile(area.minY(), area.maxY(), [&](const UITableViewRows::Row& row) {
         if (row.path < deletion.firstMoved)

@@ -4,11 +4,12 @@
 #include "catalogue/ABTableViewCellView.h"
 #include "catalogue/MoviesTableViewCell.h"
 #include "catalogue/TVShowsTableViewCell.h"
+#include "platform/graphics/Bitmap.h"
 #include "platform/graphics/CGContext.h"
 #include "platform/graphics/ImageFile.h"
 #include "platform/graphics/UIImage.h"
 #include "platform/uikit/ImageRenderer.h"
-#include "tests/uikit/ScreenTest.h"
+#include "tests/support/ui/ScreenTest.h"
 
 #include <filesystem>
 #include <optional>
@@ -40,7 +41,7 @@ std::optional<Extent> extentOf(const Bitmap& bitmap, Matches matches) {
     return found;
 }
 
-class CatalogueCellTest : public ScreenTest {
+class CatalogueCellTest : public support::ScreenTest {
 protected:
     static std::shared_ptr<Bitmap> paint(UIView& view) { return renderViewToBitmap(view, 1); }
 };

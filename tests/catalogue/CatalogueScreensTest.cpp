@@ -14,7 +14,7 @@
 #include "platform/uikit/UINavigationItem.h"
 #include "platform/uikit/UITableView.h"
 #include "tests/support/ui/PaintingCounter.h"
-#include "tests/uikit/ScreenTest.h"
+#include "tests/support/ui/ScreenTest.h"
 #include "web/WebBrowserViewController.h"
 
 #include <gmock/gmock.h>
@@ -23,7 +23,7 @@
 namespace vistrel {
 namespace {
 
-class CatalogueScreensTest : public ScreenTest {
+class CatalogueScreensTest : public support::ScreenTest {
 protected:
     ~CatalogueScreensTest() override {
         if (navigation)

@@ -132,6 +132,26 @@ TEST_F(DownloadsTest, DeletingRemovesTheFileAndItsRow) {
     EXPECT_EQ(screen->tableView()->numberOfRowsInSection(1), 0);
 }
 
+TEST_F(DownloadsTest, RowsNameTheirFilesWhenTheFolderListsThemInAnotherOrder) {
+    for (const char* name : {"a.mp4", "b.mp4", "c.mp4", "x.mp3", "y.mp3"})
+        files().put(kFolder + name);
+    const auto screen = open();
+    const auto listLast = [&](const std::string& name) {
+        ASSERT_TRUE(files().remove(kFolder + name).ok());
+        files().put(kFolder + name);
+    };
+    listLast("a.mp4");
+    listLast("x.mp3");
+    commitDelete(*screen, {0, 1});
+    ASSERT_THAT(screen->movieFiles(), ElementsAre("c.mp4", "a.mp4"));
+    EXPECT_EQ(cell(*screen, 0, 0)->fileName(), "c");
+    EXPECT_EQ(cell(*screen, 0, 1)->fileName(), "a");
+    EXPECT_EQ(cell(*screen, 1, 0)->fileName(), "y");
+    commitDelete(*screen, {0, 1});
+    EXPECT_FALSE(files().contents(kFolder + "a.mp4"));
+    EXPECT_TRUE(files().contents(kFolder + "c.mp4"));
+}
+
 TEST_F(DownloadsTest, AFileThatCannotBeDeletedKeepsItsRow) {
     files().put(kFolder + "a.mp4");
     const auto screen = open();

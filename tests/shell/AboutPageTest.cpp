@@ -58,6 +58,7 @@ TEST_F(AboutPageTest, ABarOfItsOwnStandsOverThePictureWhichMayBeMissing) {
     EXPECT_EQ(bar->topItem()->rightBarButtonItem()->style(), UIBarButtonItemStyle::Bordered);
     EXPECT_EQ(picture->frame(), CGRectMake(0, 44, 320, 416));
     EXPECT_FALSE(picture->image());
+    EXPECT_EQ(picture->accessibilityElement().label, "About Vistrel");
 }
 
 TEST_F(AboutPageTest, ItStaysUpright) {

@@ -52,11 +52,35 @@ TEST_F(RootTest, EverySectionHasItsRowsInOrder) {
     EXPECT_EQ(table.numberOfRowsInSection(3), 8);
 }
 
-TEST_F(RootTest, HeadersAreSeventyFiveAndThirtyTwoPointsHigh) {
+TEST_F(RootTest, HeadersHaveTheirHeightsAndNames) {
     auto& table = *menu_->tableView();
     EXPECT_EQ(table.rectForHeaderInSection(0).size.height, 75);
-    for (const int section : {1, 2, 3})
+    const char* const names[] = {"Choose a Section", "Members", "More Sites"};
+    for (const int section : {1, 2, 3}) {
         EXPECT_EQ(table.rectForHeaderInSection(section).size.height, 32) << section;
+        const auto header = menu_->tableViewViewForHeaderInSection(table, section);
+        EXPECT_EQ(header->accessibilityElement().role, UIAccessibilityRole::Heading);
+        EXPECT_EQ(header->accessibilityElement().label, names[section - 1]);
+    }
+}
+
+TEST_F(RootTest, ARowThatThereIsNotIsAnEmptyCellThatOpensNothing) {
+    auto& table = *menu_->tableView();
+    for (const NSIndexPath path : {NSIndexPath{0, 0}, {1, -1}, {1, 4}, {4, 0}}) {
+        EXPECT_EQ(menu_->tableViewCellForRowAtIndexPath(table, path)->textLabel().text(), "");
+        menu_->tableViewDidSelectRowAtIndexPath(table, path);
+        EXPECT_EQ(top(), menu_);
+    }
+}
+
+TEST_F(RootTest, TheTableAndTheListsCanBeSet) {
+    menu_->setTableView(menu_->tableView());
+    EXPECT_EQ(menu_->tableView()->dataSource(), menu_) << "the same table is still connected";
+    menu_->setMenuList({{"Only", nullptr, nullptr, {}}});
+    menu_->setVIPSection({});
+    menu_->tableView()->reloadData();
+    EXPECT_EQ(menu_->tableView()->numberOfRowsInSection(1), 1);
+    EXPECT_EQ(menu_->tableView()->numberOfRowsInSection(2), 0);
 }
 
 TEST_F(RootTest, WebRowsOpenANewBrowserEachTimeOnTheSettingsAddress) {

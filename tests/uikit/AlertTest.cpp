@@ -3,8 +3,9 @@
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIButton.h"
 #include "platform/uikit/UIEventDispatcher.h"
+#include "platform/uikit/UIScrollIndicator.h"
 #include "platform/uikit/UIScrollView.h"
-#include "tests/uikit/ScreenTest.h"
+#include "tests/support/ui/ScreenTest.h"
 
 #include <gmock/gmock.h>
 
@@ -30,7 +31,7 @@ struct Chooser : UIAlertViewDelegate, UIActionSheetDelegate {
     std::function<void(int)> onChoice;
 };
 
-class Alert : public ScreenTest {
+class Alert : public support::ScreenTest {
 protected:
     std::shared_ptr<UIAlertView> make(const std::string& title,
                                       std::vector<std::string> others = {},
@@ -237,6 +238,9 @@ TEST_F(Alert, TextThatDoesNotFitScrollsAndTheButtonsStayOnTheScreen) {
     }
     ASSERT_NE(scroll, nullptr);
     EXPECT_GT(scroll->contentSize().height, scroll->bounds().size.height);
+    const auto indicator = std::dynamic_pointer_cast<UIScrollIndicator>(scroll->subviews().back());
+    ASSERT_NE(indicator, nullptr) << "it flashes when the text appears";
+    EXPECT_EQ(indicator->alpha(), 0) << "and fades by itself";
     press(UIKeyCode::Down);
     advance(1);
     EXPECT_GT(scroll->contentOffset().y, 0);

@@ -3,7 +3,7 @@
 #include "platform/uikit/UINavigationBar.h"
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UIToolbar.h"
-#include "tests/uikit/ScreenTest.h"
+#include "tests/support/ui/ScreenTest.h"
 
 #include <gmock/gmock.h>
 
@@ -15,7 +15,7 @@ namespace {
 
 using Item = std::shared_ptr<UIBarButtonItem>;
 
-class Bars : public ScreenTest {
+class Bars : public support::ScreenTest {
 protected:
     Item titled(
         const std::string& title, std::function<void()> action = [] {}) {

@@ -4,7 +4,7 @@
 #include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UINavigationBar.h"
 #include "platform/uikit/UINavigationController.h"
-#include "tests/uikit/ScreenTest.h"
+#include "tests/support/ui/ScreenTest.h"
 
 #include <gmock/gmock.h>
 
@@ -52,7 +52,7 @@ private:
     Log& log_;
 };
 
-class ControllerLifecycle : public ScreenTest {
+class ControllerLifecycle : public support::ScreenTest {
 protected:
     void SetUp() override {
         navigation_ = UINavigationController::withRootViewController(a_);

@@ -4,7 +4,7 @@
 #include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UILabel.h"
 #include "platform/uikit/UIProgressHUD.h"
-#include "tests/uikit/ScreenTest.h"
+#include "tests/support/ui/ScreenTest.h"
 
 #include <gmock/gmock.h>
 
@@ -24,7 +24,7 @@ std::uint32_t alpha(std::uint32_t pixel) {
     return pixel >> 24;
 }
 
-class Controls : public ScreenTest {};
+class Controls : public support::ScreenTest {};
 
 TEST_F(Controls, AButtonSendsWhatTheFingerDid) {
     struct Case {

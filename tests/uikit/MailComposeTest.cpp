@@ -7,7 +7,7 @@
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UITextField.h"
-#include "tests/uikit/ScreenTest.h"
+#include "tests/support/ui/ScreenTest.h"
 
 #include <gmock/gmock.h>
 
@@ -42,7 +42,7 @@ public:
     }
 };
 
-class MailCompose : public ScreenTest {
+class MailCompose : public support::ScreenTest {
 protected:
     void SetUp() override {
         presenter_ = std::make_shared<UIViewController>();

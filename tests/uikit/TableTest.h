@@ -1,7 +1,7 @@
 #pragma once
 #include "platform/uikit/UITableView.h"
 #include "platform/uikit/UITableViewCell.h"
-#include "tests/uikit/ScreenTest.h"
+#include "tests/support/ui/ScreenTest.h"
 
 #include <optional>
 #include <set>
@@ -60,7 +60,7 @@ public:
 };
 
 /// A table of 320 x 400 at the window's top, with rows of 40 points unless the owner says more.
-class TableTest : public ScreenTest {
+class TableTest : public support::ScreenTest {
 protected:
     TableTest();
     ~TableTest() override;

@@ -4,7 +4,7 @@
 #include "platform/uikit/UITextField.h"
 #include "platform/uikit/UITextLines.h"
 #include "platform/uikit/UITextView.h"
-#include "tests/uikit/ScreenTest.h"
+#include "tests/support/ui/ScreenTest.h"
 
 #include <gmock/gmock.h>
 
@@ -90,7 +90,7 @@ TEST(TextBuffer, CutsAndMovesOnlyBetweenCharacters) {
     }
 }
 
-class TextEditing : public ScreenTest {
+class TextEditing : public support::ScreenTest {
 protected:
     void focus(const std::shared_ptr<UIView>& view) {
         UIApplication::sharedApplication().events().setFirstResponder(view);

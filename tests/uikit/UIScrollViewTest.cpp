@@ -2,13 +2,13 @@
 
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIEventDispatcher.h"
-#include "tests/uikit/ScreenTest.h"
+#include "tests/support/ui/ScreenTest.h"
 
 namespace vistrel {
 namespace {
 
 /// A page of 320 x 2000 in a window of 320 x 400.
-class UIScrollViewTest : public ScreenTest {
+class UIScrollViewTest : public support::ScreenTest {
 protected:
     UIScrollViewTest() {
         view = std::make_shared<UIScrollView>(CGRectMake(0, 0, 320, 400));

@@ -2,7 +2,7 @@
 
 #include "platform/graphics/UIImage.h"
 #include "platform/uikit/UIProgressView.h"
-#include "tests/uikit/ScreenTest.h"
+#include "tests/support/ui/ScreenTest.h"
 
 #include <cmath>
 #include <limits>
@@ -11,7 +11,7 @@ namespace vistrel {
 namespace {
 
 /// 220 points for a thumb of 20: its middle goes from 10 to 210.
-class UISliderTest : public ScreenTest {
+class UISliderTest : public support::ScreenTest {
 protected:
     UISliderTest() {
         slider = std::make_shared<UISlider>(CGRectMake(0, 100, 220, 9));
@@ -108,7 +108,7 @@ TEST_F(UISliderTest, ArrowsMoveItAndAScreenReaderReadsIt) {
     EXPECT_EQ(slider->accessibilityElement().value, "5%");
 }
 
-class UIProgressViewTest : public ScreenTest {};
+class UIProgressViewTest : public support::ScreenTest {};
 
 TEST_F(UIProgressViewTest, ClampsAndFillsThatMuch) {
     auto bar = std::make_shared<UIProgressView>(CGRectMake(0, 0, 202, 9));

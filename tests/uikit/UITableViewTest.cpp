@@ -105,16 +105,12 @@ TEST_F(UITableViewTest, HeadersStickAndPushOneAnother) {
     EXPECT_THAT(labels(UIAccessibilityRole::Heading, *table), ElementsAre("Second"));
 }
 
-TEST_F(UITableViewTest, HeaderAndFooterViewsStandAtTheEnds) {
-    auto header = std::make_shared<UIView>(CGRectMake(5, 5, 100, 30));
+TEST_F(UITableViewTest, TheFooterStandsBelowTheRows) {
     auto footer = std::make_shared<UIView>(CGRectMake(0, 0, 320, 10));
-    table->setTableHeaderView(header);
     table->setTableFooterView(footer);
     fill(20);
-    EXPECT_EQ(table->contentSize().height, 30 + 800 + 10);
-    EXPECT_EQ(header->frame(), CGRectMake(0, 0, 320, 30));
-    EXPECT_EQ(topOf({0, 0}), 30);
-    EXPECT_EQ(footer->frame(), CGRectMake(0, 830, 320, 10));
+    EXPECT_EQ(table->contentSize().height, 800 + 10);
+    EXPECT_EQ(footer->frame(), CGRectMake(0, 800, 320, 10));
 }
 
 TEST_F(UITableViewTest, ATapSelectsOneRowAndTellsTheDelegate) {
@@ -183,13 +179,6 @@ TEST_F(UITableViewTest, ATouchOnARollingListStopsItAndSelectsNothing) {
     EXPECT_THAT(owner.selected, IsEmpty());
     tap({100, 200});
     EXPECT_EQ(owner.selected.size(), 1U) << "the next touch does";
-}
-
-TEST_F(UITableViewTest, WithoutSelectionATapDoesNothing) {
-    fill(50);
-    table->setAllowsSelection(false);
-    tap({100, 100});
-    EXPECT_THAT(owner.selected, IsEmpty());
 }
 
 TEST_F(UITableViewTest, AReloadKeepsTheOffsetAndClearsTheSelection) {

@@ -123,6 +123,17 @@ TEST_F(WebBrowserTest, TheDownloadScreenGetsTheFinalAddressAndTheProbeIsCancelle
     EXPECT_GE(countOfCalls("stopLoading"), 1) << "the engine's own load of the file ends";
 }
 
+TEST_F(WebBrowserTest, AnAnswerThatArrivesWhileThePageSlidesOutOpensNothing) {
+    openPage();
+    const char* link = "http://site.example/film.mp4";
+    network().at(link).type("video/mp4").body("media").after(0.2);
+    page().clickLink(link);
+    turn();
+    navigation().popViewControllerAnimated(true);
+    advance(1);
+    EXPECT_EQ(navigation().viewControllers().size(), 1U);
+}
+
 TEST_F(WebBrowserTest, HomeProbesAMediaStartAddressAgainAfterItsDownloadScreen) {
     network().at(kStart).type("audio/mpeg").body("mp3");
     const auto browser = open(kStart);
@@ -418,7 +429,8 @@ TEST_F(WebBrowserTest, PageAndToolbarShareTheSpaceUnderTheBar) {
 }
 
 TEST_F(WebBrowserTest, ReplacingAnItemTakesTheFirstWithTheTagOnly) {
-    UIToolbar toolbar;
+    const auto shared = std::make_shared<UIToolbar>();
+    UIToolbar& toolbar = *shared;
     const auto item = [](int tag) {
         auto made = UIBarButtonItem::withTitle("x", UIBarButtonItemStyle::Plain, {});
         made->setTag(tag);

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 namespace vistrel {
 
@@ -85,8 +86,8 @@ void GtkSceneVisitor::draw(const SceneRecording& recording) {
 
 void GtkSceneVisitor::paintIntoOneNode(const SceneRecording& recording, std::size_t clip) {
     // The same node as in the last frame tells the renderer that nothing has changed there.
-    const std::uint64_t fingerprint = recording.fingerprintOf(clip);
-    if (GskRenderNode* kept = nodes_.groupWith(fingerprint)) {
+    auto content = recording.contentOf(clip);
+    if (GskRenderNode* kept = nodes_.groupWith(content)) {
         for (std::size_t step = clip + 1; step < recording.endOf(clip); ++step)
             if (const auto& picture = recording.pictureOf(step);
                 picture && !recording.isCovered(step))
@@ -103,7 +104,7 @@ void GtkSceneVisitor::paintIntoOneNode(const SceneRecording& recording, std::siz
             recording.replay(step, painter);
     }
     gtk_snapshot_append_node(snapshot_, node);
-    nodes_.keepGroup(fingerprint, node);
+    nodes_.keepGroup(std::move(content), node);
 }
 
 void GtkSceneVisitor::pushTransform(const CGAffineTransform& transform) {

@@ -78,7 +78,7 @@ void setPixelsAsSource(cairo_t* cairo, cairo_pattern_t* pixels, const CGRect& re
 }
 
 PictureNodes::~PictureNodes() {
-    for (auto& [fingerprint, group] : groups_)
+    for (const Group& group : groups_)
         gsk_render_node_unref(group.node);
     for (auto& [bitmap, entry] : entries_)
         release(entry);
@@ -129,23 +129,24 @@ PictureNodes::Node PictureNodes::nodeFor(const std::shared_ptr<const Bitmap>& pi
     return {entry.node, entry.size};
 }
 
-GskRenderNode* PictureNodes::groupWith(std::uint64_t fingerprint) {
-    const auto found = groups_.find(fingerprint);
+GskRenderNode* PictureNodes::groupWith(const std::vector<std::uint64_t>& content) {
+    const auto found = std::find_if(groups_.begin(), groups_.end(),
+                                    [&](const Group& group) { return group.content == content; });
     if (found == groups_.end())
         return nullptr;
-    found->second.lastFrame = frame_;
-    return found->second.node;
+    found->lastFrame = frame_;
+    return found->node;
 }
 
-void PictureNodes::keepGroup(std::uint64_t fingerprint, GskRenderNode* node) {
-    groups_.emplace(fingerprint, Group{node, frame_});
+void PictureNodes::keepGroup(std::vector<std::uint64_t> content, GskRenderNode* node) {
+    groups_.push_back({std::move(content), node, frame_});
 }
 
 void PictureNodes::frameEnded() {
-    std::erase_if(groups_, [this](const auto& entry) {
-        const bool isOld = entry.second.lastFrame != frame_;
+    std::erase_if(groups_, [this](const Group& group) {
+        const bool isOld = group.lastFrame != frame_;
         if (isOld)
-            gsk_render_node_unref(entry.second.node);
+            gsk_render_node_unref(group.node);
         return isOld;
     });
     ++frame_;

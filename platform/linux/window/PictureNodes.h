@@ -39,10 +39,10 @@ public:
     cairo_pattern_t* pixelsOf(const std::shared_ptr<const Bitmap>& picture);
 
     /// A node of several pictures that was kept in the last frame or in this one; null when there
-    /// is none with this fingerprint. Its pictures must be asked for as well, so that they stay.
-    GskRenderNode* groupWith(std::uint64_t fingerprint);
+    /// is none with this content. Its pictures must be asked for as well, so that they stay.
+    GskRenderNode* groupWith(const std::vector<std::uint64_t>& content);
     /// Keeps such a node, and takes over the caller's reference.
-    void keepGroup(std::uint64_t fingerprint, GskRenderNode* node);
+    void keepGroup(std::vector<std::uint64_t> content, GskRenderNode* node);
 
     void setSoftwareRenderer(bool software) { software_ = software; }
     bool isForSoftwareRenderer() const { return software_; }
@@ -65,6 +65,7 @@ private:
         std::uint64_t frame;
     };
     struct Group {
+        std::vector<std::uint64_t> content;
         GskRenderNode* node;
         std::uint64_t lastFrame;
     };
@@ -74,7 +75,7 @@ private:
 
     std::unordered_map<const Bitmap*, Entry> entries_;
     std::vector<Retired> retired_; ///< oldest first
-    std::unordered_map<std::uint64_t, Group> groups_;
+    std::vector<Group> groups_;    ///< few: one for each list on the screen
     std::uint64_t frame_ = 0;
     bool software_ = true;
 };

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstring>
 #include <type_traits>
+#include <utility>
 
 namespace vistrel {
 
@@ -48,24 +49,21 @@ Pixels intersection(const Pixels& a, const Pixels& b) {
             std::max(0, std::min(a.y + a.height, b.y + b.height) - top)};
 }
 
-/// Mixes values of any plain type, word by word (after the finaliser of MurmurHash3).
-class Fingerprint {
+/// Values of any plain type, one after the other.
+class Words {
 public:
     template <typename Value>
     void add(const Value& value) {
         static_assert(std::is_trivially_copyable_v<Value>);
-        for (std::size_t at = 0; at < sizeof value; at += sizeof(std::uint64_t)) {
-            std::uint64_t word = 0;
-            std::memcpy(&word, reinterpret_cast<const std::byte*>(&value) + at,
-                        std::min(sizeof word, sizeof value - at));
-            value_ = (value_ ^ word) * 0xFF51AFD7ED558CCD;
-            value_ ^= value_ >> 33;
-        }
+        constexpr std::size_t kCount =
+            (sizeof value + sizeof(std::uint64_t) - 1) / sizeof(std::uint64_t);
+        words_.resize(words_.size() + kCount);
+        std::memcpy(words_.data() + words_.size() - kCount, &value, sizeof value);
     }
-    std::uint64_t value() const { return value_; }
+    std::vector<std::uint64_t> take() { return std::move(words_); }
 
 private:
-    std::uint64_t value_ = 0x9E3779B97F4A7C15;
+    std::vector<std::uint64_t> words_;
 };
 
 bool isEmpty(const Pixels& pixels) {
@@ -189,34 +187,34 @@ void SceneRecording::findCovered() {
     cairo_region_destroy(hidden);
 }
 
-std::uint64_t SceneRecording::fingerprintOf(std::size_t clip) const {
-    Fingerprint print;
-    print.add(steps_[clip].rect);
+std::vector<std::uint64_t> SceneRecording::contentOf(std::size_t clip) const {
+    Words words;
+    words.add(steps_[clip].rect);
     for (std::size_t i = clip + 1; i < steps_[clip].end; ++i) {
         const Step& step = steps_[i];
         if (step.isCovered)
             continue;
-        print.add(step.kind);
-        print.add(step.rect);
+        words.add(step.kind);
+        words.add(step.rect);
         switch (step.kind) {
         case Kind::Transform:
-            print.add(step.transform);
+            words.add(step.transform);
             break;
         case Kind::Opacity:
-            print.add(step.opacity);
+            words.add(step.opacity);
             break;
         case Kind::Color:
-            print.add(step.color);
+            words.add(step.color);
             break;
         case Kind::Picture:
-            print.add(reinterpret_cast<std::uintptr_t>(step.picture.get()));
-            print.add(step.picture ? step.picture->generation() : 0);
+            words.add(reinterpret_cast<std::uintptr_t>(step.picture.get()));
+            words.add(step.picture ? step.picture->generation() : 0);
             break;
         default:
             break;
         }
     }
-    return print.value();
+    return words.take();
 }
 
 void SceneRecording::replay(std::size_t index, SceneVisitor& visitor) const {

@@ -43,9 +43,9 @@ public:
     const CGRect& rectOf(std::size_t step) const { return steps_[step].rect; }
     std::size_t endOf(std::size_t clip) const { return steps_[clip].end; }
 
-    /// A number made of everything that is drawn between a clip and its end: one that differs when
-    /// what would be painted does.
-    std::uint64_t fingerprintOf(std::size_t clip) const;
+    /// Everything that is drawn between a clip and its end, as words to compare: equal when the
+    /// same would be painted.
+    std::vector<std::uint64_t> contentOf(std::size_t clip) const;
 
     /// The picture of a step; null when it draws none.
     const std::shared_ptr<const Bitmap>& pictureOf(std::size_t step) const {

@@ -8,26 +8,67 @@
 
 namespace vistrel::support {
 
-ScreenTest::ScreenTest() {
-    const auto root = std::make_shared<UIViewController>();
-    root->setTitle("Root");
-    navigation_ = UINavigationController::withRootViewController(root);
-    window_ = std::make_shared<UIWindow>();
-    window_->addSubview(navigation_->view());
+namespace {
+
+UIEventDispatcher& events() {
+    return UIApplication::sharedApplication().events();
+}
+
+std::shared_ptr<UIView> findBelow(const std::shared_ptr<UIView>& view, UIAccessibilityRole role,
+                                  const std::string& label) {
+    if (view->isHidden() || view->alpha() <= 0)
+        return nullptr;
+    for (auto child = view->subviews().rbegin(); child != view->subviews().rend(); ++child) {
+        if (auto found = findBelow(*child, role, label))
+            return found;
+    }
+    const auto element = view->accessibilityElement();
+    return element.role == role && element.label == label ? view : nullptr;
+}
+
+void collect(UIView& view, UIAccessibilityRole role, std::vector<std::string>& labels) {
+    if (view.isHidden())
+        return;
+    const auto element = view.accessibilityElement();
+    if (element.role == role)
+        labels.push_back(element.label);
+    for (const auto& child : view.subviews())
+        collect(*child, role, labels);
+}
+
+}
+
+ScreenTest::ScreenTest()
+    : window_(std::make_shared<UIWindow>()) {
     window_->makeKeyAndVisible();
 }
 
 ScreenTest::~ScreenTest() {
     for (const auto& alert : UIAlertView::visibleAlerts())
         alert->dismissWithClickedButtonIndex(0, false);
-    navigation_->view()->removeFromSuperview();
+    if (navigation_)
+        navigation_->view()->removeFromSuperview();
     navigation_.reset();
     window_.reset();
     UIApplication::resetSharedApplication();
 }
 
+UIView& ScreenTest::screen() {
+    return UIApplication::sharedApplication().screenView();
+}
+
+UINavigationController& ScreenTest::navigation() {
+    if (!navigation_) {
+        const auto root = std::make_shared<UIViewController>();
+        root->setTitle("Root");
+        navigation_ = UINavigationController::withRootViewController(root);
+        window_->addSubview(navigation_->view());
+    }
+    return *navigation_;
+}
+
 void ScreenTest::push(const std::shared_ptr<UIViewController>& controller) {
-    navigation_->pushViewController(controller, false);
+    navigation().pushViewController(controller, false);
     turn();
     layOut();
 }
@@ -38,31 +79,70 @@ void ScreenTest::settle() {
 }
 
 void ScreenTest::layOut() {
-    UIApplication::sharedApplication().screenView().layoutIfNeeded();
+    screen().layoutIfNeeded();
 }
 
-void ScreenTest::tap(UIView& view) {
-    const CGRect bounds = view.bounds();
-    tapAt(view.convertPointToView({bounds.midX(), bounds.midY()}, nullptr));
+void ScreenTest::touchDown(CGPoint point) {
+    events().sendTouch(UITouchPhase::Began, point, NSRunLoop::now());
 }
 
-void ScreenTest::tapAt(CGPoint point) {
-    auto& events = UIApplication::sharedApplication().events();
-    events.sendTouch(UITouchPhase::Began, point, NSRunLoop::now());
-    advance(0.1);
-    events.sendTouch(UITouchPhase::Ended, point, NSRunLoop::now());
+void ScreenTest::touchMove(CGPoint point) {
+    events().sendTouch(UITouchPhase::Moved, point, NSRunLoop::now());
+}
+
+void ScreenTest::touchUp(CGPoint point) {
+    events().sendTouch(UITouchPhase::Ended, point, NSRunLoop::now());
+}
+
+void ScreenTest::tap(CGPoint point) {
+    touchDown(point);
+    touchUp(point);
     turn();
 }
 
+void ScreenTest::tap(const UIView& view) {
+    tap(view.convertPointToView({view.bounds().midX(), view.bounds().midY()}, nullptr));
+}
+
+void ScreenTest::tapButton(const std::string& label) {
+    layOut();
+    const auto button = find(UIAccessibilityRole::Button, label);
+    ASSERT_NE(button, nullptr) << "no button " << label;
+    tap(*button);
+}
+
 bool ScreenTest::tapElement(UIAccessibilityRole role, const std::string& label) {
-    for (const auto& seen : accessibilityTree(UIApplication::sharedApplication().screenView())) {
+    for (const auto& seen : accessibilityTree(screen())) {
         if (seen.element.role == role && seen.element.label == label) {
-            tapAt({seen.frame.midX(), seen.frame.midY()});
+            tap(CGPoint{seen.frame.midX(), seen.frame.midY()});
             settle();
             return true;
         }
     }
     return false;
+}
+
+bool ScreenTest::press(UIKeyCode code, bool shift) {
+    UIKey key;
+    key.code = code;
+    key.shift = shift;
+    return events().sendKey(key);
+}
+
+bool ScreenTest::type(const std::string& text) {
+    UIKey key;
+    key.text = text;
+    return events().sendKey(key);
+}
+
+std::shared_ptr<UIView> ScreenTest::find(UIAccessibilityRole role, const std::string& label) {
+    return findBelow(screen().shared_from_this(), role, label);
+}
+
+std::vector<std::string> ScreenTest::labels(UIAccessibilityRole role, UIView& below) {
+    std::vector<std::string> found;
+    collect(below, role, found);
+    return found;
 }
 
 bool ScreenTest::tapAlertButton(const std::string& title) {

@@ -1,34 +1,57 @@
 #pragma once
+#include "platform/uikit/UIAccessibility.h"
+#include "platform/uikit/UIKey.h"
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UIWindow.h"
 #include "tests/support/HostTest.h"
+#include "tests/support/ui/Pixels.h"
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace vistrel::support {
 
-/// Base of the tests of whole screens: a window with a navigation stack on the deterministic host.
+/// Base of the tests of what is on the screen: an application with a key window on the
+/// deterministic host, a finger, a keyboard, and what a screen reader finds.
 class ScreenTest : public HostTest {
 protected:
     ScreenTest();
     ~ScreenTest() override;
 
-    /// A stack whose root is an empty screen titled "Root", in the key window.
-    UINavigationController& navigation() { return *navigation_; }
     UIWindow& window() { return *window_; }
+    /// The whole screen: windows and status bar.
+    UIView& screen();
+    /// A stack in the window whose root is an empty screen titled "Root"; made when first asked
+    /// for.
+    UINavigationController& navigation();
     void push(const std::shared_ptr<UIViewController>& controller);
     /// Lets every animation end, and lays out as the next frame would.
     void settle();
     void layOut();
-    /// Finger down and up in the middle of the view.
-    void tap(UIView& view);
-    void tapAt(CGPoint point);
-    /// Taps what a screen reader finds; false when there is no such element.
+
+    // The finger, in screen points.
+    void touchDown(CGPoint point);
+    void touchMove(CGPoint point);
+    void touchUp(CGPoint point);
+    void tap(CGPoint point);
+    /// In the middle of the view.
+    void tap(const UIView& view);
+    /// The visible button of that label; fails the test when there is none.
+    void tapButton(const std::string& label);
+    /// Taps what a screen reader finds and settles; false when there is no such element.
     bool tapElement(UIAccessibilityRole role, const std::string& label);
+    bool press(UIKeyCode code, bool shift = false);
+    bool type(const std::string& text);
+
+    /// Frontmost first, what a screen reader would find with that role and label.
+    std::shared_ptr<UIView> find(UIAccessibilityRole role, const std::string& label);
+    /// Labels of the role in the view and below it, in tree order.
+    std::vector<std::string> labels(UIAccessibilityRole role, UIView& below);
+
     /// Taps the button of the topmost alert; false when there is no such button.
     bool tapAlertButton(const std::string& title);
-    /// Title of the topmost alert; empty for none.
+    /// Of the topmost alert; empty for none.
     std::string alertTitle() const;
     std::string alertMessage() const;
     int alertCount() const;
