@@ -6,7 +6,6 @@
 #include "platform/uikit/UILabel.h"
 #include "platform/uikit/UINavigationItem.h"
 #include "platform/uikit/UIProgressView.h"
-#include "settings/Settings.h"
 #include "tests/support/ui/ScreenTest.h"
 #include "web/DownloadFile.h"
 
@@ -29,7 +28,6 @@ protected:
         return screen;
     }
     support::ScriptedAnswer& answer() { return network().at(kAddress).type("video/mp4"); }
-    ~FileDownloadTest() override { overrideSetting(kCarefulManners, "no"); }
     std::map<std::string, std::string> filesInFolder() {
         std::map<std::string, std::string> found;
         const auto names = files().list(DownloadFile::kFolder);
@@ -217,7 +215,7 @@ TEST_F(FileDownloadTest, BothMannersEndEachDownloadTheirOwnWay) {
     for (const Case& each : cases) {
         for (const bool careful : {false, true}) {
             SCOPED_TRACE(std::string(each.name) + (careful ? ", careful" : ""));
-            overrideSetting(kCarefulManners, careful ? "yes" : "no");
+            deterministicHost().settings["manners/careful"] = careful ? "yes" : "no";
             each.script(answer());
             const auto screen = open();
             tap(*screen->downloadButton());
@@ -254,7 +252,7 @@ TEST_F(FileDownloadTest, AFailedDownloadIsContinuedWhereItStopped) {
         {"weak mark", "W/\"a\"", 200, "", "0123456789", "", succeeded, "0123456789"},
         {"shortened", "\"a\"", 206, "bytes 4-9/10", "456", "bytes=4-", failed, "0123456"},
     };
-    overrideSetting(kCarefulManners, "yes");
+    deterministicHost().settings["manners/careful"] = "yes";
     for (const Case& each : cases) {
         SCOPED_TRACE(each.name);
         answer()
@@ -284,7 +282,7 @@ TEST_F(FileDownloadTest, AFailedDownloadIsContinuedWhereItStopped) {
 }
 
 TEST_F(FileDownloadTest, ABrokenDownloadWhoseFileWasChangedBeginsAgain) {
-    overrideSetting(kCarefulManners, "yes");
+    deterministicHost().settings["manners/careful"] = "yes";
     answer()
         .header("ETag", "\"a\"")
         .body("0123456789")
