@@ -6,16 +6,18 @@
 namespace {
 using namespace vistrel;
 
-/// Changes a value all over, so that nothing of what was read stays shared.
+/// Changes every container of a value.
 void touch(Value& value) {
-    for (Value& element : value.array())
-        touch(element);
-    for (auto&& [key, member] : value.dictionary())
-        touch(member);
-    if (value.isArray())
-        value.array().push_back(true);
-    if (value.isDictionary())
-        value.dictionary().set("touched", "by a text that is longer than a slot");
+    if (Value::Array* array = value.mutableArray()) {
+        for (Value& element : *array)
+            touch(element);
+        array->push_back(true);
+    }
+    if (Value::Dictionary* dictionary = value.mutableDictionary()) {
+        for (const auto& [key, member] : Value::Dictionary(*dictionary))
+            touch(*dictionary->find(key));
+        dictionary->set("touched", true);
+    }
 }
 }
 

@@ -1,5 +1,7 @@
 #include "ads/Network/GADCachedFilePath.h"
 
+#include "platform/foundation/HexDigits.h"
+
 #include <array>
 #include <cinttypes>
 #include <cstdio>
@@ -23,7 +25,6 @@ bool isPlain(char character) {
 /// Escapes what is not plain, the percent sign included, so that two hosts never share a name; an
 /// empty host and one of dots only, which would name another folder, become names that no host has.
 std::string folderNameForHost(std::string_view host) {
-    constexpr std::string_view digits = "0123456789abcdef";
     constexpr std::size_t longestName = 255;
     const bool onlyDots = host.find_first_not_of('.') == std::string_view::npos;
     std::string name = host.empty() ? "%" : "";
@@ -32,10 +33,8 @@ std::string folderNameForHost(std::string_view host) {
             name += character;
             continue;
         }
-        const auto byte = static_cast<unsigned char>(character);
         name += '%';
-        name += digits[byte >> 4];
-        name += digits[byte & 15];
+        appendHex(name, static_cast<unsigned char>(character), kLowerHexDigits);
     }
     return name.size() <= longestName ? name : "%" + hexadecimal(gadStableHash(host));
 }

@@ -1,13 +1,12 @@
 #include "ads/Network/GADNetworkUtilities.h"
 
-#include "ads/Network/GADQueryReader.h"
 #include "ads/Utility/GADTextualDescription.h"
+#include "platform/foundation/PercentEncoding.h"
+#include "platform/foundation/UTF8Text.h"
 
 #include <algorithm>
-#include <array>
-#include <cstddef>
-#include <cstdint>
-#include <cstring>
+#include <utility>
+#include <vector>
 
 namespace vistrel {
 
@@ -18,24 +17,17 @@ std::string& sharedUserAgent() {
     return userAgent;
 }
 
-constexpr bool isUnreserved(unsigned char byte) {
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
-           (byte >= '0' && byte <= '9') || byte == '-' || byte == '.' || byte == '_' || byte == '~';
+/// One "key=value" of a query; nothing when it is not just that, or not UTF-8.
+std::optional<Value::Dictionary::Member> memberOf(std::string_view piece) {
+    const auto equals = piece.find('=');
+    if (equals == std::string_view::npos || piece.find('=', equals + 1) != std::string_view::npos)
+        return std::nullopt;
+    auto key = strictlyPercentDecoded(piece.substr(0, equals));
+    auto value = strictlyPercentDecoded(piece.substr(equals + 1));
+    if (!key || !value || !isUTF8(*key) || !isUTF8(*value))
+        return std::nullopt;
+    return Value::Dictionary::Member{lowercaseText(*key), std::move(*value)};
 }
-
-/// How each byte is written: its characters, and in the last place how many they are.
-using Escape = std::array<char, 4>;
-constexpr std::array<Escape, 256> kEscapes = [] {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::array<Escape, 256> escapes{};
-    for (unsigned byte = 0; byte < escapes.size(); ++byte) {
-        if (isUnreserved(static_cast<unsigned char>(byte)))
-            escapes[byte] = {static_cast<char>(byte), 0, 0, 1};
-        else
-            escapes[byte] = {'%', digits[byte >> 4], digits[byte & 15], 3};
-    }
-    return escapes;
-}();
 
 }
 
@@ -49,22 +41,7 @@ void GADNetworkUtilities::setUserAgentString(const std::string& userAgent) {
 }
 
 std::string GADNetworkUtilities::encodeURL(std::string_view text) {
-    // Piece by piece through a buffer that holds any piece's escapes: one pass, no counting first.
-    constexpr std::size_t pieceSize = 256;
-    std::array<char, pieceSize * 3 + sizeof(Escape)> buffer;
-    std::string encoded;
-    while (!text.empty()) {
-        char* at = buffer.data();
-        for (const char character : text.substr(0, pieceSize)) {
-            // All four bytes are stored; the next entry overwrites what is not this one's own.
-            const Escape escape = kEscapes[static_cast<unsigned char>(character)];
-            std::memcpy(at, escape.data(), sizeof(Escape));
-            at += escape[3];
-        }
-        encoded.append(buffer.data(), static_cast<std::size_t>(at - buffer.data()));
-        text.remove_prefix(std::min(pieceSize, text.size()));
-    }
-    return encoded;
+    return percentEncodedComponent(text);
 }
 
 std::optional<NSURL>
@@ -109,7 +86,15 @@ std::optional<std::string> GADNetworkUtilities::parameterValueForKeyFromURL(std:
 
 Value::Dictionary
 GADNetworkUtilities::dictionaryFromQueryString(std::optional<std::string_view> queryString) {
-    return queryString ? GADQueryReader(*queryString).read() : Value::Dictionary();
+    std::vector<Value::Dictionary::Member> members;
+    std::string_view rest = queryString.value_or("");
+    while (!rest.empty()) {
+        const auto end = std::min(rest.find_first_of("&;"), rest.size());
+        if (auto member = memberOf(rest.substr(0, end)))
+            members.push_back(std::move(*member));
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return Value::Dictionary(std::move(members));
 }
 
 }

@@ -32,8 +32,8 @@ public:
     static std::optional<std::string> parameterValueForKeyFromURL(std::string_view key,
                                                                   const NSURL& url);
 
-    /// The entries of a query, keys in lower case, both parts unescaped; a blank written as "+"
-    /// stays a plus. Pieces that are not one key and one value, or not UTF-8, are left out.
+    /// The entries of a query, keys in lower case, both parts unescaped; "+" stays a plus sign.
+    /// Pieces that are not one key and one value, or not UTF-8, are left out.
     static Value::Dictionary dictionaryFromQueryString(std::optional<std::string_view> queryString);
 };
 

@@ -2,7 +2,8 @@
 
 #include "ads/Utility/GADDeviceEnvironment.h"
 #include "ads/Utility/GADNumberUtilities.h"
-#include "ads/Utility/GADTextUtilities.h"
+#include "platform/foundation/HexDigits.h"
+#include "platform/foundation/UTF8Text.h"
 #include "platform/host/Crypto.h"
 #include "platform/host/Host.h"
 
@@ -28,12 +29,9 @@ std::unique_ptr<GADIdentifierUtilities>& shared() {
 std::string digestText(std::string_view text) {
     if (text.empty())
         return {};
-    constexpr std::string_view digits = "0123456789ABCDEF";
     std::string result;
-    for (const std::byte byte : host::current().crypto->md5(std::as_bytes(std::span(text)))) {
-        result += digits[std::to_integer<unsigned>(byte) >> 4];
-        result += digits[std::to_integer<unsigned>(byte) & 15];
-    }
+    for (const std::byte byte : host::current().crypto->md5(std::as_bytes(std::span(text))))
+        appendHex(result, std::to_integer<unsigned char>(byte), kUpperHexDigits);
     return result;
 }
 
@@ -94,7 +92,7 @@ const std::string& GADIdentifierUtilities::deviceIdentifier() {
 const std::string& GADIdentifierUtilities::locale() {
     if (!locale_) {
         const auto languages = environment().languages();
-        locale_ = languages.empty() ? std::string() : gadLowerCased(languages.front());
+        locale_ = languages.empty() ? std::string() : lowercaseText(languages.front());
     }
     return *locale_;
 }
@@ -135,7 +133,6 @@ Value::Dictionary GADIdentifierUtilities::canOpenURLs(std::span<const std::strin
 
 Value::Dictionary GADIdentifierUtilities::parameters() {
     Value::Dictionary parameters;
-    parameters.reserve(48);
     const std::string model = deviceModel();
     if (model == "iPad" && isPhoneIdiom_)
         parameters.set("ios_ipadc", "1");

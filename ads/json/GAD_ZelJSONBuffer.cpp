@@ -1,5 +1,7 @@
 #include "ads/json/GAD_ZelJSONBuffer.h"
 
+#include "platform/foundation/HexDigits.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -88,7 +90,7 @@ void GAD_ZelJSONBuffer::putEscaped(std::string_view text) {
             *at_++ = '0';
             *at_++ = '0';
             *at_++ = byte < 0x10 ? '0' : '1';
-            *at_++ = "0123456789abcdef"[byte & 15];
+            *at_++ = kLowerHexDigits[byte & 15];
         }
     }
     makeRoom(1);

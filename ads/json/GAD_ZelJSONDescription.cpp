@@ -1,5 +1,7 @@
 #include "ads/json/GAD_ZelJSONDescription.h"
 
+#include "platform/foundation/HexDigits.h"
+
 #include <array>
 #include <chrono>
 #include <cmath>
@@ -27,13 +29,11 @@ std::string dateDescription(double secondsSince1970) {
 }
 
 std::string dataDescription(std::span<const std::byte> bytes) {
-    constexpr const char* kDigits = "0123456789abcdef";
     std::string text = "<";
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         if (i != 0 && i % 4 == 0)
             text += ' ';
-        text += kDigits[std::to_integer<unsigned>(bytes[i]) >> 4];
-        text += kDigits[std::to_integer<unsigned>(bytes[i]) & 15];
+        appendHex(text, std::to_integer<unsigned char>(bytes[i]), kLowerHexDigits);
     }
     return text += '>';
 }

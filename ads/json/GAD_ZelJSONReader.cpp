@@ -7,6 +7,17 @@
 
 namespace vistrel {
 namespace {
+/// Zero bytes behind the text, more than any step of the scanner.
+constexpr std::size_t kPadding = 64;
+
+std::string paddedCopy(std::string_view text) {
+    std::string copy;
+    copy.reserve(text.size() + kPadding);
+    copy += text;
+    copy.resize(text.size() + kPadding);
+    return copy;
+}
+
 char* skipBlanks(char* at) {
     // Most of the time there is nothing to skip, and everything that may follow is above the blank.
     if (*at > ' ')
@@ -18,8 +29,8 @@ char* skipBlanks(char* at) {
 }
 
 GAD_ZelJSONReader::GAD_ZelJSONReader(std::string_view text, unsigned maxDepth)
-    : builder_(text)
-    , end_(builder_.text() + text.size())
+    : text_(paddedCopy(text))
+    , end_(text_.data() + text.size())
     , maxDepth_(maxDepth ? maxDepth : std::numeric_limits<std::size_t>::max()) {}
 
 std::optional<Value> GAD_ZelJSONReader::read() {
@@ -37,7 +48,7 @@ std::optional<Value> GAD_ZelJSONReader::read() {
 
 /// One value with all that it contains. Containers are kept on the builder's stack, not on ours.
 char* GAD_ZelJSONReader::readAll() {
-    char* at = value(skipBlanks(builder_.text()));
+    char* at = value(skipBlanks(text_.data()));
     while (at && builder_.openContainers() != 0)
         at = builder_.isInDictionary() ? member(at) : element(at);
     return at;
@@ -78,9 +89,11 @@ char* GAD_ZelJSONReader::member(char* at) {
         if (*at != '"')
             return at == end_ ? fail(Code::InputEnded, "End of input while parsing object")
                               : fail(Code::Parse, "Object key string expected");
-        at = string(at + 1);
+        std::string_view key;
+        at = string(at + 1, key);
         if (!at)
             return fail(Code::Parse, "Object key string expected", std::move(error_));
+        builder_.pushKey(std::string(key));
         at = skipBlanks(at);
         if (*at != ':')
             return fail(Code::Parse, "Expected ':' separating key and value");
@@ -113,8 +126,13 @@ inline char* GAD_ZelJSONReader::endOfElement(char* at) {
 
 inline char* GAD_ZelJSONReader::value(char* at) {
     switch (*at) {
-    case '"':
-        return string(at + 1);
+    case '"': {
+        std::string_view text;
+        at = string(at + 1, text);
+        if (at)
+            builder_.push(text);
+        return at;
+    }
     case '[':
     case '{':
         return open(at);
@@ -147,10 +165,7 @@ inline char* GAD_ZelJSONReader::value(char* at) {
 inline char* GAD_ZelJSONReader::literal(char* at, std::string_view word) {
     if (std::string_view(at, word.size()) != word)
         return fail(Code::Parse, "Expected '" + std::string(word) + "'");
-    if (word == "null")
-        builder_.pushNull();
-    else
-        builder_.pushBoolean(word == "true");
+    builder_.push(word == "null" ? Value() : Value(word == "true"));
     return at + word.size();
 }
 
@@ -164,13 +179,12 @@ inline char* GAD_ZelJSONReader::open(char* at) {
     return at + 1;
 }
 
-/// A string from behind its opening quote.
-inline char* GAD_ZelJSONReader::string(char* at) {
+inline char* GAD_ZelJSONReader::string(char* at, std::string_view& text) {
     char* const begin = at;
     at += jsonScan::plainEnd(at) - at;
     if (*at != '"')
-        return escapedString(begin, at);
-    builder_.pushString({begin, at});
+        return escapedString(begin, at, text);
+    text = {begin, at};
     return at + 1;
 }
 
@@ -195,7 +209,7 @@ inline char* GAD_ZelJSONReader::number(char* at) {
     }
     if ((at[length] | 0x20) == 'e')
         return longNumber(begin);
-    builder_.pushNumber({begin, at + length});
+    builder_.push(Value::decimal({begin, at + length}));
     return at + length;
 }
 
@@ -209,7 +223,7 @@ void GAD_ZelJSONReader::blameContainer() {
     if (error_->code() == static_cast<int>(Code::TooDeep))
         return;
     if (builder_.isInDictionary())
-        fail(Code::Parse, "Object value expected for key: " + std::string(builder_.lastString()),
+        fail(Code::Parse, "Object value expected for key: " + std::string(builder_.lastKey()),
              std::move(error_));
     else
         fail(Code::Parse, "Expected value while parsing array", std::move(error_));

@@ -7,8 +7,8 @@
 #include <string_view>
 
 namespace vistrel {
-/// Reads one text, once. Scans a copy of the text that ends in zero bytes and that the values
-/// share; strings with escapes are unescaped in place.
+/// Reads one text, once. Scans a copy of the text that ends in zero bytes, so that it can be looked
+/// at in wide steps; strings with escapes are unescaped in place.
 ///
 /// The scanning functions take the place in the text where they begin and return the place behind
 /// what they read, or null after a failure.
@@ -34,8 +34,9 @@ private:
     char* longNumber(char* at);
     char* badNumber(const char* at);
     char* open(char* at);
-    char* string(char* at);
-    char* escapedString(char* begin, char* at);
+    /// Reads a string from behind its opening quote, unescapes it and yields its text.
+    char* string(char* at, std::string_view& text);
+    char* escapedString(char* begin, char* at, std::string_view& text);
     char* escape(char* at, char*& out);
     char* unicodeEscape(char* at, char*& out);
     char* lowSurrogate(char* at, unsigned high, unsigned& character);
@@ -47,8 +48,9 @@ private:
     void blameContainer();
     void blameOuterContainers();
 
-    ValueBuilder builder_;
+    std::string text_;
     char* end_;
+    ValueBuilder builder_;
     std::size_t maxDepth_;
     GAD_ZelJSONErrorPointer error_;
 };

@@ -31,7 +31,7 @@ char* GAD_ZelJSONReader::longNumber(char* at) {
     }
     if (!good)
         return badNumber(begin);
-    builder_.pushNumber({begin, at});
+    builder_.push(Value::decimal({begin, at}));
     return at;
 }
 

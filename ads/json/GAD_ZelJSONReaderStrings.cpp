@@ -1,5 +1,6 @@
 #include "ads/json/GAD_ZelJSONReader.h"
 #include "ads/json/GAD_ZelJSONScan.h"
+#include "platform/foundation/HexDigits.h"
 
 #include <array>
 #include <charconv>
@@ -25,13 +26,6 @@ std::string hexadecimal(char byte) {
     const auto result = std::to_chars(digits.data(), digits.data() + digits.size(),
                                       static_cast<unsigned char>(byte), 16);
     return "'0x" + std::string(digits.data(), result.ptr) + "'";
-}
-
-int hexDigit(char c) {
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    const char lower = static_cast<char>(c | 0x20);
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 
 char* appendUTF8(char* out, unsigned character) {
@@ -62,7 +56,7 @@ char* appendUTF8(char* out, unsigned character) {
 
 /// The rest of a string from its first special byte that is no quote. Unescaped text is never
 /// longer than the escaped one, so it is moved down over it.
-char* GAD_ZelJSONReader::escapedString(char* begin, char* at) {
+char* GAD_ZelJSONReader::escapedString(char* begin, char* at, std::string_view& text) {
     char* out = at;
     while (*at != '"') {
         if (*at != '\\')
@@ -77,7 +71,7 @@ char* GAD_ZelJSONReader::escapedString(char* begin, char* at) {
         out += run;
         at += run;
     }
-    builder_.pushString({begin, out});
+    text = {begin, out};
     return at + 1;
 }
 
@@ -128,7 +122,7 @@ char* GAD_ZelJSONReader::lowSurrogate(char* at, unsigned high, unsigned& charact
 char* GAD_ZelJSONReader::hexQuad(char* at, unsigned& quad) {
     quad = 0;
     for (int i = 0; i < 4; ++i, ++at) {
-        const int digit = hexDigit(*at);
+        const int digit = hexDigitValue(*at);
         if (digit < 0)
             return fail(Code::BadUnicodeEscape, "Missing hex digit in quad");
         quad = quad << 4 | static_cast<unsigned>(digit);

@@ -81,7 +81,7 @@ void GAD_ZelJSONWriter::writeElements() {
 void GAD_ZelJSONWriter::writeMembers() {
     Frame& frame = frames_.back();
     while (frame.left != 0) {
-        const auto [key, value] = *frame.member++;
+        const auto& [key, value] = *frame.member++;
         if (!writeMember(frame, key, value))
             return;
     }
@@ -126,7 +126,7 @@ void GAD_ZelJSONWriter::open(const Value& container) {
     out_.makeSlack();
     if (container.isArray()) {
         const Value::Array& elements = container.array();
-        frames_.push_back({.element = elements.begin(),
+        frames_.push_back({.element = elements.data(),
                            .member = {},
                            .left = elements.size(),
                            .isDictionary = false,

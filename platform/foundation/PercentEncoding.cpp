@@ -1,20 +1,11 @@
 #include "platform/foundation/PercentEncoding.h"
 
+#include "platform/foundation/HexDigits.h"
+
 namespace vistrel {
 
 namespace {
-int hexDigit(char character) {
-    if (character >= '0' && character <= '9')
-        return character - '0';
-    if (character >= 'a' && character <= 'f')
-        return character - 'a' + 10;
-    if (character >= 'A' && character <= 'F')
-        return character - 'A' + 10;
-    return -1;
-}
-
 std::string encodedExcept(std::string_view plainMarks, std::string_view text) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
     std::string encoded;
     encoded.reserve(text.size());
     for (const char character : text) {
@@ -24,10 +15,8 @@ std::string encodedExcept(std::string_view plainMarks, std::string_view text) {
             encoded += character;
             continue;
         }
-        const auto byte = static_cast<unsigned char>(character);
         encoded += '%';
-        encoded += digits[byte >> 4];
-        encoded += digits[byte & 15];
+        appendHex(encoded, static_cast<unsigned char>(character), kUpperHexDigits);
     }
     return encoded;
 }
@@ -43,8 +32,8 @@ std::optional<std::string> strictlyPercentDecoded(std::string_view text) {
         }
         if (at + 2 >= text.size())
             return std::nullopt;
-        const int high = hexDigit(text[at + 1]);
-        const int low = hexDigit(text[at + 2]);
+        const int high = hexDigitValue(text[at + 1]);
+        const int low = hexDigitValue(text[at + 2]);
         if (high < 0 || low < 0)
             return std::nullopt;
         bytes += static_cast<char>(high * 16 + low);
@@ -57,9 +46,10 @@ std::string percentDecoded(std::string_view text) {
     std::string bytes;
     bytes.reserve(text.size());
     while (!text.empty()) {
-        const bool escape =
-            text.size() >= 3 && text[0] == '%' && hexDigit(text[1]) >= 0 && hexDigit(text[2]) >= 0;
-        bytes += escape ? static_cast<char>(hexDigit(text[1]) * 16 + hexDigit(text[2])) : text[0];
+        const bool escape = text.size() >= 3 && text[0] == '%' && hexDigitValue(text[1]) >= 0 &&
+                            hexDigitValue(text[2]) >= 0;
+        bytes += escape ? static_cast<char>(hexDigitValue(text[1]) * 16 + hexDigitValue(text[2]))
+                        : text[0];
         text.remove_prefix(escape ? 3 : 1);
     }
     return bytes;

@@ -44,6 +44,33 @@ Decoded decodedFirst(std::string_view text) {
     return {character, length};
 }
 
+/// Where upper and lower case stand a fixed distance apart; a distance of 1 is that of pairs, whose
+/// upper case has the parity of the first.
+struct CaseRange {
+    char32_t first;
+    char32_t last;
+    char32_t distance;
+};
+
+constexpr CaseRange kUpperCase[] = {
+    {U'A', U'Z', 32},   {0xC0, 0xD6, 32},    {0xD8, 0xDE, 32},    {0x100, 0x12E, 1},
+    {0x132, 0x136, 1},  {0x139, 0x147, 1},   {0x14A, 0x176, 1},   {0x179, 0x17D, 1},
+    {0x386, 0x386, 38}, {0x388, 0x38A, 37},  {0x38C, 0x38C, 64},  {0x38E, 0x38F, 63},
+    {0x391, 0x3A1, 32}, {0x3A3, 0x3AB, 32},  {0x400, 0x40F, 80},  {0x410, 0x42F, 32},
+    {0x460, 0x480, 1},  {0x48A, 0x4BE, 1},   {0x4C1, 0x4CD, 1},   {0x4D0, 0x52E, 1},
+    {0x531, 0x556, 48}, {0x1E00, 0x1E94, 1}, {0x1EA0, 0x1EFE, 1},
+};
+
+char32_t lowercase(char32_t character) {
+    if (character == 0x178) // The one whose lower case stands in another block.
+        return 0xFF;
+    for (const auto& [first, last, distance] : kUpperCase) {
+        if (character >= first && character <= last)
+            return distance != 1 || (character - first) % 2 == 0 ? character + distance : character;
+    }
+    return character;
+}
+
 }
 
 char32_t takeUTF8Character(std::string_view& text) {
@@ -79,6 +106,14 @@ bool isUTF8(std::string_view text) {
         text.remove_prefix(length);
     }
     return true;
+}
+
+std::string lowercaseText(std::string_view text) {
+    std::string lower;
+    lower.reserve(text.size());
+    while (!text.empty())
+        appendUTF8Character(lower, lowercase(takeUTF8Character(text)));
+    return lower;
 }
 
 std::string textFromLatin1(std::string_view bytes) {

@@ -13,6 +13,9 @@ void appendUTF8Character(std::string& text, char32_t character);
 
 [[nodiscard]] bool isUTF8(std::string_view text);
 
+/// Lower case of the Latin, Greek, Cyrillic and Armenian letters; other characters stay.
+[[nodiscard]] std::string lowercaseText(std::string_view text);
+
 /// The text of ISO-8859-1 bytes.
 [[nodiscard]] std::string textFromLatin1(std::string_view bytes);
 

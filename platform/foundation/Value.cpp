@@ -1,132 +1,134 @@
 #include "platform/foundation/Value.h"
 
 #include "platform/foundation/DecimalText.h"
-#include "platform/foundation/ValueStorage.h"
 
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <utility>
 
 namespace vistrel {
 namespace {
-template <typename T>
-ValueSlot decimal(T number) {
+template <typename T, typename Content>
+const T& contentOr(const Content& content, const T& other) {
+    const T* found = std::get_if<T>(&content);
+    return found ? *found : other;
+}
+}
+
+Value::Value(double number) {
+    if (!std::isfinite(number))
+        return;
     std::array<char, 32> buffer;
     const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
-    return valueStorage::ownedText(
-        ValueKind::Number, {buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data())});
+    content_ = Number{std::string(buffer.data(), result.ptr)};
 }
 
-ValueSlot decimalOrNull(double number) {
-    return std::isfinite(number) ? decimal(number) : ValueSlot::empty(ValueKind::Null);
+Value Value::number(std::string decimalText) {
+    return isDecimalText(decimalText) ? decimal(std::move(decimalText)) : Value();
 }
 
-template <typename Container>
-Container& scratch() {
-    thread_local Container container;
-    container.clear();
-    return container;
-}
-}
-
-Value::Value(double number)
-    : slot_(decimalOrNull(number)) {}
-Value::Value(const char* string)
-    : Value(std::string_view(string ? string : "")) {}
-Value::Value(std::string_view string)
-    : slot_(valueStorage::ownedText(Kind::String, string)) {}
-Value::Value(Array array)
-    : slot_(std::exchange(array.slot_, ValueSlot::empty(Kind::Array))) {}
-Value::Value(Dictionary dictionary)
-    : slot_(std::exchange(dictionary.slot_, ValueSlot::empty(Kind::Dictionary))) {}
-
-Value Value::number(std::string_view decimalText) {
+Value Value::decimal(std::string decimalText) {
     Value value;
-    if (isDecimalText(decimalText))
-        value.slot_ = valueStorage::ownedText(Kind::Number, decimalText);
+    value.content_ = Number{std::move(decimalText)};
     return value;
-}
-
-ValueSlot Value::ofSigned(std::int64_t integer) {
-    return decimal(integer);
-}
-ValueSlot Value::ofUnsigned(std::uint64_t integer) {
-    return decimal(integer);
 }
 
 Value Value::date(double secondsSince1970) {
     Value value;
-    value.slot_ = ValueSlot::scalar(Kind::Date, secondsSince1970);
+    value.content_ = Date{secondsSince1970};
     return value;
 }
 
-Value Value::data(const std::vector<std::byte>& bytes) {
+Value Value::data(Data bytes) {
     Value value;
-    value.slot_ = valueStorage::ownedText(
-        Kind::Data, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+    value.content_ = std::move(bytes);
     return value;
 }
 
-Value::Value(const Value& other)
-    : slot_(valueStorage::copied(other.slot_)) {}
+Value::Value(const Value& other) = default;
+Value::Value(Value&& other) noexcept = default;
+
+Value::~Value() {
+    if (isContainer())
+        flatten();
+}
 
 Value& Value::operator=(const Value& other) {
     return *this = Value(other);
 }
 
 Value& Value::operator=(Value&& other) noexcept {
-    // The old content is freed last: the other value may be part of it.
-    const ValueSlot content = std::exchange(other.slot_, ValueSlot::empty(Kind::Null));
-    ValueSlot old = std::exchange(slot_, content);
-    valueStorage::destroy(old);
+    Value old;
+    old.content_ = std::move(content_);
+    content_ = std::move(other.content_);
     return *this;
 }
 
-void Value::destroyContent() {
-    valueStorage::destroy(slot_);
+/// Leaves no container in this one that holds anything, so that its destructor need not recurse.
+void Value::flatten() {
+    Array nested;
+    const auto take = [&nested](Value& value) {
+        if (!value.array().empty() || !value.dictionary().empty())
+            nested.push_back(std::move(value));
+    };
+    const auto takeChildren = [&take](Value& container) {
+        if (Array* array = container.mutableArray())
+            for (Value& element : *array)
+                take(element);
+        if (Dictionary* dictionary = container.mutableDictionary())
+            for (auto& [key, value] : dictionary->members_)
+                take(value);
+    };
+    takeChildren(*this);
+    while (!nested.empty()) {
+        Value container = std::move(nested.back());
+        nested.pop_back();
+        takeChildren(container);
+    }
+}
+
+bool Value::boolean() const {
+    return contentOr(content_, false);
+}
+
+std::string_view Value::string() const {
+    const auto* text = std::get_if<std::string>(&content_);
+    return text ? std::string_view(*text) : std::string_view();
+}
+
+std::string_view Value::numberText() const {
+    const auto* number = std::get_if<Number>(&content_);
+    return number ? std::string_view(number->text) : std::string_view();
 }
 
 double Value::doubleValue() const {
     return decimalTextAsDouble(numberText());
 }
+
 std::int64_t Value::integerValue() const {
     return decimalTextAsInteger(numberText());
 }
+
 double Value::dateValue() const {
-    return isDate() ? slot_.scalar<double>() : 0;
+    return contentOr(content_, Date{0}).secondsSince1970;
 }
 
 std::span<const std::byte> Value::dataValue() const {
-    if (!isData())
-        return {};
-    const std::string_view bytes = slot_.text();
-    return {reinterpret_cast<const std::byte*>(bytes.data()), bytes.size()};
+    const auto* data = std::get_if<Data>(&content_);
+    return data ? std::span(*data) : std::span<const std::byte>();
 }
 
-const Value::Array& Value::noArray() {
+const Value::Array& Value::array() const {
     static const Array none;
-    return none;
+    return contentOr(content_, none);
 }
 
-const Value::Dictionary& Value::noDictionary() {
+const Value::Dictionary& Value::dictionary() const {
     static const Dictionary none;
-    return none;
+    return contentOr(content_, none);
 }
 
-Value::Array& Value::array() {
-    return isArray() ? reinterpret_cast<Array&>(slot_) : scratch<Array>();
-}
-
-Value::Dictionary& Value::dictionary() {
-    return isDictionary() ? reinterpret_cast<Dictionary&>(slot_) : scratch<Dictionary>();
-}
-
-const Value* Value::find(std::string_view key) const {
-    return dictionary().find(key);
-}
-
-bool operator==(const Value& a, const Value& b) {
-    return valueStorage::areEqual(a.slot_, b.slot_);
+bool Value::Number::operator==(const Number& other) const {
+    return decimalTextsAreEqual(text, other.text);
 }
 }

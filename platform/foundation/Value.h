@@ -1,7 +1,5 @@
 #pragma once
-#include "platform/foundation/ValueArray.h"
 #include "platform/foundation/ValueDictionary.h"
-#include "platform/foundation/ValueSlot.h"
 
 #include <concepts>
 #include <cstddef>
@@ -9,6 +7,8 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <variant>
 #include <vector>
 
 namespace vistrel {
@@ -20,54 +20,50 @@ concept ValueInteger = std::integral<T> && !std::same_as<T, bool> && !std::same_
 /// The one value type of free-form data: JSON, request parameters, user defaults.
 ///
 /// A number is an exact decimal: it keeps the text that it was made from. Copies are independent.
-/// Reading a value as a kind that it is not gives that kind's empty value and never fails.
-/// Text views and references live until the value is changed or destroyed.
-///
-/// Sixteen bytes; texts of up to fifteen bytes and scalars take no other memory. Values that a
-/// ValueBuilder made share one document until they are changed: copying them copies nothing, and
-/// the first call of a changing array() or dictionary() copies that one level. No operation
-/// recurses, however deep the nesting.
+/// Reading a value as another kind gives that kind's empty value; a container is changed through a
+/// pointer, which is null when the value is of another kind. Destroying a value never recurses,
+/// however deep the nesting; copying and comparing do.
 class Value {
 public:
-    using Kind = ValueKind;
-    using Array = ValueArray;
+    enum class Kind { Null, Boolean, Number, String, Date, Data, Array, Dictionary };
+    using Data = std::vector<std::byte>;
+    using Array = std::vector<Value>;
     using Dictionary = ValueDictionary;
 
-    Value()
-        : slot_(ValueSlot::empty(Kind::Null)) {}
+    Value() = default;
     template <std::same_as<bool> B>
     Value(B boolean)
-        : slot_(ValueSlot::scalar(Kind::Boolean, boolean)) {}
+        : content_(boolean) {}
     template <ValueInteger T>
     Value(T integer)
-        : slot_(std::signed_integral<T> ? ofSigned(static_cast<std::int64_t>(integer))
-                                        : ofUnsigned(static_cast<std::uint64_t>(integer))) {}
+        : content_(Number{std::to_string(integer)}) {}
     /// The shortest decimal that reads back as the same double; null when not finite.
     Value(double number);
-    Value(const char* string);
-    Value(std::string_view string);
-    Value(const std::string& string)
-        : Value(std::string_view(string)) {}
-    Value(Array array);
-    Value(Dictionary dictionary);
+    Value(const char* string)
+        : Value(std::string(string ? string : "")) {}
+    Value(std::string_view string)
+        : Value(std::string(string)) {}
+    Value(std::string string)
+        : content_(std::move(string)) {}
+    Value(Array array)
+        : content_(std::move(array)) {}
+    Value(Dictionary dictionary)
+        : content_(std::move(dictionary)) {}
     /// The text of a JSON number, kept as it stands; any other text gives null.
-    static Value number(std::string_view decimalText);
+    static Value number(std::string decimalText);
+    /// The same without a look at the text: for a reader that has just checked it.
+    static Value decimal(std::string decimalText);
     static Value date(double secondsSince1970);
-    static Value data(const std::vector<std::byte>& bytes);
+    static Value data(Data bytes);
 
     Value(const Value& other);
-    Value(Value&& other) noexcept
-        : slot_(other.slot_) {
-        other.slot_ = ValueSlot::empty(Kind::Null);
-    }
+    Value(Value&& other) noexcept;
     Value& operator=(const Value& other);
+    /// The other value may be part of this one.
     Value& operator=(Value&& other) noexcept;
-    ~Value() {
-        if (slot_.isExternal())
-            destroyContent();
-    }
+    ~Value();
 
-    [[nodiscard]] Kind kind() const { return slot_.kind(); }
+    [[nodiscard]] Kind kind() const { return static_cast<Kind>(content_.index()); }
     [[nodiscard]] bool isNull() const { return kind() == Kind::Null; }
     [[nodiscard]] bool isBoolean() const { return kind() == Kind::Boolean; }
     [[nodiscard]] bool isNumber() const { return kind() == Kind::Number; }
@@ -77,96 +73,48 @@ public:
     [[nodiscard]] bool isArray() const { return kind() == Kind::Array; }
     [[nodiscard]] bool isDictionary() const { return kind() == Kind::Dictionary; }
 
-    [[nodiscard]] bool boolean() const { return isBoolean() && slot_.scalar<bool>(); }
-    [[nodiscard]] std::string_view string() const {
-        return isString() ? slot_.text() : std::string_view();
-    }
-    [[nodiscard]] std::string_view numberText() const {
-        return isNumber() ? slot_.text() : std::string_view();
-    }
+    [[nodiscard]] bool boolean() const;
+    [[nodiscard]] std::string_view string() const;
+    [[nodiscard]] std::string_view numberText() const;
     [[nodiscard]] double doubleValue() const;
     /// The number without its fraction; the nearest end of the range when it lies outside.
     [[nodiscard]] std::int64_t integerValue() const;
     /// Seconds since 1970.
     [[nodiscard]] double dateValue() const;
     [[nodiscard]] std::span<const std::byte> dataValue() const;
-    [[nodiscard]] const Array& array() const {
-        return isArray() ? reinterpret_cast<const Array&>(slot_) : noArray();
-    }
-    [[nodiscard]] const Dictionary& dictionary() const {
-        return isDictionary() ? reinterpret_cast<const Dictionary&>(slot_) : noDictionary();
-    }
-    /// On another kind, a scratch container whose content is dropped by the next such call.
-    [[nodiscard]] Array& array();
-    [[nodiscard]] Dictionary& dictionary();
+    [[nodiscard]] const Array& array() const;
+    [[nodiscard]] const Dictionary& dictionary() const;
+    /// Null when this is not an array.
+    [[nodiscard]] Array* mutableArray() { return std::get_if<Array>(&content_); }
+    /// Null when this is not a dictionary.
+    [[nodiscard]] Dictionary* mutableDictionary() { return std::get_if<Dictionary>(&content_); }
 
-    /// The value of a dictionary's key; null when this is no dictionary or has no such key.
-    [[nodiscard]] const Value* find(std::string_view key) const;
+    /// The value of a dictionary's key; null when this is not a dictionary or has no such key.
+    [[nodiscard]] const Value* find(std::string_view key) const { return dictionary().find(key); }
 
     /// Numbers are equal when they stand for the same decimal; dictionaries whatever their order.
-    friend bool operator==(const Value& a, const Value& b);
+    friend bool operator==(const Value& a, const Value& b) = default;
 
 private:
-    friend class ValueBuilder;
+    struct Number {
+        std::string text;
+        bool operator==(const Number& other) const;
+    };
+    struct Date {
+        double secondsSince1970;
+        friend bool operator==(const Date& a, const Date& b) = default;
+    };
 
-    static ValueSlot ofSigned(std::int64_t integer);
-    static ValueSlot ofUnsigned(std::uint64_t integer);
-    static const Array& noArray();
-    static const Dictionary& noDictionary();
-    void destroyContent();
+    [[nodiscard]] bool isContainer() const { return kind() >= Kind::Array; }
+    void flatten();
 
-    ValueSlot slot_;
+    /// In the order of Kind.
+    std::variant<std::monostate, bool, Number, std::string, Date, Data, Array, Dictionary> content_;
 };
 
-/// As a dictionary's members stand in memory: the key's slot and the value's.
 struct ValueDictionary::Member {
-    ValueSlot key;
+    std::string key;
     Value value;
+    friend bool operator==(const Member& a, const Member& b) = default;
 };
-static_assert(sizeof(Value) == 16 && sizeof(ValueDictionary::Member) == 32);
-// A container is seen as the slot that it consists of.
-static_assert(sizeof(ValueArray) == 16 && sizeof(ValueDictionary) == 16);
-
-template <typename EntryType, typename Pointer>
-class ValueDictionary::Iterator {
-public:
-    using value_type = EntryType;
-    using difference_type = std::ptrdiff_t;
-    using reference = EntryType;
-
-    Iterator() = default;
-    explicit Iterator(Pointer at)
-        : at_(at) {}
-    EntryType operator*() const { return EntryType{at_->key.text(), at_->value}; }
-    Iterator& operator++() {
-        ++at_;
-        return *this;
-    }
-    Iterator operator++(int) {
-        Iterator before = *this;
-        ++at_;
-        return before;
-    }
-    friend bool operator==(Iterator a, Iterator b) { return a.at_ == b.at_; }
-
-private:
-    Pointer at_ = nullptr;
-};
-
-inline const Value* ValueArray::begin() const {
-    return reinterpret_cast<const Value*>(slot_.slots());
-}
-inline const Value* ValueArray::end() const {
-    return begin() + size();
-}
-inline const Value& ValueArray::operator[](std::size_t index) const {
-    return begin()[index];
-}
-
-inline ValueDictionary::ConstIterator ValueDictionary::begin() const {
-    return ConstIterator(reinterpret_cast<const Member*>(slot_.slots()));
-}
-inline ValueDictionary::ConstIterator ValueDictionary::end() const {
-    return ConstIterator(reinterpret_cast<const Member*>(slot_.slots()) + size());
-}
 }

@@ -1,111 +1,91 @@
 #include "platform/foundation/ValueDictionary.h"
 
 #include "platform/foundation/Value.h"
-#include "platform/foundation/ValueStorage.h"
 
 #include <algorithm>
-#include <new>
+#include <numeric>
+#include <span>
 
 namespace vistrel {
 namespace {
-using Member = ValueDictionary::Member;
+constexpr std::size_t kFewMembers = 16;
 
-Member* membersOf(const ValueSlot& slot) {
-    return reinterpret_cast<Member*>(slot.slots());
+bool repeatsKeys(std::span<const ValueDictionary::Member> members) {
+    for (std::size_t i = 1; i < members.size(); ++i) {
+        const auto earlier = members.first(i);
+        if (std::ranges::find(earlier, members[i].key, &ValueDictionary::Member::key) !=
+            earlier.end())
+            return true;
+    }
+    return false;
+}
 }
 
-ValueSlot resized(const ValueSlot& slot, std::size_t size) {
-    return ValueSlot::external(ValueKind::Dictionary, slot.slots(), size,
-                               ValueSlot::Holding::Owned);
-}
-}
-
-ValueDictionary::ValueDictionary(std::initializer_list<std::pair<std::string_view, Value>> members)
-    : ValueDictionary() {
-    reserve(members.size());
+ValueDictionary::ValueDictionary(
+    std::initializer_list<std::pair<std::string_view, Value>> members) {
     for (const auto& [key, value] : members)
         set(key, value);
 }
 
-ValueDictionary::ValueDictionary(const ValueDictionary& other)
-    : slot_(valueStorage::copied(other.slot_)) {}
-
-ValueDictionary::ValueDictionary(ValueDictionary&& other) noexcept
-    : slot_(other.slot_) {
-    other.slot_ = ValueSlot::empty(ValueKind::Dictionary);
+ValueDictionary::ValueDictionary(std::vector<Member> members)
+    : members_(std::move(members)) {
+    if (members_.size() > kFewMembers || repeatsKeys(members_))
+        mergeDuplicates();
 }
 
-ValueDictionary& ValueDictionary::operator=(const ValueDictionary& other) {
-    return *this = ValueDictionary(other);
+/// Sorts places by key instead of comparing every two keys: a text from outside may hold many.
+void ValueDictionary::mergeDuplicates() {
+    std::vector<std::size_t> places(members_.size());
+    std::iota(places.begin(), places.end(), std::size_t{0});
+    const auto keyAt = [this](std::size_t place) -> std::string_view {
+        return members_[place].key;
+    };
+    std::ranges::stable_sort(places, {}, keyAt);
+    std::vector<bool> dropped(members_.size());
+    for (std::size_t i = 1, first = 0; i < places.size(); ++i) {
+        if (keyAt(places[i]) != keyAt(places[first])) {
+            first = i;
+            continue;
+        }
+        members_[places[first]].value = std::move(members_[places[i]].value);
+        dropped[places[i]] = true;
+    }
+    std::size_t place = 0;
+    std::erase_if(members_, [&](const Member&) { return dropped[place++]; });
 }
 
-ValueDictionary& ValueDictionary::operator=(ValueDictionary&& other) noexcept {
-    std::swap(slot_, other.slot_);
-    return *this;
-}
-
-ValueDictionary::~ValueDictionary() {
-    valueStorage::destroy(slot_);
-}
-
-ValueDictionary::MutableIterator ValueDictionary::begin() {
-    valueStorage::open(slot_);
-    return MutableIterator(membersOf(slot_));
-}
-ValueDictionary::MutableIterator ValueDictionary::end() {
-    valueStorage::open(slot_);
-    return MutableIterator(membersOf(slot_) + size());
+std::size_t ValueDictionary::size() const {
+    return members_.size();
 }
 
 const Value* ValueDictionary::find(std::string_view key) const {
-    const std::size_t place = valueMembers::find(slot_, key);
-    return place == valueMembers::kAbsent ? nullptr : &membersOf(slot_)[place].value;
+    const auto member = std::ranges::find(members_, key, &Member::key);
+    return member == members_.end() ? nullptr : &member->value;
 }
 
 Value* ValueDictionary::find(std::string_view key) {
-    valueStorage::open(slot_);
     return const_cast<Value*>(std::as_const(*this).find(key));
 }
 
 Value& ValueDictionary::set(std::string_view key, Value value) {
-    if (Value* present = find(key)) {
-        *present = std::move(value);
-        return *present;
-    }
-    // The key may be a view into a member that moves when room is made.
-    const ValueSlot ownedKey = valueStorage::ownedText(ValueKind::String, key);
-    valueStorage::makeRoom(slot_);
-    const std::size_t place = size();
-    Member* member = new (membersOf(slot_) + place) Member{ownedKey, std::move(value)};
-    slot_ = resized(slot_, place + 1);
-    valueMembers::addToIndex(slot_, place);
-    return member->value;
+    if (Value* present = find(key))
+        return *present = std::move(value);
+    return members_.emplace_back(Member{std::string(key), std::move(value)}).value;
 }
 
 bool ValueDictionary::erase(std::string_view key) {
-    valueStorage::open(slot_);
-    const std::size_t place = valueMembers::find(slot_, key);
-    if (place == valueMembers::kAbsent)
-        return false;
-    ValueSlot* slots = slot_.slots();
-    valueStorage::destroy(slots[2 * place]);
-    valueStorage::destroy(slots[2 * place + 1]);
-    std::copy(slots + 2 * place + 2, slots + 2 * size(), slots + 2 * place);
-    slot_ = resized(slot_, size() - 1);
-    valueMembers::rebuildIndex(slot_);
-    return true;
-}
-
-void ValueDictionary::reserve(std::size_t capacity) {
-    valueStorage::open(slot_);
-    valueStorage::reserve(slot_, capacity);
+    return std::erase_if(members_, [key](const Member& member) { return member.key == key; }) != 0;
 }
 
 void ValueDictionary::clear() {
-    valueStorage::destroy(slot_);
+    members_.clear();
 }
 
 bool operator==(const ValueDictionary& a, const ValueDictionary& b) {
-    return valueStorage::areEqual(a.slot_, b.slot_);
+    return a.members_.size() == b.members_.size() &&
+           std::ranges::all_of(a.members_, [&b](const auto& member) {
+               const Value* other = b.find(member.key);
+               return other && *other == member.value;
+           });
 }
 }

@@ -1,50 +1,32 @@
 #pragma once
-#include "platform/foundation/ValueSlot.h"
-
 #include <cstddef>
 #include <initializer_list>
+#include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace vistrel {
 class Value;
 
 /// String keys and their values in the order in which the keys were first set; what
-/// `Value::Dictionary` names. Equality does not look at the order.
-/// References and keys read from it live until an entry is added or removed.
+/// `Value::Dictionary` names. Equality ignores the order. Keys are looked up one by one: made for
+/// tens of them. References live until a member is added or removed.
 class ValueDictionary {
 public:
-    /// What iteration yields: `for (const auto& [key, value] : dictionary)`.
-    struct ConstEntry {
-        std::string_view key;
-        const Value& value;
-    };
-    struct Entry {
-        std::string_view key;
-        Value& value;
-    };
-    template <typename EntryType, typename Pointer>
-    class Iterator;
+    /// `for (const auto& [key, value] : dictionary)`
     struct Member;
-    using ConstIterator = Iterator<ConstEntry, const Member*>;
-    using MutableIterator = Iterator<Entry, Member*>;
+    using ConstIterator = std::vector<Member>::const_iterator;
 
-    ValueDictionary()
-        : slot_(ValueSlot::empty(ValueKind::Dictionary)) {}
+    ValueDictionary() = default;
     /// A later member with the same key replaces the earlier one's value.
     ValueDictionary(std::initializer_list<std::pair<std::string_view, Value>> members);
-    ValueDictionary(const ValueDictionary& other);
-    ValueDictionary(ValueDictionary&& other) noexcept;
-    ValueDictionary& operator=(const ValueDictionary& other);
-    ValueDictionary& operator=(ValueDictionary&& other) noexcept;
-    ~ValueDictionary();
+    explicit ValueDictionary(std::vector<Member> members);
 
-    [[nodiscard]] std::size_t size() const { return slot_.size(); }
-    [[nodiscard]] bool empty() const { return size() == 0; }
-    [[nodiscard]] ConstIterator begin() const;
-    [[nodiscard]] ConstIterator end() const;
-    [[nodiscard]] MutableIterator begin();
-    [[nodiscard]] MutableIterator end();
+    [[nodiscard]] std::size_t size() const;
+    [[nodiscard]] bool empty() const { return members_.empty(); }
+    [[nodiscard]] ConstIterator begin() const { return members_.begin(); }
+    [[nodiscard]] ConstIterator end() const { return members_.end(); }
 
     /// Null when the key is absent.
     [[nodiscard]] const Value* find(std::string_view key) const;
@@ -55,7 +37,6 @@ public:
     Value& set(std::string_view key, Value value);
     /// Whether the key was there. The order of the others is kept.
     bool erase(std::string_view key);
-    void reserve(std::size_t capacity);
     void clear();
 
     friend bool operator==(const ValueDictionary& a, const ValueDictionary& b);
@@ -63,6 +44,8 @@ public:
 private:
     friend class Value;
 
-    ValueSlot slot_;
+    void mergeDuplicates();
+
+    std::vector<Member> members_;
 };
 }

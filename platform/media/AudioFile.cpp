@@ -92,7 +92,7 @@ OSStatus AudioFileGetProperty(const AudioFileID& file, AudioFilePropertyID prope
     if (!read)
         return statusOf(read.failure());
     const auto& info = read.value();
-    ValueDictionary entries;
+    Value::Dictionary entries;
     if (!info.title.empty())
         entries.set(kAFInfoDictionary_Title, info.title);
     if (!info.artist.empty())

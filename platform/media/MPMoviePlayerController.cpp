@@ -213,7 +213,7 @@ void MPMoviePlayerController::finish(MPMovieFinishReason reason) {
     end();
     NSNotificationCenter::defaultCenter().postNotification(
         MPMoviePlayerPlaybackDidFinishNotification, this,
-        Value(ValueDictionary{
+        Value(Value::Dictionary{
             {MPMoviePlayerPlaybackDidFinishReasonUserInfoKey, static_cast<int>(reason)}}));
 }
 

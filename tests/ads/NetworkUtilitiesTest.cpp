@@ -114,6 +114,7 @@ TEST(GADNetworkUtilities, ReadsAQueryIntoEntries) {
         {"u=http%3A%2F%2Fh%2F%3Fx%3D1%26y", {{"u", "http://h/?x=1&y"}}},
         {"Caf%C3%A9=cr%c3%a8me", {{"café", "crème"}}},
         {"%41%5A=x", {{"az", "x"}}},
+        {"ÉCOLE=É&ŻÓŁĆ=x&ΑΒΓ=y&ДОМ=z", {{"école", "É"}, {"żółć", "x"}, {"αβγ", "y"}, {"дом", "z"}}},
         {"a=x+y", {{"a", "x+y"}}},
         {"a=%&b=%4&c=%4G&d=%GG&e=1", {{"e", "1"}}},
         {"a=%FF&b=%C3&c=%ED%A0%80&d=1", {{"d", "1"}}},

@@ -30,7 +30,7 @@ protected:
     }
     std::shared_ptr<OvoAudioFile> songWith(const char* key, Value value) {
         auto file = song();
-        file->setFileInfoDict(Value(ValueDictionary{{key, std::move(value)}}));
+        file->setFileInfoDict(Value(Value::Dictionary{{key, std::move(value)}}));
         return file;
     }
 };

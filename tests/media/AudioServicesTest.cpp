@@ -23,9 +23,9 @@ TEST_F(AudioServicesTest, TheInfoDictionaryHoldsWhatTheFileSaysAndNothingElse) {
     ASSERT_EQ(AudioFileOpenURL(NSURL::fileURLWithPath("/var/a b.mp3"), file), noErr);
     std::optional<Value> info;
     ASSERT_EQ(AudioFileGetProperty(file, kAudioFilePropertyInfoDictionary, info), noErr);
-    EXPECT_EQ(*info, Value(ValueDictionary{{"title", "Song"},
-                                           {"album", "Album"},
-                                           {"approximate duration in seconds", "245.700"}}));
+    EXPECT_EQ(*info, Value(Value::Dictionary{{"title", "Song"},
+                                             {"album", "Album"},
+                                             {"approximate duration in seconds", "245.700"}}));
     ASSERT_EQ(AudioFileOpenURL(NSURL::fileURLWithPath("/var/bare.mp3"), file), noErr);
     ASSERT_EQ(AudioFileGetProperty(file, kAudioFilePropertyInfoDictionary, info), noErr);
     EXPECT_TRUE(info->dictionary().empty());
