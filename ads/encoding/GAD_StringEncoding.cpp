@@ -81,7 +81,6 @@ GAD_StringEncoding::GAD_StringEncoding(std::string_view alphabet)
     , shift_(static_cast<unsigned>(std::countr_zero(alphabet.size())))
     , blocks_(stringEncodingBlocks::blocksFor(shift_))
     , padLen_(std::lcm(8U, shift_) / shift_) {
-    std::copy(alphabet.begin(), alphabet.end(), alphabet_.begin());
     reverseCharMap_.fill(kUnknownChar);
     for (std::size_t i = 0; i < alphabet.size(); ++i)
         reverseCharMap_[placeOf(alphabet[i])] = static_cast<std::int8_t>(i);
@@ -123,8 +122,8 @@ std::string GAD_StringEncoding::encode(std::span<const std::byte> bytes) const {
         length = (length + padLen_ - 1) & ~(padLen_ - 1);
     std::string text(length, paddingChar_);
     const auto* input = reinterpret_cast<const unsigned char*>(bytes.data());
-    const std::size_t done = blocks_.encode(alphabet_.data(), input, bytes.size(), text.data());
-    stringEncodingGeneral::encode(shift_, alphabet_.data(), input + done, bytes.size() - done,
+    const std::size_t done = blocks_.encode(charMap_.data(), input, bytes.size(), text.data());
+    stringEncodingGeneral::encode(shift_, charMap_.data(), input + done, bytes.size() - done,
                                   text.data() +
                                       stringEncodingBlocks::wholeCharacters(shift_, done * 8));
     return text;

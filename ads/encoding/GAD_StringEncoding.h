@@ -63,10 +63,8 @@ private:
     template <typename Bytes>
     std::optional<Bytes> decoded(std::string_view text) const;
 
-    // Whole cache lines, which the vector forms read at once.
-    alignas(64) std::array<char, 128> alphabet_{};
-    alignas(64) stringEncodingBlocks::ReverseMap reverseCharMap_;
     std::string charMap_;
+    stringEncodingBlocks::ReverseMap reverseCharMap_;
     unsigned shift_ = 0;
     stringEncodingBlocks::Blocks blocks_;
     bool doPad_ = false;

@@ -1,7 +1,6 @@
 #include "ads/encoding/GAD_StringEncodingBlocks.h"
 
 namespace vistrel::stringEncodingBlocks {
-namespace portable {
 namespace {
 template <unsigned Shift>
 std::size_t encodeGroups(const char* alphabet, const unsigned char* bytes, std::size_t size,
@@ -37,31 +36,22 @@ std::size_t decodeGroups(const ReverseMap& values, const char* text, std::size_t
     }
     return at;
 }
-
-struct Form {
-    template <unsigned Shift>
-    static constexpr auto* encode = &encodeGroups<Shift>;
-    template <unsigned Shift>
-    static constexpr auto* decode = &decodeGroups<Shift>;
-};
 }
 
 Blocks blocksFor(unsigned shift) {
-    return blocksOf<Form>(shift);
-}
-}
-
-Blocks blocksFor(unsigned shift) {
-    if (shift < 4 || shift > 6)
+    switch (shift) {
+    case 4:
+        return {encodeGroups<4>, decodeGroups<4>};
+    case 5:
+        return {encodeGroups<5>, decodeGroups<5>};
+    case 6:
+        return {encodeGroups<6>, decodeGroups<6>};
+    default:
         return {
             [](const char*, const unsigned char*, std::size_t, char*) { return std::size_t{0}; },
             [](const ReverseMap&, const char*, std::size_t, unsigned char*) {
                 return std::size_t{0};
             }};
-    if (vbmi::isAvailable())
-        return vbmi::blocksFor(shift);
-    if (avx2::isAvailable())
-        return avx2::blocksFor(shift);
-    return portable::blocksFor(shift);
+    }
 }
 }
