@@ -126,11 +126,7 @@ void GADStatistics::reportCounts(Value::Dictionary& report) {
 NSURL GADStatistics::urlForClick(const NSURL& url) {
     if (GADNotification::isNotificationURL(url) || url.absoluteString() == "about:blank")
         return url;
-    incrementClickCount();
-    startTimingNamed("pcl");
-    startTimingNamed("pcrl");
-    endTimingNamed("ppcl");
-    timingNamed("pcl")->setValueForKey(Value::date(NSRunLoop::wallClock()), "date");
+    beginClick();
     NSURL target = url;
     const auto adIdentifier = GADNetworkUtilities::parameterValueForKeyFromURL("ai", url);
     if (adIdentifier && !adIdentifier->empty()) {
@@ -141,6 +137,22 @@ NSURL GADStatistics::urlForClick(const NSURL& url) {
     }
     endTimingNamed("pcrl");
     return target;
+}
+
+std::optional<NSURL> GADStatistics::urlForClick(const std::optional<NSURL>& url) {
+    if (url)
+        return urlForClick(*url);
+    beginClick();
+    endTimingNamed("pcrl");
+    return std::nullopt;
+}
+
+void GADStatistics::beginClick() {
+    incrementClickCount();
+    startTimingNamed("pcl");
+    startTimingNamed("pcrl");
+    endTimingNamed("ppcl");
+    timingNamed("pcl")->setValueForKey(Value::date(NSRunLoop::wallClock()), "date");
 }
 
 void GADStatistics::addClickTrackingURL(const NSURL& url) {

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -29,6 +30,8 @@ public:
 
     /// Registers a click that opens the address; the address to open.
     NSURL urlForClick(const NSURL& url);
+    /// The same; a click without an address is counted too.
+    std::optional<NSURL> urlForClick(const std::optional<NSURL>& url);
     /// A click's tracking address has been fetched.
     void addClickTrackingURL(const NSURL& url);
 
@@ -66,6 +69,7 @@ public:
 private:
     GADStatistics();
     std::uint32_t takeClickLatency();
+    void beginClick();
     void reportTimings(Value::Dictionary& report);
     void reportCounts(Value::Dictionary& report);
     void attachToClick(const std::string& value, const std::string& key);

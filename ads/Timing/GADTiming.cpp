@@ -78,7 +78,7 @@ Value::Dictionary GADTiming::dictionaryRepresentation() const {
 }
 
 std::string GADTiming::description() const {
-    return category_ + " (" + gadAddressText(this) +
+    return "GADTiming (" + gadAddressText(this) +
            "): " + gadTextualDescription(dictionaryRepresentation());
 }
 

@@ -40,7 +40,7 @@ struct DeviceIdentity {
     std::string model;            ///< "iPad"-like product name: here the kind of device
     std::string machine;          ///< hardware model string
     std::string systemName;       ///< name of the distribution
-    std::string systemVersion;    ///< "12.5"
+    std::string systemVersion;    ///< "12.5"; the kernel's for a system without releases
     std::string uniqueIdentifier; ///< a keyed digest; never the raw machine id
     std::vector<std::string> languages;
 };

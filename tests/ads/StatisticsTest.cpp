@@ -115,6 +115,11 @@ TEST_F(GADStatisticsTest, AClickThatPutTheApplicationToSleepIsMeasuredByTheDate)
     EXPECT_EQ(report(), "");
 }
 
+TEST_F(GADStatisticsTest, AClickWithoutAnAddressCounts) {
+    EXPECT_EQ(statistics().urlForClick(std::nullopt), std::nullopt);
+    EXPECT_EQ(report(), "pcl='0' pcrl='0' pcc=1");
+}
+
 TEST_F(GADStatisticsTest, AClickRemembersTheAdItCameFrom) {
     const NSURL url = address("http://h/click?ai=XYZ&other=1");
     EXPECT_EQ(statistics().urlForClick(url), url);

@@ -72,7 +72,8 @@ TEST_F(GADTimingTest, TravelsAsADictionary) {
     EXPECT_EQ(copy->dictionaryRepresentation(), representation);
     copy->removeValueForKey("pai");
     EXPECT_NE(timing->valueForKey("pai"), nullptr);
-    EXPECT_THAT(timing->description(), ::testing::MatchesRegex("pcl \\(0x[0-9a-f]+\\): \\{.*"));
+    EXPECT_THAT(timing->description(),
+                ::testing::MatchesRegex("GADTiming \\(0x[0-9a-f]+\\): \\{.*"));
 }
 
 TEST_F(GADTimingManagerTest, KeepsOneTimingOfEachName) {

@@ -60,6 +60,18 @@ std::string kindOfChassis(const std::string& type) {
     return type == "11" ? "Handset" : "Computer";
 }
 
+/// The numbers and full stops from the first digit on: "v23.12" is 23.12, "edge" nothing.
+std::string versionIn(const std::string& text) {
+    const auto begin = std::min(text.find_first_of("0123456789"), text.size());
+    return text.substr(begin, text.find_first_not_of("0123456789.", begin) - begin);
+}
+
+/// What stands for the version of a system that is released continuously.
+std::string kernelVersion() {
+    utsname names{};
+    return uname(&names) == 0 ? versionIn(names.release) : std::string();
+}
+
 std::string architecture() {
     utsname names{};
     return ::uname(&names) == 0 ? names.machine : "unknown";
@@ -119,7 +131,9 @@ void LinuxDevice::read() {
     identity_.systemName = valueInOsRelease(release, "NAME");
     if (identity_.systemName.empty())
         identity_.systemName = "Linux";
-    identity_.systemVersion = valueInOsRelease(release, "VERSION_ID");
+    identity_.systemVersion = versionIn(valueInOsRelease(release, "VERSION_ID"));
+    if (identity_.systemVersion.empty())
+        identity_.systemVersion = kernelVersion();
     identity_.uniqueIdentifier = identifierFrom(contentsOf(files_.machineID));
     identity_.languages = languagesFrom(localeNames());
 }

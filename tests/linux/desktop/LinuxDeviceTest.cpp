@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <stdlib.h>
+#include <sys/utsname.h>
 
 #include <filesystem>
 #include <fstream>
@@ -44,6 +45,23 @@ TEST_F(LinuxDeviceTest, ReadsAComputersTables) {
     EXPECT_EQ(device.identity().machine, "Vendor Book 7");
     EXPECT_EQ(device.identity().systemName, "Debian GNU/Linux");
     EXPECT_EQ(device.identity().systemVersion, "12");
+}
+
+TEST_F(LinuxDeviceTest, ASystemWithoutReleasesHasItsKernelsVersion) {
+    const auto versionOf = [this](const std::string& release) {
+        MachineFiles files = nothing();
+        files.osRelease = file("os-release", release);
+        return LinuxDevice(files).identity().systemVersion;
+    };
+    EXPECT_EQ(versionOf("VERSION_ID=v23.12\n"), "23.12");
+    EXPECT_EQ(versionOf("VERSION_ID=\"23.05.1-rc2\"\n"), "23.05.1");
+    utsname kernel{};
+    ASSERT_EQ(uname(&kernel), 0);
+    for (const char* release : {"NAME=Rolling\n", "VERSION_ID=edge\n", "VERSION_ID=\n", ""}) {
+        const std::string version = versionOf(release);
+        EXPECT_THAT(version, testing::MatchesRegex("[0-9]+[0-9.]*")) << release;
+        EXPECT_THAT(kernel.release, testing::StartsWith(version)) << release;
+    }
 }
 
 TEST_F(LinuxDeviceTest, ReadsADeviceTreesModel) {
