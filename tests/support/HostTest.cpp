@@ -1,6 +1,7 @@
 #include "tests/support/HostTest.h"
 
 #include "platform/foundation/NSUserDefaults.h"
+#include "platform/foundation/UserLocale.h"
 
 #include <utility>
 
@@ -16,6 +17,10 @@ std::vector<std::function<void()>>& resetHooks() {
 bool HostTest::addResetHook(std::function<void()> hook) {
     resetHooks().push_back(std::move(hook));
     return true;
+}
+
+HostTest::HostTest() {
+    adoptUserLocale();
 }
 
 HostTest::~HostTest() {

@@ -14,7 +14,7 @@ public:
     static bool addResetHook(std::function<void()> hook);
 
 protected:
-    HostTest() = default;
+    HostTest();
     ~HostTest() override;
 
     void advance(double seconds) { host_.advance(seconds); }

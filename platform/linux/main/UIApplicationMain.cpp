@@ -1,6 +1,7 @@
 #include "platform/uikit/UIApplicationMain.h"
 
 #include "platform/foundation/NSURL.h"
+#include "platform/foundation/UserLocale.h"
 #include "platform/graphics/UIImage.h"
 #include "platform/linux/files/DeviceRoot.h"
 #include "platform/linux/main/BroadwayServer.h"
@@ -14,7 +15,6 @@
 #include <glib-unix.h>
 #include <gtk/gtk.h>
 
-#include <clocale>
 #include <csignal>
 #include <cstdio>
 
@@ -105,7 +105,8 @@ int runApplication(const UILaunchOptions& options, const UIMainInterface& mainIn
 
 int UIApplicationMain(int, char*[], const UILaunchOptions& options,
                       const UIMainInterface& mainInterface) {
-    std::setlocale(LC_ALL, "");
+    gtk_disable_setlocale();
+    adoptUserLocale();
     // Desktops find the application's entry, and with it its icon, by this name.
     g_set_prgname(kApplicationID);
     const std::string deviceRoot =
