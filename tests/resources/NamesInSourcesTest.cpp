@@ -17,8 +17,8 @@ TEST(NamesInSources, AreFoundInEachFormInWhichTheyAreWritten) {
         "jpg"); picture("AudioPlayerPlay"); title("Play.pngs");)"),
         ElementsAre("About.jpg", "AudioPlayerPlay.png", "TV.png"));
     EXPECT_THAT(textsLookedUpIn(R"(localizedStringForKeyValue("Edit"), localizedStringForKeyValue(
-        "To:", ""); localizedStringForKeyValue(title))"),
-                ElementsAre("Edit", "To:"));
+        "To:", ""); localizedStringForKeyValue(title); translated("Send"))"),
+                ElementsAre("Edit", "Send", "To:"));
 }
 
 TEST(NamesInSources, EveryPictureThatAScreenNamesIsInTheBundleAtThreeScales) {
@@ -50,12 +50,18 @@ std::set<std::string> keysOf(const std::string& file, bool translated) {
     return keys;
 }
 
-TEST(NamesInSources, EveryTextThatIsLookedUpStandsInTheTemplate) {
+TEST(NamesInSources, EveryTextThatIsLookedUpStandsInTheTemplateAndEveryEntryInASource) {
     std::set<std::string> texts;
+    std::string sources;
     for (const auto* folder : {"shell", "catalogue", "web", "downloads", "audio", "platform"}) {
-        texts.merge(textsLookedUpIn(sourcesOfFolder(folder)));
+        const std::string source = sourcesOfFolder(folder);
+        texts.merge(textsLookedUpIn(source));
+        sources += source;
     }
-    EXPECT_THAT(keysOf("vistrel.pot", false), IsSupersetOf(texts));
+    const auto keys = keysOf("vistrel.pot", false);
+    EXPECT_THAT(keys, IsSupersetOf(texts));
+    for (const std::string& key : keys)
+        EXPECT_NE(sources.find('"' + key + '"'), std::string::npos) << key;
 }
 
 TEST(NamesInSources, EveryTextOfTheTemplateIsTranslated) {

@@ -35,7 +35,8 @@ std::set<std::string> picturesNamedIn(std::string_view source) {
 }
 
 std::set<std::string> textsLookedUpIn(std::string_view source) {
-    static const std::regex lookUp(R"re(localizedStringForKeyValue\(\s*"([^"]+)")re");
+    static const std::regex lookUp(
+        R"re((?:localizedStringForKeyValue|translated)\(\s*"([^"]+)")re");
     std::set<std::string> texts;
     forEachMatch(source, lookUp, [&](const Match& match) { texts.insert(match[1].str()); });
     return texts;
