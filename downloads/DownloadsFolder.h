@@ -1,22 +1,11 @@
 #pragma once
-#include "web/DownloadFile.h"
+#include "web/DownloadableMedia.h"
 
 #include <array>
-#include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace vistrel {
-
-/// The one folder into which everything is downloaded, and which of its files count as what.
-inline constexpr const char* kDownloadsFolder = DownloadFile::kFolder;
-
-/// Compared exactly: of the spellings only all-lower and all-upper count.
-inline constexpr std::array<std::string_view, 4> kVideoExtensions{"m4v", "M4V", "mp4", "MP4"};
-inline constexpr std::array<std::string_view, 2> kMusicExtensions{"mp3", "MP3"};
-inline constexpr std::array<std::string_view, 6> kMediaExtensions{"m4v", "M4V", "mp4",
-                                                                  "MP4", "mp3", "MP3"};
 
 /// Folders in which other tools of the device leave their downloads, in the order in which they are
 /// searched.

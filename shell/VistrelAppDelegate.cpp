@@ -9,15 +9,12 @@
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UIViewAnimation.h"
 #include "platform/uikit/UIWindow.h"
+#include "web/DownloadableMedia.h"
 #include "web/WebBrowserViewController.h"
 
 #include <utility>
 
 namespace vistrel {
-
-namespace {
-constexpr const char* kDownloadsFolderPath = "/var/mobile/Library/Downloads";
-}
 
 VistrelAppDelegate::VistrelAppDelegate() = default;
 
@@ -67,10 +64,10 @@ void VistrelAppDelegate::showSplash() {
 
 void VistrelAppDelegate::ensureDownloadsFolder() {
     auto& files = NSFileManager::defaultManager();
-    if (files.fileExistsAtPath(kDownloadsFolderPath))
+    if (files.fileExistsAtPath(kDownloadsFolder))
         return;
     NSLog("Creating Downloads Directory");
-    (void)files.createDirectoryAtPath(kDownloadsFolderPath, false);
+    (void)files.createDirectoryAtPath(kDownloadsFolder, false);
 }
 
 void VistrelAppDelegate::startupAnimationDone() {

@@ -24,7 +24,7 @@ std::string numbered(const std::string& name, int number) {
 bool isFree(const std::string& name, DownloadFile::Existing existing) {
     return !namesInUse().contains(name) &&
            (existing == DownloadFile::Existing::Replace ||
-            !NSFileManager::defaultManager().fileExistsAtPath(DownloadFile::kFolder + name));
+            !NSFileManager::defaultManager().fileExistsAtPath(kDownloadsFolder + name));
 }
 
 }

@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/foundation/NSError.h"
+#include "web/DownloadableMedia.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -15,9 +16,6 @@ class NSFileHandle;
 /// the same name that runs at the same time gets a different one.
 class DownloadFile {
 public:
-    /// The folder into which everything is downloaded.
-    static constexpr const char* kFolder = "/var/mobile/Library/Downloads/";
-
     enum class Existing { Replace, Keep };
     /// The name, or the first of "name 2", "name 3" … that is free, before the extension.
     DownloadFile(const std::string& suggestedName, Existing existing);
@@ -26,7 +24,7 @@ public:
     DownloadFile& operator=(const DownloadFile&) = delete;
 
     const std::string& name() const { return name_; }
-    std::string path() const { return kFolder + name_; }
+    std::string path() const { return kDownloadsFolder + name_; }
     /// Bytes on the disk; nothing if the file does not exist.
     std::optional<std::int64_t> size() const;
 

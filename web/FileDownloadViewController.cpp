@@ -196,7 +196,7 @@ void FileDownloadViewController::showProgress() {
 
 void FileDownloadViewController::showSuccess() {
     showAlert("Download Succeeded",
-              "The file has been saved as " + std::string(DownloadFile::kFolder) + localFilename_);
+              "The file has been saved as " + std::string(kDownloadsFolder) + localFilename_);
     downloadButton_->setTitleForState("Done!", UIControlState::Normal);
 }
 

@@ -18,12 +18,12 @@
 #include "platform/uikit/UIWebView.h"
 #include "platform/uikit/UIWindow.h"
 #include "settings/Manners.h"
+#include "web/DownloadableMedia.h"
 #include "web/FileDownloadViewController.h"
 #include "web/PageNotice.h"
 #include "web/UIToolbarAdditions.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace vistrel {
@@ -37,8 +37,6 @@ constexpr int kReloadTag = 3;
 /// A page with many frames must not bury the browser under download screens.
 constexpr std::size_t kMostOffers = 2;
 
-constexpr std::array<const char*, 3> kDownloadableMIMETypes{"video/mp4", "video/m4v", "audio/mpeg"};
-
 /// Keeps pages from opening windows that the phone does not have.
 constexpr const char* kSameFrameScript = "{ var a = document.getElementsByTagName(\"a\"); for (var "
                                          "i=0; i<a.length; i++) a[i].target = \"_self\"; }";
@@ -50,8 +48,7 @@ std::string localized(const char* key) {
 }
 
 bool isDownloadableMIMEType(const std::string& mimeType) {
-    return std::any_of(kDownloadableMIMETypes.begin(), kDownloadableMIMETypes.end(),
-                       [&mimeType](const char* type) { return mimeType == type; });
+    return std::ranges::find(kDownloadableMIMETypes, mimeType) != kDownloadableMIMETypes.end();
 }
 
 std::shared_ptr<WebBrowserViewController>

@@ -30,9 +30,9 @@ protected:
     support::ScriptedAnswer& answer() { return network().at(kAddress).type("video/mp4"); }
     std::map<std::string, std::string> filesInFolder() {
         std::map<std::string, std::string> found;
-        const auto names = files().list(DownloadFile::kFolder);
+        const auto names = files().list(kDownloadsFolder);
         for (const std::string& name : names.value())
-            found[name] = *files().contents(DownloadFile::kFolder + name);
+            found[name] = *files().contents(kDownloadsFolder + name);
         return found;
     }
     /// As before the first download.
@@ -43,7 +43,7 @@ protected:
         settle();
         files().clearFaults();
         for (const auto& [name, contents] : filesInFolder())
-            EXPECT_TRUE(files().remove(DownloadFile::kFolder + name));
+            EXPECT_TRUE(files().remove(kDownloadsFolder + name));
     }
     std::string buttonTitle(const FileDownloadViewController& screen) {
         return screen.downloadButton()->currentTitle();
@@ -184,7 +184,7 @@ TEST_F(FileDownloadTest, BothMannersEndEachDownloadTheirOwnWay) {
         {"a file that cannot be made",
          [this](auto& answer) {
              answer.body("film");
-             files().makeReadOnly(DownloadFile::kFolder);
+             files().makeReadOnly(kDownloadsFolder);
          },
          {"Download Succeeded", "Done!", {}},
          failedAgain},
