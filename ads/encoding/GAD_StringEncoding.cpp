@@ -79,17 +79,19 @@ GAD_StringEncoding::stringEncodingWithString(std::string_view alphabet) {
 GAD_StringEncoding::GAD_StringEncoding(std::string_view alphabet)
     : charMap_(alphabet)
     , shift_(static_cast<unsigned>(std::countr_zero(alphabet.size())))
-    , blocks_(stringEncodingBlocks::blocksFor(shift_))
+    , tables_(shift_, alphabet)
     , padLen_(std::lcm(8U, shift_) / shift_) {
     reverseCharMap_.fill(kUnknownChar);
     for (std::size_t i = 0; i < alphabet.size(); ++i)
         reverseCharMap_[placeOf(alphabet[i])] = static_cast<std::int8_t>(i);
+    tables_.setReverseMap(reverseCharMap_);
 }
 
 void GAD_StringEncoding::setPaddingChar(char character) {
     assert(isASCII(character));
     paddingChar_ = character;
     reverseCharMap_[placeOf(character)] = kPaddingChar;
+    tables_.setReverseMap(reverseCharMap_);
 }
 
 void GAD_StringEncoding::addDecodeSynonyms(std::string_view characters) {
@@ -101,6 +103,7 @@ void GAD_StringEncoding::addDecodeSynonyms(std::string_view characters) {
         else if (isASCII(character))
             value = current;
     }
+    tables_.setReverseMap(reverseCharMap_);
 }
 
 void GAD_StringEncoding::ignoreCharacters(std::string_view characters) {
@@ -110,22 +113,21 @@ void GAD_StringEncoding::ignoreCharacters(std::string_view characters) {
         if (isASCII(character))
             value = kIgnoredChar;
     }
+    tables_.setReverseMap(reverseCharMap_);
 }
 
 std::string GAD_StringEncoding::encode(std::span<const std::byte> bytes) const {
     if (bytes.empty())
         return {};
-    std::size_t length =
-        stringEncodingBlocks::wholeCharacters(shift_, bytes.size() * 8 + shift_ - 1);
+    std::size_t length = (bytes.size() * 8 + shift_ - 1) / shift_;
     // A block has 2, 4 or 8 characters.
     if (doPad_)
         length = (length + padLen_ - 1) & ~(padLen_ - 1);
     std::string text(length, paddingChar_);
     const auto* input = reinterpret_cast<const unsigned char*>(bytes.data());
-    const std::size_t done = blocks_.encode(charMap_.data(), input, bytes.size(), text.data());
+    const std::size_t done = tables_.encode(input, bytes.size(), text.data());
     stringEncodingGeneral::encode(shift_, charMap_.data(), input + done, bytes.size() - done,
-                                  text.data() +
-                                      stringEncodingBlocks::wholeCharacters(shift_, done * 8));
+                                  text.data() + done * 8 / shift_);
     return text;
 }
 
@@ -148,8 +150,7 @@ std::optional<Bytes> GAD_StringEncoding::decoded(std::string_view text) const {
     stringEncodingGeneral::Decoder decoder(shift_, reverseCharMap_, out);
     while (!text.empty()) {
         if (decoder.isBetweenGroups()) {
-            const std::size_t done =
-                blocks_.decode(reverseCharMap_, text.data(), text.size(), decoder.out());
+            const std::size_t done = tables_.decode(text.data(), text.size(), decoder.out());
             decoder.skip(done * shift_ / 8);
             text.remove_prefix(done);
         }

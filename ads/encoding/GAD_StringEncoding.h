@@ -1,5 +1,5 @@
 #pragma once
-#include "ads/encoding/GAD_StringEncodingBlocks.h"
+#include "ads/encoding/GAD_StringEncodingTables.h"
 
 #include <array>
 #include <cstddef>
@@ -64,9 +64,9 @@ private:
     std::optional<Bytes> decoded(std::string_view text) const;
 
     std::string charMap_;
-    stringEncodingBlocks::ReverseMap reverseCharMap_;
+    GAD_StringEncodingTables::ReverseMap reverseCharMap_;
     unsigned shift_ = 0;
-    stringEncodingBlocks::Blocks blocks_;
+    GAD_StringEncodingTables tables_;
     bool doPad_ = false;
     char paddingChar_ = '\0';
     std::size_t padLen_ = 0;

@@ -1,15 +1,14 @@
 #pragma once
-#include "ads/encoding/GAD_StringEncodingBlocks.h"
+#include "ads/encoding/GAD_StringEncodingTables.h"
 
 #include <cstddef>
 #include <optional>
 #include <string_view>
 
 /// The general path of GAD_StringEncoding: any shift from 1 to 7, one character at a time. It says
-/// what the encodings are; the fast one only takes whole groups off its hands. It stands in the
-/// header because it ends every text, where a call would cost as much as the work.
+/// what the encodings are; the tables only do whole steps for it.
 namespace vistrel::stringEncodingGeneral {
-using ReverseMap = stringEncodingBlocks::ReverseMap;
+using ReverseMap = GAD_StringEncodingTables::ReverseMap;
 
 /// What a reverse map says of a character that has no value.
 enum Meaning : std::int8_t { kUnknownChar = -1, kPaddingChar = -2, kIgnoredChar = -3 };
