@@ -4,7 +4,7 @@
 namespace vistrel {
 
 /// A value that the ad vendor gives: its key in the group "ads" of the settings file, and what
-/// holds when it is not set there. Hosts may carry a port.
+/// applies when it is not set there. Hosts may carry a port.
 struct GADSetting {
     const char* key;
     const char* defaultValue;

@@ -61,7 +61,7 @@ void GADCachedFile::cancel() {
 void GADCachedFile::invalidate() {
     const auto self = shared_from_this();
     cleanUp();
-    // A file that is not there is as good as deleted.
+    // A missing file counts as deleted.
     (void)NSFileManager::defaultManager().removeItemAtPath(filePath());
 }
 
@@ -183,7 +183,7 @@ void GADCachedFile::connectionDidFailWithError(NSURLConnection&, const NSError& 
 std::optional<NSError> GADCachedFile::storeReceivedData() {
     NSFileManager& files = NSFileManager::defaultManager();
     const std::string folder = folderOf(filePath());
-    // Where the folder cannot be made, the write says why.
+    // If the folder cannot be created, the write reports why.
     if (!files.fileExistsAtPath(folder))
         (void)files.createDirectoryAtPath(folder, true);
     return files.writeAtomicallyToPath(filePath(), receivedData_);

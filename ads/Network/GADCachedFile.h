@@ -30,18 +30,18 @@ public:
 
     /// Starts a fetch unless one is running.
     void validate();
-    /// The same with an address that no cache on the way knows.
+    /// The same with an address that no proxy can have cached.
     void validateWithCacheBuster();
     /// Stops the fetch; the copy stays.
     void cancel();
     /// Stops the fetch and deletes the copy.
     void invalidate();
 
-    /// Nothing when there is no copy or it is not UTF-8.
+    /// Empty when there is no copy or it is not UTF-8.
     std::optional<std::string> content();
     bool hasContent();
     const std::string& filePath();
-    /// The copy's time as the server is told it; nothing without a copy.
+    /// The copy's time in the server's format; empty without a copy.
     std::optional<std::string> fileModificationDate();
 
     const NSURL& sourceURL() const { return sourceURL_; }

@@ -10,9 +10,8 @@ namespace vistrel {
 /// The application's first caches folder.
 inline constexpr const char* kGADCachesDirectory = "/var/mobile/Library/Caches";
 
-/// Where the copy of an address lies: in the caches folder, in a folder named after its host, a
-/// file named with the hash of the whole address. Whatever the host is, the folder is one plain
-/// name inside the caches folder.
+/// The path of an address's copy: a folder named after the host inside the caches folder, and in it
+/// a file named after the hash of the whole address. The folder is always a single plain name.
 std::string gadCachedFilePath(const NSURL& url);
 
 /// FNV-1a with 32 bits: the same number for the same text on every machine and in every version.

@@ -15,7 +15,7 @@ class GADNetworkChecker {
 public:
     /// Made and enabled on first use.
     static GADNetworkChecker& sharedChecker();
-    /// Disables and forgets the shared checker; the next use makes one anew.
+    /// Disables and forgets the shared checker; the next use creates a new one.
     static void releaseSharedChecker();
 
     ~GADNetworkChecker();
@@ -27,7 +27,7 @@ public:
     void setEnabled(bool enabled);
     bool isEnabled() const { return enabled_; }
     GADNetworkType networkType() const { return networkType_; }
-    /// "wi" or "ed"; nothing while there is no network or none is known.
+    /// "wi" or "ed"; empty while there is no network or it is unknown.
     std::optional<std::string> networkTypeString() const;
     /// Reports received.
     int changeCount() const { return changeCount_; }

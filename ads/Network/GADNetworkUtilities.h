@@ -8,7 +8,7 @@
 
 namespace vistrel {
 
-/// Addresses and what is sent along with every request of the library.
+/// Address handling, and the user agent of the library's requests.
 class GADNetworkUtilities {
 public:
     /// What the library's web views call themselves; empty until one of them sent a request.
@@ -20,7 +20,7 @@ public:
     static std::string encodeURL(std::string_view text);
 
     /// Adds the entries in their order. Keys are taken as they are, values escaped; an empty value
-    /// leaves the bare key. Nothing when a key makes the result no address.
+    /// leaves the bare key. Empty when a key makes the result invalid.
     static std::optional<NSURL> appendQueryParametersToURL(const Value::Dictionary& parameters,
                                                            const NSURL& url);
     /// The same for one entry.

@@ -9,7 +9,7 @@ namespace vistrel {
 class GADLocation {
 public:
     /// Degrees, degrees and metres. Null unless the place is precise: in range, and neither on the
-    /// equator nor on the prime meridian, where coordinates that were never set lie.
+    /// equator nor on the prime meridian, the place of coordinates that were never set.
     static std::shared_ptr<GADLocation>
     withLatitudeLongitudeAccuracy(float latitude, float longitude, float accuracy);
     /// Null for an empty description.

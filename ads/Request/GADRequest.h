@@ -14,7 +14,7 @@ enum class GADGender : int { Unknown = 0, Male = 1, Female = 2 };
 /// How the ad server's script built a request, with the library's numbers.
 enum class GADRequestType : int { Unknown = 0, Contextual = 1, Grokruf = 4, Xfp = 5 };
 
-/// Hints for the choice of an ad: what the host application knows of its user. request() makes one;
+/// Targeting hints: what the host application knows about its user. request() creates one;
 /// the class itself is only its outside, and what it can do by itself does nothing.
 ///
 /// Objects that are set are retained, not copied: an array to which the host application adds later
@@ -26,7 +26,7 @@ public:
     virtual ~GADRequest() = default;
 
     static std::shared_ptr<GADRequest> request();
-    /// A request of its own with the same hints, sharing the objects.
+    /// A separate request with the same hints, sharing the objects.
     std::shared_ptr<GADRequest> copy() const;
 
     /// Further entries for the server.

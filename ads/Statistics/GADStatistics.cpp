@@ -23,7 +23,7 @@ std::unique_ptr<GADStatistics>& shared() {
     return *statistics;
 }
 
-/// A generator of its own: seeding the process's would disturb whoever else draws from that.
+/// A private generator: seeding the process-wide one would disturb its other users.
 std::uint32_t newSessionId() {
     std::minstd_rand generator(GADNumberUtilities::saturated<std::uint32_t>(gadAbsoluteTime()));
     const double drawn = generator();

@@ -57,7 +57,7 @@ public:
     void setFlagWithParameterName(const std::string& name);
     void resetFlagWithParameterName(const std::string& name);
 
-    /// Begins anew when there is one of that name.
+    /// Restarts an existing timing of that name.
     void startTimingNamed(const std::string& name);
     void endTimingNamed(const std::string& name);
     void removeTimingNamed(const std::string& name);

@@ -20,7 +20,7 @@ public:
     /// The monotonic clock.
     static double counter();
 
-    /// Begins anew.
+    /// Restarts.
     void start();
     /// Only a timing that was started ends.
     void end();

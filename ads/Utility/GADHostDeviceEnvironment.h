@@ -11,7 +11,7 @@ public:
     std::string machine() override;
     std::string systemVersion() override;
     std::string uniqueIdentifier() override;
-    /// The user default "AppleLanguages"; what the host says where that is not set.
+    /// The user default "AppleLanguages", or the host's languages when it is not set.
     std::vector<std::string> languages() override;
     bool canOpenURL(const std::string& url) override;
     std::optional<std::string> audioRoute() override;

@@ -17,7 +17,7 @@ public:
     };
 
     static GADIdentifierUtilities& sharedInstance();
-    /// Forgets the shared instance; the next use makes one anew.
+    /// Forgets the shared instance; the next use creates a new one.
     static void resetSharedInstance();
 
     bool isPhoneIdiom() const { return isPhoneIdiom_; }

@@ -12,8 +12,8 @@ public:
     /// The JSON text of a dictionary or array; the empty string for any other value, and nothing
     /// for null.
     [[nodiscard]] static std::optional<std::string> jsonify(const Value* object);
-    /// The dictionary that the text holds; nothing when there is no text, when it does not parse
-    /// or when it holds anything else.
+    /// The dictionary in the text; empty when there is no text, it does not parse or it contains
+    /// anything else.
     [[nodiscard]] static std::optional<Value::Dictionary>
     readJson(std::optional<std::string_view> text);
 };

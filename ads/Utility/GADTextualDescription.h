@@ -9,7 +9,7 @@ namespace vistrel {
 /// UTC, and containers over several lines with their entries indented.
 std::string gadTextualDescription(const Value& value);
 
-/// The same for a dictionary that is no value.
+/// The same for a dictionary that is not wrapped in a value.
 std::string gadTextualDescription(const Value::Dictionary& dictionary);
 
 /// An address as %p prints it.

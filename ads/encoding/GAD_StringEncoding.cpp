@@ -135,13 +135,13 @@ std::string GAD_StringEncoding::encodeString(std::string_view text) const {
     return encode(std::as_bytes(std::span(text)));
 }
 
-/// Bytes or text, made at once as large as they can become.
+/// Bytes or text, allocated once at the maximum size.
 template <typename Bytes>
 std::optional<Bytes> GAD_StringEncoding::decoded(std::string_view text) const {
-    // Where something unusual stands, the general path goes on for so long before the fast one is
-    // tried again.
+    // After an unusual character, the general path handles this many before the tables are tried
+    // again.
     constexpr std::size_t kGeneralRun = 64;
-    // Padding at the end says nothing.
+    // Trailing padding carries no information.
     while (!text.empty() && reverseCharMap_[placeOf(text.back())] == kPaddingChar)
         text.remove_suffix(1);
     const std::size_t most = text.size() * shift_ / 8;

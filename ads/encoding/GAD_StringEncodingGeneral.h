@@ -5,15 +5,15 @@
 #include <optional>
 #include <string_view>
 
-/// The general path of GAD_StringEncoding: any shift from 1 to 7, one character at a time. It says
-/// what the encodings are; the tables only do whole steps for it.
+/// The general path of GAD_StringEncoding: any shift from 1 to 7, one character at a time. It
+/// defines the encodings; the tables only speed up whole steps.
 namespace vistrel::stringEncodingGeneral {
 using ReverseMap = GAD_StringEncodingTables::ReverseMap;
 
-/// What a reverse map says of a character that has no value.
+/// Reverse map entries of characters without a value.
 enum Meaning : std::int8_t { kUnknownChar = -1, kPaddingChar = -2, kIgnoredChar = -3 };
 
-/// Writes as many characters as it takes to hold all bits, the last one filled up with zeros.
+/// Writes enough characters for all bits, the last one padded with zero bits.
 inline void encode(unsigned shift, const char* alphabet, const unsigned char* bytes,
                    std::size_t size, char* out) {
     const unsigned mask = (1U << shift) - 1;
@@ -46,8 +46,8 @@ public:
     /// Bytes were decoded by other means.
     void skip(std::size_t bytes) { out_ += bytes; }
 
-    /// Takes so many characters and goes on to the end of a group or of the text. How many it took;
-    /// nothing when there is one that must not stand there.
+    /// Takes at least that many characters, then continues to the end of a group or of the text.
+    /// Returns how many it took; empty when one is invalid.
     std::optional<std::size_t> take(std::string_view text, std::size_t atLeast) {
         std::size_t at = 0;
         for (; at < text.size() && (at < atLeast || !isBetweenGroups()); ++at) {

@@ -84,7 +84,7 @@ std::size_t GAD_StringEncodingTables::encodeSteps(const unsigned char* bytes, st
 template <unsigned Shift>
 std::size_t GAD_StringEncodingTables::decodeSteps(const char* text, std::size_t size,
                                                   unsigned char* out) const {
-    // A step stores a whole word; so many characters give at least its eight bytes.
+    // A step stores a whole word; this many characters decode to at least eight bytes.
     constexpr std::size_t kRoom = 16;
     const auto quadAt = [this](const char* at) {
         std::uint32_t quad = 0;

@@ -26,9 +26,9 @@ public:
         GAD_ZelJSONErrorPointer error;
     };
 
-    /// Reads a text that holds an object or an array; no text is an error as well.
+    /// Reads a text that contains an object or an array; a missing text is an error, too.
     [[nodiscard]] Reading objectWithString(std::optional<std::string_view> text) const;
-    /// Reads a text that holds any value.
+    /// Reads a text that contains any value.
     [[nodiscard]] Reading fragmentWithString(std::optional<std::string_view> text) const;
 
     /// Writes a dictionary or an array.

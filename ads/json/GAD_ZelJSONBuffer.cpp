@@ -9,7 +9,7 @@
 
 namespace vistrel {
 namespace {
-/// The letter after the backslash; 'u' for a character without one of its own, 0 for a plain one.
+/// The letter after the backslash: 'u' for a character without a short escape, 0 for a plain one.
 constexpr std::array<char, 256> kEscapes = [] {
     std::array<char, 256> escapes{};
     std::fill_n(escapes.begin(), 0x20, 'u');
@@ -49,7 +49,7 @@ void GAD_ZelJSONBuffer::putBlanks(std::size_t count) {
     at_ += count;
 }
 
-/// A string from behind its quote that is long or has characters to escape.
+/// The rest of a string after its opening quote, if it is long or needs escapes.
 void GAD_ZelJSONBuffer::putLong(std::string_view text) {
     const char* from = text.data();
     std::size_t left = text.size();

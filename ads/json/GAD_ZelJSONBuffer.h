@@ -9,7 +9,7 @@ namespace vistrel {
 /// The one growing text that the JSON writer writes into.
 class GAD_ZelJSONBuffer {
 public:
-    /// Room that every function leaves behind what it wrote.
+    /// Room that every function leaves after what it wrote.
     static constexpr std::size_t kSlack = 32;
 
     GAD_ZelJSONBuffer() { grow(0); }
@@ -47,7 +47,7 @@ public:
     }
 
 private:
-    /// Room for a text of that size and the slack behind it.
+    /// Ensures room for a text of that size and the slack after it.
     void makeRoom(std::size_t size) {
         if (static_cast<std::size_t>(end_ - at_) < size + kSlack)
             grow(size);

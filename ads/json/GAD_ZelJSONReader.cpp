@@ -7,7 +7,7 @@
 
 namespace vistrel {
 namespace {
-/// Zero bytes behind the text, more than any step of the scanner.
+/// Zero bytes after the text, more than the scanner ever reads at once.
 constexpr std::size_t kPadding = 64;
 
 std::string paddedCopy(std::string_view text) {
@@ -188,7 +188,7 @@ inline char* GAD_ZelJSONReader::string(char* at, std::string_view& text) {
     return at + 1;
 }
 
-/// The digits among the first 32 bytes are found at once; then only lengths are looked at.
+/// Finds the digits among the first 32 bytes at once; the rest is arithmetic on their mask.
 inline char* GAD_ZelJSONReader::number(char* at) {
     char* const begin = at;
     at += *at == '-';
@@ -219,7 +219,7 @@ char* GAD_ZelJSONReader::fail(Code code, std::string message, GAD_ZelJSONErrorPo
 }
 
 void GAD_ZelJSONReader::blameContainer() {
-    // Too deep is said of the whole text, not of the value that happened to be the last straw.
+    // Excessive depth is an error of the whole text, not of the innermost value.
     if (error_->code() == static_cast<int>(Code::TooDeep))
         return;
     if (builder_.isInDictionary())

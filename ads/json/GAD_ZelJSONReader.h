@@ -34,7 +34,7 @@ private:
     char* longNumber(char* at);
     char* badNumber(const char* at);
     char* open(char* at);
-    /// Reads a string from behind its opening quote, unescapes it and yields its text.
+    /// Reads a string after its opening quote and yields its unescaped text.
     char* string(char* at, std::string_view& text);
     char* escapedString(char* begin, char* at, std::string_view& text);
     char* escape(char* at, char*& out);

@@ -35,7 +35,7 @@ char* GAD_ZelJSONReader::longNumber(char* at) {
     return at;
 }
 
-/// Says which rule the number that begins here breaks first.
+/// Reports the first rule that the number breaks.
 char* GAD_ZelJSONReader::badNumber(const char* at) {
     at += *at == '-';
     if (*at == '0' && isDigit(at[1]))

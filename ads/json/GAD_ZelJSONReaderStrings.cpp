@@ -7,7 +7,7 @@
 
 namespace vistrel {
 namespace {
-/// What stands for the character after a backslash; 0 where nothing does.
+/// The character that an escape letter means; 0 for none.
 constexpr std::array<char, 256> kEscapes = [] {
     std::array<char, 256> escapes{};
     escapes['"'] = '"';
@@ -54,7 +54,7 @@ char* appendUTF8(char* out, unsigned character) {
 }
 }
 
-/// The rest of a string from its first special byte that is no quote. Unescaped text is never
+/// The rest of a string from its first escape or control character. Unescaped text is never
 /// longer than the escaped one, so it is moved down over it.
 char* GAD_ZelJSONReader::escapedString(char* begin, char* at, std::string_view& text) {
     char* out = at;
@@ -75,7 +75,7 @@ char* GAD_ZelJSONReader::escapedString(char* begin, char* at, std::string_view& 
     return at + 1;
 }
 
-/// What stands behind a backslash.
+/// Reads an escape after its backslash.
 char* GAD_ZelJSONReader::escape(char* at, char*& out) {
     if (const char character = kEscapes[static_cast<unsigned char>(*at)]) {
         *out++ = character;

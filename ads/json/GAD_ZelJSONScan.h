@@ -8,7 +8,7 @@
 #include <emmintrin.h>
 #endif
 
-/// How the JSON reader and writer look at many bytes at once. Every function exists in portable
+/// Wide scanning for the JSON reader and writer. Every function exists in portable
 /// form and, where the processor's vector registers pay, in a second form that does the same.
 namespace vistrel::jsonScan {
 

@@ -64,8 +64,8 @@ inline bool GAD_ZelJSONWriter::writeScalar(const Value& value) {
     return false;
 }
 
-/// What is left of an array up to the next container in it, which is only opened. So is one among
-/// a dictionary's members, below.
+/// Writes the rest of an array up to its next container, which is only opened; the functions for
+/// dictionaries below do the same.
 void GAD_ZelJSONWriter::writeElements() {
     Frame& frame = frames_.back();
     while (frame.left != 0) {

@@ -8,7 +8,7 @@
 #include <vector>
 
 namespace vistrel {
-/// Writes one value, once. Open containers are kept on a stack of its own.
+/// Writes one value, once. Keeps open containers on an explicit stack.
 class GAD_ZelJSONWriter {
 public:
     struct Layout {

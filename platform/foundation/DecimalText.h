@@ -9,9 +9,9 @@ namespace vistrel {
 /// The nearest double; 0 for an empty text, infinity beyond the range.
 [[nodiscard]] double decimalTextAsDouble(std::string_view text);
 
-/// The number without its fraction; the nearest end of the range when it lies outside.
+/// The number truncated to an integer and clamped to the range.
 [[nodiscard]] std::int64_t decimalTextAsInteger(std::string_view text);
 
-/// Whether two numbers stand for the same decimal: 1.50, 15e-1 and 1.5 do.
+/// Whether two numbers are the same decimal: 1.50, 15e-1 and 1.5 do.
 [[nodiscard]] bool decimalTextsAreEqual(std::string_view a, std::string_view b);
 }

@@ -28,7 +28,6 @@ public:
     void start();
     /// Nothing is reported any more; the delegate is let go.
     void cancel();
-    const NSURLRequest& originalRequest() const { return request_; }
 
 private:
     NSURLConnection(NSURLRequest request, std::shared_ptr<NSURLConnectionDelegate> delegate);

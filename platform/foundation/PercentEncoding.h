@@ -11,7 +11,7 @@ namespace vistrel {
 /// As above, but nothing when a "%" starts no escape.
 [[nodiscard]] std::optional<std::string> strictlyPercentDecoded(std::string_view text);
 
-/// Escapes what may not stand in the path of an address.
+/// Escapes what is not allowed in the path of an address.
 [[nodiscard]] std::string percentEncodedPath(std::string_view path);
 
 /// Escapes all but letters, digits and "-._~": right for any part of an address.

@@ -62,7 +62,7 @@ constexpr CaseRange kUpperCase[] = {
 };
 
 char32_t lowercase(char32_t character) {
-    if (character == 0x178) // The one whose lower case stands in another block.
+    if (character == 0x178) // The one letter whose lower case is in another block.
         return 0xFF;
     for (const auto& [first, last, distance] : kUpperCase) {
         if (character >= first && character <= last)

@@ -64,7 +64,7 @@ Value& Value::operator=(Value&& other) noexcept {
     return *this;
 }
 
-/// Leaves no container in this one that holds anything, so that its destructor need not recurse.
+/// Empties all nested containers, so that the destructor does not recurse.
 void Value::flatten() {
     Array nested;
     const auto take = [&nested](Value& value) {

@@ -33,7 +33,7 @@ ValueDictionary::ValueDictionary(std::vector<Member> members)
         mergeDuplicates();
 }
 
-/// Sorts places by key instead of comparing every two keys: a text from outside may hold many.
+/// Sorts instead of comparing every pair of keys: untrusted input may contain many.
 void ValueDictionary::mergeDuplicates() {
     std::vector<std::size_t> places(members_.size());
     std::iota(places.begin(), places.end(), std::size_t{0});

@@ -45,24 +45,6 @@ TEST(GADNetworkUtilities, EscapesWhatIsNoLetterDigitOrUnreservedSign) {
     EXPECT_EQ(Utilities::encodeURL(""), "");
 }
 
-TEST(GADNetworkUtilities, EveryByteComesBackFromItsEscape) {
-    std::string every;
-    for (int byte = 0; byte < 256; ++byte)
-        every += static_cast<char>(byte);
-    const std::string encoded = Utilities::encodeURL(every);
-    std::string decoded;
-    for (std::size_t at = 0; at < encoded.size(); ++at) {
-        if (encoded[at] != '%') {
-            decoded += encoded[at];
-            continue;
-        }
-        decoded += static_cast<char>(std::stoi(encoded.substr(at + 1, 2), nullptr, 16));
-        at += 2;
-    }
-    EXPECT_EQ(decoded, every);
-    EXPECT_EQ(encoded.size(), 66U + 190U * 3);
-}
-
 TEST(GADNetworkUtilities, AppendsEntriesInTheirOrder) {
     EXPECT_EQ(appended({{"b", "1"}, {"a", "2"}}, "http://h/p"), "http://h/p?b=1&a=2");
     EXPECT_EQ(appended({{"b", "x y"}}, "http://h/p?q=1"), "http://h/p?q=1&b=x%20y");
@@ -127,22 +109,6 @@ TEST(GADNetworkUtilities, ReadsAQueryIntoEntries) {
         EXPECT_EQ(entriesOf(Utilities::dictionaryFromQueryString(query)), entries) << query;
     }
     EXPECT_TRUE(Utilities::dictionaryFromQueryString(std::nullopt).empty());
-}
-
-TEST(GADNetworkUtilities, AQueryMayHaveMoreEntriesThanAnyAddressShould) {
-    std::string query;
-    for (int entry = 0; entry < 100'000; ++entry)
-        query += "k" + std::to_string(entry % 50'000) + "=" + std::to_string(entry) + "&";
-    const auto dictionary = Utilities::dictionaryFromQueryString(query);
-    EXPECT_EQ(dictionary.size(), 50'000U);
-    EXPECT_EQ(dictionary.find("k7")->string(), "50007");
-}
-
-TEST(GADNetworkUtilities, WhatIsReadOutlivesItsText) {
-    auto query = std::make_unique<std::string>("name=a%20long%20value%20beyond%20sixteen%20bytes");
-    const Value::Dictionary dictionary = Utilities::dictionaryFromQueryString(*query);
-    query.reset();
-    EXPECT_EQ(dictionary.find("name")->string(), "a long value beyond sixteen bytes");
 }
 
 TEST(GADNetworkUtilities, AnEmptyUserAgentChangesNothing) {

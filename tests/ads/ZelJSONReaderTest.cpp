@@ -197,19 +197,6 @@ TEST(ZelJSONReader, ALaterMemberReplacesTheEarlierOneOfItsKey) {
     const Value few = read(R"({"a":1,"b":2,"\u0061":3})");
     EXPECT_THAT(keysOf(few), ElementsAre("a", "b"));
     EXPECT_EQ(few.find("a")->integerValue(), 3);
-
-    std::string text = "{";
-    for (int round = 0; round < 2; ++round) {
-        for (int i = 0; i < 100; ++i)
-            text += "\"key " + std::to_string(i) + "\":" + std::to_string(i + 1000 * round) + " ";
-    }
-    const Value many = read(text + "}");
-    ASSERT_EQ(many.dictionary().size(), 100U);
-    int expected = 1000;
-    for (const auto& [key, member] : many.dictionary())
-        EXPECT_EQ(member.integerValue(), expected++) << key;
-    EXPECT_EQ(many.find("key 42")->integerValue(), 1042);
-    EXPECT_EQ(many.find("key 100"), nullptr);
 }
 
 std::string nested(std::size_t depth) {
