@@ -9,9 +9,7 @@ DemoSiteProcess::DemoSiteProcess(const std::vector<std::string>& options) {
     for (const std::string& option : options)
         arguments.push_back(option.c_str());
     arguments.push_back(nullptr);
-    const auto flags = static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_PIPE |
-                                                     G_SUBPROCESS_FLAGS_STDIN_PIPE);
-    process_ = g_subprocess_newv(arguments.data(), flags, nullptr);
+    process_ = g_subprocess_newv(arguments.data(), G_SUBPROCESS_FLAGS_STDOUT_PIPE, nullptr);
     output_ = g_data_input_stream_new(g_subprocess_get_stdout_pipe(process_));
     if (char* line = g_data_input_stream_read_line(output_, nullptr, nullptr, nullptr)) {
         firstLine_ = line;
@@ -37,40 +35,6 @@ std::string DemoSiteProcess::restOfOutput() {
         g_free(line);
     }
     return all;
-}
-
-void DemoSiteProcess::closeInput() {
-    g_output_stream_close(g_subprocess_get_stdin_pipe(process_), nullptr, nullptr);
-}
-
-bool DemoSiteProcess::endsWithin(double seconds) {
-    GCancellable* late = g_cancellable_new();
-    bool ended = false;
-    g_subprocess_wait_async(
-        process_, late,
-        [](GObject* process, GAsyncResult* result, gpointer flag) {
-            *static_cast<bool*>(flag) =
-                g_subprocess_wait_finish(G_SUBPROCESS(process), result, nullptr) != FALSE;
-        },
-        &ended);
-    const gint64 deadline = g_get_monotonic_time() + static_cast<gint64>(seconds * 1e6);
-    const guint wakeUp = g_timeout_add(
-        static_cast<guint>(seconds * 1000), [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; },
-        nullptr);
-    while (!ended && g_get_monotonic_time() < deadline)
-        g_main_context_iteration(nullptr, TRUE);
-    g_source_remove(wakeUp);
-    if (!ended) {
-        g_cancellable_cancel(late);
-        while (g_main_context_iteration(nullptr, FALSE) != FALSE) {
-        }
-    }
-    g_object_unref(late);
-    return ended;
-}
-
-int DemoSiteProcess::exitStatus() const {
-    return g_subprocess_get_exit_status(process_);
 }
 
 DemoSiteProcess& sharedSite() {

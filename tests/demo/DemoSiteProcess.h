@@ -5,7 +5,7 @@
 
 namespace vistrel::demo {
 
-/// The demo site's program, started for a test and gone with it.
+/// A process of the demo site, ended with this object.
 class DemoSiteProcess {
 public:
     explicit DemoSiteProcess(const std::vector<std::string>& options = {});
@@ -17,14 +17,8 @@ public:
     const std::string& firstLine() const { return firstLine_; }
     int port() const;
 
-    /// Everything else that it prints until it ends.
+    /// The rest of its output, until it ends.
     std::string restOfOutput();
-
-    void closeInput();
-
-    /// Whether it has ended by itself within the time.
-    bool endsWithin(double seconds);
-    int exitStatus() const;
 
 private:
     GSubprocess* process_ = nullptr;

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cerrno>
-#include <chrono>
 #include <cstdlib>
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -22,15 +21,6 @@ int connectTo(int port) {
         return descriptor;
     close(descriptor);
     return -1;
-}
-
-std::string textOf(const Query& query) {
-    std::string text = (query.form.empty() ? "GET " : "POST ") + query.address + " HTTP/1.1\r\n" +
-                       "Host: 127.0.0.1\r\nConnection: close\r\n" + query.headers;
-    if (!query.form.empty())
-        text += "Content-Type: application/x-www-form-urlencoded\r\nContent-Length: " +
-                std::to_string(query.form.size()) + "\r\n";
-    return text + "\r\n" + query.form;
 }
 
 std::string readToEnd(int descriptor, Reply::End& end) {
@@ -59,7 +49,6 @@ std::string Reply::header(std::string_view name) const {
 }
 
 Reply ask(const Query& query) {
-    const auto begun = std::chrono::steady_clock::now();
     Reply reply;
     const int descriptor = connectTo(sharedSite().port());
     if (descriptor < 0)
@@ -67,7 +56,8 @@ Reply ask(const Query& query) {
     const timeval patience{query.silenceMilliseconds / 1000,
                            query.silenceMilliseconds % 1000 * 1000L};
     setsockopt(descriptor, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
-    const std::string request = textOf(query);
+    const std::string request =
+        "GET " + query.address + " HTTP/1.1\r\nHost: 127.0.0.1\r\nConnection: close\r\n\r\n";
     send(descriptor, request.data(), request.size(), MSG_NOSIGNAL);
     const std::string all = readToEnd(descriptor, reply.end);
     close(descriptor);
@@ -75,18 +65,10 @@ Reply ask(const Query& query) {
     reply.head = all.substr(0, gap == std::string::npos ? gap : gap + 2);
     reply.body = gap == std::string::npos ? "" : all.substr(gap + 4);
     reply.status = all.size() > 12 ? std::atoi(all.c_str() + 9) : 0;
-    reply.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begun).count();
     return reply;
 }
 
 Reply ask(const std::string& address) {
     return ask(Query{.address = address});
-}
-
-bool isListening(int port) {
-    const int descriptor = connectTo(port);
-    if (descriptor >= 0)
-        close(descriptor);
-    return descriptor >= 0;
 }
 }

@@ -28,7 +28,7 @@ GioDesktop::GioDesktop(MailService& mail)
 
 GioDesktop::~GioDesktop() {
     g_cancellable_cancel(cancellable_.get());
-    // The bus ends the inhibition when the process goes; this is for those that live on.
+    // The bus ends the inhibition with the process; this is for processes that continue.
     releaseInhibition();
 }
 

@@ -7,8 +7,8 @@
 namespace vistrel {
 class MailService;
 
-/// The desktop's services over GIO and the session bus. Each is absent without harm: nothing is
-/// started for it, and nothing is waited for.
+/// The desktop's services over GIO and the session bus. Any of them may be missing; none is started
+/// or waited for.
 class GioDesktop : public host::Desktop {
 public:
     /// The mail service must outlive it.
@@ -38,7 +38,7 @@ private:
     NativeReference<GCancellable> cancellable_;
     bool busAsked_ = false;
     bool idleTimerDisabled_ = false;
-    bool inhibiting_ = false;      ///< asked for, the answer is not here yet
+    bool inhibiting_ = false;      ///< requested, not yet answered
     guint32 inhibitionCookie_ = 0; ///< 0: none
 };
 

@@ -15,7 +15,7 @@ namespace vistrel {
 
 namespace {
 
-/// Makes the identifier this application's own: others that digest the machine's get another.
+/// Makes the identifier specific to this application.
 constexpr std::string_view kIdentifierKey = "org.vistrel.Vistrel/device-identifier/1";
 /// The phone's identifiers have 40 hexadecimal digits.
 constexpr std::size_t kIdentifierLength = 40;
@@ -27,7 +27,7 @@ struct Freed {
 std::string contentsOf(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     std::string text{std::istreambuf_iterator<char>(file), {}};
-    // The device tree ends its texts with a zero byte.
+    // Texts in the device tree end with a zero byte.
     std::erase(text, '\0');
     while (!text.empty() && g_ascii_isspace(text.back()))
         text.pop_back();

@@ -6,7 +6,7 @@
 
 namespace vistrel {
 
-/// Where the machine's description is read from; tests give files of their own.
+/// Where the machine's description is read from; tests use other files.
 struct MachineFiles {
     std::string machineID = "/etc/machine-id";
     std::string osRelease = "/etc/os-release";
@@ -15,7 +15,7 @@ struct MachineFiles {
     std::string chassisType = "/sys/devices/virtual/dmi/id/chassis_type";
 };
 
-/// The machine's description, read once when first asked for.
+/// The machine's description, read once on first use.
 class LinuxDevice : public host::Device {
 public:
     explicit LinuxDevice(MachineFiles files = {});
@@ -29,7 +29,7 @@ private:
     bool read_ = false;
 };
 
-/// Two-letter (or longer) codes in the order of the locale's names: "de_AT.UTF-8:en" gives "de",
+/// Language codes in the order of the locale's names: "de_AT.UTF-8:en" gives "de",
 /// "en". Never empty.
 [[nodiscard]] std::vector<std::string> languagesFrom(const std::vector<std::string>& localeNames);
 

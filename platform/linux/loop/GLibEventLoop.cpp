@@ -8,7 +8,7 @@ namespace vistrel {
 namespace {
 
 constexpr double kMicroseconds = 1e6;
-/// A year: later moments need not be told apart from it.
+/// A year is as good as never.
 constexpr double kLongestDelay = 365.0 * 86400;
 
 struct WorkSource {
@@ -68,7 +68,7 @@ void GLibEventLoop::cancel(Token token) {
     const auto found = moments_.find(token);
     if (found == moments_.end())
         return;
-    // The work is destroyed last: what it holds may cancel in turn.
+    // The work is destroyed last: its captures may cancel other work.
     const auto work = queue_.extract(found->second);
     moments_.erase(found);
     updateReadyTime();

@@ -25,8 +25,8 @@ public:
     int run() override;
     void quit(int status) override;
 
-    /// Runs what is due now. What that schedules for at once waits for the next turn, so that
-    /// input and frames come in between.
+    /// Runs what is due now. Work that this schedules without delay waits for the next turn, so
+    /// that input and frames can come in between.
     void runDueWork();
 
 private:

@@ -6,13 +6,12 @@ using GSubprocess = struct _GSubprocess;
 
 namespace vistrel {
 
-/// Shows the program's window in any web browser: the toolkit's own display server, ended with this
-/// object.
+/// The toolkit's display server for web browsers. It ends with this object.
 class BroadwayServer {
 public:
     ~BroadwayServer();
 
-    /// Starts it on a free loopback port and makes it the display of this process. Nothing when it
+    /// Starts it on a free loopback port and makes it the display of this process. False when it
     /// cannot be started.
     bool start();
     /// For the web browser.

@@ -24,8 +24,7 @@ void chooseRenderer() {
         return;
     setenv("GSK_RENDERER", "cairo", 0);
     setenv("GDK_DEBUG", "gl-disable", 0);
-    // The page engine would look for GL at its start all the same, and the first page wait for
-    // that.
+    // Otherwise the page engine still looks for GL when it starts, which delays the first page.
     setenv("WEBKIT_DISABLE_COMPOSITING_MODE", "1", 0);
 }
 

@@ -2,9 +2,8 @@
 
 namespace vistrel {
 
-/// Without a graphics processor the toolkit's detour through GL costs a second and fifty megabytes:
-/// says so to the toolkit before it starts. Changes nothing where there is one, or where the user
-/// has chosen a renderer.
+/// Disables GL if there is no graphics processor: software GL costs a second and fifty megabytes.
+/// Call it before the toolkit starts. Does nothing if the user has chosen a renderer.
 void chooseRenderer();
 
 }

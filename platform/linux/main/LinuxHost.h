@@ -19,8 +19,8 @@
 
 namespace vistrel {
 
-/// The real host: this machine's loop, files, network, page engine and players. Installed while it
-/// lives.
+/// The real host: loop, files, network, page engine and players of this machine. It is the
+/// installed host for its lifetime.
 class LinuxHost {
 public:
     explicit LinuxHost(const std::string& deviceRoot);

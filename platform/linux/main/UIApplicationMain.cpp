@@ -23,7 +23,7 @@ namespace vistrel {
 namespace {
 
 constexpr const char* kApplicationID = "org.vistrel.Vistrel";
-/// What the phone shows while an application starts, by this name.
+/// The phone shows the picture of this name while an application starts.
 constexpr const char* kLaunchPicture = "Default.png";
 
 bool openDisplay(bool serveToBrowser, BroadwayServer& broadway) {
@@ -50,7 +50,7 @@ void openAddress(const std::string& address) {
         application.delegate()->applicationHandleOpenURL(application, *url);
 }
 
-/// Has the process that runs on this device root come to the front.
+/// Raises the process that already runs on this device root.
 int handOver(const RunningInstance& instance, const std::string& deviceRoot,
              const std::string& address) {
     if (instance.activateFirst(address))
@@ -74,7 +74,7 @@ void quitOnSignals(host::EventLoop& loop) {
 /// Launches, shows the window and runs until the application ends.
 int runApplication(const UILaunchOptions& options, const UIMainInterface& mainInterface,
                    LinuxHost& host, RunningInstance& instance) {
-    // The largest picture there is; to make a window takes the toolkit longer than to read it.
+    // The largest picture. The toolkit needs longer to create a window than this takes to read.
     UIImage::readAhead(kLaunchPicture, PhoneWindow::expectedPixelsPerPoint(options.scale));
     PhoneWindow window(options.scale);
     host.setDisplay(&window.screen());
@@ -107,7 +107,7 @@ int UIApplicationMain(int, char*[], const UILaunchOptions& options,
                       const UIMainInterface& mainInterface) {
     gtk_disable_setlocale();
     adoptUserLocale();
-    // Desktops find the application's entry, and with it its icon, by this name.
+    // Desktops find the application's desktop entry and icon by this name.
     g_set_prgname(kApplicationID);
     const std::string deviceRoot =
         options.deviceRoot.empty() ? defaultDeviceRoot() : options.deviceRoot;

@@ -9,7 +9,7 @@ namespace vistrel {
 
 namespace {
 host::Failure missing() {
-    return {ENOSYS, "The mail service is not installed."};
+    return {ENOSYS, "The mail module is not installed."};
 }
 }
 

@@ -6,7 +6,7 @@
 
 namespace vistrel {
 
-/// The mail service, opened when mail is first thought of.
+/// The mail service, loaded on first use.
 class DeferredMailService : public MailService {
 public:
     /// Loop and files must outlive it.

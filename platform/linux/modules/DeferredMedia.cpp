@@ -7,7 +7,7 @@ namespace vistrel {
 
 namespace {
 host::Failure missing() {
-    return {ENOSYS, "The players are not installed."};
+    return {ENOSYS, "The media module is not installed."};
 }
 }
 

@@ -8,7 +8,7 @@
 
 namespace vistrel {
 
-/// The players and the tag reader, opened when first asked for anything.
+/// The players and the tag reader, loaded on first use.
 class DeferredMedia : public host::Media {
 public:
     explicit DeferredMedia(MediaSetup setup);

@@ -8,14 +8,14 @@ namespace vistrel {
 
 namespace {
 
-/// What a transfer is without a network: it fails at the loop's next turn.
+/// A transfer without the network module: fails in the loop's next turn.
 class FailingTransfer : public host::Transfer {
 public:
     FailingTransfer(host::EventLoop& loop, host::TransferClient& client)
         : loop_(loop)
         , failure_(loop.schedule(0, [&client] {
             client.transferDidFail(
-                {host::TransferErrorKind::Other, "The connections are not installed."});
+                {host::TransferErrorKind::Other, "The network module is not installed."});
         })) {}
     ~FailingTransfer() override { loop_.cancel(failure_); }
     FailingTransfer(const FailingTransfer&) = delete;
@@ -51,7 +51,7 @@ host::Reachability DeferredNetwork::reachability() const {
 }
 
 void DeferredNetwork::setReachabilityHandler(std::function<void(host::Reachability)> handler) {
-    // Nobody listens yet where there is no network yet.
+    // Clearing the handler does not need the module.
     if (network_ || handler)
         if (network())
             network_->setReachabilityHandler(std::move(handler));

@@ -7,7 +7,7 @@
 
 namespace vistrel {
 
-/// The connections, opened at the first transfer.
+/// The network, loaded for the first transfer.
 class DeferredNetwork : public host::Network {
 public:
     /// The loop must outlive it.

@@ -26,10 +26,9 @@ std::vector<std::filesystem::path> moduleFolders() {
     return folders;
 }
 
-/// A module's libraries are asked for its symbols first. All but a few of the page engine's are its
-/// own, and the program's eighty libraries would be asked before for each: that is half of the time
-/// it takes to open. Not where something stands in for the C library's memory functions, which all
-/// must then use.
+/// Symbols are looked up in a module's own libraries first. Most of the page engine's symbols are
+/// there, and searching the program's eighty libraries first would take half of the loading time.
+/// Not if something replaces the C library's memory functions, which all code must then share.
 int lookupOrder() {
 #if defined(RTLD_DEEPBIND) && !defined(__SANITIZE_ADDRESS__)
     return std::getenv("LD_PRELOAD") ? 0 : RTLD_DEEPBIND;
@@ -64,7 +63,7 @@ bool NativeModule::open() {
             reason = message;
     }
     if (log_)
-        log_("The module " + file_ + " cannot be opened: " + reason);
+        log_("The module " + file_ + " cannot be loaded: " + reason);
     return false;
 }
 

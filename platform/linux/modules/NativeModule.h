@@ -4,8 +4,8 @@
 
 namespace vistrel {
 
-/// A part of the program in a shared object that is opened when it is first needed. Once opened it
-/// stays: the libraries below it do not survive being closed.
+/// A shared object with a part of the program, loaded on first use and never unloaded, which its
+/// libraries would not survive.
 class NativeModule {
 public:
     using Log = std::function<void(const std::string& line)>;
@@ -14,7 +14,7 @@ public:
     /// (the build tree), and where it is installed relative to the program.
     NativeModule(std::string file, Log log);
 
-    /// The address of a symbol; null when the module cannot be opened, which is logged once.
+    /// The address of a symbol; null if the module cannot be loaded, which is logged once.
     void* symbol(const char* name);
 
 private:

@@ -10,8 +10,9 @@
 
 namespace vistrel {
 
-/// What a screen reader finds of the screen: for each accessible element one invisible child widget
-/// with its role, name and place. It takes no pointer; it carries the keyboard focus of its view.
+/// Exposes the screen to screen readers: an invisible child widget for each accessible element,
+/// with its role, name and frame. Children ignore the pointer and carry the keyboard focus of their
+/// view.
 class AccessibleChildren {
 public:
     explicit AccessibleChildren(GtkWidget* screen)
@@ -20,7 +21,7 @@ public:
     AccessibleChildren(const AccessibleChildren&) = delete;
     AccessibleChildren& operator=(const AccessibleChildren&) = delete;
 
-    /// Makes the children follow what can be perceived now. True when one has to be placed anew.
+    /// Makes the children follow what can be perceived now. True when one must be allocated again.
     bool update(const std::vector<UIAccessibleView>& elements, const CGAffineTransform& toScreen);
     /// Within the screen's allocation.
     void allocate() const;

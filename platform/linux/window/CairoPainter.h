@@ -9,10 +9,10 @@
 
 namespace vistrel {
 
-/// Paints a part of the view tree that holds no foreign content with Cairo.
+/// Paints a part of the view tree without foreign content with Cairo.
 class CairoPainter : public SceneVisitor {
 public:
-    /// Takes `cairo` over, whose clip is the part's. Pictures are painted from the store's
+    /// Takes over `cairo`, whose clip is that of the part. Pictures are painted from the store's
     /// surfaces.
     CairoPainter(cairo_t* cairo, PictureNodes& pictures);
     ~CairoPainter() override;
@@ -28,12 +28,12 @@ public:
     void drawForeign(const CGRect&, host::ForeignContent&) override {}
 
 private:
-    /// Transforms are kept here and paths made in the part's coordinates: a list pushes two for
-    /// each row, and what Cairo saves and restores for one is much more.
+    /// Transforms are kept here and paths built in the part's coordinates: a list pushes two per
+    /// row, and saving and restoring Cairo's state for each would cost far more.
     struct State {
         CGAffineTransform toPart;
         bool isSaved = false; ///< the push has saved Cairo's state
-        double opacity = 1;   ///< of the push; 1 for what is no group
+        double opacity = 1;   ///< of the push; 1 if it is not a group
     };
     State& push();
     void addRectangle(const CGRect& rect);

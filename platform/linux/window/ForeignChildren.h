@@ -9,8 +9,8 @@
 namespace vistrel {
 class ForeignPlacement;
 
-/// The foreign widgets that are children of the screen now: takes them in and lets them go as the
-/// view tree shows them.
+/// The foreign widgets that are currently children of the screen. Adds and removes them as the view
+/// tree shows and hides them.
 class ForeignChildren {
 public:
     explicit ForeignChildren(GtkWidget* screen)
@@ -25,7 +25,7 @@ public:
     void allocate() const;
     /// Whether the widget, or one inside it, has the keyboard focus.
     bool hasFocus() const;
-    /// Lets everything go.
+    /// Removes all children.
     void clear();
     bool isEmpty() const { return children_.empty(); }
 

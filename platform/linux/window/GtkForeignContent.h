@@ -19,9 +19,9 @@ public:
     virtual GtkWidget* widget() { return nullptr; }
     /// Null when the content is a widget.
     virtual ForeignPicture* picture() { return nullptr; }
-    /// How many units of the widget stand for a point when the screen shows `pixelsPerPoint`. The
-    /// screen allocates the frame's size times the answer and scales by its inverse. Content that
-    /// can lay itself out at any size answers `pixelsPerPoint`, and stays crisp.
+    /// The widget's units per point when the screen shows `pixelsPerPoint`. The screen allocates
+    /// the frame's size times the result and scales by its inverse. Content that can lay itself out
+    /// at any size returns `pixelsPerPoint`, and stays crisp.
     virtual double unitsPerPoint(double /*pixelsPerPoint*/) { return 1; }
 };
 

@@ -31,8 +31,8 @@ GdkRGBA gdkColor(const UIColor& color) {
 GskTransform* makeGskTransform(const CGAffineTransform& transform) {
     if (transform.isIdentity())
         return nullptr;
-    // Built from the toolkit's own steps: of a bare matrix it does not know that it is flat, and
-    // the software renderer refuses it.
+    // Built from the toolkit's own steps: it cannot tell that a plain matrix is flat, and the
+    // software renderer refuses it.
     const graphene_point_t offset =
         graphenePoint(static_cast<float>(transform.tx), static_cast<float>(transform.ty));
     GskTransform* result = gsk_transform_translate(nullptr, &offset);
@@ -58,7 +58,7 @@ GskTransform* makeGskTransform(const CGAffineTransform& transform) {
 
 namespace {
 
-/// The snapshot keeps a reference of its own.
+/// The snapshot takes its own reference.
 void transformSnapshot(GtkSnapshot* snapshot, const CGAffineTransform& transform) {
     GskTransform* made = makeGskTransform(transform);
     gtk_snapshot_transform(snapshot, made);
@@ -85,7 +85,7 @@ void GtkSceneVisitor::draw(const SceneRecording& recording) {
 }
 
 void GtkSceneVisitor::paintIntoOneNode(const SceneRecording& recording, std::size_t clip) {
-    // The same node as in the last frame tells the renderer that nothing has changed there.
+    // Reusing the node of the last frame tells the renderer that nothing has changed there.
     auto content = recording.contentOf(clip);
     if (GskRenderNode* kept = nodes_.groupWith(content)) {
         for (std::size_t step = clip + 1; step < recording.endOf(clip); ++step)
@@ -95,7 +95,7 @@ void GtkSceneVisitor::paintIntoOneNode(const SceneRecording& recording, std::siz
         gtk_snapshot_append_node(snapshot_, kept);
         return;
     }
-    // A node of our own: the snapshot's own way to one misplaces it under a scale.
+    // Created directly: the snapshot's function for it misplaces the node under a scale.
     const graphene_rect_t bounds = grapheneRect(recording.rectOf(clip));
     GskRenderNode* node = gsk_cairo_node_new(&bounds);
     {
@@ -190,8 +190,7 @@ void GtkSceneVisitor::drawForeign(const CGRect& rect, host::ForeignContent& cont
     if (GtkWidget* widget = foreign->widget()) {
         if (gtk_widget_get_parent(widget) != screen_)
             return;
-        // The child's allocation holds the whole way from the screen, so go back to the screen
-        // first.
+        // The child's allocation includes the transform from the screen, so undo that first.
         gtk_snapshot_save(snapshot_);
         transformSnapshot(snapshot_, transforms_.back().inverted());
         gtk_widget_snapshot_child(screen_, widget, snapshot_);

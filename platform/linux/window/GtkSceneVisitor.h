@@ -11,15 +11,14 @@ namespace vistrel {
 class ForeignPicture;
 class SceneRecording;
 
-/// Writes the view tree into a GTK snapshot: one render node a piece, the nodes of finished
-/// pictures kept from frame to frame.
+/// Writes the view tree into a GTK snapshot, one render node per piece. Nodes of finished pictures
+/// are kept between frames.
 class GtkSceneVisitor : public SceneVisitor {
 public:
-    /// `screen` is the widget whose children the foreign widgets are; the snapshot stands at its
-    /// coordinates.
+    /// `screen` is the parent of the foreign widgets; the snapshot uses its coordinates.
     GtkSceneVisitor(GtkWidget* screen, GtkSnapshot* snapshot, PictureNodes& nodes);
 
-    /// Everything that a recording has not left out.
+    /// Draws everything that the recording has not left out.
     void draw(const SceneRecording& recording);
 
     void pushTransform(const CGAffineTransform& transform) override;

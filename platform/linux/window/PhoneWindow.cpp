@@ -23,7 +23,7 @@ NativeReference<GdkMonitor> firstMonitor() {
     return NativeReference<GdkMonitor>::adopt(GDK_MONITOR(g_list_model_get_item(monitors, 0)));
 }
 
-/// In halves, so that pictures made for whole scales stay good; never below 1.
+/// In halves, so that pictures made for whole scales stay sharp; never below 1.
 double unitsPerPoint(double asked) {
     const auto monitor = firstMonitor();
     if (asked > 0 || !monitor)
@@ -35,8 +35,8 @@ double unitsPerPoint(double asked) {
     return std::clamp(std::floor(fits * 2) / 2, 1.0, 2.0);
 }
 
-/// Without a window manager the toolkit looks for one at the start and at the end of each frame,
-/// to draw in step with it, and waits for the display's answer each time.
+/// Without a window manager, the toolkit still looks for one to synchronise with at the start and
+/// the end of each frame, and waits for the display's reply each time.
 void drawFreelyWithoutWindowManager(GtkWidget* window) {
 #ifdef GDK_WINDOWING_X11
     GdkSurface* surface = gtk_native_get_surface(GTK_NATIVE(window));
@@ -62,7 +62,7 @@ PhoneWindow::PhoneWindow(double scale)
     screen_ = std::make_unique<ScreenWidget>(factor);
     input_ = std::make_unique<ScreenInput>(*screen_);
     gtk_window_set_title(window_, "Vistrel");
-    // The screen paints all of the window.
+    // The screen paints the whole window.
     gtk_widget_remove_css_class(GTK_WIDGET(window_), "background");
     gtk_window_set_default_size(window_, static_cast<int>(std::lround(kScreenWidth * factor)),
                                 static_cast<int>(std::lround(kScreenHeight * factor)));
@@ -75,7 +75,7 @@ PhoneWindow::PhoneWindow(double scale)
 }
 
 PhoneWindow::~PhoneWindow() {
-    // The application has ended before its window: it must not hear of the window's end.
+    // The application has ended already and must not be told of the window's end.
     g_signal_handlers_disconnect_by_data(window_, this);
     input_.reset();
     screen_.reset();
@@ -90,7 +90,7 @@ gboolean PhoneWindow::closeRequested(GtkWindow*, gpointer self) {
 }
 
 void PhoneWindow::stateChanged(GtkWidget* window, gpointer) {
-    // A window in the background is still seen; only one that is put away has left the foreground.
+    // A window without focus may still be visible; only a hidden one has left the foreground.
     UIApplication::sharedApplication().setState(gtk_widget_get_mapped(window) != FALSE
                                                     ? UIApplicationState::Active
                                                     : UIApplicationState::Background);

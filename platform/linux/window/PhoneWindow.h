@@ -10,13 +10,13 @@
 
 namespace vistrel {
 
-/// The one window, with the phone's screen in it. Tells the application when it becomes active and
-/// when it is hidden.
+/// The one window, which shows the phone's screen. Tells the application when it is shown and
+/// hidden.
 class PhoneWindow {
 public:
-    /// Units per point at the start; 0 picks what fits the monitor.
+    /// Initial units per point; 0 chooses what fits the monitor.
     explicit PhoneWindow(double scale);
-    /// The pixels per point that such a window will begin with.
+    /// The pixels per point that such a window will start with.
     static double expectedPixelsPerPoint(double scale);
     ~PhoneWindow();
     PhoneWindow(const PhoneWindow&) = delete;
@@ -25,7 +25,7 @@ public:
     ScreenWidget& screen() { return *screen_; }
     void setFirstFrameHandler(std::function<void()> handler);
     void setCloseHandler(std::function<void()> handler) { close_ = std::move(handler); }
-    /// Reads the icon theme, which takes a while: after the first frame.
+    /// Slow, because it reads the icon theme: call it after the first frame.
     void setIcon();
     /// Asks the desktop to bring it to the front; `startupToken` is the desktop's permission.
     void raise(const std::string& startupToken);

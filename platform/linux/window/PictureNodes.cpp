@@ -10,7 +10,7 @@ namespace vistrel {
 namespace {
 
 constexpr std::uint64_t kFramesKept = 90;
-/// The toolkit holds what it drew last until it has drawn the next.
+/// The toolkit keeps the last frame until it has drawn the next.
 constexpr std::uint64_t kFramesRetired = 3;
 
 using PictureReference = std::shared_ptr<const Bitmap>;
@@ -19,7 +19,7 @@ void dropReference(void* reference) {
     delete static_cast<PictureReference*>(reference);
 }
 
-/// The bitmap's memory where it lies.
+/// Shares the bitmap's memory.
 cairo_pattern_t* makePixels(const PictureReference& picture) {
     static const cairo_user_data_key_t key{};
     cairo_surface_t* surface = cairo_image_surface_create_for_data(
@@ -33,7 +33,7 @@ cairo_pattern_t* makePixels(const PictureReference& picture) {
     return pixels;
 }
 
-/// The pixels must outlive the node, which would else take a copy of them.
+/// The pixels must outlive the node, which does not copy them.
 GskRenderNode* makePaintingNode(cairo_pattern_t* pixels, CGSize size) {
     const graphene_rect_t bounds =
         grapheneRectangle(0, 0, static_cast<float>(size.width), static_cast<float>(size.height));

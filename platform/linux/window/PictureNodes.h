@@ -12,13 +12,13 @@
 
 namespace vistrel {
 
-/// Makes a picture, given as the pattern of its pixels and stretched over a rectangle, the source
-/// of what is painted next. `transform` leads from the rectangle's coordinates to Cairo's.
+/// Makes a picture, stretched over a rectangle, Cairo's source. `transform` maps the rectangle's
+/// coordinates to Cairo's.
 void setPixelsAsSource(cairo_t* cairo, cairo_pattern_t* pixels, const CGRect& rect,
                        const CGAffineTransform& transform);
 
-/// Render nodes of finished pictures, made once for each picture and content. With the software
-/// renderer a node paints the picture's memory directly; with a GPU it is a texture that stays
+/// Render nodes of finished pictures, created once for each picture and content. With the software
+/// renderer, a node paints from the picture's memory; with a GPU, it is a texture that stays
 /// uploaded.
 class PictureNodes {
 public:
@@ -34,19 +34,18 @@ public:
     /// `size` is used when the node has to be made.
     Node nodeFor(const std::shared_ptr<const Bitmap>& picture, CGSize size);
 
-    /// The picture's memory as it lies, to be painted from in this frame. For the software
-    /// renderer.
+    /// The picture's own memory as a source for this frame. For the software renderer.
     cairo_pattern_t* pixelsOf(const std::shared_ptr<const Bitmap>& picture);
 
     /// A node of several pictures that was kept in the last frame or in this one; null when there
     /// is none with this content. Its pictures must be asked for as well, so that they stay.
     GskRenderNode* groupWith(const std::vector<std::uint64_t>& content);
-    /// Keeps such a node, and takes over the caller's reference.
+    /// Keeps such a node and takes over the caller's reference.
     void keepGroup(std::vector<std::uint64_t> content, GskRenderNode* node);
 
     void setSoftwareRenderer(bool software) { software_ = software; }
     bool isForSoftwareRenderer() const { return software_; }
-    /// Once a frame: forgets what has not been drawn for a while, and the memory behind it.
+    /// Call once per frame: frees what has not been drawn for a while.
     void frameEnded();
     std::size_t size() const { return entries_.size(); }
 

@@ -18,7 +18,7 @@ using Pixels = cairo_rectangle_int_t;
 /// Far beyond any screen, and small enough for sums of two.
 constexpr double kFar = 1 << 20;
 constexpr Pixels kEverywhere{-(1 << 20), -(1 << 20), 1 << 21, 1 << 21};
-/// From so many paints on a clip is worth a node of its own.
+/// A clip with at least this many paints is worth its own node.
 constexpr std::ptrdiff_t kManyPaints = 4;
 
 int pixel(double value) {
@@ -30,13 +30,13 @@ Pixels between(double left, double top, double right, double bottom) {
             std::max(0, pixel(bottom) - pixel(top))};
 }
 
-/// Each pixel that the rectangle touches.
+/// All pixels that the rectangle touches.
 Pixels roundedOut(const CGRect& rect) {
     return between(std::floor(rect.minX()), std::floor(rect.minY()), std::ceil(rect.maxX()),
                    std::ceil(rect.maxY()));
 }
 
-/// Each pixel that lies in it whole.
+/// All pixels that lie completely inside it.
 Pixels roundedIn(const CGRect& rect) {
     return between(std::ceil(rect.minX()), std::ceil(rect.minY()), std::floor(rect.maxX()),
                    std::floor(rect.maxY()));
@@ -143,7 +143,7 @@ void SceneRecording::drawForeign(const CGRect& rect, host::ForeignContent& conte
     step.touched = intersection(state.clip, roundedOut(state.toDevice.apply(rect)));
 }
 
-/// The innermost clip holds what cannot be painted into one node.
+/// The innermost clip contains something that cannot be painted into one node.
 void SceneRecording::keepClipOpen() {
     if (states_.back().openClip != kNone)
         steps_[states_.back().openClip].isOneNode = false;

@@ -8,12 +8,11 @@
 
 namespace vistrel {
 
-/// One walk over the view tree, kept so that it can be drawn with the least work for the software
-/// renderer.
+/// A recorded walk over the view tree, to be drawn with the least work for the software renderer.
 ///
-/// It finds which of the tree's fills and pictures later opaque ones hide altogether:
-/// lists lie over their backgrounds, bars over the window. And it finds the clips whose content is
-/// best painted into one render node, since each node costs a bitmap of its own: those of lists.
+/// It finds fills and pictures that later opaque ones hide completely: lists cover their
+/// backgrounds, bars cover the window. It also finds clips whose content is best painted into a
+/// single render node, because each node costs a bitmap: those of lists.
 class SceneRecording : public SceneVisitor {
 public:
     void pushTransform(const CGAffineTransform& transform) override;
@@ -26,18 +25,17 @@ public:
     /// it is covered, since a widget must keep its place.
     void drawForeign(const CGRect& rect, host::ForeignContent& content) override;
 
-    /// Before a walk: `pixelsPerUnit` are the device pixels in a unit of what the outermost
-    /// transform leads to.
+    /// Call before a walk. `pixelsPerUnit`: device pixels per unit of the outermost coordinates.
     void begin(double pixelsPerUnit);
-    /// After it.
+    /// Call after it.
     void finish();
 
-    /// The calls of the walk, in its order.
+    /// The calls of the walk, in order.
     std::size_t steps() const { return steps_.size(); }
     /// Whether nothing would be seen of a paint or of foreign content.
     bool isCovered(std::size_t step) const { return steps_[step].isCovered; }
-    /// Whether a step is a clip whose content goes into one node. Never one with foreign content or
-    /// another clip in it.
+    /// Whether a step is a clip whose content goes into one node. Such a clip contains neither
+    /// foreign content nor other clips.
     bool isOneNode(std::size_t step) const { return steps_[step].isOneNode; }
     /// The rectangle of a clip, and the step that ends it.
     const CGRect& rectOf(std::size_t step) const { return steps_[step].rect; }
@@ -57,7 +55,7 @@ public:
 
 private:
     enum class Kind { Transform, Clip, Opacity, Pop, Color, Picture, Foreign };
-    /// A call and its arguments, as far as its kind has them.
+    /// A call and its arguments.
     struct Step {
         Kind kind;
         CGRect rect;
@@ -73,7 +71,7 @@ private:
         bool isOneNode = false;
         std::size_t end = 0;
     };
-    /// What the pushes so far come to.
+    /// The combined effect of the pushes so far.
     struct State {
         std::size_t step;     ///< that pushed it
         std::size_t openClip; ///< the step of the innermost clip, or none

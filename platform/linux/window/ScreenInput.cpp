@@ -28,7 +28,7 @@ ScreenInput::ScreenInput(ScreenWidget& screen)
     : screen_(screen)
     , events_(gtk_event_controller_legacy_new())
     , keys_(gtk_event_controller_key_new()) {
-    // Before the children see it: an alert may lie over the page.
+    // Before the children receive it: an alert may cover the page.
     gtk_event_controller_set_propagation_phase(events_, GTK_PHASE_CAPTURE);
     g_signal_connect(events_, "event", G_CALLBACK(onEvent), this);
     g_signal_connect(keys_, "key-pressed", G_CALLBACK(onKey), this);

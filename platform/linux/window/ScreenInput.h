@@ -7,9 +7,8 @@ namespace vistrel {
 class ScreenWidget;
 struct UIKey;
 
-/// Touches, mouse, wheel and keyboard of the screen widget on their way into the application. An
-/// event over foreign content that nothing covers goes to that content; every other event is the
-/// application's.
+/// Passes touches, mouse, wheel and keyboard events of the screen widget to the application, except
+/// events over uncovered foreign content, which go to that content.
 class ScreenInput {
 public:
     explicit ScreenInput(ScreenWidget& screen);

@@ -24,7 +24,7 @@ constexpr double kDescribeSeconds = 0.2; ///< after the last frame
 
 struct ScreenWidget::Instance {
     GtkWidget parent;
-    ScreenWidget* owner; ///< null once the widget has outlived it
+    ScreenWidget* owner; ///< null if the widget outlives it
 };
 
 struct ScreenWidget::Class {
@@ -108,7 +108,7 @@ void ScreenWidget::placeForeign() {
 }
 
 void ScreenWidget::describeLater() {
-    // Once movement has ended: nobody follows a list's names while it rolls.
+    // Only once movement has ended: screen readers need not follow a scrolling list.
     describeAt_ = host::current().loop->now() + kDescribeSeconds;
     if (describing_ == 0)
         waitToDescribe(kDescribeSeconds);
@@ -117,7 +117,7 @@ void ScreenWidget::describeLater() {
 void ScreenWidget::waitToDescribe(double seconds) {
     describing_ = host::current().loop->schedule(seconds, [this] {
         describing_ = 0;
-        // Frames since then have put it off.
+        // Later frames have postponed it.
         const double left = describeAt_ - host::current().loop->now();
         if (left > 0)
             waitToDescribe(left);
@@ -191,7 +191,7 @@ void ScreenWidget::snapshot(GtkWidget* widget, GtkSnapshot* snapshot) {
 
 void ScreenWidget::drawFrame(GtkSnapshot* snapshot) {
     const bool seesForeign = drawScreen(snapshot);
-    // What has come new has no place yet; the next frame gives it one.
+    // New children have no allocation yet; they get one in the next frame.
     if (seesForeign && !sawForeign_)
         requestFrame();
     sawForeign_ = seesForeign;
@@ -230,7 +230,7 @@ bool ScreenWidget::saveScreenshot(const std::string& machinePath) {
     GtkNative* native = gtk_widget_get_native(widget_);
     if (!native || width() == 0)
         return false;
-    // Drawn here and now: what the toolkit has drawn last may be older than the view tree.
+    // Drawn now: the toolkit's last frame may be older than the view tree.
     GtkSnapshot* snapshot = gtk_snapshot_new();
     drawScreen(snapshot);
     GskRenderNode* node = gtk_snapshot_free_to_node(snapshot);

@@ -12,18 +12,18 @@
 
 namespace vistrel {
 
-/// The one widget of the window: shows the phone's screen, scaled to fit, and hands its touches and
-/// keys to the application. It is also the layer's display: frames are made only when asked for.
+/// The window's widget: shows the phone's screen scaled to fit. It is also the display of the host:
+/// frames are drawn only on request.
 class ScreenWidget : public host::Display {
 public:
-    /// `unitsPerPoint` are the window's units that a point will take, as long as the widget has no
-    /// size: the application asks for its first pictures before that.
+    /// `unitsPerPoint` is used until the widget has a size: the application draws its first
+    /// pictures before that.
     explicit ScreenWidget(double unitsPerPoint);
     ~ScreenWidget() override;
     ScreenWidget(const ScreenWidget&) = delete;
     ScreenWidget& operator=(const ScreenWidget&) = delete;
 
-    /// What stands in the window.
+    /// The native widget.
     GtkWidget* widget() const { return widget_; }
 
     void requestFrame() override;
@@ -34,7 +34,7 @@ public:
 
     /// Called once, after the first frame is on screen.
     void setFirstFrameHandler(std::function<void()> handler) { firstFrame_ = std::move(handler); }
-    /// Points of the screen to coordinates of this widget.
+    /// From points of the screen to coordinates of this widget.
     CGAffineTransform screenTransform() const;
 
 private:
@@ -62,7 +62,7 @@ private:
     void describeLater();
     void waitToDescribe(double seconds);
     void describe();
-    /// Black where the window is wider or higher than the phone's screen.
+    /// Black where the window is wider or taller than the phone's screen.
     void fillBeside(GtkSnapshot* snapshot) const;
 
     GtkWidget* widget_;
