@@ -24,6 +24,9 @@ public:
     void cachedFileDownloadDidFail(GADCachedFile&, const NSError* error) override {
         events.push_back(error ? "fail " + std::to_string(error->code()) : "fail");
     }
+    std::optional<NSError> cachedFileShouldRedirectToURL(GADCachedFile&, const NSURL&) override {
+        return std::nullopt;
+    }
 
     std::vector<std::string> events;
 };
@@ -43,14 +46,14 @@ protected:
     }
 
     void fetch(GADCachedFile& file) {
-        delegate_.events.clear();
+        delegate_->events.clear();
         file.validate();
-        const bool isOver = turnUntil([&] { return !delegate_.events.empty(); });
+        const bool isOver = turnUntil([&] { return !delegate_->events.empty(); });
         file.cancel();
         ASSERT_TRUE(isOver);
     }
     std::shared_ptr<GADCachedFile> fileAt(const std::string& path) {
-        return GADCachedFile::withDelegateURL(&delegate_, *NSURL::URLWithString(server_.url(path)));
+        return GADCachedFile::withDelegateURL(delegate_, *NSURL::URLWithString(server_.url(path)));
     }
     struct stat statOf(GADCachedFile& file) {
         struct stat status {};
@@ -69,7 +72,7 @@ protected:
     CurlNetwork network_{loop_};
     LoopbackServer server_;
     host::Host host_;
-    RecordingDelegate delegate_;
+    std::shared_ptr<RecordingDelegate> delegate_ = std::make_shared<RecordingDelegate>();
 };
 
 TEST_F(CachedFileOverLoopback, AFetchedCopyIsRevalidatedByItsTime) {
@@ -77,7 +80,7 @@ TEST_F(CachedFileOverLoopback, AFetchedCopyIsRevalidatedByItsTime) {
     server_.at("/script", "HTTP/1.1 200 OK\r\nLast-Modified: Sat, 01 Jan 2011 12:00:00 GMT\r\n"
                           "Content-Length: 6\r\n\r\nvar a;");
     fetch(*file);
-    EXPECT_THAT(delegate_.events, ::testing::ElementsAre("end"));
+    EXPECT_THAT(delegate_->events, ::testing::ElementsAre("end"));
     EXPECT_EQ(statOf(*file).st_mtime, 1293883200);
     EXPECT_EQ(statOf(*file).st_atime, 1293883200);
     EXPECT_EQ(file->content(), "var a;");
@@ -88,7 +91,7 @@ TEST_F(CachedFileOverLoopback, AFetchedCopyIsRevalidatedByItsTime) {
     fetch(*file);
     EXPECT_THAT(server_.requests().back(),
                 ::testing::HasSubstr("If-Modified-Since: Sat, 01 Jan 2011 12:00:00\r\n"));
-    EXPECT_THAT(delegate_.events, ::testing::ElementsAre("end"));
+    EXPECT_THAT(delegate_->events, ::testing::ElementsAre("end"));
     EXPECT_EQ(file->httpStatusCode(), 304);
     EXPECT_EQ(file->content(), "var a;");
 
