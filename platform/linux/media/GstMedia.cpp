@@ -3,6 +3,7 @@
 #include "platform/linux/media/TagLibReader.h"
 
 #include <libsoup/soup.h>
+#include <malloc.h>
 
 #include <cerrno>
 #include <string_view>
@@ -18,6 +19,15 @@ void startGStreamer() {
         return true;
     }();
     static_cast<void>(started);
+}
+
+/// The renderer takes and frees bitmaps as large as the window for each frame of a film. Left to
+/// itself the allocator maps each from the system, whose fresh pages cost more than the painting.
+void keepLargeBlocks() {
+#ifdef __GLIBC__
+    mallopt(M_MMAP_THRESHOLD, 16 << 20);
+    mallopt(M_TRIM_THRESHOLD, 32 << 20);
+#endif
 }
 
 /// The device path of a file address; empty when it is none.
@@ -74,6 +84,7 @@ PlaybackSource GstMedia::sourceOf(const std::string& url) const {
 
 std::unique_ptr<host::MoviePlayback> GstMedia::createMoviePlayback(const std::string& url) {
     startGStreamer();
+    keepLargeBlocks();
     return std::make_unique<GstPlayback>(sourceOf(url), GstPlayback::Picture::Shown, sound_);
 }
 
