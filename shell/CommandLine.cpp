@@ -38,6 +38,11 @@ std::string storeValue(CommandLine& line, std::string_view option, const std::st
         return isWebAddress(value) ? ""
                                    : "--site needs an http or https address, not '" + value + "'";
     }
+    if (option == "--ads") {
+        line.adServer = value;
+        return isWebAddress(value) ? ""
+                                   : "--ads needs an http or https address, not '" + value + "'";
+    }
     if (option == "--device-root")
         line.deviceRoot = value;
     else if (option == "--tour")
@@ -61,8 +66,9 @@ CommandLine CommandLine::parse(std::span<char* const> arguments) {
             value = std::string(option.substr(equals + 1));
             option = option.substr(0, equals);
         }
-        const bool takesValue = option == "--site" || option == "--device-root" ||
-                                option == "--scale" || option == "--tour";
+        const bool takesValue = option == "--site" || option == "--ads" ||
+                                option == "--device-root" || option == "--scale" ||
+                                option == "--tour";
         if (takesValue && !value) {
             if (i + 1 == arguments.size())
                 return refuse(std::string(option) + " needs a value");
@@ -100,6 +106,7 @@ std::string CommandLine::helpText() {
            "Browses sites for video and music, downloads it and plays it. Opens the page at URL.\n"
            "\n"
            "  --site URL         the content site (default: from the settings file)\n"
+           "  --ads URL          the ad server (default: from the settings file)\n"
            "  --device-root DIR  folder of the device's files\n"
            "                     (default: $XDG_DATA_HOME/vistrel/device)\n"
            "  --scale N          window pixels per point, above 0 and at most 8\n"

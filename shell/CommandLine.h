@@ -8,6 +8,7 @@ namespace vistrel {
 /// What the program's command line says.
 struct CommandLine {
     std::string site;          ///< address of the content site; empty: as set
+    std::string adServer;      ///< address of the ad server; empty: as set
     std::string openAddress;   ///< address of a page to show; empty: the menu
     std::string deviceRoot;    ///< empty: the default
     double scale = 0;          ///< 0: what fits the monitor

@@ -1,5 +1,6 @@
 #include "shell/MainInterface.h"
 
+#include "ads/Opener/GADSafetyPolicy.h"
 #include "platform/foundation/Weakly.h"
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UIScreen.h"
@@ -11,6 +12,7 @@
 namespace vistrel {
 
 std::shared_ptr<UIApplicationDelegate> makeMainInterface() {
+    GADSafetyPolicy::setShared(GADSafetyPolicy{});
     auto delegate = std::make_shared<VistrelAppDelegate>();
     delegate->setWindow(std::make_shared<UIWindow>(UIScreen::mainScreen().bounds()));
     delegate->setNavigationController(

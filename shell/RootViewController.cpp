@@ -1,11 +1,15 @@
 #include "shell/RootViewController.h"
 
+#include "ads/GADSettings.h"
+#include "ads/Request/GADRequest.h"
+#include "ads/View/GADBannerView.h"
 #include "catalogue/MoviesViewController.h"
 #include "catalogue/TVShowsViewController.h"
 #include "downloads/DownloadsViewController.h"
 #include "platform/foundation/NSBundle.h"
 #include "platform/foundation/Weakly.h"
 #include "platform/graphics/UIImage.h"
+#include "platform/uikit/CADisplayLink.h"
 #include "platform/uikit/UIBarButtonItem.h"
 #include "platform/uikit/UIButton.h"
 #include "platform/uikit/UIImageView.h"
@@ -35,6 +39,9 @@ constexpr int kMoreSitesSection = 3;
 constexpr int kMusicRow = 2;
 constexpr double kLogoHeight = 75;
 constexpr double kHeaderHeight = 32;
+constexpr double kBannerWidth = 320;
+constexpr double kBannerHeight = 50;
+constexpr double kNavigationBarHeight = 44;
 
 constexpr UIColor kBarTint = UIColor::colorWithRedGreenBlueAlpha(0.156F, 0.155F, 0.198F, 1);
 constexpr UIColor kTableBackground = UIColor::colorWithRedGreenBlueAlpha(0.114F, 0.113F, 0.143F, 1);
@@ -98,6 +105,31 @@ void RootViewController::viewDidLoad() {
                                    weakly(this, &RootViewController::presentHelpOptions)));
     tableView_->setBackgroundColor(kTableBackground);
     buildLists();
+    addBanner();
+}
+
+void RootViewController::addBanner() {
+    if (gadSettingValue(kGADEnabled) == "no")
+        return;
+    const double y = view()->frame().size.height - kBannerHeight - kNavigationBarHeight;
+    bannerView_ = GADBannerView::withFrame(CGRectMake(0, y, kBannerWidth, kBannerHeight));
+    bannerView_->setAdUnitID(settingValue(kBannerAdUnitID));
+    bannerView_->setRootViewController(weak_from_this());
+    view()->addSubview(bannerView_);
+    loadBannerAfterFirstFrame();
+}
+
+/// The ad brings up the page engine, which takes longer than the whole menu. The second frame is
+/// asked for when the first one is on the screen.
+void RootViewController::loadBannerAfterFirstFrame() {
+    bannerWait_ = std::make_unique<CADisplayLink>([this](double) {
+        if (!std::exchange(firstFrameHasBegun_, true))
+            return;
+        bannerWait_->stop();
+        if (bannerView_)
+            bannerView_->loadRequest(GADRequest::request());
+    });
+    bannerWait_->start();
 }
 
 void RootViewController::buildLists() {
@@ -126,6 +158,7 @@ void RootViewController::viewDidUnload() {
     tableView_->setDelegate({});
     tableView_->setDataSource({});
     titleButton_.reset();
+    bannerView_.reset();
 }
 
 void RootViewController::presentAboutPage() {

@@ -11,6 +11,8 @@
 #include <vector>
 
 namespace vistrel {
+class CADisplayLink;
+class GADBannerView;
 class UIButton;
 class UIImage;
 class UITableView;
@@ -44,6 +46,8 @@ public:
     void setVIPSection(std::vector<MenuRecord> list) { VIPSection_ = std::move(list); }
     const std::shared_ptr<UITableView>& tableView() const { return tableView_; }
     void setTableView(std::shared_ptr<UITableView> tableView);
+    /// Null while the view is not loaded, and where the settings leave ads out.
+    const std::shared_ptr<GADBannerView>& bannerView() const { return bannerView_; }
 
     void presentAboutPage();
     void presentHelpOptions();
@@ -77,6 +81,8 @@ public:
 
 private:
     void buildLists();
+    void addBanner();
+    void loadBannerAfterFirstFrame();
     const std::vector<MenuRecord>& recordsOfSection(int section) const;
     /// Null for a row that there is not.
     const MenuRecord* recordAt(const NSIndexPath& indexPath) const;
@@ -92,6 +98,9 @@ private:
     std::vector<MenuRecord> VIPSection_;
     std::shared_ptr<UIButton> titleButton_;
     std::shared_ptr<UITableView> tableView_;
+    std::shared_ptr<GADBannerView> bannerView_;
+    std::unique_ptr<CADisplayLink> bannerWait_; ///< for the first frame
+    bool firstFrameHasBegun_ = false;
 };
 
 }

@@ -1,3 +1,5 @@
+#include "ads/GADServer.h"
+#include "platform/foundation/NSURL.h"
 #include "platform/uikit/UIApplicationDelegate.h"
 #include "platform/uikit/UIApplicationMain.h"
 #include "settings/Settings.h"
@@ -36,6 +38,8 @@ int main(int argc, char* argv[]) {
 
     if (!line.site.empty())
         overrideSetting(kContentSiteBaseURL, line.site);
+    if (const auto adServer = NSURL::URLWithString(line.adServer))
+        useGADServer(*adServer);
     if (line.careful)
         overrideSetting(kCarefulManners, "yes");
     UILaunchOptions options;

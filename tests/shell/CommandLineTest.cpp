@@ -15,11 +15,12 @@ CommandLine parse(std::vector<std::string> words) {
 }
 
 TEST(CommandLine, EveryOptionIsTakenInBothForms) {
-    const CommandLine line =
-        parse({"--site", "http://127.0.0.1:8080", "--device-root=/tmp/d", "--scale", "1.5",
-               "--tour=/tmp/t", "--browser", "--careful", "https://films.example/a?b=c"});
+    const CommandLine line = parse({"--site", "http://127.0.0.1:8080", "--device-root=/tmp/d",
+                                    "--scale", "1.5", "--tour=/tmp/t", "--browser", "--careful",
+                                    "--ads=http://127.0.0.1:81", "https://films.example/a?b=c"});
     EXPECT_EQ(line.action, CommandLine::Action::Run);
     EXPECT_EQ(line.site, "http://127.0.0.1:8080");
+    EXPECT_EQ(line.adServer, "http://127.0.0.1:81");
     EXPECT_EQ(line.deviceRoot, "/tmp/d");
     EXPECT_EQ(line.scale, 1.5);
     EXPECT_EQ(line.tourDirectory, "/tmp/t");
@@ -42,6 +43,7 @@ TEST(CommandLine, WhatIsWrongIsSaidInOneLine) {
         {{"--site", "not an address"}, "not an address"},
         {{"--site=file:///etc/passwd"}, "http"},
         {{"--site=http://"}, "http"},
+        {{"--ads=ftp://a.example"}, "ftp"},
         {{"--scale", "0"}, "'0'"},
         {{"--scale", "9"}, "'9'"},
         {{"--scale", "2x"}, "'2x'"},

@@ -1,5 +1,6 @@
 #include "shell/RootViewController.h"
 
+#include "ads/View/GADBannerView.h"
 #include "downloads/DownloadsViewController.h"
 #include "platform/uikit/UILabel.h"
 #include "platform/uikit/UITableView.h"
@@ -128,6 +129,37 @@ TEST_F(RootTest, EveryRowShowsTheDisclosureIndicatorAndAnUntranslatedTitleStands
     for (const auto& cell : menu_->tableView()->visibleCells()) {
         EXPECT_EQ(cell->accessoryType(), UITableViewCellAccessoryType::DisclosureIndicator);
         EXPECT_FALSE(cell->textLabel().text().empty());
+    }
+}
+
+class BannerTest : public support::ScreenTest {};
+
+TEST_F(BannerTest, TheBannerLiesAboveTheLowerEdgeAndLoadsAfterTheFirstFrame) {
+    const struct {
+        const char* enabled;
+        const char* server;
+        bool hasBanner;
+        std::size_t requests;
+    } cases[] = {{"yes", "ads.example:81", true, 1}, {"yes", "", true, 0}, {"no", "a", false, 0}};
+    for (const auto& [enabled, server, hasBanner, requests] : cases) {
+        network().forgetRequests();
+        deterministicHost().settings = {{"ads/enabled", enabled},
+                                        {"ads/static-content-host", server}};
+        const auto menu = std::make_shared<RootViewController>();
+        push(menu);
+        EXPECT_TRUE(network().requests().empty());
+        settle();
+        ASSERT_EQ(menu->bannerView() != nullptr, hasBanner);
+        EXPECT_EQ(network().requests().size(), requests);
+        if (requests > 0) {
+            EXPECT_EQ(network().requestedURLs().front(),
+                      "http://ads.example:81/afma/sdk-core-v40.js");
+        }
+        if (hasBanner) {
+            EXPECT_EQ(menu->bannerView()->frame(), CGRectMake(0, 366, 320, 50));
+        }
+        navigation().popViewControllerAnimated(false);
+        settle();
     }
 }
 
