@@ -5,9 +5,10 @@
 
 namespace vistrel::demo {
 
-DemoServer::DemoServer(const std::string& mediaFolder)
+DemoServer::DemoServer(const std::string& mediaFolder, std::string ownAdFile)
     : server_(soup_server_new("server-header", "demo", "raw-paths", TRUE, nullptr))
     , site_(mediaFolder) {
+    site_.ownAdFile = std::move(ownAdFile);
     soup_server_add_handler(server_, nullptr, onRequest, this, nullptr);
 }
 

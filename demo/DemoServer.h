@@ -12,7 +12,7 @@ namespace vistrel::demo {
 /// Answers requests on 127.0.0.1 with the site's pages. Runs on the main loop.
 class DemoServer {
 public:
-    explicit DemoServer(const std::string& mediaFolder);
+    DemoServer(const std::string& mediaFolder, std::string ownAdFile);
     DemoServer(const DemoServer&) = delete;
     DemoServer& operator=(const DemoServer&) = delete;
     ~DemoServer();

@@ -5,12 +5,15 @@
 namespace vistrel::demo {
 namespace {
 bool takesValue(std::string_view option) {
-    return option == "--port" || option == "--media" || option == "--print-address";
+    return option == "--port" || option == "--media" || option == "--print-address" ||
+           option == "--own-ad";
 }
 
 bool setValue(Options& options, std::string_view option, const std::string& value) {
     if (option == "--media") {
         options.mediaFolder = value;
+    } else if (option == "--own-ad") {
+        options.ownAdFile = value;
     } else if (option == "--print-address") {
         options.addressFile = value;
     } else {
@@ -62,6 +65,7 @@ prints its address in one line once it answers.
   --port N              port to listen on; 0, the default, takes a free one
   --media DIR           folder with the media files
   --print-address FILE  write the address to FILE as well
+  --own-ad FILE         page to serve as the ad "own", read at each request
   --exit-with-parent    end when the process that started it ends, or when the
                         pipe on standard input is closed
   --list                print every address served, with its title, and exit

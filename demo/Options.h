@@ -10,6 +10,7 @@ struct Options {
     unsigned port = 0; ///< 0: any free one
     std::string mediaFolder;
     std::string addressFile; ///< where the address is written once the site answers; empty: none
+    std::string ownAdFile;   ///< page served as the ad "own"; empty: none
     bool exitWithParent = false;
     bool list = false;
     bool help = false;

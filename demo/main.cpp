@@ -72,7 +72,7 @@ int main(int count, char** arguments) {
             printAddresses();
         return 0;
     }
-    DemoServer server(options->mediaFolder);
+    DemoServer server(options->mediaFolder, options->ownAdFile);
     const std::string address = server.listen(options->port, complaint);
     if (address.empty() || !announce(address, options->addressFile)) {
         std::cerr << "vistrel-demo-site: "
