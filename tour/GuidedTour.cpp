@@ -4,6 +4,7 @@
 #include "platform/host/Display.h"
 #include "platform/host/EventLoop.h"
 #include "platform/host/Host.h"
+#include "tour/AdTour.h"
 #include "tour/CatalogueTour.h"
 #include "tour/HelpTour.h"
 #include "tour/MainJobTour.h"
@@ -41,6 +42,8 @@ void GuidedTour::start() {
     for (TourStep& step : helpTour())
         steps_.push_back(std::move(step));
     for (TourStep& step : catalogueTour())
+        steps_.push_back(std::move(step));
+    for (TourStep& step : adTour())
         steps_.push_back(std::move(step));
     tourBegan_ = NSRunLoop::now();
     beginStep();
