@@ -75,56 +75,34 @@ void CGContext::setAlpha(float alpha) {
     state_.alpha = alpha;
 }
 
-void CGContext::setShadow(double dx, double dy, double blur, const UIColor& color) {
-    state_.shadow = {dx, dy, blur, color};
-}
-
 void CGContext::setSource(const UIColor& color) {
     cairo_set_source_rgba(cairo_, color.red, color.green, color.blue, color.alpha * state_.alpha);
 }
 
 void CGContext::fillRect(const CGRect& rect) {
-    if (state_.fillColor.alpha == 0) {
-        clearRect(rect);
-        return;
-    }
-    drawShaded([&] {
-        setSource(state_.fillColor);
-        cairo_new_path(cairo_);
-        cairo_rectangle(cairo_, rect.minX(), rect.minY(), rect.size.width, rect.size.height);
-        cairo_fill(cairo_);
-    });
-}
-
-void CGContext::clearRect(const CGRect& rect) {
     cairo_save(cairo_);
-    cairo_set_operator(cairo_, CAIRO_OPERATOR_CLEAR);
+    if (state_.fillColor.alpha == 0) {
+        cairo_set_operator(cairo_, CAIRO_OPERATOR_CLEAR);
+    }
+    setSource(state_.fillColor);
     cairo_new_path(cairo_);
     cairo_rectangle(cairo_, rect.minX(), rect.minY(), rect.size.width, rect.size.height);
     cairo_fill(cairo_);
     cairo_restore(cairo_);
 }
 
-void CGContext::strokeRect(const CGRect& rect) {
-    beginPath();
-    addRect(rect);
-    strokePath();
-}
-
 void CGContext::fillEllipse(const CGRect& rect) {
     if (rect.isEmpty()) {
         return;
     }
-    drawShaded([&] {
-        cairo_save(cairo_);
-        cairo_new_path(cairo_);
-        cairo_translate(cairo_, rect.midX(), rect.midY());
-        cairo_scale(cairo_, rect.size.width / 2, rect.size.height / 2);
-        cairo_arc(cairo_, 0, 0, 1, 0, 2 * M_PI);
-        cairo_restore(cairo_);
-        setSource(state_.fillColor);
-        cairo_fill(cairo_);
-    });
+    cairo_save(cairo_);
+    cairo_new_path(cairo_);
+    cairo_translate(cairo_, rect.midX(), rect.midY());
+    cairo_scale(cairo_, rect.size.width / 2, rect.size.height / 2);
+    cairo_arc(cairo_, 0, 0, 1, 0, 2 * M_PI);
+    cairo_restore(cairo_);
+    setSource(state_.fillColor);
+    cairo_fill(cairo_);
 }
 
 void CGContext::beginPath() {
@@ -151,10 +129,6 @@ void CGContext::closePath() {
     cairo_close_path(cairo_);
 }
 
-void CGContext::addRect(const CGRect& rect) {
-    cairo_rectangle(cairo_, rect.minX(), rect.minY(), rect.size.width, rect.size.height);
-}
-
 void CGContext::addRoundedRect(const CGRect& rect, double radius) {
     const double r = std::min({radius, rect.size.width / 2, rect.size.height / 2});
     cairo_new_sub_path(cairo_);
@@ -166,17 +140,13 @@ void CGContext::addRoundedRect(const CGRect& rect, double radius) {
 }
 
 void CGContext::fillPath() {
-    drawShaded([&] {
-        setSource(state_.fillColor);
-        cairo_fill(cairo_);
-    });
+    setSource(state_.fillColor);
+    cairo_fill(cairo_);
 }
 
 void CGContext::strokePath() {
-    drawShaded([&] {
-        setSource(state_.strokeColor);
-        cairo_stroke(cairo_);
-    });
+    setSource(state_.strokeColor);
+    cairo_stroke(cairo_);
 }
 
 void CGContext::clipToPath() {
@@ -257,19 +227,17 @@ void CGContext::drawBitmapPart(const Bitmap& bitmap, const CGRect& source, const
     cairo_matrix_init_scale(&matrix, width / rect.size.width, height / rect.size.height);
     cairo_matrix_translate(&matrix, -rect.minX(), -rect.minY());
     cairo_pattern_set_matrix(pattern, &matrix);
-    drawShaded([&] {
-        cairo_save(cairo_);
-        cairo_new_path(cairo_);
-        cairo_rectangle(cairo_, rect.minX(), rect.minY(), rect.size.width, rect.size.height);
-        cairo_set_source(cairo_, pattern);
-        if (state_.alpha == 1) {
-            cairo_fill(cairo_);
-        } else {
-            cairo_clip(cairo_);
-            cairo_paint_with_alpha(cairo_, state_.alpha);
-        }
-        cairo_restore(cairo_);
-    });
+    cairo_save(cairo_);
+    cairo_new_path(cairo_);
+    cairo_rectangle(cairo_, rect.minX(), rect.minY(), rect.size.width, rect.size.height);
+    cairo_set_source(cairo_, pattern);
+    if (state_.alpha == 1) {
+        cairo_fill(cairo_);
+    } else {
+        cairo_clip(cairo_);
+        cairo_paint_with_alpha(cairo_, state_.alpha);
+    }
+    cairo_restore(cairo_);
     cairo_pattern_destroy(pattern);
     cairo_surface_destroy(surface);
 }

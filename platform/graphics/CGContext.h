@@ -3,7 +3,6 @@
 #include "platform/graphics/CGGeometry.h"
 #include "platform/graphics/UIColor.h"
 
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -45,14 +44,9 @@ public:
     void setStrokeColor(const UIColor& color);
     void setLineWidth(double width);
     void setAlpha(float alpha);
-    /// Everything drawn is shaded with this, until restoreGState. Offset in points, blur radius in
-    /// points.
-    void setShadow(double dx, double dy, double blur, const UIColor& color);
 
     /// A clear colour replaces what is there; others are painted over it.
     void fillRect(const CGRect& rect);
-    void clearRect(const CGRect& rect);
-    void strokeRect(const CGRect& rect);
     void fillEllipse(const CGRect& rect);
 
     void beginPath();
@@ -61,7 +55,6 @@ public:
     void curveTo(double c1x, double c1y, double c2x, double c2y, double x, double y);
     void arc(double x, double y, double radius, double startAngle, double endAngle);
     void closePath();
-    void addRect(const CGRect& rect);
     void addRoundedRect(const CGRect& rect, double radius);
     void fillPath();
     void strokePath();
@@ -80,8 +73,6 @@ public:
     /// Stretches the part `source` (pixels) of the bitmap over `rect`.
     void drawBitmapPart(const Bitmap& bitmap, const CGRect& source, const CGRect& rect);
 
-    /// Runs `drawing` with the shadow that is set, if any, under what it draws.
-    void drawShaded(const std::function<void()>& drawing);
     /// The drawing surface's handle, for the drawing code of this folder.
     _cairo* native() const { return cairo_; }
     double pixelsPerPoint() const { return pixelsPerPoint_; }
@@ -89,22 +80,14 @@ public:
     float alpha() const { return state_.alpha; }
 
 private:
-    struct Shadow {
-        double dx = 0;
-        double dy = 0;
-        double blur = 0;
-        UIColor color = UIColor::clearColor();
-    };
     /// What saveGState keeps beside the surface's own state.
     struct State {
         UIColor fillColor;
         UIColor strokeColor;
         float alpha = 1;
-        Shadow shadow;
     };
     void setSource(const UIColor& color);
     void paintGradient(_cairo_pattern* pattern, const CGGradient& gradient);
-    void paintShadow(_cairo_pattern* shape);
 
     std::shared_ptr<Bitmap> bitmap_;
     double pixelsPerPoint_;

@@ -100,17 +100,15 @@ void drawInRectWithFont(const std::string& text, const CGRect& rect, const UIFon
     if (!whole) {
         layout = TextLayout::layoutFor(text, font, rect.size.width, mode);
     }
-    context->drawShaded([&] {
-        if (mode != UILineBreakMode::Clip) {
-            drawLines(*context, layout, rect, font, alignment);
-            return;
-        }
-        context->saveGState();
-        context->clipToRect(CGRectMake(rect.minX(), rect.minY(), rect.size.width,
-                                       std::max(rect.size.height, font.lineHeight())));
+    if (mode != UILineBreakMode::Clip) {
         drawLines(*context, layout, rect, font, alignment);
-        context->restoreGState();
-    });
+        return;
+    }
+    context->saveGState();
+    context->clipToRect(CGRectMake(rect.minX(), rect.minY(), rect.size.width,
+                                   std::max(rect.size.height, font.lineHeight())));
+    drawLines(*context, layout, rect, font, alignment);
+    context->restoreGState();
 }
 
 UIFont fontThatFits(const std::string& text, const UIFont& font, double width, double minimum) {

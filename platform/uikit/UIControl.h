@@ -25,7 +25,6 @@ public:
     explicit UIControl(CGRect frame = {});
 
     void addTarget(std::function<void()> action, unsigned controlEvents);
-    void removeAllTargets() { targets_.clear(); }
     void sendActionsForControlEvents(unsigned controlEvents);
 
     bool isEnabled() const { return enabled_; }

@@ -34,7 +34,6 @@ void UIEventDispatcher::sendTouch(UITouchPhase phase, CGPoint location, double t
     }
     touch_->phase = phase;
     touch_->timestamp = timestamp;
-    touch_->previousWindowLocation = touch_->windowLocation;
     touch_->windowLocation = location;
     if (phase == UITouchPhase::Moved) {
         moved();
@@ -56,7 +55,7 @@ bool UIEventDispatcher::touchBeginsInForeignContent(CGPoint location, double tim
     UITouch touch;
     touch.view = hit;
     touch.timestamp = timestamp;
-    touch.windowLocation = touch.previousWindowLocation = touch.startWindowLocation = location;
+    touch.windowLocation = touch.startWindowLocation = location;
     (void)hit->touchWillBeginInside(touch);
     return true;
 }
@@ -65,7 +64,7 @@ void UIEventDispatcher::began(CGPoint location, double timestamp) {
     countTap(location, timestamp);
     UITouch touch;
     touch.timestamp = timestamp;
-    touch.windowLocation = touch.previousWindowLocation = touch.startWindowLocation = location;
+    touch.windowLocation = touch.startWindowLocation = location;
     touch.tapCount = tapCount_;
     auto hit = root_.hitTest(location);
     if (hit.get() == &root_) {

@@ -8,8 +8,4 @@ CGPoint UITouch::locationInView(const UIView& inView) const {
     return inView.transformToRoot().inverted().apply(windowLocation);
 }
 
-CGPoint UITouch::previousLocationInView(const UIView& inView) const {
-    return inView.transformToRoot().inverted().apply(previousWindowLocation);
-}
-
 }

@@ -14,14 +14,12 @@ public:
     UITouchPhase phase = UITouchPhase::Began;
     double timestamp = 0;   ///< monotonic seconds
     CGPoint windowLocation; ///< on the screen, points
-    CGPoint previousWindowLocation;
     CGPoint startWindowLocation;
     int tapCount = 1;
     std::weak_ptr<UIView> view; ///< the view that was hit
 
     /// Where it is in `view`'s coordinates.
     CGPoint locationInView(const UIView& inView) const;
-    CGPoint previousLocationInView(const UIView& inView) const;
 };
 
 }

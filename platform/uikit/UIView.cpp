@@ -109,21 +109,6 @@ void UIView::insertSubviewBelowSubview(std::shared_ptr<UIView> view, const UIVie
     insertSubviewAtIndex(std::move(view), index);
 }
 
-void UIView::insertSubviewAboveSubview(std::shared_ptr<UIView> view, const UIView& sibling) {
-    const auto isSibling = [&](const auto& other) {
-        return other.get() == &sibling;
-    };
-    const auto isView = [&](const auto& other) {
-        return other == view;
-    };
-    auto position = std::find_if(subviews_.begin(), subviews_.end(), isSibling);
-    auto index = static_cast<std::size_t>(position - subviews_.begin()) + 1;
-    if (std::find_if(subviews_.begin(), position, isView) != position) {
-        --index;
-    }
-    insertSubviewAtIndex(std::move(view), index);
-}
-
 void UIView::bringSubviewToFront(const UIView& view) {
     const auto found = std::find_if(subviews_.begin(), subviews_.end(),
                                     [&](const auto& other) { return other.get() == &view; });
@@ -165,7 +150,6 @@ void UIView::attachTo(UIView* superview) {
         }
         setNeedsComposition();
     }
-    didMoveToSuperview();
 }
 
 void UIView::windowDidChange(UIWindow* window) {
@@ -173,7 +157,6 @@ void UIView::windowDidChange(UIWindow* window) {
     if (window_ == window || isWindowItself) {
         return;
     }
-    willMoveToWindow(window);
     window_ = window;
     const auto children = subviews_;
     for (const auto& child : children) {
@@ -185,18 +168,6 @@ void UIView::windowDidChange(UIWindow* window) {
     if (viewController_ != nullptr) {
         viewController_->viewMovedToWindow(window);
     }
-}
-
-std::shared_ptr<UIView> UIView::viewWithTag(int tag) {
-    if (tag_ == tag) {
-        return shared_from_this();
-    }
-    for (const auto& child : subviews_) {
-        if (auto found = child->viewWithTag(tag)) {
-            return found;
-        }
-    }
-    return nullptr;
 }
 
 }

@@ -72,10 +72,7 @@ public:
     void setUserInteractionEnabled(bool enabled);
     unsigned autoresizingMask() const { return autoresizingMask_; }
     void setAutoresizingMask(unsigned mask) { autoresizingMask_ = mask; }
-    bool autoresizesSubviews() const { return autoresizesSubviews_; }
     void setAutoresizesSubviews(bool autoresizes) { autoresizesSubviews_ = autoresizes; }
-    int tag() const { return tag_; }
-    void setTag(int tag) { tag_ = tag; }
 
     // The tree.
     UIView* superview() const { return superview_; }
@@ -85,12 +82,10 @@ public:
     void addSubview(std::shared_ptr<UIView> view);
     void insertSubviewAtIndex(std::shared_ptr<UIView> view, std::size_t index);
     void insertSubviewBelowSubview(std::shared_ptr<UIView> view, const UIView& sibling);
-    void insertSubviewAboveSubview(std::shared_ptr<UIView> view, const UIView& sibling);
     void bringSubviewToFront(const UIView& view);
     void sendSubviewToBack(const UIView& view);
     /// Safe when there is no superview. The superview's reference is dropped.
     void removeFromSuperview();
-    std::shared_ptr<UIView> viewWithTag(int tag);
 
     // Coordinates; `view` null means the window.
     CGPoint convertPointToView(CGPoint point, const UIView* view) const;
@@ -109,7 +104,6 @@ public:
     virtual void layoutSubviews() {}
     /// The size that suits the content; `size` is what there is.
     virtual CGSize sizeThatFits(CGSize size) const;
-    void sizeToFit();
     virtual void setNeedsDisplay();
     /// Paints into the current context; `rect` is the bounds. Only views that answer true from
     /// drawsContent are asked.
@@ -162,8 +156,6 @@ public:
     /// What is shown now: between old and new while an animation runs.
     const ViewState& presentationState() const;
 
-    virtual void didMoveToSuperview() {}
-    virtual void willMoveToWindow(UIWindow* /*window*/) {}
     virtual void didMoveToWindow() {}
 
     /// Set for the root view of a controller; not owned.
@@ -201,7 +193,6 @@ private:
     bool isScreen_ = false; ///< the root that the display shows
     bool needsDisplay_ = true;
     unsigned autoresizingMask_ = UIViewAutoresizingNone;
-    int tag_ = 0;
     UIView* superview_ = nullptr;
     UIWindow* window_ = nullptr;
     UIViewController* viewController_ = nullptr;

@@ -5,13 +5,7 @@ namespace vistrel {
 class UIView;
 
 enum class UIViewAnimationCurve { EaseInOut = 0, EaseIn = 1, EaseOut = 2, Linear = 3 };
-enum class UIViewAnimationTransition {
-    None = 0,
-    FlipFromLeft = 1,
-    FlipFromRight = 2,
-    CurlUp = 3,
-    CurlDown = 4
-};
+enum class UIViewAnimationTransition { None = 0, FlipFromLeft = 1, FlipFromRight = 2 };
 
 /// Animation blocks: changes of frame, bounds, centre, transform, alpha and background colour made
 /// between begin and commit are shown over the block's duration. Blocks nest. Values read at once
@@ -22,9 +16,8 @@ void beginAnimations();
 void setAnimationDuration(double seconds); ///< default 0.2
 void setAnimationDelay(double seconds);
 void setAnimationCurve(UIViewAnimationCurve curve); ///< default EaseInOut
-/// The view's old and new content change places by a flip; None: nothing special, and so are the
-/// curls. The old content is a picture taken now, the new one when it first turns into sight,
-/// whatever `cache` says.
+/// The view's old and new content change places by a flip; None: nothing special. The old content
+/// is a picture taken now, the new one when it first turns into sight, whatever `cache` says.
 void setAnimationTransitionForView(UIViewAnimationTransition transition, UIView& view, bool cache);
 /// Runs once on the main loop when the block's animations have ended; `finished` false when they
 /// were cut short.

@@ -91,9 +91,4 @@ CGSize UIView::sizeThatFits(CGSize /*size*/) const {
     return state_.bounds.size;
 }
 
-void UIView::sizeToFit() {
-    const CGPoint origin = frame().origin;
-    setFrame({origin, sizeThatFits(state_.bounds.size)});
-}
-
 }

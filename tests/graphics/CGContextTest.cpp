@@ -68,7 +68,6 @@ TEST(CGContextTest, SavedStateComesBackWhole) {
         context.setFillColor(UIColor::whiteColor());
         context.setAlpha(0);
         context.translate(100, 0);
-        context.setShadow(1, 1, 0, UIColor::whiteColor());
         context.clipToRect(CGRectMake(0, 0, 1, 1));
         context.restoreGState();
         context.fillRect(CGRectMake(0, 0, 10, 10));
@@ -115,73 +114,6 @@ TEST(CGContextTest, GradientsRunFromStartToEnd) {
         context.drawLinearGradient(early, {0, 0}, {0, 20});
     });
     EXPECT_GT(redOf(located->pixel(5, 11)), 250);
-}
-
-TEST(CGContextTest, AShadowLiesUnderTheShapeAtItsOffset) {
-    const auto with = [](double blur) {
-        return drawn([&](CGContext& context) {
-            context.setShadow(4, 4, blur, UIColor::blackColor());
-            context.setFillColor(UIColor::redColor());
-            context.fillRect(CGRectMake(4, 4, 8, 8));
-        });
-    };
-    const auto sharp = with(0);
-    EXPECT_EQ(sharp->pixel(6, 6), kRed);
-    EXPECT_EQ(sharp->pixel(10, 10), kRed) << "the shape is in front";
-    EXPECT_EQ(sharp->pixel(14, 14), 0xFF000000);
-    EXPECT_EQ(sharp->pixel(17, 17), kClear);
-    const auto soft = with(6);
-    EXPECT_EQ(soft->pixel(6, 6), kRed);
-    EXPECT_GT(alphaOf(soft->pixel(13, 13)), alphaOf(soft->pixel(17, 13)));
-    EXPECT_GT(alphaOf(soft->pixel(17, 13)), 0);
-}
-
-TEST(CGContextTest, EachKindOfShapeThrowsAShadow) {
-    Bitmap stamp(2, 2);
-    for (int y = 0; y < 2; ++y) {
-        stamp.row(y)[0] = stamp.row(y)[1] = kWhite;
-    }
-    struct Case {
-        const char* name;
-        void (*draw)(CGContext&, const Bitmap&);
-    };
-    const Case cases[] = {
-        {"rectangle",
-         [](CGContext& context, const Bitmap&) {
-             context.fillRect(CGRectMake(2, 2, 6, 6));
-         }},
-        {"ellipse",
-         [](CGContext& context, const Bitmap&) {
-             context.fillEllipse(CGRectMake(2, 2, 6, 6));
-         }},
-        {"path",
-         [](CGContext& context, const Bitmap&) {
-             context.addRoundedRect(CGRectMake(2, 2, 6, 6), 2);
-             context.fillPath();
-         }},
-        {"stroke",
-         [](CGContext& context, const Bitmap&) {
-             context.setLineWidth(6);
-             context.beginPath();
-             context.moveTo(2, 5);
-             context.lineTo(8, 5);
-             context.strokePath();
-         }},
-        {"picture",
-         [](CGContext& context, const Bitmap& bitmap) {
-             context.drawBitmap(bitmap, CGRectMake(2, 2, 6, 6));
-         }},
-    };
-    for (const auto& test : cases) {
-        const auto picture = drawn([&](CGContext& context) {
-            context.setShadow(8, 8, 0, UIColor::redColor());
-            context.setFillColor(UIColor::whiteColor());
-            context.setStrokeColor(UIColor::whiteColor());
-            test.draw(context, stamp);
-        });
-        EXPECT_EQ(picture->pixel(5, 5), kWhite) << test.name;
-        EXPECT_EQ(picture->pixel(13, 13), kRed) << test.name;
-    }
 }
 
 TEST(CGContextTest, APartOfAPictureBleedsNoNeighbourIn) {
