@@ -117,4 +117,11 @@ struct ValueDictionary::Member {
     Value value;
     friend bool operator==(const Member& a, const Member& b) = default;
 };
+
+inline ValueDictionary::ValueDictionary() noexcept = default;
+inline ValueDictionary::ValueDictionary(const ValueDictionary& other) = default;
+inline ValueDictionary::ValueDictionary(ValueDictionary&& other) noexcept = default;
+inline ValueDictionary& ValueDictionary::operator=(const ValueDictionary& other) = default;
+inline ValueDictionary& ValueDictionary::operator=(ValueDictionary&& other) noexcept = default;
+inline ValueDictionary::~ValueDictionary() = default;
 }

@@ -18,7 +18,13 @@ public:
     struct Member;
     using ConstIterator = std::vector<Member>::const_iterator;
 
-    ValueDictionary() = default;
+    // Defined where Member is complete, in Value.h.
+    ValueDictionary() noexcept;
+    ValueDictionary(const ValueDictionary& other);
+    ValueDictionary(ValueDictionary&& other) noexcept;
+    ValueDictionary& operator=(const ValueDictionary& other);
+    ValueDictionary& operator=(ValueDictionary&& other) noexcept;
+    ~ValueDictionary();
     /// A later member with the same key replaces the earlier one's value.
     ValueDictionary(std::initializer_list<std::pair<std::string_view, Value>> members);
     explicit ValueDictionary(std::vector<Member> members);
