@@ -99,19 +99,23 @@ void addBrowser(std::vector<TourStep>& steps) {
             isMenuBack);
 }
 
+void loadAd(const char* name) {
+    const auto request = GADRequest::request();
+    request->setAdditionalParameters(
+        std::make_shared<const Value::Dictionary>(Value::Dictionary{{"ad", name}}));
+    banner()->loadRequest(request);
+}
+
+bool hasAdLoaded(const char* name) {
+    const auto page = banner()->webView();
+    return page->URLString().find(std::string("ad=") + name) != std::string::npos &&
+           !page->isLoading();
+}
+
 void addWebApp(std::vector<TourStep>& steps) {
     addStep(
-        steps, "ad-with-clicks", "an ad whose clicks are counted",
-        [] {
-            const auto request = GADRequest::request();
-            request->setAdditionalParameters(
-                std::make_shared<const Value::Dictionary>(Value::Dictionary{{"ad", "clicks"}}));
-            banner()->loadRequest(request);
-        },
-        [] {
-            const auto page = banner()->webView();
-            return page->URLString().find("ad=clicks") != std::string::npos && !page->isLoading();
-        });
+        steps, "ad-with-clicks", "an ad whose clicks are counted", [] { loadAd("clicks"); },
+        [] { return hasAdLoaded("clicks"); });
     addStep(
         steps, "ad-web-app", "it opens as a web app", [] { touchLink(banner()->webView(), "#ad"); },
         [] { return hasFrontPageLoaded() && TourHands::find(Role::Button, "Close"); });
@@ -124,6 +128,19 @@ void addWebApp(std::vector<TourStep>& steps) {
                TourHands::find(Role::Button, "Close");
     });
     addStep(steps, "ad-web-app-closed", "its button closes it", tapOn("Close"), isMenuBack);
+}
+
+/// The way out is the application's own, whatever the page does.
+void addWayOut(std::vector<TourStep>& steps, const char* name, const char* says) {
+    addStep(
+        steps, name, says, [name] { loadAd(name); }, [name] { return hasAdLoaded(name); });
+    addStep(
+        steps, "ad-misbehaves", "it fills the screen",
+        [] { touchLink(banner()->webView(), "#ad"); },
+        [] {
+            return isButtonEnabled("Close") && frontPage() && !frontPage()->URLString().empty();
+        });
+    addStep(steps, "ad-misbehaves-closed", "and is closed", tapOn("Close"), isMenuBack);
 }
 
 std::shared_ptr<GADInterstitial> interstitialOfUnit(const char* unit) {
@@ -189,6 +206,8 @@ std::vector<TourStep> adTour() {
         return steps;
     addBrowser(steps);
     addWebApp(steps);
+    addWayOut(steps, "hangs", "an ad whose page never ends loading");
+    addWayOut(steps, "endless", "an ad whose script never ends");
     addInterstitials(steps);
     return steps;
 }

@@ -56,8 +56,9 @@ Reply ask(const Query& query) {
     const timeval patience{query.silenceMilliseconds / 1000,
                            query.silenceMilliseconds % 1000 * 1000L};
     setsockopt(descriptor, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
-    const std::string request =
-        "GET " + query.address + " HTTP/1.1\r\nHost: 127.0.0.1\r\nConnection: close\r\n\r\n";
+    const std::string request = "GET " + query.address +
+                                " HTTP/1.1\r\nHost: 127.0.0.1\r\nConnection: close\r\n" +
+                                query.headers + "\r\n";
     send(descriptor, request.data(), request.size(), MSG_NOSIGNAL);
     const std::string all = readToEnd(descriptor, reply.end);
     close(descriptor);

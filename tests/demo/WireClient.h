@@ -20,6 +20,7 @@ struct Reply {
 /// What to send.
 struct Query {
     std::string address;
+    std::string headers = {};        ///< whole lines, each with its line end
     int silenceMilliseconds = 20000; ///< stops reading after that long without a byte
 };
 
