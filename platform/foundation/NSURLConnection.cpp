@@ -1,7 +1,9 @@
 #include "platform/foundation/NSURLConnection.h"
 
+#include "platform/foundation/HeaderFieldNames.h"
 #include "platform/foundation/NSError.h"
 #include "platform/foundation/NSRunLoop.h"
+#include "platform/foundation/NSURLCredentialStorage.h"
 #include "platform/foundation/NSURLResponse.h"
 #include "platform/foundation/Weakly.h"
 #include "platform/host/Host.h"
@@ -11,6 +13,9 @@
 namespace vistrel {
 
 namespace {
+
+/// The transfer counts its own redirects, not those that begin another one.
+constexpr int kMostRestarts = 20;
 
 host::CookieUse cookieUse(NSURLRequestCookies cookies) {
     switch (cookies) {
@@ -24,14 +29,23 @@ host::CookieUse cookieUse(NSURLRequestCookies cookies) {
     return host::CookieUse::SendAndStore;
 }
 
+std::string authorization(const NSURLRequest& request) {
+    return NSURLCredentialStorage::sharedCredentialStorage().authorizationForURL(*request.URL());
+}
+
 host::TransferRequest transferRequest(const NSURLRequest& request) {
     host::TransferRequest transfer;
     transfer.url = request.URL()->absoluteString();
     transfer.method = request.HTTPMethod();
     transfer.headers = request.allHTTPHeaderFields();
+    const std::string known = authorization(request);
+    if (!known.empty() && request.valueForHTTPHeaderField("Authorization").empty())
+        transfer.headers.emplace_back("Authorization", known);
     transfer.timeout = request.timeoutInterval();
     transfer.ignoresCache =
         request.cachePolicy() == NSURLRequestCachePolicy::ReloadIgnoringLocalCacheData;
+    if (request.mainDocumentURL())
+        transfer.mainDocumentURL = request.mainDocumentURL()->absoluteString();
     transfer.cookies = cookieUse(request.cookies());
     return transfer;
 }
@@ -74,10 +88,26 @@ std::string methodAfterRedirect(const std::string& method, int status) {
     return becomesGet ? "GET" : method;
 }
 
-NSURLRequest requestFor(const NSURLRequest& original, NSURL url, std::string method) {
-    NSURLRequest request(std::move(url), original.cachePolicy(), original.timeoutInterval());
-    for (const auto& [field, value] : original.allHTTPHeaderFields())
-        request.setValueForHTTPHeaderField(value, field);
+/// Another site learns the origin of the page that leads to it, not its address, and nothing when
+/// the connection to it is less safe: the default of the Referrer Policy.
+std::string refererFor(const NSURL& url, const std::string& referer) {
+    const auto from = NSURL::URLWithString(referer);
+    if (!from || originOf(*from) == originOf(url))
+        return referer;
+    const std::string origin = originOf(*from);
+    const bool isDowngrade = origin.starts_with("https:") && !originOf(url).starts_with("https:");
+    return isDowngrade ? std::string() : origin + "/";
+}
+
+NSURLRequest requestFor(const NSURLRequest& original, const NSURL& url, std::string method) {
+    NSURLRequest request(url, original.cachePolicy(), original.timeoutInterval());
+    for (const auto& [field, value] : original.allHTTPHeaderFields()) {
+        const bool isReferer = headerFieldNamesAreEqual(field, "Referer");
+        const std::string kept = isReferer ? refererFor(url, value) : value;
+        if (!kept.empty())
+            request.setValueForHTTPHeaderField(kept, field);
+    }
+    request.setMainDocumentURL(original.mainDocumentURL());
     request.setHTTPMethod(std::move(method));
     request.setCookies(original.cookies());
     return request;
@@ -174,8 +204,8 @@ bool NSURLConnection::transferWillRedirect(const host::TransferResponse& redirec
         fail(NSURLErrorBadURL, "The server redirected to an invalid address.");
         return false;
     }
-    const NSURLRequest next = requestFor(
-        current_, std::move(*target), methodAfterRedirect(current_.HTTPMethod(), redirect.status));
+    const NSURLRequest next =
+        requestFor(current_, *target, methodAfterRedirect(current_.HTTPMethod(), redirect.status));
     auto chosen = delegate->connectionWillSendRequestRedirectResponse(*this, next, &*response);
     if (!isRunning())
         return false;
@@ -183,12 +213,19 @@ bool NSURLConnection::transferWillRedirect(const host::TransferResponse& redirec
         stopAtRedirect(*response);
         return false;
     }
-    if (sendsTheSame(*chosen, next)) {
+    // The transfer repeats its header fields: one that is meant for the old origin alone ends here,
+    // as does a Referer that says too much.
+    const bool keepsFields = next.allHTTPHeaderFields() == current_.allHTTPHeaderFields() &&
+                             authorization(current_) == authorization(next);
+    if (keepsFields && sendsTheSame(*chosen, next)) {
         current_ = std::move(*chosen);
         return true;
     }
     transfer_.reset();
-    send(std::move(*chosen));
+    if (++restarts_ > kMostRestarts)
+        fail(NSURLErrorHTTPTooManyRedirects, "too many HTTP redirects");
+    else
+        send(std::move(*chosen));
     return false;
 }
 

@@ -51,7 +51,8 @@ private:
     std::shared_ptr<NSURLConnectionDelegate> delegate_;
     std::unique_ptr<host::Transfer> transfer_;
     std::shared_ptr<NSURLConnection> keepAlive_; ///< set while running
-    std::uint64_t pending_ = 0;                  ///< the turn at which it begins
+    int restarts_ = 0;
+    std::uint64_t pending_ = 0; ///< the turn at which it begins
 };
 
 }

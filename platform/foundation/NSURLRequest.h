@@ -43,12 +43,18 @@ public:
     NSURLRequestCookies cookies() const { return cookies_; }
     void setCookies(NSURLRequestCookies cookies) { cookies_ = cookies; }
 
+    /// The page that makes the request; a server of another site then gets only the cookies that it
+    /// shares with other sites. None: the application's own request.
+    const std::optional<NSURL>& mainDocumentURL() const { return mainDocumentURL_; }
+    void setMainDocumentURL(std::optional<NSURL> url) { mainDocumentURL_ = std::move(url); }
+
     /// True for methods that may be sent a second time without an effect of their own (GET, HEAD):
     /// RFC 9110, 9.2.1.
     bool isSafeToRepeat() const;
 
 private:
     std::optional<NSURL> URL_;
+    std::optional<NSURL> mainDocumentURL_;
     NSURLRequestCachePolicy cachePolicy_;
     double timeoutInterval_;
     std::string method_ = "GET";

@@ -23,6 +23,8 @@ struct TransferRequest {
     double timeout = 60; ///< seconds without a byte until the transfer fails
     bool ignoresCache = false;
     CookieUse cookies = CookieUse::SendAndStore;
+    /// The page that makes the request, for the cookies' SameSite rules; empty: none.
+    std::string mainDocumentURL{};
 };
 
 struct TransferResponse {

@@ -1,10 +1,13 @@
 #include "platform/uikit/UIAlertPanel.h"
 
+#include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIBarDrawing.h"
+#include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UIGlossyButton.h"
 #include "platform/uikit/UIKey.h"
 #include "platform/uikit/UILabel.h"
 #include "platform/uikit/UIScrollView.h"
+#include "platform/uikit/UITextField.h"
 
 #include <algorithm>
 #include <cmath>
@@ -24,6 +27,9 @@ constexpr double kButtonGap = 8;
 constexpr double kRadius = 12;
 constexpr double kScrollInset = 8;
 constexpr int kMostTitleLines = 3;
+constexpr double kFieldHeight = 31;
+constexpr double kFieldGap = 6;
+constexpr double kFieldInset = 8;
 
 constexpr UIColor kBody = UIColor::colorWithRedGreenBlueAlpha(0.07F, 0.13F, 0.31F, 0.95F);
 constexpr UIColor kButtonColor = UIColor::colorWithRedGreenBlueAlpha(0.2F, 0.27F, 0.45F, 1);
@@ -33,7 +39,8 @@ constexpr UIColor kCancelColor = UIColor::colorWithRedGreenBlueAlpha(0.1F, 0.15F
 
 UIAlertPanel::UIAlertPanel(const Content& content, double maximumHeight,
                            std::function<void(int)> chosen)
-    : chosen_(std::move(chosen)) {
+    : chosen_(std::move(chosen))
+    , fields_(content.fields) {
     UIView::setOpaque(false);
     if (!content.title.empty())
         title_ = addText(content.title, 18, true);
@@ -41,6 +48,7 @@ UIAlertPanel::UIAlertPanel(const Content& content, double maximumHeight,
         title_->setNumberOfLines(kMostTitleLines);
     if (!content.message.empty())
         message_ = addText(content.message, 16, false);
+    addFields();
     makeButtons(content);
     layOut(maximumHeight, rowCount(content.rows));
     std::string spoken = content.title;
@@ -61,6 +69,34 @@ std::shared_ptr<UILabel> UIAlertPanel::addText(const std::string& text, double f
     label->setText(text);
     addSubview(label);
     return label;
+}
+
+void UIAlertPanel::addFields() {
+    for (std::size_t i = 0; i < fields_.size(); ++i) {
+        addSubview(fields_[i]);
+        const auto next = i + 1 < fields_.size() ? fields_[i + 1] : nullptr;
+        fields_[i]->addTarget(
+            [this, next] {
+                if (next)
+                    UIApplication::sharedApplication().events().setFirstResponder(next);
+                else
+                    chosen_(default_);
+            },
+            UIControlEventEditingDidEndOnExit);
+    }
+}
+
+double UIAlertPanel::fieldsHeight() const {
+    const double count = static_cast<double>(fields_.size());
+    return count == 0 ? 0 : kButtonsGap + count * kFieldHeight + (count - 1) * kFieldGap;
+}
+
+void UIAlertPanel::layOutFields(double top) {
+    for (std::size_t i = 0; i < fields_.size(); ++i)
+        fields_[i]->setFrame(
+            CGRectMake(kSide + kFieldInset,
+                       top + kButtonsGap + static_cast<double>(i) * (kFieldHeight + kFieldGap),
+                       kWidth - 2 * (kSide + kFieldInset), kFieldHeight));
 }
 
 void UIAlertPanel::makeButtons(const Content& content) {
@@ -92,7 +128,7 @@ int UIAlertPanel::rowCount(int rows) const {
 
 void UIAlertPanel::layOut(double maximumHeight, int rows) {
     const double buttons = rows * kButtonHeight + std::max(0, rows - 1) * kButtonGap;
-    const double below = (rows > 0 ? kButtonsGap + buttons : 0) + kBottom;
+    const double below = (rows > 0 ? kButtonsGap + buttons : 0) + fieldsHeight() + kBottom;
     double y = kTop;
     if (title_) {
         const double height = title_->sizeThatFits({kWidth - 2 * kSide, 0}).height;
@@ -101,7 +137,8 @@ void UIAlertPanel::layOut(double maximumHeight, int rows) {
     }
     if (message_)
         y += layOutMessage(y, maximumHeight - y - below);
-    layOutButtons(y + kButtonsGap, rows);
+    layOutFields(y);
+    layOutButtons(y + fieldsHeight() + kButtonsGap, rows);
     setBounds(CGRectMake(0, 0, kWidth, std::ceil(y + below)));
 }
 
@@ -197,6 +234,12 @@ void UIAlertPanel::drawRect(const CGRect& rect) {
     context.beginPath();
     context.addRoundedRect(box, kRadius);
     context.strokePath();
+    context.setFillColor(UIColor::whiteColor());
+    for (const auto& field : fields_) {
+        context.beginPath();
+        context.addRoundedRect(field->frame().insetBy(-kFieldInset, 0), 5);
+        context.fillPath();
+    }
     if (!scroll_)
         return;
     context.setFillColor(UIColor::colorWithWhiteAlpha(0, 0.3F));

@@ -9,6 +9,7 @@ namespace vistrel {
 class UIGlossyButton;
 class UILabel;
 class UIScrollView;
+class UITextField;
 
 /// The box of an alert: as high as its texts and buttons ask for, at most as the screen allows;
 /// then the message scrolls.
@@ -19,6 +20,9 @@ public:
         std::string message;
         std::vector<std::string> buttons; ///< the first cancels
         int rows = 0;                     ///< of buttons; 0: two side by side, more one per row
+        /// Between message and buttons. Enter goes from one to the next, then presses the default
+        /// button.
+        std::vector<std::shared_ptr<UITextField>> fields;
     };
 
     UIAlertPanel(const Content& content, double maximumHeight, std::function<void(int)> chosen);
@@ -37,6 +41,9 @@ public:
 private:
     std::shared_ptr<UILabel> addText(const std::string& text, double fontSize, bool bold);
     void makeButtons(const Content& content);
+    void addFields();
+    double fieldsHeight() const;
+    void layOutFields(double top);
     void layOut(double maximumHeight, int rows);
     double layOutMessage(double top, double space);
     void layOutButtons(double top, int rows);
@@ -48,6 +55,7 @@ private:
     std::shared_ptr<UILabel> message_;
     std::shared_ptr<UIScrollView> scroll_;
     std::vector<std::shared_ptr<UIGlossyButton>> buttons_;
+    std::vector<std::shared_ptr<UITextField>> fields_;
     int default_ = 0; ///< what Enter presses
 };
 

@@ -1,8 +1,11 @@
 #include "platform/uikit/UIAlertView.h"
 
+#include "platform/foundation/NSBundle.h"
 #include "platform/uikit/UIAlertPanel.h"
 #include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UIModalWindow.h"
+#include "platform/uikit/UITextField.h"
 #include "platform/uikit/UIViewAnimation.h"
 
 #include <cmath>
@@ -81,11 +84,28 @@ std::vector<std::shared_ptr<UIAlertView>> UIAlertView::visibleAlerts() {
     return alerts;
 }
 
+void UIAlertView::setAlertViewStyle(UIAlertViewStyle style) {
+    fields_.clear();
+    if (style == UIAlertViewStyle::Default)
+        return;
+    for (const char* placeholder : {"Name", "Password"}) {
+        fields_.push_back(std::make_shared<UITextField>());
+        fields_.back()->setPlaceholder(
+            NSBundle::mainBundle().localizedStringForKeyValue(placeholder));
+    }
+    fields_.back()->setSecureTextEntry(true);
+}
+
+const std::shared_ptr<UITextField>& UIAlertView::textFieldAtIndex(int index) const {
+    return fields_.at(static_cast<std::size_t>(index));
+}
+
 std::shared_ptr<UIAlertPanel> UIAlertView::makePanel() {
     const auto weak = weak_from_this();
     const double space = 480 - kStatusBarHeight - 2 * kScreenMargin;
     auto panel = std::make_shared<UIAlertPanel>(
-        UIAlertPanel::Content{title_, message_, buttons_, rows_}, space, [weak](int index) {
+        UIAlertPanel::Content{title_, message_, buttons_, rows_, fields_}, space,
+        [weak](int index) {
             if (const auto self = weak.lock())
                 self->buttonTapped(index);
         });
@@ -110,6 +130,8 @@ void UIAlertView::show() {
     fade(*window, 1, nullptr);
     bounce(panel);
     panel->flashScrollIndicators();
+    if (!fields_.empty())
+        UIApplication::sharedApplication().events().setFirstResponder(fields_.front());
 }
 
 /// Steps aside while another alert lies above, and comes back.

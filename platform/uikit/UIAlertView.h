@@ -9,6 +9,9 @@ namespace vistrel {
 class UIAlertPanel;
 class UIAlertView;
 class UIModalWindow;
+class UITextField;
+
+enum class UIAlertViewStyle { Default, LoginAndPasswordInput };
 
 class UIAlertViewDelegate {
 public:
@@ -35,6 +38,10 @@ public:
     /// Lays the buttons out in that many rows; 0: two stand side by side, more one under the other.
     void setNumberOfRows(int rows) { rows_ = rows; }
     int numberOfRows() const { return rows_; }
+    /// Before show.
+    void setAlertViewStyle(UIAlertViewStyle style);
+    /// 0 and 1 are the name and the password of LoginAndPasswordInput.
+    const std::shared_ptr<UITextField>& textFieldAtIndex(int index) const;
 
     void show();
     /// From show until a button is tapped.
@@ -55,6 +62,7 @@ private:
     std::string title_;
     std::string message_;
     std::vector<std::string> buttons_;
+    std::vector<std::shared_ptr<UITextField>> fields_;
     std::weak_ptr<UIAlertViewDelegate> delegate_;
     int rows_ = 0;
     bool visible_ = false;

@@ -13,7 +13,21 @@
 namespace vistrel {
 
 namespace {
+
 constexpr double kCaretRoom = 3;
+
+bool beginsCharacter(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0) != 0x80;
+}
+
+std::string dotsFor(const std::string& text) {
+    std::string dots;
+    for (const char byte : text)
+        if (beginsCharacter(byte))
+            dots += "\u2022";
+    return dots;
+}
+
 }
 
 UITextField::UITextField(CGRect frame, const UIFont& font)
@@ -25,8 +39,15 @@ UITextField::UITextField(CGRect frame, const UIFont& font)
 }
 
 void UITextField::setText(const std::string& text) {
-    editor_.setText(text);
+    secret_ = secure_ ? text : std::string();
+    editor_.setText(secure_ ? dotsFor(text) : text);
     changed();
+}
+
+void UITextField::setSecureTextEntry(bool secure) {
+    const std::string kept = text();
+    secure_ = secure;
+    setText(kept);
 }
 
 void UITextField::setTextColor(const UIColor& color) {
@@ -83,12 +104,32 @@ bool UITextField::keyPressed(const UIKey& key) {
         sendActionsForControlEvents(UIControlEventEditingDidEndOnExit);
         return true;
     }
+    if (secure_)
+        return secretKeyPressed(key);
     const auto outcome = editor_.keyPressed(key);
     if (outcome == UITextEditor::Outcome::Ignored)
         return false;
     changed();
     if (outcome == UITextEditor::Outcome::Edited)
         sendActionsForControlEvents(UIControlEventEditingChanged);
+    return true;
+}
+
+bool UITextField::secretKeyPressed(const UIKey& key) {
+    std::string secret = secret_;
+    if (key.code == UIKeyCode::Backspace) {
+        while (!secret.empty() && !beginsCharacter(secret.back()))
+            secret.pop_back();
+        if (!secret.empty())
+            secret.pop_back();
+    } else if (!key.text.empty() && !key.control && !key.alt &&
+               (key.code == UIKeyCode::Character || key.code == UIKeyCode::Space)) {
+        secret += key.text;
+    } else {
+        return false;
+    }
+    setText(secret);
+    sendActionsForControlEvents(UIControlEventEditingChanged);
     return true;
 }
 

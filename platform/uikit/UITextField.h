@@ -12,12 +12,15 @@ class UITextField : public UIControl {
 public:
     explicit UITextField(CGRect frame = {}, const UIFont& font = UIFont::systemFontOfSize(16));
 
-    const std::string& text() const { return editor_.text(); }
+    const std::string& text() const { return secure_ ? secret_ : editor_.text(); }
     /// No event.
     void setText(const std::string& text);
     void setTextColor(const UIColor& color);
     /// Shown, grey, while there is no text.
     void setPlaceholder(std::string placeholder);
+    /// Shows a dot for each character. Such a text is typed and erased at its end only, and is not
+    /// told to screen readers.
+    void setSecureTextEntry(bool secure);
     std::string selectedText() const { return editor_.buffer().selectedText(); }
 
     void touchesBegan(const UITouch& touch) override;
@@ -32,12 +35,15 @@ public:
 
 private:
     void changed();
+    bool secretKeyPressed(const UIKey& key);
     CGPoint textOrigin() const;
 
     UITextEditor editor_;
     UIColor textColor_ = UIColor::blackColor();
     std::string placeholder_;
     double scrolled_ = 0; ///< points of the text left of the field
+    std::string secret_;
+    bool secure_ = false;
     bool focused_ = false;
 };
 

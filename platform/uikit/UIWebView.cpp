@@ -4,6 +4,7 @@
 #include "platform/foundation/NSURLResponse.h"
 #include "platform/host/EventLoop.h"
 #include "platform/host/Host.h"
+#include "platform/uikit/UIWebLogin.h"
 
 #include <algorithm>
 #include <cctype>
@@ -219,6 +220,7 @@ UIAccessibilityElement UIWebView::accessibilityElement() const {
 NSURLRequest UIWebView::requestOf(const host::WebNavigation& navigation) const {
     NSURLRequest request(addressOf(navigation.url));
     request.setHTTPMethod(navigation.method);
+    request.setMainDocumentURL(addressOf(navigation.mainDocumentURL));
     for (const auto& [field, value] : navigation.headers)
         request.setValueForHTTPHeaderField(value, field);
     if (request.valueForHTTPHeaderField("User-Agent").empty())
@@ -243,8 +245,13 @@ bool UIWebView::webPageShouldShowResponse(const host::WebResponse& response) {
 }
 
 void UIWebView::webPageNeedsCredential(
-    const host::WebChallenge&, std::function<void(std::optional<host::WebCredential>)> answer) {
-    answer({});
+    const host::WebChallenge& challenge,
+    std::function<void(std::optional<host::WebCredential>)> answer) {
+    // A stranger's page asks nobody for a password.
+    if (session_ == UIWebViewSession::Guest)
+        answer({});
+    else
+        UIWebLogin::answer(challenge, std::move(answer));
 }
 
 void UIWebView::webPageDidStartLoad() {

@@ -1,8 +1,13 @@
 #include "web/WebBrowserViewController.h"
 
+#include "platform/foundation/NSURLCredentialStorage.h"
+#include "platform/uikit/UIAlertView.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIBarButtonItem.h"
+#include "platform/uikit/UIEventDispatcher.h"
+#include "platform/uikit/UIKey.h"
 #include "platform/uikit/UINavigationItem.h"
+#include "platform/uikit/UITextField.h"
 #include "platform/uikit/UIToolbar.h"
 #include "platform/uikit/UIWebView.h"
 #include "tests/support/ui/ScreenTest.h"
@@ -55,6 +60,9 @@ protected:
         return std::dynamic_pointer_cast<WebBrowserViewController>(
                    navigation().topViewController()) != nullptr;
     }
+    void sendKey(const std::string& text) { send({UIKeyCode::Character, text}); }
+    void sendKey(UIKeyCode code) { send({code, {}}); }
+    static void send(const UIKey& key) { UIApplication::sharedApplication().events().sendKey(key); }
     std::size_t screens() { return navigation().viewControllers().size(); }
     int countOfRequests(const std::string& url) {
         const auto urls = network().requestedURLs();
@@ -245,6 +253,51 @@ TEST_F(WebBrowserTest, AFormIsSentAgainOnlyWhenTheUserAgrees) {
     EXPECT_TRUE(resend());
     EXPECT_FALSE(resend()) << "agreed to once";
     settle();
+}
+
+TEST_F(WebBrowserTest, OneLoginServesThePageAndWhatComesAfterItAtThatOriginOnly) {
+    auto& storage = NSURLCredentialStorage::sharedCredentialStorage();
+    openPage();
+    const host::WebChallenge challenge{"http://site.example", "Members", true};
+    page().challenge(challenge);
+    page().challenge(challenge);
+    page().challenge({"http://other.example", "Members", true});
+    ASSERT_EQ(alertCount(), 2);
+    ASSERT_TRUE(tapAlertButton("Cancel"));
+    settle();
+    EXPECT_EQ(alertTitle(), "Log In");
+    const auto alert = UIAlertView::visibleAlerts().back();
+    for (const char letter : std::string("Ann"))
+        sendKey(std::string(1, letter));
+    sendKey(UIKeyCode::Enter);
+    for (const char* letter : {"\u00fc", "x", "y"})
+        sendKey(letter);
+    sendKey(UIKeyCode::Backspace);
+    EXPECT_EQ(alert->textFieldAtIndex(1)->accessibilityElement().value, "\u2022\u2022");
+    sendKey(UIKeyCode::Enter);
+    settle();
+    EXPECT_EQ(alertCount(), 0);
+    EXPECT_THAT(page().credentials(), ::testing::ElementsAre("none", "Ann:\u00fcx", "Ann:\u00fcx"));
+
+    network().forgetRequests();
+    network().at("http://site.example/a.mp4").type("video/mp4").body("x");
+    network().at("http://other.example/b").type("text/html").body("x");
+    navigate("http://other.example/b");
+    navigate("http://site.example/a.mp4");
+    advance(1);
+    ASSERT_TRUE(downloadOnTop());
+    downloadOnTop()->download();
+    advance(1);
+    for (const auto& request : network().requests())
+        EXPECT_EQ(support::ScriptedNetwork::header(request, "Authorization").empty(),
+                  request.url == "http://other.example/b")
+            << request.url;
+    EXPECT_EQ(network().requests().size(), 3U);
+    page().challenge(challenge);
+    EXPECT_EQ(page().credentials().back(), "Ann:\u00fcx") << "known, no second dialog";
+    page().challenge({"http://site.example", "Members", true, true});
+    EXPECT_EQ(alertCount(), 1) << "what was given is wrong";
+    storage.removeAll();
 }
 
 TEST_F(WebBrowserTest, PagesThatCannotBeShownSaySoInTheirPlace) {
