@@ -2,6 +2,7 @@
 #include "platform/linux/modules/DeferredWebEngine.h"
 #include "platform/linux/window/GtkForeignContent.h"
 #include "tests/linux/MainLoop.h"
+#include "tests/linux/TestCertificate.h"
 #include "tests/linux/web/TestPageServer.h"
 
 #include <gmock/gmock.h>
@@ -39,7 +40,7 @@ struct Recorder : host::WebPageClient {
         const host::WebChallenge& challenge,
         std::function<void(std::optional<host::WebCredential>)> answer) override {
         challenges.push_back(challenge);
-        answer(credential);
+        answer(challenge.isRejected ? rightCredential : credential);
     }
     void webPageDidStartLoad() override { ++started; }
     void webPageDidFinishLoad() override { ++finished; }
@@ -64,6 +65,7 @@ struct Recorder : host::WebPageClient {
     std::vector<host::WebResponse> responses;
     std::vector<host::WebChallenge> challenges;
     std::optional<host::WebCredential> credential;
+    std::optional<host::WebCredential> rightCredential;
     int started = 0;
     int finished = 0;
     std::vector<host::WebError> failures;
@@ -385,14 +387,149 @@ TEST_F(WebKitPageTest, LoadsThatEndBadlyFailOnceWithThePhonesNumbers) {
     EXPECT_EQ(client_.failures.size(), 1u);
 }
 
-TEST_F(WebKitPageTest, ALinkToANewWindowOpensInThePageItself) {
-    page("/one", "<a id='to' target='_blank' href='/two'>two</a>");
+TEST_F(WebKitPageTest, WhatWantsANewWindowOpensInThePageItself) {
+    struct Case {
+        const char* script;
+        const char* method;
+        const char* body;
+    };
+    const Case cases[] = {
+        {"document.getElementById('to').click()", "GET", ""},
+        {"window.open('/two')", "GET", ""},
+        {"document.forms[0].submit()", "POST", "a=b"},
+        {"document.forms[0].requestSubmit()", "POST", "a=b"},
+        {"document.getElementById('other').click()", "POST", "a=b&c=d"},
+    };
+    page("/one", "<a id='to' target='_blank' href='/two'>two</a>"
+                 "<form method='post' action='/two' target='elsewhere'>"
+                 "<input type='hidden' name='a' value='b'>"
+                 "<button id='other' formtarget='_blank' name='c' value='d'>go</button></form>");
     page("/two", "two");
-    ASSERT_TRUE(load("/one"));
-    evaluate("document.getElementById('to').click()");
-    ASSERT_TRUE(turnUntil([&] { return client_.finished == 2; }));
-    EXPECT_EQ(page_->url(), server_.url("/two"));
-    EXPECT_THAT(client_.asked(), ElementsAre(server_.url("/one"), server_.url("/two")));
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.script);
+        ASSERT_TRUE(load("/one"));
+        client_.navigations.clear();
+        const int before = client_.finished;
+        const std::size_t requests = server_.seen("/two").size();
+        evaluate(each.script);
+        ASSERT_TRUE(turnUntil([&] { return client_.finished > before; }, 5));
+        EXPECT_EQ(page_->url(), server_.url("/two"));
+        EXPECT_THAT(client_.asked(), ElementsAre(server_.url("/two")));
+        ASSERT_EQ(server_.seen("/two").size(), requests + 1);
+        EXPECT_EQ(server_.seen("/two").back().method, each.method);
+        EXPECT_EQ(server_.seen("/two").back().body, each.body);
+        EXPECT_TRUE(page_->canGoBack());
+    }
+}
+
+TEST_F(WebKitPageTest, APageThatOnlyMovesWithinItselfIsToldApart) {
+    page("/page", "<p id='a'>a</p><iframe src='/frame'></iframe>");
+    page("/frame", "<script>location.hash = 'inside'</script>");
+    ASSERT_TRUE(load("/page"));
+    evaluate("for (var i = 0; i < 50; ++i) location.hash = i; 0");
+    ASSERT_TRUE(turnUntil([&] { return page_->url() == server_.url("/page#49"); }));
+    turnFor(0.2);
+    for (const auto& navigation : client_.navigations)
+        EXPECT_EQ(navigation.isSameDocument, navigation.url.find('#') != std::string::npos)
+            << navigation.url;
+    EXPECT_EQ(server_.seen("/page").size(), 1u);
+    ASSERT_TRUE(load("/page#fresh"));
+    EXPECT_EQ(page_->url(), server_.url("/page#fresh"));
+}
+
+TEST_F(WebKitPageTest, ThePasswordOfASiteIsAskedForOnceAndARejectedOneAgain) {
+    server_.serve("/members", {.body = "<title>In</title>", .login = "ann:secret"});
+    ASSERT_TRUE(load("/members"));
+    ASSERT_EQ(client_.challenges.size(), 1u);
+    EXPECT_EQ(client_.challenges[0].origin + "/", server_.url("/"));
+    EXPECT_EQ(client_.challenges[0].realm, "Members");
+    EXPECT_TRUE(client_.challenges[0].isBasic);
+    EXPECT_FALSE(client_.challenges[0].isRejected);
+    EXPECT_EQ(page_->title(), "");
+
+    client_.credential = {"ann", "wrong"};
+    client_.rightCredential = {"ann", "secret"};
+    ASSERT_TRUE(load("/members"));
+    ASSERT_TRUE(load("/members"));
+    EXPECT_EQ(page_->title(), "In");
+    ASSERT_EQ(client_.challenges.size(), 3u);
+    EXPECT_TRUE(client_.challenges[2].isRejected);
+}
+
+TEST_F(WebKitPageTest, ASiteThatCannotProveItselfFailsAndGivesItsPlaceToANotice) {
+    const TestCertificate certificate;
+    ASSERT_TRUE(certificate.isMade());
+    TestPageServer secure(certificate.certificateFile(), certificate.keyFile());
+    secure.serve("/page", {.body = "<title>Secret</title>"});
+    page_->load(secure.url("/page"), {});
+    ASSERT_TRUE(turnUntil([&] { return !client_.failures.empty(); }));
+    EXPECT_EQ(client_.failures[0].code, host::WebError::kCertificate);
+    EXPECT_EQ(client_.failures[0].url, secure.url("/page"));
+    EXPECT_TRUE(secure.seen().empty());
+
+    const std::size_t asked = client_.navigations.size();
+    page_->showNotice("<title>Not secure</title>", secure.url("/page"));
+    ASSERT_TRUE(turnUntil([&] { return page_->title() == "Not secure"; }));
+    EXPECT_EQ(page_->url(), secure.url("/page"));
+    EXPECT_EQ(client_.navigations.size(), asked);
+    ASSERT_TRUE(turnUntil([&] { return client_.finished == 1; }));
+    page_->reload();
+    ASSERT_TRUE(turnUntil([&] { return client_.failures.size() == 2; })) << "asks for the page";
+}
+
+TEST_F(WebKitPageTest, AGuestSharesNothingWithTheUsersPagesAndNeedsNoPlaceOnTheScreen) {
+    page("/page", "<script>document.cookie = 'mine=1; Path=/; Max-Age=3600';"
+                  "localStorage.setItem('mine', '1')</script>");
+    ASSERT_TRUE(load("/page"));
+    ASSERT_TRUE(turnUntil([&] { return jarValue("/page", "mine") == "1"; }));
+
+    const auto shown = page_;
+    session_ = host::WebSession::Guest;
+    page_ = engine_->createPage(session_);
+    page_->setClient(&client_);
+    client_.navigations.clear();
+    page_->loadHTML("<script>setTimeout(function () {"
+                    "location = 'gmsg://ready?' + document.cookie +"
+                    "(localStorage.getItem('mine') || '-') + !!navigator.clipboard +"
+                    "!!navigator.geolocation + !!window.Notification + !!navigator.mediaDevices;"
+                    "}, 50)</script>",
+                    server_.url("/base"));
+    ASSERT_TRUE(turnUntil([&] { return client_.asked().size() == 2; }));
+    EXPECT_THAT(client_.asked(),
+                ElementsAre(server_.url("/base"), "gmsg://ready?-falsefalsefalsefalse"));
+    for (const auto& navigation : client_.navigations)
+        EXPECT_THAT(navigation.headers, Contains(testing::Pair("User-Agent", page_->userAgent())));
+    evaluate("document.cookie = 'theirs=1; Path=/; Max-Age=3600'");
+    turnFor(0.2);
+    EXPECT_EQ(jarValue("/page", "theirs"), "");
+    page_ = shown;
+}
+
+TEST_F(WebKitPageTest, ACoveredPagePausesItsFilmsAndIsSilent) {
+    page("/page", "<video></video><script>var paused = 0;"
+                  "document.querySelector('video').pause = function () { ++paused; }</script>");
+    ASSERT_TRUE(load("/page"));
+    auto* view = WEBKIT_WEB_VIEW(dynamic_cast<GtkForeignContent*>(page_.get())->widget());
+    ASSERT_TRUE(turnUntil([&] { return gtk_widget_get_mapped(GTK_WIDGET(view)) != FALSE; }));
+    EXPECT_FALSE(webkit_web_view_get_is_muted(view));
+    gtk_window_set_child(GTK_WINDOW(window_), nullptr);
+    EXPECT_TRUE(webkit_web_view_get_is_muted(view));
+    EXPECT_TRUE(turnUntil([&] { return evaluate("paused") == "1"; }, 5));
+    gtk_window_set_child(GTK_WINDOW(window_), GTK_WIDGET(view));
+    EXPECT_FALSE(webkit_web_view_get_is_muted(view));
+}
+
+TEST_F(WebKitPageTest, TheEngineOpensNoDialogs) {
+    page("/page", "<input type='file' id='file'><input type='color' id='colour'>");
+    ASSERT_TRUE(load("/page"));
+    const guint windows = g_list_model_get_n_items(gtk_window_get_toplevels());
+    for (const char* script : {"window.print()", "document.getElementById('file').click()",
+                               "document.getElementById('colour').click()",
+                               "Notification.requestPermission(); new Notification('x'); 0"})
+        evaluate(script);
+    turnFor(0.5);
+    EXPECT_EQ(g_list_model_get_n_items(gtk_window_get_toplevels()), windows);
+    EXPECT_EQ(evaluate("1 + 1"), "2");
 }
 
 TEST_F(WebKitPageTest, QuestionsOfPagesAreAnsweredWithNoAndStopNothing) {

@@ -1,0 +1,185 @@
+// The browser on the real engine, network and window, against pages that try to take the
+// application with them.
+#include "platform/linux/main/LinuxHost.h"
+#include "platform/linux/window/PhoneWindow.h"
+#include "platform/uikit/UIAlertView.h"
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UINavigationController.h"
+#include "platform/uikit/UIWebView.h"
+#include "platform/uikit/UIWindow.h"
+#include "tests/linux/MainLoop.h"
+#include "tests/linux/web/LoopTurns.h"
+#include "tests/linux/web/ProcessTree.h"
+#include "tests/linux/web/TestPageServer.h"
+#include "web/FileDownloadViewController.h"
+#include "web/WebBrowserViewController.h"
+
+#include <gtest/gtest.h>
+#include <gtk/gtk.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace vistrel {
+namespace {
+
+constexpr double kMegabyte = 1024 * 1024;
+
+class BrowserJourney : public testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        setenv("VISTREL_MODULES", MODULES_FOLDER, 1);
+        ASSERT_TRUE(gtk_init_check()) << "no display";
+    }
+
+    void SetUp() override {
+        char pattern[] = "/tmp/vistrel-journey-XXXXXX";
+        root_ = mkdtemp(pattern);
+        host_ = std::make_unique<LinuxHost>(root_);
+        shown_ = std::make_unique<PhoneWindow>(1);
+        host_->setDisplay(&shown_->screen());
+        navigation_ =
+            UINavigationController::withRootViewController(std::make_shared<UIViewController>());
+        window_ = std::make_shared<UIWindow>();
+        window_->addSubview(navigation_->view());
+        window_->makeKeyAndVisible();
+        shown_->present();
+        server_ = std::make_unique<TestPageServer>();
+        serve("/plain", "<title>Plain</title>");
+    }
+
+    void TearDown() override {
+        navigation_->view()->removeFromSuperview();
+        navigation_.reset();
+        window_.reset();
+        UIApplication::resetSharedApplication();
+        shown_.reset();
+        host_.reset();
+        std::error_code ignored;
+        std::filesystem::remove_all(root_, ignored);
+    }
+
+    void serve(const std::string& path, const std::string& body) {
+        server_->serve(path, {.body = body});
+    }
+    std::shared_ptr<WebBrowserViewController> open(const std::string& path) {
+        auto browser = WebBrowserViewController::withTitleURL("Page", server_->url(path));
+        navigation_->pushViewController(browser, true);
+        return browser;
+    }
+    /// Opens a page and waits until it is there.
+    std::shared_ptr<WebBrowserViewController> openPage(const std::string& path,
+                                                       const std::string& end) {
+        auto browser = open(path);
+        EXPECT_TRUE(turnUntil([&] {
+            return browser->webView()->URLString() == server_->url(end) &&
+                   !browser->webView()->isLoading();
+        })) << browser->webView()->URLString();
+        return browser;
+    }
+    void run(WebBrowserViewController& browser, const char* script) {
+        bool done = false;
+        browser.webView()->stringByEvaluatingJavaScriptFromString(
+            script, [&](const std::string&) { done = true; });
+        turnUntil([&] { return done; }, 3);
+    }
+    bool hasDownload() {
+        return std::dynamic_pointer_cast<FileDownloadViewController>(
+                   navigation_->topViewController()) != nullptr;
+    }
+    void backToRoot() {
+        navigation_->popToRootViewControllerAnimated(false);
+        turnFor(0.2);
+    }
+
+    std::string root_;
+    std::unique_ptr<LinuxHost> host_;
+    std::unique_ptr<PhoneWindow> shown_;
+    std::unique_ptr<TestPageServer> server_;
+    std::shared_ptr<UINavigationController> navigation_;
+    std::shared_ptr<UIWindow> window_;
+};
+
+TEST_F(BrowserJourney, SitesThatOpenOnlyWithCarefulProbes) {
+    server_->serve(
+        "/entrance",
+        {302, "text/html", "", {{"Location", "/hall"}, {"Set-Cookie", "visitor=1; Path=/"}}});
+    serve("/hall", "<a id='film' href='/files/100% Wolf.mp4'>film</a>"
+                   "<a id='go' href='/go'>go</a><a id='members' href='/members'>members</a>");
+    server_->serve("/files/100% Wolf.mp4", {.type = "video/mp4", .body = "film"});
+    server_->serve("/go", {302, "text/html", "", {{"Location", "/moved.mp4"}}});
+    server_->serve("/moved.mp4", {.type = "video/mp4", .body = "film"});
+    server_->serve("/members", {.body = "<title>In</title>", .login = "ann:secret"});
+
+    const struct {
+        const char* link;
+        const char* film;
+    } links[] = {{"film", "/files/100%25%20Wolf.mp4"}, {"go", "/moved.mp4"}};
+    for (const auto& each : links) {
+        const auto browser = openPage("/entrance", "/hall");
+        run(*browser,
+            ("document.getElementById('" + std::string(each.link) + "').click()").c_str());
+        ASSERT_TRUE(turnUntil([&] { return hasDownload(); }, 5)) << each.link;
+        turnFor(1);
+        EXPECT_EQ(navigation_->viewControllers().size(), 3u) << "one tap, one screen";
+        EXPECT_EQ(
+            std::dynamic_pointer_cast<FileDownloadViewController>(navigation_->topViewController())
+                ->downloadRequest()
+                .URL()
+                ->absoluteString(),
+            server_->url(each.film));
+        EXPECT_EQ(browser->webView()->URLString(), server_->url("/hall")) << "never shown";
+        backToRoot();
+    }
+
+    const auto browser = openPage("/entrance", "/hall");
+    run(*browser, "document.getElementById('members').click()");
+    ASSERT_TRUE(turnUntil([] { return !UIAlertView::visibleAlerts().empty(); }, 5));
+    UIAlertView::visibleAlerts().front()->dismissWithClickedButtonIndex(0, false);
+}
+
+TEST_F(BrowserJourney, HostilePagesDoNotTakeTheApplicationWithThem) {
+    std::string frames;
+    std::string slow;
+    for (int i = 0; i < 300; ++i) {
+        frames += "<iframe src='/film.mp4?" + std::to_string(i) + "'></iframe>";
+        slow += i < 20 ? "<iframe src='/silent?" + std::to_string(i) + "'></iframe>" : "";
+    }
+    server_->serve("/film.mp4", {.type = "video/mp4", .body = "film"});
+    server_->serve("/silent", {.isSilent = true});
+    serve("/frames", frames);
+    serve("/slow", slow);
+    serve("/fragments", "<script>var n=0;setInterval(function(){"
+                        "for(var i=0;i<500;i++)location.hash=n++},0)</script>");
+    serve("/print", "<script>setInterval(function(){print()},50)</script>");
+
+    // Everything that stays for good is there before the first measure.
+    openPage("/plain", "/plain");
+    backToRoot();
+    turnFor(1);
+    const double before = residentBytes();
+    for (const char* path : {"/frames", "/slow", "/fragments", "/print"}) {
+        SCOPED_TRACE(path);
+        std::weak_ptr<WebBrowserViewController> browser = open(path);
+        LoopTurns turns;
+        turnFor(3);
+        EXPECT_LT(turns.longestSeconds(), 0.1);
+        EXPECT_LE(navigation_->viewControllers().size(), 4u);
+        EXPECT_EQ(g_list_model_get_n_items(gtk_window_get_toplevels()), 1u);
+        while (navigation_->viewControllers().size() > 2) {
+            navigation_->popViewControllerAnimated(true);
+            turnFor(0.5);
+        }
+        navigation_->popViewControllerAnimated(true);
+        EXPECT_TRUE(turnUntil([&] { return browser.expired(); }, 1)) << "Back works";
+        EXPECT_TRUE(turnUntil([] { return descendantsNamed("WebKitWebProces") == 0; }, 5))
+            << descendantsNamed("WebKitWebProces");
+    }
+    turnFor(1);
+    EXPECT_LT((residentBytes() - before) / kMegabyte, 30);
+}
+
+}
+}

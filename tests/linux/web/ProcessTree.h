@@ -1,0 +1,11 @@
+#pragma once
+#include <string>
+
+namespace vistrel {
+
+/// How many running processes below this one have that name (its first fifteen characters).
+int descendantsNamed(const std::string& name);
+/// Memory of this process that is in use.
+double residentBytes();
+
+}
