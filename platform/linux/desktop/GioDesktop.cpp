@@ -1,5 +1,7 @@
 #include "platform/linux/desktop/GioDesktop.h"
 
+#include "platform/foundation/Weakly.h"
+#include "platform/linux/NativeCallback.h"
 #include "platform/linux/mail/MailService.h"
 
 #include <memory>
@@ -57,10 +59,9 @@ bool GioDesktop::canOpenURL(const std::string& url) {
 }
 
 bool GioDesktop::openURL(const std::string& url) {
-    if (!canOpenURL(url))
-        return false;
+    // Not asked before: a portal may know a handler that this process cannot see.
     g_app_info_launch_default_for_uri_async(url.c_str(), nullptr, nullptr, nullptr, nullptr);
-    return true;
+    return canOpenURL(url);
 }
 
 void GioDesktop::setIdleTimerDisabled(bool disabled) {
@@ -77,27 +78,21 @@ void GioDesktop::inhibit() {
     if (inhibiting_ || inhibitionCookie_ != 0 || !bus())
         return;
     inhibiting_ = true;
-    g_dbus_connection_call(bus(), kScreenSaverName, kScreenSaverPath, kScreenSaverName, "Inhibit",
-                           g_variant_new("(ss)", kApplicationID, "Playing"), G_VARIANT_TYPE("(u)"),
-                           G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, cancellable_.get(), inhibited,
-                           this);
+    callAsync(weakly(this, &GioDesktop::inhibited), g_dbus_connection_call, bus(), kScreenSaverName,
+              kScreenSaverPath, kScreenSaverName, "Inhibit",
+              g_variant_new("(ss)", kApplicationID, "Playing"), G_VARIANT_TYPE("(u)"),
+              G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, cancellable_.get());
 }
 
-void GioDesktop::inhibited(GObject* bus, GAsyncResult* result, gpointer self) {
-    GError* error = nullptr;
-    GVariant* answer = g_dbus_connection_call_finish(G_DBUS_CONNECTION(bus), result, &error);
-    const bool cancelled = g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED);
-    g_clear_error(&error);
-    if (cancelled)
-        return;
-    auto* desktop = static_cast<GioDesktop*>(self);
-    desktop->inhibiting_ = false;
+void GioDesktop::inhibited(GAsyncResult* result) {
+    GVariant* answer = g_dbus_connection_call_finish(bus(), result, nullptr);
+    inhibiting_ = false;
     if (!answer)
         return;
-    g_variant_get(answer, "(u)", &desktop->inhibitionCookie_);
+    g_variant_get(answer, "(u)", &inhibitionCookie_);
     g_variant_unref(answer);
-    if (!desktop->idleTimerDisabled_)
-        desktop->releaseInhibition();
+    if (!idleTimerDisabled_)
+        releaseInhibition();
 }
 
 void GioDesktop::releaseInhibition() {

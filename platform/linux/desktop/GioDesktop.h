@@ -4,12 +4,14 @@
 
 #include <gio/gio.h>
 
+#include <memory>
+
 namespace vistrel {
 class MailService;
 
 /// The desktop's services over GIO and the session bus. Any of them may be missing; none is started
 /// or waited for.
-class GioDesktop : public host::Desktop {
+class GioDesktop : public host::Desktop, public std::enable_shared_from_this<GioDesktop> {
 public:
     /// The mail service must outlive it.
     explicit GioDesktop(MailService& mail);
@@ -31,7 +33,7 @@ private:
     GDBusConnection* bus();
     void inhibit();
     void releaseInhibition();
-    static void inhibited(GObject* bus, GAsyncResult* result, gpointer self);
+    void inhibited(GAsyncResult* result);
 
     MailService& mail_;
     NativeReference<GDBusConnection> bus_;

@@ -47,7 +47,7 @@ LinuxHost::LinuxHost(const std::string& deviceRoot)
               return settings_.value(group, key);
           },
           writeLog)
-    , desktop_(mail_)
+    , desktop_(std::make_shared<GioDesktop>(mail_))
     , webEngine_(webEngineSetup())
     , media_(mediaSetup()) {
     bindtextdomain(kTextDomain, paths_.translations.c_str());
@@ -60,7 +60,7 @@ LinuxHost::LinuxHost(const std::string& deviceRoot)
     host_.media = &media_;
     host_.mediaControls = &mediaControls_;
     host_.preferences = &preferences_;
-    host_.desktop = &desktop_;
+    host_.desktop = desktop_.get();
     host_.device = &device_;
     host_.crypto = &crypto_;
     host_.log = writeLog;

@@ -14,6 +14,7 @@
 #include "platform/linux/mpris/MprisControls.h"
 #include "platform/linux/preferences/PlistPreferences.h"
 
+#include <memory>
 #include <string>
 #include <thread>
 
@@ -42,7 +43,7 @@ private:
     DeferredNetwork network_;
     PlistPreferences preferences_;
     DeferredMailService mail_;
-    GioDesktop desktop_;
+    std::shared_ptr<GioDesktop> desktop_;
     LinuxDevice device_;
     LibraryCrypto crypto_;
     DeferredWebEngine webEngine_;

@@ -62,17 +62,16 @@ AccessibleChildren::Child& AccessibleChildren::add(const UIAccessibleView& seen)
     gtk_widget_set_can_target(widget, FALSE);
     gtk_widget_set_focusable(widget, seen.view->canBecomeFirstResponder());
     children_.push_back(std::make_unique<Child>(
-        Child{widget, seen.view, {seen.element.role, {}, {}, true}, {}, true}));
+        Child{widget, seen.view, {seen.element.role, {}, {}, true}, {}, true, {}}));
     GtkEventController* focus = gtk_event_controller_focus_new();
-    g_signal_connect(focus, "enter", G_CALLBACK(focused), children_.back().get());
+    children_.back()->focused =
+        connectSignal<void()>(focus, "enter", [weak = std::weak_ptr(seen.view)] {
+            if (const auto view = weak.lock())
+                UIApplication::sharedApplication().events().setFirstResponder(view);
+        });
     gtk_widget_add_controller(widget, focus);
     gtk_widget_set_parent(widget, screen_);
     return *children_.back();
-}
-
-void AccessibleChildren::focused(GtkEventControllerFocus*, gpointer self) {
-    if (const auto view = static_cast<Child*>(self)->view.lock())
-        UIApplication::sharedApplication().events().setFirstResponder(view);
 }
 
 void AccessibleChildren::describe(Child& child, const UIAccessibilityElement& element) {

@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/graphics/CGAffineTransform.h"
+#include "platform/linux/NativeCallback.h"
 #include "platform/uikit/UIAccessibilityTree.h"
 
 #include <gtk/gtk.h>
@@ -34,11 +35,11 @@ private:
         UIAccessibilityElement element;
         CGRect frame; ///< in the screen widget
         bool isShown;
+        SignalConnection focused;
     };
     Child* find(const UIAccessibleView& seen);
     Child& add(const UIAccessibleView& seen);
     static void describe(Child& child, const UIAccessibilityElement& element);
-    static void focused(GtkEventControllerFocus* controller, gpointer self);
 
     GtkWidget* screen_;
     std::vector<std::unique_ptr<Child>> children_;

@@ -67,31 +67,34 @@ PhoneWindow::PhoneWindow(double scale)
     gtk_window_set_default_size(window_, static_cast<int>(std::lround(kScreenWidth * factor)),
                                 static_cast<int>(std::lround(kScreenHeight * factor)));
     gtk_window_set_child(window_, screen_->widget());
-    g_signal_connect(window_, "close-request", G_CALLBACK(closeRequested), this);
-    g_signal_connect_after(window_, "realize", G_CALLBACK(drawFreelyWithoutWindowManager), nullptr);
-    g_signal_connect_after(window_, "map", G_CALLBACK(stateChanged), this);
-    g_signal_connect_after(window_, "unmap", G_CALLBACK(stateChanged), this);
+    connections_.push_back(
+        connectSignal<gboolean()>(window_, "close-request", [this] { return closeRequested(); }));
+    connections_.push_back(connectSignal<void()>(
+        window_, "realize", [this] { drawFreelyWithoutWindowManager(GTK_WIDGET(window_)); },
+        SignalPhase::AfterDefault));
+    for (const char* signal : {"map", "unmap"})
+        connections_.push_back(connectSignal<void()>(
+            window_, signal, [this] { stateChanged(); }, SignalPhase::AfterDefault));
     gtk_widget_grab_focus(screen_->widget());
 }
 
 PhoneWindow::~PhoneWindow() {
     // The application has ended already and must not be told of the window's end.
-    g_signal_handlers_disconnect_by_data(window_, this);
+    connections_.clear();
     input_.reset();
     screen_.reset();
     gtk_window_destroy(window_);
 }
 
-gboolean PhoneWindow::closeRequested(GtkWindow*, gpointer self) {
-    const auto* window = static_cast<PhoneWindow*>(self);
-    if (window->close_)
-        window->close_();
-    return TRUE;
+bool PhoneWindow::closeRequested() {
+    if (close_)
+        close_();
+    return true;
 }
 
-void PhoneWindow::stateChanged(GtkWidget* window, gpointer) {
+void PhoneWindow::stateChanged() {
     // A window without focus may still be visible; only a hidden one has left the foreground.
-    UIApplication::sharedApplication().setState(gtk_widget_get_mapped(window) != FALSE
+    UIApplication::sharedApplication().setState(gtk_widget_get_mapped(GTK_WIDGET(window_)) != FALSE
                                                     ? UIApplicationState::Active
                                                     : UIApplicationState::Background);
 }

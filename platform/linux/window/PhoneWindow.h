@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/linux/NativeCallback.h"
 #include "platform/linux/window/ScreenInput.h"
 #include "platform/linux/window/ScreenWidget.h"
 
@@ -7,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace vistrel {
 
@@ -32,13 +34,14 @@ public:
     void present() { gtk_window_present(window_); }
 
 private:
-    static gboolean closeRequested(GtkWindow*, gpointer self);
-    static void stateChanged(GtkWidget* window, gpointer);
+    bool closeRequested();
+    void stateChanged();
 
     GtkWindow* window_;
     std::unique_ptr<ScreenWidget> screen_;
     std::unique_ptr<ScreenInput> input_;
     std::function<void()> close_;
+    std::vector<SignalConnection> connections_;
 };
 
 }

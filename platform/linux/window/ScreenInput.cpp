@@ -30,8 +30,11 @@ ScreenInput::ScreenInput(ScreenWidget& screen)
     , keys_(gtk_event_controller_key_new()) {
     // Before the children receive it: an alert may cover the page.
     gtk_event_controller_set_propagation_phase(events_, GTK_PHASE_CAPTURE);
-    g_signal_connect(events_, "event", G_CALLBACK(onEvent), this);
-    g_signal_connect(keys_, "key-pressed", G_CALLBACK(onKey), this);
+    eventSeen_ = connectSignal<gboolean(GdkEvent*)>(
+        events_, "event", [this](GdkEvent* event) { return handleEvent(event); });
+    keyPressed_ = connectSignal<gboolean(guint, guint, GdkModifierType)>(
+        keys_, "key-pressed",
+        [this](guint value, guint, GdkModifierType state) { return handleKey(value, state); });
     gtk_widget_add_controller(screen_.widget(), events_);
     gtk_widget_add_controller(screen_.widget(), keys_);
 }
@@ -39,15 +42,6 @@ ScreenInput::ScreenInput(ScreenWidget& screen)
 ScreenInput::~ScreenInput() {
     gtk_widget_remove_controller(screen_.widget(), events_);
     gtk_widget_remove_controller(screen_.widget(), keys_);
-}
-
-gboolean ScreenInput::onEvent(GtkEventControllerLegacy*, GdkEvent* event, gpointer self) {
-    return static_cast<ScreenInput*>(self)->handleEvent(event);
-}
-
-gboolean ScreenInput::onKey(GtkEventControllerKey*, guint value, guint, GdkModifierType state,
-                            gpointer self) {
-    return static_cast<ScreenInput*>(self)->handleKey(value, state);
 }
 
 bool ScreenInput::handleEvent(GdkEvent* event) {

@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/graphics/CGGeometry.h"
+#include "platform/linux/NativeCallback.h"
 
 #include <gtk/gtk.h>
 
@@ -17,9 +18,6 @@ public:
     ScreenInput& operator=(const ScreenInput&) = delete;
 
 private:
-    static gboolean onEvent(GtkEventControllerLegacy*, GdkEvent* event, gpointer self);
-    static gboolean onKey(GtkEventControllerKey*, guint value, guint code, GdkModifierType state,
-                          gpointer self);
     bool handleEvent(GdkEvent* event);
     bool handlePointer(GdkEvent* event, GdkEventType type);
     bool handleScroll(GdkEvent* event);
@@ -31,6 +29,8 @@ private:
     ScreenWidget& screen_;
     GtkEventController* events_;
     GtkEventController* keys_;
+    SignalConnection eventSeen_;
+    SignalConnection keyPressed_;
     GdkEventSequence* sequence_ = nullptr;
     CGPoint pointer_;
     bool isDown_ = false;

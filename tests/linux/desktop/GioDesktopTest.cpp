@@ -8,6 +8,7 @@
 
 #include <stdlib.h>
 
+#include <memory>
 #include <optional>
 
 namespace vistrel {
@@ -26,16 +27,16 @@ protected:
     SmtpMailService mail_{loop_, files_, [](const auto&, const auto&) {
                               return std::nullopt;
                           }};
-    GioDesktop desktop_{mail_};
+    std::shared_ptr<GioDesktop> desktop_ = std::make_shared<GioDesktop>(mail_);
 };
 
 TEST_F(BareSessionTest, EachServiceIsAbsentWithoutHarm) {
-    desktop_.setIdleTimerDisabled(true);
-    desktop_.setIdleTimerDisabled(false);
-    desktop_.vibrate();
+    desktop_->setIdleTimerDisabled(true);
+    desktop_->setIdleTimerDisabled(false);
+    desktop_->vibrate();
     for (const char* url : {"unheard-of-scheme:x", "no scheme at all", "", "://"}) {
-        EXPECT_FALSE(desktop_.canOpenURL(url)) << url;
-        EXPECT_FALSE(desktop_.openURL(url)) << url;
+        EXPECT_FALSE(desktop_->canOpenURL(url)) << url;
+        EXPECT_FALSE(desktop_->openURL(url)) << url;
     }
 }
 

@@ -17,16 +17,16 @@ public:
         std::string cookie;
         std::string userAgent;
         std::string accept;
-        std::string body;
+        std::string body{};
         std::string authorization;
     };
     struct Page {
         int status = 200;
         std::string type = "text/html";
-        std::string body;
-        std::vector<std::pair<std::string, std::string>> headers;
+        std::string body{};
+        std::vector<std::pair<std::string, std::string>> headers{};
         /// "name:password" that the page asks for; empty: nothing.
-        std::string login;
+        std::string login{};
         /// Keeps the connection open without an answer.
         bool isSilent = false;
     };
