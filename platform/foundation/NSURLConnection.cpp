@@ -1,6 +1,5 @@
 #include "platform/foundation/NSURLConnection.h"
 
-#include "platform/foundation/HeaderFieldNames.h"
 #include "platform/foundation/NSError.h"
 #include "platform/foundation/NSRunLoop.h"
 #include "platform/foundation/NSURLCredentialStorage.h"
@@ -88,25 +87,10 @@ std::string methodAfterRedirect(const std::string& method, int status) {
     return becomesGet ? "GET" : method;
 }
 
-/// Another site learns the origin of the page that leads to it, not its address, and nothing when
-/// the connection to it is less safe: the default of the Referrer Policy.
-std::string refererFor(const NSURL& url, const std::string& referer) {
-    const auto from = NSURL::URLWithString(referer);
-    if (!from || originOf(*from) == originOf(url))
-        return referer;
-    const std::string origin = originOf(*from);
-    const bool isDowngrade = origin.starts_with("https:") && !originOf(url).starts_with("https:");
-    return isDowngrade ? std::string() : origin + "/";
-}
-
 NSURLRequest requestFor(const NSURLRequest& original, const NSURL& url, std::string method) {
     NSURLRequest request(url, original.cachePolicy(), original.timeoutInterval());
-    for (const auto& [field, value] : original.allHTTPHeaderFields()) {
-        const bool isReferer = headerFieldNamesAreEqual(field, "Referer");
-        const std::string kept = isReferer ? refererFor(url, value) : value;
-        if (!kept.empty())
-            request.setValueForHTTPHeaderField(kept, field);
-    }
+    for (const auto& [field, value] : original.allHTTPHeaderFields())
+        request.setValueForHTTPHeaderField(value, field);
     request.setMainDocumentURL(original.mainDocumentURL());
     request.setHTTPMethod(std::move(method));
     request.setCookies(original.cookies());
@@ -213,11 +197,9 @@ bool NSURLConnection::transferWillRedirect(const host::TransferResponse& redirec
         stopAtRedirect(*response);
         return false;
     }
-    // The transfer repeats its header fields: one that is meant for the old origin alone ends here,
-    // as does a Referer that says too much.
-    const bool keepsFields = next.allHTTPHeaderFields() == current_.allHTTPHeaderFields() &&
-                             authorization(current_) == authorization(next);
-    if (keepsFields && sendsTheSame(*chosen, next)) {
+    // The transfer knows nothing of the credentials for another origin.
+    const bool keepsCredential = authorization(current_) == authorization(next);
+    if (keepsCredential && sendsTheSame(*chosen, next)) {
         current_ = std::move(*chosen);
         return true;
     }

@@ -232,48 +232,32 @@ TEST_F(NSURLConnectionTest, ADelegateMaySendARedirectElsewhere) {
     EXPECT_EQ(support::ScriptedNetwork::header(network().requests().back(), "x-mine"), "1");
 }
 
-TEST_F(NSURLConnectionTest, EachHopLearnsOnlyWhatIsMeantForIt) {
+TEST_F(NSURLConnectionTest, ACredentialGoesToItsOriginOnlyAlsoAfterRedirects) {
     auto& storage = NSURLCredentialStorage::sharedCredentialStorage();
     storage.setCredentialForURL({"Aladdin", "open sesame"},
                                 *NSURL::URLWithString("HTTP://Site:80/anything"));
     storage.setCredentialForURL({"digest", "secret", false},
                                 *NSURL::URLWithString("https://other/"));
-    constexpr const char* kBasic = "Basic QWxhZGRpbjpvcGVuIHNlc2FtZQ==";
-    struct Hop {
-        const char* url;
-        const char* referer;
-        const char* authorization;
-    };
-    const std::vector<Hop> roads[] = {
-        {{"http://site/a", "http://site/page?q=1", kBasic},
-         {"http://site/b", "http://site/page?q=1", kBasic},
-         {"https://other/c", "http://site/", ""},
-         {"http://site/d", "http://site/", kBasic}},
-        {{"https://other/a", "https://other/page", ""}, {"http://site/b", "", kBasic}},
-        {{"http://site:8080/a", "http://site:8080/", ""},
-         {"http://site/b", "http://site:8080/", kBasic}},
+    const std::vector<std::string> roads[] = {
+        {"http://site/a", "http://site/b", "https://other/c", "http://site/d"},
+        {"https://other/a", "http://site/b"},
+        {"http://site:8080/a", "http://site/b"},
     };
     for (const auto& road : roads) {
         for (std::size_t i = 0; i + 1 < road.size(); ++i)
-            network().at(road[i].url).redirectsTo(road[i + 1].url);
-        network().at(road.back().url).body("x");
+            network().at(road[i]).redirectsTo(road[i + 1]);
+        network().at(road.back()).body("x");
         network().forgetRequests();
-        NSURLRequest request(NSURL::URLWithString(road.front().url));
-        request.setValueForHTTPHeaderField(road.front().referer, "Referer");
-        connect(request);
+        connect(road.front().c_str());
         turn();
         turn();
         EXPECT_EQ(recorder_->events.back(), "finish");
-        ASSERT_EQ(network().requests().size(), road.size());
-        for (std::size_t i = 0; i < road.size(); ++i) {
-            const auto& sent = network().requests()[i];
-            EXPECT_EQ(sent.url, road[i].url);
-            EXPECT_EQ(support::ScriptedNetwork::header(sent, "Referer"), road[i].referer)
-                << sent.url;
+        EXPECT_EQ(network().requestedURLs(), road);
+        for (const auto& sent : network().requests())
             EXPECT_EQ(support::ScriptedNetwork::header(sent, "Authorization"),
-                      road[i].authorization)
+                      sent.url.starts_with("http://site/") ? "Basic QWxhZGRpbjpvcGVuIHNlc2FtZQ=="
+                                                           : "")
                 << sent.url;
-        }
     }
     network().at("http://site/a").redirectsTo("https://other/c");
     network().at("https://other/c").redirectsTo("http://site/a");

@@ -17,16 +17,28 @@ NativeReference<SoupCookieJar> copyOf(SoupCookieJar* jar) {
 
 }
 
-ExchangeCookies::ExchangeCookies(host::CookieUse use)
+ExchangeCookies::ExchangeCookies(host::CookieUse use, const std::string& mainDocument)
     : use_(use)
+    , mainDocument_(mainDocument.empty() ? nullptr
+                                         : g_uri_parse(mainDocument.c_str(),
+                                                       GUriFlags(SOUP_HTTP_URI_FLAGS), nullptr))
     , jar_(NativeReference<SoupCookieJar>::ref(sharedCookieJar())) {}
+
+ExchangeCookies::~ExchangeCookies() {
+    if (mainDocument_)
+        g_uri_unref(mainDocument_);
+}
 
 std::string ExchangeCookies::fieldFor(GUri* uri) const {
     if (use_ == host::CookieUse::None)
         return {};
-    char* cookies = soup_cookie_jar_get_cookies(jar_.get(), uri, TRUE);
-    std::string field = cookies ? cookies : "";
-    g_free(cookies);
+    GUri* document = mainDocument_ ? mainDocument_ : uri;
+    GSList* cookies = soup_cookie_jar_get_cookie_list_with_same_site_info(
+        jar_.get(), uri, document, document, TRUE, TRUE, FALSE);
+    char* text = cookies ? soup_cookies_to_cookie_header(cookies) : nullptr;
+    std::string field = text ? text : "";
+    g_free(text);
+    g_slist_free_full(cookies, reinterpret_cast<GDestroyNotify>(soup_cookie_free));
     return field;
 }
 

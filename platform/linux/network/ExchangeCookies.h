@@ -12,7 +12,12 @@ namespace vistrel {
 /// with CookieUse::SendOnly it lives as long as the exchange.
 class ExchangeCookies {
 public:
-    explicit ExchangeCookies(host::CookieUse use);
+    /// `mainDocument` is the page that makes the request: cookies that are not meant for its
+    /// requests to other sites are left out, as for a frame. Empty: the application's own request.
+    ExchangeCookies(host::CookieUse use, const std::string& mainDocument);
+    ~ExchangeCookies();
+    ExchangeCookies(const ExchangeCookies&) = delete;
+    ExchangeCookies& operator=(const ExchangeCookies&) = delete;
 
     /// The value of the Cookie field for an address; empty when there is none.
     [[nodiscard]] std::string fieldFor(GUri* uri) const;
@@ -21,6 +26,7 @@ public:
 
 private:
     host::CookieUse use_;
+    GUri* mainDocument_; ///< null: none
     NativeReference<SoupCookieJar> jar_;
 };
 

@@ -24,7 +24,7 @@ HTTPExchange::HTTPExchange(std::shared_ptr<CurlLoop> curl, host::EventLoop& loop
     , loop_(loop)
     , request_(std::move(request))
     , client_(&client)
-    , cookies_(request_.cookies)
+    , cookies_(request_.cookies, request_.mainDocumentURL)
     , cancellable_(NativeReference<GCancellable>::adopt(g_cancellable_new())) {}
 
 HTTPExchange::~HTTPExchange() {

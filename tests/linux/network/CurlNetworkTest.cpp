@@ -432,15 +432,27 @@ TEST_F(CurlNetworkTest, CookiesAreSentFreshForEachHopAndKeptOnlyWhenAsked) {
     EXPECT_THAT(requests[2], HasSubstr("Cookie: session=stolen\r\n"))
         << "a cookie lives within the exchange that was told to set it";
 
+    server_.at("/lax", sized("Set-Cookie: private=1; Path=/; SameSite=Lax\r\n", ""));
+    fetch(get("/lax"));
+    for (const bool isSameSite : {true, false}) {
+        auto frame = get("/second");
+        frame.cookies = host::CookieUse::SendOnly;
+        frame.mainDocumentURL = isSameSite ? server_.url("/page") : "http://other.example/page";
+        fetch(frame);
+        const std::string head = server_.requests().back();
+        EXPECT_THAT(head, HasSubstr("session=one"));
+        EXPECT_EQ(head.find("private=1") != std::string::npos, isSameSite) << head;
+    }
+
     auto none = get("/second");
     none.cookies = host::CookieUse::None;
     fetch(none);
     EXPECT_THAT(server_.requests().back(), Not(HasSubstr("Cookie:")));
 
     fetch(get("/second"));
-    EXPECT_THAT(server_.requests().back(), HasSubstr("Cookie: session=one\r\n"));
+    EXPECT_THAT(server_.requests().back(), HasSubstr("session=one"));
     fetch(get("/second"));
-    EXPECT_THAT(server_.requests().back(), HasSubstr("Cookie: session=two\r\n"));
+    EXPECT_THAT(server_.requests().back(), HasSubstr("session=two"));
     GSList* cookies = soup_cookie_jar_all_cookies(sharedCookieJar());
     for (GSList* each = cookies; each; each = each->next)
         soup_cookie_jar_delete_cookie(sharedCookieJar(), static_cast<SoupCookie*>(each->data));
