@@ -43,17 +43,13 @@ std::string devicePath(const std::string& url) {
     return result;
 }
 
+/// One field for all cookies: sources send a field for each string.
 std::vector<std::string> cookiesFor(SoupCookieJar* jar, const std::string& url) {
     std::vector<std::string> result;
     GUri* uri = g_uri_parse(url.c_str(), GUriFlags(SOUP_HTTP_URI_FLAGS), nullptr);
-    if (jar && uri) {
-        GSList* cookies = soup_cookie_jar_get_cookie_list(jar, uri, TRUE);
-        for (GSList* entry = cookies; entry; entry = entry->next) {
-            auto* cookie = static_cast<SoupCookie*>(entry->data);
-            result.push_back(std::string(soup_cookie_get_name(cookie)) + "=" +
-                             soup_cookie_get_value(cookie));
-        }
-        g_slist_free_full(cookies, reinterpret_cast<GDestroyNotify>(soup_cookie_free));
+    if (char* field = jar && uri ? soup_cookie_jar_get_cookies(jar, uri, TRUE) : nullptr) {
+        result.emplace_back(field);
+        g_free(field);
     }
     if (uri)
         g_uri_unref(uri);
