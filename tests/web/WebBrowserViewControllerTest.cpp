@@ -295,8 +295,9 @@ TEST_F(WebBrowserTest, OneLoginServesThePageAndWhatComesAfterItAtThatOriginOnly)
     EXPECT_EQ(network().requests().size(), 3U);
     page().challenge(challenge);
     EXPECT_EQ(page().credentials().back(), "Ann:\u00fcx") << "known, no second dialog";
+    const int alerts = alertCount();
     page().challenge({"http://site.example", "Members", true, true});
-    EXPECT_EQ(alertCount(), 1) << "what was given is wrong";
+    EXPECT_EQ(alertCount(), alerts + 1) << "what was given is wrong";
     storage.removeAll();
 }
 

@@ -52,6 +52,8 @@ WebKitPage::~WebKitPage() {
     connections_.clear();
     g_cancellable_cancel(cancellable_.get());
     webkit_web_view_stop_loading(view_.get());
+    // An endless script would keep the process busy, and the engine's cache keep it idle.
+    webkit_web_view_terminate_web_process(view_.get());
 }
 
 void WebKitPage::connect() {

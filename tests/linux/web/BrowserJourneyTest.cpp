@@ -20,6 +20,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace vistrel {
@@ -74,16 +75,17 @@ protected:
                                                        const std::string& end) {
         auto browser = open(path);
         EXPECT_TRUE(turnUntil([&] {
-            return browser->webView()->URLString() == server_->url(end) &&
-                   !browser->webView()->isLoading();
-        })) << browser->webView()->URLString();
+            return run(*browser, "document.readyState + location.href") ==
+                   "complete" + server_->url(end);
+        }));
         return browser;
     }
-    void run(WebBrowserViewController& browser, const char* script) {
-        bool done = false;
+    static std::string run(WebBrowserViewController& browser, const std::string& script) {
+        std::optional<std::string> result;
         browser.webView()->stringByEvaluatingJavaScriptFromString(
-            script, [&](const std::string&) { done = true; });
-        turnUntil([&] { return done; }, 3);
+            script, [&](const std::string& text) { result = text; });
+        turnUntil([&] { return result.has_value(); }, 3);
+        return result.value_or("");
     }
     bool hasDownload() {
         return std::dynamic_pointer_cast<FileDownloadViewController>(
@@ -119,8 +121,7 @@ TEST_F(BrowserJourney, SitesThatOpenOnlyWithCarefulProbes) {
     } links[] = {{"film", "/files/100%25%20Wolf.mp4"}, {"go", "/moved.mp4"}};
     for (const auto& each : links) {
         const auto browser = openPage("/entrance", "/hall");
-        run(*browser,
-            ("document.getElementById('" + std::string(each.link) + "').click()").c_str());
+        run(*browser, std::string("document.getElementById('") + each.link + "').click()");
         ASSERT_TRUE(turnUntil([&] { return hasDownload(); }, 5)) << each.link;
         turnFor(1);
         EXPECT_EQ(navigation_->viewControllers().size(), 3u) << "one tap, one screen";

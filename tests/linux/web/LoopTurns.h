@@ -2,12 +2,12 @@
 #include <glib.h>
 
 #include <algorithm>
-#include <chrono>
+#include <ctime>
 
 namespace vistrel {
 
-/// Measures the turns of the main loop while it lives: how long it takes from one wait for events
-/// to the next.
+/// Measures the turns of the main loop while it lives: how much work is done from one wait for
+/// events to the next, in seconds of this thread, so that a busy machine does not count.
 class LoopTurns {
 public:
     LoopTurns() {
@@ -25,7 +25,11 @@ public:
     double longestSeconds() const { return longest_; }
 
 private:
-    using Clock = std::chrono::steady_clock;
+    static double now() {
+        timespec time{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+    }
     static LoopTurns*& current() {
         static LoopTurns* turns = nullptr;
         return turns;
@@ -33,16 +37,15 @@ private:
     static gint timedPoll(GPollFD* descriptors, guint count, gint timeout) {
         LoopTurns& self = *current();
         if (self.turning_)
-            self.longest_ = std::max(
-                self.longest_, std::chrono::duration<double>(Clock::now() - self.began_).count());
+            self.longest_ = std::max(self.longest_, now() - self.began_);
         const gint result = self.poll_(descriptors, count, timeout);
         self.turning_ = true;
-        self.began_ = Clock::now();
+        self.began_ = now();
         return result;
     }
 
     GPollFunc poll_ = nullptr;
-    Clock::time_point began_;
+    double began_ = 0;
     bool turning_ = false;
     double longest_ = 0;
 };
