@@ -307,8 +307,7 @@ void WebBrowserViewController::showNotice(const NSError& error) {
     if (error.domain() == NSURLErrorDomain &&
         error.code() == NSURLErrorServerCertificateUntrusted) {
         const PageNotice notice{localized("This Connection Is Not Secure"),
-                                localized("The website cannot prove who it is: its certificate is "
-                                          "not valid. Nothing was sent to it."),
+                                localized("The certificate is not valid. Nothing was sent."),
                                 {}};
         webView_->showNotice(notice.html(*url), *url);
     } else if (error.domain() == WebKitErrorDomain &&
