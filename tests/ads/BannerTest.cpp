@@ -6,6 +6,7 @@
 #include "ads/Opener/GADSafetyPolicy.h"
 #include "ads/Statistics/GADStatistics.h"
 #include "ads/View/GADWebView.h"
+#include "ads/ViewController/GADViewController.h"
 #include "platform/foundation/NSNotificationCenter.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UITouch.h"
@@ -47,6 +48,10 @@ BannerTest::BannerTest()
 }
 
 BannerTest::~BannerTest() {
+    if (const auto screen =
+            std::dynamic_pointer_cast<GADViewController>(navigation_->modalViewController()))
+        screen->relinquishScreen();
+    advance(3);
     letGoOfBanner();
     navigation_.reset();
     window_.reset();

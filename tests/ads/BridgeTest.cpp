@@ -1,0 +1,199 @@
+#include "ads/Object/GADObjectPrivate.h"
+#include "ads/Opener/GADSafetyPolicy.h"
+#include "ads/View/GADWebView.h"
+#include "platform/uikit/UIAccessibilityTree.h"
+#include "platform/uikit/UIApplication.h"
+#include "tests/ads/BannerTest.h"
+
+#include <gmock/gmock.h>
+
+namespace vistrel {
+namespace {
+
+using testing::Contains;
+using testing::HasSubstr;
+
+class BridgeTest : public BannerTest {
+protected:
+    BridgeTest() {
+        desktop().schemes().insert("tel");
+        phone().openableURLs = {"tel:1"};
+        network().at("http://track.example/1").body("ok");
+        network().at("http://click.example/1").body("ok");
+    }
+
+    /// An ad is on the screen, and a touch in it counts from now on.
+    void showAd() {
+        show();
+        advance(0.2);
+    }
+
+    /// Everything that the navigation of the ad's page sets off.
+    std::string outcomeOf(const std::string& url, host::WebNavigationType type) {
+        support::ScriptedWebPage& ad = page();
+        const auto calls = ad.calls().size();
+        const auto opened = desktop().openedURLs().size();
+        const int vibrations = desktop().vibrations();
+        network().forgetRequests();
+        std::vector<std::string> outcome;
+        if (go(url, type))
+            outcome.emplace_back("loads");
+        advance(2);
+        if (root().modalViewController())
+            outcome.push_back("presents " + page().calls().front());
+        for (auto at = opened; at < desktop().openedURLs().size(); ++at)
+            outcome.push_back("opens " + desktop().openedURLs()[at]);
+        for (const auto& request : network().requestedURLs())
+            outcome.push_back("pings " + request);
+        for (auto at = calls; at < ad.calls().size(); ++at)
+            outcome.push_back("tells " + ad.calls()[at]);
+        if (desktop().vibrations() != vibrations)
+            outcome.emplace_back("vibrates");
+        return testing::PrintToString(outcome);
+    }
+};
+
+std::string all(std::vector<std::string> outcome) {
+    return testing::PrintToString(outcome);
+}
+
+struct Row {
+    const char* name;
+    const char* url;
+    std::vector<std::string> touched;
+    /// Where the host demands a touch and there was none. Without such a host: as when touched.
+    std::vector<std::string> refused;
+    bool isRefused = refused != touched;
+};
+
+class CommandTest : public BridgeTest, public testing::WithParamInterface<Row> {};
+
+TEST_P(CommandTest, NeedsATouchOnlyToLeadOutOfTheAd) {
+    const Row& row = GetParam();
+    constexpr auto type = host::WebNavigationType::Other;
+    showAd();
+    EXPECT_EQ(outcomeOf(row.url, type), all(row.touched)) << "no policy, no touch";
+    logLines().clear();
+    GADSafetyPolicy::setShared(GADSafetyPolicy{});
+    EXPECT_EQ(outcomeOf(row.url, type), all(row.refused)) << "policy, no touch";
+    EXPECT_EQ(logLines().size(), row.isRefused ? 1U : 0U) << testing::PrintToString(logLines());
+    touchAd();
+    EXPECT_EQ(outcomeOf(row.url, type), all(row.touched)) << "policy, touched";
+    advance(10);
+    EXPECT_EQ(outcomeOf(row.url, type), all(row.refused)) << "policy, touched long ago";
+}
+
+const std::vector<std::string> kOpenable{
+    "tells evaluate AFMA_ReceiveMessage('openableURLs', {\"tel:1\":true,\"odd:2\":false});"};
+
+INSTANTIATE_TEST_SUITE_P(
+    Bridge, CommandTest,
+    testing::Values(Row{"Track",
+                        "gmsg://ads/httpTrack?u=http://track.example/1",
+                        {"pings http://track.example/1"},
+                        {"pings http://track.example/1"}},
+                    Row{"Click",
+                        "gmsg://ads/click?u=http://track.example/1",
+                        {"pings http://track.example/1"},
+                        {"pings http://track.example/1"}},
+                    Row{"Vibrate", "gmsg://ads/vibrate", {"vibrates"}, {}},
+                    Row{"Call", "gmsg://ads/open?a=call&u=tel:123", {"opens tel:123"}, {}},
+                    Row{"Telephone", "tel:123", {"opens tel:123"}, {}},
+                    Row{"File", "file:///etc/passwd", {}, {}},
+                    Row{"CanOpen", "gmsg://ads/canOpenURLs?urls=tel:1,odd:2", kOpenable, kOpenable},
+                    Row{"EvaluateWithoutOpener", "gmsg://ads/evalInOpener?js=1", {}, {}},
+                    Row{"CloseInABanner", "gmsg://ads/close", {}, {}},
+                    Row{"UnknownHost", "grokruf://selfdestruct", {}, {}, true}),
+    [](const testing::TestParamInfo<Row>& row) { return std::string(row.param.name); });
+
+struct Navigation {
+    const char* name;
+    double secondsAfterShowing;
+    bool touched;
+    host::WebNavigationType type;
+    const char* url;
+    const char* header; ///< "X-Afma-Click-Tracking-Urls" of the ad
+    std::vector<std::string> outcome;
+};
+
+class ClickTest : public BridgeTest, public testing::WithParamInterface<Navigation> {};
+
+TEST_P(ClickTest, NeedsATouchAndATimeToSeeTheAd) {
+    const Navigation& row = GetParam();
+    network().at(kAdURL).body("<p>Ad</p>").header("X-Afma-Click-Tracking-Urls", row.header);
+    load();
+    answerScript();
+    page().finishLoad();
+    advance(row.secondsAfterShowing);
+    if (row.touched)
+        touchAd();
+    EXPECT_EQ(outcomeOf(row.url, row.type), all(row.outcome));
+    EXPECT_EQ(takeEvents(), root().modalViewController() ? "received, will present" : "received");
+}
+
+constexpr auto kLink = host::WebNavigationType::LinkClicked;
+
+INSTANTIATE_TEST_SUITE_P(
+    Bridge, ClickTest,
+    testing::Values(
+        Navigation{"Browser",
+                   0.2,
+                   true,
+                   kLink,
+                   "http://shop.example/a",
+                   "",
+                   {"presents load http://shop.example/a"}},
+        Navigation{"ByAScript",
+                   0.2,
+                   true,
+                   host::WebNavigationType::Other,
+                   "http://shop.example/a",
+                   "",
+                   {"presents load http://shop.example/a"}},
+        Navigation{"WebAppWithPings",
+                   0.2,
+                   true,
+                   kLink,
+                   "http://shop.example/a",
+                   "http://click.example/1",
+                   {"presents load http://shop.example/a", "pings http://click.example/1"}},
+        Navigation{"Launch",
+                   0.2,
+                   true,
+                   kLink,
+                   "grokruf://launch?url=http://shop.example/a",
+                   "",
+                   {"presents load http://shop.example/a"}},
+        Navigation{"TooSoon", 0.1, true, kLink, "http://shop.example/a", "", {"loads"}},
+        Navigation{"Untouched", 0.2, false, kLink, "http://shop.example/a", "", {"loads"}},
+        Navigation{"Back",
+                   0.2,
+                   true,
+                   host::WebNavigationType::BackForward,
+                   "http://shop.example/a",
+                   "",
+                   {"loads"}},
+        Navigation{"Reload",
+                   0.2,
+                   true,
+                   host::WebNavigationType::Reload,
+                   "http://shop.example/a",
+                   "",
+                   {"loads"}}),
+    [](const testing::TestParamInfo<Navigation>& row) { return std::string(row.param.name); });
+
+TEST_F(BridgeTest, AMailAddressFillsTheComposer) {
+    showAd();
+    touchAd();
+    go("mailto:a@example.com?subject=Hi&cc=b@example.com,c@example.com&body=Hello", kLink);
+    advance(2);
+    ASSERT_TRUE(root().modalViewController());
+    std::string fields;
+    for (const auto& element : accessibilityTree(UIApplication::sharedApplication().screenView()))
+        if (element.element.role == UIAccessibilityRole::Field)
+            fields += element.element.value + "|";
+    EXPECT_EQ(fields, "a@example.com|b@example.com, c@example.com||Hi|Hello|");
+}
+
+}
+}
