@@ -131,7 +131,7 @@ TEST_F(BrowserJourney, SitesThatOpenOnlyWithCarefulProbes) {
                 .URL()
                 ->absoluteString(),
             server_->url(each.film));
-        EXPECT_EQ(browser->webView()->URLString(), server_->url("/hall")) << "never shown";
+        EXPECT_EQ(run(*browser, "location.href"), server_->url("/hall")) << "never shown";
         backToRoot();
     }
 
