@@ -1,8 +1,6 @@
 #pragma once
 #include "platform/linux/mail/MailService.h"
-#include "platform/linux/modules/NativeModule.h"
-
-#include <memory>
+#include "platform/linux/modules/DeferredService.h"
 
 namespace vistrel {
 
@@ -19,13 +17,8 @@ public:
     host::Status saveDraft(const host::OutgoingMail& mail) override;
 
 private:
-    MailService* service();
-
     host::EventLoop& loop_;
-    host::Files& files_;
-    SettingLookup setting_;
-    NativeModule module_;
-    std::unique_ptr<MailService> service_;
+    DeferredService<MailService, CreateMailService> service_;
 };
 
 }

@@ -1,7 +1,7 @@
 #pragma once
 #include "platform/host/Media.h"
 #include "platform/linux/media/MediaSetup.h"
-#include "platform/linux/modules/NativeModule.h"
+#include "platform/linux/modules/DeferredService.h"
 
 #include <memory>
 #include <string>
@@ -11,7 +11,7 @@ namespace vistrel {
 /// The players and the tag reader, loaded on first use.
 class DeferredMedia : public host::Media {
 public:
-    explicit DeferredMedia(MediaSetup setup);
+    explicit DeferredMedia(const MediaSetup& setup);
 
     std::unique_ptr<host::MoviePlayback> createMoviePlayback(const std::string& url) override;
     host::Result<std::unique_ptr<host::Playback>>
@@ -21,11 +21,7 @@ public:
     host::Result<std::string> audioRoute() override;
 
 private:
-    host::Media* media();
-
-    MediaSetup setup_;
-    NativeModule module_;
-    std::unique_ptr<host::Media> media_;
+    DeferredService<host::Media, CreateMedia> media_;
 };
 
 }

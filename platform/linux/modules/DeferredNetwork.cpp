@@ -2,20 +2,20 @@
 
 #include "platform/host/EventLoop.h"
 
+#include <string>
 #include <utility>
 
 namespace vistrel {
 
 namespace {
 
-/// A transfer without the network module: fails in the loop's next turn.
+/// A transfer without the network module. It fails in the loop's next turn.
 class FailingTransfer : public host::Transfer {
 public:
-    FailingTransfer(host::EventLoop& loop, host::TransferClient& client)
+    FailingTransfer(host::EventLoop& loop, host::TransferClient& client, std::string reason)
         : loop_(loop)
-        , failure_(loop.schedule(0, [&client] {
-            client.transferDidFail(
-                {host::TransferErrorKind::Other, "The network module is not installed."});
+        , failure_(loop.schedule(0, [&client, reason = std::move(reason)] {
+            client.transferDidFail({host::TransferErrorKind::Other, reason});
         })) {}
     ~FailingTransfer() override { loop_.cancel(failure_); }
     FailingTransfer(const FailingTransfer&) = delete;
@@ -30,35 +30,30 @@ private:
 
 DeferredNetwork::DeferredNetwork(host::EventLoop& loop, NativeModule::Log log)
     : loop_(loop)
-    , module_("vistrel-network.so", std::move(log)) {}
-
-host::Network* DeferredNetwork::network() const {
-    if (!network_)
-        if (auto create = reinterpret_cast<CreateNetwork>(module_.symbol(kCreateNetworkSymbol)))
-            network_.reset(create(loop_));
-    return network_.get();
-}
+    , network_("network", std::move(log), kCreateNetworkSymbol, [&loop](CreateNetwork create) {
+        return std::shared_ptr<host::Network>(create(loop));
+    }) {}
 
 std::unique_ptr<host::Transfer> DeferredNetwork::start(host::TransferRequest request,
                                                        host::TransferClient& client) {
-    if (!network())
-        return std::make_unique<FailingTransfer>(loop_, client);
-    return network_->start(std::move(request), client);
+    if (auto* network = network_.get())
+        return network->start(std::move(request), client);
+    return std::make_unique<FailingTransfer>(loop_, client, network_.missing().message);
 }
 
 host::Reachability DeferredNetwork::reachability() const {
-    return network() ? network_->reachability() : host::Reachability::Unknown;
+    auto* network = network_.get();
+    return network ? network->reachability() : host::Reachability::Unknown;
 }
 
 void DeferredNetwork::setReachabilityHandler(std::function<void(host::Reachability)> handler) {
     // Clearing the handler does not need the module.
-    if (network_ || handler)
-        if (network())
-            network_->setReachabilityHandler(std::move(handler));
+    if (auto* network = handler ? network_.get() : network_.existing())
+        network->setReachabilityHandler(std::move(handler));
 }
 
 SoupCookieJar* DeferredNetwork::cookieJar() {
-    const auto jar = reinterpret_cast<SharedCookieJar>(module_.symbol(kSharedCookieJarSymbol));
+    const auto jar = network_.function<SharedCookieJar>(kSharedCookieJarSymbol);
     return jar ? jar() : nullptr;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 #include "platform/host/Network.h"
-#include "platform/linux/modules/NativeModule.h"
+#include "platform/linux/modules/DeferredService.h"
 #include "platform/linux/network/NetworkSetup.h"
 
 #include <memory>
@@ -22,11 +22,8 @@ public:
     SoupCookieJar* cookieJar();
 
 private:
-    host::Network* network() const;
-
     host::EventLoop& loop_;
-    mutable NativeModule module_;
-    mutable std::unique_ptr<host::Network> network_;
+    mutable DeferredService<host::Network, CreateNetwork> network_;
 };
 
 }

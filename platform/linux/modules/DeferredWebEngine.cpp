@@ -1,27 +1,22 @@
 #include "platform/linux/modules/DeferredWebEngine.h"
 
-#include <utility>
-
 namespace vistrel {
 
-DeferredWebEngine::DeferredWebEngine(WebEngineSetup setup)
-    : setup_(std::move(setup))
-    , module_("vistrel-web.so", setup_.log) {}
-
-host::WebEngine* DeferredWebEngine::engine() {
-    if (!engine_)
-        if (auto create = reinterpret_cast<CreateWebEngine>(module_.symbol(kCreateWebEngineSymbol)))
-            create(setup_, engine_);
-    return engine_.get();
-}
+DeferredWebEngine::DeferredWebEngine(const WebEngineSetup& setup)
+    : engine_("web", setup.log, kCreateWebEngineSymbol, [setup](CreateWebEngine create) {
+        std::shared_ptr<host::WebEngine> engine;
+        create(setup, engine);
+        return engine;
+    }) {}
 
 std::shared_ptr<host::WebPage> DeferredWebEngine::createPage(host::WebSession session) {
-    return engine() ? engine_->createPage(session) : nullptr;
+    auto* engine = engine_.get();
+    return engine ? engine->createPage(session) : nullptr;
 }
 
 void DeferredWebEngine::warmUp() {
-    if (engine())
-        engine_->warmUp();
+    if (auto* engine = engine_.get())
+        engine->warmUp();
 }
 
 }

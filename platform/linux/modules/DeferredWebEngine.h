@@ -1,26 +1,22 @@
 #pragma once
 #include "platform/host/WebEngine.h"
-#include "platform/linux/modules/NativeModule.h"
+#include "platform/linux/modules/DeferredService.h"
 #include "platform/linux/web/WebEngineSetup.h"
 
 #include <memory>
 
 namespace vistrel {
 
-/// The page engine, opened at the first warm-up or page.
+/// The page engine, loaded by the first warm-up or page.
 class DeferredWebEngine : public host::WebEngine {
 public:
-    explicit DeferredWebEngine(WebEngineSetup setup);
+    explicit DeferredWebEngine(const WebEngineSetup& setup);
 
     std::shared_ptr<host::WebPage> createPage(host::WebSession session) override;
     void warmUp() override;
 
 private:
-    host::WebEngine* engine();
-
-    WebEngineSetup setup_;
-    NativeModule module_;
-    std::shared_ptr<host::WebEngine> engine_;
+    DeferredService<host::WebEngine, CreateWebEngine> engine_;
 };
 
 }
