@@ -23,13 +23,8 @@ namespace vistrel {
 
 namespace {
 
-std::string textForKey(const std::string& key, const Value::Dictionary& parameters) {
-    const Value* value = parameters.find(key);
-    return value ? std::string(value->string()) : std::string();
-}
-
 std::optional<NSURL> urlForKey(const std::string& key, const Value::Dictionary& parameters) {
-    return NSURL::URLWithString(textForKey(key, parameters));
+    return NSURL::URLWithString(gadTextForKey(key, parameters));
 }
 
 /// What the engine says of a page's requests; it does not always say it with the navigation.
@@ -102,14 +97,14 @@ void GADWebViewDelegate::performCommand(const GADNotification& notification, con
     const std::string& name = notification.name();
     const Value::Dictionary& parameters = notification.parameters();
     if (name == "click") {
-        trackURLStringAppendSpamSignals(textForKey("u", parameters), GADSpamSignals::Yes);
+        trackURLStringAppendSpamSignals(gadTextForKey("u", parameters), GADSpamSignals::Yes);
     } else if (name == "close") {
         if (const auto screen = std::dynamic_pointer_cast<GADViewController>(viewController()))
             screen->relinquishScreen();
     } else if (name == "httpTrack") {
-        trackURLStringAppendSpamSignals(textForKey("u", parameters), GADSpamSignals::No);
+        trackURLStringAppendSpamSignals(gadTextForKey("u", parameters), GADSpamSignals::No);
     } else if (name == "log") {
-        NSLog(textForKey("string", parameters));
+        NSLog(gadTextForKey("string", parameters));
     } else if (name == "open") {
         const auto target = urlForKey("u", parameters);
         if (GADSafetyPolicy::permitsLeaving(webView, name, target ? &*target : nullptr))
@@ -120,7 +115,7 @@ void GADWebViewDelegate::performCommand(const GADNotification& notification, con
         if (GADSafetyPolicy::permitsLeaving(webView, name, nullptr))
             AudioServicesPlaySystemSound(kSystemSoundID_Vibrate);
     } else if (name == "canOpenURLs") {
-        processCanOpenURLsWebView(textForKey("urls", parameters), webView);
+        processCanOpenURLsWebView(gadTextForKey("urls", parameters), webView);
     } else if (name == "evalInOpener") {
         evaluateInOpenerLater(parameters, webView);
     } else if (GADSafetyPolicy::permitsForwarding(name)) {
@@ -192,7 +187,7 @@ void GADWebViewDelegate::evaluateJavaScriptInOpener(const Value::Dictionary& par
     if (!opening)
         return;
     opening->stringByEvaluatingJavaScriptFromString(
-        textForKey("js", parameters), [asker = std::move(webView)](const std::string& result) {
+        gadTextForKey("js", parameters), [asker = std::move(webView)](const std::string& result) {
             if (const auto page = asker.lock())
                 GADNotificationCenter::postJSNotificationUserInfoWebView(
                     "evalJavaScriptInOpenerResult", Value::Dictionary{{"result", result}}, *page);

@@ -2,21 +2,23 @@
 #include "ads/GADSettings.h"
 #include "ads/Network/GADNetworkUtilities.h"
 #include "ads/Notification/GADNotificationCenter.h"
+#include "ads/Object/GADAdHeaders.h"
 #include "ads/Object/GADObjectPrivate.h"
 #include "ads/Object/GADRefreshTimer.h"
 #include "ads/Statistics/GADStatistics.h"
 #include "ads/Utility/GADMacros.h"
-#include "ads/Utility/GADNumberUtilities.h"
 #include "ads/Utility/GADSignalGathering.h"
 #include "ads/Utility/GADTextUtilities.h"
 #include "ads/Utility/GADTextualDescription.h"
 #include "ads/View/GADBannerView.h"
 #include "ads/View/GADWebView.h"
-#include "platform/foundation/HeaderFieldNames.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/foundation/NSRunLoop.h"
 #include "platform/foundation/NSUserDefaults.h"
 #include "platform/foundation/Weakly.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace vistrel {
 
@@ -55,20 +57,6 @@ Value::Dictionary rectangle(const CGRect& rect) {
 std::string parameter(const NSNotification& notification, const char* key) {
     const Value* value = notification.userInfo.find(key);
     return value ? std::string(value->string()) : std::string();
-}
-
-std::string header(const GADCachedFile& file, std::string_view name) {
-    return valueOfHeaderField(file.httpHeaders(), name);
-}
-
-/// A blank-separated list; a server may send the field several times.
-void appendURLs(std::vector<NSURL>& urls, const GADCachedFile& file, std::string_view name) {
-    for (const std::string& list : valuesOfHeaderField(file.httpHeaders(), name)) {
-        for (const std::string& piece : gadComponents(list, ' ')) {
-            if (auto url = NSURL::URLWithString(gadTrimmed(piece)))
-                urls.push_back(std::move(*url));
-        }
-    }
 }
 
 /// A request type whose servers number the requests of a sequence.
@@ -219,16 +207,14 @@ std::optional<NSURL> GADObjectPrivate::adHTMLBaseURL() const {
 }
 
 void GADObjectPrivate::readHeaders() {
-    appendURLs(pendingTrackingURLs_, *adHTML_, "X-Afma-Tracking-Urls");
-    appendURLs(pendingClickURLs_, *adHTML_, "X-Afma-Click-Tracking-Urls");
-    const auto orientations =
-        gadSupportedOrientationsFromString(header(*adHTML_, "X-Afma-Orientation"));
-    if (orientations != GADSupportedOrientations::None)
-        supportedOrientations_ = orientations;
-    const std::string timeout = header(*adHTML_, "X-Afma-Interstitial-Timeout");
-    if (!timeout.empty())
-        NSUserDefaults::standardUserDefaults().setFloatForKey(
-            GADNumberUtilities::floatWithString(timeout), "applicationTimeout");
+    const auto headers = GADAdHeaders::fromFields(adHTML_->httpHeaders());
+    std::ranges::copy(headers.trackingURLs, std::back_inserter(pendingTrackingURLs_));
+    std::ranges::copy(headers.clickURLs, std::back_inserter(pendingClickURLs_));
+    if (headers.orientations != GADSupportedOrientations::None)
+        supportedOrientations_ = headers.orientations;
+    if (headers.interstitialTimeout)
+        NSUserDefaults::standardUserDefaults().setFloatForKey(*headers.interstitialTimeout,
+                                                              "applicationTimeout");
 }
 
 void GADObjectPrivate::showAd() {
@@ -257,9 +243,9 @@ void GADObjectPrivate::adDownloadDidFail(int status) {
 }
 
 void GADObjectPrivate::scheduleRefresh() {
-    const std::string rate = adHTML_ ? header(*adHTML_, "X-Afma-Refresh-Rate") : std::string();
-    reloadTimer_->schedule(rate.empty() ? reloadTimer_->seconds()
-                                        : GADNumberUtilities::floatWithString(rate));
+    const auto rate =
+        adHTML_ ? GADAdHeaders::fromFields(adHTML_->httpHeaders()).refreshRate : std::nullopt;
+    reloadTimer_->schedule(rate.value_or(reloadTimer_->seconds()));
 }
 
 void GADObjectPrivate::cachedFileDownloadDidEnd(GADCachedFile& file) {

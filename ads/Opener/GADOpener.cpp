@@ -5,6 +5,7 @@
 #include "ads/Network/GADClickTracker.h"
 #include "ads/Network/GADNetworkUtilities.h"
 #include "ads/Object/GADObjectPrivate.h"
+#include "ads/Opener/GADOpenParameters.h"
 #include "ads/Statistics/GADStatistics.h"
 #include "ads/Utility/GADTextUtilities.h"
 #include "ads/View/GADWebView.h"
@@ -36,17 +37,6 @@ private:
     std::shared_ptr<GADOpener> opener_;
 };
 
-std::string textForKey(const char* key, const Value::Dictionary& parameters) {
-    const Value* value = parameters.find(key);
-    return value ? std::string(value->string()) : std::string();
-}
-
-GADSupportedOrientations orientationsFromParameter(const std::string& text) {
-    if (text == "p")
-        return GADSupportedOrientations::Portrait;
-    return text == "l" ? GADSupportedOrientations::Landscape : GADSupportedOrientations::Any;
-}
-
 void fillInMail(MFMailComposeViewController& composer, const NSURL& url) {
     constexpr std::string_view scheme = "mailto:";
     const std::string rest = url.absoluteString().substr(scheme.size());
@@ -56,31 +46,29 @@ void fillInMail(MFMailComposeViewController& composer, const NSURL& url) {
         return;
     const auto fields = GADNetworkUtilities::dictionaryFromQueryString(rest.substr(question + 1));
     if (fields.contains("cc"))
-        composer.setCcRecipients(gadComponents(textForKey("cc", fields), ','));
+        composer.setCcRecipients(gadComponents(gadTextForKey("cc", fields), ','));
     if (fields.contains("bcc"))
-        composer.setBccRecipients(gadComponents(textForKey("bcc", fields), ','));
+        composer.setBccRecipients(gadComponents(gadTextForKey("bcc", fields), ','));
     if (fields.contains("subject"))
-        composer.setSubject(textForKey("subject", fields));
+        composer.setSubject(gadTextForKey("subject", fields));
     if (fields.contains("body"))
-        composer.setMessageBodyIsHTML(textForKey("body", fields), false);
+        composer.setMessageBodyIsHTML(gadTextForKey("body", fields), false);
 }
 
 }
 
 void GADOpener::openNotification(const Value::Dictionary& parameters) {
-    const std::string action = textForKey("a", parameters);
-    const auto orientations = orientationsFromParameter(textForKey("o", parameters));
-    const auto requested = NSURL::URLWithString(textForKey("u", parameters));
-    if (!requested) {
-        if (action == "webapp" && parameters.contains("html"))
-            openWebAppWithHTMLSupportedOrientations(textForKey("html", parameters), orientations);
+    using Target = GADOpenParameters::Target;
+    const auto open = GADOpenParameters::fromDictionary(parameters);
+    if (open.target == Target::HTML)
+        openWebAppWithHTMLSupportedOrientations(open.html, open.orientations);
+    if (!open.url)
         return;
-    }
-    const NSURL url = GADStatistics::sharedStatistics().urlForClick(*requested);
-    if (action == "browser" || action == "video")
-        openBrowserToURLSupportedOrientations(url, orientations);
-    else if (action == "webapp")
-        openWebAppSupportedOrientations(url, orientations);
+    const NSURL url = GADStatistics::sharedStatistics().urlForClick(*open.url);
+    if (open.target == Target::Browser)
+        openBrowserToURLSupportedOrientations(url, open.orientations);
+    else if (open.target == Target::WebApp)
+        openWebAppSupportedOrientations(url, open.orientations);
     else
         openApp(url);
 }

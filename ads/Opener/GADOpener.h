@@ -39,8 +39,7 @@ public:
         adController_ = std::move(controller);
     }
 
-    /// Opens by a bridge command's parameters: "a" says how, "u" or "html" what, "o" in which
-    /// orientation.
+    /// Opens what a bridge command's parameters ask for; see GADOpenParameters.
     void openNotification(const Value::Dictionary& parameters);
     /// Hands the address to the system, which may open another application with it. Waits a little
     /// for pings that are under way.

@@ -30,4 +30,9 @@ std::string_view gadTrimmed(std::string_view text) {
     return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
 }
 
+std::string gadTextForKey(std::string_view key, const Value::Dictionary& dictionary) {
+    const Value* value = dictionary.find(key);
+    return value ? std::string(value->string()) : std::string();
+}
+
 }

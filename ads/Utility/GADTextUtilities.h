@@ -1,4 +1,6 @@
 #pragma once
+#include "platform/foundation/Value.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,5 +15,8 @@ std::vector<std::string> gadComponents(std::string_view text, char separator);
 
 /// The text without white space and line breaks at its ends.
 std::string_view gadTrimmed(std::string_view text);
+
+/// The text of that key; empty when there is none.
+std::string gadTextForKey(std::string_view key, const Value::Dictionary& dictionary);
 
 }

@@ -1,0 +1,28 @@
+#pragma once
+#include "ads/Utility/GADSupportedOrientations.h"
+#include "platform/foundation/NSURL.h"
+#include "platform/foundation/NSURLResponse.h"
+
+#include <optional>
+#include <vector>
+
+namespace vistrel {
+
+/// What an ad's server says about the ad in the header fields of its answer. A field that is
+/// missing or empty says nothing; addresses that cannot be read are left out.
+struct GADAdHeaders {
+    static GADAdHeaders fromFields(const NSURLResponse::HeaderFields& fields);
+
+    /// Requested when the ad is shown.
+    std::vector<NSURL> trackingURLs;
+    /// Requested when a click has opened something.
+    std::vector<NSURL> clickURLs;
+    /// Of the screens that the ad opens; None when the server does not say.
+    GADSupportedOrientations orientations = GADSupportedOrientations::None;
+    /// Seconds to wait for the next start-up interstitial.
+    std::optional<float> interstitialTimeout;
+    /// Seconds until the next ad; 0 or less ends refreshing.
+    std::optional<float> refreshRate;
+};
+
+}

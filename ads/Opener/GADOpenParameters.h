@@ -1,0 +1,30 @@
+#pragma once
+#include "ads/Utility/GADSupportedOrientations.h"
+#include "platform/foundation/NSURL.h"
+#include "platform/foundation/Value.h"
+
+#include <optional>
+#include <string>
+
+namespace vistrel {
+
+/// What an ad page wants opened, read from a bridge command's parameters: "a" says how, "u" or
+/// "html" what, "o" in which orientation.
+struct GADOpenParameters {
+    enum class Target {
+        Nothing,
+        Browser,     ///< `url`
+        WebApp,      ///< `url`
+        HTML,        ///< a web app of `html`
+        Application, ///< `url`, by the system
+    };
+
+    static GADOpenParameters fromDictionary(const Value::Dictionary& parameters);
+
+    Target target = Target::Nothing;
+    std::optional<NSURL> url;
+    std::string html;
+    GADSupportedOrientations orientations = GADSupportedOrientations::Any;
+};
+
+}
