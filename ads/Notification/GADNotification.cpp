@@ -2,6 +2,7 @@
 
 #include "ads/Network/GADNetworkUtilities.h"
 #include "ads/Utility/GADTextualDescription.h"
+#include "platform/foundation/UTF8Text.h"
 
 namespace vistrel {
 
@@ -25,6 +26,8 @@ std::optional<GADNotification> GADNotification::notificationFromURL(const NSURL&
     std::string name = url.path();
     if (name.starts_with('/'))
         name.erase(0, 1);
+    if (!isUTF8(name))
+        name.clear();
     return GADNotification(std::move(name),
                            GADNetworkUtilities::dictionaryFromQueryString(url.query()));
 }

@@ -19,6 +19,7 @@ public:
     /// Nothing for any other address, and for a bridge address that asks for nothing known.
     static std::optional<GADNotification> notificationFromURL(const NSURL& url);
 
+    /// Empty when what the address gives is not UTF-8.
     const std::string& name() const { return name_; }
     const Value::Dictionary& parameters() const { return parameters_; }
     std::string description() const;

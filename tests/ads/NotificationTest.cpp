@@ -12,8 +12,7 @@ namespace {
 
 struct BridgeCase {
     std::string_view url;
-    /// Empty: no notification.
-    std::string_view name;
+    std::optional<std::string_view> name; ///< nothing: no notification
     Value::Dictionary parameters;
 };
 
@@ -25,19 +24,20 @@ TEST(GADNotification, ReadsBridgeAddresses) {
         {"gmsg:/close", "close", {}},
         {"gmsg://h/a/b?X=1", "a/b", {{"x", "1"}}},
         {"gmsg:name?a=b", "name", {{"a", "b"}}},
+        {"gmsg://h/%FF?a=b", "", {{"a", "b"}}},
         {"grokruf://launch?url=http%3A%2F%2Fh%2F", "open", {{"a", "browser"}, {"u", "http://h/"}}},
         {"grokruf://launch", "open", {{"a", "browser"}}},
         {"grokruf://closecanvas?x=1", "close", {}},
         {"grokruf://log?string=hello%20there", "log", {{"string", "hello there"}}},
-        {"grokruf://other?x=1", "", {}},
-        {"GMSG://h/close", "", {}},
-        {"http://h/close", "", {}},
+        {"grokruf://other?x=1", std::nullopt, {}},
+        {"GMSG://h/close", std::nullopt, {}},
+        {"http://h/close", std::nullopt, {}},
     };
     for (const auto& [text, name, parameters] : cases) {
         const auto url = NSURL::URLWithString(text);
         ASSERT_TRUE(url) << text;
         const auto notification = GADNotification::notificationFromURL(*url);
-        EXPECT_EQ(notification.has_value(), !name.empty()) << text;
+        EXPECT_EQ(notification.has_value(), name.has_value()) << text;
         if (!notification)
             continue;
         EXPECT_EQ(notification->name(), name) << text;
