@@ -103,6 +103,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Row{"CanOpen", "gmsg://ads/canOpenURLs?urls=tel:1,odd:2", kOpenable, kOpenable},
                     Row{"EvaluateWithoutOpener", "gmsg://ads/evalInOpener?js=1", {}, {}},
                     Row{"CloseInABanner", "gmsg://ads/close", {}, {}},
+                    Row{"Touch", "gmsg://ads/touch?tx=1&ty=2&td=0", {}, {}},
+                    Row{"UnknownName", "gmsg://ads/selfdestruct", {}, {}, true},
                     Row{"UnknownHost", "grokruf://selfdestruct", {}, {}, true}),
     [](const testing::TestParamInfo<Row>& row) { return std::string(row.param.name); });
 

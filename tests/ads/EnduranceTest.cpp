@@ -1,0 +1,100 @@
+#include "ads/Statistics/GADStatistics.h"
+#include "ads/ViewController/GADViewController.h"
+#include "tests/ads/BannerTest.h"
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+
+namespace vistrel {
+namespace {
+
+/// What an ad and its screens may leave behind, in counts that a leak makes larger.
+struct Footprint {
+    std::size_t pages;
+    int transfers;
+    std::size_t pendingWork;
+    std::size_t storedPreferences;
+    std::string report; ///< the keys of the statistics, and how many clicks they hold
+
+    bool operator==(const Footprint&) const = default;
+};
+
+void PrintTo(const Footprint& footprint, std::ostream* out) {
+    *out << footprint.pages << " pages, " << footprint.transfers << " transfers, "
+         << footprint.pendingWork << " pending, " << footprint.storedPreferences << " stored, "
+         << footprint.report;
+}
+
+std::size_t sizeOf(const Value& value) {
+    std::size_t size = 1;
+    for (const auto& [key, member] : value.dictionary())
+        size += sizeOf(member);
+    for (const auto& element : value.array())
+        size += sizeOf(element);
+    return size;
+}
+
+class EnduranceTest : public BannerTest {
+protected:
+    EnduranceTest() {
+        network()
+            .at(kAdURL)
+            .body("<p>Ad</p>")
+            .header("X-Afma-Tracking-Urls", "http://track.example/a http://silent.example/")
+            .header("X-Afma-Click-Tracking-Urls", "http://click.example/a");
+        for (const char* url : {"http://track.example/a", "http://click.example/a"})
+            network().at(url).body("ok");
+        network().at("http://silent.example/").neverAnswers();
+    }
+
+    void openAndClose(const std::string& url) {
+        ASSERT_EQ(webEngine().pages().size(), 1U) << "a page other than the ad's is alive";
+        touchAd();
+        go(url, host::WebNavigationType::LinkClicked);
+        advance(1);
+        auto screen = std::dynamic_pointer_cast<GADViewController>(root().modalViewController());
+        ASSERT_TRUE(screen) << url;
+        page().finishLoad();
+        screen->relinquishScreen();
+        screen.reset(); // its page is emptied two seconds after it went
+        advance(5);
+    }
+
+    Footprint footprint() {
+        GADStatistics& statistics = GADStatistics::sharedStatistics();
+        statistics.synchronize();
+        const auto report = statistics.parameters();
+        std::string text;
+        for (const auto& [key, value] : report)
+            text += key + (key == "pcc" ? "=" + std::to_string(value.integerValue()) : "") + " ";
+        return {webEngine().pages().size(), network().runningTransfers(), loop().pendingWork(),
+                sizeOf(preferences().stored()), text};
+    }
+};
+
+TEST_F(EnduranceTest, AdsAndTheirScreensLeaveNothingBehind) {
+    constexpr int rounds = 50;
+    std::optional<Footprint> first;
+    for (int round = 0; round < rounds; ++round) {
+        SCOPED_TRACE(round);
+        show();
+        advance(0.2);
+        for (const char* url :
+             {"http://shop.example/a", "gmsg://ads/open?a=browser&u=http://shop.example/b"})
+            ASSERT_NO_FATAL_FAILURE(openAndClose(url));
+        advance(60); // a server that does not answer is given up
+        const Footprint now = footprint();
+        if (!first)
+            first = now;
+        ASSERT_EQ(now, *first);
+    }
+    EXPECT_EQ(first->transfers, 0);
+    EXPECT_EQ(GADStatistics::sharedStatistics().adRequestCount(), rounds);
+    EXPECT_EQ(requestsFor("http://click.example/a"), 2 * rounds);
+}
+
+}
+}
