@@ -14,10 +14,10 @@ public:
     /// `root` is the screen's root view; it outlives the dispatcher.
     explicit UIEventDispatcher(UIView& root);
 
-    /// One step of a touch, in screen points. A second touch while one is down is ignored.
     /// Whether a touch that begins there goes to foreign content, which hears of it from the system
     /// and not from here; the view that shows the content is told with touchWillBeginInside.
     bool touchBeginsInForeignContent(CGPoint location, double timestamp);
+    /// One step of a touch, in screen points. A second touch while one is down is ignored.
     void sendTouch(UITouchPhase phase, CGPoint location, double timestamp);
     /// Wheel or touchpad movement in points; goes to the innermost scroll view under the point that
     /// can scroll so.
