@@ -1,6 +1,7 @@
 #include "platform/media/MPMovieControls.h"
 
 #include "platform/foundation/NSTimer.h"
+#include "platform/foundation/Weakly.h"
 #include "platform/media/MPMovieTransportButton.h"
 #include "platform/uikit/UIButton.h"
 #include "platform/uikit/UILabel.h"
@@ -58,7 +59,13 @@ MPMovieControls::MPMovieControls(CGRect frame, Actions actions)
     UIView::setOpaque(false);
     makeTopBar();
     makeBottomBar();
-    keepShown();
+}
+
+std::shared_ptr<MPMovieControls> MPMovieControls::withActions(CGRect frame, Actions actions) {
+    const std::shared_ptr<MPMovieControls> controls(new MPMovieControls(frame, std::move(actions)));
+    controls->connect();
+    controls->keepShown();
+    return controls;
 }
 
 MPMovieControls::~MPMovieControls() {
@@ -73,17 +80,10 @@ void MPMovieControls::makeTopBar() {
     doneButton_->setTitleColorForState(UIColor::whiteColor(), UIControlState::Normal);
     doneButton_->titleLabel().setFont(UIFont::boldSystemFontOfSize(14));
     doneButton_->setBackgroundColor(UIColor::colorWithRedGreenBlueAlpha(0.16F, 0.34F, 0.78F, 0.9F));
-    doneButton_->addTarget([this] { actions_.done(); }, UIControlEventTouchUpInside);
     elapsed_ = makeTimeLabel(UITextAlignment::Right);
     remaining_ = makeTimeLabel(UITextAlignment::Left);
     position_ = std::make_shared<UISlider>();
     position_->setAccessibility({UIAccessibilityRole::Slider, "Position", {}, true});
-    position_->addTarget(
-        [this] {
-            keepShown();
-            actions_.seek(position_->value());
-        },
-        UIControlEventValueChanged);
     for (const std::shared_ptr<UIView>& part : std::initializer_list<std::shared_ptr<UIView>>{
              doneButton_, elapsed_, position_, remaining_})
         topBar_->addSubview(part);
@@ -93,24 +93,31 @@ void MPMovieControls::makeTopBar() {
 void MPMovieControls::makeBottomBar() {
     bottomBar_ = makeBar();
     transport_ = std::make_shared<MPMovieTransportButton>();
-    transport_->addTarget(
-        [this] {
-            keepShown();
-            actions_.togglePlay();
-        },
-        UIControlEventTouchUpInside);
     volume_ = std::make_shared<UISlider>();
     volume_->setAccessibility({UIAccessibilityRole::Slider, "Volume", {}, true});
     volume_->setValue(1);
-    volume_->addTarget(
-        [this] {
-            keepShown();
-            actions_.setVolume(volume_->value());
-        },
-        UIControlEventValueChanged);
     bottomBar_->addSubview(transport_);
     bottomBar_->addSubview(volume_);
     addSubview(bottomBar_);
+}
+
+void MPMovieControls::connect() {
+    const auto whenTouched = [this](void (*act)(MPMovieControls&)) {
+        return weakly(this, [act](MPMovieControls& controls) {
+            controls.keepShown();
+            act(controls);
+        });
+    };
+    doneButton_->addTarget(whenTouched([](auto& controls) { controls.actions_.done(); }),
+                           UIControlEventTouchUpInside);
+    transport_->addTarget(whenTouched([](auto& controls) { controls.actions_.togglePlay(); }),
+                          UIControlEventTouchUpInside);
+    position_->addTarget(
+        whenTouched([](auto& controls) { controls.actions_.seek(controls.position_->value()); }),
+        UIControlEventValueChanged);
+    volume_->addTarget(
+        whenTouched([](auto& controls) { controls.actions_.setVolume(controls.volume_->value()); }),
+        UIControlEventValueChanged);
 }
 
 void MPMovieControls::layoutSubviews() {
@@ -174,8 +181,8 @@ void MPMovieControls::hide() {
 void MPMovieControls::keepShown() {
     if (fadeTimer_)
         fadeTimer_->invalidate();
-    fadeTimer_ =
-        NSTimer::scheduledTimer(kFadeAfter, NSTimer::Repeats::No, [this] { fadeIfPlaying(); });
+    fadeTimer_ = NSTimer::scheduledTimer(kFadeAfter, NSTimer::Repeats::No,
+                                         weakly(this, &MPMovieControls::fadeIfPlaying));
 }
 
 void MPMovieControls::fadeIfPlaying() {

@@ -30,14 +30,14 @@ public:
         bool playing = false;
     };
 
-    MPMovieControls(CGRect frame, Actions actions);
+    static std::shared_ptr<MPMovieControls> withActions(CGRect frame, Actions actions);
     ~MPMovieControls() override;
 
     void update(const State& state);
     bool areShown() const { return shown_; }
     void show();
     void hide();
-    /// The few seconds begin anew.
+    /// Restarts the few seconds.
     void keepShown();
 
     void layoutSubviews() override;
@@ -45,8 +45,11 @@ public:
     bool pointInside(CGPoint point) const override;
 
 private:
+    MPMovieControls(CGRect frame, Actions actions);
     void makeTopBar();
     void makeBottomBar();
+    /// Has the parts report to `actions_`.
+    void connect();
     void fadeIfPlaying();
 
     Actions actions_;

@@ -31,7 +31,7 @@ MPMovieView::MPMovieView(CGRect frame, MPMovieControls::Actions actions)
     : UIView(frame)
     , actions_(actions)
     , picture_(std::make_shared<Picture>())
-    , controls_(std::make_shared<MPMovieControls>(frame, std::move(actions))) {
+    , controls_(MPMovieControls::withActions(frame, std::move(actions))) {
     setBackgroundColor(UIColor::blackColor());
     setClipsToBounds(true);
     addSubview(picture_);
