@@ -67,9 +67,9 @@ class Media {
 public:
     virtual ~Media() = default;
     /// `url` is http, https, or file with a device path.
-    virtual std::unique_ptr<MoviePlayback> createMoviePlayback(const std::string& url) = 0;
+    virtual std::shared_ptr<MoviePlayback> createMoviePlayback(const std::string& url) = 0;
     /// Opens a local file for sound; fails when it cannot be opened or holds no sound.
-    virtual Result<std::unique_ptr<Playback>> createAudioPlayback(const std::string& url) = 0;
+    virtual Result<std::shared_ptr<Playback>> createAudioPlayback(const std::string& url) = 0;
     /// `path` is a device path.
     virtual Result<std::unique_ptr<AudioFileReader>> openAudioFile(const std::string& path) = 0;
     /// "Speaker", "Headphone", ...; empty without a route; a failure without a sound system. Cheap:

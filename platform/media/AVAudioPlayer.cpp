@@ -27,7 +27,7 @@ std::shared_ptr<AVAudioPlayer> AVAudioPlayer::withContentsOfURL(const NSURL& url
     return player;
 }
 
-AVAudioPlayer::AVAudioPlayer(NSURL url, std::unique_ptr<host::Playback> playback)
+AVAudioPlayer::AVAudioPlayer(NSURL url, std::shared_ptr<host::Playback> playback)
     : url_(std::move(url))
     , playback_(std::move(playback)) {}
 

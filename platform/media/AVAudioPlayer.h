@@ -39,7 +39,7 @@ public:
     const NSURL& url() const { return url_; }
 
 private:
-    AVAudioPlayer(NSURL url, std::unique_ptr<host::Playback> playback);
+    AVAudioPlayer(NSURL url, std::shared_ptr<host::Playback> playback);
     void playbackDidBecomeReady() override {}
     void playbackStalled(bool /*stalled*/) override {}
     void playbackDidEnd() override;
@@ -49,7 +49,7 @@ private:
     void endInterruption();
 
     NSURL url_;
-    std::unique_ptr<host::Playback> playback_;
+    std::shared_ptr<host::Playback> playback_;
     std::weak_ptr<AVAudioPlayerDelegate> delegate_;
     int numberOfLoops_ = 0;
     int loopsPlayed_ = 0;

@@ -83,7 +83,7 @@ private:
     bool playing_ = false;
     bool finished_ = false;
     bool showsItself_ = false;
-    std::unique_ptr<host::MoviePlayback> playback_;
+    std::shared_ptr<host::MoviePlayback> playback_;
     std::shared_ptr<MPMovieView> view_;
     std::shared_ptr<NSTimer> refreshTimer_;
 };

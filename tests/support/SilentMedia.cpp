@@ -22,17 +22,17 @@ private:
 
 }
 
-std::unique_ptr<host::MoviePlayback> SilentMedia::createMoviePlayback(const std::string& url) {
-    return std::make_unique<SilentPlayback>(*this, url);
+std::shared_ptr<host::MoviePlayback> SilentMedia::createMoviePlayback(const std::string& url) {
+    return std::make_shared<SilentPlayback>(*this, url);
 }
 
-host::Result<std::unique_ptr<host::Playback>>
+host::Result<std::shared_ptr<host::Playback>>
 SilentMedia::createAudioPlayback(const std::string& url) {
     if (const std::string& failure = items_[url].failure; !failure.empty())
         return host::Failure{EINVAL, failure};
-    auto playback = std::make_unique<SilentPlayback>(*this, url);
+    auto playback = std::make_shared<SilentPlayback>(*this, url);
     playback->becomeReady();
-    return std::unique_ptr<host::Playback>(std::move(playback));
+    return std::shared_ptr<host::Playback>(std::move(playback));
 }
 
 host::Result<std::unique_ptr<host::AudioFileReader>>

@@ -77,8 +77,8 @@ public:
     explicit SilentMedia(host::EventLoop& loop)
         : loop_(loop) {}
 
-    std::unique_ptr<host::MoviePlayback> createMoviePlayback(const std::string& url) override;
-    host::Result<std::unique_ptr<host::Playback>>
+    std::shared_ptr<host::MoviePlayback> createMoviePlayback(const std::string& url) override;
+    host::Result<std::shared_ptr<host::Playback>>
     createAudioPlayback(const std::string& url) override;
     host::Result<std::unique_ptr<host::AudioFileReader>>
     openAudioFile(const std::string& path) override;

@@ -78,13 +78,13 @@ PlaybackSource GstMedia::sourceOf(const std::string& url) const {
     return source;
 }
 
-std::unique_ptr<host::MoviePlayback> GstMedia::createMoviePlayback(const std::string& url) {
+std::shared_ptr<host::MoviePlayback> GstMedia::createMoviePlayback(const std::string& url) {
     startGStreamer();
     keepLargeBlocks();
-    return std::make_unique<GstPlayback>(sourceOf(url), GstPlayback::Picture::Shown, sound_);
+    return std::make_shared<GstPlayback>(sourceOf(url), GstPlayback::Picture::Shown, sound_);
 }
 
-host::Result<std::unique_ptr<host::Playback>>
+host::Result<std::shared_ptr<host::Playback>>
 GstMedia::createAudioPlayback(const std::string& url) {
     const std::string path = devicePath(url);
     if (path.empty())
@@ -95,8 +95,8 @@ GstMedia::createAudioPlayback(const std::string& url) {
     PlaybackSource source = sourceOf(url);
     source.duration = reader.value()->info().value().duration;
     startGStreamer();
-    return std::unique_ptr<host::Playback>(
-        std::make_unique<GstPlayback>(std::move(source), GstPlayback::Picture::None, sound_));
+    return std::shared_ptr<host::Playback>(
+        std::make_shared<GstPlayback>(std::move(source), GstPlayback::Picture::None, sound_));
 }
 
 host::Result<std::unique_ptr<host::AudioFileReader>>

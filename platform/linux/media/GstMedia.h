@@ -14,8 +14,8 @@ class GstMedia : public host::Media {
 public:
     explicit GstMedia(const MediaSetup& setup);
 
-    std::unique_ptr<host::MoviePlayback> createMoviePlayback(const std::string& url) override;
-    host::Result<std::unique_ptr<host::Playback>>
+    std::shared_ptr<host::MoviePlayback> createMoviePlayback(const std::string& url) override;
+    host::Result<std::shared_ptr<host::Playback>>
     createAudioPlayback(const std::string& url) override;
     host::Result<std::unique_ptr<host::AudioFileReader>>
     openAudioFile(const std::string& path) override;

@@ -1,5 +1,6 @@
 #include "platform/linux/media/GstPlayback.h"
 
+#include "platform/foundation/Weakly.h"
 #include "platform/linux/media/GstPlaybackWiring.h"
 
 #include <algorithm>
@@ -24,8 +25,7 @@ GstClockTime clockTimeOf(double seconds) {
 GstPlayback::GstPlayback(PlaybackSource source, Picture picture, SoundOutput& sound)
     : source_(std::move(source))
     , sound_(sound)
-    , picture_(picture == Picture::Shown ? std::make_unique<VideoPicture>() : nullptr)
-    , self_(std::make_shared<GstPlayback*>(this)) {}
+    , picture_(picture == Picture::Shown ? std::make_unique<VideoPicture>() : nullptr) {}
 
 GstPlayback::~GstPlayback() {
     close();
@@ -43,15 +43,16 @@ void GstPlayback::open() {
     g_object_set(
         pipeline, "audio-sink", sound_.makeSink(picture_ ? "video" : "music"), "video-sink",
         picture_ ? picture_->makeSink() : gst_element_factory_make("fakesink", nullptr), nullptr);
-    loudness_ = Wiring::insertVolume(pipeline);
-    Wiring::dressSource(pipeline, source_);
-    Wiring::watchRequests(pipeline, self_);
-    gst_object_unref(pipeline);
+    loudness_ = insertVolume(pipeline);
     gst_play_set_video_track_enabled(play_, picture_ != nullptr);
     gst_play_set_subtitle_track_enabled(play_, FALSE);
-    GstBus* bus = gst_play_get_message_bus(play_);
-    busWatch_ = gst_bus_add_watch(bus, Wiring::busMessage, this);
-    gst_object_unref(bus);
+    bus_ = NativeReference<GstBus>::adopt(gst_play_get_message_bus(play_));
+    gst_bus_add_signal_watch(bus_.get());
+    connections_ = {dressSource(pipeline, source_),
+                    watchRequests(pipeline, weakly(this, &GstPlayback::stateRequested)),
+                    connectSignal<void(GstMessage*)>(bus_.get(), "message",
+                                                     weakly(this, &GstPlayback::received))};
+    gst_object_unref(pipeline);
     gst_play_set_uri(play_, source_.url.c_str());
     setVolume(volume_);
     if (position_ > 0)
@@ -61,9 +62,11 @@ void GstPlayback::open() {
 void GstPlayback::close() {
     if (!play_)
         return;
-    g_source_remove(std::exchange(busWatch_, 0));
+    connections_ = {};
+    gst_bus_remove_signal_watch(bus_.get());
+    bus_ = {};
     loudness_ = {};
-    Wiring::retire(std::exchange(play_, nullptr));
+    retire(std::exchange(play_, nullptr));
     opened_ = ready_ = seeking_ = stalled_ = interrupted_ = false;
 }
 
@@ -160,7 +163,6 @@ void GstPlayback::setVolume(float volume) {
 }
 
 void GstPlayback::received(GstMessage* message) {
-    const std::weak_ptr<GstPlayback*> self = self_;
     forgetRunningTime();
     GstPlayMessage type{};
     gst_play_message_parse_type(message, &type);
@@ -169,8 +171,7 @@ void GstPlayback::received(GstMessage* message) {
         GstPlayState state{};
         gst_play_message_parse_state_changed(message, &state);
         stateChanged(state);
-        if (!self.expired())
-            tellWhenReady();
+        tellWhenReady();
         break;
     }
     case GST_PLAY_MESSAGE_SEEK_DONE:

@@ -1,11 +1,13 @@
 #pragma once
 #include "platform/host/Media.h"
+#include "platform/linux/NativeCallback.h"
 #include "platform/linux/NativeReference.h"
 #include "platform/linux/media/SoundOutput.h"
 #include "platform/linux/media/VideoPicture.h"
 
 #include <gst/play/play.h>
 
+#include <array>
 #include <memory>
 #include <string>
 #include <vector>
@@ -20,10 +22,10 @@ struct PlaybackSource {
     double duration = 0; ///< seconds where it is known beforehand; wins over the pipeline's guess
 };
 
-/// One player over GstPlay. Its pipeline runs on threads of its own; everything it reports comes
-/// through a message bus that is watched on the main loop. The pipeline exists from prepare or
-/// play to stop.
-class GstPlayback : public host::MoviePlayback {
+/// One player over GstPlay. Its pipeline runs on its own threads and reports through a message bus
+/// that is watched on the main loop. The pipeline exists from prepare or play to stop. Owned by a
+/// std::shared_ptr.
+class GstPlayback : public host::MoviePlayback, public std::enable_shared_from_this<GstPlayback> {
 public:
     enum class Picture { None, Shown };
 
@@ -53,7 +55,6 @@ public:
     GstPlay* native() const { return play_; }
 
 private:
-    struct Wiring;
     void open();
     void close();
     void received(GstMessage* message);
@@ -75,8 +76,8 @@ private:
     std::unique_ptr<VideoPicture> picture_;
     host::PlaybackClient* client_ = nullptr;
     GstPlay* play_ = nullptr;
-    guint busWatch_ = 0;
-    std::shared_ptr<GstPlayback*> self_;
+    NativeReference<GstBus> bus_; ///< what GstPlay reports
+    std::array<SignalConnection, 3> connections_;
     bool playing_ = false; ///< wanted
     bool opened_ = false;  ///< paused or playing
     bool ready_ = false;

@@ -6,12 +6,12 @@ DeferredMedia::DeferredMedia(const MediaSetup& setup)
     : media_("media", setup.log, kCreateMediaSymbol,
              [setup](CreateMedia create) { return std::shared_ptr<host::Media>(create(setup)); }) {}
 
-std::unique_ptr<host::MoviePlayback> DeferredMedia::createMoviePlayback(const std::string& url) {
+std::shared_ptr<host::MoviePlayback> DeferredMedia::createMoviePlayback(const std::string& url) {
     auto* media = media_.get();
     return media ? media->createMoviePlayback(url) : nullptr;
 }
 
-host::Result<std::unique_ptr<host::Playback>>
+host::Result<std::shared_ptr<host::Playback>>
 DeferredMedia::createAudioPlayback(const std::string& url) {
     if (auto* media = media_.get())
         return media->createAudioPlayback(url);

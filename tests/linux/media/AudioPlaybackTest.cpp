@@ -142,6 +142,12 @@ TEST_F(AudioPlaybackTest, ASoundServersRequestInterruptsAndGivesTheChoiceBack) {
     EXPECT_LT(playback->currentTime(), held + 0.3);
     playback->play();
     EXPECT_TRUE(turnUntil([&] { return playback->currentTime() > held + 0.4; }));
+
+    // A request may still be on its way when the player goes.
+    requestState(*playback, GST_STATE_PAUSED);
+    playback.reset();
+    turnFor(0.1);
+    EXPECT_THAT(client_.interruptions, ElementsAre(true, false));
 }
 
 TEST_F(AudioPlaybackTest, APauseOfOnesOwnIsNoInterruption) {

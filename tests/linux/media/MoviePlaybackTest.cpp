@@ -29,7 +29,7 @@ class MoviePlaybackTest : public PlaybackFixture {
 protected:
     static void SetUpTestSuite() { ASSERT_TRUE(gtk_init_check()) << "no display"; }
 
-    std::unique_ptr<host::MoviePlayback> movie(const std::string& url) {
+    std::shared_ptr<host::MoviePlayback> movie(const std::string& url) {
         auto made = media_->createMoviePlayback(url);
         made->setClient(&client_);
         return made;

@@ -44,7 +44,7 @@ protected:
     }
     ~PlaybackFixture() override { g_object_unref(jar_); }
 
-    std::unique_ptr<host::Playback> audio(const std::string& name) {
+    std::shared_ptr<host::Playback> audio(const std::string& name) {
         auto made = media_->createAudioPlayback("file:///" + name);
         EXPECT_TRUE(made.ok()) << name;
         if (!made)
