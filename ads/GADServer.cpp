@@ -6,7 +6,7 @@
 namespace vistrel {
 
 void useGADServer(const NSURL& origin) {
-    const std::string text = origin.absoluteString();
+    const std::string& text = origin.absoluteString();
     const auto begin = text.find("//") + 2;
     const std::string host = text.substr(begin, text.find('/', begin) - begin);
     overrideGADSetting(kGADStaticContentHost, host);

@@ -36,7 +36,7 @@ void settingsDidArrive(const NSNotification& settings) {
 }
 
 std::shared_ptr<GADInterstitial> GADInterstitial::make() {
-    const std::shared_ptr<GADInterstitial> made(new GADInterstitial);
+    std::shared_ptr<GADInterstitial> made(new GADInterstitial);
     made->setUp();
     return made;
 }

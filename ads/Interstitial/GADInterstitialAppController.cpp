@@ -22,7 +22,7 @@ std::shared_ptr<GADInterstitialAppController>
 GADInterstitialAppController::withWindowImageTimeoutInterstitial(
     const std::shared_ptr<UIWindow>& window, std::shared_ptr<const UIImage> image, int timeout,
     std::shared_ptr<GADInterstitial> interstitial) {
-    const std::shared_ptr<GADInterstitialAppController> made(new GADInterstitialAppController);
+    std::shared_ptr<GADInterstitialAppController> made(new GADInterstitialAppController);
     made->interstitial_ = std::move(interstitial);
     made->hold_ = made;
     made->timeout_ = NSTimer::scheduledTimer(

@@ -48,18 +48,18 @@ GADObjectPrivate::GADObjectPrivate()
     : delegateManager_(std::make_shared<GADDelegateManager>()) {}
 
 std::shared_ptr<GADObjectPrivate> GADObjectPrivate::withFrame(CGRect frame) {
-    const std::shared_ptr<GADObjectPrivate> made(new GADObjectPrivate);
+    std::shared_ptr<GADObjectPrivate> made(new GADObjectPrivate);
     made->setUp(frame, nullptr);
     return made;
 }
 
 std::shared_ptr<GADObjectPrivate> GADObjectPrivate::withView(GADBannerView& view) {
-    const std::shared_ptr<GADObjectPrivate> made(new GADObjectPrivate);
+    std::shared_ptr<GADObjectPrivate> made(new GADObjectPrivate);
     made->setUp(view.bounds(), std::static_pointer_cast<GADBannerView>(view.shared_from_this()));
     return made;
 }
 
-void GADObjectPrivate::setUp(CGRect bounds, std::shared_ptr<GADBannerView> adView) {
+void GADObjectPrivate::setUp(CGRect bounds, const std::shared_ptr<GADBannerView>& adView) {
     adView_ = adView;
     webViewDelegate_ = std::make_shared<GADBannerWebViewDelegate>();
     const auto self = weakReference<GADObjectPrivate>(this);

@@ -97,7 +97,7 @@ public:
 
 protected:
     GADObjectPrivate();
-    void setUp(CGRect bounds, std::shared_ptr<GADBannerView> adView);
+    void setUp(CGRect bounds, const std::shared_ptr<GADBannerView>& adView);
 
 private:
     enum class AutoRefresh { No, Yes };

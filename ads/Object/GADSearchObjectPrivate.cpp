@@ -5,7 +5,7 @@
 namespace vistrel {
 
 std::shared_ptr<GADObjectPrivate> GADSearchObjectPrivate::withView(GADBannerView& view) {
-    const std::shared_ptr<GADSearchObjectPrivate> made(new GADSearchObjectPrivate);
+    std::shared_ptr<GADSearchObjectPrivate> made(new GADSearchObjectPrivate);
     made->setUp(view.bounds(), std::static_pointer_cast<GADBannerView>(view.shared_from_this()));
     return made;
 }

@@ -15,6 +15,6 @@ std::optional<Value::Dictionary> GADMacros::readJson(std::optional<std::string_v
     GAD_ZelJSON::Reading reading = GAD_ZelJSON().objectWithString(text);
     if (!reading.value || !reading.value->isDictionary())
         return std::nullopt;
-    return std::move(reading.value->dictionary());
+    return reading.value->dictionary();
 }
 }

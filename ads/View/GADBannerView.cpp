@@ -12,7 +12,7 @@
 namespace vistrel {
 
 std::shared_ptr<GADBannerView> GADBannerView::withFrame(CGRect frame) {
-    const std::shared_ptr<GADBannerView> banner(new GADBannerView(frame));
+    std::shared_ptr<GADBannerView> banner(new GADBannerView(frame));
     banner->setPrivate(GADObjectPrivate::withView(*banner));
     return banner;
 }

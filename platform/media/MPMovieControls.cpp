@@ -62,7 +62,7 @@ MPMovieControls::MPMovieControls(CGRect frame, Actions actions)
 }
 
 std::shared_ptr<MPMovieControls> MPMovieControls::withActions(CGRect frame, Actions actions) {
-    const std::shared_ptr<MPMovieControls> controls(new MPMovieControls(frame, std::move(actions)));
+    std::shared_ptr<MPMovieControls> controls(new MPMovieControls(frame, std::move(actions)));
     controls->connect();
     controls->keepShown();
     return controls;

@@ -134,10 +134,10 @@ std::shared_ptr<UIViewController> UIViewController::modalViewController() const 
     return outermostContainer().modal_;
 }
 
-void UIViewController::presentModalViewController(std::shared_ptr<UIViewController> controller,
-                                                  bool animated) {
+void UIViewController::presentModalViewController(
+    const std::shared_ptr<UIViewController>& controller, bool animated) {
     const auto self = outermostContainer().weak_from_this().lock();
-    outermostContainer().presentation().present(std::move(controller), animated);
+    outermostContainer().presentation().present(controller, animated);
 }
 
 void UIViewController::dismissModalViewControllerAnimated(bool animated) {

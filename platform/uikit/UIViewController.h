@@ -62,7 +62,8 @@ public:
 
     /// Covers the whole window with `controller`, sliding up when animated. One at a time on a
     /// screen.
-    void presentModalViewController(std::shared_ptr<UIViewController> controller, bool animated);
+    void presentModalViewController(const std::shared_ptr<UIViewController>& controller,
+                                    bool animated);
     /// Takes the modal screen of this one away; asked of a modal screen itself, its presenter does
     /// it.
     void dismissModalViewControllerAnimated(bool animated);

@@ -13,6 +13,7 @@ void dress(GstElement* element, const std::vector<std::string>& cookies, const s
     if (cookies.empty() || !g_object_class_find_property(type, "cookies"))
         return;
     std::vector<const char*> fields;
+    fields.reserve(cookies.size() + 1);
     for (const std::string& cookie : cookies)
         fields.push_back(cookie.c_str());
     fields.push_back(nullptr);

@@ -124,7 +124,7 @@ YuvPlane YuvScaler::halved(const YuvPlane& plane) {
         const std::uint8_t* upper = rowOf(plane, 2 * row);
         const std::uint8_t* lower = rowOf(plane, 2 * row + 1);
         std::uint8_t* out = to.data() + count(width, row);
-        for (int x = 0; x < width; ++x)
+        for (std::ptrdiff_t x = 0; x < width; ++x)
             out[x] = static_cast<std::uint8_t>(
                 (upper[2 * x] + upper[2 * x + 1] + lower[2 * x] + lower[2 * x + 1] + 2) >> 2);
     }
@@ -169,7 +169,7 @@ void YuvScaler::findColorTerms(const YuvColors& colors, const std::uint8_t* blue
     std::int32_t* greenTerms = greenTerms_.data();
     std::int32_t* blueTerms = blueTerms_.data();
     const std::int32_t rounding = (1 << (kFractionBits - 1)) - colors.lumaOffset * colors.luma;
-    for (int x = 0; x < count; ++x) {
+    for (std::ptrdiff_t x = 0; x < count; ++x) {
         const auto b = static_cast<std::int16_t>(blue[x] - 128);
         const auto r = static_cast<std::int16_t>(red[x] - 128);
         redTerms[2 * x] = redTerms[2 * x + 1] = colors.redFromRed * r + rounding;

@@ -69,7 +69,7 @@ struct CookieExchange::Wait {
 
 std::shared_ptr<CookieExchange::Wait>
 CookieExchange::wait(std::function<void(bool answered)> done) const {
-    const auto wait = std::make_shared<Wait>(Wait{session_, std::move(done)});
+    auto wait = std::make_shared<Wait>(Wait{session_, std::move(done)});
     callLater(
         [weak = std::weak_ptr(wait)] {
             if (const auto late = weak.lock())

@@ -39,7 +39,7 @@ constexpr const char* kEveryPage = R"js((function () {
 
 void PageScripts::evaluate(WebKitWebView* view, const std::string& script,
                            GCancellable* cancellable,
-                           std::function<void(const std::string&)> done) {
+                           const std::function<void(const std::string&)>& done) {
     callAsync(
         [view = NativeReference<WebKitWebView>::ref(view), done](GAsyncResult* result) {
             const auto value = NativeReference<JSCValue>::adopt(

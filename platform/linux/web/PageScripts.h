@@ -8,7 +8,7 @@ namespace vistrel::PageScripts {
 
 /// Runs a script in the main frame; `done` gets the result as text, empty for none or a failure.
 void evaluate(WebKitWebView* view, const std::string& script, GCancellable* cancellable,
-              std::function<void(const std::string&)> done);
+              const std::function<void(const std::string&)>& done);
 
 /// Starts the view's web process, and leaves nothing in the history.
 void startProcess(WebKitWebView* view);
