@@ -8,6 +8,8 @@
 namespace vistrel::NSRunLoop {
 
 Token performAfterDelay(double delay, std::function<void()> work) {
+    if (!host::isInstalled())
+        return 0; // an object that outlived the loop is being destroyed
     return host::current().loop->schedule(delay > 0 ? delay : 0, std::move(work));
 }
 

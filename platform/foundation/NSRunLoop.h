@@ -9,7 +9,8 @@ namespace NSRunLoop {
 
 using Token = std::uint64_t;
 
-/// Calls `work` once, `delay` seconds from now (0: at the next turn). Returns a token for cancel.
+/// Calls `work` once, `delay` seconds from now (0: at the next turn). Returns a token for cancel;
+/// 0, and the work is dropped, when the host is gone.
 Token performAfterDelay(double delay, std::function<void()> work);
 void cancelPerform(Token token);
 

@@ -1,6 +1,7 @@
 #include "platform/foundation/NSNotificationCenter.h"
 #include "platform/foundation/NSRunLoop.h"
 #include "platform/foundation/NSTimer.h"
+#include "platform/host/Host.h"
 #include "tests/support/HostTest.h"
 
 #include <gmock/gmock.h>
@@ -67,6 +68,14 @@ TEST_F(NSTimerTest, CancelledPerformsAreForgotten) {
     NSRunLoop::cancelPerform(0);
     advance(2);
     EXPECT_THAT(fired_, ElementsAre(0));
+}
+
+TEST_F(NSTimerTest, WorkAskedForWhenTheLoopIsGoneIsDropped) {
+    host::install(nullptr);
+    EXPECT_EQ(NSRunLoop::performAfterDelay(0, note()), 0U);
+    host::install(&deterministicHost().host);
+    advance(1);
+    EXPECT_THAT(fired_, IsEmpty());
 }
 
 class NSNotificationCenterTest : public ::testing::Test {
