@@ -1,6 +1,7 @@
 #include "tour/AdTour.h"
 
 #include "ads/Browser/GADBrowserController.h"
+#include "ads/Delegate/GADWebViewDelegate.h"
 #include "ads/GADSettings.h"
 #include "ads/Interstitial/GADInterstitial.h"
 #include "ads/Request/GADRequest.h"
@@ -69,7 +70,10 @@ bool isMenuBack() {
 
 bool hasFrontPageLoaded() {
     const auto page = frontPage();
-    return page && !page->URLString().empty() && !page->isLoading();
+    const auto delegate =
+        page ? std::dynamic_pointer_cast<GADWebViewDelegate>(page->delegate()) : nullptr;
+    // A page has an address, and is not loading, before its load begins.
+    return delegate && delegate->hasLoadedAtLeastOnce() && !page->isLoading();
 }
 
 std::function<void()> tapOn(const char* button) {
