@@ -128,6 +128,7 @@ void GADBrowserController::buildToolbar(double toolbarHeight, bool pad) {
     vars->toolbar_->setTintColor(UIColor::blackColor());
     view()->addSubview(vars->toolbar_);
     refreshToolbar();
+    vars->safariButton_->setEnabled(false); // there is no page yet
 }
 
 void GADBrowserController::makeItems() {
@@ -175,7 +176,7 @@ void GADBrowserController::refreshToolbar() {
     const bool loading = vars->webView_->isLoading();
     vars->backButton_->setEnabled(vars->webView_->canGoBack());
     vars->forwardButton_->setEnabled(vars->webView_->canGoForward());
-    vars->safariButton_->setEnabled(!loading && !vars->webView_->URLString().empty());
+    vars->safariButton_->setEnabled(!loading);
     if (loading)
         vars->spinner_->startAnimating();
     else
