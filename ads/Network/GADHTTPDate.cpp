@@ -1,5 +1,7 @@
 #include "ads/Network/GADHTTPDate.h"
 
+#include "platform/foundation/Trimmed.h"
+
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -16,8 +18,6 @@ using namespace std::chrono;
 constexpr std::array<std::string_view, 7> kDays{"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
 constexpr std::array<std::string_view, 12> kMonths{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                                    "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-
-constexpr std::string_view kBlanks = " \t";
 
 /// Takes pieces off the front of a text; once one is not there, everything fails.
 class Scanner {
@@ -61,13 +61,6 @@ private:
     std::string_view rest_;
     bool failed_ = false;
 };
-
-std::string_view trimmed(std::string_view text) {
-    const auto begin = text.find_first_not_of(kBlanks);
-    if (begin == std::string_view::npos)
-        return {};
-    return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
-}
 
 }
 

@@ -3,6 +3,7 @@
 #include "ads/Utility/GADNumberUtilities.h"
 #include "ads/Utility/GADTextUtilities.h"
 #include "platform/foundation/HeaderFieldNames.h"
+#include "platform/foundation/Trimmed.h"
 
 #include <string>
 #include <string_view>
@@ -19,7 +20,7 @@ std::vector<NSURL> urlsOfField(const Fields& fields, std::string_view name) {
     std::vector<NSURL> urls;
     for (const std::string& list : valuesOfHeaderField(fields, name)) {
         for (const std::string& piece : gadComponents(list, ' ')) {
-            if (auto url = NSURL::URLWithString(gadTrimmed(piece)))
+            if (auto url = NSURL::URLWithString(trimmed(piece)))
                 urls.push_back(std::move(*url));
         }
     }

@@ -15,6 +15,7 @@
 #include "platform/foundation/NSLog.h"
 #include "platform/foundation/NSRunLoop.h"
 #include "platform/foundation/NSUserDefaults.h"
+#include "platform/foundation/Trimmed.h"
 #include "platform/foundation/Weakly.h"
 
 #include <algorithm>
@@ -220,7 +221,7 @@ void GADObjectPrivate::readHeaders() {
 void GADObjectPrivate::showAd() {
     readHeaders();
     const std::string content = adHTMLString().value_or("");
-    const std::string_view page = gadTrimmed(content);
+    const std::string_view page = trimmed(content);
     scheduleRefresh();
     if (page.empty()) {
         fail(GADErrorCode::NoFill);

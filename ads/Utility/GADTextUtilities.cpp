@@ -22,14 +22,6 @@ std::vector<std::string> gadComponents(std::string_view text, char separator) {
     return components;
 }
 
-std::string_view gadTrimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\n\v\f\r";
-    const auto begin = text.find_first_not_of(blanks);
-    if (begin == std::string_view::npos)
-        return {};
-    return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
-}
-
 std::string gadTextForKey(std::string_view key, const Value::Dictionary& dictionary) {
     const Value* value = dictionary.find(key);
     return value ? std::string(value->string()) : std::string();

@@ -13,9 +13,6 @@ std::string gadLowerCased(std::string text);
 /// The pieces between the separators, empty ones included.
 std::vector<std::string> gadComponents(std::string_view text, char separator);
 
-/// The text without white space and line breaks at its ends.
-std::string_view gadTrimmed(std::string_view text);
-
 /// The text of that key; empty when there is none.
 std::string gadTextForKey(std::string_view key, const Value::Dictionary& dictionary);
 

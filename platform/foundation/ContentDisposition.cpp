@@ -2,6 +2,7 @@
 
 #include "platform/foundation/HeaderFieldNames.h"
 #include "platform/foundation/PercentEncoding.h"
+#include "platform/foundation/Trimmed.h"
 #include "platform/foundation/UTF8Text.h"
 
 #include <algorithm>
@@ -9,14 +10,6 @@
 namespace vistrel {
 
 namespace {
-
-std::string_view withoutBlanks(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r\n";
-    const auto begin = text.find_first_not_of(blanks);
-    if (begin == std::string_view::npos)
-        return {};
-    return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
-}
 
 /// Takes everything up to the next ";" that stands outside quotes.
 std::string_view takeParameter(std::string_view& header) {
@@ -78,8 +71,8 @@ std::optional<std::string> filenameOfContentDisposition(std::string_view header)
         const auto equals = parameter.find('=');
         if (equals == std::string_view::npos)
             continue;
-        const std::string_view name = withoutBlanks(parameter.substr(0, equals));
-        const std::string_view value = withoutBlanks(parameter.substr(equals + 1));
+        const std::string_view name = trimmed(parameter.substr(0, equals));
+        const std::string_view value = trimmed(parameter.substr(equals + 1));
         if (!plain && headerFieldNamesAreEqual(name, "filename"))
             plain = plainForm(value);
         else if (!extended && headerFieldNamesAreEqual(name, "filename*"))

@@ -1,6 +1,7 @@
 #include "platform/uikit/MFMailComposeForm.h"
 
 #include "platform/foundation/NSBundle.h"
+#include "platform/foundation/Trimmed.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UILabel.h"
@@ -52,13 +53,6 @@ private:
 
 std::string translated(const std::string& key) {
     return NSBundle::mainBundle().localizedStringForKeyValue(key);
-}
-
-std::string trimmed(const std::string& text) {
-    const auto first = text.find_first_not_of(" \t\r\n");
-    if (first == std::string::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
 }
 
 }
@@ -122,7 +116,7 @@ std::vector<std::string> MFMailComposeForm::addresses(Row row) const {
     std::string address;
     bool quoted = false;
     const auto finish = [&] {
-        const std::string plain = trimmed(std::exchange(address, {}));
+        const std::string plain(trimmed(std::exchange(address, {})));
         if (!plain.empty())
             addresses.push_back(plain);
     };

@@ -1,5 +1,6 @@
 #include "platform/linux/mail/MailMessage.h"
 
+#include "platform/foundation/Trimmed.h"
 #include "platform/linux/NativeReference.h"
 
 #include <gmime/gmime.h>
@@ -40,11 +41,7 @@ std::string validText(const std::string& text) {
 std::string headerText(std::string text) {
     std::ranges::replace_if(
         text, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, ' ');
-    text = validText(text);
-    const auto first = text.find_first_not_of(' ');
-    if (first == std::string::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+    return std::string(trimmed(validText(text)));
 }
 
 std::string bodyText(std::string_view typed) {

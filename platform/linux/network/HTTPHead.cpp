@@ -1,6 +1,7 @@
 #include "platform/linux/network/HTTPHead.h"
 
 #include "platform/foundation/HeaderFieldNames.h"
+#include "platform/foundation/Trimmed.h"
 
 #include <algorithm>
 #include <charconv>
@@ -14,19 +15,11 @@ constexpr int kMostInterimAnswers = 16;
 constexpr std::size_t kMostBytes = std::size_t{256} * 1024;
 constexpr std::size_t kMostFields = 1000;
 
-std::string_view withoutBlanks(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r\n";
-    const auto begin = text.find_first_not_of(blanks);
-    if (begin == std::string_view::npos)
-        return {};
-    return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
-}
-
 /// "HTTP/1.1 200 OK", "HTTP/2 200": 0 when there is no number.
 int statusIn(std::string_view line) {
     int status = 0;
     line.remove_prefix(std::min(line.find(' '), line.size()));
-    line = withoutBlanks(line);
+    line = trimmed(line);
     std::from_chars(line.data(), line.data() + line.size(), status);
     return status;
 }
@@ -37,15 +30,14 @@ bool HTTPHead::take(std::string_view line) {
     bytes_ += line.size();
     if (complete_)
         return bytes_ <= kMostBytes;
-    line = withoutBlanks(line);
+    line = trimmed(line);
     if (line.empty())
         return endOfFields();
     if (line.starts_with("HTTP/")) {
         status_ = statusIn(line);
         fields_.clear();
     } else if (const auto colon = line.find(':'); colon != std::string_view::npos) {
-        fields_.emplace_back(withoutBlanks(line.substr(0, colon)),
-                             withoutBlanks(line.substr(colon + 1)));
+        fields_.emplace_back(trimmed(line.substr(0, colon)), trimmed(line.substr(colon + 1)));
     }
     return bytes_ <= kMostBytes && fields_.size() <= kMostFields;
 }
@@ -61,7 +53,7 @@ std::string HTTPHead::field(std::string_view name) const {
 
 std::string HTTPHead::mimeType() const {
     const std::string type = field("Content-Type");
-    return std::string(withoutBlanks(type.substr(0, type.find_first_of(";,"))));
+    return std::string(trimmed(type.substr(0, type.find_first_of(";,"))));
 }
 
 std::optional<std::string> HTTPHead::location() const {
