@@ -59,7 +59,8 @@ BodyDecoder::Step BodyDecoder::decode(std::span<const std::byte> input,
     stream_.avail_out = static_cast<uInt>(output.size());
     int result = Z_OK;
     while (stream_.avail_out > 0 && (stream_.avail_in > 0 || outputPending_)) {
-        if (complete_ && !(isGzip_ && input[used()] == kGzipStart)) {
+        ended_ = ended_ || (complete_ && !(isGzip_ && input[used()] == kGzipStart));
+        if (ended_) {
             stream_.avail_in = 0; // whatever follows is not part of the body
             break;
         }

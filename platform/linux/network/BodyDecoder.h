@@ -40,6 +40,7 @@ private:
     bool isGzip_;
     bool started_ = false;
     bool complete_ = false;
+    bool ended_ = false;         ///< something followed that is not part of the body
     bool outputPending_ = false; ///< the output had no room for what the input held
     std::uint64_t read_ = 0;
     std::uint64_t written_ = 0;
