@@ -1,7 +1,6 @@
 #include "platform/uikit/SceneWalk.h"
 
 #include "platform/graphics/Bitmap.h"
-#include "platform/graphics/CGContext.h"
 #include "platform/graphics/UIImage.h"
 #include "platform/uikit/CAGradientLayer.h"
 #include "platform/uikit/FlipDrawing.h"
@@ -41,7 +40,7 @@ bool SceneWalk::isLayingOut() {
 void SceneWalk::layOut(UIView& root) {
     ++layingOut;
     for (int round = 0; round < kLayoutRounds; ++round) {
-        if (!root.needsLayout_ && !root.descendantNeedsLayout_) {
+        if (!root.needsLayout()) {
             break;
         }
         root.layoutIfNeeded();
@@ -61,20 +60,21 @@ void SceneWalk::walkContents(UIView& root, SceneVisitor& visitor) {
 }
 
 void SceneWalk::walkView(UIView& view, SceneVisitor& visitor, const CGRect& visible) {
-    if (view.hidden_) {
+    if (view.isHidden()) {
         return;
     }
     const ViewState& shown = view.presentationState();
-    const bool flipping = UIViewAnimationEngine::shared().isFlipping(view);
-    if (view.presentation_ || flipping) {
-        UIViewAnimationEngine::shared().movingViewWasDrawn();
+    auto& animations = UIViewAnimationEngine::shared();
+    const bool flipping = animations.isFlipping(view);
+    if (flipping || animations.isMoving(view)) {
+        animations.movingViewWasDrawn();
     }
     if (shown.alpha <= 0) {
         return;
     }
     const auto toSuperview = shown.toSuperview();
     const auto inside = toSuperview.inverted().apply(visible);
-    if (view.clipsToBounds_ && !shown.bounds.intersects(inside)) {
+    if (view.clipsToBounds() && !shown.bounds.intersects(inside)) {
         return;
     }
     const bool fades = shown.alpha < 1;
@@ -95,7 +95,7 @@ void SceneWalk::walkView(UIView& view, SceneVisitor& visitor, const CGRect& visi
 
 void SceneWalk::walkInside(UIView& view, SceneVisitor& visitor, const CGRect& visible) {
     const CGRect bounds = view.presentationState().bounds;
-    const bool clips = view.clipsToBounds_;
+    const bool clips = view.clipsToBounds();
     if (clips) {
         visitor.pushClip(bounds);
     }
@@ -104,7 +104,7 @@ void SceneWalk::walkInside(UIView& view, SceneVisitor& visitor, const CGRect& vi
     }
     drawGradients(view, visitor, false);
     const auto inner = clips ? CGRectIntersection(bounds, visible) : visible;
-    for (const auto& child : view.subviews_) {
+    for (const auto& child : view.subviews()) {
         walkView(*child, visitor, inner);
     }
     drawGradients(view, visitor, true);
@@ -119,8 +119,7 @@ void SceneWalk::walkOwn(UIView& view, const CGRect& bounds, SceneVisitor& visito
     }
     auto picture = view.contentPicture();
     if (!picture && view.drawsContent()) {
-        paintIfNeeded(view);
-        picture = view.backing_;
+        picture = view.drawnPicture();
     }
     const auto& background = view.presentationState().backgroundColor;
     if (background.alpha > 0 && !(picture && picture->isOpaque())) {
@@ -131,38 +130,6 @@ void SceneWalk::walkOwn(UIView& view, const CGRect& bounds, SceneVisitor& visito
     }
     if (auto* foreign = view.foreignContent()) {
         visitor.drawForeign(bounds, *foreign);
-    }
-}
-
-void SceneWalk::paintIfNeeded(UIView& view) {
-    const double scale = UIImage::screenScale();
-    const CGRect bounds = view.bounds();
-    const int width = Bitmap::pixelsFor(bounds.size.width, scale);
-    const int height = Bitmap::pixelsFor(bounds.size.height, scale);
-    const bool fits = view.backing_ && view.backingScale_ == scale &&
-                      view.backing_->width() == width && view.backing_->height() == height;
-    if (fits && !view.needsDisplay_) {
-        return;
-    }
-    view.needsDisplay_ = false;
-    view.backingScale_ = scale;
-    // Painted over in place: outputs learn of it by the generation.
-    if (fits) {
-        view.backing_->clear();
-    } else {
-        view.backing_ = std::make_shared<Bitmap>(width, height);
-    }
-    {
-        CGContext context(view.backing_, scale);
-        context.translate(-bounds.minX(), -bounds.minY());
-        UIGraphicsPushContext(context);
-        view.drawRect(bounds);
-        UIGraphicsPopContext();
-    }
-    if (view.opaque_) {
-        view.backing_->findOpacity();
-    } else {
-        view.backing_->setOpaque(false);
     }
 }
 

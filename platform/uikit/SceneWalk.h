@@ -23,7 +23,6 @@ private:
     static void walkInside(UIView& view, SceneVisitor& visitor, const CGRect& visible);
     static void walkFlip(UIView& view, SceneVisitor& visitor);
     static void walkOwn(UIView& view, const CGRect& bounds, SceneVisitor& visitor);
-    static void paintIfNeeded(UIView& view);
 };
 
 }

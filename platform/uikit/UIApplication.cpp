@@ -11,6 +11,7 @@
 #include "platform/uikit/UIApplicationDelegate.h"
 #include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UIScreen.h"
+#include "platform/uikit/UIScreenView.h"
 #include "platform/uikit/UIStatusBar.h"
 #include "platform/uikit/UIViewAnimation.h"
 #include "platform/uikit/UIViewAnimationEngine.h"
@@ -60,19 +61,15 @@ void UIApplication::resetSharedApplication() {
     // Views that go may still ask for the application; it is there until they are gone.
     if (auto& shared = instance()) {
         shared->delegate_.reset();
-        shared->screen_->isScreen_ = false;
-        shared->screen_->detachSubviews();
+        shared->screen_->turnOff();
         shared.reset();
     }
 }
 
 UIApplication::UIApplication()
-    : screen_(std::make_shared<UIView>(UIScreen::mainScreen().bounds()))
+    : screen_(std::make_shared<UIScreenView>(UIScreen::mainScreen().bounds()))
     , statusBar_(std::make_shared<UIStatusBar>())
     , events_(std::make_unique<UIEventDispatcher>(*screen_)) {
-    screen_->isScreen_ = true;
-    screen_->setBackgroundColor(UIColor::blackColor());
-    screen_->setClipsToBounds(true);
     auto* display = host::current().display;
     UIImage::setScreenScale(display->scale());
     display->setFrameHandler(&CADisplayLink::fire);

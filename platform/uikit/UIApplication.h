@@ -11,6 +11,7 @@ class NSURL;
 class SceneVisitor;
 class UIApplicationDelegate;
 class UIEventDispatcher;
+class UIScreenView;
 class UIStatusBar;
 class UIView;
 class UIWindow;
@@ -78,18 +79,20 @@ public:
     /// Where touches and keys go in.
     UIEventDispatcher& events() { return *events_; }
 
-private:
-    friend class UIWindow;
-    friend struct std::default_delete<UIApplication>;
-    UIApplication();
-    ~UIApplication();
-    static std::unique_ptr<UIApplication>& instance();
+    // For windows.
+    /// Puts the window on the screen, above those of its level or lower.
     void showWindow(UIWindow& window);
     void setKeyWindow(UIWindow& window);
+
+    ~UIApplication();
+
+private:
+    UIApplication();
+    static std::unique_ptr<UIApplication>& instance();
     void placeStatusBar();
 
     std::shared_ptr<UIApplicationDelegate> delegate_;
-    std::shared_ptr<UIView> screen_;
+    std::shared_ptr<UIScreenView> screen_;
     std::shared_ptr<UIStatusBar> statusBar_;
     std::unique_ptr<UIEventDispatcher> events_;
     std::weak_ptr<UIView> keyWindow_;

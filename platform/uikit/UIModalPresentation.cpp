@@ -17,14 +17,17 @@ constexpr double kSlideSeconds = 0.4;
 UIModalPresentation::UIModalPresentation(UIViewController& presenter)
     : presenter_(presenter) {}
 
-UIModalPresentation::~UIModalPresentation() = default;
+UIModalPresentation::~UIModalPresentation() {
+    if (modal_)
+        modal_->setPresentingViewController(nullptr);
+}
 
 void UIModalPresentation::present(const std::shared_ptr<UIViewController>& modal, bool animated) {
     transition_.finish();
-    if (!modal || presenter_.modal_ || modal->presenter_)
+    if (!modal || modal_ || modal->presentingViewController())
         return;
-    presenter_.modal_ = modal;
-    modal->presenter_ = &presenter_;
+    modal_ = modal;
+    modal->setPresentingViewController(&presenter_);
     const UIView& covered = *presenter_.view();
     presenterFrame_ = covered.frame();
     UIView* stage = covered.superview();
@@ -35,15 +38,14 @@ void UIModalPresentation::present(const std::shared_ptr<UIViewController>& modal
 }
 
 void UIModalPresentation::dismiss(bool animated) {
-    if (!presenter_.modal_)
+    if (!modal_)
         return;
     transition_.finish();
-    const auto modal = presenter_.modal_;
+    const auto modal = modal_;
     if (!modal)
         return;
-    if (modal->modal_)
-        modal->presentation().dismiss(false);
-    presenter_.modal_ = nullptr;
+    modal->presentation().dismiss(false);
+    modal_ = nullptr;
     begin(Way::Down, modal, animated);
 }
 
@@ -111,7 +113,7 @@ void UIModalPresentation::presented(UIViewController& modal, bool animated) {
 }
 
 void UIModalPresentation::dismissed(UIViewController& modal, bool animated) {
-    modal.presenter_ = nullptr;
+    modal.setPresentingViewController(nullptr);
     modal.view()->removeFromSuperview();
     presenter_.sendViewDidAppear(animated);
     modal.sendViewDidDisappear(animated);

@@ -18,6 +18,8 @@ public:
 
     void present(const std::shared_ptr<UIViewController>& modal, bool animated);
     void dismiss(bool animated);
+    /// Null when nothing is presented, or it slides down.
+    const std::shared_ptr<UIViewController>& modal() const { return modal_; }
     /// A slide is on its way.
     bool isMoving() const { return transition_.isRunning(); }
 
@@ -31,6 +33,7 @@ private:
     void dismissed(UIViewController& modal, bool animated);
 
     UIViewController& presenter_;
+    std::shared_ptr<UIViewController> modal_;
     std::weak_ptr<UIView> stage_; ///< what holds presenter's and modal screen's view: the window
     CGRect presenterFrame_;
     UIScreenTransition transition_;

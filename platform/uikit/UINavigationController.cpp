@@ -34,7 +34,7 @@ UINavigationController::~UINavigationController() {
     // The bar may live on in a view that somebody else holds, and its items hold the screens.
     bar_->setItems({}, false);
     for (const auto& controller : stack_)
-        controller->navigationController_ = nullptr;
+        controller->setNavigationController(nullptr);
 }
 
 std::shared_ptr<UIViewController> UINavigationController::topViewController() const {
@@ -87,7 +87,7 @@ void UINavigationController::pushViewController(std::shared_ptr<UIViewController
         return;
     transition_.finish();
     const auto old = topViewController();
-    controller->navigationController_ = this;
+    controller->setNavigationController(this);
     stack_.push_back(std::move(controller));
     showTopScreen(Way::Push, old, animated);
 }
@@ -116,7 +116,7 @@ void UINavigationController::popTo(std::size_t count, bool animated) {
     // onto this stack.
     for (const auto& controller : leaving) {
         if (std::find(stack_.begin(), stack_.end(), controller) == stack_.end())
-            controller->navigationController_ = nullptr;
+            controller->setNavigationController(nullptr);
     }
 }
 

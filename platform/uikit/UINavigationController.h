@@ -29,8 +29,6 @@ public:
     void viewDidLoad() override;
     void didReceiveMemoryWarning() override;
     bool escapePressed() override;
-
-protected:
     void sendViewWillAppear(bool animated) override;
     void sendViewDidAppear(bool animated) override;
     void sendViewWillDisappear(bool animated) override;

@@ -49,6 +49,10 @@ public:
     bool takesUnfocusedKeys() const override { return true; }
     void setFrame(const CGRect& frame) override;
 
+    /// Adds a part of the content at the back, or in front of all but the indicator.
+    void addContentAtBack(std::shared_ptr<UIView> view);
+    void addContentInFront(std::shared_ptr<UIView> view);
+
 protected:
     /// After every change of the offset.
     virtual void didScroll();
@@ -57,9 +61,6 @@ protected:
     /// The offset's allowed range, insets included.
     CGPoint minimumOffset() const;
     CGPoint maximumOffset() const;
-    /// Adds a part of the content at the back, or in front of all but the indicator.
-    void addContentAtBack(std::shared_ptr<UIView> view);
-    void addContentInFront(std::shared_ptr<UIView> view);
 
 private:
     bool canMoveVertically() const;

@@ -19,13 +19,22 @@ UITableView::UITableView(CGRect frame, UITableViewStyle style)
     : UIScrollView(frame)
     , style_(style)
     , layout_(std::make_unique<UITableViewLayout>())
-    , rows_(std::make_unique<UITableViewRows>(*this))
-    , headers_(std::make_unique<UITableViewHeaders>(*this))
-    , selection_(std::make_unique<UITableViewSelection>(*this))
-    , editing_(std::make_unique<UITableViewEditing>(*this))
-    , updates_(std::make_unique<UITableViewUpdates>(*this)) {
+    , rows_(
+          std::make_unique<UITableViewRows>(*this, *layout_,
+                                            [this](UITableViewCell& cell, const NSIndexPath& path) {
+                                                editing_->prepareCell(cell, path);
+                                                selection_->prepareCell(cell, path);
+                                            }))
+    , headers_(
+          std::make_unique<UITableViewHeaders>(*this, *layout_, style == UITableViewStyle::Plain))
+    , editing_(std::make_unique<UITableViewEditing>(*this, *rows_))
+    , selection_(std::make_unique<UITableViewSelection>(*this, *layout_, *rows_, *editing_))
+    , updates_(std::make_unique<UITableViewUpdates>(
+          *this, UITableViewUpdates::Parts{*layout_, *rows_, *selection_, *editing_},
+          [this] { rebuildLayout(); })) {
     UIView::setBackgroundColor(UIColor::whiteColor());
     setAlwaysBounceVertical(true);
+    updateSeparators();
 }
 
 UITableView::~UITableView() = default;
@@ -64,12 +73,18 @@ void UITableView::setSectionHeaderHeight(double height) {
 
 void UITableView::setSeparatorStyle(UITableViewCellSeparatorStyle style) {
     separatorStyle_ = style;
-    rows_->updateSeparators();
+    updateSeparators();
 }
 
 void UITableView::setSeparatorColor(const UIColor& color) {
     separatorColor_ = color;
-    rows_->updateSeparators();
+    updateSeparators();
+}
+
+void UITableView::updateSeparators() {
+    rows_->setSeparator(separatorStyle_ == UITableViewCellSeparatorStyle::None
+                            ? std::nullopt
+                            : std::optional(separatorColor_));
 }
 
 void UITableView::setTableFooterView(std::shared_ptr<UIView> view) {
@@ -135,27 +150,20 @@ void UITableView::layoutSubviews() {
         return;
     loadIfNeeded();
     tiling_ = true;
-    tile();
-    tiling_ = false;
-    placeFooter();
-}
-
-void UITableView::tile() {
     const CGRect area = bounds();
     rows_->tile(area.minY(), area.maxY());
     headers_->tile(area.minY() + contentInset().top, area.maxY());
+    tiling_ = false;
+    placeFooter();
 }
 
 void UITableView::placeFooter() {
     if (!footerView_)
         return;
-    const CGRect frame = rectForSpan(layout_->contentHeight(), footerView_->frame().size.height);
+    const UITableViewLayout::Span place{layout_->contentHeight(), footerView_->frame().size.height};
+    const CGRect frame = place.rect(bounds().size.width);
     if (footerView_->frame() != frame)
         footerView_->setFrame(frame);
-}
-
-CGRect UITableView::rectForSpan(double top, double height) const {
-    return CGRectMake(0, top, bounds().size.width, height);
 }
 
 // Asking about rows.
@@ -207,16 +215,14 @@ CGRect UITableView::rectForRowAtIndexPath(const NSIndexPath& indexPath) const {
     loadIfNeeded();
     if (!layout_->contains(indexPath))
         return {};
-    const auto span = layout_->row(indexPath);
-    return rectForSpan(span.top, span.height);
+    return layout_->row(indexPath).rect(bounds().size.width);
 }
 
 CGRect UITableView::rectForHeaderInSection(int section) const {
     loadIfNeeded();
     if (section < 0 || section >= layout_->sectionCount())
         return {};
-    const auto span = layout_->header(section);
-    return rectForSpan(span.top, span.height);
+    return layout_->header(section).rect(bounds().size.width);
 }
 
 std::shared_ptr<UIView> UITableView::headerViewForSection(int section) const {
@@ -310,6 +316,30 @@ void UITableView::touchesMoved(const UITouch& touch) {
     // A swipe stays a swipe: the list does not move under the button that it has brought.
     if (!editing_->confirming())
         UIScrollView::touchesMoved(touch);
+}
+
+void UITableView::cellTouchBegan(UITableViewCell& cell) {
+    selection_->touchBegan(cell);
+}
+
+void UITableView::cellTouchEnded() {
+    selection_->touchEnded();
+}
+
+void UITableView::cellTouchCancelled() {
+    selection_->touchCancelled();
+}
+
+void UITableView::cellActivated(UITableViewCell& cell) {
+    selection_->activate(cell);
+}
+
+void UITableView::cellDeleteCirclePressed(UITableViewCell& cell) {
+    editing_->circlePressed(cell);
+}
+
+void UITableView::cellConfirmationPressed(UITableViewCell& cell) {
+    editing_->confirmationPressed(cell);
 }
 
 void UITableView::willBeginDragging() {

@@ -1,6 +1,7 @@
 #pragma once
 #include "platform/uikit/NSIndexPath.h"
 #include "platform/uikit/UIScrollView.h"
+#include "platform/uikit/UITableViewCellOwner.h"
 #include "platform/uikit/UITableViewDataSource.h"
 #include "platform/uikit/UITableViewDelegate.h"
 
@@ -10,7 +11,6 @@
 #include <vector>
 
 namespace vistrel {
-class UITableViewCell;
 class UITableViewEditing;
 class UITableViewHeaders;
 class UITableViewLayout;
@@ -25,7 +25,7 @@ enum class UITableViewRowAnimation { Fade = 0, Right = 1, Left = 2, Top = 3, Bot
 
 /// A scrolling list of rows in sections. Keeps cells only for rows on screen and reuses them by
 /// identifier. Main thread only. Does not retain its delegate or data source.
-class UITableView : public UIScrollView {
+class UITableView : public UIScrollView, public UITableViewCellOwner {
 public:
     explicit UITableView(CGRect frame = {}, UITableViewStyle style = UITableViewStyle::Plain);
     ~UITableView() override;
@@ -39,16 +39,15 @@ public:
     double rowHeight() const; ///< default 44
     void setRowHeight(double height);
     double sectionHeaderHeight() const; ///< default 23; one height for all headers
-    /// Holds for the headers that are asked for from now on. Header views are asked for in the
-    /// order of sections when the table loads, and each takes the height that stands after its
-    /// call.
+    /// Applies to headers requested from now on: they are requested section by section when the
+    /// table loads, and each takes the height set after its call.
     void setSectionHeaderHeight(double height);
     void setSeparatorStyle(UITableViewCellSeparatorStyle style);
     void setSeparatorColor(const UIColor& color);
     /// Scrolls with the rows, below them.
     void setTableFooterView(std::shared_ptr<UIView> view);
 
-    /// Rows are asked for again and the scroll offset is kept. The selection is cleared.
+    /// Requests the rows again and keeps the scroll offset. The selection is cleared.
     void reloadData();
     int numberOfSections() const;
     int numberOfRowsInSection(int section) const;
@@ -98,20 +97,17 @@ protected:
     void willBeginDragging() override;
 
 private:
-    friend class UITableViewCell;
-    friend class UITableViewCellControls;
-    friend class UITableViewEditing;
-    friend class UITableViewHeaders;
-    friend class UITableViewRows;
-    friend class UITableViewSelection;
-    friend class UITableViewUpdates;
+    void cellTouchBegan(UITableViewCell& cell) override;
+    void cellTouchEnded() override;
+    void cellTouchCancelled() override;
+    void cellActivated(UITableViewCell& cell) override;
+    void cellDeleteCirclePressed(UITableViewCell& cell) override;
+    void cellConfirmationPressed(UITableViewCell& cell) override;
 
     void loadIfNeeded() const;
     void rebuildLayout();
-    /// Rows and headers on screen as the offset asks.
-    void tile();
     void placeFooter();
-    CGRect rectForSpan(double top, double height) const;
+    void updateSeparators();
 
     UITableViewStyle style_;
     std::weak_ptr<UITableViewDataSource> dataSource_;
@@ -127,8 +123,8 @@ private:
     std::unique_ptr<UITableViewLayout> layout_;       ///< where rows and headers lie
     std::unique_ptr<UITableViewRows> rows_;           ///< cells on screen and for reuse
     std::unique_ptr<UITableViewHeaders> headers_;     ///< section headers on screen
-    std::unique_ptr<UITableViewSelection> selection_; ///< touch and keyboard selection
     std::unique_ptr<UITableViewEditing> editing_;     ///< editing mode, swipes, confirmations
+    std::unique_ptr<UITableViewSelection> selection_; ///< touch and keyboard selection
     std::unique_ptr<UITableViewUpdates> updates_;     ///< animated row deletion
 };
 

@@ -5,9 +5,8 @@
 #include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UILabel.h"
-#include "platform/uikit/UITableView.h"
 #include "platform/uikit/UITableViewCellControls.h"
-#include "platform/uikit/UITableViewSelection.h"
+#include "platform/uikit/UITableViewCellOwner.h"
 #include "platform/uikit/UITouch.h"
 #include "platform/uikit/UIViewAnimation.h"
 
@@ -144,22 +143,8 @@ UIAccessibilityElement UITableViewCell::accessibilityElement() const {
     return {UIAccessibilityRole::Row, accessibilityLabel(), {}, true};
 }
 
-// What its table knows of it.
-
-UITableView* UITableViewCell::table() const {
-    return dynamic_cast<UITableView*>(superview());
-}
-
-void UITableViewCell::setSeparator(const std::optional<UIColor>& color) {
-    controls_->setSeparator(color);
-}
-
-void UITableViewCell::setDeleteConfirmationTitle(const std::string& title) {
-    controls_->setConfirmationTitle(title);
-}
-
-bool UITableViewCell::deleteConfirmationContains(CGPoint windowPoint) const {
-    return controls_->confirmationContains(windowPoint);
+UITableViewCellOwner* UITableViewCell::owner() const {
+    return dynamic_cast<UITableViewCellOwner*>(superview());
 }
 
 std::shared_ptr<UIView> UITableViewCell::hitTest(CGPoint point) {
@@ -173,30 +158,30 @@ std::shared_ptr<UIView> UITableViewCell::hitTest(CGPoint point) {
 }
 
 void UITableViewCell::touchesBegan(const UITouch&) {
-    if (UITableView* owner = table())
-        owner->selection_->touchBegan(*this);
+    if (auto* table = owner())
+        table->cellTouchBegan(*this);
 }
 
 void UITableViewCell::touchesMoved(const UITouch& touch) {
-    UITableView* owner = table();
-    if (owner && !pointInside(touch.locationInView(*this)))
-        owner->selection_->touchCancelled();
+    auto* table = owner();
+    if (table && !pointInside(touch.locationInView(*this)))
+        table->cellTouchCancelled();
 }
 
 void UITableViewCell::touchesEnded(const UITouch&) {
-    if (UITableView* owner = table())
-        owner->selection_->touchEnded();
+    if (auto* table = owner())
+        table->cellTouchEnded();
 }
 
 void UITableViewCell::touchesCancelled(const UITouch&) {
-    if (UITableView* owner = table())
-        owner->selection_->touchCancelled();
+    if (auto* table = owner())
+        table->cellTouchCancelled();
 }
 
 void UITableViewCell::accessibilityActivate() {
-    UITableView* owner = table();
-    if (owner && !UIApplication::sharedApplication().events().isIgnoringInteraction())
-        owner->selection_->activate(*this);
+    auto* table = owner();
+    if (table && !UIApplication::sharedApplication().events().isIgnoringInteraction())
+        table->cellActivated(*this);
 }
 
 }

@@ -2,14 +2,13 @@
 #include "platform/uikit/UIView.h"
 
 #include <memory>
-#include <optional>
 #include <string>
 
 namespace vistrel {
 class UIImageView;
 class UILabel;
-class UITableView;
 class UITableViewCellControls;
+class UITableViewCellOwner;
 
 enum class UITableViewCellStyle { Default = 0 };
 enum class UITableViewCellAccessoryType { None = 0, DisclosureIndicator = 1 };
@@ -63,17 +62,12 @@ public:
     /// Selects the row.
     void accessibilityActivate() override;
 
-private:
-    friend class UITableView;
-    friend class UITableViewCellControls;
-    friend class UITableViewEditing;
-    friend class UITableViewRows;
+    // For the table that shows the cell.
+    UITableViewCellControls& controls() { return *controls_; }
+    /// Null when the cell is in no table.
+    UITableViewCellOwner* owner() const;
 
-    /// The table that shows the cell; null when it is in none.
-    UITableView* table() const;
-    void setSeparator(const std::optional<UIColor>& color);
-    void setDeleteConfirmationTitle(const std::string& title);
-    bool deleteConfirmationContains(CGPoint windowPoint) const;
+private:
     void relayout(bool animated);
 
     std::string reuseIdentifier_;

@@ -1,8 +1,7 @@
 #include "platform/uikit/UITableViewCellControls.h"
 
-#include "platform/uikit/UITableView.h"
+#include "platform/uikit/UITableViewCellOwner.h"
 #include "platform/uikit/UITableViewCellParts.h"
-#include "platform/uikit/UITableViewEditing.h"
 #include "platform/uikit/UIViewAnimation.h"
 
 #include <numbers>
@@ -84,8 +83,8 @@ void UITableViewCellControls::makeDeleteCircle(const UITableViewCellLayout& layo
     circle_->addTarget(
         [circle = circle_.get()] {
             UITableViewCell* cell = cellOf(*circle);
-            if (UITableView* table = cell ? cell->table() : nullptr)
-                table->editing_->circlePressed(*cell);
+            if (auto* table = cell ? cell->owner() : nullptr)
+                table->cellDeleteCirclePressed(*cell);
         },
         UIControlEventTouchUpInside);
     cell_.addSubview(circle_);
@@ -99,8 +98,8 @@ void UITableViewCellControls::makeConfirmation(const UITableViewCellLayout& layo
     confirmation_->addTarget(
         [button = confirmation_.get()] {
             UITableViewCell* cell = cellOf(*button);
-            if (UITableView* table = cell ? cell->table() : nullptr)
-                table->editing_->confirmationPressed(*cell);
+            if (auto* table = cell ? cell->owner() : nullptr)
+                table->cellConfirmationPressed(*cell);
         },
         UIControlEventTouchUpInside);
     cell_.addSubview(confirmation_);

@@ -3,6 +3,7 @@
 #include "platform/foundation/NSBundle.h"
 #include "platform/uikit/UITableView.h"
 #include "platform/uikit/UITableViewCell.h"
+#include "platform/uikit/UITableViewCellControls.h"
 #include "platform/uikit/UITableViewRows.h"
 #include "platform/uikit/UITouch.h"
 
@@ -26,7 +27,7 @@ bool UITableViewEditing::canDelete(const NSIndexPath& path) const {
 void UITableViewEditing::setEditing(bool editing, bool animated) {
     hideConfirmation(animated);
     editing_ = editing;
-    const auto rows = table_.rows_->visible();
+    const auto rows = rows_.visible();
     for (const auto& row : rows)
         row.cell->setEditing(editing && canDelete(row.path), animated);
 }
@@ -38,7 +39,7 @@ void UITableViewEditing::prepareCell(UITableViewCell& cell, const NSIndexPath& p
 
 void UITableViewEditing::showConfirmation(const NSIndexPath& path) {
     hideConfirmation(true);
-    auto cell = table_.rows_->cellAt(path);
+    auto cell = rows_.cellAt(path);
     if (!cell)
         return;
     std::string title;
@@ -47,7 +48,7 @@ void UITableViewEditing::showConfirmation(const NSIndexPath& path) {
     if (title.empty())
         title = NSBundle::mainBundle().localizedStringForKeyValue("Delete");
     confirming_ = path;
-    cell->setDeleteConfirmationTitle(title);
+    cell->controls().setConfirmationTitle(title);
     cell->setShowingDeleteConfirmation(true, true);
 }
 
@@ -55,19 +56,19 @@ bool UITableViewEditing::hideConfirmation(bool animated) {
     const auto path = std::exchange(confirming_, std::nullopt);
     if (!path)
         return false;
-    if (auto cell = table_.rows_->cellAt(*path))
+    if (auto cell = rows_.cellAt(*path))
         cell->setShowingDeleteConfirmation(false, animated);
     return true;
 }
 
 void UITableViewEditing::circlePressed(UITableViewCell& cell) {
-    const auto path = table_.rows_->pathOf(cell);
+    const auto path = rows_.pathOf(cell);
     if (path)
         showConfirmation(*path);
 }
 
 void UITableViewEditing::confirmationPressed(UITableViewCell& cell) {
-    if (confirming_ && table_.rows_->pathOf(cell) == confirming_)
+    if (confirming_ && rows_.pathOf(cell) == confirming_)
         commitConfirmed();
 }
 
@@ -107,8 +108,8 @@ void UITableViewEditing::swiped(const UITouch& touch) {
 bool UITableViewEditing::touchWillBegin(const UITouch& touch) {
     if (!confirming_)
         return false;
-    const auto cell = table_.rows_->cellAt(*confirming_);
-    if (cell && cell->deleteConfirmationContains(touch.windowLocation))
+    const auto cell = rows_.cellAt(*confirming_);
+    if (cell && cell->controls().confirmationContains(touch.windowLocation))
         return false;
     return hideConfirmation(true);
 }

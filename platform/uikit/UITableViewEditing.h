@@ -6,21 +6,23 @@
 namespace vistrel {
 class UITableView;
 class UITableViewCell;
+class UITableViewRows;
 class UITouch;
 
 /// A table's ways to delete rows: a swipe, or editing mode with its red circles, then the
 /// confirmation button.
 class UITableViewEditing {
 public:
-    explicit UITableViewEditing(UITableView& table)
-        : table_(table) {}
+    UITableViewEditing(UITableView& table, const UITableViewRows& rows)
+        : table_(table)
+        , rows_(rows) {}
 
     bool isEditing() const { return editing_; }
     void setEditing(bool editing, bool animated);
     bool canDelete(const NSIndexPath& path) const;
     /// A cell that comes on screen gets its state.
     void prepareCell(UITableViewCell& cell, const NSIndexPath& path);
-    /// The table loads anew, or its rows change: no row asks for confirmation any more.
+    /// When the table reloads or its rows change: no row asks for confirmation any more.
     void forgetConfirmation() { confirming_.reset(); }
 
     /// The row whose confirmation button shows.
@@ -33,17 +35,18 @@ public:
 
     void circlePressed(UITableViewCell& cell);
     void confirmationPressed(UITableViewCell& cell);
-    /// Whether the touch is a swipe over a row that can be deleted so.
+    /// Whether the touch is a swipe over a row that can be deleted.
     bool isSwipe(const UITouch& touch) const;
-    /// Offers to delete the row that is swiped over.
+    /// Offers to delete the row under the swipe.
     void swiped(const UITouch& touch);
-    /// A touch elsewhere takes the offer back and does nothing else: true.
+    /// A touch elsewhere withdraws the offer and does nothing else: true.
     bool touchWillBegin(const UITouch& touch);
 
 private:
     std::optional<NSIndexPath> rowUnderStart(const UITouch& touch) const;
 
     UITableView& table_;
+    const UITableViewRows& rows_;
     bool editing_ = false;
     std::optional<NSIndexPath> confirming_;
 };

@@ -22,14 +22,12 @@ double UITableViewHeaders::load(int section) {
     if (const auto source = table_.dataSource(); source && !header.view)
         header.title = source->tableViewTitleForHeaderInSection(table_, section).value_or("");
     const bool hasHeader = header.view || !header.title.empty();
-    return hasHeader ? table_.sectionHeaderHeight_ : 0;
+    return hasHeader ? table_.sectionHeaderHeight() : 0;
 }
 
 void UITableViewHeaders::tile(double top, double bottom) {
-    const UITableViewLayout& layout = *table_.layout_;
-    const bool sticks = table_.style_ == UITableViewStyle::Plain;
     const auto place = [&](int section) {
-        return sticks ? layout.stickyHeader(section, top) : layout.header(section);
+        return sticks_ ? layout_.stickyHeader(section, top) : layout_.header(section);
     };
     const auto isAway = [&](int section) {
         const auto span = place(section);
@@ -43,9 +41,9 @@ void UITableViewHeaders::tile(double top, double bottom) {
             ++each;
         }
     }
-    const int first = std::max(layout.sectionAt(top), 0);
-    for (int section = first; section < layout.sectionCount(); ++section) {
-        if (layout.header(section).top >= bottom)
+    const int first = std::max(layout_.sectionAt(top), 0);
+    for (int section = first; section < layout_.sectionCount(); ++section) {
+        if (layout_.header(section).top >= bottom)
             break;
         if (isAway(section))
             continue;
@@ -54,7 +52,7 @@ void UITableViewHeaders::tile(double top, double bottom) {
         if (arrives)
             show(section);
         UIView& view = *visible_[section];
-        const CGRect frame = table_.rectForSpan(span.top, span.height);
+        const CGRect frame = span.rect(table_.bounds().size.width);
         if (view.frame() == frame)
             continue;
         if (arrives)

@@ -7,20 +7,23 @@
 
 namespace vistrel {
 class UITableView;
+class UITableViewLayout;
 class UIView;
 
-/// The section headers of a table: views of the delegate or titles of the data source, of which
-/// those on screen are in the table.
+/// The section headers of a table: views of the delegate or titles of the data source. Those on
+/// screen are in the table.
 class UITableViewHeaders {
 public:
-    explicit UITableViewHeaders(UITableView& table)
-        : table_(table) {}
+    /// `sticks`: a header stays at the top while rows of its section show.
+    UITableViewHeaders(UITableView& table, const UITableViewLayout& layout, bool sticks)
+        : table_(table)
+        , layout_(layout)
+        , sticks_(sticks) {}
 
-    /// Forgets all.
     void clear();
     /// Asks for the next section's header. Its height; 0 when it has none.
     double load(int section);
-    /// Makes the headers that show between the two places be there, and no others.
+    /// Shows exactly the headers between the two places.
     void tile(double top, double bottom);
     /// Null when the header is not on screen.
     std::shared_ptr<UIView> viewFor(int section) const;
@@ -34,6 +37,8 @@ private:
     void show(int section);
 
     UITableView& table_;
+    const UITableViewLayout& layout_;
+    const bool sticks_;
     std::vector<Header> headers_;
     std::map<int, std::shared_ptr<UIView>> visible_;
 };

@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/graphics/CGGeometry.h"
 #include "platform/uikit/NSIndexPath.h"
 
 #include <optional>
@@ -15,6 +16,7 @@ public:
         double top = 0;
         double height = 0;
         double bottom() const { return top + height; }
+        CGRect rect(double width) const { return CGRectMake(0, top, width, height); }
         friend bool operator==(const Span&, const Span&) = default;
     };
 

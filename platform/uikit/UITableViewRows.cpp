@@ -2,9 +2,8 @@
 
 #include "platform/uikit/UITableView.h"
 #include "platform/uikit/UITableViewCell.h"
-#include "platform/uikit/UITableViewEditing.h"
+#include "platform/uikit/UITableViewCellControls.h"
 #include "platform/uikit/UITableViewLayout.h"
-#include "platform/uikit/UITableViewSelection.h"
 #include "platform/uikit/UIViewAnimation.h"
 
 #include <algorithm>
@@ -14,9 +13,8 @@ namespace vistrel {
 
 void UITableViewRows::tile(double top, double bottom,
                            const std::function<void(const Row&)>& arrived) {
-    const UITableViewLayout& layout = *table_.layout_;
     const auto isAway = [&](const Row& row) {
-        const auto span = layout.row(row.path);
+        const auto span = layout_.row(row.path);
         return span.bottom() <= top || span.top >= bottom;
     };
     for (const Row& row : visible_)
@@ -28,13 +26,13 @@ void UITableViewRows::tile(double top, double bottom,
     if (!source)
         return;
     std::size_t place = 0;
-    for (auto path = layout.firstRowBelow(top); path && layout.row(*path).top < bottom;
-         path = layout.next(*path), ++place) {
+    for (auto path = layout_.firstRowBelow(top); path && layout_.row(*path).top < bottom;
+         path = layout_.next(*path), ++place) {
         if (place < visible_.size() && visible_[place].path == *path)
             continue;
         const Row row = make(*source, *path);
         // Asking the data source may have reloaded the table.
-        if (!layout.contains(*path))
+        if (!layout_.contains(*path))
             return;
         place = std::min(place, visible_.size());
         visible_.insert(visible_.begin() + static_cast<std::ptrdiff_t>(place), row);
@@ -62,12 +60,8 @@ void UITableViewRows::place(const Row& row) {
         cell.setFrame(frame);
     cell.setAlpha(1);
     cell.setHidden(false);
-    if (table_.separatorStyle_ == UITableViewCellSeparatorStyle::None)
-        cell.setSeparator(std::nullopt);
-    else
-        cell.setSeparator(table_.separatorColor_);
-    table_.editing_->prepareCell(cell, row.path);
-    table_.selection_->prepareCell(cell, row.path);
+    cell.controls().setSeparator(separator_);
+    prepare_(cell, row.path);
 }
 
 void UITableViewRows::recycle(std::shared_ptr<UITableViewCell> cell) {
@@ -119,11 +113,10 @@ std::optional<NSIndexPath> UITableViewRows::pathOf(const UITableViewCell& cell) 
     return std::nullopt;
 }
 
-void UITableViewRows::updateSeparators() {
+void UITableViewRows::setSeparator(const std::optional<UIColor>& color) {
+    separator_ = color;
     for (const Row& row : visible_)
-        row.cell->setSeparator(table_.separatorStyle_ == UITableViewCellSeparatorStyle::None
-                                   ? std::nullopt
-                                   : std::optional(table_.separatorColor_));
+        row.cell->controls().setSeparator(color);
 }
 
 }

@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/graphics/UIColor.h"
 #include "platform/uikit/NSIndexPath.h"
 
 #include <functional>
@@ -6,16 +7,17 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vistrel {
 class UITableView;
 class UITableViewCell;
 class UITableViewDataSource;
+class UITableViewLayout;
 
-/// The cells of a table: those on screen with their rows, and those that wait to be used again.
-/// A waiting cell stays in the table, hidden, so that its painted picture's memory is kept for the
-/// next row.
+/// The cells of a table: those on screen with their rows, and those waiting for reuse. A waiting
+/// cell stays in the table, hidden, so that the memory of its picture is kept for the next row.
 class UITableViewRows {
 public:
     struct Row {
@@ -23,16 +25,19 @@ public:
         std::shared_ptr<UITableViewCell> cell;
     };
 
-    explicit UITableViewRows(UITableView& table)
-        : table_(table) {}
+    using Prepare = std::function<void(UITableViewCell&, const NSIndexPath&)>;
 
-    /// Makes the cells of the rows between the two places be there, and no others. `arrived` hears
-    /// of each new one.
+    /// `prepare` is called for each cell that comes on screen.
+    UITableViewRows(UITableView& table, const UITableViewLayout& layout, Prepare prepare)
+        : table_(table)
+        , layout_(layout)
+        , prepare_(std::move(prepare)) {}
+
+    /// Shows exactly the rows between the two places. `arrived` is called for each new one.
     void tile(double top, double bottom, const std::function<void(const Row&)>& arrived = {});
-    /// All cells are for reuse.
     void recycleAll();
     void recycle(std::shared_ptr<UITableViewCell> cell);
-    /// Null when none waits.
+    /// Null when no cell waits.
     std::shared_ptr<UITableViewCell> dequeue(const std::string& identifier);
 
     /// On screen, from top to bottom.
@@ -41,7 +46,8 @@ public:
     void setVisible(std::vector<Row> rows) { visible_ = std::move(rows); }
     std::shared_ptr<UITableViewCell> cellAt(const NSIndexPath& path) const;
     std::optional<NSIndexPath> pathOf(const UITableViewCell& cell) const;
-    void updateSeparators();
+    /// The line under each row; nothing for none.
+    void setSeparator(const std::optional<UIColor>& color);
 
 private:
     Row make(UITableViewDataSource& source, const NSIndexPath& path);
@@ -49,9 +55,12 @@ private:
     void returnUnused(const UITableViewCell* used);
 
     UITableView& table_;
+    const UITableViewLayout& layout_;
+    const Prepare prepare_;
+    std::optional<UIColor> separator_;
     std::vector<Row> visible_;
     std::map<std::string, std::vector<std::shared_ptr<UITableViewCell>>> waiting_;
-    /// Handed out while a row is being made; what the data source does not give back waits again.
+    /// Dequeued while a row is made; cells that the data source does not return wait again.
     std::vector<std::shared_ptr<UITableViewCell>> handedOut_;
 };
 

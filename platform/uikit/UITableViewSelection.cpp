@@ -27,7 +27,7 @@ void UITableViewSelection::select(const NSIndexPath& path, bool animated) {
     if (selected_ && *selected_ != path)
         deselect(*selected_, animated);
     selected_ = path;
-    if (auto cell = table_.rows_->cellAt(path))
+    if (auto cell = rows_.cellAt(path))
         cell->setSelected(true, animated);
 }
 
@@ -35,7 +35,7 @@ void UITableViewSelection::deselect(const NSIndexPath& path, bool animated) {
     if (selected_ != path)
         return;
     selected_.reset();
-    if (auto cell = table_.rows_->cellAt(path))
+    if (auto cell = rows_.cellAt(path))
         cell->setSelected(false, animated);
 }
 
@@ -64,7 +64,7 @@ void UITableViewSelection::prepareCell(UITableViewCell& cell, const NSIndexPath&
 void UITableViewSelection::highlight(const std::optional<NSIndexPath>& path, bool highlighted) {
     if (!path)
         return;
-    auto cell = table_.rows_->cellAt(*path);
+    auto cell = rows_.cellAt(*path);
     if (cell && !cell->isSelected())
         cell->setHighlighted(highlighted, false);
 }
@@ -75,7 +75,7 @@ void UITableViewSelection::touchBegan(UITableViewCell& cell) {
     leaveKeyboard();
     if (table_.isEditing())
         return;
-    pressed_ = table_.rows_->pathOf(cell);
+    pressed_ = rows_.pathOf(cell);
     delay_ = NSRunLoop::performAfterDelay(kHighlightDelay, [this] {
         delay_ = 0;
         highlight(pressed_, true);
@@ -121,35 +121,33 @@ void UITableViewSelection::focus(const std::optional<NSIndexPath>& path) {
 }
 
 std::optional<NSIndexPath> UITableViewSelection::pageAway(int direction) const {
-    const auto& layout = *table_.layout_;
-    const auto from = focused_ ? focused_ : layout.first();
+    const auto from = focused_ ? focused_ : layout_.first();
     if (!from)
         return std::nullopt;
     const double page = table_.bounds().size.height * direction;
-    const double aim = layout.row(*from).top + page;
+    const double aim = layout_.row(*from).top + page;
     if (aim <= 0)
-        return layout.first();
-    const auto found = layout.firstRowBelow(aim);
-    return found ? found : layout.last();
+        return layout_.first();
+    const auto found = layout_.firstRowBelow(aim);
+    return found ? found : layout_.last();
 }
 
 std::optional<NSIndexPath> UITableViewSelection::keyboardAim(const UIKey& key) const {
-    const auto& layout = *table_.layout_;
     const auto from = focused_ ? focused_ : selected_;
-    const auto firstShown = layout.firstRowBelow(table_.bounds().minY());
+    const auto firstShown = layout_.firstRowBelow(table_.bounds().minY());
     switch (key.code) {
     case UIKeyCode::Down:
-        return from ? layout.next(*from) : firstShown;
+        return from ? layout_.next(*from) : firstShown;
     case UIKeyCode::Up:
-        return from ? layout.previous(*from) : firstShown;
+        return from ? layout_.previous(*from) : firstShown;
     case UIKeyCode::PageDown:
         return pageAway(1);
     case UIKeyCode::PageUp:
         return pageAway(-1);
     case UIKeyCode::Home:
-        return layout.first();
+        return layout_.first();
     case UIKeyCode::End:
-        return layout.last();
+        return layout_.last();
     default:
         return std::nullopt;
     }
@@ -163,21 +161,21 @@ bool UITableViewSelection::keyPressed(const UIKey& key) {
     case UIKeyCode::Backspace:
         return askForDeletion();
     case UIKeyCode::Escape:
-        return table_.editing_->hideConfirmation(true);
+        return editing_.hideConfirmation(true);
     default:
         break;
     }
     const auto aim = keyboardAim(key);
     if (!aim)
         return false;
-    table_.editing_->hideConfirmation(true);
+    editing_.hideConfirmation(true);
     focus(aim);
     return true;
 }
 
 bool UITableViewSelection::activateFocused() {
-    if (table_.editing_->confirming()) {
-        table_.editing_->commitConfirmed();
+    if (editing_.confirming()) {
+        editing_.commitConfirmed();
         return true;
     }
     if (!focused_ || table_.isEditing())
@@ -187,9 +185,9 @@ bool UITableViewSelection::activateFocused() {
 }
 
 bool UITableViewSelection::askForDeletion() {
-    if (!focused_ || !table_.editing_->canDelete(*focused_))
+    if (!focused_ || !editing_.canDelete(*focused_))
         return false;
-    table_.editing_->showConfirmation(*focused_);
+    editing_.showConfirmation(*focused_);
     return true;
 }
 

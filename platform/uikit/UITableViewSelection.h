@@ -8,19 +8,26 @@
 namespace vistrel {
 class UITableView;
 class UITableViewCell;
+class UITableViewEditing;
+class UITableViewLayout;
+class UITableViewRows;
 struct UIKey;
 
 /// Which row is pressed, selected, or under the keyboard's highlight.
 class UITableViewSelection {
 public:
-    explicit UITableViewSelection(UITableView& table)
-        : table_(table) {}
+    UITableViewSelection(UITableView& table, const UITableViewLayout& layout,
+                         const UITableViewRows& rows, UITableViewEditing& editing)
+        : table_(table)
+        , layout_(layout)
+        , rows_(rows)
+        , editing_(editing) {}
     ~UITableViewSelection();
 
     const std::optional<NSIndexPath>& selected() const { return selected_; }
     void select(const NSIndexPath& path, bool animated);
     void deselect(const NSIndexPath& path, bool animated);
-    /// The table loads anew.
+    /// When the table reloads.
     void clear();
     /// After rows were deleted; `moved` gives a row's new place or nothing.
     void remap(const std::function<std::optional<NSIndexPath>(const NSIndexPath&)>& moved);
@@ -46,6 +53,9 @@ private:
     bool askForDeletion();
 
     UITableView& table_;
+    const UITableViewLayout& layout_;
+    const UITableViewRows& rows_;
+    UITableViewEditing& editing_;
     std::optional<NSIndexPath> selected_;
     std::optional<NSIndexPath> pressed_; ///< under the finger
     std::optional<NSIndexPath> focused_; ///< under the keyboard's highlight

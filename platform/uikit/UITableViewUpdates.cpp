@@ -1,9 +1,11 @@
 #include "platform/uikit/UITableViewUpdates.h"
 
 #include "platform/foundation/Weakly.h"
+#include "platform/uikit/UITableView.h"
 #include "platform/uikit/UITableViewCell.h"
 #include "platform/uikit/UITableViewEditing.h"
 #include "platform/uikit/UITableViewLayout.h"
+#include "platform/uikit/UITableViewRows.h"
 #include "platform/uikit/UITableViewSelection.h"
 #include "platform/uikit/UIViewAnimation.h"
 
@@ -51,8 +53,8 @@ void UITableViewUpdates::end() {
 
 bool UITableViewUpdates::dataSourceAgrees(const std::vector<NSIndexPath>& deleted) const {
     const auto source = table_.dataSource();
-    const UITableViewLayout& layout = *table_.layout_;
-    if (!source || source->numberOfSectionsInTableView(table_) != layout.sectionCount())
+    const UITableViewLayout& layout = parts_.layout;
+    if (!source || source->numberOfSectionsInTableView(table_) != table_.numberOfSections())
         return false;
     for (const NSIndexPath& path : deleted)
         if (!layout.contains(path))
@@ -72,7 +74,7 @@ void UITableViewUpdates::apply() {
     auto deleted = std::exchange(deleted_, {});
     std::sort(deleted.begin(), deleted.end());
     deleted.erase(std::unique(deleted.begin(), deleted.end()), deleted.end());
-    if (!table_.loaded_ || !dataSourceAgrees(deleted)) {
+    if (!dataSourceAgrees(deleted)) {
         table_.reloadData();
         return;
     }
@@ -84,14 +86,14 @@ void UITableViewUpdates::apply() {
     if (!animated) {
         UIViewAnimation::withoutAnimation([&] { moveRows(deleted, *deletion); });
         for (auto& cell : deletion->leaving)
-            table_.rows_->recycle(std::move(cell));
+            parts_.rows.recycle(std::move(cell));
         return;
     }
     UIViewAnimation::beginAnimations();
     UIViewAnimation::setAnimationDuration(kDeletionDuration);
-    UIViewAnimation::setAnimationDidStop(weakly(&table_, [deletion](UITableView& table, bool) {
+    UIViewAnimation::setAnimationDidStop(weakly(&table_, [this, deletion](UITableView&, bool) {
         for (auto& cell : deletion->leaving)
-            table.rows_->recycle(std::move(cell));
+            parts_.rows.recycle(std::move(cell));
     }));
     moveRows(deleted, *deletion);
     UIViewAnimation::commitAnimations();
@@ -102,13 +104,13 @@ void UITableViewUpdates::moveRows(const std::vector<NSIndexPath>& deleted, Delet
         return rowAfterDeletion(path, deleted);
     };
     for (const NSIndexPath& path : deleted)
-        deletion.height += table_.layout_->row(path).height;
+        deletion.height += parts_.layout.row(path).height;
     deletion.firstMoved = deleted.front();
 
-    table_.editing_->forgetConfirmation();
-    table_.selection_->remap(moved);
-    const auto before = table_.rows_->takeVisible();
-    table_.rebuildLayout();
+    parts_.editing.forgetConfirmation();
+    parts_.selection.remap(moved);
+    const auto before = parts_.rows.takeVisible();
+    rebuild_();
     std::vector<UITableViewRows::Row> kept;
     for (const auto& row : before) {
         const auto path = moved(row.path);
@@ -120,10 +122,9 @@ void UITableViewUpdates::moveRows(const std::vector<NSIndexPath>& deleted, Delet
         row.cell->setFrame(table_.rectForRowAtIndexPath(*path));
         kept.push_back({*path, row.cell});
     }
-    table_.rows_->setVisible(std::move(kept));
-    table_.placeFooter();
+    parts_.rows.setVisible(std::move(kept));
     const CGRect area = table_.bounds();
-    table_.rows_->tile(area.minY(), area.maxY(), [&](const UITableViewRows::Row& row) {
+    parts_.rows.tile(area.minY(), area.maxY(), [&](const UITableViewRows::Row& row) {
         if (row.path < deletion.firstMoved)
             return;
         const CGRect frame = row.cell->frame();
@@ -131,7 +132,7 @@ void UITableViewUpdates::moveRows(const std::vector<NSIndexPath>& deleted, Delet
             [&] { row.cell->setFrame(frame.offsetBy(0, deletion.height)); });
         row.cell->setFrame(frame);
     });
-    table_.tile();
+    table_.layoutSubviews();
 }
 
 void UITableViewUpdates::leave(UITableViewCell& cell) {

@@ -1,24 +1,38 @@
 #pragma once
 #include "platform/uikit/UITableView.h"
-#include "platform/uikit/UITableViewRows.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace vistrel {
+class UITableViewEditing;
+class UITableViewLayout;
+class UITableViewRows;
+class UITableViewSelection;
 
-/// Where a row stands once others are gone; nothing for a row that is gone itself. `deleted` is
-/// sorted.
+/// Where a row moves when others are deleted; nothing for a deleted row. `deleted` is sorted.
 std::optional<NSIndexPath> rowAfterDeletion(const NSIndexPath& row,
                                             const std::vector<NSIndexPath>& deleted);
 
-/// Gathers deletions between begin and end, and carries them out with their animation when the data
+/// Collects deletions between begin and end, and performs them with their animation when the data
 /// source agrees.
 class UITableViewUpdates {
 public:
-    explicit UITableViewUpdates(UITableView& table)
-        : table_(table) {}
+    struct Parts {
+        const UITableViewLayout& layout;
+        UITableViewRows& rows;
+        UITableViewSelection& selection;
+        UITableViewEditing& editing;
+    };
+
+    /// `rebuild` asks for the table's counts and heights again.
+    UITableViewUpdates(UITableView& table, const Parts& parts, std::function<void()> rebuild)
+        : table_(table)
+        , parts_(parts)
+        , rebuild_(std::move(rebuild)) {}
 
     void begin() { ++depth_; }
     void end();
@@ -33,6 +47,8 @@ private:
     void leave(UITableViewCell& cell);
 
     UITableView& table_;
+    const Parts parts_;
+    const std::function<void()> rebuild_;
     int depth_ = 0;
     std::vector<NSIndexPath> deleted_;
     UITableViewRowAnimation animation_ = UITableViewRowAnimation::None;

@@ -11,7 +11,11 @@
 
 namespace vistrel {
 
-UIView::UIView(CGRect frame) {
+UIView::UIView(CGRect frame)
+    : UIView(frame, nullptr) {}
+
+UIView::UIView(CGRect frame, UIWindow* window)
+    : window_(window) {
     state_.center = {frame.midX(), frame.midY()};
     state_.bounds = {{0, 0}, frame.size};
 }

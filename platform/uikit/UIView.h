@@ -100,15 +100,21 @@ public:
 
     // Layout and drawing.
     void setNeedsLayout();
+    /// Whether layoutIfNeeded has something to do, here or below.
+    bool needsLayout() const { return needsLayout_ || descendantNeedsLayout_; }
     void layoutIfNeeded();
     virtual void layoutSubviews() {}
     /// The size that suits the content; `size` is what there is.
     virtual CGSize sizeThatFits(CGSize size) const;
     virtual void setNeedsDisplay();
+    /// Marks that the screen must be composed again.
+    void setNeedsComposition();
     /// Paints into the current context; `rect` is the bounds. Only views that answer true from
     /// drawsContent are asked.
     virtual void drawRect(const CGRect& rect);
     virtual bool drawsContent() const { return false; }
+    /// What drawRect painted, at the screen's scale; painted now when it is missing or dirty.
+    std::shared_ptr<const Bitmap> drawnPicture();
     /// A finished picture to show over the bounds instead of one of its own (an image view's
     /// image); null: what drawRect paints.
     virtual std::shared_ptr<const Bitmap> contentPicture() { return nullptr; }
@@ -158,31 +164,28 @@ public:
 
     virtual void didMoveToWindow() {}
 
-    /// Set for the root view of a controller; not owned.
+    /// Set by the controller whose root view this is; not owned.
     UIViewController* viewController() const { return viewController_; }
+    void setViewController(UIViewController* controller) { viewController_ = controller; }
 
 protected:
-    /// Marks that the screen must be composed again.
-    void setNeedsComposition();
+    /// For a window, which counts as its own.
+    UIView(CGRect frame, UIWindow* window);
+    /// Whether this is the root that the display shows.
+    virtual bool isScreen() const { return false; }
+    /// Lets every subview go at once.
+    void detachSubviews();
 
 private:
-    friend class SceneWalk;
-    friend class UIApplication;
-    friend class UIViewAnimationEngine;
-    friend class UIViewController;
-    friend class UIWindow;
-
     void changeState(const ViewState& next);
     void changeBounds(const CGRect& bounds, CGPoint center);
     void resizeSubviews(CGSize oldSize);
     void resizeWithOldSuperviewSize(CGSize oldSize, CGSize newSize);
     void attachTo(UIView* superview);
-    void detachSubviews();
     void windowDidChange(UIWindow* window);
     void announceLayout();
 
     ViewState state_;
-    mutable std::unique_ptr<ViewState> presentation_; ///< present while an animation runs
     bool hidden_ = false;
     bool opaque_ = true;
     bool clipsToBounds_ = false;
@@ -190,7 +193,6 @@ private:
     bool autoresizesSubviews_ = true;
     bool needsLayout_ = true;
     bool descendantNeedsLayout_ = false;
-    bool isScreen_ = false; ///< the root that the display shows
     bool needsDisplay_ = true;
     unsigned autoresizingMask_ = UIViewAutoresizingNone;
     UIView* superview_ = nullptr;
@@ -198,8 +200,8 @@ private:
     UIViewController* viewController_ = nullptr;
     std::vector<std::shared_ptr<UIView>> subviews_;
     std::vector<std::shared_ptr<CAGradientLayer>> gradientLayers_;
-    std::shared_ptr<Bitmap> backing_;
-    double backingScale_ = 0;
+    std::shared_ptr<Bitmap> drawn_;
+    double drawnScale_ = 0;
     UIAccessibilityElement accessibility_;
 };
 

@@ -61,9 +61,6 @@ UIViewAnimationEngine::UIViewAnimationEngine()
 }
 
 void UIViewAnimationEngine::reset() {
-    for (auto& [view, tracks] : tracks_) {
-        tracks.view->presentation_.reset();
-    }
     tracks_.clear();
     transitions_.clear();
     open_.clear();
@@ -130,18 +127,20 @@ void UIViewAnimationEngine::addTransition(UIViewAnimationTransition transition, 
     transitions_.emplace(&view, std::move(added));
 }
 
-void UIViewAnimationEngine::stateDidChange(UIView& view, const ViewState& old) {
+void UIViewAnimationEngine::stateDidChange(UIView& view, const ViewState& old,
+                                           const ViewState& now) {
     const bool animates = !open_.empty() && disabled_ == 0 && open_.back()->duration > 0;
     const auto known = tracks_.find(&view);
     if (!animates && known == tracks_.end()) {
         return;
     }
     auto& tracks = known != tracks_.end() ? known->second : tracks_[&view];
-    // What was on its way to the old state up to now.
-    const ViewState shown = shownOnTheWay(tracks, old);
     tracks.view = &view;
+    tracks.to = old;
+    const ViewState shown = shownOnTheWay(tracks);
+    tracks.to = now;
     for (std::size_t i = 0; i < kProperties; ++i) {
-        if (!kAnimated[i].differs(old, view.state_)) {
+        if (!kAnimated[i].differs(old, now)) {
             continue;
         }
         auto& track = tracks.properties[i];
@@ -161,30 +160,29 @@ void UIViewAnimationEngine::stateDidChange(UIView& view, const ViewState& old) {
                                    [](const auto& track) { return track.block != nullptr; });
     if (!moves) {
         tracks_.erase(&view);
-        view.presentation_.reset();
-        return;
     }
-    if (!view.presentation_) {
-        view.presentation_ = std::make_unique<ViewState>(shown);
-    }
-    updatePresentation(view);
 }
 
-void UIViewAnimationEngine::updatePresentation(const UIView& view) const {
+const ViewState* UIViewAnimationEngine::shownState(const UIView& view) {
+    if (tracks_.empty()) {
+        return nullptr;
+    }
     const auto found = tracks_.find(&view);
     if (found == tracks_.end()) {
-        return;
+        return nullptr;
     }
-    *view.presentation_ = shownOnTheWay(found->second, view.state_);
+    auto& tracks = found->second;
+    tracks.shown = shownOnTheWay(tracks);
+    return &tracks.shown;
 }
 
-ViewState UIViewAnimationEngine::shownOnTheWay(const Tracks& tracks, const ViewState& to) {
+ViewState UIViewAnimationEngine::shownOnTheWay(const Tracks& tracks) {
     const double now = NSRunLoop::now();
-    ViewState shown = to;
+    ViewState shown = tracks.to;
     for (std::size_t i = 0; i < kProperties; ++i) {
         const auto& track = tracks.properties[i];
         if (track.block) {
-            kAnimated[i].mix(shown, track.from, to, track.block->progressAt(now));
+            kAnimated[i].mix(shown, track.from, tracks.to, track.block->progressAt(now));
         }
     }
     return shown;
@@ -207,7 +205,6 @@ void UIViewAnimationEngine::endSoon(const Block& block) {
 
 void UIViewAnimationEngine::cutView(const UIView& view) {
     if (const auto found = tracks_.find(&view); found != tracks_.end()) {
-        found->second.view->presentation_.reset();
         for (auto& track : found->second.properties) {
             if (track.block) {
                 cut(track.block);
@@ -251,9 +248,6 @@ void UIViewAnimationEngine::release(const Block& block) {
         }
         if (ended) {
             tracks.view->setNeedsComposition();
-        }
-        if (!moves) {
-            tracks.view->presentation_.reset();
         }
         entry = moves ? std::next(entry) : tracks_.erase(entry);
     }

@@ -30,12 +30,15 @@ public:
     void disable() { ++disabled_; }
     void enable() { --disabled_; }
 
-    /// From the view, after its state has changed.
-    void stateDidChange(UIView& view, const ViewState& old);
+    /// From the view, after its state has changed from `old` to `now`.
+    void stateDidChange(UIView& view, const ViewState& old, const ViewState& now);
     /// The view and all under it leave the tree: their animations are cut.
     void endAnimationsUnder(const UIView& view);
     void forget(const UIView& view);
-    void updatePresentation(const UIView& view) const;
+    /// Where the view is shown now, between its old state and its new; null when it does not move.
+    /// Valid until an animation begins or ends.
+    const ViewState* shownState(const UIView& view);
+    bool isMoving(const UIView& view) const { return !tracks_.empty() && tracks_.contains(&view); }
 
     /// A view in the middle of a flip, as the walk draws it.
     struct Flip {
@@ -62,6 +65,8 @@ private:
     };
     struct Tracks {
         UIView* view = nullptr;
+        ViewState to;
+        ViewState shown; ///< as it was last computed
         std::array<Track, kProperties> properties;
     };
     struct Transition {
@@ -71,7 +76,7 @@ private:
     };
 
     UIViewAnimationEngine();
-    static ViewState shownOnTheWay(const Tracks& tracks, const ViewState& to);
+    static ViewState shownOnTheWay(const Tracks& tracks);
     void cut(Block& block);
     void cutView(const UIView& view);
     void endSoon(const Block& block);

@@ -24,10 +24,8 @@ UIViewController::UIViewController() {
 
 UIViewController::~UIViewController() {
     NSNotificationCenter::defaultCenter().removeObserver(this);
-    if (modal_)
-        modal_->presenter_ = nullptr;
     if (view_)
-        view_->viewController_ = nullptr;
+        view_->setViewController(nullptr);
 }
 
 const std::shared_ptr<UIView>& UIViewController::view() {
@@ -40,10 +38,10 @@ const std::shared_ptr<UIView>& UIViewController::view() {
 
 void UIViewController::setView(std::shared_ptr<UIView> view) {
     if (view_)
-        view_->viewController_ = nullptr;
+        view_->setViewController(nullptr);
     view_ = std::move(view);
     if (view_)
-        view_->viewController_ = this;
+        view_->setViewController(this);
 }
 
 void UIViewController::loadView() {
@@ -131,7 +129,8 @@ UIModalPresentation& UIViewController::presentation() {
 }
 
 std::shared_ptr<UIViewController> UIViewController::modalViewController() const {
-    return outermostContainer().modal_;
+    const auto& presentation = outermostContainer().presentation_;
+    return presentation ? presentation->modal() : nullptr;
 }
 
 void UIViewController::presentModalViewController(
@@ -142,7 +141,7 @@ void UIViewController::presentModalViewController(
 
 void UIViewController::dismissModalViewControllerAnimated(bool animated) {
     UIViewController& container = outermostContainer();
-    UIViewController* presenter = container.modal_ ? &container : container.presenter_;
+    UIViewController* presenter = modalViewController() ? &container : container.presenter_;
     if (!presenter)
         return;
     const auto self = presenter->weak_from_this().lock();

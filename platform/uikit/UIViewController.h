@@ -75,17 +75,25 @@ public:
     /// Who presents this screen, or the navigation controller that holds it; null for none.
     UIViewController* parentViewController() const;
 
-protected:
-    friend class UINavigationController;
-    friend class UIModalPresentation;
-    friend class UIView;
-    /// The lifecycle calls on their way to the screen that is visible; containers hand them on.
-    /// Each does nothing when it would repeat or contradict the one before.
+    // For containers, which show screens, and for the view tree.
+    void setNavigationController(UINavigationController* controller) {
+        navigationController_ = controller;
+    }
+    /// The screen that covers itself with this one; null for none.
+    UIViewController* presentingViewController() const { return presenter_; }
+    void setPresentingViewController(UIViewController* presenter) { presenter_ = presenter; }
+    /// This screen as one that presents others.
+    UIModalPresentation& presentation();
+    /// The lifecycle calls on their way to the visible screen; containers pass them on. Each does
+    /// nothing when it would repeat or contradict the one before.
     virtual void sendViewWillAppear(bool animated);
     virtual void sendViewDidAppear(bool animated);
     virtual void sendViewWillDisappear(bool animated);
     virtual void sendViewDidDisappear(bool animated);
+    /// The root view came into a window or left it (null) without a container's doing.
+    void viewMovedToWindow(UIWindow* window);
 
+protected:
     enum class Appearance { Disappeared, Appearing, Appeared, Disappearing };
     Appearance appearance() const { return appearance_; }
     bool isAppearingOrAppeared() const {
@@ -96,10 +104,7 @@ private:
     /// The outermost screen that holds this one in a navigation stack; itself when none does.
     UIViewController& outermostContainer();
     const UIViewController& outermostContainer() const;
-    UIModalPresentation& presentation();
     void releaseView();
-    /// The root view came into a window or left it (null) without a container's doing.
-    void viewMovedToWindow(UIWindow* window);
 
     std::shared_ptr<UIView> view_;
     std::string title_;
@@ -107,7 +112,6 @@ private:
     std::shared_ptr<UIBarButtonItem> editButtonItem_;
     UINavigationController* navigationController_ = nullptr;
     UIViewController* presenter_ = nullptr;
-    std::shared_ptr<UIViewController> modal_;
     std::unique_ptr<UIModalPresentation> presentation_;
     Appearance appearance_ = Appearance::Disappeared;
     UIModalPresentationStyle modalPresentationStyle_ = UIModalPresentationStyle::FullScreen;

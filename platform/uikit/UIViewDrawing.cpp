@@ -1,3 +1,6 @@
+#include "platform/graphics/Bitmap.h"
+#include "platform/graphics/CGContext.h"
+#include "platform/graphics/UIImage.h"
 #include "platform/host/Display.h"
 #include "platform/host/Host.h"
 #include "platform/uikit/CAGradientLayer.h"
@@ -14,6 +17,39 @@ void UIView::setNeedsDisplay() {
 }
 
 void UIView::drawRect(const CGRect& /*rect*/) {}
+
+std::shared_ptr<const Bitmap> UIView::drawnPicture() {
+    const double scale = UIImage::screenScale();
+    const CGRect area = bounds();
+    const int width = Bitmap::pixelsFor(area.size.width, scale);
+    const int height = Bitmap::pixelsFor(area.size.height, scale);
+    const bool fits =
+        drawn_ && drawnScale_ == scale && drawn_->width() == width && drawn_->height() == height;
+    if (fits && !needsDisplay_) {
+        return drawn_;
+    }
+    needsDisplay_ = false;
+    drawnScale_ = scale;
+    // Painted over in place: outputs learn of it by the generation.
+    if (fits) {
+        drawn_->clear();
+    } else {
+        drawn_ = std::make_shared<Bitmap>(width, height);
+    }
+    {
+        CGContext context(drawn_, scale);
+        context.translate(-area.minX(), -area.minY());
+        UIGraphicsPushContext(context);
+        drawRect(area);
+        UIGraphicsPopContext();
+    }
+    if (opaque_) {
+        drawn_->findOpacity();
+    } else {
+        drawn_->setOpaque(false);
+    }
+    return drawn_;
+}
 
 void UIView::insertGradientLayerAtIndex(std::shared_ptr<CAGradientLayer> layer, std::size_t index) {
     std::erase(gradientLayers_, layer);
@@ -34,7 +70,7 @@ bool UIView::isOnScreen() const {
         if (view->hidden_) {
             return false;
         }
-        if (view->isScreen_) {
+        if (view->isScreen()) {
             return true;
         }
     }

@@ -22,7 +22,7 @@ void UIView::changeState(const ViewState& next) {
     }
     const ViewState old = state_;
     state_ = next;
-    UIViewAnimationEngine::shared().stateDidChange(*this, old);
+    UIViewAnimationEngine::shared().stateDidChange(*this, old, state_);
     setNeedsComposition();
 }
 
@@ -126,10 +126,8 @@ CGRect UIView::convertRectToView(const CGRect& rect, const UIView* view) const {
 }
 
 const ViewState& UIView::presentationState() const {
-    if (presentation_) {
-        UIViewAnimationEngine::shared().updatePresentation(*this);
-    }
-    return presentation_ ? *presentation_ : state_;
+    const auto* moving = UIViewAnimationEngine::shared().shownState(*this);
+    return moving != nullptr ? *moving : state_;
 }
 
 }

@@ -5,9 +5,7 @@
 namespace vistrel {
 
 UIWindow::UIWindow(CGRect frame)
-    : UIView(frame) {
-    window_ = this;
-}
+    : UIView(frame, this) {}
 
 UIWindow::~UIWindow() = default;
 
