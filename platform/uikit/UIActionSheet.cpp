@@ -30,54 +30,35 @@ std::shared_ptr<UIActionSheet>
 UIActionSheet::withTitle(std::string title, std::weak_ptr<UIActionSheetDelegate> delegate,
                          std::string cancelButtonTitle, std::string destructiveButtonTitle,
                          std::vector<std::string> otherButtonTitles) {
-    std::shared_ptr<UIActionSheet> sheet(new UIActionSheet);
+    const bool destroys = !destructiveButtonTitle.empty();
+    const bool cancels = !cancelButtonTitle.empty();
+    auto buttons = std::move(otherButtonTitles);
+    if (destroys)
+        buttons.insert(buttons.begin(), std::move(destructiveButtonTitle));
+    if (cancels)
+        buttons.push_back(std::move(cancelButtonTitle));
+    std::shared_ptr<UIActionSheet> sheet(new UIActionSheet(std::move(buttons)));
     sheet->title_ = std::move(title);
     sheet->delegate_ = std::move(delegate);
-    if (!destructiveButtonTitle.empty()) {
-        sheet->destructiveIndex_ = 0;
-        sheet->buttons_.push_back(std::move(destructiveButtonTitle));
-    }
-    for (auto& button : otherButtonTitles)
-        sheet->buttons_.push_back(std::move(button));
-    if (!cancelButtonTitle.empty()) {
-        sheet->cancelIndex_ = sheet->numberOfButtons();
-        sheet->buttons_.push_back(std::move(cancelButtonTitle));
-    }
+    sheet->destructiveIndex_ = destroys ? 0 : -1;
+    sheet->cancelIndex_ = cancels ? sheet->numberOfButtons() - 1 : -1;
     return sheet;
 }
 
 UIActionSheet::~UIActionSheet() = default;
 
-std::string UIActionSheet::buttonTitleAtIndex(int index) const {
-    const bool exists = index >= 0 && index < numberOfButtons();
-    return exists ? buttons_[static_cast<std::size_t>(index)] : std::string();
-}
-
 std::shared_ptr<UIActionSheet> UIActionSheet::visibleSheet() {
-    std::shared_ptr<UIActionSheet> top;
-    for (const auto& view : UIApplication::sharedApplication().screenView().subviews()) {
-        const auto* window = dynamic_cast<const UIModalWindow*>(view.get());
-        auto sheet = window ? std::dynamic_pointer_cast<UIActionSheet>(window->owner()) : nullptr;
-        if (sheet && sheet->isVisible())
-            top = std::move(sheet);
-    }
-    return top;
+    const auto sheets = visibleQuestions<UIActionSheet>();
+    return sheets.empty() ? nullptr : sheets.back();
 }
 
 void UIActionSheet::showInView(UIView&) {
-    if (visible_ || buttons_.empty())
+    if (isVisible() || buttons().empty())
         return;
-    visible_ = true;
     const CGSize screen = UIScreen::mainScreen().bounds().size;
-    const auto window =
-        std::make_shared<UIModalWindow>(UIModalWindow::Dimming::Even, shared_from_this());
-    window_ = window;
-    const auto weak = weak_from_this();
-    const UISheetPanel::Content content{title_, buttons_, cancelIndex_, destructiveIndex_, style_};
-    const auto panel = std::make_shared<UISheetPanel>(content, screen.width, [weak](int index) {
-        if (const auto self = weak.lock())
-            self->buttonTapped(index);
-    });
+    const auto window = openWindow(UIModalWindow::Dimming::Even);
+    const UISheetPanel::Content content{title_, buttons(), cancelIndex_, destructiveIndex_, style_};
+    const auto panel = std::make_shared<UISheetPanel>(content, screen.width, answerHandler());
     const double height = panel->bounds().size.height;
     UIViewAnimation::withoutAnimation([&] {
         panel->setCenter({screen.width / 2, screen.height + height / 2});
@@ -88,38 +69,14 @@ void UIActionSheet::showInView(UIView&) {
     slide(*window, *panel, 1, -height, nullptr);
 }
 
-void UIActionSheet::buttonTapped(int index) {
-    if (!visible_)
-        return;
-    const auto self = shared_from_this();
-    visible_ = false;
-    if (const auto window = window_.lock())
-        window->resign();
+void UIActionSheet::tellDelegate(int index) {
     if (const auto delegate = delegate_.lock())
         delegate->actionSheetClickedButtonAtIndex(*this, index);
-    close(true);
 }
 
-void UIActionSheet::dismissWithClickedButtonIndex(int, bool animated) {
-    if (!visible_)
-        return;
-    const auto self = shared_from_this();
-    visible_ = false;
-    close(animated);
-}
-
-void UIActionSheet::close(bool animated) {
-    const auto window = window_.lock();
-    if (!window)
-        return;
-    window_.reset();
-    if (!animated) {
-        window->disappear();
-        return;
-    }
-    window->resign();
-    UIView& panel = *window->stage().subviews().front();
-    slide(*window, panel, 0, panel.bounds().size.height, [window] { window->disappear(); });
+void UIActionSheet::animateOut(UIModalWindow& window, std::function<void()> done) {
+    UIView& panel = *window.stage().subviews().front();
+    slide(window, panel, 0, panel.bounds().size.height, std::move(done));
 }
 
 }

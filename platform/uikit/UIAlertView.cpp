@@ -56,32 +56,19 @@ std::shared_ptr<UIAlertView> UIAlertView::withTitle(std::string title, std::stri
                                                     std::weak_ptr<UIAlertViewDelegate> delegate,
                                                     std::string cancelButtonTitle,
                                                     std::vector<std::string> otherButtonTitles) {
-    std::shared_ptr<UIAlertView> alert(new UIAlertView);
+    auto buttons = std::move(otherButtonTitles);
+    buttons.insert(buttons.begin(), std::move(cancelButtonTitle));
+    std::shared_ptr<UIAlertView> alert(new UIAlertView(std::move(buttons)));
     alert->title_ = std::move(title);
     alert->message_ = std::move(message);
     alert->delegate_ = std::move(delegate);
-    alert->buttons_.push_back(std::move(cancelButtonTitle));
-    for (auto& button : otherButtonTitles)
-        alert->buttons_.push_back(std::move(button));
     return alert;
 }
 
 UIAlertView::~UIAlertView() = default;
 
-std::string UIAlertView::buttonTitleAtIndex(int index) const {
-    const bool exists = index >= 0 && index < numberOfButtons();
-    return exists ? buttons_[static_cast<std::size_t>(index)] : std::string();
-}
-
 std::vector<std::shared_ptr<UIAlertView>> UIAlertView::visibleAlerts() {
-    std::vector<std::shared_ptr<UIAlertView>> alerts;
-    for (const auto& view : UIApplication::sharedApplication().screenView().subviews()) {
-        const auto* window = dynamic_cast<const UIModalWindow*>(view.get());
-        auto alert = window ? std::dynamic_pointer_cast<UIAlertView>(window->owner()) : nullptr;
-        if (alert && alert->isVisible())
-            alerts.push_back(std::move(alert));
-    }
-    return alerts;
+    return visibleQuestions<UIAlertView>();
 }
 
 void UIAlertView::setAlertViewStyle(UIAlertViewStyle style) {
@@ -101,28 +88,20 @@ const std::shared_ptr<UITextField>& UIAlertView::textFieldAtIndex(int index) con
 }
 
 std::shared_ptr<UIAlertPanel> UIAlertView::makePanel() {
-    const auto weak = weak_from_this();
     const double space = 480 - kStatusBarHeight - 2 * kScreenMargin;
     auto panel = std::make_shared<UIAlertPanel>(
-        UIAlertPanel::Content{title_, message_, buttons_, rows_, fields_}, space,
-        [weak](int index) {
-            if (const auto self = weak.lock())
-                self->buttonTapped(index);
-        });
+        UIAlertPanel::Content{title_, message_, buttons(), rows_, fields_}, space, answerHandler());
     panel->setCenter({160, std::floor((480 + kStatusBarHeight) / 2)});
     return panel;
 }
 
 void UIAlertView::show() {
-    if (visible_)
+    if (isVisible())
         return;
     const auto below = visibleAlerts();
     if (!below.empty())
         below.back()->setShown(false);
-    visible_ = true;
-    const auto window =
-        std::make_shared<UIModalWindow>(UIModalWindow::Dimming::Round, shared_from_this());
-    window_ = window;
+    const auto window = openWindow(UIModalWindow::Dimming::Round);
     const auto panel = makePanel();
     window->stage().addSubview(panel);
     window->appear(panel);
@@ -134,48 +113,27 @@ void UIAlertView::show() {
         UIApplication::sharedApplication().events().setFirstResponder(fields_.front());
 }
 
-/// Steps aside while another alert lies above, and comes back.
+/// Steps aside while another alert is above, and comes back.
 void UIAlertView::setShown(bool shown) {
-    if (const auto window = window_.lock()) {
-        window->setUserInteractionEnabled(shown);
-        fade(*window, shown ? 1 : 0, nullptr);
+    if (const auto own = window()) {
+        own->setUserInteractionEnabled(shown);
+        fade(*own, shown ? 1 : 0, nullptr);
     }
 }
 
-void UIAlertView::buttonTapped(int index) {
-    if (!visible_)
-        return;
-    const auto self = shared_from_this();
-    visible_ = false;
-    if (const auto window = window_.lock())
-        window->resign();
+void UIAlertView::tellDelegate(int index) {
     if (const auto delegate = delegate_.lock())
         delegate->alertViewClickedButtonAtIndex(*this, index);
-    close(true);
 }
 
-void UIAlertView::dismissWithClickedButtonIndex(int, bool animated) {
-    if (!visible_)
-        return;
-    const auto self = shared_from_this();
-    visible_ = false;
-    close(animated);
-}
-
-void UIAlertView::close(bool animated) {
-    const auto window = window_.lock();
-    if (!window)
-        return;
-    window_.reset();
+void UIAlertView::willClose() {
     const auto below = visibleAlerts();
     if (!below.empty())
         below.back()->setShown(true);
-    if (!animated) {
-        window->disappear();
-        return;
-    }
-    window->resign();
-    fade(*window, 0, [window] { window->disappear(); });
+}
+
+void UIAlertView::animateOut(UIModalWindow& window, std::function<void()> done) {
+    fade(window, 0, std::move(done));
 }
 
 }

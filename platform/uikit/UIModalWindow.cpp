@@ -2,6 +2,7 @@
 
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIEventDispatcher.h"
+#include "platform/uikit/UIModalQuestion.h"
 
 namespace vistrel {
 
@@ -37,8 +38,8 @@ private:
 
 }
 
-UIModalWindow::UIModalWindow(Dimming dimming, std::shared_ptr<UIModalOwner> owner)
-    : owner_(std::move(owner))
+UIModalWindow::UIModalWindow(Dimming dimming, std::shared_ptr<UIModalQuestion> question)
+    : question_(std::move(question))
     , dimmer_(std::make_shared<Dimmer>(CGRect{{}, bounds().size}, dimming))
     , stage_(std::make_shared<UIView>(CGRect{{}, bounds().size})) {
     UIView::setOpaque(false);
@@ -71,7 +72,7 @@ void UIModalWindow::disappear() {
     const auto keep = shared_from_this();
     resign();
     removeFromSuperview();
-    owner_ = nullptr;
+    question_ = nullptr;
 }
 
 }

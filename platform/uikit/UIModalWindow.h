@@ -1,34 +1,35 @@
 #pragma once
-#include "platform/uikit/UIModalOwner.h"
 #include "platform/uikit/UIWindow.h"
 
 #include <memory>
 
 namespace vistrel {
+class UIModalQuestion;
 
 /// The window of an alert or a sheet: lies over everything, dims what is below and takes all
-/// touches and keys. It keeps its owner alive while it is on the screen, and gives keyboard and key
-/// window back to who had them.
+/// touches and keys. It keeps its question alive while it is on the screen, and returns the
+/// keyboard and the key window to their former holders.
 class UIModalWindow : public UIWindow {
 public:
     /// Round: lit in the middle, for a box; Even: the same everywhere.
     enum class Dimming { Round, Even };
 
-    UIModalWindow(Dimming dimming, std::shared_ptr<UIModalOwner> owner);
+    UIModalWindow(Dimming dimming, std::shared_ptr<UIModalQuestion> question);
 
-    const std::shared_ptr<UIModalOwner>& owner() const { return owner_; }
+    /// Null once the window has disappeared.
+    const std::shared_ptr<UIModalQuestion>& question() const { return question_; }
     /// Where the box or panel goes.
     UIView& stage() { return *stage_; }
-    /// Onto the screen; `responder` gets the keys. A finger that is down loses what it touches.
+    /// Goes on the screen; `responder` gets the keys. The current touch is cancelled.
     void appear(const std::shared_ptr<UIView>& responder);
-    /// Hears no more; the keys go back to who had them.
+    /// Takes no more input; the keys go back to their former responder.
     void resign();
-    /// Off the screen; the owner is let go.
+    /// Leaves the screen and releases the question.
     void disappear();
     UIView& dimmer() { return *dimmer_; }
 
 private:
-    std::shared_ptr<UIModalOwner> owner_;
+    std::shared_ptr<UIModalQuestion> question_;
     std::shared_ptr<UIView> dimmer_;
     std::shared_ptr<UIView> stage_;
     std::weak_ptr<UIView> formerResponder_;
