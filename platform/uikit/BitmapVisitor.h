@@ -6,7 +6,7 @@
 
 namespace vistrel {
 
-/// The output of the walk that paints into a bitmap. Foreign content is left out.
+/// Paints a walk into a bitmap, without foreign content.
 class BitmapVisitor : public SceneVisitor {
 public:
     BitmapVisitor(std::shared_ptr<Bitmap> bitmap, double scale)

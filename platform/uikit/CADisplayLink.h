@@ -3,8 +3,8 @@
 
 namespace vistrel {
 
-/// Calls an action before each frame while it is started: what moves by itself (momentum,
-/// animations) goes by it. Frames are asked for only while a link runs. Main thread only.
+/// Calls an action before each frame while started, for movement without a finger: momentum,
+/// animations. Frames are requested only while a link runs. Main thread only.
 class CADisplayLink {
 public:
     /// `action` gets the frame's time, monotonic seconds. It may start and stop any link.

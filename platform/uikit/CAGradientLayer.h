@@ -15,8 +15,8 @@ public:
     CGGradient gradient;
     double zPosition = 0;
 
-    /// The shaded rectangle at `scale` pixels a point, painted again only when the size, the scale
-    /// or the gradient is another. Null without a size or colours.
+    /// The shaded rectangle at `scale` pixels per point, repainted only when the size, the scale or
+    /// the gradient changes. Null without a size or colours.
     std::shared_ptr<const Bitmap> contents(double scale);
 
 private:

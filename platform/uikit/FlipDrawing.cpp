@@ -9,10 +9,10 @@ namespace vistrel {
 
 namespace {
 
-/// The eye's distance, in widths of what is flipped.
+/// The viewing distance, in widths of the flipped view.
 constexpr double kEyeDistance = 2.5;
 constexpr double kDeepestShade = 0.4;
-/// Fixed-point unit of positions between pixels.
+/// Fixed-point unit of subpixel positions.
 constexpr int kUnit = 256;
 
 /// Mixes two premultiplied pixels, `part` of 256 of the second, two channels at a time.
@@ -31,7 +31,7 @@ std::uint32_t darken(std::uint32_t pixel, std::uint32_t light) {
     return (pixel & 0xFF000000) | redBlue | green;
 }
 
-/// Where one column of the result looks into the picture.
+/// Where one column of the result samples the picture.
 struct Column {
     bool sees = false;
     int x = 0;          ///< left neighbour's column, -1 for none
@@ -57,8 +57,8 @@ std::vector<Column> columnsFor(int width, double angle) {
     return columns;
 }
 
-/// The pixel between four neighbours; what lies outside the picture is transparent, which smooths
-/// the edges.
+/// Bilinear sample; outside the picture is transparent, which smooths the
+/// edges.
 std::uint32_t sample(const Bitmap& picture, const Column& column, double row) {
     const int y = static_cast<int>(std::floor(row));
     if (y < -1 || y >= picture.height()) {

@@ -153,7 +153,7 @@ void MFMailComposeViewController::send() {
     hud_ = UIProgressHUD::withWindow(*view());
     showProgress(0);
     hud_->show(true);
-    // The screen stays alive until the mail is away, whoever lets it go meanwhile.
+    // The screen stays alive until the mail is sent, even if everybody else releases it.
     const auto self = std::static_pointer_cast<MFMailComposeViewController>(shared_from_this());
     host::current().desktop->sendMail(
         mail(), [self](double fraction) { self->showProgress(fraction); },

@@ -16,9 +16,9 @@ struct Failure;
 struct OutgoingMail;
 }
 
-/// Writes one mail: presented modally, filled in by the caller, finished by the user with Cancel
-/// (which asks what becomes of the draft) or Send. It tells its delegate once how that went and
-/// leaves the closing to it. A mail that could not be sent is kept as a draft.
+/// Composes one mail: presented modally, filled in by the caller, finished by the user with Cancel
+/// (which asks what to do with the draft) or Send. It reports the result to its delegate once; the
+/// delegate dismisses it. A mail that could not be sent is kept as a draft.
 class MFMailComposeViewController : public UIViewController, public UIActionSheetDelegate {
 public:
     /// Whether an outgoing account is configured.

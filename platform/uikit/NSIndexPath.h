@@ -8,7 +8,7 @@ struct NSIndexPath {
     int section = 0;
     int row = 0;
     friend bool operator==(const NSIndexPath&, const NSIndexPath&) = default;
-    // The comparison's zero is no pointer. NOLINTNEXTLINE(modernize-use-nullptr)
+    // The comparison's zero is not a pointer. NOLINTNEXTLINE(modernize-use-nullptr)
     friend auto operator<=>(const NSIndexPath&, const NSIndexPath&) = default;
 };
 

@@ -16,7 +16,7 @@ namespace vistrel {
 namespace {
 
 int layingOut = 0;
-/// Layout may ask for layout; what has not settled after that many rounds waits for the next frame.
+/// Layout may request layout; what has not settled after that many rounds waits for the next frame.
 constexpr int kLayoutRounds = 4;
 constexpr double kEverything = 1e9;
 

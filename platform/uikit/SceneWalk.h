@@ -5,14 +5,14 @@ namespace vistrel {
 class SceneVisitor;
 class UIView;
 
-/// The one walk over the view tree: lays out, paints what is dirty, then hands transform, clip,
+/// The walk over the view tree: lays out, repaints what is dirty, then passes transform, clip,
 /// opacity, background, picture, foreign content and children to the visitor, back to front.
 class SceneWalk {
 public:
     /// `root` is drawn in its superview's coordinates.
     static void walk(UIView& root, SceneVisitor& visitor);
-    /// What stands inside `root`, in its own coordinates: its place, alpha, hiding and flip do not
-    /// count.
+    /// The content of `root` in its own coordinates; its position, alpha, visibility and flip are
+    /// ignored.
     static void walkContents(UIView& root, SceneVisitor& visitor);
     /// True during the layout that begins a walk.
     static bool isLayingOut();

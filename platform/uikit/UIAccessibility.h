@@ -17,7 +17,7 @@ enum class UIAccessibilityRole {
     WebPage
 };
 
-/// What a screen reader (and a journey test) learns of a view.
+/// What screen readers (and journey tests) know about a view.
 struct UIAccessibilityElement {
     UIAccessibilityRole role = UIAccessibilityRole::None;
     std::string label;

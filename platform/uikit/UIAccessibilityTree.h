@@ -8,16 +8,16 @@
 namespace vistrel {
 class UIView;
 
-/// One element that can be perceived now.
+/// One element that is perceivable now.
 struct UIAccessibleView {
     UIAccessibilityElement element;
     CGRect frame; ///< what can be seen of it, in the root's coordinates (the screen's: points)
     std::shared_ptr<UIView> view;
 };
 
-/// The elements under `root`, back to front. Left out is what is hidden, faded to nothing or
-/// clipped away, what lies under an alert's or sheet's window, and the parts of a button (it speaks
-/// for them) or of a row that cannot be operated.
+/// The elements under `root`, back to front, without what is hidden, fully transparent or
+/// clipped away, what lies under an alert or sheet, and the parts of a button (it speaks
+/// for them) or of a row that take no input.
 std::vector<UIAccessibleView> accessibilityTree(UIView& root);
 
 }

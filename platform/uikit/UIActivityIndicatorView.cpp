@@ -89,7 +89,7 @@ void UIActivityIndicatorView::drawRect(const CGRect& rect) {
     context.translate(rect.midX(), rect.midY());
     context.rotate(2 * std::numbers::pi * step_ / kSpokes);
     for (int spoke = 0; spoke < kSpokes; ++spoke) {
-        // The spoke before the leading one is the brightest, its followers fade.
+        // The spoke before the leading one is the brightest; those behind it fade.
         const double age = static_cast<double>(kSpokes - 1 - spoke) / (kSpokes - 1);
         const auto alpha = static_cast<float>(1.0 - 0.75 * age);
         context.setFillColor(UIColor::colorWithWhiteAlpha(white, alpha));

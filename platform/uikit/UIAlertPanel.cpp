@@ -170,7 +170,7 @@ void UIAlertPanel::layOutButtons(double top, int rows) {
     const int perRow = (count + rows - 1) / rows;
     const double width = (kWidth - 2 * kSide - (perRow - 1) * kButtonGap) / perRow;
     for (int index = 0; index < count; ++index) {
-        // One under the other, the cancel button comes last.
+        // In a stack the cancel button comes last.
         const int place = perRow > 1 ? index : (index + count - 1) % count;
         const int row = place / perRow;
         const int column = place % perRow;
@@ -219,7 +219,7 @@ void UIAlertPanel::drawRect(const CGRect& rect) {
     context.beginPath();
     context.addRoundedRect(box, kRadius);
     context.clipToPath();
-    // The glass: a bright cap that ends in an arc.
+    // The gloss: a bright cap that ends in an arc.
     const double reach = 34;
     const double radius = rect.size.width * 1.4;
     context.beginPath();

@@ -11,8 +11,8 @@ class UILabel;
 class UIScrollView;
 class UITextField;
 
-/// The box of an alert: as high as its texts and buttons ask for, at most as the screen allows;
-/// then the message scrolls.
+/// The box of an alert: as tall as its texts and buttons need. Where the screen is too small the
+/// message scrolls.
 class UIAlertPanel : public UIView {
 public:
     struct Content {
@@ -27,7 +27,7 @@ public:
 
     UIAlertPanel(const Content& content, double maximumHeight, std::function<void(int)> chosen);
 
-    /// Hints that a message that scrolls goes on below.
+    /// Hints that a scrolling message continues below.
     void flashScrollIndicators();
     /// The button with an index of the content.
     const std::shared_ptr<UIGlossyButton>& button(int index) const;

@@ -34,7 +34,7 @@ void bounceFrom(std::size_t step, const std::shared_ptr<UIView>& view) {
     UIViewAnimation::commitAnimations();
 }
 
-/// The box springs up, over its size, and settles.
+/// The box springs up, overshoots and settles.
 void bounce(const std::shared_ptr<UIView>& view) {
     UIViewAnimation::withoutAnimation(
         [&] { view->setTransform(CGAffineTransformMakeScale(0.5, 0.5)); });

@@ -41,7 +41,7 @@ double levelOf(const UIView& view) {
 }
 
 std::unique_ptr<UIApplication>& UIApplication::instance() {
-    // Not destroyed at exit: its end asks for a host that is gone by then.
+    // Not destroyed at exit: the destructor needs the host, which is gone by then.
     static auto& shared = *new std::unique_ptr<UIApplication>;
     return shared;
 }
@@ -58,7 +58,7 @@ UIApplication& UIApplication::sharedApplication() {
 
 void UIApplication::resetSharedApplication() {
     UIViewAnimationEngine::shared().reset();
-    // Views that go may still ask for the application; it is there until they are gone.
+    // Views being destroyed may still use the application, so it goes last.
     if (auto& shared = instance()) {
         shared->delegate_.reset();
         shared->screen_->turnOff();

@@ -34,8 +34,8 @@ inline constexpr const char* UIApplicationDidBecomeActiveNotification =
 inline constexpr const char* UIApplicationDidChangeStatusBarOrientationNotification =
     "UIApplicationDidChangeStatusBarOrientationNotification";
 
-/// The running application: its window, status bar, and what it asks of the system. The host's
-/// window drives it through the last section.
+/// The running application: its windows, status bar, and requests to the system. The host's window
+/// drives it through the section marked for it.
 class UIApplication {
 public:
     static UIApplication& sharedApplication();
@@ -44,9 +44,9 @@ public:
 
     void setDelegate(std::shared_ptr<UIApplicationDelegate> delegate);
     UIApplicationDelegate* delegate() const { return delegate_.get(); }
-    /// The window made key last that is on the screen, else the frontmost one; null for none.
+    /// The window on screen that was made key last, else the frontmost one; null for none.
     UIWindow* keyWindow() const;
-    /// The frontmost window that is shown and takes touches: what a touch or a key can reach.
+    /// The frontmost visible window that takes touches: what touches and keys can reach.
     UIWindow* frontWindow() const;
     UIApplicationState applicationState() const { return state_; }
 
@@ -68,15 +68,15 @@ public:
     /// Calls the delegate, posts the notification.
     void finishLaunching();
     void terminate();
-    /// Tells the delegate and every screen that memory runs short.
+    /// Tells the delegate and every screen that memory is low.
     void receiveMemoryWarning();
     /// Window shown, hidden, focused: posts the matching notifications.
     void setState(UIApplicationState state);
     /// The whole screen, back to front.
     void walkScreen(SceneVisitor& visitor);
-    /// The view tree's real root (windows and status bar as children, by level); 320 x 480.
+    /// The root of the view tree (windows and status bar as children, by level); 320 x 480.
     UIView& screenView();
-    /// Where touches and keys go in.
+    /// Entry point for touches and keys.
     UIEventDispatcher& events() { return *events_; }
 
     // For windows.

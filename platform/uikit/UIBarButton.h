@@ -7,8 +7,8 @@
 
 namespace vistrel {
 
-/// How one item stands in a bar: a bordered button, or a plain symbol or word that glows under the
-/// finger. As high as the bar, so that it is easily hit.
+/// The view of one item in a bar: a bordered button, or a plain symbol or word that glows under the
+/// finger. As tall as the bar, which makes it an easy target.
 class UIBarButton : public UIControl {
 public:
     enum class Place { NavigationBar, Toolbar };
@@ -21,7 +21,7 @@ public:
                                                Place place, const UIColor& barColor);
 
     const std::shared_ptr<UIBarButtonItem>& item() const { return item_; }
-    /// Takes the item's new title, style and enabled state over.
+    /// Updates from the item's title, style and enabled state.
     void itemChanged();
 
     CGSize sizeThatFits(CGSize size) const override;

@@ -24,8 +24,8 @@ enum class UIBarButtonSystemItem {
     Pause = 18
 };
 
-/// A button of a navigation bar or toolbar: a title, a picture, a system item or a view of one's
-/// own.
+/// A button of a navigation bar or toolbar: a title, a picture, a system item or a custom
+/// view.
 class UIBarButtonItem {
 public:
     static std::shared_ptr<UIBarButtonItem> withTitle(std::string title, UIBarButtonItemStyle style,
@@ -50,7 +50,7 @@ public:
         return kind_ == Kind::SystemItem && systemItem_ == UIBarButtonSystemItem::FlexibleSpace;
     }
 
-    /// In a toolbar; 0: as wide as the content asks for.
+    /// In a toolbar; 0: as wide as the content needs.
     double width() const { return width_; }
     void setWidth(double width);
 
@@ -64,7 +64,7 @@ public:
 
     /// Runs the action when enabled.
     void perform();
-    /// Told of each change; set by the bar that shows the item.
+    /// Called on each change; set by the bar that shows the item.
     void setChangeHandler(std::function<void()> handler) { changed_ = std::move(handler); }
 
 private:

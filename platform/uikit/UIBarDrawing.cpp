@@ -28,7 +28,7 @@ UIColor darker(const UIColor& color, float amount) {
     return mix(color, UIColor::blackColor().colorWithAlphaComponent(color.alpha), amount);
 }
 
-/// A body whose left end runs out in a point, its corners rounded.
+/// A body with a pointed left end and rounded corners.
 void addBackPath(CGContext& context, const CGRect& rect) {
     const double left = rect.minX();
     const double top = rect.minY();

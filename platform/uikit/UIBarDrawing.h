@@ -7,10 +7,10 @@
 
 namespace vistrel {
 
-/// The one hand that draws bars and their buttons. Everything goes into the current context.
+/// Shared drawing for bars and their buttons, into the current context.
 namespace UIBarDrawing {
 
-/// The colour a bar goes by: its tint, else its style's own.
+/// The base colour of a bar: its tint, else the default of its style.
 UIColor barColor(const std::optional<UIColor>& tint, UIBarStyle style);
 /// Between two colours, 0 is `from`.
 UIColor mix(const UIColor& from, const UIColor& to, float amount);
@@ -22,10 +22,10 @@ void drawBar(const CGRect& rect, const UIColor& color, UIBarStyle style, BarEdge
 enum class ButtonShape { Rounded, Back };
 /// The bordered body of a bar button.
 void drawButton(const CGRect& rect, const UIColor& color, ButtonShape shape, bool pressed);
-/// The body colour of a button that confirms.
+/// The body colour of a confirming button.
 UIColor doneColor();
 
-/// A body with a glassy upper half, as alerts and sheets have; 30 to 50 points high.
+/// A body with a glassy upper half, for alerts and sheets; 30 to 50 points tall.
 void drawGlossyButton(const CGRect& rect, const UIColor& color, double radius, bool pressed);
 
 }

@@ -63,7 +63,7 @@ void drawAdd(CGContext& context) {
     context.fillRect(CGRectMake(-1.5, 1.5, 3, 6.5));
 }
 
-/// A tray with an arrow that leaves it to the right.
+/// A tray with an arrow pointing out to the right.
 void drawAction(CGContext& context) {
     context.setLineWidth(2);
     context.beginPath();

@@ -7,7 +7,7 @@
 
 namespace vistrel {
 
-/// What system items look like and are called.
+/// The symbols and names of system items.
 namespace UIBarSymbols {
 
 /// False for items that are words ("Done") or spaces.

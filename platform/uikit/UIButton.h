@@ -28,12 +28,12 @@ public:
     std::shared_ptr<const UIImage> currentImage() const;
     void setBackgroundImageForState(std::shared_ptr<const UIImage> image, UIControlState state);
     std::shared_ptr<const UIImage> currentBackgroundImage() const;
-    /// Font, shadow offset and so on of the title.
+    /// For the font and shadow offset of the title.
     UILabel& titleLabel();
     void setShowsTouchWhenHighlighted(bool shows);
-    /// Default yes: pictures are darkened while highlighted.
+    /// Darkens pictures while highlighted; default true.
     void setAdjustsImageWhenHighlighted(bool adjusts);
-    /// Default yes: pictures are faded while disabled.
+    /// Fades pictures while disabled; default true.
     void setAdjustsImageWhenDisabled(bool adjusts);
 
     void setEnabled(bool enabled) override;

@@ -3,7 +3,7 @@
 
 namespace vistrel {
 
-/// What the device says of itself.
+/// Information about the device.
 class UIDevice {
 public:
     static UIDevice& currentDevice();

@@ -130,7 +130,7 @@ void UIEventDispatcher::ended(UITouchPhase phase) {
         cancelTouch();
         return;
     }
-    // Forgotten first: what the touch sets off may begin or cancel another.
+    // Forgotten first: the handler may begin or cancel another touch.
     const auto touch = *std::exchange(touch_, std::nullopt);
     const auto owner = std::exchange(touchOwner_, {}).lock();
     lastTapTime_ = touch.timestamp;

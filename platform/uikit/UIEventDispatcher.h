@@ -7,25 +7,25 @@
 
 namespace vistrel {
 
-/// Hands touches and keys to views: hit test, one owner for a touch, capture by scrolling
+/// Delivers touches and keys to views: hit test, one owner per touch, capture by scrolling
 /// ancestors, cancellation, focus.
 class UIEventDispatcher {
 public:
     /// `root` is the screen's root view; it outlives the dispatcher.
     explicit UIEventDispatcher(UIView& root);
 
-    /// Whether a touch that begins there goes to foreign content, which hears of it from the system
-    /// and not from here; the view that shows the content is told with touchWillBeginInside.
+    /// Whether a touch that begins there goes to foreign content, which gets it from the toolkit
+    /// directly; the view that shows the content receives touchWillBeginInside.
     bool touchBeginsInForeignContent(CGPoint location, double timestamp);
     /// One step of a touch, in screen points. A second touch while one is down is ignored.
     void sendTouch(UITouchPhase phase, CGPoint location, double timestamp);
     /// Wheel or touchpad movement in points; goes to the innermost scroll view under the point that
-    /// can scroll so.
+    /// can scroll that way.
     void sendScroll(CGPoint location, double dx, double dy, double timestamp);
     /// First to the focused view and its superviews, when they are in the front window; then to
-    /// what takes keys without focus in that window, front to back, the deepest first; Escape goes
-    /// to the controllers on that way, but never past the screen on top. Tab moves the focus. True
-    /// when one used it.
+    /// the views of that window that take keys without focus, front to back, deepest first. Escape
+    /// goes to the controllers on that path, but never past the screen on top. Tab moves the focus.
+    /// True when the key was used.
     bool sendKey(const UIKey& key);
 
     /// The view that gets keys; null for none.
@@ -33,10 +33,10 @@ public:
     void setFirstResponder(const std::shared_ptr<UIView>& view);
     /// The view that has the touch now; null when no finger is down.
     std::shared_ptr<UIView> touchOwner() const { return touchOwner_.lock(); }
-    /// The owner hears touchesCancelled and the rest of the touch goes nowhere; for alerts that
-    /// come up under a finger.
+    /// The owner gets touchesCancelled and the rest of the touch is ignored; for alerts that
+    /// appear under a finger.
     void cancelTouch();
-    /// New touches and keys are ignored for as long as somebody holds what this returns.
+    /// New touches and keys are ignored while the returned object is held.
     std::shared_ptr<const void> ignoreInteraction() const { return pause_; }
     bool isIgnoringInteraction() const { return pause_.use_count() > 1; }
 

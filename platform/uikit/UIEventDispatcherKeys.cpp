@@ -40,7 +40,7 @@ bool offer(UIView& view, const UIKey& key) {
     return controller->escapePressed();
 }
 
-/// Whether the key was used, and whether a screen was met, behind which nothing is asked.
+/// Whether the key was used, and whether a screen was reached, behind which nothing is asked.
 struct Outcome {
     bool used = false;
     bool metScreen = false;

@@ -20,7 +20,7 @@ public:
     UIGlossyButton(std::string title, const Look& look);
 
     const std::string& title() const { return title_; }
-    /// Marked as the one that the keyboard's Enter presses.
+    /// Marked as the button that Enter presses.
     void setMarked(bool marked);
 
     bool drawsContent() const override { return true; }

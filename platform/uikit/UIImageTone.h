@@ -4,9 +4,9 @@
 namespace vistrel {
 class UIImage;
 
-/// The same picture, darker, as a pressed button shows it; transparent parts stay so.
+/// The picture darkened, for pressed buttons; transparent parts stay transparent.
 std::shared_ptr<const UIImage> darkenedImage(const UIImage& image);
-/// The same picture with its opacity multiplied, as a disabled button shows it.
+/// The picture with its opacity multiplied, for disabled buttons.
 std::shared_ptr<const UIImage> fadedImage(const UIImage& image, double opacity);
 
 }

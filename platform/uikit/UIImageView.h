@@ -4,7 +4,7 @@
 namespace vistrel {
 class UIImage;
 
-/// Shows a picture, stretched over its bounds. Draws nothing of its own: composition uses the
+/// Shows a picture, stretched over its bounds. Draws nothing itself: composition uses the
 /// picture's pixels.
 class UIImageView : public UIView {
 public:

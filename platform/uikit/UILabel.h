@@ -8,13 +8,13 @@
 
 namespace vistrel {
 
-/// A text, one line unless told otherwise, centred vertically.
+/// Text, one line by default, centred vertically.
 class UILabel : public UIView {
 public:
     explicit UILabel(CGRect frame = {});
 
     const std::string& text() const { return text_; }
-    /// The same text again paints nothing anew.
+    /// Setting the same text again repaints nothing.
     void setText(std::string text);
     void setFont(const UIFont& font);
     const UIFont& font() const { return font_; }

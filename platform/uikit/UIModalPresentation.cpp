@@ -71,7 +71,7 @@ void UIModalPresentation::begin(Way way, const std::shared_ptr<UIViewController>
     change.move = [moveBy, goesUp, height] {
         moveBy(goesUp ? -height : height);
     };
-    // The presenter may be let go of while its modal screen slides.
+    // The presenter may be released while its modal screen slides.
     change.complete = [this, keep = presenter_.weak_from_this().lock(), modal, goesUp, animated] {
         if (goesUp)
             presented(*modal, animated);
@@ -87,7 +87,7 @@ void UIModalPresentation::begin(Way way, const std::shared_ptr<UIViewController>
     });
 }
 
-/// Over the application area; a screen that has turned itself keeps its own place.
+/// Over the application area; a rotated screen keeps its own place.
 void UIModalPresentation::placeModal(UIViewController& modal) {
     if (modal.view()->transform().isIdentity())
         modal.view()->setFrame(UIScreen::mainScreen().applicationFrame());

@@ -8,9 +8,9 @@ namespace vistrel {
 class UIView;
 class UIViewController;
 
-/// The modal screen of one presenter: slides it over everything, takes the covered screen's view
-/// away while it cannot be seen, and slides it down again. A call that comes while it slides ends
-/// the running slide first.
+/// The modal screen of one presenter: slides it over everything, removes the covered screen's view
+/// while it cannot be seen, and slides it down again. A call during a slide finishes that slide
+/// first.
 class UIModalPresentation {
 public:
     explicit UIModalPresentation(UIViewController& presenter);
@@ -18,9 +18,9 @@ public:
 
     void present(const std::shared_ptr<UIViewController>& modal, bool animated);
     void dismiss(bool animated);
-    /// Null when nothing is presented, or it slides down.
+    /// Null when nothing is presented, or while it slides down.
     const std::shared_ptr<UIViewController>& modal() const { return modal_; }
-    /// A slide is on its way.
+    /// Whether a slide is in progress.
     bool isMoving() const { return transition_.isRunning(); }
 
 private:

@@ -39,7 +39,7 @@ std::function<void(int)> UIModalQuestion::answerHandler() {
 }
 
 void UIModalQuestion::answer(int index) {
-    // Answered before the delegate hears of it: it may show the next question right there.
+    // Answered before the delegate is told, which may show the next question at once.
     if (!std::exchange(visible_, false))
         return;
     if (const auto shown = window())

@@ -30,7 +30,7 @@ protected:
     template <typename Question>
     static std::vector<std::shared_ptr<Question>> visibleQuestions();
 
-    /// Becomes visible in a new window, which the caller fills and lets appear.
+    /// Becomes visible in a new window, which the caller fills and makes appear.
     std::shared_ptr<UIModalWindow> openWindow(UIModalWindow::Dimming dimming);
     /// Null once it is closed.
     std::shared_ptr<UIModalWindow> window() const { return window_.lock(); }

@@ -20,7 +20,7 @@ constexpr double kSlideSeconds = 0.35;
 constexpr double kFadeSeconds = 0.25;
 constexpr double kTitleTravel = 110;
 constexpr double kSideTravel = 40;
-/// A longer title is not put on the back button.
+/// The back button does not show a longer title.
 constexpr double kLongestBackTitle = 110;
 
 std::shared_ptr<UILabel> makeTitleLabel(const std::string& title) {
@@ -50,7 +50,7 @@ void placeSide(UIView& view, double x, double barHeight) {
 
 }
 
-/// The views that come and go in one change, with the way each travels.
+/// The views that enter and leave in one change, with the direction of each.
 struct UINavigationBar::Change {
     std::vector<std::pair<std::shared_ptr<UIView>, double>> coming;
     std::vector<std::pair<std::shared_ptr<UIView>, double>> going;

@@ -31,7 +31,7 @@ UINavigationController::withRootViewController(std::shared_ptr<UIViewController>
 }
 
 UINavigationController::~UINavigationController() {
-    // The bar may live on in a view that somebody else holds, and its items hold the screens.
+    // The bar may outlive this in a view that somebody else holds, and its items hold the screens.
     bar_->setItems({}, false);
     for (const auto& controller : stack_)
         controller->setNavigationController(nullptr);
@@ -64,7 +64,7 @@ void UINavigationController::viewDidLoad() {
 }
 
 void UINavigationController::didReceiveMemoryWarning() {
-    // The bar and the screens' places are small and stay; the screens hear the warning themselves.
+    // The bar and the container views are small and stay; the screens get the warning themselves.
 }
 
 void UINavigationController::layoutBars() {
@@ -112,8 +112,8 @@ void UINavigationController::popTo(std::size_t count, bool animated) {
     stack_.erase(first, stack_.end());
     const auto self = shared_from_this();
     showTopScreen(Way::Pop, leaving.back(), animated);
-    // They have left although one still slides out: nothing that comes back to them later may push
-    // onto this stack.
+    // They have left although one still slides out: no late answer to them may push onto this
+    // stack.
     for (const auto& controller : leaving) {
         if (std::find(stack_.begin(), stack_.end(), controller) == stack_.end())
             controller->setNavigationController(nullptr);
@@ -128,7 +128,7 @@ void UINavigationController::showTopScreen(Way way, const std::shared_ptr<UIView
     if (isViewLoaded())
         shown->view();
     if (topViewController() != shown)
-        return; // loading the view went on to another screen
+        return; // loading the view has moved on to another screen
     const double travel = way == Way::Push ? 1 : -1;
     UIScreenTransition::Change change{slides, kSlideSeconds, {}, {}, {}};
     change.prepare = [this, shown, slides, travel] {

@@ -9,7 +9,7 @@ class UINavigationBar;
 
 /// A stack of screens under one navigation bar. Pushes and pops slide; the calls viewWillAppear:,
 /// viewDidAppear:, viewWillDisappear: and viewDidDisappear: come in the phone's order. A push or
-/// pop that comes while another slides ends that one first.
+/// pop during another one's slide finishes that one first.
 class UINavigationController : public UIViewController {
 public:
     static std::shared_ptr<UINavigationController>

@@ -20,7 +20,7 @@ public:
     const std::shared_ptr<UIBarButtonItem>& rightBarButtonItem() const { return right_; }
     void setRightBarButtonItem(std::shared_ptr<UIBarButtonItem> item, bool animated = false);
 
-    /// Told of each change; set by the bar that shows the item.
+    /// Called on each change; set by the bar that shows the item.
     void setChangeHandler(std::function<void(bool animated)> handler) {
         changed_ = std::move(handler);
     }

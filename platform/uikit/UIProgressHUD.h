@@ -14,7 +14,7 @@ public:
     static std::shared_ptr<UIProgressHUD> withWindow(UIView& view);
 
     void setText(std::string text);
-    /// Yes adds it to the view and fades in, no fades out and removes it.
+    /// True adds it to the view and fades in; false fades out and removes it.
     void show(bool shown);
     void layoutSubviews() override;
 

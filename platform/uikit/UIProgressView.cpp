@@ -74,7 +74,7 @@ void UIProgressView::drawRect(const CGRect& rect) {
     const double width = filledWidth();
     if (width <= 0)
         return;
-    // A short fill is cut off straight rather than squeezed into a capsule of its own.
+    // A short fill is cut off straight rather than squeezed into a small capsule.
     context.saveGState();
     context.clipToRect(CGRectMake(inner.minX(), inner.minY(), width, inner.size.height));
     fillCapsule(context,

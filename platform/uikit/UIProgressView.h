@@ -5,7 +5,7 @@ namespace vistrel {
 
 enum class UIProgressViewStyle { Default, Bar };
 
-/// How much of a task is done, 0 to 1.
+/// The progress of a task, 0 to 1.
 class UIProgressView : public UIView {
 public:
     explicit UIProgressView(CGRect frame = {},
@@ -13,7 +13,7 @@ public:
 
     /// The clamped value.
     float progress() const { return progress_; }
-    /// Clamped to 0..1; not a number counts as 0. Paints only when the bar grows by a pixel.
+    /// Clamped to 0..1; NaN counts as 0. Repaints only when the bar grows by a pixel.
     void setProgress(float progress);
 
     CGSize sizeThatFits(CGSize size) const override; ///< 9 points high

@@ -35,7 +35,7 @@ void UIScreenTransition::run(Change change, const std::function<void()>& announc
     UIViewAnimation::beginAnimations();
     UIViewAnimation::setAnimationDuration(running->change.seconds);
     running->change.move();
-    // Only the transition holds the running change: one that was finished early is gone.
+    // Only the transition holds the running change; one that was finished early is gone.
     UIViewAnimation::setAnimationDidStop([weak = std::weak_ptr(running)](bool) {
         if (const auto stopped = weak.lock())
             stopped->owner.finish();

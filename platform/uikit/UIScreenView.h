@@ -7,7 +7,7 @@ namespace vistrel {
 class UIScreenView : public UIView {
 public:
     explicit UIScreenView(CGRect frame);
-    /// Lets every window go. What they change from now on asks for no frames.
+    /// Releases every window. From now on no change requests a frame.
     void turnOff();
 
 protected:

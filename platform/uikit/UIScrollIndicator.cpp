@@ -31,7 +31,7 @@ UIScrollIndicatorSpan scrollIndicatorSpan(double offset, double minimum, double 
     return {kMargin + std::round(part * (track - length)), length};
 }
 
-/// One round end; the bottom one is the top one upside down.
+/// One round end; the bottom is the top flipped.
 class UIScrollIndicator::Cap : public UIView {
 public:
     explicit Cap(bool top)

@@ -12,7 +12,7 @@ constexpr double kRubberStiffness = 0.55;
 const double kFriction = -1000 * std::log(0.998);
 constexpr double kSpring = 12;          // critically damped, radians a second
 constexpr double kSlowest = 8;          // coasting ends below this velocity
-constexpr double kLeastFlick = 60;      // a release below this velocity just rests
+constexpr double kLeastFlick = 60;      // a release below this velocity stops at once
 constexpr double kFastest = 6000;       // fingers report absurd velocities over tiny times
 constexpr double kVelocityWindow = 0.1; // seconds of samples that make the release velocity
 constexpr double kCoarseStep = 20;      // points; a mouse wheel's step, not a touchpad's
@@ -136,8 +136,8 @@ void UIScrollMotion::coast(double velocity, double time) {
         rest(edge);
         return;
     }
-    // Rest on a whole point, so that text at rest is sharp: aim there and take the velocity that
-    // leads to it.
+    // Rest on a whole point, so that text at rest is sharp: aim there and adjust the velocity to
+    // match.
     const double sign = velocity < 0 ? -1 : 1;
     const double way = (std::abs(velocity) - kSlowest) / kFriction;
     target_ = std::round(offset_ + sign * way);

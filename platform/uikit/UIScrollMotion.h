@@ -4,9 +4,9 @@
 
 namespace vistrel {
 
-/// One axis of a scrolling view over time: finger, momentum, bounce, animated moves. Pure: it knows
-/// no clock, every step is told the time. The path depends only on the events, not on how often
-/// advance is called. Offsets in points, times in seconds, velocities in points a second.
+/// One axis of a scrolling view over time: finger, momentum, bounce, animated moves. It has no
+/// clock; every step is given the time. The path depends only on the events, not on how often
+/// advance is called. Offsets in points, times in seconds, velocities in points per second.
 class UIScrollMotion {
 public:
     enum class Phase {
@@ -27,7 +27,7 @@ public:
     /// At rest the offset is brought into the range.
     void setRange(const Range& range);
     double offset() const { return offset_; }
-    /// Jumps; ends whatever moves it.
+    /// Jumps; ends any motion.
     void setOffset(double offset);
     Phase phase() const { return phase_; }
     bool isMoving() const { return phase_ != Phase::Rest && phase_ != Phase::Dragging; }
@@ -38,12 +38,12 @@ public:
     void endDrag(double time);
     /// Ease-in-ease-out over `duration`.
     void glideTo(double target, double time, double duration);
-    /// A wheel's step. Coarse steps glide, fine ones move at once; steps in a row add up. False
-    /// when there is nothing to go that way.
+    /// A wheel step. Coarse steps glide, fine ones move at once; successive steps add up. False
+    /// when it cannot move that way.
     bool wheel(double delta, double time);
     /// Ends momentum where it is; outside the range it springs back.
     void stop(double time);
-    /// Moves on to `time`. False when it rests.
+    /// Advances to `time`. False when at rest.
     bool advance(double time);
 
 private:
@@ -68,7 +68,7 @@ private:
     Phase phase_ = Phase::Rest;
     double offset_ = 0;
 
-    // The motion under way: where and how fast it began.
+    // The current motion: where and how fast it began.
     double startTime_ = 0;
     double startOffset_ = 0;
     double startVelocity_ = 0;

@@ -139,7 +139,7 @@ void UIScrollView::frameCame(double now) {
     motionChanged();
 }
 
-/// Starts or ends what goes with movement, and shows where the axes are.
+/// Starts or stops what accompanies movement, and shows the new offset.
 void UIScrollView::motionChanged() {
     if (isDecelerating()) {
         frames_.start();

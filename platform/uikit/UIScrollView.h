@@ -24,19 +24,19 @@ public:
     void setContentOffset(CGPoint offset, bool animated = false);
     const UIEdgeInsets& contentInset() const { return contentInset_; }
     void setContentInset(const UIEdgeInsets& insets);
-    /// By the least that shows it whole; nothing when it shows already.
+    /// Scrolls by the least that shows all of it; not at all when it is visible already.
     void scrollRectToVisible(const CGRect& rect, bool animated);
     bool isScrollEnabled() const { return scrollEnabled_; }
     void setScrollEnabled(bool enabled) { scrollEnabled_ = enabled; }
     void setAlwaysBounceVertical(bool always) { alwaysBounceVertical_ = always; }
     void setIndicatorStyle(UIScrollViewIndicatorStyle style);
     void setShowsVerticalScrollIndicator(bool shows);
-    /// Shows the indicator for a moment, to say that there is more than can be seen.
+    /// Shows the indicator for a moment, as a hint that there is more to see.
     void flashScrollIndicators();
     bool isDragging() const;
-    /// Momentum, a spring back, or an animated move is under way.
+    /// Whether momentum, a spring back or an animated move is in progress.
     bool isDecelerating() const;
-    /// A wheel or touchpad step, points. Whether the content could move that way.
+    /// A wheel or touchpad step in points. Whether the content could move that way.
     bool scrollBy(double dx, double dy, double timestamp) override;
 
     bool shouldCaptureTouch(const UITouch& touch) override;

@@ -9,7 +9,7 @@
 namespace vistrel {
 class UIGlossyButton;
 
-/// The panel of an action sheet: title and buttons one under the other, the cancel button apart.
+/// The panel of an action sheet: title and stacked buttons, the cancel button apart.
 class UISheetPanel : public UIView {
 public:
     struct Content {

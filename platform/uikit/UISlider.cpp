@@ -27,7 +27,7 @@ double onPixel(double place) {
 
 }
 
-/// One side's track over the whole length; a window shows the part that counts.
+/// One side's track over the whole length; a window shows the relevant part.
 class UISlider::Track : public UIView {
 public:
     explicit Track(const CGGradient& shade)
@@ -168,7 +168,7 @@ void UISlider::layoutSubviews() {
     place();
 }
 
-/// Setting a frame that is there already composes nothing.
+/// Setting the same frame again composes nothing.
 void UISlider::place() {
     const CGRect thumb = thumbRect();
     const CGRect area = bounds();

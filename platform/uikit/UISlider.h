@@ -14,14 +14,14 @@ public:
     ~UISlider() override;
 
     float value() const { return value_; }
-    /// Clamped; not a number counts as the minimum. Composes anew only when the thumb moves by a
-    /// pixel. No event.
+    /// Clamped; NaN counts as the minimum. Recomposes only when the thumb moves by a pixel. Sends
+    /// no event.
     void setValue(float value);
     float minimumValue() const { return minimum_; }
     void setMinimumValue(float minimum);
     float maximumValue() const { return maximum_; }
     void setMaximumValue(float maximum);
-    /// Null: the slider's own.
+    /// Null: the default.
     void setThumbImage(std::shared_ptr<const UIImage> image);
     void setMinimumTrackImage(std::shared_ptr<const UIImage> image);
     void setMaximumTrackImage(std::shared_ptr<const UIImage> image);
@@ -29,7 +29,7 @@ public:
     void setContinuous(bool continuous) { continuous_ = continuous; }
     bool isTracking() const { return tracking_; }
 
-    /// May stand out above and below a flat slider.
+    /// May extend above and below a flat slider.
     CGRect thumbRect() const;
     void layoutSubviews() override;
     void touchesBegan(const UITouch& touch) override;

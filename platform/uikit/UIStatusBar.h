@@ -6,8 +6,8 @@
 
 namespace vistrel {
 
-/// The 20-point bar at the top of the screen: clock, network activity. Redrawn once a minute, at
-/// the change.
+/// The 20-point bar at the top of the screen: clock, network activity. Redrawn when the minute
+/// changes.
 class UIStatusBar : public UIView {
 public:
     UIStatusBar();

@@ -39,7 +39,7 @@ UITableView::UITableView(CGRect frame, UITableViewStyle style)
 
 UITableView::~UITableView() = default;
 
-// What it shows.
+// Content.
 
 void UITableView::setDataSource(std::weak_ptr<UITableViewDataSource> dataSource) {
     dataSource_ = std::move(dataSource);
@@ -166,7 +166,7 @@ void UITableView::placeFooter() {
         footerView_->setFrame(frame);
 }
 
-// Asking about rows.
+// Rows.
 
 int UITableView::numberOfSections() const {
     loadIfNeeded();
@@ -313,7 +313,7 @@ void UITableView::touchesBegan(const UITouch& touch) {
 }
 
 void UITableView::touchesMoved(const UITouch& touch) {
-    // A swipe stays a swipe: the list does not move under the button that it has brought.
+    // A swipe stays a swipe: the list does not move under the delete button.
     if (!editing_->confirming())
         UIScrollView::touchesMoved(touch);
 }

@@ -32,7 +32,7 @@ public:
 
     void setDataSource(std::weak_ptr<UITableViewDataSource> dataSource);
     void setDelegate(std::weak_ptr<UITableViewDelegate> delegate);
-    /// Null when there is none, or it is gone.
+    /// Null when unset or gone.
     std::shared_ptr<UITableViewDataSource> dataSource() const { return dataSource_.lock(); }
     std::shared_ptr<UITableViewDelegate> delegate() const { return delegate_.lock(); }
 
@@ -70,7 +70,7 @@ public:
 
     bool isEditing() const;
     void setEditing(bool editing, bool animated);
-    /// The row whose delete confirmation shows; nothing for none.
+    /// The row that shows its delete confirmation, if any.
     std::optional<NSIndexPath> indexPathForDeleteConfirmation() const;
 
     void beginUpdates();

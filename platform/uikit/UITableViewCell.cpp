@@ -49,7 +49,7 @@ UIImageView& UITableViewCell::imageView() {
         imageView_->setUserInteractionEnabled(false);
         addSubview(imageView_);
     }
-    // Whoever asks for it is about to give it a picture of some size.
+    // The caller is about to give it a picture of unknown size.
     setNeedsLayout();
     return *imageView_;
 }

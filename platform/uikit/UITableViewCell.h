@@ -14,9 +14,9 @@ enum class UITableViewCellStyle { Default = 0 };
 enum class UITableViewCellAccessoryType { None = 0, DisclosureIndicator = 1 };
 enum class UITableViewCellSelectionStyle { None = 0, Blue = 1, Gray = 2 };
 
-/// One row of a table. Label and picture are made when first asked for; a cell that draws itself
-/// has neither. A cell with a label stands on white unless it is given a background colour, others
-/// on nothing.
+/// One row of a table. Label and picture are created on first use; a cell that draws itself has
+/// neither. A cell with a label has a white background unless given another colour, others have
+/// none.
 class UITableViewCell : public UIView {
 public:
     explicit UITableViewCell(UITableViewCellStyle style = UITableViewCellStyle::Default,
@@ -52,7 +52,7 @@ public:
     /// Lays out label, picture, accessory and editing controls; the controls lie above everything
     /// that subclasses add.
     void layoutSubviews() override;
-    /// The cell itself, except over a control that lies in it.
+    /// The cell itself, except over one of its controls.
     std::shared_ptr<UIView> hitTest(CGPoint point) override;
     void touchesBegan(const UITouch& touch) override;
     void touchesMoved(const UITouch& touch) override;

@@ -25,9 +25,9 @@ public:
     void setConfirmationTitle(const std::string& title);
     double confirmationWidth() const;
     bool confirmationContains(CGPoint windowPoint) const;
-    /// Before the cell's mode changes: what the modes need exists and lies where it was.
+    /// Call before the cell's mode changes: creates the controls of the modes at their old places.
     void prepareForMode();
-    /// Puts everything in place and above what the cell holds.
+    /// Puts everything in place, above the cell's content.
     void layout(const UITableViewCellLayout& layout);
 
 private:

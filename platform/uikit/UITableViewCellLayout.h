@@ -3,7 +3,7 @@
 
 namespace vistrel {
 
-/// What decides where the parts of a row lie.
+/// What determines the layout of a row.
 struct UITableViewCellLayoutInput {
     CGSize size;             ///< the row
     CGSize imageSize;        ///< zero: no picture
@@ -13,7 +13,7 @@ struct UITableViewCellLayoutInput {
     double confirmationWidth = 0;
 };
 
-/// The parts of a row, in the cell's coordinates. Controls that do not show wait beside the row.
+/// The parts of a row, in the cell's coordinates. Hidden controls are placed beside the row.
 struct UITableViewCellLayout {
     CGRect image;
     CGRect text;

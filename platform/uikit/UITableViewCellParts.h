@@ -34,7 +34,7 @@ private:
     bool highlighted_ = false;
 };
 
-/// The red circle that offers to delete the row; stands on end while the offer is taken up.
+/// The red circle that offers to delete the row; upright while the confirmation shows.
 class UITableViewCellDeleteCircle : public UIControl {
 public:
     UITableViewCellDeleteCircle();

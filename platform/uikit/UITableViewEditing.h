@@ -20,17 +20,17 @@ public:
     bool isEditing() const { return editing_; }
     void setEditing(bool editing, bool animated);
     bool canDelete(const NSIndexPath& path) const;
-    /// A cell that comes on screen gets its state.
+    /// Gives a cell that comes on screen its state.
     void prepareCell(UITableViewCell& cell, const NSIndexPath& path);
     /// When the table reloads or its rows change: no row asks for confirmation any more.
     void forgetConfirmation() { confirming_.reset(); }
 
-    /// The row whose confirmation button shows.
+    /// The row that shows its confirmation button.
     const std::optional<NSIndexPath>& confirming() const { return confirming_; }
     void showConfirmation(const NSIndexPath& path);
-    /// False when none shows.
+    /// False when there is none.
     bool hideConfirmation(bool animated);
-    /// Deletes the row whose button shows.
+    /// Deletes that row.
     void commitConfirmed();
 
     void circlePressed(UITableViewCell& cell);

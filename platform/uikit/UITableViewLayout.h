@@ -7,9 +7,9 @@
 
 namespace vistrel {
 
-/// Where the rows and headers of a table lie, from its first row's top downward: pure arithmetic.
-/// Sections whose rows are equally high cost no memory for each row. Finding a row by its place or
-/// a place by its row takes a binary search at most.
+/// The positions of the rows and headers of a table, from its top down: pure arithmetic. Sections
+/// with rows of equal height need no memory per row. Finding a row by position or a position by row
+/// takes at most a binary search.
 class UITableViewLayout {
 public:
     struct Span {
@@ -22,7 +22,7 @@ public:
 
     /// Empty.
     void clear();
-    /// Rows are appended to the section begun last. A header of no height is no header.
+    /// Rows are appended to the last section begun. A height of 0 means no header.
     void beginSection(double headerHeight);
     void appendRow(double height);
     void appendRows(int count, double height);
@@ -36,15 +36,15 @@ public:
     Span section(int section) const;
     Span header(int section) const;
     Span row(const NSIndexPath& path) const;
-    /// Where the header shows when the view begins at `offset`: at its place, or held at the view's
-    /// top until the next section pushes it away.
+    /// Where the header shows when the view begins at `offset`: at its place, or stuck to the top
+    /// of the view until the next section pushes it away.
     Span stickyHeader(int section, double offset) const;
 
-    /// The row at a place; nothing between rows and past the ends.
+    /// The row at a position; nothing between rows and past the ends.
     std::optional<NSIndexPath> rowAt(double y) const;
     /// The first row that ends below `y`; nothing when there is none.
     std::optional<NSIndexPath> firstRowBelow(double y) const;
-    /// The section at a place, the last one past the end; -1 when there is none.
+    /// The section at a position, the last one past the end; -1 when there are none.
     int sectionAt(double y) const;
     std::optional<NSIndexPath> next(NSIndexPath path) const;
     std::optional<NSIndexPath> previous(NSIndexPath path) const;

@@ -31,7 +31,7 @@ void UITableViewRows::tile(double top, double bottom,
         if (place < visible_.size() && visible_[place].path == *path)
             continue;
         const Row row = make(*source, *path);
-        // Asking the data source may have reloaded the table.
+        // The data source may have reloaded the table.
         if (!layout_.contains(*path))
             return;
         place = std::min(place, visible_.size());

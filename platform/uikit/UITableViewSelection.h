@@ -31,13 +31,13 @@ public:
     void clear();
     /// After rows were deleted; `moved` gives a row's new place or nothing.
     void remap(const std::function<std::optional<NSIndexPath>(const NSIndexPath&)>& moved);
-    /// A cell that comes on screen gets its state.
+    /// Gives a cell that comes on screen its state.
     void prepareCell(UITableViewCell& cell, const NSIndexPath& path);
 
     void touchBegan(UITableViewCell& cell);
     void touchEnded();
     void touchCancelled();
-    /// As a tap does.
+    /// Acts like a tap.
     void activate(UITableViewCell& cell);
 
     bool keyPressed(const UIKey& key);

@@ -20,7 +20,7 @@ constexpr double kDeletionDuration = 0.3;
 
 }
 
-/// One deletion under way: the cells that leave, and how far the rows below move up.
+/// One deletion in progress: the leaving cells, and how far the rows below move up.
 struct UITableViewUpdates::Deletion {
     std::vector<std::shared_ptr<UITableViewCell>> leaving;
     double height = 0;

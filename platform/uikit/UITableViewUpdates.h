@@ -28,7 +28,7 @@ public:
         UITableViewEditing& editing;
     };
 
-    /// `rebuild` asks for the table's counts and heights again.
+    /// `rebuild` requests the table's counts and heights again.
     UITableViewUpdates(UITableView& table, const Parts& parts, std::function<void()> rebuild)
         : table_(table)
         , parts_(parts)

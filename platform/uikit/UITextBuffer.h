@@ -5,12 +5,12 @@
 
 namespace vistrel {
 
-/// A text under the caret: UTF-8 that is only ever cut between characters, with a selection that
-/// has a fixed end (the anchor) and a moving one (the caret). A character is a code point with the
-/// marks that combine with it.
+/// Editable UTF-8 text, cut only between characters, with a selection that has a fixed end (the
+/// anchor) and a moving one (the caret). A character is a code point with its combining
+/// marks.
 class UITextBuffer {
 public:
-    enum class Extend { No, Yes }; ///< whether a move leaves the anchor where it is
+    enum class Extend { No, Yes }; ///< whether a move keeps the anchor
 
     const std::string& text() const { return text_; }
     /// The caret goes to the end. Ill-formed parts become U+FFFD.
@@ -22,14 +22,14 @@ public:
     bool hasSelection() const { return caret_ != anchor_; }
     std::string selectedText() const;
 
-    /// Puts `typed` in the selection's place. Control characters other than line breaks are left
-    /// out.
+    /// Replaces the selection with `typed`. Control characters other than line breaks are
+    /// dropped.
     void insert(std::string_view typed);
-    /// The selection, else the character before or after the caret. Whether there was something.
+    /// Deletes the selection, else the character before or after the caret. False for nothing.
     bool deleteBackward();
     bool deleteForward();
 
-    /// To a byte offset, moved back to where a character begins.
+    /// To a byte offset, rounded down to the start of a character.
     void moveTo(std::size_t offset, Extend extend);
     void moveBackward(Extend extend);
     void moveForward(Extend extend);

@@ -6,13 +6,13 @@
 namespace vistrel {
 class NSTimer;
 
-/// The blinking line where typed text goes.
+/// The blinking line at the insertion point.
 class UITextCaret : public UIView {
 public:
     UITextCaret();
     ~UITextCaret() override;
 
-    /// Blinks from now on, or is not seen. Moving it shows it for a whole half period.
+    /// Starts blinking, or hides. Moving it shows it for a full half period.
     void setActive(bool active);
     void moveTo(const CGRect& line);
 

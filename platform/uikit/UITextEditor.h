@@ -11,8 +11,8 @@ namespace vistrel {
 class UITextCaret;
 struct UIKey;
 
-/// What text fields and text views share: text, caret, selection, keys, drawing. Points count from
-/// the upper left corner of the text.
+/// Shared by text fields and text views: text, caret, selection, keys, drawing. Coordinates are
+/// points from the upper left corner of the text.
 class UITextEditor {
 public:
     enum class Lines { One, Many };
@@ -21,9 +21,9 @@ public:
     UITextEditor(Lines lines, const UIFont& font);
 
     const std::string& text() const { return buffer_.text(); }
-    /// A single line has no breaks: they become spaces.
+    /// In a single line, breaks become spaces.
     void setText(const std::string& text);
-    /// Lines longer than this are broken; only for many lines.
+    /// The width at which lines wrap; multi-line only.
     void setWidth(double width);
     Outcome keyPressed(const UIKey& key);
     void touched(CGPoint point, UITextBuffer::Extend extend);
@@ -32,7 +32,7 @@ public:
     const UITextLines& lines() const { return lines_; }
     CGRect caretRect() const { return lines_.caretRect(buffer_.caret()); }
     const std::shared_ptr<UITextCaret>& caret() const { return caret_; }
-    /// Paints what lies in `visible` (points of the text) with the text's corner at `origin`.
+    /// Paints the part in `visible` (text coordinates) with the text's corner at `origin`.
     void draw(CGPoint origin, const CGRect& visible, const UIColor& color) const;
 
 private:
@@ -47,7 +47,7 @@ private:
     UITextBuffer buffer_;
     UITextLines lines_;
     double width_ = 0;
-    std::optional<double> column_; ///< where a run of ups and downs began
+    std::optional<double> column_; ///< where a series of ups and downs began
     std::shared_ptr<UITextCaret> caret_;
 };
 

@@ -69,7 +69,7 @@ CGPoint UITextField::textOrigin() const {
     return {-scrolled_, std::floor((bounds().size.height - editor_.lines().lineHeight()) / 2)};
 }
 
-/// Keeps the caret inside, and the text as far right as it fills the field.
+/// Keeps the caret inside, without a gap at the end of the text.
 void UITextField::changed() {
     const double room = std::max(1.0, bounds().size.width - kCaretRoom);
     const double caret = editor_.caretRect().minX();

@@ -6,7 +6,7 @@
 
 namespace vistrel {
 
-/// One line of text to type. Sends UIControlEventEditingChanged at every edit, and
+/// A single-line text field. Sends UIControlEventEditingChanged at every edit, and
 /// UIControlEventEditingDidEndOnExit when Enter is pressed.
 class UITextField : public UIControl {
 public:
@@ -18,8 +18,8 @@ public:
     void setTextColor(const UIColor& color);
     /// Shown, grey, while there is no text.
     void setPlaceholder(std::string placeholder);
-    /// Shows a dot for each character. Such a text is typed and erased at its end only, and is not
-    /// told to screen readers.
+    /// Shows a dot for each character. Such text is edited at its end only and hidden from screen
+    /// readers.
     void setSecureTextEntry(bool secure);
     std::string selectedText() const { return editor_.buffer().selectedText(); }
 
@@ -41,7 +41,7 @@ private:
     UITextEditor editor_;
     UIColor textColor_ = UIColor::blackColor();
     std::string placeholder_;
-    double scrolled_ = 0; ///< points of the text left of the field
+    double scrolled_ = 0; ///< points of text hidden at the left
     std::string secret_;
     bool secure_ = false;
     bool focused_ = false;

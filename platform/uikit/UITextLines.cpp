@@ -43,7 +43,7 @@ void UITextLines::breakParagraph(std::size_t start, std::size_t end, double widt
     lines_.push_back({start, end});
 }
 
-/// The last offset up to which the text is no wider; at least one character on.
+/// The last offset at which the text still fits; at least one character further.
 std::size_t UITextLines::fittingEnd(std::size_t start, std::size_t end, double width) const {
     std::vector<std::size_t> offsets;
     for (std::size_t at = nextCharacter(start); at < end; at = nextCharacter(at))

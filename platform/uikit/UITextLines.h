@@ -8,13 +8,13 @@
 
 namespace vistrel {
 
-/// A text broken into lines, and where its characters stand. Offsets are bytes between characters;
-/// points count from the upper left corner of the text.
+/// Text broken into lines, with the positions of its characters. Offsets are bytes, at character
+/// boundaries; points count from the upper left corner of the text.
 class UITextLines {
 public:
     struct Line {
         std::size_t start = 0;
-        std::size_t end = 0; ///< without the line break or the space at which it was broken
+        std::size_t end = 0; ///< without the line break or wrapping space
     };
 
     explicit UITextLines(const UIFont& font)
@@ -27,13 +27,14 @@ public:
     double lineHeight() const;
     CGSize size() const;
     std::size_t lineOf(std::size_t offset) const;
-    /// Where a caret before the character at `offset` stands: a line high, without width.
+    /// The caret before the character at `offset`: one line tall, zero width.
     CGRect caretRect(std::size_t offset) const;
-    /// Where the caret goes for a touch there.
+    /// The caret offset for a touch there.
     std::size_t offsetAt(CGPoint point) const;
-    /// The offset right above (-1) or below (1) at `x`; the text's start or end at its edges.
+    /// The offset one line above (-1) or below (1) at `x`; the start or end of the text at its
+    /// edges.
     std::size_t offsetInLine(std::size_t line, double x) const;
-    /// The marked part of a line, empty when there is none.
+    /// The selected part of a line; empty for none.
     CGRect selectionRect(std::size_t line, std::size_t from, std::size_t to) const;
     std::string textOf(const Line& line) const;
     const UIFont& font() const { return font_; }

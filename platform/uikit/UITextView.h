@@ -7,17 +7,17 @@
 
 namespace vistrel {
 
-/// Text of any number of lines to type; scrolls, and keeps the caret in sight.
+/// A multi-line text editor that scrolls and keeps the caret visible.
 class UITextView : public UIScrollView {
 public:
     explicit UITextView(CGRect frame = {}, const UIFont& font = UIFont::systemFontOfSize(16));
 
     const std::string& text() const { return editor_.text(); }
-    /// The caret goes to the text's start. The change handler is not told.
+    /// The caret goes to the start. The change handler is not called.
     void setText(const std::string& text);
     void setEditable(bool editable) { editable_ = editable; }
     bool isEditable() const { return editable_; }
-    /// Told of every edit.
+    /// Called on every edit.
     void setTextChangeHandler(std::function<void()> handler) { textChanged_ = std::move(handler); }
     std::string selectedText() const { return editor_.buffer().selectedText(); }
 

@@ -7,8 +7,8 @@
 
 namespace vistrel {
 
-/// A row of items; flexible spaces share what the others leave. The same item object may stand at
-/// several places.
+/// A row of items; flexible spaces share the remaining width. The same item object may appear
+/// several times.
 class UIToolbar : public UIView {
 public:
     explicit UIToolbar(CGRect frame = CGRectMake(0, 0, 320, 44));

@@ -38,7 +38,7 @@ void UIView::setHidden(bool hidden) {
     if (hidden_ == hidden) {
         return;
     }
-    // Visible before or after: asked for while it counts as visible.
+    // Visible before or after: the frame is requested while it counts as visible.
     hidden_ = false;
     setNeedsComposition();
     hidden_ = hidden;
@@ -106,7 +106,7 @@ void UIView::insertSubviewBelowSubview(std::shared_ptr<UIView> view, const UIVie
     };
     auto position = std::find_if(subviews_.begin(), subviews_.end(), isSibling);
     auto index = static_cast<std::size_t>(position - subviews_.begin());
-    // Taking the view out of its old place moves the sibling down.
+    // Removing the view from its old place shifts the sibling down.
     if (std::find_if(subviews_.begin(), position, isView) != position) {
         --index;
     }

@@ -22,7 +22,7 @@ namespace host {
 class ForeignContent;
 }
 
-/// How a view is placed and shown; what an animation moves between two of.
+/// How a view is placed and shown; animations interpolate between two of these.
 struct ViewState {
     CGPoint center; ///< in the superview
     CGRect bounds;  ///< own coordinates; the origin scrolls the content
@@ -35,8 +35,8 @@ struct ViewState {
 };
 
 /// A rectangle of the screen: placed in its superview, drawn, hit by touches, animated. Main thread
-/// only. Views are held by shared_ptr; a superview owns its subviews. Drawing happens once, in
-/// drawRect, into a picture that is kept until setNeedsDisplay; moving, fading and scrolling reuse
+/// only. Views are held by shared_ptr; a superview owns its subviews. drawRect draws once, into a
+/// picture that is kept until setNeedsDisplay; moving, fading and scrolling reuse
 /// it.
 class UIView : public std::enable_shared_from_this<UIView> {
 public:
@@ -45,8 +45,8 @@ public:
     UIView(const UIView&) = delete;
     UIView& operator=(const UIView&) = delete;
 
-    // Geometry. Inside an animation block the change is animated; getters give the final value at
-    // once.
+    // Geometry. Inside an animation block changes are animated; getters return the final value
+    // immediately.
     /// The bounding rectangle in the superview's coordinates.
     CGRect frame() const;
     virtual void setFrame(const CGRect& frame);
@@ -93,30 +93,31 @@ public:
     CGRect convertRectToView(const CGRect& rect, const UIView* view) const;
     /// From own coordinates to the superview's.
     CGAffineTransform placement() const { return state_.toSuperview(); }
-    /// From own coordinates to those of the topmost view, the screen's when the view is on it.
+    /// From own coordinates to those of the topmost view (the screen, when the view is on it).
     CGAffineTransform transformToRoot() const;
-    /// Whether nothing on the way up to the screen is hidden; true also while faded or covered.
+    /// Whether the view and its ancestors up to the screen are not hidden; true also while faded or
+    /// covered.
     bool isOnScreen() const;
 
     // Layout and drawing.
     void setNeedsLayout();
-    /// Whether layoutIfNeeded has something to do, here or below.
+    /// Whether layoutIfNeeded would do something, here or below.
     bool needsLayout() const { return needsLayout_ || descendantNeedsLayout_; }
     void layoutIfNeeded();
     virtual void layoutSubviews() {}
-    /// The size that suits the content; `size` is what there is.
+    /// The size that fits the content; `size` is the available space.
     virtual CGSize sizeThatFits(CGSize size) const;
     virtual void setNeedsDisplay();
-    /// Marks that the screen must be composed again.
+    /// Requests a new frame of the screen.
     void setNeedsComposition();
-    /// Paints into the current context; `rect` is the bounds. Only views that answer true from
-    /// drawsContent are asked.
+    /// Paints into the current context; `rect` is the bounds. Called only when drawsContent returns
+    /// true.
     virtual void drawRect(const CGRect& rect);
     virtual bool drawsContent() const { return false; }
     /// What drawRect painted, at the screen's scale; painted now when it is missing or dirty.
     std::shared_ptr<const Bitmap> drawnPicture();
-    /// A finished picture to show over the bounds instead of one of its own (an image view's
-    /// image); null: what drawRect paints.
+    /// A finished picture to show instead of what drawRect paints (an image view's image); null for
+    /// none.
     virtual std::shared_ptr<const Bitmap> contentPicture() { return nullptr; }
     /// Foreign content that fills the bounds, drawn between background and subviews; null for none.
     virtual host::ForeignContent* foreignContent() { return nullptr; }
@@ -127,7 +128,7 @@ public:
     void insertGradientLayerAtIndex(std::shared_ptr<CAGradientLayer> layer, std::size_t index);
     void removeGradientLayer(const CAGradientLayer& layer);
 
-    // Touches and keys. Not handled: handed to the superview's responder chain (keys only).
+    // Touches and keys. Unhandled keys go up the superviews.
     /// The deepest view under the point (own coordinates) that takes touches.
     virtual std::shared_ptr<UIView> hitTest(CGPoint point);
     virtual bool pointInside(CGPoint point) const;
@@ -135,24 +136,24 @@ public:
     virtual void touchesMoved(const UITouch& touch);
     virtual void touchesEnded(const UITouch& touch);
     virtual void touchesCancelled(const UITouch& touch);
-    /// Asked of every ancestor of the hit view, innermost first, while a touch moves (and of the
-    /// hit view itself). The first that answers true takes the touch over: the old owner gets
-    /// touchesCancelled, this view touchesBegan with the touch as it is now, and all that follows.
+    /// Asked of the hit view and every ancestor, innermost first, while a touch moves. The first
+    /// that returns true takes over the touch: the old owner gets touchesCancelled, this view gets
+    /// touchesBegan with the touch as it is now, and everything after.
     virtual bool shouldCaptureTouch(const UITouch& touch);
-    /// Told of every ancestor of the hit view when a touch begins inside. True swallows the touch:
-    /// nothing below hears of it and this view owns it (a list that was still rolling).
+    /// Called on every ancestor of the hit view when a touch begins inside. True swallows the
+    /// touch: nothing below receives it and this view owns it (a list that was still rolling).
     virtual bool touchWillBeginInside(const UITouch& touch);
-    /// Whether the key was used.
+    /// Returns whether the key was used.
     virtual bool keyPressed(const UIKey& key);
-    /// A wheel's or touchpad's step in points; whether the content could move that way.
+    /// A wheel or touchpad step in points; returns whether the content could move that way.
     virtual bool scrollBy(double /*dx*/, double /*dy*/, double /*timestamp*/) { return false; }
-    /// Whether keys that no focused view uses are offered to this one: lists, and screens with keys
-    /// of their own.
+    /// Whether this view is offered keys that the focused view does not use: lists, and screens
+    /// with shortcuts.
     virtual bool takesUnfocusedKeys() const { return viewController_ != nullptr; }
     virtual bool canBecomeFirstResponder() const { return false; }
     virtual void focusChanged(bool /*focused*/) {}
 
-    /// Nothing (role None) for views that are only containers.
+    /// Role None for mere containers.
     virtual UIAccessibilityElement accessibilityElement() const { return accessibility_; }
     void setAccessibility(UIAccessibilityElement element) { accessibility_ = std::move(element); }
     /// What a screen reader's "press" does; the default is a tap in the middle.

@@ -8,16 +8,16 @@ enum class UIViewAnimationCurve { EaseInOut = 0, EaseIn = 1, EaseOut = 2, Linear
 enum class UIViewAnimationTransition { None = 0, FlipFromLeft = 1, FlipFromRight = 2 };
 
 /// Animation blocks: changes of frame, bounds, centre, transform, alpha and background colour made
-/// between begin and commit are shown over the block's duration. Blocks nest. Values read at once
-/// are the final ones. With no window a block runs all the same, by the run loop's clock.
+/// between begin and commit are shown over the block's duration. Blocks nest. Getters return the
+/// final values immediately. Blocks also run without a window, by the run loop's clock.
 namespace UIViewAnimation {
 
 void beginAnimations();
 void setAnimationDuration(double seconds); ///< default 0.2
 void setAnimationDelay(double seconds);
 void setAnimationCurve(UIViewAnimationCurve curve); ///< default EaseInOut
-/// The view's old and new content change places by a flip; None: nothing special. The old content
-/// is a picture taken now, the new one when it first turns into sight, whatever `cache` says.
+/// The view flips from its old to its new content; None: no effect. The old content is a picture
+/// taken now, the new one when it first turns into view, whatever `cache` is.
 void setAnimationTransitionForView(UIViewAnimationTransition transition, UIView& view, bool cache);
 /// Runs once on the main loop when the block's animations have ended; `finished` false when they
 /// were cut short.

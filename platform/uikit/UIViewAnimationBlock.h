@@ -5,7 +5,7 @@
 
 namespace vistrel {
 
-/// One animation block: what was set between begin and commit, and how far it has come.
+/// One animation block: its settings and progress.
 struct UIViewAnimationBlock {
     double duration = 0.2;
     double delay = 0;

@@ -5,7 +5,7 @@
 
 namespace vistrel {
 
-/// How far an animation is when the part `time` (0 to 1) of its duration has passed.
+/// The progress of an animation after the fraction `time` (0 to 1) of its duration.
 double easedProgress(UIViewAnimationCurve curve, double time);
 
 double interpolate(double from, double to, double progress);
@@ -13,7 +13,7 @@ CGPoint interpolate(CGPoint from, CGPoint to, double progress);
 CGRect interpolate(const CGRect& from, const CGRect& to, double progress);
 /// A clear colour takes the hue of the other one.
 UIColor interpolate(const UIColor& from, const UIColor& to, double progress);
-/// Turns and scales instead of shrinking through the middle.
+/// Rotates and scales instead of collapsing halfway.
 CGAffineTransform interpolate(const CGAffineTransform& from, const CGAffineTransform& to,
                               double progress);
 

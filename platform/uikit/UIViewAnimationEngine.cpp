@@ -91,7 +91,7 @@ void UIViewAnimationEngine::commit() {
         endSoon(block);
         return;
     }
-    // The first walk that meets the movement keeps the frames coming.
+    // The first walk that draws the movement keeps the frames coming.
     drewMovement_ = true;
     const auto moves = [&](const auto& entry) {
         return std::any_of(entry.second.properties.begin(), entry.second.properties.end(),

@@ -13,13 +13,13 @@
 
 namespace vistrel {
 
-/// Runs the animation blocks. Where a view is shown is computed from the clock when it is asked
-/// for; frames are requested only while something on the screen moves, and a block's end comes from
-/// the run loop, so that animations also end where there is no display. Main thread only.
+/// Runs the animation blocks. Where a view is shown is computed from the clock on demand; frames
+/// are requested only while something on the screen moves, and a block's end comes from the run
+/// loop, so that animations also end without a display. Main thread only.
 class UIViewAnimationEngine {
 public:
     static UIViewAnimationEngine& shared();
-    /// Forgets everything without telling anybody.
+    /// Drops everything without calling anybody.
     void reset();
 
     void begin();
@@ -46,14 +46,14 @@ public:
         bool fromLeft = true;
         std::shared_ptr<const Bitmap> before;
         std::shared_ptr<const Bitmap> after; ///< null until it is first needed
-        std::shared_ptr<Bitmap> turned;      ///< what is seen of either, painted anew each frame
+        std::shared_ptr<Bitmap> turned;      ///< the visible side, repainted each frame
     };
     /// As it is now; null when the view does not flip. Valid until an animation begins or ends.
     Flip* flipOf(const UIView& view);
     bool isFlipping(const UIView& view) const {
         return !transitions_.empty() && transitions_.contains(&view);
     }
-    /// From the walk: something that moves was drawn, so another frame is needed.
+    /// Called by the walk: something moving was drawn, so another frame is needed.
     void movingViewWasDrawn();
 
 private:

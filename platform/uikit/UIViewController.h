@@ -11,15 +11,15 @@ class UIModalPresentation;
 class UINavigationController;
 class UINavigationItem;
 
-/// How much of the screen a modal screen takes; numbers are the phone's. On a screen of a phone's
-/// size every style covers all of it, but only a full screen one may hide the status bar.
+/// How much of the screen a modal screen takes; numbers are the phone's. On a phone-sized screen
+/// every style covers all of it, but only FullScreen may hide the status bar.
 enum class UIModalPresentationStyle { FullScreen = 0, PageSheet, FormSheet, CurrentContext };
 
-/// Posted when memory runs short; every screen hears didReceiveMemoryWarning.
+/// Posted when memory is low; every screen gets didReceiveMemoryWarning.
 inline constexpr const char* UIApplicationDidReceiveMemoryWarningNotification =
     "UIApplicationDidReceiveMemoryWarningNotification";
 
-/// One screen: its view, made when first asked for, and its place among the other screens. Held by
+/// One screen: its view, created on first use, and its place among the other screens. Held by
 /// shared_ptr; owned by the navigation stack or by the screen that presents it.
 class UIViewController : public std::enable_shared_from_this<UIViewController> {
 public:
@@ -41,13 +41,13 @@ public:
     virtual void viewWillDisappear(bool /*animated*/) {}
     virtual void viewDidDisappear(bool /*animated*/) {}
     virtual void viewDidUnload() {}
-    /// Lets the view go when it is not on screen (viewDidUnload follows).
+    /// Releases the view when it is not on screen (viewDidUnload follows).
     virtual void didReceiveMemoryWarning();
     virtual bool shouldAutorotateToInterfaceOrientation(UIInterfaceOrientation orientation);
     virtual void setEditing(bool editing, bool animated);
     bool isEditing() const { return editing_; }
-    /// Escape on the keyboard: what leaves this screen. Default: back in a navigation stack, closed
-    /// when modal, nothing for a root. Whether there was something to do.
+    /// The Escape key: leaves this screen. Default: pops it from a navigation stack, dismisses it
+    /// when modal, nothing for a root. Returns whether there was something to do.
     virtual bool escapePressed();
 
     const std::string& title() const { return title_; }
@@ -64,8 +64,8 @@ public:
     /// screen.
     void presentModalViewController(const std::shared_ptr<UIViewController>& controller,
                                     bool animated);
-    /// Takes the modal screen of this one away; asked of a modal screen itself, its presenter does
-    /// it.
+    /// Dismisses the modal screen of this one, or this one when it is the modal screen
+    /// itself.
     void dismissModalViewControllerAnimated(bool animated);
     std::shared_ptr<UIViewController> modalViewController() const;
     UIModalPresentationStyle modalPresentationStyle() const { return modalPresentationStyle_; }

@@ -96,7 +96,7 @@ void UIView::setBackgroundColor(const UIColor& color) {
 CGAffineTransform UIView::transformToRoot() const {
     auto result = state_.toSuperview();
     for (const auto* ancestor = superview_; ancestor != nullptr; ancestor = ancestor->superview_) {
-        // The root's own place is nobody's coordinates.
+        // The position of the root itself means nothing.
         if (ancestor->superview_ != nullptr) {
             result = result.concat(ancestor->state_.toSuperview());
         }

@@ -10,8 +10,8 @@ namespace {
 /// A view along one axis: the margins on both sides and its length.
 using Axis = std::array<double, 3>;
 
-/// Shares the growth among the flexible parts in proportion to what they are, evenly when all of
-/// them are nothing.
+/// Shares the growth among the flexible parts in proportion to their size, evenly when all of
+/// them are zero.
 void grow(Axis& parts, std::array<bool, 3> flexible, double growth) {
     double total = 0;
     int count = 0;

@@ -11,7 +11,7 @@ namespace vistrel {
 
 namespace {
 
-/// The dialogs that are open, by origin. Each lives until it is answered.
+/// The open dialogs by origin. Each lives until it is answered.
 std::map<std::string, std::shared_ptr<UIWebLogin>>& openLogins() {
     static std::map<std::string, std::shared_ptr<UIWebLogin>> logins;
     return logins;
@@ -46,7 +46,7 @@ void UIWebLogin::answer(const host::WebChallenge& challenge, Answer answer) {
 }
 
 void UIWebLogin::show() {
-    // What the server says of itself stands under what is known of it.
+    // The realm, which the server chooses, goes below the verified address.
     const std::string where = challenge_.realm.empty()
                                   ? challenge_.origin
                                   : challenge_.origin + "\n\u201c" + challenge_.realm + "\u201d";

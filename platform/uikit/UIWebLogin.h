@@ -10,13 +10,13 @@
 
 namespace vistrel {
 
-/// The dialog for a server that wants a name and a password: one for each origin, whatever the
-/// number of requests that wait for it. What is given is kept in the credential storage.
+/// The dialog for a server that requires a name and a password: one per origin, however many
+/// requests wait for it. The answer is kept in the credential storage.
 class UIWebLogin : public UIAlertViewDelegate, public std::enable_shared_from_this<UIWebLogin> {
 public:
     using Answer = std::function<void(std::optional<host::WebCredential>)>;
 
-    /// Answers from the storage where that can be right, else asks the user.
+    /// Answers from the storage when it has untried credentials, else asks the user.
     static void answer(const host::WebChallenge& challenge, Answer answer);
 
     void alertViewClickedButtonAtIndex(UIAlertView& alertView, int buttonIndex) override;

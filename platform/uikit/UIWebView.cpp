@@ -21,8 +21,8 @@ bool isHexDigit(char c) {
     return std::isxdigit(static_cast<unsigned char>(c)) != 0;
 }
 
-/// Page engines let characters stand in an address that RFC 3986 does not, and a "%" that begins no
-/// escape: these are escaped.
+/// Page engines accept characters in an address that RFC 3986 does not, and a "%" that begins no
+/// escape: these get escaped.
 std::optional<NSURL> addressOf(const std::string& text) {
     if (auto url = NSURL::URLWithString(text))
         return url;
@@ -247,7 +247,7 @@ bool UIWebView::webPageShouldShowResponse(const host::WebResponse& response) {
 void UIWebView::webPageNeedsCredential(
     const host::WebChallenge& challenge,
     std::function<void(std::optional<host::WebCredential>)> answer) {
-    // A stranger's page asks nobody for a password.
+    // An untrusted page must not ask for a password.
     if (session_ == UIWebViewSession::Guest)
         answer({});
     else

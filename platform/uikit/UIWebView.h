@@ -27,16 +27,16 @@ public:
     explicit UIWebView(CGRect frame = {}, UIWebViewSession session = UIWebViewSession::Browsing);
     ~UIWebView() override;
 
-    /// Without a delegate every navigation that the engine allows is made.
+    /// Without a delegate every navigation that the engine allows is performed.
     void setDelegate(std::weak_ptr<UIWebViewDelegate> delegate);
-    /// Null when there is none, or it is gone.
+    /// Null when unset or gone.
     std::shared_ptr<UIWebViewDelegate> delegate() const { return delegate_.lock(); }
     /// Loads http, https and about addresses with GET, after asking the delegate; ignores other
     /// requests.
     void loadRequest(const NSURLRequest& request);
     void loadHTMLStringBaseURL(const std::string& html, const std::optional<NSURL>& baseURL);
-    /// Beyond the phone: shows `html` in the place of the page at `url`, which is what a reload
-    /// asks for. The delegate is not asked.
+    /// Beyond the phone: shows `html` in place of the page at `url`, which a reload requests again.
+    /// The delegate is not asked.
     void showNotice(const std::string& html, const NSURL& url);
     void goBack();
     void goForward();
@@ -49,9 +49,9 @@ public:
     NSURLRequest request() const;
     std::string URLString() const;
     void setScalesPageToFit(bool scales);
-    /// Film without sound may start by itself unless this is set. Sound always waits for a touch.
+    /// Muted video may start by itself unless this is set. Sound always waits for a touch.
     void setMediaPlaybackRequiresUserAction(bool needed);
-    /// Accepted for compatibility: only what a page marks as a link is one.
+    /// Accepted for compatibility; only what a page marks as a link is a link.
     void setDataDetectorTypes(UIDataDetectorTypes types) { dataDetectorTypes_ = types; }
     UIDataDetectorTypes dataDetectorTypes() const { return dataDetectorTypes_; }
     /// Runs a script in the loaded page; the result comes later, on the run loop, as text.

@@ -20,7 +20,7 @@ enum class UIWebViewNavigationType {
     Other = 5
 };
 
-/// Beyond the phone: what is known of a navigation besides its request.
+/// Beyond the phone: what is known about a navigation besides its request.
 struct UIWebViewNavigation {
     UIWebViewNavigationType type = UIWebViewNavigationType::Other;
     bool isRedirect = false;
@@ -36,7 +36,7 @@ public:
                                                    UIWebViewNavigationType) {
         return true;
     }
-    /// Beyond the phone: the same question, for delegates that want to know more.
+    /// Beyond the phone: the same question with more detail.
     virtual bool webViewShouldStartNavigation(UIWebView& webView, const NSURLRequest& request,
                                               const UIWebViewNavigation& navigation) {
         return webViewShouldStartLoadWithRequest(webView, request, navigation.type);

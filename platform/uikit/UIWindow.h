@@ -3,8 +3,8 @@
 
 namespace vistrel {
 
-/// A root of views on the screen, in screen coordinates. The application's own window is the key
-/// window; alerts and sheets bring up windows of their own above it.
+/// A root of views on the screen, in screen coordinates. The application's main window is the key
+/// window; alerts and sheets have separate windows above it.
 class UIWindow : public UIView {
 public:
     explicit UIWindow(CGRect frame = CGRectMake(0, 0, 320, 480));
