@@ -1,6 +1,5 @@
 #include "platform/uikit/UITableView.h"
 
-#include "platform/uikit/UIKey.h"
 #include "platform/uikit/UITableViewCell.h"
 #include "platform/uikit/UITableViewEditing.h"
 #include "platform/uikit/UITableViewHeaders.h"
@@ -8,7 +7,6 @@
 #include "platform/uikit/UITableViewRows.h"
 #include "platform/uikit/UITableViewSelection.h"
 #include "platform/uikit/UITableViewUpdates.h"
-#include "platform/uikit/UITouch.h"
 #include "platform/uikit/UIViewAnimation.h"
 
 #include <algorithm>
@@ -281,69 +279,6 @@ void UITableView::endUpdates() {
 void UITableView::deleteRowsAtIndexPaths(const std::vector<NSIndexPath>& indexPaths,
                                          UITableViewRowAnimation animation) {
     updates_->deleteRows(indexPaths, animation);
-}
-
-// Touches and keys.
-
-bool UITableView::keyPressed(const UIKey& key) {
-    loadIfNeeded();
-    return selection_->keyPressed(key) || UIScrollView::keyPressed(key);
-}
-
-void UITableView::focusChanged(bool focused) {
-    if (!focused)
-        selection_->leaveKeyboard();
-}
-
-bool UITableView::shouldCaptureTouch(const UITouch& touch) {
-    return UIScrollView::shouldCaptureTouch(touch) || (!isDragging() && editing_->isSwipe(touch));
-}
-
-bool UITableView::touchWillBeginInside(const UITouch& touch) {
-    if (UIScrollView::touchWillBeginInside(touch))
-        return true;
-    return editing_->touchWillBegin(touch);
-}
-
-void UITableView::touchesBegan(const UITouch& touch) {
-    if (editing_->isSwipe(touch))
-        editing_->swiped(touch);
-    else
-        UIScrollView::touchesBegan(touch);
-}
-
-void UITableView::touchesMoved(const UITouch& touch) {
-    // A swipe stays a swipe: the list does not move under the delete button.
-    if (!editing_->confirming())
-        UIScrollView::touchesMoved(touch);
-}
-
-void UITableView::cellTouchBegan(UITableViewCell& cell) {
-    selection_->touchBegan(cell);
-}
-
-void UITableView::cellTouchEnded() {
-    selection_->touchEnded();
-}
-
-void UITableView::cellTouchCancelled() {
-    selection_->touchCancelled();
-}
-
-void UITableView::cellActivated(UITableViewCell& cell) {
-    selection_->activate(cell);
-}
-
-void UITableView::cellDeleteCirclePressed(UITableViewCell& cell) {
-    editing_->circlePressed(cell);
-}
-
-void UITableView::cellConfirmationPressed(UITableViewCell& cell) {
-    editing_->confirmationPressed(cell);
-}
-
-void UITableView::willBeginDragging() {
-    editing_->hideConfirmation(true);
 }
 
 }
