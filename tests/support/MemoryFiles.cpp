@@ -13,47 +13,36 @@ host::Failure failure(int code) {
     return {code, std::strerror(code)};
 }
 
-std::vector<std::string> components(const std::string& path) {
-    std::vector<std::string> names;
-    std::string name;
-    for (const char character : path + "/") {
-        if (character != '/') {
-            name += character;
-            continue;
-        }
-        if (!name.empty())
-            names.push_back(std::exchange(name, {}));
+/// The path without repeated slashes or one at its end.
+std::string normal(const std::string& path) {
+    std::string text;
+    for (const char c : "/" + path) {
+        if (c != '/' || !text.ends_with('/'))
+            text += c;
     }
-    return names;
+    if (text.ends_with('/'))
+        text.pop_back();
+    return text;
 }
 
-std::string joined(const std::vector<std::string>& names, std::size_t count) {
-    std::string path;
-    for (std::size_t index = 0; index < count; ++index)
-        path += "/" + names[index];
-    return path;
+std::string folderOf(const std::string& normalPath) {
+    return normalPath.substr(0, normalPath.rfind('/'));
 }
 
-std::span<const std::byte> bytesOf(std::string_view text) {
-    return std::as_bytes(std::span(text.data(), text.size()));
+bool isUnder(const std::set<std::string>& folders, const std::string& path) {
+    const std::string inside = normal(path) + "/";
+    return std::ranges::any_of(folders, [&](const std::string& folder) {
+        return inside.starts_with(normal(folder) + "/");
+    });
 }
 
 }
 
 struct MemoryFiles::Node {
     bool isDirectory = false;
-    std::vector<std::byte> bytes;
     double modificationTime = 0;
-    std::vector<std::pair<std::string, NodePointer>> children;
-
-    NodePointer child(const std::string& name) const {
-        const auto found =
-            std::ranges::find(children, name, &std::pair<std::string, NodePointer>::first);
-        return found == children.end() ? nullptr : found->second;
-    }
-    void erase(const std::string& name) {
-        std::erase_if(children, [&](const auto& entry) { return entry.first == name; });
-    }
+    std::uint64_t order = 0; ///< of creation
+    std::vector<std::byte> bytes{};
 };
 
 class MemoryFiles::Stream : public host::FileStream {
@@ -73,8 +62,8 @@ public:
         return static_cast<std::int64_t>(position_);
     }
     host::Status write(std::span<const std::byte> bytes) override {
-        if (auto failed = files_.nextWriteFailure())
-            return *failed;
+        if (auto status = files_.nextWrite(); !status)
+            return status;
         const std::size_t end = position_ + bytes.size();
         node_->bytes.resize(std::max(node_->bytes.size(), end));
         std::ranges::copy(bytes, node_->bytes.begin() + static_cast<std::ptrdiff_t>(position_));
@@ -96,55 +85,45 @@ private:
 };
 
 MemoryFiles::MemoryFiles(std::function<double()> clock)
-    : clock_(std::move(clock))
-    , root_(std::make_shared<Node>()) {
-    root_->isDirectory = true;
+    : clock_(std::move(clock)) {
+    nodes_.emplace("", std::make_shared<Node>(Node{true}));
 }
 
 MemoryFiles::~MemoryFiles() = default;
 
 MemoryFiles::NodePointer MemoryFiles::find(const std::string& path) const {
-    NodePointer node = root_;
-    for (const std::string& name : components(path)) {
-        if (!node)
-            return nullptr;
-        node = node->child(name);
-    }
+    const auto found = nodes_.find(normal(path));
+    return found == nodes_.end() ? nullptr : found->second;
+}
+
+host::Result<MemoryFiles::NodePointer> MemoryFiles::findFile(const std::string& path) const {
+    const NodePointer node = find(path);
+    if (!node || node->isDirectory)
+        return failure(node ? EISDIR : ENOENT);
     return node;
 }
 
-MemoryFiles::NodePointer MemoryFiles::folderOf(const std::string& path) const {
-    const auto names = components(path);
-    if (names.empty())
-        return nullptr;
-    NodePointer folder = find(joined(names, names.size() - 1));
-    return folder && folder->isDirectory ? folder : nullptr;
+MemoryFiles::NodePointer MemoryFiles::add(const std::string& path, bool isDirectory) {
+    auto node = std::make_shared<Node>(Node{isDirectory, clock_(), ++lastOrder_});
+    nodes_.insert_or_assign(normal(path), node);
+    return node;
 }
 
-bool MemoryFiles::isUnder(const std::map<std::string, bool>& paths, const std::string& path) const {
-    const auto names = components(path);
-    for (std::size_t count = 0; count <= names.size(); ++count) {
-        if (paths.contains(joined(names, count)) || paths.contains(joined(names, count) + "/"))
-            return true;
-    }
-    return false;
-}
-
-std::optional<host::Failure> MemoryFiles::refusesWriting(const std::string& path) const {
+host::Status MemoryFiles::checkFolderOf(const std::string& path) const {
     if (isUnder(readOnly_, path))
         return failure(EROFS);
-    return std::nullopt;
+    const NodePointer folder = find(folderOf(normal(path)));
+    if (!folder || !folder->isDirectory)
+        return failure(ENOENT);
+    return host::Done{};
 }
 
-std::optional<host::Failure> MemoryFiles::nextWriteFailure() {
-    ++writes_;
-    if (writesUntilFailure_ > 1) {
-        --writesUntilFailure_;
-        return std::nullopt;
-    }
+host::Status MemoryFiles::nextWrite() {
     if (writesUntilFailure_ == 1)
         return failure(writeFailure_);
-    return std::nullopt;
+    if (writesUntilFailure_ > 1)
+        --writesUntilFailure_;
+    return host::Done{};
 }
 
 host::Result<std::vector<std::string>> MemoryFiles::list(const std::string& path) {
@@ -155,10 +134,17 @@ host::Result<std::vector<std::string>> MemoryFiles::list(const std::string& path
         return failure(ENOTDIR);
     if (isUnder(unreadable_, path))
         return failure(EACCES);
+    const std::string folder = normal(path) + "/";
+    std::vector<std::pair<std::uint64_t, std::string>> entries;
+    for (auto next = nodes_.lower_bound(folder);
+         next != nodes_.end() && next->first.starts_with(folder); ++next) {
+        if (next->first.find('/', folder.size()) == std::string::npos)
+            entries.emplace_back(next->second->order, next->first.substr(folder.size()));
+    }
+    std::ranges::sort(entries);
     std::vector<std::string> names;
-    names.reserve(node->children.size());
-    for (const auto& [name, child] : node->children)
-        names.push_back(name);
+    for (auto& [order, name] : entries)
+        names.push_back(std::move(name));
     return names;
 }
 
@@ -171,103 +157,82 @@ host::Result<host::FileInfo> MemoryFiles::info(const std::string& path) {
 }
 
 host::Status MemoryFiles::createDirectory(const std::string& path, bool withIntermediates) {
-    if (auto refused = refusesWriting(path))
-        return *refused;
-    const auto names = components(path);
-    NodePointer node = root_;
-    for (std::size_t index = 0; index < names.size(); ++index) {
-        const bool last = index + 1 == names.size();
-        NodePointer child = node->child(names[index]);
-        if (child && last && !withIntermediates)
-            return failure(EEXIST);
-        if (!child) {
-            if (!last && !withIntermediates)
-                return failure(ENOENT);
-            child = std::make_shared<Node>();
-            child->isDirectory = true;
-            child->modificationTime = clock_();
-            node->children.emplace_back(names[index], child);
-        }
-        if (!child->isDirectory)
-            return failure(last ? EEXIST : ENOTDIR);
-        node = child;
+    if (const NodePointer existing = find(path)) {
+        if (existing->isDirectory && withIntermediates)
+            return host::Done{};
+        return failure(EEXIST);
     }
+    if (withIntermediates) {
+        if (auto above = createDirectory(folderOf(normal(path)), true); !above)
+            return above;
+    }
+    if (auto status = checkFolderOf(path); !status)
+        return status;
+    add(path, true);
     return host::Done{};
 }
 
 host::Status MemoryFiles::createFile(const std::string& path) {
-    if (auto refused = refusesWriting(path))
-        return *refused;
-    const NodePointer folder = folderOf(path);
-    if (!folder)
-        return failure(ENOENT);
-    const std::string name = components(path).back();
-    const NodePointer existing = folder->child(name);
-    if (existing && existing->isDirectory)
+    if (auto status = checkFolderOf(path); !status)
+        return status;
+    if (const NodePointer existing = find(path); existing && existing->isDirectory)
         return failure(EISDIR);
-    folder->erase(name);
-    auto file = std::make_shared<Node>();
-    file->modificationTime = clock_();
-    folder->children.emplace_back(name, std::move(file));
+    add(path, false);
     return host::Done{};
 }
 
 host::Result<std::unique_ptr<host::FileStream>>
 MemoryFiles::openForUpdating(const std::string& path) {
-    if (auto refused = refusesWriting(path))
-        return *refused;
-    const NodePointer node = find(path);
-    if (!node)
-        return failure(ENOENT);
-    if (node->isDirectory)
-        return failure(EISDIR);
-    return std::unique_ptr<host::FileStream>(std::make_unique<Stream>(*this, node));
+    if (auto status = checkFolderOf(path); !status)
+        return status.failure();
+    const auto file = findFile(path);
+    if (!file)
+        return file.failure();
+    return std::unique_ptr<host::FileStream>(std::make_unique<Stream>(*this, file.value()));
 }
 
 host::Status MemoryFiles::move(const std::string& from, const std::string& to) {
     for (const std::string& path : {from, to}) {
-        if (auto refused = refusesWriting(path))
-            return *refused;
+        if (auto status = checkFolderOf(path); !status)
+            return status;
     }
     if (const auto planned = moveFailures_.find(from); planned != moveFailures_.end())
         return failure(planned->second);
-    const NodePointer source = folderOf(from);
     const NodePointer node = find(from);
-    const NodePointer target = folderOf(to);
-    if (!source || !node || !target)
+    if (!node)
         return failure(ENOENT);
     if (find(to))
         return failure(EEXIST);
-    source->erase(components(from).back());
-    target->children.emplace_back(components(to).back(), node);
+    node->order = ++lastOrder_;
+    const std::string source = normal(from);
+    for (const auto& [path, each] : std::exchange(nodes_, {}))
+        nodes_.emplace(isUnder({source}, path) ? normal(to) + path.substr(source.size()) : path,
+                       each);
     return host::Done{};
 }
 
 host::Status MemoryFiles::remove(const std::string& path) {
-    if (auto refused = refusesWriting(path))
-        return *refused;
-    const NodePointer folder = folderOf(path);
-    if (!folder || !find(path))
+    if (auto status = checkFolderOf(path); !status)
+        return status;
+    if (!find(path))
         return failure(ENOENT);
-    folder->erase(components(path).back());
+    std::erase_if(nodes_, [&](const auto& entry) { return isUnder({path}, entry.first); });
     return host::Done{};
 }
 
 host::Result<std::vector<std::byte>> MemoryFiles::read(const std::string& path) {
-    const NodePointer node = find(path);
-    if (!node)
-        return failure(ENOENT);
-    if (node->isDirectory)
-        return failure(EISDIR);
+    const auto file = findFile(path);
+    if (!file)
+        return file.failure();
     if (isUnder(unreadable_, path))
         return failure(EACCES);
-    return node->bytes;
+    return file.value()->bytes;
 }
 
 host::Status MemoryFiles::writeAtomically(const std::string& path,
                                           std::span<const std::byte> bytes) {
-    if (auto failed = nextWriteFailure())
-        return *failed;
+    if (auto status = nextWrite(); !status)
+        return status;
     if (auto status = createFile(path); !status)
         return status;
     find(path)->bytes.assign(bytes.begin(), bytes.end());
@@ -283,11 +248,9 @@ host::Status MemoryFiles::setTimes(const std::string& path, double seconds) {
 }
 
 void MemoryFiles::put(const std::string& path, std::string_view contents) {
-    const auto names = components(path);
-    putFolder(joined(names, names.size() - 1));
-    (void)createFile(path);
-    const auto bytes = bytesOf(contents);
-    find(path)->bytes.assign(bytes.begin(), bytes.end());
+    putFolder(folderOf(normal(path)));
+    const auto bytes = std::as_bytes(std::span(contents));
+    add(path, false)->bytes.assign(bytes.begin(), bytes.end());
 }
 
 void MemoryFiles::putFolder(const std::string& path) {
@@ -295,13 +258,11 @@ void MemoryFiles::putFolder(const std::string& path) {
 }
 
 std::optional<std::string> MemoryFiles::contents(const std::string& path) const {
-    const NodePointer node = find(path);
-    if (!node || node->isDirectory)
+    const auto file = findFile(path);
+    if (!file)
         return std::nullopt;
-    std::string text(node->bytes.size(), '\0');
-    std::ranges::transform(node->bytes, text.begin(),
-                           [](std::byte byte) { return static_cast<char>(byte); });
-    return text;
+    const auto& bytes = file.value()->bytes;
+    return std::string(reinterpret_cast<const char*>(bytes.data()), bytes.size());
 }
 
 void MemoryFiles::failWritesFrom(int nth, int code) {

@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string_view>
 
 namespace vistrel::support {
@@ -40,37 +41,38 @@ public:
     void failWritesFrom(int nth, int code);
     void failClose(int code) { closeFailure_ = code; }
     /// Listing and reading below the path fail with EACCES.
-    void makeUnreadable(const std::string& path) { unreadable_.insert_or_assign(path, true); }
+    void makeUnreadable(const std::string& path) { unreadable_.insert(path); }
     /// Creating, moving, removing and opening for writing below the path fail with EROFS.
-    void makeReadOnly(const std::string& path) { readOnly_.insert_or_assign(path, true); }
+    void makeReadOnly(const std::string& path) { readOnly_.insert(path); }
     /// Moving this path fails.
     void failMove(const std::string& from, int code) { moveFailures_.insert_or_assign(from, code); }
     void clearFaults();
 
     int openStreams() const { return *openStreams_; }
-    int writes() const { return writes_; }
 
 private:
     struct Node;
     class Stream;
     using NodePointer = std::shared_ptr<Node>;
 
+    /// Null when nothing has that path.
     NodePointer find(const std::string& path) const;
-    /// The folder that holds the path; null when there is none.
-    NodePointer folderOf(const std::string& path) const;
-    std::optional<host::Failure> refusesWriting(const std::string& path) const;
-    std::optional<host::Failure> nextWriteFailure();
-    bool isUnder(const std::map<std::string, bool>& paths, const std::string& path) const;
+    host::Result<NodePointer> findFile(const std::string& path) const;
+    NodePointer add(const std::string& path, bool isDirectory);
+    /// Whether a new entry may be made at the path: its folder exists and can be written to.
+    host::Status checkFolderOf(const std::string& path) const;
+    host::Status nextWrite();
 
     std::function<double()> clock_;
-    NodePointer root_;
-    std::map<std::string, bool> unreadable_;
-    std::map<std::string, bool> readOnly_;
+    /// By path, without a slash at the end: the root is "".
+    std::map<std::string, NodePointer> nodes_;
+    std::uint64_t lastOrder_ = 0;
+    std::set<std::string> unreadable_;
+    std::set<std::string> readOnly_;
     std::map<std::string, int> moveFailures_;
     int writesUntilFailure_ = 0;
     int writeFailure_ = 0;
     int closeFailure_ = 0;
-    int writes_ = 0;
     std::shared_ptr<int> openStreams_ = std::make_shared<int>(0);
 };
 

@@ -56,11 +56,6 @@ ScriptedAnswer& ScriptedAnswer::neverAnswers() {
     return *this;
 }
 
-ScriptedAnswer& ScriptedAnswer::stallsAfter(std::size_t bytes) {
-    stallsAt_ = bytes;
-    return *this;
-}
-
 ScriptedAnswer& ScriptedAnswer::failsAfter(std::size_t bytes, host::TransferErrorKind kind,
                                            std::string message) {
     failsAt_ = bytes;

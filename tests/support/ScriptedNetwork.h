@@ -31,8 +31,6 @@ public:
     ScriptedAnswer& redirectsTo(std::string url, int status = 302);
     /// Nothing comes, not even a head.
     ScriptedAnswer& neverAnswers();
-    /// Nothing comes after so many bytes of the body.
-    ScriptedAnswer& stallsAfter(std::size_t bytes);
     ScriptedAnswer& failsAfter(std::size_t bytes, host::TransferErrorKind kind,
                                std::string message);
     /// Fails before the head.
@@ -51,7 +49,6 @@ private:
     double interval_ = 0;
     std::string location_;
     bool silent_ = false;
-    std::optional<std::size_t> stallsAt_;
     std::optional<std::size_t> failsAt_;
     bool failsBeforeHead_ = false;
     host::TransferError error_;

@@ -119,17 +119,13 @@ std::size_t ScriptedTransfer::nextChunkSize() {
         size = answer_.chunks_[chunk_];
     else if (answer_.chunks_.empty() && left > 0)
         size = std::uniform_int_distribution<std::size_t>(1, left)(network_.random_);
-    for (const auto& stop : {answer_.stallsAt_, answer_.failsAt_}) {
-        if (stop && *stop >= delivered_)
-            size = std::min(size, *stop - delivered_);
-    }
+    if (answer_.failsAt_ && *answer_.failsAt_ >= delivered_)
+        size = std::min(size, *answer_.failsAt_ - delivered_);
     ++chunk_;
     return std::min(size, left);
 }
 
 void ScriptedTransfer::deliverChunk() {
-    if (answer_.stallsAt_ == delivered_)
-        return;
     if (answer_.failsAt_ == delivered_) {
         fail(answer_.error_.kind, answer_.error_.message);
         return;

@@ -29,9 +29,9 @@ bool ScriptedWebPage::navigateTo(const host::WebNavigation& navigation, int posi
     const bool allowed = !client_ || client_->webPageShouldNavigate(navigation);
     if (!allowed || !*alive)
         return false;
-    if (position == static_cast<int>(history_.size()) ||
-        navigation.url != history_[static_cast<std::size_t>(position)]) {
-        history_.resize(static_cast<std::size_t>(position));
+    const auto index = static_cast<std::size_t>(position);
+    if (index == history_.size() || navigation.url != history_[index]) {
+        history_.resize(index);
         history_.push_back(navigation.url);
     }
     position_ = position;
@@ -41,7 +41,6 @@ bool ScriptedWebPage::navigateTo(const host::WebNavigation& navigation, int posi
 
 void ScriptedWebPage::load(const std::string& url, const host::HeaderFields& headers) {
     calls_.push_back("load " + url);
-    loadedHeaders_ = headers;
     navigateLater({url, "GET", headers}, position_ + 1);
 }
 
@@ -56,26 +55,22 @@ void ScriptedWebPage::showNotice(const std::string& html, const std::string& url
     loadedHTML_ = html;
 }
 
+void ScriptedWebPage::goInHistory(int steps) {
+    const int position = position_ + steps;
+    const std::string& target = history_[static_cast<std::size_t>(position)];
+    navigateLater({target, "GET", {}, host::WebNavigationType::BackForward}, position);
+}
+
 void ScriptedWebPage::goBack() {
     calls_.emplace_back("goBack");
-    if (canGoBack()) {
-        navigateLater({history_[static_cast<std::size_t>(position_) - 1],
-                       "GET",
-                       {},
-                       host::WebNavigationType::BackForward},
-                      position_ - 1);
-    }
+    if (canGoBack())
+        goInHistory(-1);
 }
 
 void ScriptedWebPage::goForward() {
     calls_.emplace_back("goForward");
-    if (canGoForward()) {
-        navigateLater({history_[static_cast<std::size_t>(position_) + 1],
-                       "GET",
-                       {},
-                       host::WebNavigationType::BackForward},
-                      position_ + 1);
-    }
+    if (canGoForward())
+        goInHistory(1);
 }
 
 void ScriptedWebPage::reload() {
@@ -155,10 +150,6 @@ std::shared_ptr<host::WebPage> ScriptedWebEngine::createPage(host::WebSession se
     if (unavailable_)
         return nullptr;
     return std::make_shared<ScriptedWebPage>(*this, session);
-}
-
-void ScriptedWebEngine::setScriptResult(const std::string& script, std::string result) {
-    scriptResults_.insert_or_assign(script, std::move(result));
 }
 
 }

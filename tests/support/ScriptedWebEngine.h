@@ -43,11 +43,9 @@ public:
     /// What was asked of the page, in order: "load http://…", "loadHTML http://base",
     /// "showNotice http://…", "goBack", "goForward", "reload", "stopLoading", "evaluate …".
     const std::vector<std::string>& calls() const { return calls_; }
-    const host::HeaderFields& loadedHeaders() const { return loadedHeaders_; }
     /// The last page or notice.
     const std::string& loadedHTML() const { return loadedHTML_; }
     bool isLoading() const { return loading_; }
-    bool hasClient() const { return client_ != nullptr; }
     bool scalesPageToFit() const { return scalesPageToFit_; }
     bool hasTransparentBackground() const { return transparent_; }
     bool mediaNeedsTouch() const { return mediaNeedsTouch_; }
@@ -74,6 +72,7 @@ public:
 private:
     /// `position` is where the page will stand in the history.
     void navigateLater(host::WebNavigation navigation, int position);
+    void goInHistory(int steps);
     bool navigateTo(const host::WebNavigation& navigation, int position);
 
     ScriptedWebEngine& engine_;
@@ -83,7 +82,6 @@ private:
     std::shared_ptr<std::vector<std::string>> credentials_ =
         std::make_shared<std::vector<std::string>>();
     std::vector<std::string> calls_;
-    host::HeaderFields loadedHeaders_;
     std::string loadedHTML_;
     std::vector<std::string> history_;
     int position_ = -1;
@@ -100,16 +98,17 @@ public:
         : loop_(loop) {}
 
     std::shared_ptr<host::WebPage> createPage(host::WebSession session) override;
-    void warmUp() override { ++warmUps_; }
+    void warmUp() override {}
 
     /// The pages that are alive, oldest first.
     const std::vector<ScriptedWebPage*>& pages() const { return pages_; }
     /// The newest one; null when there is none.
     ScriptedWebPage* page() const { return pages_.empty() ? nullptr : pages_.back(); }
-    int warmUps() const { return warmUps_; }
     void setUnavailable(bool unavailable) { unavailable_ = unavailable; }
     /// What evaluating the script yields; other scripts yield nothing.
-    void setScriptResult(const std::string& script, std::string result);
+    void setScriptResult(const std::string& script, std::string result) {
+        scriptResults_.insert_or_assign(script, std::move(result));
+    }
 
 private:
     friend class ScriptedWebPage;
@@ -117,7 +116,6 @@ private:
     host::EventLoop& loop_;
     std::vector<ScriptedWebPage*> pages_;
     std::map<std::string, std::string> scriptResults_;
-    int warmUps_ = 0;
     bool unavailable_ = false;
 };
 

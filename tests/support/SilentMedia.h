@@ -16,7 +16,6 @@ struct SilentItem {
     int pictureHeight = 360;
     std::string failure;       ///< not empty: preparing fails with it
     bool readyByItself = true; ///< at the next turn after prepare
-    double framesPerSecond = 25;
 };
 
 /// A player without sound or picture whose position moves with the loop's clock.
@@ -40,7 +39,7 @@ public:
     void setVolume(float volume) override { volume_ = volume; }
     int pictureWidth() const override { return item_.pictureWidth; }
     int pictureHeight() const override { return item_.pictureHeight; }
-    unsigned framesShown() const override;
+    unsigned framesShown() const override { return 0; }
     host::ForeignContent& picture() override { return picture_; }
 
     const std::string& url() const { return url_; }
@@ -67,7 +66,6 @@ private:
     bool playing_ = false;
     double position_ = 0;
     double playingSince_ = 0;
-    double played_ = 0;
     float volume_ = 1;
     host::EventLoop::Token pending_ = 0;
 };

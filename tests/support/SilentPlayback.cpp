@@ -46,11 +46,7 @@ bool SilentPlayback::play() {
 }
 
 void SilentPlayback::halt() {
-    if (playing_ && ready_) {
-        const double now = currentTime();
-        played_ += now - position_;
-        position_ = now;
-    }
+    position_ = currentTime();
     playing_ = false;
     media_.loop_.cancel(std::exchange(pending_, 0));
 }
@@ -84,10 +80,6 @@ void SilentPlayback::setCurrentTime(double seconds) {
 
 double SilentPlayback::duration() const {
     return ready_ ? item_.duration : 0;
-}
-
-unsigned SilentPlayback::framesShown() const {
-    return static_cast<unsigned>((played_ + currentTime() - position_) * item_.framesPerSecond);
 }
 
 void SilentPlayback::scheduleEnd() {

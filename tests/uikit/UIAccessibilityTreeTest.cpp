@@ -1,6 +1,8 @@
 #include "platform/uikit/UIAccessibilityTree.h"
 
-#include "tests/uikit/ViewHostTest.h"
+#include "tests/support/ui/ScreenTest.h"
+
+#include <gmock/gmock.h>
 
 #include <cmath>
 #include <string>
@@ -12,7 +14,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class UIAccessibilityTreeTest : public ViewHostTest {
+class UIAccessibilityTreeTest : public support::ScreenTest {
 protected:
     UIAccessibilityTreeTest() { application().setStatusBarHidden(true); }
     static std::shared_ptr<UIView> element(UIAccessibilityRole role, const std::string& label,
@@ -23,13 +25,13 @@ protected:
     }
     std::vector<std::string> labels() {
         std::vector<std::string> found;
-        for (const auto& seen : accessibilityTree(application().screenView())) {
+        for (const auto& seen : accessibilityTree(screen())) {
             found.push_back(seen.element.label);
         }
         return found;
     }
     CGRect frameOf(const std::string& label) {
-        for (const auto& seen : accessibilityTree(application().screenView())) {
+        for (const auto& seen : accessibilityTree(screen())) {
             if (seen.element.label == label) {
                 return seen.frame;
             }
@@ -51,7 +53,7 @@ TEST_F(UIAccessibilityTreeTest, OnlyWhatCanBePerceivedIsListed) {
     auto faded = row("faded", 30);
     row("whole", 30);
     row("below", 100);
-    window->addSubview(list);
+    window().addSubview(list);
     faded->setAlpha(0);
     EXPECT_THAT(labels(), ElementsAre("half", "whole"));
     EXPECT_EQ(frameOf("half"), CGRectMake(0, 100, 320, 24)) << "as far as it is seen";
@@ -68,13 +70,13 @@ TEST_F(UIAccessibilityTreeTest, AButtonSpeaksForItsPartsAndARowForItsTexts) {
     auto row = element(UIAccessibilityRole::Row, "Film", CGRectMake(0, 50, 320, 44));
     row->addSubview(element(UIAccessibilityRole::Label, "text", CGRectMake(0, 0, 50, 20)));
     row->addSubview(element(UIAccessibilityRole::Button, "Delete", CGRectMake(200, 0, 50, 20)));
-    window->addSubview(button);
-    window->addSubview(row);
+    window().addSubview(button);
+    window().addSubview(row);
     EXPECT_THAT(labels(), ElementsAre("Play", "Film", "Delete"));
 }
 
 TEST_F(UIAccessibilityTreeTest, AnAlertHidesWhatIsBelow) {
-    window->addSubview(element(UIAccessibilityRole::Button, "below", CGRectMake(0, 0, 50, 50)));
+    window().addSubview(element(UIAccessibilityRole::Button, "below", CGRectMake(0, 0, 50, 50)));
     auto alert = std::make_shared<UIWindow>();
     alert->setWindowLevel(UIWindowLevelAlert);
     alert->addSubview(element(UIAccessibilityRole::Button, "OK", CGRectMake(0, 0, 50, 50)));
@@ -101,7 +103,7 @@ TEST_F(UIAccessibilityTreeTest, FramesFollowTurnsAndPressingTapsThere) {
     auto done = std::make_shared<Tapped>(CGRectMake(10, 20, 60, 30));
     done->setAccessibility({UIAccessibilityRole::Button, "Done", {}, true});
     video->addSubview(done);
-    window->addSubview(video);
+    window().addSubview(video);
     EXPECT_EQ(frameOf("Done"), CGRectMake(270, 10, 30, 60));
     done->accessibilityActivate();
     EXPECT_EQ(done->taps, 1);

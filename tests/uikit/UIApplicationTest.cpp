@@ -6,7 +6,9 @@
 #include "platform/uikit/UIApplicationDelegate.h"
 #include "platform/uikit/UIScreen.h"
 #include "platform/uikit/UIStatusBar.h"
-#include "tests/uikit/ViewHostTest.h"
+#include "tests/support/ui/ScreenTest.h"
+
+#include <gmock/gmock.h>
 
 #include <string>
 #include <vector>
@@ -16,10 +18,10 @@ namespace {
 
 using testing::ElementsAre;
 
-class UIApplicationTest : public ViewHostTest {
+class UIApplicationTest : public support::ScreenTest {
 protected:
     UIStatusBar& statusBar() {
-        for (const auto& view : application().screenView().subviews()) {
+        for (const auto& view : screen().subviews()) {
             if (auto* bar = dynamic_cast<UIStatusBar*>(view.get())) {
                 return *bar;
             }
@@ -35,7 +37,7 @@ protected:
     }
     std::vector<UIView*> windows() {
         std::vector<UIView*> found;
-        for (const auto& view : application().screenView().subviews()) {
+        for (const auto& view : screen().subviews()) {
             found.push_back(view.get());
         }
         return found;
@@ -46,24 +48,24 @@ TEST_F(UIApplicationTest, WindowsLieByLevelAndThenByTheOrderOfShowing) {
     const auto alert = shown(UIWindowLevelAlert);
     const auto second = shown(UIWindowLevelNormal);
     auto* bar = static_cast<UIView*>(&statusBar());
-    EXPECT_THAT(windows(), ElementsAre(window.get(), second.get(), bar, alert.get()));
-    window->makeKeyAndVisible();
-    EXPECT_THAT(windows(), ElementsAre(second.get(), window.get(), bar, alert.get()));
-    window->setWindowLevel(UIWindowLevelAlert + 1);
-    EXPECT_THAT(windows(), ElementsAre(second.get(), bar, alert.get(), window.get()));
+    EXPECT_THAT(windows(), ElementsAre(&window(), second.get(), bar, alert.get()));
+    window().makeKeyAndVisible();
+    EXPECT_THAT(windows(), ElementsAre(second.get(), &window(), bar, alert.get()));
+    window().setWindowLevel(UIWindowLevelAlert + 1);
+    EXPECT_THAT(windows(), ElementsAre(second.get(), bar, alert.get(), &window()));
 }
 
 TEST_F(UIApplicationTest, TheKeyWindowGoesBackWhenAnAlertLeaves) {
-    EXPECT_TRUE(window->isKeyWindow());
+    EXPECT_TRUE(window().isKeyWindow());
     const auto alert = shown(UIWindowLevelAlert);
     EXPECT_EQ(application().keyWindow(), alert.get());
     EXPECT_EQ(application().frontWindow(), alert.get());
     alert->removeFromSuperview();
-    EXPECT_TRUE(window->isKeyWindow());
+    EXPECT_TRUE(window().isKeyWindow());
     const auto panel = shown(UIWindowLevelAlert);
     panel->setUserInteractionEnabled(false);
-    EXPECT_EQ(application().frontWindow(), window.get()) << "a panel that lets touches through";
-    window->setHidden(true);
+    EXPECT_EQ(application().frontWindow(), &window()) << "a panel that lets touches through";
+    window().setHidden(true);
     panel->setHidden(true);
     EXPECT_EQ(application().keyWindow(), nullptr);
 }

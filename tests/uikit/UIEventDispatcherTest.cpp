@@ -2,7 +2,9 @@
 
 #include "platform/uikit/UIKey.h"
 #include "platform/uikit/UIViewController.h"
-#include "tests/uikit/ViewHostTest.h"
+#include "tests/support/ui/ScreenTest.h"
+
+#include <gmock/gmock.h>
 
 #include <string>
 #include <vector>
@@ -69,10 +71,10 @@ private:
     Events& events_;
 };
 
-class UIEventDispatcherTest : public ViewHostTest {
+class UIEventDispatcherTest : public support::ScreenTest {
 protected:
     UIEventDispatcherTest() {
-        window->addSubview(list);
+        window().addSubview(list);
         list->addSubview(row);
     }
     UIEventDispatcher& dispatcher() { return application().events(); }
@@ -211,7 +213,7 @@ TEST_F(UIEventDispatcherTest, AWindowAboveTakesTheTouchesBelowIt) {
 
 TEST_F(UIEventDispatcherTest, AWheelStepGoesToTheInnermostViewThatCanScroll) {
     auto outer = std::make_shared<Listener>("outer", CGRectMake(0, 0, 320, 480), events);
-    window->addSubview(outer);
+    window().addSubview(outer);
     outer->addSubview(list);
     outer->captureDistance = 1;
     dispatcher().sendScroll({10, 160}, 0, 5, 0);
@@ -234,7 +236,7 @@ TEST_F(UIEventDispatcherTest, KeysClimbFromTheFocusedView) {
 
 TEST_F(UIEventDispatcherTest, WithoutFocusKeysGoToTheFrontmostList) {
     auto other = std::make_shared<Listener>("other", CGRectMake(0, 0, 320, 50), events);
-    window->addSubview(other);
+    window().addSubview(other);
     list->takesKeys = other->takesKeys = true;
     list->usedKey = other->usedKey = UIKeyCode::Down;
     EXPECT_TRUE(key(UIKeyCode::Down));
@@ -269,7 +271,7 @@ TEST_F(UIEventDispatcherTest, FocusBehindAnAlertGetsNoKeys) {
 
 TEST_F(UIEventDispatcherTest, TabMovesTheFocusInTheOrderOfTheTree) {
     auto other = std::make_shared<Listener>("other", CGRectMake(0, 0, 10, 10), events);
-    window->addSubview(other);
+    window().addSubview(other);
     row->focusable = other->focusable = true;
     key(UIKeyCode::Tab);
     EXPECT_EQ(dispatcher().firstResponder(), row);
@@ -306,14 +308,14 @@ TEST_F(UIEventDispatcherTest, EscapeAsksTheInnermostScreenFirstAndNeverTheOnesBe
     auto covered = screen("covered", true);
     auto container = screen("container", true);
     auto top = screen("top", false);
-    window->addSubview(covered->view());
-    window->addSubview(container->view());
+    window().addSubview(covered->view());
+    window().addSubview(container->view());
     container->view()->addSubview(top->view());
     EXPECT_TRUE(key(UIKeyCode::Escape));
     EXPECT_THAT(taken(), ElementsAre("top", "container"));
     container->view()->removeFromSuperview();
     auto modal = screen("modal", false);
-    window->addSubview(modal->view());
+    window().addSubview(modal->view());
     EXPECT_FALSE(key(UIKeyCode::Escape));
     EXPECT_THAT(taken(), ElementsAre("modal"));
 }

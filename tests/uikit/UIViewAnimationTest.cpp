@@ -1,7 +1,9 @@
 #include "platform/uikit/UIViewAnimation.h"
 
 #include "platform/uikit/FlipDrawing.h"
-#include "tests/uikit/ViewHostTest.h"
+#include "tests/support/ui/ScreenTest.h"
+
+#include <gmock/gmock.h>
 
 #include <cmath>
 #include <functional>
@@ -19,9 +21,9 @@ struct Timing {
     double delay = 0;
 };
 
-class UIViewAnimationTest : public ViewHostTest {
+class UIViewAnimationTest : public support::ScreenTest {
 protected:
-    UIViewAnimationTest() { window->addSubview(view); }
+    UIViewAnimationTest() { window().addSubview(view); }
 
     /// Runs `changes` in a block whose end is noted under `name`.
     void animate(const std::string& name, Timing timing, const std::function<void()>& changes) {
@@ -169,7 +171,7 @@ TEST_F(UIViewAnimationTest, ABlockThatMovesNothingEndsAtTheNextTurn) {
 
 TEST_F(UIViewAnimationTest, NestedBlocksKeepTheirOwnTimes) {
     auto other = std::make_shared<UIView>(CGRectMake(0, 0, 10, 10));
-    window->addSubview(other);
+    window().addSubview(other);
     animate("outer", {2}, [&] {
         view->setAlpha(0);
         animate("inner", {1}, [&] { other->setAlpha(0); });
@@ -304,7 +306,7 @@ TEST_F(FlipTest, LeftAndRightAreSeenFromOppositeSides) {
 TEST_F(FlipTest, TwoViewsFlipAtTheSameTime) {
     auto other = std::make_shared<UIView>(CGRectMake(200, 0, 50, 50));
     other->setBackgroundColor(UIColor::redColor());
-    window->addSubview(other);
+    window().addSubview(other);
     flip("one", *view, UIViewAnimationTransition::FlipFromRight, [&] { showBack(); });
     flip("two", *other, UIViewAnimationTransition::FlipFromRight, [&] {
         UIViewAnimation::withoutAnimation([&] { other->setBackgroundColor({0, 0, 1, 1}); });

@@ -3,7 +3,6 @@
 #include "platform/foundation/NSRunLoop.h"
 #include "platform/uikit/UIAccessibilityTree.h"
 #include "platform/uikit/UIAlertView.h"
-#include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIEventDispatcher.h"
 
 namespace vistrel::support {
@@ -82,6 +81,22 @@ void ScreenTest::layOut() {
     screen().layoutIfNeeded();
 }
 
+std::shared_ptr<Bitmap> ScreenTest::screenshot() {
+    return renderViewToBitmap(screen(), 1);
+}
+
+int ScreenTest::framesComposedIn(double seconds) {
+    constexpr double kStep = 1.0 / 240;
+    const int before = display().frames();
+    int seen = before;
+    for (double passed = 0; passed < seconds; passed += kStep) {
+        advance(kStep);
+        if (std::exchange(seen, display().frames()) != seen)
+            screenshot();
+    }
+    return seen - before;
+}
+
 void ScreenTest::touchDown(CGPoint point) {
     events().sendTouch(UITouchPhase::Began, point, NSRunLoop::now());
 }
@@ -123,16 +138,11 @@ bool ScreenTest::tapElement(UIAccessibilityRole role, const std::string& label) 
 }
 
 bool ScreenTest::press(UIKeyCode code, bool shift) {
-    UIKey key;
-    key.code = code;
-    key.shift = shift;
-    return events().sendKey(key);
+    return events().sendKey({.code = code, .text = {}, .shift = shift});
 }
 
 bool ScreenTest::type(const std::string& text) {
-    UIKey key;
-    key.text = text;
-    return events().sendKey(key);
+    return events().sendKey({.text = text});
 }
 
 std::shared_ptr<UIView> ScreenTest::find(UIAccessibilityRole role, const std::string& label) {

@@ -1,5 +1,8 @@
 #pragma once
+#include "platform/graphics/Bitmap.h"
+#include "platform/uikit/ImageRenderer.h"
 #include "platform/uikit/UIAccessibility.h"
+#include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIKey.h"
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UIWindow.h"
@@ -12,23 +15,27 @@
 
 namespace vistrel::support {
 
-/// Base of the tests of what is on the screen: an application with a key window on the
-/// deterministic host, a finger, a keyboard, and what a screen reader finds.
+/// Base for tests of what is on the screen: an application with a key window on the deterministic
+/// host, a finger, a keyboard, and what a screen reader finds.
 class ScreenTest : public HostTest {
 protected:
     ScreenTest();
     ~ScreenTest() override;
 
+    UIApplication& application() { return UIApplication::sharedApplication(); }
     UIWindow& window() { return *window_; }
     /// The whole screen: windows and status bar.
     UIView& screen();
-    /// A stack in the window whose root is an empty screen titled "Root"; made when first asked
-    /// for.
+    /// A stack in the window whose root is an empty screen titled "Root"; made on first use.
     UINavigationController& navigation();
     void push(const std::shared_ptr<UIViewController>& controller);
     /// Lets every animation end, and lays out as the next frame would.
     void settle();
     void layOut();
+    /// The whole screen at one pixel per point.
+    std::shared_ptr<Bitmap> screenshot();
+    /// Composes every frame that is requested within the time, as a window does; returns how many.
+    int framesComposedIn(double seconds);
 
     // The finger, in screen points.
     void touchDown(CGPoint point);
