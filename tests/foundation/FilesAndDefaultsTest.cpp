@@ -19,7 +19,7 @@ std::span<const std::byte> bytesOf(std::string_view text) {
     return std::as_bytes(std::span(text.data(), text.size()));
 }
 
-TEST(NSArrayPathUtilitiesTest, ExtensionsAreWhatFollowsTheLastDotExactly) {
+TEST(NSArrayPathUtilitiesTest, AnExtensionIsWhatFollowsTheLastDot) {
     const std::pair<const char*, const char*> extensions[] = {
         {"a.mp4", "mp4"}, {"a.b.MP3", "MP3"}, {"none", ""},    {".mp4", ""},
         {"a.", ""},       {"", ""},           {"..mp4", "mp4"}};
@@ -38,7 +38,7 @@ TEST(NSArrayPathUtilitiesTest, ExtensionsAreWhatFollowsTheLastDotExactly) {
 
 class FilesTest : public support::HostTest {};
 
-TEST_F(FilesTest, EachFailureSaysWhatWentWrongAndLeavesTheFiles) {
+TEST_F(FilesTest, EachFailureHasItsCodeAndLeavesTheFiles) {
     auto& manager = NSFileManager::defaultManager();
     files().put("/in/a.mp4", "mine");
     files().put("/out/a.mp4", "yours");
@@ -88,7 +88,7 @@ TEST_F(FilesTest, AHandleAppendsUntilTheDiskIsFull) {
 
 class NSUserDefaultsTest : public support::HostTest {};
 
-TEST_F(NSUserDefaultsTest, ChangesOfOneTurnAreSavedTogether) {
+TEST_F(NSUserDefaultsTest, ChangesWithinOneTurnAreSavedTogether) {
     auto& defaults = NSUserDefaults::standardUserDefaults();
     for (int count = 0; count < 10'000; ++count)
         defaults.setFloatForKey(static_cast<float>(count) / 7, "PlayerVolume");
@@ -99,7 +99,7 @@ TEST_F(NSUserDefaultsTest, ChangesOfOneTurnAreSavedTogether) {
     EXPECT_EQ(preferences().saves(), 1);
     defaults.setObjectForKey(Value("x"), "Other");
     turn();
-    EXPECT_EQ(preferences().saves(), 1) << "what is the same is no change";
+    EXPECT_EQ(preferences().saves(), 1) << "the same value is no change";
     defaults.removeObjectForKey("Other");
     EXPECT_TRUE(defaults.synchronize());
     turn();
@@ -124,7 +124,7 @@ TEST_F(NSUserDefaultsTest, RegisteredDefaultsStandInForAbsentValuesAndAreNotSave
     EXPECT_EQ(preferences().stored(), Value(Value::Dictionary()));
 }
 
-TEST_F(NSUserDefaultsTest, AFailedSaveIsSaidAndGoesOutWithTheNext) {
+TEST_F(NSUserDefaultsTest, AFailedSaveIsLoggedAndRepeatedWithTheNext) {
     auto& defaults = NSUserDefaults::standardUserDefaults();
     preferences().setFailure(ENOSPC);
     defaults.setFloatForKey(0.5F, "PlayerVolume");

@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <map>
+
 namespace vistrel {
 namespace {
 
@@ -83,20 +85,18 @@ protected:
     std::shared_ptr<EventRecorder> recorder_;
 };
 
-TEST_F(NSURLConnectionTest, ReportsResponseDataAndEndInOrderWithoutBeingHeld) {
+TEST_F(NSURLConnectionTest, ReportsResponseDataAndEndInOrderAndLivesUntilThen) {
     const std::string body(100'000, 'x');
     network().at(kURL).type("video/mp4").body(body);
     std::weak_ptr<NSURLConnection> connection = connect(kURL);
     const auto recorder = recorder_.get();
     const std::weak_ptr<EventRecorder> held = std::exchange(recorder_, nullptr);
 
-    EXPECT_THAT(recorder->events, IsEmpty()) << "nothing may be reported before start returns";
-    EXPECT_FALSE(connection.expired()) << "a running connection keeps itself";
+    EXPECT_THAT(recorder->events, IsEmpty()) << "nothing is reported before start returns";
+    EXPECT_FALSE(connection.expired()) << "a running connection keeps itself alive";
     recorder->onData = [&](NSURLConnection&) {
         EXPECT_FALSE(held.expired());
     };
-    std::vector<std::string> events;
-    std::string received;
     recorder->onResponse = [&](NSURLConnection&) {
         recorder_ = held.lock();
     };
@@ -108,23 +108,22 @@ TEST_F(NSURLConnectionTest, ReportsResponseDataAndEndInOrderWithoutBeingHeld) {
     EXPECT_GT(recorder_->chunks, 1);
     EXPECT_TRUE(connection.expired());
     recorder_.reset();
-    EXPECT_EQ(recordersAlive_, 0) << "the delegate is let go at the end";
+    EXPECT_EQ(recordersAlive_, 0) << "the delegate is released at the end";
 }
 
-TEST_F(NSURLConnectionTest, CancelFromAnyCallbackIsTheLastThingHeard) {
+TEST_F(NSURLConnectionTest, NothingIsReportedAfterCancel) {
     network().at(kURL).body("abcdef").chunks({2, 2, 2});
-    connect(kURL);
-    recorder_->onResponse = [](NSURLConnection& connection) {
+    const auto cancel = [](NSURLConnection& connection) {
         connection.cancel();
     };
+    connect(kURL);
+    recorder_->onResponse = cancel;
     turn();
     EXPECT_THAT(recorder_->events, ElementsAre("response 200 text/html 6 http://site/clip.mp4"));
     EXPECT_EQ(recorder_->body, "");
 
     connect(kURL);
-    recorder_->onData = [](NSURLConnection& connection) {
-        connection.cancel();
-    };
+    recorder_->onData = cancel;
     turn();
     EXPECT_EQ(recorder_->body, "ab");
     EXPECT_EQ(recorder_->events.size(), 1U);
@@ -136,7 +135,7 @@ TEST_F(NSURLConnectionTest, CancelFromAnyCallbackIsTheLastThingHeard) {
     EXPECT_EQ(recordersAlive_, 0);
 }
 
-TEST_F(NSURLConnectionTest, EachWayToFailHasItsCode) {
+TEST_F(NSURLConnectionTest, EachFailureHasItsCode) {
     struct Case {
         const char* name;
         const char* url;
@@ -184,26 +183,22 @@ TEST_F(NSURLConnectionTest, FollowsRedirectsAndReportsTheFinalAddress) {
                             "response 200 audio/mpeg 4 https://other/c", "finish"));
 }
 
-TEST_F(NSURLConnectionTest, AFormsPostBecomesAGetOnlyWhereBrowsersMakeItOne) {
-    struct Case {
-        int status;
-        const char* method;
-    };
-    for (const Case each : {Case{301, "GET"}, {302, "GET"}, {303, "GET"}, {307, "POST"}}) {
-        network().at(kURL).redirectsTo("http://site/b", each.status);
-        network().at("http://site/b").body("x");
-        NSURLRequest request(NSURL::URLWithString(kURL));
-        request.setHTTPMethod("POST");
-        network().forgetRequests();
+TEST_F(NSURLConnectionTest, APostBecomesAGetWhereBrowsersMakeItOne) {
+    network().at("http://site/b").body("x");
+    NSURLRequest request(NSURL::URLWithString(kURL));
+    request.setHTTPMethod("POST");
+    for (const auto& [status, method] :
+         std::map<int, std::string>{{301, "GET"}, {302, "GET"}, {303, "GET"}, {307, "POST"}}) {
+        network().at(kURL).redirectsTo("http://site/b", status);
         connect(request);
         turn();
         EXPECT_EQ(recorder_->events.front(),
-                  "redirect " + std::to_string(each.status) + " " + each.method + " http://site/b");
-        EXPECT_EQ(network().requests().back().method, each.method);
+                  "redirect " + std::to_string(status) + " " + method + " http://site/b");
+        EXPECT_EQ(network().requests().back().method, method);
     }
 }
 
-TEST_F(NSURLConnectionTest, ARefusedRedirectStopsWhereTheRedirectAnswerStands) {
+TEST_F(NSURLConnectionTest, ARefusedRedirectEndsWithTheRedirectResponse) {
     network().at(kURL).redirectsTo("http://site/b");
     connect(kURL);
     recorder_->onRedirect = [](const NSURLRequest&) {
@@ -232,27 +227,27 @@ TEST_F(NSURLConnectionTest, ADelegateMaySendARedirectElsewhere) {
     EXPECT_EQ(support::ScriptedNetwork::header(network().requests().back(), "x-mine"), "1");
 }
 
-TEST_F(NSURLConnectionTest, ACredentialGoesToItsOriginOnlyAlsoAfterRedirects) {
+TEST_F(NSURLConnectionTest, ACredentialGoesOnlyToItsOriginEvenAfterRedirects) {
     auto& storage = NSURLCredentialStorage::sharedCredentialStorage();
     storage.setCredentialForURL({"Aladdin", "open sesame"},
                                 *NSURL::URLWithString("HTTP://Site:80/anything"));
     storage.setCredentialForURL({"digest", "secret", false},
                                 *NSURL::URLWithString("https://other/"));
-    const std::vector<std::string> roads[] = {
+    const std::vector<std::string> routes[] = {
         {"http://site/a", "http://site/b", "https://other/c", "http://site/d"},
         {"https://other/a", "http://site/b"},
         {"http://site:8080/a", "http://site/b"},
     };
-    for (const auto& road : roads) {
-        for (std::size_t i = 0; i + 1 < road.size(); ++i)
-            network().at(road[i]).redirectsTo(road[i + 1]);
-        network().at(road.back()).body("x");
+    for (const auto& route : routes) {
+        for (std::size_t i = 0; i + 1 < route.size(); ++i)
+            network().at(route[i]).redirectsTo(route[i + 1]);
+        network().at(route.back()).body("x");
         network().forgetRequests();
-        connect(road.front().c_str());
+        connect(route.front().c_str());
         turn();
         turn();
         EXPECT_EQ(recorder_->events.back(), "finish");
-        EXPECT_EQ(network().requestedURLs(), road);
+        EXPECT_EQ(network().requestedURLs(), route);
         for (const auto& sent : network().requests())
             EXPECT_EQ(support::ScriptedNetwork::header(sent, "Authorization"),
                       sent.url.starts_with("http://site/") ? "Basic QWxhZGRpbjpvcGVuIHNlc2FtZQ=="
@@ -284,7 +279,7 @@ TEST_F(NSURLConnectionTest, ARequestArrivesAsItWasMade) {
     EXPECT_EQ(sent.headers, (host::HeaderFields{{"X-Field", "two"}}));
 }
 
-TEST_F(NSURLConnectionTest, ARepeatedHeaderFieldIsReadWhole) {
+TEST_F(NSURLConnectionTest, ARepeatedHeaderFieldIsReadAsOne) {
     const NSURLResponse response(*NSURL::URLWithString("http://host/"), 200,
                                  {{"X-List", "a b"},
                                   {"Content-Disposition", "attachment; filename=first.mp4"},

@@ -23,7 +23,7 @@ protected:
     std::vector<double> fired_;
 };
 
-TEST_F(NSTimerTest, FiresOnceWithoutBeingHeldAndIsThenInvalid) {
+TEST_F(NSTimerTest, FiresOnceAndIsThenInvalid) {
     const auto timer = NSTimer::scheduledTimer(30, NSTimer::Repeats::No, note());
     NSTimer::scheduledTimer(2, NSTimer::Repeats::No, note());
     advance(29.9);
@@ -35,7 +35,7 @@ TEST_F(NSTimerTest, FiresOnceWithoutBeingHeldAndIsThenInvalid) {
     EXPECT_EQ(loop().pendingWork(), 0U);
 }
 
-TEST_F(NSTimerTest, RepeatsWithoutDriftAndSkipsWhatItMissed) {
+TEST_F(NSTimerTest, RepeatsWithoutDriftAndSkipsMissedFirings) {
     const auto timer = NSTimer::scheduledTimer(1, NSTimer::Repeats::Yes, [this] {
         note()();
         if (fired_.size() == 2)
@@ -70,7 +70,7 @@ TEST_F(NSTimerTest, CancelledPerformsAreForgotten) {
     EXPECT_THAT(fired_, ElementsAre(0));
 }
 
-TEST_F(NSTimerTest, WorkAskedForWhenTheLoopIsGoneIsDropped) {
+TEST_F(NSTimerTest, WorkScheduledAfterTheLoopHasGoneIsDropped) {
     host::install(nullptr);
     EXPECT_EQ(NSRunLoop::performAfterDelay(0, note()), 0U);
     host::install(&deterministicHost().host);
@@ -98,7 +98,7 @@ protected:
     std::vector<std::string> heard_;
 };
 
-TEST_F(NSNotificationCenterTest, ReachesThoseWhoAskedForTheNameAndTheSender) {
+TEST_F(NSNotificationCenterTest, ReachesObserversOfTheNameAndTheSender) {
     int sender = 0;
     int other = 0;
     observe(0, "A", nullptr);
@@ -112,7 +112,7 @@ TEST_F(NSNotificationCenterTest, ReachesThoseWhoAskedForTheNameAndTheSender) {
     center_.removeObserver(&observers_[1], "A", &other);
     center_.removeObserver(&observers_[0], "B");
     center_.postNotification("A", &sender);
-    EXPECT_THAT(heard_, ElementsAre("0A", "1A")) << "nothing that was registered was named";
+    EXPECT_THAT(heard_, ElementsAre("0A", "1A")) << "neither names a registration";
 }
 
 TEST_F(NSNotificationCenterTest, HandlersMayRegisterRemoveAndPost) {
@@ -125,7 +125,7 @@ TEST_F(NSNotificationCenterTest, HandlersMayRegisterRemoveAndPost) {
     observe(1, "A", nullptr);
     observe(2, "B", nullptr);
     center_.postNotification("A");
-    EXPECT_THAT(heard_, ElementsAre("0A", "2B")) << "a removed one is not called any more";
+    EXPECT_THAT(heard_, ElementsAre("0A", "2B")) << "a removed observer is no longer called";
     heard_.clear();
     center_.postNotification("A");
     EXPECT_THAT(heard_, ElementsAre("3A"));

@@ -47,7 +47,7 @@ TEST(Value, NumbersKeepTheirDecimal) {
     EXPECT_TRUE(Value(std::numeric_limits<double>::quiet_NaN()).isNull());
 }
 
-TEST(Value, NumbersConvertToTheNearestThatFits) {
+TEST(Value, NumbersConvertToTheNearestRepresentable) {
     const struct {
         const char* text;
         std::int64_t integer;
@@ -121,7 +121,7 @@ TEST(Value, CopiesAreIndependent) {
     EXPECT_EQ(copy, Value(Value::Array{}));
 }
 
-TEST(Value, DictionariesKeepTheOrderInWhichKeysCame) {
+TEST(Value, DictionariesKeepTheOrderOfTheirKeys) {
     Value::Dictionary dictionary{{"b", 1}, {"a", 2}, {"b", 3}, {kLongText, 4}};
     EXPECT_THAT(keysOf(dictionary), ElementsAre("b", "a", kLongText));
     EXPECT_EQ(dictionary.find("b")->integerValue(), 3);
@@ -135,7 +135,7 @@ TEST(Value, DictionariesKeepTheOrderInWhichKeysCame) {
     EXPECT_NE(dictionary, (Value::Dictionary{{"a", 5}, {kLongText, 4}}));
 }
 
-TEST(Value, ADictionaryTakesAKeyOutOfItself) {
+TEST(Value, ADictionaryAcceptsKeysThatItOwns) {
     Value::Dictionary dictionary{{"1", kLongText}, {"2", 2}};
     dictionary.set(dictionary.find("1")->string(), "grown");
     EXPECT_EQ(dictionary.find(kLongText)->string(), "grown");
@@ -143,7 +143,7 @@ TEST(Value, ADictionaryTakesAKeyOutOfItself) {
     EXPECT_THAT(keysOf(dictionary), ElementsAre("2", kLongText));
 }
 
-TEST(Value, TheLastOfSeveralMembersWithOneKeyStandsInTheFirstPlace) {
+TEST(Value, ARepeatedKeyKeepsItsFirstPlaceAndLastValue) {
     std::vector<Value::Dictionary::Member> members;
     for (int i = 0; i < 1000; ++i)
         members.push_back({std::to_string(i * 7 % 100), i});

@@ -35,7 +35,7 @@ private:
     std::string& record_;
 };
 
-TEST(Weakly, AnObjectThatIsGoneIsNotCalled) {
+TEST(Weakly, AnObjectThatHasGoneIsNotCalled) {
     std::string record;
     auto screen = std::make_shared<Screen>(record);
     const std::function<void(const std::string&)> member = weakly(screen.get(), &Screen::heard);
@@ -59,7 +59,7 @@ TEST(Weakly, AnObjectThatIsGoneIsNotCalled) {
     EXPECT_EQ(record, "member lambda delegate gone ");
 }
 
-TEST(Weakly, AnObjectThatLetsGoOfItselfLivesToTheEndOfTheCall) {
+TEST(Weakly, AnObjectThatReleasesItselfLivesToTheEndOfTheCall) {
     std::string record;
     auto screen = std::make_shared<Screen>(record);
     const auto leave = weakly(screen.get(), &Screen::leave);
