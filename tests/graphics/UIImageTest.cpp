@@ -46,14 +46,14 @@ std::vector<std::byte> jpegOf(const Bitmap& bitmap) {
     return result;
 }
 
-/// A PNG file of the library's own making: rows as they stand in the file.
+/// What libpng writes: rows as they are in the file.
 struct PNGFile {
-    int colour;
-    int depth;
-    int interlace;
     std::vector<std::vector<png_byte>> rows;
-    std::vector<png_color> palette;
-    std::vector<png_byte> paletteAlpha;
+    int colour;
+    int depth = 8;
+    int interlace = PNG_INTERLACE_NONE;
+    std::vector<png_color> palette{};
+    std::vector<png_byte> paletteAlpha{};
 };
 
 std::vector<std::byte> pngOf(const PNGFile& file, unsigned width) {
@@ -103,7 +103,7 @@ protected:
     std::string folder;
 };
 
-TEST_F(UIImageTest, TheVariantThatSuitsTheScreenIsTaken) {
+TEST_F(UIImageTest, TheVariantForTheScreenIsTaken) {
     write("Logo.png", *filled(10, 10, kRed));
     write("Logo@2x.png", *filled(20, 20, kGreen));
     write("Logo@3x.png", *filled(30, 30, kBlue));
@@ -128,7 +128,7 @@ TEST_F(UIImageTest, TheVariantThatSuitsTheScreenIsTaken) {
     EXPECT_EQ(UIImage::imageNamed("Missing.png"), nullptr);
 }
 
-TEST_F(UIImageTest, WhatIsReadAheadIsThereWhenItIsAskedForAtThatScale) {
+TEST_F(UIImageTest, APictureReadAheadIsUsedAtItsScale) {
     write("Ahead.png", *filled(10, 10, kRed));
     write("Ahead@2x.png", *filled(20, 20, kBlue));
     UIImage::setScreenScale(2);
@@ -173,6 +173,8 @@ TEST_F(UIImageTest, PNGAndJPEGAreToldApartByTheirBytes) {
 }
 
 TEST_F(UIImageTest, EveryKindOfPNGComesOutAsPremultipliedPixels) {
+    const std::vector<std::vector<png_byte>> colours{{1, 2, 3, 4, 5, 6}, {7, 8, 9, 10, 11, 12}};
+    const std::vector<std::uint32_t> colourPixels{0xFF010203, 0xFF040506, 0xFF070809, 0xFF0A0B0C};
     struct Case {
         const char* name;
         PNGFile file;
@@ -180,45 +182,24 @@ TEST_F(UIImageTest, EveryKindOfPNGComesOutAsPremultipliedPixels) {
         bool isOpaque;
     };
     const Case cases[] = {
-        {"colour",
-         {PNG_COLOR_TYPE_RGB,
-          8,
-          PNG_INTERLACE_NONE,
-          {{1, 2, 3, 4, 5, 6}, {7, 8, 9, 10, 11, 12}},
-          {},
-          {}},
-         {0xFF010203, 0xFF040506, 0xFF070809, 0xFF0A0B0C},
-         true},
-        {"interlaced",
-         {PNG_COLOR_TYPE_RGB,
-          8,
-          PNG_INTERLACE_ADAM7,
-          {{1, 2, 3, 4, 5, 6}, {7, 8, 9, 10, 11, 12}},
-          {},
-          {}},
-         {0xFF010203, 0xFF040506, 0xFF070809, 0xFF0A0B0C},
-         true},
-        {"grey of one bit",
-         {PNG_COLOR_TYPE_GRAY, 1, PNG_INTERLACE_NONE, {{0x40}, {0x80}}, {}, {}},
+        {"colour", {colours, PNG_COLOR_TYPE_RGB}, colourPixels, true},
+        {"interlaced", {colours, PNG_COLOR_TYPE_RGB, 8, PNG_INTERLACE_ADAM7}, colourPixels, true},
+        {"one-bit grey",
+         {{{0x40}, {0x80}}, PNG_COLOR_TYPE_GRAY, 1},
          {0xFF000000, 0xFFFFFFFF, 0xFFFFFFFF, 0xFF000000},
          true},
         {"palette with transparency",
-         {PNG_COLOR_TYPE_PALETTE,
-          8,
-          PNG_INTERLACE_NONE,
-          {{0, 1}, {2, 0}},
-          {{255, 0, 0}, {0, 255, 0}, {0, 0, 255}},
-          {128, 0, 255}},
+         {.rows = {{0, 1}, {2, 0}},
+          .colour = PNG_COLOR_TYPE_PALETTE,
+          .palette = {{255, 0, 0}, {0, 255, 0}, {0, 0, 255}},
+          .paletteAlpha = {128, 0, 255}},
          {0x80800000, 0x00000000, 0xFF0000FF, 0x80800000},
          false},
         {"sixteen bits with alpha",
-         {PNG_COLOR_TYPE_RGB_ALPHA,
-          16,
-          PNG_INTERLACE_NONE,
-          {{255, 255, 0, 0, 128, 128, 255, 255, 0, 0, 255, 255, 0, 0, 0, 0},
+         {{{255, 255, 0, 0, 128, 128, 255, 255, 0, 0, 255, 255, 0, 0, 0, 0},
            {255, 255, 255, 255, 255, 255, 128, 128, 0, 0, 0, 0, 0, 0, 255, 255}},
-          {},
-          {}},
+          PNG_COLOR_TYPE_RGB_ALPHA,
+          16},
          {0xFFFF0080, 0x00000000, 0x80808080, 0xFF000000},
          false},
     };
@@ -234,7 +215,7 @@ TEST_F(UIImageTest, EveryKindOfPNGComesOutAsPremultipliedPixels) {
     }
 }
 
-TEST_F(UIImageTest, BrokenFilesAreNoPictures) {
+TEST_F(UIImageTest, ABrokenFileYieldsNoPicture) {
     write("good.png", *filled(16, 16, kRed));
     const auto png = bytesOf(folder + "/good.png");
     for (std::size_t length = 0; length + 12 < png.size(); ++length) {
@@ -273,40 +254,36 @@ std::shared_ptr<Bitmap> drawnInto(const UIImage& image, const CGRect& rect) {
 }
 
 TEST_F(UIImageTest, CapsKeepTheirSizeAndTheMiddleStretches) {
+    struct Probe {
+        int x, y;
+        std::uint32_t pixel;
+    };
+    const std::vector<Probe> stretched = {{4, 4, kRed},  {5, 2, kGreen},   {34, 2, kGreen},
+                                          {35, 4, kRed}, {20, 15, kGreen}, {2, 24, kGreen},
+                                          {2, 25, kRed}, {2, 30, 0}};
     struct Case {
         const char* name;
-        double scale;
-        int pixelsPerCap;
+        std::shared_ptr<const UIImage> image;
+        CGRect rect;
+        std::vector<Probe> probes;
     };
-    for (const auto& test : {Case{"plain", 1, 5}, Case{"sharp", 2, 10}}) {
-        const auto image = framed(test.pixelsPerCap, test.scale)->stretchableImage(5, 5);
-        const auto picture = drawnInto(*image, CGRectMake(0, 0, 40, 30));
-        EXPECT_EQ(picture->pixel(4, 4), kRed) << test.name;
-        EXPECT_EQ(picture->pixel(5, 2), kGreen) << test.name << ": the band starts at the cap";
-        EXPECT_EQ(picture->pixel(34, 2), kGreen) << test.name;
-        EXPECT_EQ(picture->pixel(35, 4), kRed) << test.name;
-        EXPECT_EQ(picture->pixel(20, 15), kGreen) << test.name;
-        EXPECT_EQ(picture->pixel(2, 24), kGreen) << test.name;
-        EXPECT_EQ(picture->pixel(2, 25), kRed) << test.name;
-        EXPECT_EQ(picture->pixel(2, 30), 0U) << test.name << ": nothing outside the rectangle";
+    const Case cases[] = {
+        {"plain", framed(5, 1)->stretchableImage(5, 5), CGRectMake(0, 0, 40, 30), stretched},
+        {"sharp", framed(10, 2)->stretchableImage(5, 5), CGRectMake(0, 0, 40, 30), stretched},
+        {"no cap at the top",
+         framed(5, 1)->stretchableImage(5, 0),
+         CGRectMake(0, 0, 40, 33),
+         {{20, 1, kGreen}, {2, 16, kGreen}, {2, 13, kRed}}},
+        {"caps that do not fit",
+         framed(5, 1)->stretchableImage(5, 5),
+         CGRectMake(10, 10, 6, 20),
+         {{11, 12, kRed}, {15, 12, kRed}, {16, 12, 0}, {9, 12, 0}}},
+    };
+    for (const Case& each : cases) {
+        const auto picture = drawnInto(*each.image, each.rect);
+        for (const auto& [x, y, pixel] : each.probes)
+            EXPECT_EQ(picture->pixel(x, y), pixel) << each.name << " at " << x << ", " << y;
     }
-}
-
-TEST_F(UIImageTest, ACapOfZeroStretchesTheWholeDirection) {
-    const auto image = framed(5, 1)->stretchableImage(5, 0);
-    const auto picture = drawnInto(*image, CGRectMake(0, 0, 40, 33));
-    EXPECT_EQ(picture->pixel(20, 1), kGreen);
-    EXPECT_EQ(picture->pixel(2, 16), kGreen) << "the middle row, three times as high";
-    EXPECT_EQ(picture->pixel(2, 13), kRed);
-}
-
-TEST_F(UIImageTest, CapsThatDoNotFitShrink) {
-    const auto image = framed(5, 1)->stretchableImage(5, 5);
-    const auto picture = drawnInto(*image, CGRectMake(10, 10, 6, 20));
-    EXPECT_EQ(picture->pixel(11, 12), kRed);
-    EXPECT_EQ(picture->pixel(15, 12), kRed);
-    EXPECT_EQ(picture->pixel(16, 12), 0U);
-    EXPECT_EQ(picture->pixel(9, 12), 0U);
 }
 
 }

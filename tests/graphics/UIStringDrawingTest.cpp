@@ -86,7 +86,7 @@ TEST(UIStringDrawingTest, TruncationKeepsTheLineInsideTheRectangle) {
     EXPECT_LE(inkOf(text, rect, UILineBreakMode::Clip).box.maxX(), 140);
 }
 
-TEST(UIStringDrawingTest, ALineThatFitsIsTheSameInEveryMode) {
+TEST(UIStringDrawingTest, ALineThatFitsIsDrawnAlikeInEveryMode) {
     const auto rect = CGRectMake(0, 0, 300, 30);
     const auto clipped = inkOf("Movies", rect, UILineBreakMode::Clip);
     for (const auto mode : {UILineBreakMode::WordWrap, UILineBreakMode::TailTruncation,
@@ -138,13 +138,9 @@ TEST(UIStringDrawingTest, FontsShrinkToFitButNotBelowTheMinimum) {
     EXPECT_EQ(fontThatFits(text, font, 1, 10).pointSize(), 10);
 }
 
-TEST(ValidTextTest, WhatIsNoUTF8IsReplacedByteForByte) {
+TEST(ValidTextTest, InvalidUTF8IsReplacedByteByByte) {
     const std::string mark = "\xEF\xBF\xBD";
-    struct Case {
-        std::string text;
-        std::string valid;
-    };
-    const Case cases[] = {
+    const std::pair<std::string, std::string> cases[] = {
         {"plain", "plain"},
         {"caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x8E\xAC", "caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x8E\xAC"},
         {"caf\xE9", "caf" + mark},
@@ -153,12 +149,11 @@ TEST(ValidTextTest, WhatIsNoUTF8IsReplacedByteForByte) {
         {"\xF4\x90\x80\x80", mark + mark + mark + mark}, // beyond the last character
         {"end \xE2\x82", "end " + mark + mark},          // cut short
     };
-    for (const auto& test : cases) {
-        EXPECT_EQ(validText(test.text), test.valid);
-    }
+    for (const auto& [text, valid] : cases)
+        EXPECT_EQ(validText(text), valid);
 }
 
-TEST(UIStringDrawingTest, BadTextDoesNoHarm) {
+TEST(UIStringDrawingTest, InvalidAndEmptyTextIsDrawnSafely) {
     EXPECT_GT(inkOf("caf\xE9 \xFF\xFE ok", CGRectMake(0, 0, 300, 30), UILineBreakMode::Clip).pixels,
               0);
     EXPECT_EQ(inkOf("", CGRectMake(0, 0, 300, 30), UILineBreakMode::WordWrap).pixels, 0);
