@@ -14,7 +14,7 @@ CommandLine parse(std::vector<std::string> words) {
     return CommandLine::parse(arguments);
 }
 
-TEST(CommandLine, EveryOptionIsTakenInBothForms) {
+TEST(CommandLine, EveryOptionIsAcceptedInBothForms) {
     const CommandLine line = parse({"--site", "http://127.0.0.1:8080", "--device-root=/tmp/d",
                                     "--scale", "1.5", "--tour=/tmp/t", "--browser", "--careful",
                                     "--ads=http://127.0.0.1:81", "https://films.example/a?b=c"});
@@ -29,12 +29,8 @@ TEST(CommandLine, EveryOptionIsTakenInBothForms) {
     EXPECT_EQ(line.openAddress, "https://films.example/a?b=c");
 }
 
-TEST(CommandLine, WhatIsWrongIsSaidInOneLine) {
-    struct Case {
-        std::vector<std::string> words;
-        const char* mentions;
-    };
-    const Case cases[] = {
+TEST(CommandLine, AMistakeIsReportedInOneLine) {
+    const std::pair<std::vector<std::string>, const char*> cases[] = {
         {{"--bogus"}, "--bogus"},
         {{"file.mp4"}, "file.mp4"},
         {{"http://a.example/", "http://b.example/"}, "http://b.example/"},
@@ -50,10 +46,10 @@ TEST(CommandLine, WhatIsWrongIsSaidInOneLine) {
         {{"--scale", "nan"}, "'nan'"},
         {{"--device-root="}, "directory"},
     };
-    for (const Case& each : cases) {
-        const CommandLine line = parse(each.words);
-        EXPECT_EQ(line.action, CommandLine::Action::Refuse) << each.words.front();
-        EXPECT_NE(line.refusal.find(each.mentions), std::string::npos) << line.refusal;
+    for (const auto& [words, mentions] : cases) {
+        const CommandLine line = parse(words);
+        EXPECT_EQ(line.action, CommandLine::Action::Refuse) << words.front();
+        EXPECT_NE(line.refusal.find(mentions), std::string::npos) << line.refusal;
         EXPECT_EQ(line.refusal.find('\n'), std::string::npos);
     }
 }

@@ -5,7 +5,7 @@
 namespace vistrel {
 namespace {
 
-TEST(MailtoAddress, EveryCharacterArrivesInItsOwnField) {
+TEST(MailtoAddress, EveryCharacterStaysInItsField) {
     struct Case {
         const char* name;
         const char* recipient;

@@ -1,6 +1,5 @@
 #include "shell/MissingSite.h"
 
-#include "platform/uikit/UIAlertView.h"
 #include "tests/support/ui/ScreenTest.h"
 
 #include <gmock/gmock.h>
@@ -11,49 +10,38 @@
 namespace vistrel {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 class MissingSiteTest : public support::ScreenTest {
 protected:
     MissingSiteTest() { deterministicHost().host.settingsFile = file_; }
     ~MissingSiteTest() override { std::filesystem::remove_all(folder_); }
 
-    void setSite() {
-        settle();
-        EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, "Set Site"));
-        settle();
-    }
-
     std::string folder_ = testing::TempDir() + "missing-site";
     std::string file_ = folder_ + "/vistrel/vistrel.ini";
 };
 
-TEST_F(MissingSiteTest, ASiteThatIsSetNeedsNoReminder) {
+TEST_F(MissingSiteTest, TheSettingsFileIsCreatedAndOpenedUnlessTheSiteIsSet) {
     deterministicHost().settings["site/base-url"] = "http://films.example";
     remindOfMissingSite();
-    EXPECT_EQ(alertCount(), 0U);
-}
+    EXPECT_EQ(alertCount(), 0);
 
-TEST_F(MissingSiteTest, TheSettingsFileIsCreatedAndOpened) {
+    deterministicHost().settings.clear();
     desktop().schemes().insert("file");
     remindOfMissingSite();
-    setSite();
-    EXPECT_EQ(alertCount(), 0U);
-    EXPECT_THAT(desktop().openedURLs(), ElementsAre("file://" + file_));
+    EXPECT_TRUE(tapAlertButton("Set Site"));
+    EXPECT_EQ(alertCount(), 0);
+    EXPECT_THAT(desktop().openedURLs(), testing::ElementsAre("file://" + file_));
     std::string text;
     std::getline(std::ifstream(file_), text, '\0');
     EXPECT_THAT(text, testing::HasSubstr("[site]\n"));
 }
 
-TEST_F(MissingSiteTest, AFileThatIsThereIsKeptAndItsPathShownWhenNothingOpensIt) {
+TEST_F(MissingSiteTest, AnExistingFileIsKeptAndItsPathShownWhenNothingOpensIt) {
     std::filesystem::create_directories(folder_ + "/vistrel");
     std::ofstream(file_) << "[mail]\n";
     remindOfMissingSite();
-    setSite();
-    ASSERT_EQ(alertCount(), 1U);
-    EXPECT_EQ(UIAlertView::visibleAlerts().back()->message(), file_);
-    EXPECT_THAT(desktop().openedURLs(), IsEmpty());
+    EXPECT_TRUE(tapAlertButton("Set Site"));
+    EXPECT_EQ(alertMessage(), file_);
+    EXPECT_THAT(desktop().openedURLs(), testing::IsEmpty());
     EXPECT_EQ(std::filesystem::file_size(file_), 7U);
 }
 

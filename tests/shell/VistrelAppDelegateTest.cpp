@@ -10,6 +10,8 @@
 #include "tests/support/HostTest.h"
 #include "web/WebBrowserViewController.h"
 
+#include <utility>
+
 namespace vistrel {
 namespace {
 
@@ -20,6 +22,7 @@ protected:
     ~StartUpTest() override { UIApplication::resetSharedApplication(); }
 
     void launch() {
+        UIApplication::resetSharedApplication();
         delegate_ = std::dynamic_pointer_cast<VistrelAppDelegate>(makeMainInterface());
         UIApplication::sharedApplication().setDelegate(delegate_);
         UIApplication::sharedApplication().finishLaunching();
@@ -28,7 +31,7 @@ protected:
     std::shared_ptr<VistrelAppDelegate> delegate_;
 };
 
-TEST_F(StartUpTest, TheSplashCoversTheMenuThenGrowsFadesAndGoes) {
+TEST_F(StartUpTest, TheSplashCoversTheMenuThenGrowsAndFades) {
     files().putFolder(kFolder);
     launch();
     const auto window = delegate_->window();
@@ -67,21 +70,17 @@ TEST_F(StartUpTest, AnAddressFromTheDesktopOpensOnTopOfWhatIsOpen) {
     EXPECT_EQ(browser->URL()->absoluteString(), "http://films.example/page");
 }
 
-TEST_F(StartUpTest, TheDownloadsFolderIsMadeOnlyWhenItIsMissing) {
+TEST_F(StartUpTest, AMissingDownloadsFolderIsCreated) {
+    launch(); // without the folder above nothing can be
+    const std::vector<std::string> creates{"Creating Downloads Directory"};
+    EXPECT_EQ(std::exchange(logLines(), {}), creates);
+    EXPECT_FALSE(files().info(kFolder).ok());
     files().putFolder("/var/mobile/Library");
     launch();
-    EXPECT_EQ(logLines(), std::vector<std::string>{"Creating Downloads Directory"});
+    EXPECT_EQ(std::exchange(logLines(), {}), creates);
     EXPECT_TRUE(files().info(kFolder).ok());
-    UIApplication::resetSharedApplication();
-    logLines().clear();
     launch();
     EXPECT_TRUE(logLines().empty());
-}
-
-TEST_F(StartUpTest, WithoutTheFolderAboveNothingIsMadeAndNothingSaid) {
-    launch();
-    EXPECT_EQ(logLines(), std::vector<std::string>{"Creating Downloads Directory"});
-    EXPECT_FALSE(files().info(kFolder).ok());
 }
 
 }
