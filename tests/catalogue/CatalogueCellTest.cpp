@@ -23,6 +23,7 @@ constexpr std::uint32_t kGreen = 0xff206030;
 /// The smallest rectangle around the pixels that match, as left, top, right, bottom (inclusive).
 struct Extent {
     int left, top, right, bottom;
+    bool operator==(const Extent&) const = default;
 };
 
 template <typename Matches>
@@ -54,12 +55,10 @@ public:
         : Base(UITableViewCellStyle::Default, "Cell") {}
     void drawContentView(const CGRect& rect) override {
         ++drawn;
-        lastRect = rect;
         UIColor::redColor().set();
         CGContextFillRect(UIGraphicsGetCurrentContext(), rect);
     }
     int drawn = 0;
-    CGRect lastRect;
 };
 
 template <typename Base>
@@ -67,35 +66,23 @@ void drawsOverItsFullBounds(bool opaque) {
     auto cell = std::make_shared<FillingCell<Base>>();
     EXPECT_EQ(cell->contentView()->superview(), cell.get());
     EXPECT_EQ(cell->contentView()->isOpaque(), opaque);
-    EXPECT_TRUE(cell->contentView()->frame().isEmpty());
     cell->setFrame(CGRectMake(10, 500, 200, 60));
     EXPECT_EQ(cell->contentView()->frame(), CGRectMake(0, 0, 200, 60));
-    auto picture = renderViewToBitmap(*cell, 1);
-    EXPECT_EQ(cell->lastRect, CGRectMake(0, 0, 200, 60));
-    EXPECT_EQ(picture->pixel(199, 59), 0xffff0000U);
-    cell->setFrame(CGRectMake(10, 900, 200, 60));
-    renderViewToBitmap(*cell, 1);
-    EXPECT_EQ(cell->drawn, 1) << "moving draws nothing";
-    cell->setNeedsDisplay();
-    renderViewToBitmap(*cell, 1);
-    EXPECT_EQ(cell->drawn, 2);
-    cell->setHighlighted(true, false);
-    renderViewToBitmap(*cell, 1);
-    EXPECT_EQ(cell->drawn, 3) << "rows read the highlight while they draw";
-    cell->setHighlighted(true, false);
-    renderViewToBitmap(*cell, 1);
-    EXPECT_EQ(cell->drawn, 3);
+    EXPECT_EQ(pixelOf(*cell, 199, 59), 0xffff0000U);
+    const auto drawnAfter = [&](auto change) {
+        change();
+        renderViewToBitmap(*cell, 1);
+        return cell->drawn;
+    };
+    EXPECT_EQ(drawnAfter([&] { cell->setFrame(CGRectMake(10, 900, 200, 60)); }), 1) << "moved";
+    EXPECT_EQ(drawnAfter([&] { cell->setNeedsDisplay(); }), 2);
+    EXPECT_EQ(drawnAfter([&] { cell->setHighlighted(true, false); }), 3);
+    EXPECT_EQ(drawnAfter([&] { cell->setHighlighted(true, false); }), 3);
 }
 
 TEST_F(CatalogueCellTest, OneViewDrawsTheWholeRow) {
     drawsOverItsFullBounds<ABTableViewCell>(false);
     drawsOverItsFullBounds<ABTableViewCellOpaque>(true);
-}
-
-TEST_F(CatalogueCellTest, ABareCellShowsOnlyWhatIsBehindIt) {
-    auto cell = std::make_shared<ABTableViewCell>(UITableViewCellStyle::Default, "Cell");
-    cell->setFrame(CGRectMake(0, 0, 50, 20));
-    EXPECT_EQ(extentOf(*paint(*cell), [](auto pixel) { return pixel != 0; }), std::nullopt);
 }
 
 class TVShowsTableViewCellTest : public CatalogueCellTest {
@@ -111,30 +98,27 @@ protected:
     std::shared_ptr<TVShowsTableViewCell> cell;
 };
 
-TEST_F(TVShowsTableViewCellTest, ThePictureLiesAtTheCornerOverWhiteOrNothing) {
-    auto normal = content();
-    EXPECT_EQ(normal->pixel(0, 0), kBlue);
-    EXPECT_EQ(normal->pixel(249, 43), kBlue);
-    EXPECT_EQ(normal->pixel(250, 10), 0xffffffffU);
-    EXPECT_EQ(normal->pixel(10, 44), 0xffffffffU);
-    cell->setHighlighted(true, false);
-    auto highlighted = content();
-    EXPECT_EQ(highlighted->pixel(0, 0), kGreen);
-    EXPECT_EQ(highlighted->pixel(249, 43), kGreen);
-    EXPECT_EQ(highlighted->pixel(250, 10), 0U) << "clear, though the view is opaque";
-    cell->setHighlighted(false, false);
-    EXPECT_EQ(content()->pixel(250, 10), 0xffffffffU);
+TEST_F(TVShowsTableViewCellTest, ThePictureIsAtTheCornerOverWhiteOrOverNothingWhenHighlighted) {
+    for (const bool hasPicture : {true, false}) {
+        if (!hasPicture) {
+            cell->setBackgroundImage(nullptr);
+            cell->setSelectedBackgroundImage(nullptr);
+        }
+        for (const bool highlighted : {false, true}) {
+            const std::uint32_t around = highlighted ? 0 : 0xffffffff;
+            const std::uint32_t inside = highlighted ? kGreen : kBlue;
+            cell->setHighlighted(highlighted, false);
+            const auto picture = content();
+            EXPECT_EQ(picture->pixel(0, 0), hasPicture ? inside : around);
+            EXPECT_EQ(picture->pixel(249, 43), hasPicture ? inside : around);
+            EXPECT_EQ(picture->pixel(250, 10), around);
+            EXPECT_EQ(picture->pixel(10, 44), around);
+        }
+        cell->setHighlighted(false, false);
+    }
 }
 
-TEST_F(TVShowsTableViewCellTest, AMissingPictureLeavesItsAreaEmpty) {
-    cell->setBackgroundImage(nullptr);
-    cell->setSelectedBackgroundImage(nullptr);
-    EXPECT_EQ(content()->pixel(5, 5), 0xffffffffU);
-    cell->setHighlighted(true, false);
-    EXPECT_EQ(content()->pixel(5, 5), 0U);
-}
-
-TEST_F(TVShowsTableViewCellTest, TheTitleStandsInItsBoxAndEndsWithAnEllipsisWhenItIsLonger) {
+TEST_F(TVShowsTableViewCellTest, ATitleKeepsToItsBoxAndEndsWithAnEllipsisWhenTooLong) {
     const auto isText = [](std::uint32_t pixel) {
         return (pixel & 0xff) > 0x60;
     };
@@ -153,14 +137,11 @@ TEST_F(TVShowsTableViewCellTest, TheTitleStandsInItsBoxAndEndsWithAnEllipsisWhen
     EXPECT_LT(longTitle->right, 232);
     EXPECT_GT(longTitle->right, 190);
     EXPECT_LE(longTitle->bottom, shortTitle->bottom + 1) << "one line";
-    // Where it is cut, only the dots at the line's foot are left.
-    const auto picture = content();
-    const auto lastColumns = extentOf(*picture, isText);
-    bool high = false;
-    for (int x = lastColumns->right - 3; x <= lastColumns->right; ++x)
-        for (int y = shortTitle->top; y < shortTitle->bottom - 4; ++y)
-            high = high || isText(picture->pixel(x, y));
-    EXPECT_FALSE(high);
+    // The last columns have only dots, at the foot of the line.
+    EXPECT_FALSE(anyPixel(*cell->contentView(),
+                          CGRectMake(longTitle->right - 3, shortTitle->top, 4,
+                                     shortTitle->bottom - 4 - shortTitle->top),
+                          isText));
 }
 
 TEST_F(TVShowsTableViewCellTest, TextIsFaintUntilTheRowIsHighlighted) {
@@ -169,10 +150,10 @@ TEST_F(TVShowsTableViewCellTest, TextIsFaintUntilTheRowIsHighlighted) {
     cell->setTvShowText("MMMM");
     const auto brightest = [&] {
         std::uint32_t most = 0;
-        const auto picture = content();
-        for (int x = 12; x < 100; ++x)
-            for (int y = 9; y < 40; ++y)
-                most = std::max(most, picture->pixel(x, y) & 0xff);
+        anyPixel(*cell->contentView(), CGRectMake(12, 9, 88, 31), [&](std::uint32_t pixel) {
+            most = std::max(most, pixel & 0xff);
+            return false;
+        });
         return most;
     };
     EXPECT_NEAR(brightest(), 204, 2) << "alpha 0.8 over black";
@@ -232,18 +213,11 @@ TEST_F(MoviesTableViewCellTest, LongTopTextIsCutAndLongBottomTextWraps) {
     EXPECT_NEAR(bottom->left - 75, 250 - bottom->right, 4) << "centred";
 }
 
-TEST_F(MoviesTableViewCellTest,
-       WithoutItsPictureTheCardIsTransparentAndTheHighlightChangesNothing) {
-    cell->setTopTextLabel("Now Showing:");
-    cell->setBottomTextLabel("\"A\" Movies");
-    const auto before = content();
-    EXPECT_EQ(before->pixel(0, 0), 0U);
-    EXPECT_EQ(before->pixel(160, 20), 0U);
-    cell->setHighlighted(true, false);
-    const auto after = content();
-    for (int y = 0; y < before->height(); ++y)
-        for (int x = 0; x < before->width(); ++x)
-            ASSERT_EQ(before->pixel(x, y), after->pixel(x, y));
+TEST_F(MoviesTableViewCellTest, WithoutItsPictureTheCardIsTransparent) {
+    for (const bool highlighted : {false, true}) {
+        cell->setHighlighted(highlighted, false);
+        EXPECT_EQ(extentOf(*content(), [](auto pixel) { return pixel != 0; }), std::nullopt);
+    }
 }
 
 TEST_F(MoviesTableViewCellTest, TheCardIsDrawnAtTheCornerUnderTheTexts) {
