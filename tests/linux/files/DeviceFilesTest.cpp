@@ -7,7 +7,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <signal.h>
 #include <stdlib.h>
@@ -56,6 +55,23 @@ std::span<const std::byte> bytesOf(const std::string& text) {
     return std::as_bytes(std::span(text));
 }
 
+/// Files cannot grow beyond 100,000 bytes while this lives.
+class FullDisk {
+public:
+    FullDisk() {
+        ::getrlimit(RLIMIT_FSIZE, &before_);
+        ::signal(SIGXFSZ, SIG_IGN);
+        const rlimit small{100'000, before_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &small);
+    }
+    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &before_); }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    rlimit before_{};
+};
+
 /// Each test runs with both ways of walking paths.
 class DeviceFilesTest : public ::testing::TestWithParam<PathResolver::Walk> {
 protected:
@@ -82,25 +98,18 @@ TEST_P(DeviceFilesTest, APreparedDeviceHasTheShippedFoldersButNoDownloads) {
     EXPECT_EQ(contents(at("/var/mobile/Media/kept")), "kept");
 }
 
-TEST_P(DeviceFilesTest, ListsInTheOrderOfTheFolderWithNamesAsBytes) {
+TEST_P(DeviceFilesTest, ListsNamesAsBytesInTheFoldersOrder) {
     for (const char* name : {"b.mp4", "a.mp3", ".hidden", "bad\xff.mp4"})
         put(at("/var/mobile/Media/") + name);
     fs::create_directory(at("/var/mobile/Media/folder.mp4"));
-    std::vector<std::string> order;
-    DIR* folder = ::opendir(at("/var/mobile/Media").c_str());
-    while (const dirent* entry = ::readdir(folder)) {
-        const std::string name = entry->d_name;
-        if (name != "." && name != "..")
-            order.push_back(name);
-    }
-    ::closedir(folder);
+    const auto order = names(at("/var/mobile/Media"));
     EXPECT_EQ(files_.list("/var/mobile/Media/").value(), order);
     EXPECT_EQ(order.size(), 5U);
     EXPECT_EQ(files_.list("/nowhere").failure().code, ENOENT);
     EXPECT_EQ(files_.list("/var/mobile/Media/b.mp4").failure().code, ENOTDIR);
 }
 
-TEST_P(DeviceFilesTest, NothingIsMadeOrReadThroughALinkThatLeadsOut) {
+TEST_P(DeviceFilesTest, NothingIsCreatedOrReadThroughALinkThatLeadsOut) {
     const std::string outside = base_ + "/outside";
     fs::create_directory(outside);
     put(outside + "/secret", "secret");
@@ -123,7 +132,7 @@ TEST_P(DeviceFilesTest, NothingIsMadeOrReadThroughALinkThatLeadsOut) {
     EXPECT_EQ(contents(outside + "/secret"), "secret");
 }
 
-TEST_P(DeviceFilesTest, ACreatedFileTakesThePlaceOfWhateverHadTheName) {
+TEST_P(DeviceFilesTest, ACreatedFileReplacesWhateverHadItsName) {
     const std::string path = "/var/mobile/Media/clip.mp4";
     put(at("/var/mobile/Media/target"), "target");
     put(at(path), "an old, long and executable content");
@@ -139,12 +148,15 @@ TEST_P(DeviceFilesTest, ACreatedFileTakesThePlaceOfWhateverHadTheName) {
     fs::remove(at(path));
     fs::create_symlink("target", at(path));
     ASSERT_TRUE(files_.createFile(path));
-    auto stream = files_.openForUpdating(path);
-    ASSERT_TRUE(stream);
-    ASSERT_TRUE(stream.value()->write(bytesOf("new")));
-    EXPECT_TRUE(stream.value()->close());
+    for (const std::string text : {"one ", "two"}) {
+        auto stream = files_.openForUpdating(path);
+        ASSERT_TRUE(stream);
+        EXPECT_EQ(stream.value()->seekToEnd().value(), text == "two" ? 4 : 0);
+        ASSERT_TRUE(stream.value()->write(bytesOf(text)));
+        EXPECT_TRUE(stream.value()->close());
+    }
     EXPECT_EQ(contents(at("/var/mobile/Media/target")), "target");
-    EXPECT_EQ(contents(at(path)), "new");
+    EXPECT_EQ(contents(at(path)), "one two");
 
     fs::create_directory(at("/var/mobile/Media/folder.mp4"));
     EXPECT_EQ(codeOf(files_.createFile("/var/mobile/Media/folder.mp4")), EISDIR);
@@ -156,17 +168,7 @@ TEST_P(DeviceFilesTest, ACreatedFileTakesThePlaceOfWhateverHadTheName) {
         << "no temporary file stays behind";
 }
 
-TEST_P(DeviceFilesTest, AppendsAtTheEnd) {
-    put(at("/var/mobile/Media/a"), "one ");
-    auto stream = files_.openForUpdating("/var/mobile/Media/a");
-    ASSERT_TRUE(stream);
-    EXPECT_EQ(stream.value()->seekToEnd().value(), 4);
-    EXPECT_TRUE(stream.value()->write(bytesOf("two")));
-    EXPECT_TRUE(stream.value()->close());
-    EXPECT_EQ(contents(at("/var/mobile/Media/a")), "one two");
-}
-
-TEST_P(DeviceFilesTest, OnlyRegularFilesAreOpenedAndAPipeBlocksNothing) {
+TEST_P(DeviceFilesTest, OnlyRegularFilesAreOpenedAndAPipeDoesNotBlock) {
     ASSERT_EQ(::mkfifo(at("/tmp/pipe").c_str(), 0600), 0);
     EXPECT_FALSE(files_.openForUpdating("/tmp/pipe"));
     EXPECT_FALSE(files_.read("/tmp/pipe"));
@@ -178,17 +180,10 @@ TEST_P(DeviceFilesTest, AFullDiskIsReportedByTheWriteThatDidNotFit) {
     ASSERT_TRUE(files_.createFile("/tmp/film"));
     auto stream = files_.openForUpdating("/tmp/film");
     ASSERT_TRUE(stream);
-    rlimit before{};
-    ::getrlimit(RLIMIT_FSIZE, &before);
-    ::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{100'000, before.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &small);
     const std::string chunk(60'000, 'x');
-    const int first = codeOf(stream.value()->write(bytesOf(chunk)));
-    const int second = codeOf(stream.value()->write(bytesOf(chunk)));
-    ::setrlimit(RLIMIT_FSIZE, &before);
-    EXPECT_EQ(first, 0);
-    EXPECT_EQ(second, EFBIG);
+    const FullDisk disk;
+    EXPECT_TRUE(stream.value()->write(bytesOf(chunk)));
+    EXPECT_EQ(codeOf(stream.value()->write(bytesOf(chunk))), EFBIG);
 }
 
 TEST_P(DeviceFilesTest, AMoveNeverReplacesAFile) {
@@ -246,19 +241,15 @@ TEST_P(AcrossFileSystemsTest, AMoveIsWholeAndKeepsTheTime) {
 TEST_P(AcrossFileSystemsTest, AMoveThatDoesNotFitLeavesTheFileWhole) {
     const std::string source = other_ + "/inbox/clip.mp4";
     put(source, std::string(300'000, 'v'));
-    rlimit before{};
-    ::getrlimit(RLIMIT_FSIZE, &before);
-    ::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{100'000, before.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &small);
-    const int code = codeOf(whole_.move(source, at("/var/mobile/Media/clip.mp4")));
-    ::setrlimit(RLIMIT_FSIZE, &before);
-    EXPECT_EQ(code, EFBIG);
+    {
+        const FullDisk disk;
+        EXPECT_EQ(codeOf(whole_.move(source, at("/var/mobile/Media/clip.mp4"))), EFBIG);
+    }
     EXPECT_EQ(fs::file_size(source), 300'000U);
     EXPECT_THAT(names(at("/var/mobile/Media")), IsEmpty());
 }
 
-TEST_P(AcrossFileSystemsTest, AFolderMovesWithAllThatIsInIt) {
+TEST_P(AcrossFileSystemsTest, AFolderMovesWithItsContents) {
     const std::string source = other_ + "/inbox/series.mp4";
     fs::create_directories(source + "/one/two");
     put(source + "/one/two/a", "a");
@@ -270,7 +261,7 @@ TEST_P(AcrossFileSystemsTest, AFolderMovesWithAllThatIsInIt) {
     EXPECT_EQ(fs::read_symlink(at("/var/mobile/Media/series.mp4/link")), "b");
 }
 
-TEST_P(DeviceFilesTest, RemovesFoldersWithTheirContentAndLinksWithoutTheirTargets) {
+TEST_P(DeviceFilesTest, RemovesFoldersWithTheirContentsAndLinksWithoutTheirTargets) {
     const std::string outside = base_ + "/outside";
     fs::create_directory(outside);
     put(outside + "/kept");

@@ -37,7 +37,7 @@ protected:
         outcomes_.clear();
         progress_.clear();
         const auto delivery = begin();
-        EXPECT_THAT(outcomes_, IsEmpty()) << "told before start returned";
+        EXPECT_THAT(outcomes_, IsEmpty()) << "reported before begin returned";
         EXPECT_TRUE(turnUntil([this] { return !outcomes_.empty(); }));
         turnFor(0.03);
         EXPECT_EQ(outcomes_.size(), 1U);
@@ -78,54 +78,42 @@ TEST_F(SmtpDeliveryTest, AMailGoesThroughInOneConversation) {
     EXPECT_EQ(progress_.back(), 1);
 }
 
-TEST_F(SmtpDeliveryTest, AServerThatKnowsOnlyTheOlderSignInGetsThat) {
+TEST_F(SmtpDeliveryTest, TheServerAndTheAccountDecideHowToSignIn) {
     send({.extensions = {"SIZE 1000", "AUTH LOGIN"}, .replies = {{"AUTH", "334 VXNlcm5hbWU6"}}});
     EXPECT_TRUE(succeeded()) << failure();
-    EXPECT_THAT(commands_, testing::Contains("AUTH LOGIN bWU="));
-    EXPECT_THAT(commands_, testing::Contains("czNjcmV0LXBhc3M="));
-}
-
-TEST_F(SmtpDeliveryTest, WithoutAUserNobodySignsIn) {
+    EXPECT_THAT(commands_, testing::IsSupersetOf({"AUTH LOGIN bWU=", "czNjcmV0LXBhc3M="}));
     account_.user.clear();
     send({.extensions = {}});
     EXPECT_TRUE(succeeded()) << failure();
     EXPECT_THAT(commands_, Not(testing::Contains(StartsWith("AUTH"))));
 }
 
-TEST_F(SmtpDeliveryTest, ARefusalAtAnyPointEndsItWithTheServersWords) {
+TEST_F(SmtpDeliveryTest, ARefusalAtAnyPointFailsWithTheServersReply) {
     struct Case {
-        const char* name;
         Replies replies;
         int code;
         const char* says;
     };
     const Case cases[] = {
-        {"busy", {{"greeting", "421 too busy"}}, EAGAIN, "421 too busy"},
-        {"password",
-         {{"AUTH", "535 5.7.8 bad AG1lAHMzY3JldC1wYXNz"}},
+        {{{"greeting", "421 too busy"}}, EAGAIN, "421 too busy"},
+        {{{"AUTH", "535 5.7.8 bad AG1lAHMzY3JldC1wYXNz"}},
          EACCES,
          "refused the user name or the password (535)"},
-        {"sender", {{"MAIL", "451 try later"}}, EAGAIN, "451 try later"},
-        {"recipient",
-         {{"RCPT", "550-no such\r\n550 user"}},
-         EREMOTEIO,
-         "refused the mail: 550 no such user"},
-        {"data", {{"DATA", "452 disk full"}}, EAGAIN, "452 disk full"},
-        {"message", {{"message", "554 spam"}}, EREMOTEIO, "554 spam"},
-        {"no mail server",
-         {{"greeting", "HTTP/1.1 400 Bad Request"}},
-         EPROTO,
-         "is not a mail server"},
-        {"hangs up at once", {{"greeting", ""}}, ECONNRESET, "closed the connection"},
-        {"hangs up later", {{"MAIL", ""}}, ECONNRESET, "closed the connection"},
+        {{{"MAIL", "451 try later"}}, EAGAIN, "451 try later"},
+        {{{"RCPT", "550-no such\r\n550 user"}}, EREMOTEIO, "refused the mail: 550 no such user"},
+        {{{"DATA", "452 disk full"}}, EAGAIN, "452 disk full"},
+        {{{"message", "554 spam"}}, EREMOTEIO, "554 spam"},
+        {{{"greeting", "HTTP/1.1 400 Bad Request"}}, EPROTO, "is not a mail server"},
+        {{{"greeting", ""}}, ECONNRESET, "closed the connection"},
+        {{{"MAIL", ""}}, ECONNRESET, "closed the connection"},
     };
     for (const Case& each : cases) {
         send({.replies = each.replies});
-        ASSERT_FALSE(succeeded()) << each.name;
-        EXPECT_EQ(outcomes_.front().failure().code, each.code) << each.name;
-        EXPECT_THAT(failure(), HasSubstr(each.says)) << each.name;
-        EXPECT_THAT(failure(), Not(HasSubstr(kPassword))) << each.name;
-        EXPECT_THAT(failure(), Not(HasSubstr("AG1lAHMzY3JldC1wYXNz"))) << each.name;
+        ASSERT_FALSE(succeeded()) << each.says;
+        EXPECT_EQ(outcomes_.front().failure().code, each.code) << each.says;
+        EXPECT_THAT(failure(), HasSubstr(each.says));
+        EXPECT_THAT(failure(), Not(HasSubstr(kPassword)));
+        EXPECT_THAT(failure(), Not(HasSubstr("AG1lAHMzY3JldC1wYXNz")));
     }
 }
 
@@ -141,21 +129,17 @@ TEST_F(SmtpDeliveryTest, AConnectionLostInTheMiddleOfTheMessageIsAFailure) {
     EXPECT_LT(progress_.front(), 1);
 }
 
-TEST_F(SmtpDeliveryTest, AServerThatIsNotThereIsAFailure) {
-    {
-        SmtpTestServer gone({});
-        account_.port = gone.port();
-    }
-    const auto delivery = begin();
+TEST_F(SmtpDeliveryTest, NoServerAndNoEncryptionToARemoteHostAreFailures) {
+    account_.port = SmtpTestServer({}).port();
+    auto delivery = begin();
     EXPECT_TRUE(turnUntil([this] { return !outcomes_.empty(); }));
     EXPECT_THAT(failure(), HasSubstr("cannot be reached"));
-}
 
-TEST_F(SmtpDeliveryTest, APasswordDoesNotLeaveTheMachineUnencrypted) {
+    outcomes_.clear();
     account_.host = "192.0.2.1";
-    const auto delivery = begin();
+    delivery = begin();
     EXPECT_TRUE(turnUntil([this] { return !outcomes_.empty(); }));
-    ASSERT_FALSE(succeeded());
+    ASSERT_FALSE(succeeded()) << "a password in the clear";
     EXPECT_EQ(outcomes_.front().failure().code, EPERM);
 }
 
@@ -169,14 +153,11 @@ TEST_F(SmtpDeliveryTest, ADeliveryThatIsDroppedIsSilent) {
     EXPECT_THAT(outcomes_, IsEmpty());
 }
 
-TEST_F(SmtpDeliveryTest, AServerThatDoesNotSayGoodbyeHoldsNobodyUp) {
-    for (const char* refuses : {"", "MAIL"}) {
+TEST_F(SmtpDeliveryTest, AServerThatDoesNotSayGoodbyeDelaysNobody) {
+    for (const Replies& replies : {Replies{}, Replies{{"MAIL", "550 no"}}}) {
         const auto start = std::chrono::steady_clock::now();
-        Replies replies;
-        if (*refuses)
-            replies[refuses] = "550 no";
         send({.replies = replies, .staysOpen = true});
-        EXPECT_EQ(succeeded(), !*refuses) << failure();
+        EXPECT_EQ(succeeded(), replies.empty()) << failure();
         EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
     }
 }
@@ -197,7 +178,7 @@ protected:
     TestCertificate certificate_;
 };
 
-TEST_F(EncryptedDelivery, NothingButTheGreetingIsSaidBeforeTheEncryption) {
+TEST_F(EncryptedDelivery, OnlyTheGreetingPrecedesTheEncryption) {
     send(secureServer());
     EXPECT_TRUE(succeeded()) << failure();
     EXPECT_THAT(commands_, ElementsAre(StartsWith("EHLO ["), "STARTTLS", StartsWith("*EHLO ["),
@@ -205,9 +186,7 @@ TEST_F(EncryptedDelivery, NothingButTheGreetingIsSaidBeforeTheEncryption) {
                                        "*RCPT TO:<a@example.com>", "*RCPT TO:<b@example.com>",
                                        "*DATA", "*QUIT"));
     EXPECT_THAT(received_, HasSubstr("..dot"));
-}
 
-TEST_F(EncryptedDelivery, AnEncryptedStartWorksToo) {
     account_.security = MailSecurity::TLS;
     auto behaviour = secureServer();
     behaviour.encrypted = true;
@@ -216,7 +195,7 @@ TEST_F(EncryptedDelivery, AnEncryptedStartWorksToo) {
     EXPECT_THAT(commands_.front(), StartsWith("*EHLO"));
 }
 
-TEST_F(EncryptedDelivery, AServerThatCannotBeTrustedGetsNothing) {
+TEST_F(EncryptedDelivery, AnUntrustedServerGetsNothing) {
     struct Case {
         const char* name;
         std::vector<std::string> extensions;
@@ -226,7 +205,7 @@ TEST_F(EncryptedDelivery, AServerThatCannotBeTrustedGetsNothing) {
     };
     const Case cases[] = {
         {"offers no encryption", {"AUTH PLAIN"}, "localhost", true, ""},
-        {"nobody vouches for it", {"STARTTLS"}, "localhost", false, ""},
+        {"unknown authority", {"STARTTLS"}, "localhost", false, ""},
         {"another's certificate", {"STARTTLS"}, "127.0.0.1", true, ""},
         {"speaks too soon", {"STARTTLS"}, "localhost", true, "250 AUTH PLAIN\r\n"},
     };

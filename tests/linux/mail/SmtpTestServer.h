@@ -44,7 +44,7 @@ public:
 
 private:
     void serve();
-    void converse(GIOStream* stream);
+    void converse();
     void say(const std::string& text);
     std::optional<std::string> readLine();
     bool readMessage();

@@ -3,10 +3,10 @@
 #include "platform/graphics/Bitmap.h"
 #include "platform/host/ForeignContent.h"
 
-#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <numbers>
+#include <optional>
 #include <vector>
 
 namespace vistrel {
@@ -15,7 +15,7 @@ namespace {
 constexpr UIColor kOpaque{1, 0, 0, 1};
 constexpr UIColor kTranslucent{1, 0, 0, 0.9F};
 
-/// Notes what is painted.
+/// Records what is painted.
 class Painted : public SceneVisitor {
 public:
     explicit Painted(const SceneRecording& scene) {
@@ -36,109 +36,93 @@ public:
     int open = 0;
 };
 
-/// A fill over (10, 10) to (30, 30), then what the case paints over it: whether the fill is
-/// covered.
-bool isCovered(const std::function<void(SceneVisitor& scene)>& paintOver, double pixelsPerUnit) {
+/// A paint inside what the fields say.
+struct Paint {
+    CGRect rect{};
+    UIColor color = kOpaque;
+    std::shared_ptr<const Bitmap> picture{}; ///< in place of a fill
+    CGAffineTransform transform{};
+    std::optional<CGRect> clip{};
+    double opacity = 1;
+
+    void on(SceneVisitor& scene) const {
+        scene.pushOpacity(opacity);
+        if (clip)
+            scene.pushClip(*clip);
+        scene.pushTransform(transform);
+        if (picture)
+            scene.drawPicture(rect, picture);
+        else
+            scene.fillColor(rect, color);
+        scene.pop();
+        if (clip)
+            scene.pop();
+        scene.pop();
+    }
+};
+
+/// Whether a fill over (10, 10) to (30, 30) is covered by the paints over it.
+bool isCovered(const std::vector<Paint>& paints, double pixelsPerUnit) {
     SceneRecording scene;
     scene.begin(pixelsPerUnit);
     scene.pushTransform(CGAffineTransform{});
     scene.fillColor(CGRectMake(10, 10, 20, 20), kOpaque);
     scene.pop();
-    paintOver(scene);
+    for (const Paint& paint : paints)
+        paint.on(scene);
     scene.finish();
-    const Painted painted(scene);
-    EXPECT_EQ(painted.open, 0);
+    EXPECT_EQ(Painted(scene).open, 0);
     return scene.isCovered(1);
 }
 
-TEST(SceneRecordingTest, OnlyWhatIsOpaqueAndReachesAllOfItCovers) {
+TEST(SceneRecordingTest, OnlyAnOpaquePaintThatReachesEverythingCovers) {
     const auto opaque = std::make_shared<Bitmap>(4, 4);
     opaque->setOpaque(true);
     const auto clear = std::make_shared<Bitmap>(4, 4);
     const CGRect exactly = CGRectMake(10, 10, 20, 20);
     const CGRect larger = CGRectMake(0, 0, 40, 40);
+    const CGRect clip = CGRectMake(0, 0, 25, 40);
+    const auto moved = [](double x, double y) {
+        return CGAffineTransformMakeTranslation(x, y);
+    };
     struct Case {
         const char* name;
-        std::function<void(SceneVisitor& scene)> paintOver;
+        std::vector<Paint> paints;
         bool covered;
     };
     const Case cases[] = {
-        {"nothing", [&](SceneVisitor&) {}, false},
-        {"a fill", [&](SceneVisitor& s) { s.fillColor(exactly, kOpaque); }, true},
-        {"a translucent fill", [&](SceneVisitor& s) { s.fillColor(larger, kTranslucent); }, false},
-        {"a picture", [&](SceneVisitor& s) { s.drawPicture(exactly, opaque); }, true},
-        {"a picture with holes", [&](SceneVisitor& s) { s.drawPicture(larger, clear); }, false},
-        {"a pixel too little",
-         [&](SceneVisitor& s) { s.fillColor(CGRectMake(10, 10, 20, 19), kOpaque); }, false},
-        {"a fraction too little",
-         [&](SceneVisitor& s) { s.fillColor(CGRectMake(10.1, 10, 20, 20), kOpaque); }, false},
-        {"two halves",
-         [&](SceneVisitor& s) {
-             s.fillColor(CGRectMake(10, 10, 8, 20), kOpaque);
-             s.fillColor(CGRectMake(18, 10, 12, 20), kOpaque);
-         },
-         true},
+        {"nothing", {}, false},
+        {"a fill", {{exactly}}, true},
+        {"a translucent fill", {{larger, kTranslucent}}, false},
+        {"a picture", {{.rect = exactly, .picture = opaque}}, true},
+        {"a picture with holes", {{.rect = larger, .picture = clear}}, false},
+        {"a pixel too little", {{CGRectMake(10, 10, 20, 19)}}, false},
+        {"a fraction too little", {{CGRectMake(10.1, 10, 20, 20)}}, false},
+        {"two halves", {{CGRectMake(10, 10, 8, 20)}, {CGRectMake(18, 10, 12, 20)}}, true},
         {"two halves with a seam inside a pixel",
-         [&](SceneVisitor& s) {
-             s.fillColor(CGRectMake(10, 10, 8.3, 20), kOpaque);
-             s.fillColor(CGRectMake(18.3, 10, 11.7, 20), kOpaque);
-         },
+         {{CGRectMake(10, 10, 8.3, 20)}, {CGRectMake(18.3, 10, 11.7, 20)}},
          false},
-        {"a clipped fill",
-         [&](SceneVisitor& s) {
-             s.pushClip(CGRectMake(0, 0, 25, 40));
-             s.fillColor(larger, kOpaque);
-             s.pop();
-         },
-         false},
-        {"a fill after a clip",
-         [&](SceneVisitor& s) {
-             s.pushClip(CGRectMake(0, 0, 25, 40));
-             s.pop();
-             s.fillColor(larger, kOpaque);
-         },
-         true},
-        {"a fill in a translucent group",
-         [&](SceneVisitor& s) {
-             s.pushOpacity(0.5);
-             s.pushTransform(CGAffineTransformMakeTranslation(0, 0));
-             s.fillColor(larger, kOpaque);
-             s.pop();
-             s.pop();
-         },
-         false},
+        {"a clipped fill", {{.rect = larger, .clip = clip}}, false},
+        {"a fill after a clip", {{.clip = clip}, {larger}}, true},
+        {"a fill in a translucent group", {{.rect = larger, .opacity = 0.5}}, false},
         {"a fill moved and scaled onto it",
-         [&](SceneVisitor& s) {
-             s.pushTransform(CGAffineTransformMakeTranslation(10, 10));
-             s.pushTransform(CGAffineTransformMakeScale(2, 2));
-             s.fillColor(CGRectMake(0, 0, 10, 10), kOpaque);
-             s.pop();
-             s.pop();
-         },
+         {{.rect = CGRectMake(0, 0, 10, 10),
+           .transform = CGAffineTransformMakeScale(2, 2).concat(moved(10, 10))}},
          true},
-        {"a fill moved away",
-         [&](SceneVisitor& s) {
-             s.pushTransform(CGAffineTransformMakeTranslation(1, 0));
-             s.fillColor(exactly, kOpaque);
-             s.pop();
-         },
-         false},
-        {"a turned fill, whose box would reach",
-         [&](SceneVisitor& s) {
-             s.pushTransform(CGAffineTransformMakeRotation(std::numbers::pi / 8));
-             s.fillColor(CGRectMake(-100, -100, 300, 300), kOpaque);
-             s.pop();
-         },
+        {"a fill moved away", {{.rect = exactly, .transform = moved(1, 0)}}, false},
+        {"a turned fill whose box would reach",
+         {{.rect = CGRectMake(-100, -100, 300, 300),
+           .transform = CGAffineTransformMakeRotation(std::numbers::pi / 8)}},
          false},
     };
     for (const auto& each : cases) {
         for (const double pixels : {1.0, 2.0})
-            EXPECT_EQ(isCovered(each.paintOver, pixels), each.covered)
+            EXPECT_EQ(isCovered(each.paints, pixels), each.covered)
                 << each.name << " at " << pixels;
     }
 }
 
-TEST(SceneRecordingTest, EachPaintOfAWalkIsJudgedInItsOrder) {
+TEST(SceneRecordingTest, OnlyWhatCanBeSeenIsPainted) {
     SceneRecording scene;
     scene.begin(1);
     scene.fillColor(CGRectMake(0, 0, 320, 480), kOpaque);  // under everything
@@ -158,13 +142,13 @@ TEST(SceneRecordingTest, EachPaintOfAWalkIsJudgedInItsOrder) {
 
 class Anything : public host::ForeignContent {};
 
-/// In columns of their own, so that none covers another.
+/// Each call uses another column, so that nothing is covered.
 void fillRows(SceneVisitor& scene, double left, int rows) {
     for (int row = 0; row < rows; ++row)
         scene.fillColor(CGRectMake(left, 60.0 * row, 20, 60), kOpaque);
 }
 
-TEST(SceneRecordingTest, InnermostClipsWithManyPaintsAreOneNode) {
+TEST(SceneRecordingTest, AnInnermostClipWithManyPaintsIsOneNode) {
     SceneRecording scene;
     scene.begin(1);
     scene.pushClip(CGRectMake(0, 0, 320, 480)); // holds another
