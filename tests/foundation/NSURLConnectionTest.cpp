@@ -1,5 +1,6 @@
 #include "platform/foundation/NSURLConnection.h"
 
+#include "platform/foundation/FinalAddress.h"
 #include "platform/foundation/NSError.h"
 #include "platform/foundation/NSURLCredentialStorage.h"
 #include "platform/foundation/NSURLResponse.h"
@@ -14,6 +15,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::UnorderedElementsAre;
 
 constexpr const char* kURL = "http://site/clip.mp4";
 
@@ -181,6 +183,21 @@ TEST_F(NSURLConnectionTest, FollowsRedirectsAndReportsTheFinalAddress) {
     EXPECT_THAT(recorder_->events,
                 ElementsAre("redirect 301 GET http://site/b", "redirect 307 GET https://other/c",
                             "response 200 audio/mpeg 4 https://other/c", "finish"));
+}
+
+TEST_F(NSURLConnectionTest, TheFinalAddressIsFoundWithoutTheBody) {
+    network().at(kURL).redirectsTo("http://site/b", 302);
+    network().at("http://site/b").redirectsTo("https://other/film", 307);
+    network().at("https://other/film").type("video/mp4").body("a long film").stallsAfter(3);
+    network().at("http://site/gone").fails(host::TransferErrorKind::CannotConnect, "refused");
+    std::vector<std::string> found;
+    for (const char* start : {kURL, "http://site/gone"})
+        findFinalAddress(*NSURL::URLWithString(start), [&](const std::optional<NSURL>& address) {
+            found.push_back(address ? address->absoluteString() : "nothing");
+        });
+    turn();
+    EXPECT_THAT(found, UnorderedElementsAre("https://other/film", "nothing"));
+    EXPECT_EQ(network().runningTransfers(), 0);
 }
 
 TEST_F(NSURLConnectionTest, APostBecomesAGetWhereBrowsersMakeItOne) {

@@ -1,5 +1,7 @@
 #include "platform/linux/main/LinuxHost.h"
 
+#include "platform/foundation/FinalAddress.h"
+#include "platform/foundation/NSURLCredentialStorage.h"
 #include "platform/linux/files/DeviceRoot.h"
 #include "platform/linux/files/StrayFiles.h"
 
@@ -96,6 +98,23 @@ MediaSetup LinuxHost::mediaSetup() {
     MediaSetup setup;
     setup.cookieJar = [this] {
         return network_.cookieJar();
+    };
+    setup.credential = [](const std::string& address) -> std::optional<StreamCredential> {
+        const auto url = NSURL::URLWithString(address);
+        const auto& storage = NSURLCredentialStorage::sharedCredentialStorage();
+        const auto* known = url ? storage.credentialForURL(*url) : nullptr;
+        if (!known)
+            return std::nullopt;
+        return StreamCredential{known->user, known->password};
+    };
+    setup.followRedirects = [](const std::string& address,
+                               const std::function<void(const std::string&)>& found) {
+        const auto url = NSURL::URLWithString(address);
+        if (!url)
+            return found({});
+        findFinalAddress(*url, [found](const std::optional<NSURL>& final) {
+            found(final ? final->absoluteString() : std::string());
+        });
     };
     setup.machinePath = [this](const std::string& path) {
         return files_.machinePath(path);

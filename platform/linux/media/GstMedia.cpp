@@ -69,6 +69,14 @@ PlaybackSource GstMedia::sourceOf(const std::string& url) const {
         source.url = url;
         source.cookies = cookiesFor(setup_.cookieJar ? setup_.cookieJar() : nullptr, url);
         source.userAgent = setup_.userAgent;
+        if (setup_.credential)
+            source.credential = setup_.credential(url);
+        if (setup_.followRedirects)
+            source.followRedirect = [this, url](const PlaybackSource::Found& found) {
+                setup_.followRedirects(url, [this, found](const std::string& address) {
+                    found(address.empty() ? std::nullopt : std::optional(sourceOf(address)));
+                });
+            };
         return source;
     }
     if (char* address = g_filename_to_uri(setup_.machinePath(path).c_str(), nullptr, nullptr)) {

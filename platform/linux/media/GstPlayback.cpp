@@ -15,6 +15,7 @@ double secondsOf(GstClockTime time) {
 }
 
 constexpr double kSecondsBetweenQuestions = 0.1;
+constexpr int kMostRedirects = 5; ///< each may be a whole chain
 
 GstClockTime clockTimeOf(double seconds) {
     return static_cast<GstClockTime>(std::max(0.0, seconds) * GST_SECOND);
@@ -32,7 +33,7 @@ GstPlayback::~GstPlayback() {
 }
 
 void GstPlayback::open() {
-    if (play_)
+    if (play_ || redirecting_)
         return;
     play_ = gst_play_new(nullptr);
     GstStructure* config = gst_play_get_config(play_);
@@ -50,6 +51,7 @@ void GstPlayback::open() {
     gst_bus_add_signal_watch(bus_.get());
     connections_ = {dressSource(pipeline, source_),
                     watchRequests(pipeline, weakly(this, &GstPlayback::stateRequested)),
+                    watchRedirects(pipeline, stoppedAtRedirect_),
                     connectSignal<void(GstMessage*)>(bus_.get(), "message",
                                                      weakly(this, &GstPlayback::received))};
     gst_object_unref(pipeline);
@@ -74,7 +76,8 @@ void GstPlayback::prepare() {
     if (failed_ || playing_)
         return;
     open();
-    gst_play_pause(play_);
+    if (play_)
+        gst_play_pause(play_);
 }
 
 bool GstPlayback::play() {
@@ -84,7 +87,8 @@ bool GstPlayback::play() {
     open();
     playing_ = true;
     interrupted_ = false;
-    gst_play_play(play_);
+    if (play_)
+        gst_play_play(play_);
     return true;
 }
 
@@ -97,7 +101,7 @@ void GstPlayback::pause() {
 
 void GstPlayback::stop() {
     position_ = currentTime();
-    playing_ = false;
+    playing_ = redirecting_ = false;
     close();
 }
 
@@ -191,7 +195,8 @@ void GstPlayback::received(GstMessage* message) {
         gst_play_message_parse_error(message, &error, nullptr);
         const std::string text = error ? error->message : "unknown";
         g_clear_error(&error);
-        fail(text);
+        if (!*stoppedAtRedirect_ || !followRedirect(text))
+            fail(text);
         break;
     }
     default:
@@ -229,6 +234,35 @@ void GstPlayback::fail(const std::string& message) {
     playing_ = false;
     if (client_)
         client_->playbackDidFail(message);
+}
+
+bool GstPlayback::followRedirect(const std::string& message) {
+    if (!source_.followRedirect || failed_ || redirects_ == kMostRedirects)
+        return false;
+    ++redirects_;
+    *stoppedAtRedirect_ = false;
+    position_ = currentTime();
+    close();
+    redirecting_ = true;
+    source_.followRedirect(
+        weakly(this, [message](GstPlayback& self, std::optional<PlaybackSource> source) {
+            self.redirected(std::move(source), message);
+        }));
+    return true;
+}
+
+void GstPlayback::redirected(std::optional<PlaybackSource> source, const std::string& message) {
+    if (!std::exchange(redirecting_, false))
+        return; // stopped
+    if (!source) {
+        fail(message);
+        return;
+    }
+    source_ = std::move(*source);
+    if (playing_)
+        play();
+    else
+        prepare();
 }
 
 void GstPlayback::stateRequested(GstState state) {

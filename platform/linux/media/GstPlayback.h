@@ -2,24 +2,33 @@
 #include "platform/host/Media.h"
 #include "platform/linux/NativeCallback.h"
 #include "platform/linux/NativeReference.h"
+#include "platform/linux/media/MediaSetup.h"
 #include "platform/linux/media/SoundOutput.h"
 #include "platform/linux/media/VideoPicture.h"
 
 #include <gst/play/play.h>
 
 #include <array>
+#include <atomic>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace vistrel {
 
-/// What is to be played.
+/// What to play.
 struct PlaybackSource {
     std::string url;                  ///< machine address
     std::vector<std::string> cookies; ///< "name=value", for http sources
+    std::optional<StreamCredential> credential;
     std::string userAgent;
-    double duration = 0; ///< seconds where it is known beforehand; wins over the pipeline's guess
+    double duration = 0; ///< seconds if known beforehand; overrides the pipeline's guess
+    /// Finds the source that a redirected address leads to. The streaming library would send
+    /// cookies and credentials along to any server, so a source that has some stops at a redirect.
+    using Found = std::function<void(std::optional<PlaybackSource>)>;
+    std::function<void(Found found)> followRedirect;
 };
 
 /// One player over GstPlay. Its pipeline runs on its own threads and reports through a message bus
@@ -61,6 +70,9 @@ private:
     void stateChanged(GstPlayState state);
     void tellWhenReady();
     void fail(const std::string& message);
+    /// Plays what a redirect leads to; whether that is being found out.
+    bool followRedirect(const std::string& message);
+    void redirected(std::optional<PlaybackSource> source, const std::string& message);
     /// A server without ranges cannot be seeked in; trying would end the playback.
     bool isSeekable() const;
     bool hasStreams() const;
@@ -77,12 +89,17 @@ private:
     host::PlaybackClient* client_ = nullptr;
     GstPlay* play_ = nullptr;
     NativeReference<GstBus> bus_; ///< what GstPlay reports
-    std::array<SignalConnection, 3> connections_;
+    std::array<SignalConnection, 4> connections_;
     bool playing_ = false; ///< wanted
     bool opened_ = false;  ///< paused or playing
     bool ready_ = false;
     bool stalled_ = false;
     bool failed_ = false;
+    /// Set on the pipeline's threads.
+    std::shared_ptr<std::atomic<bool>> stoppedAtRedirect_ =
+        std::make_shared<std::atomic<bool>>(false);
+    bool redirecting_ = false; ///< there is no pipeline until the new address is known
+    int redirects_ = 0;
     bool interrupted_ = false;
     float volume_ = 1;
     NativeReference<GstElement> loudness_; ///< the pipeline's element for the volume

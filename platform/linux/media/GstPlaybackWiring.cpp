@@ -6,19 +6,39 @@ namespace vistrel {
 
 namespace {
 
-void dress(GstElement* element, const std::vector<std::string>& cookies, const std::string& agent) {
+/// What an HTTP source sends with its requests.
+struct Dress {
+    std::vector<std::string> cookies;
+    std::optional<StreamCredential> credential;
+    std::string userAgent;
+};
+
+void dress(GstElement* element, const Dress& what) {
     GObjectClass* type = G_OBJECT_GET_CLASS(element);
-    if (!agent.empty() && g_object_class_find_property(type, "user-agent"))
-        g_object_set(element, "user-agent", agent.c_str(), nullptr);
-    if (cookies.empty() || !g_object_class_find_property(type, "cookies"))
+    if (!g_object_class_find_property(type, "cookies"))
         return;
+    if (!what.userAgent.empty())
+        g_object_set(element, "user-agent", what.userAgent.c_str(), nullptr);
+    if (what.credential)
+        g_object_set(element, "user-id", what.credential->user.c_str(), "user-pw",
+                     what.credential->password.c_str(), nullptr);
     std::vector<const char*> fields;
-    fields.reserve(cookies.size() + 1);
-    for (const std::string& cookie : cookies)
+    fields.reserve(what.cookies.size() + 1);
+    for (const std::string& cookie : what.cookies)
         fields.push_back(cookie.c_str());
     fields.push_back(nullptr);
-    // The source would send them on to wherever a redirect leads.
-    g_object_set(element, "cookies", fields.data(), "automatic-redirect", FALSE, nullptr);
+    // The source would send secrets on to wherever a redirect leads.
+    const bool hasSecrets = what.credential || !what.cookies.empty();
+    g_object_set(element, "cookies", fields.data(), "automatic-redirect",
+                 static_cast<gboolean>(!hasSecrets), nullptr);
+}
+
+/// `received` runs on the pipeline's threads.
+SignalConnection watchMessages(GstElement* pipeline, const char* signal,
+                               std::function<void(GstMessage*)> received) {
+    const auto bus = NativeReference<GstBus>::adopt(gst_element_get_bus(pipeline));
+    gst_bus_enable_sync_message_emission(bus.get());
+    return connectSignal<void(GstMessage*)>(bus.get(), signal, std::move(received));
 }
 
 constexpr guint kRetirement = 100; ///< milliseconds
@@ -51,23 +71,32 @@ NativeReference<GstElement> insertVolume(GstElement* pipeline) {
 SignalConnection dressSource(GstElement* pipeline, const PlaybackSource& source) {
     return connectSignal<void(GstElement*)>(
         pipeline, "source-setup",
-        [cookies = source.cookies, agent = source.userAgent](GstElement* element) {
-            dress(element, cookies, agent);
+        [what = Dress{source.cookies, source.credential, source.userAgent}](GstElement* element) {
+            dress(element, what);
         });
 }
 
 SignalConnection watchRequests(GstElement* pipeline,
                                std::function<void(GstState state)> requested) {
-    const auto bus = NativeReference<GstBus>::adopt(gst_element_get_bus(pipeline));
-    gst_bus_enable_sync_message_emission(bus.get());
-    // On the pipeline's threads.
-    return connectSignal<void(GstMessage*)>(
-        bus.get(), "sync-message::request-state",
-        [requested = std::move(requested)](GstMessage* message) {
-            GstState state{};
-            gst_message_parse_request_state(message, &state);
-            callLater([requested, state] { requested(state); });
-        });
+    return watchMessages(pipeline, "sync-message::request-state",
+                         [requested = std::move(requested)](GstMessage* message) {
+                             GstState state{};
+                             gst_message_parse_request_state(message, &state);
+                             callLater([requested, state] { requested(state); });
+                         });
+}
+
+SignalConnection watchRedirects(GstElement* pipeline, std::shared_ptr<std::atomic<bool>> stopped) {
+    return watchMessages(pipeline, "sync-message::error",
+                         [stopped = std::move(stopped)](GstMessage* message) {
+                             const GstStructure* details = nullptr;
+                             gst_message_parse_error_details(message, &details);
+                             guint status = 0;
+                             if (details)
+                                 gst_structure_get_uint(details, "http-status-code", &status);
+                             if (status / 100 == 3)
+                                 *stopped = true;
+                         });
 }
 
 void retire(GstPlay* play) {

@@ -3,17 +3,22 @@
 #include "platform/linux/NativeReference.h"
 #include "platform/linux/media/GstPlayback.h"
 
+#include <atomic>
 #include <functional>
+#include <memory>
 
 namespace vistrel {
 
 /// Where the volume is set from now on. The pipeline leaks its own volume element with each player.
 NativeReference<GstElement> insertVolume(GstElement* pipeline);
-/// Gives cookies and agent to sources that take them.
+/// Gives cookies, credential and agent to HTTP sources.
 [[nodiscard]] SignalConnection dressSource(GstElement* pipeline, const PlaybackSource& source);
 /// Calls `requested` on the main loop when the sound server asks for a state.
 [[nodiscard]] SignalConnection watchRequests(GstElement* pipeline,
                                              std::function<void(GstState state)> requested);
+/// Sets `stopped` before the pipeline reports that its source has stopped at a redirect.
+[[nodiscard]] SignalConnection watchRedirects(GstElement* pipeline,
+                                              std::shared_ptr<std::atomic<bool>> stopped);
 /// Stops the pipeline at once and releases it a little later, taking over the reference.
 void retire(GstPlay* play);
 

@@ -21,6 +21,13 @@ using testing::SizeIs;
 
 using Clock = std::chrono::steady_clock;
 
+std::string basic(const std::string& login) {
+    char* encoded = g_base64_encode(reinterpret_cast<const guchar*>(login.data()), login.size());
+    const std::string field = std::string("Basic ") + encoded;
+    g_free(encoded);
+    return field;
+}
+
 double secondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
@@ -196,15 +203,14 @@ TEST_F(MoviePlaybackTest, WhatIsNoFilmFailsOnceAndCanNotBePlayed) {
     }
 }
 
-TEST_F(MoviePlaybackTest, AFilmBehindALoginStreamsWithTheCookiesOfItsAddressOnly) {
-    serveFilm("/members/film.mp4", {});
-    GUri* uri =
-        g_uri_parse(server_.url("/members/").c_str(), GUriFlags(SOUP_HTTP_URI_FLAGS), nullptr);
-    soup_cookie_jar_set_cookie(jar_, uri, "session=open; Path=/members; HttpOnly");
-    soup_cookie_jar_set_cookie(jar_, uri, "member=7; Path=/members");
-    soup_cookie_jar_set_cookie(jar_, uri, "other=no; Path=/elsewhere");
-    g_uri_unref(uri);
-    auto playback = movie(server_.url("/members/film.mp4"));
+TEST_F(MoviePlaybackTest, AFilmBehindALoginStreamsWithTheSecretsOfItsAddressOnly) {
+    serveFilm("/members/film.mp4", {.login = "me:sesame"});
+    const std::string url = server_.url("/members/film.mp4");
+    setCookie(url, "session=open; Path=/members; HttpOnly");
+    setCookie(url, "member=7; Path=/members");
+    setCookie(url, "other=no; Path=/elsewhere");
+    credentials_[url] = {"me", "sesame"};
+    auto playback = movie(url);
     playback->play();
     ASSERT_TRUE(framesPass(*playback, 5));
     EXPECT_THAT(server_.seen("/members/film.mp4").at(0).cookie,
@@ -212,26 +218,57 @@ TEST_F(MoviePlaybackTest, AFilmBehindALoginStreamsWithTheCookiesOfItsAddressOnly
         << "one field";
 }
 
-TEST_F(MoviePlaybackTest, ARedirectIsFollowedButNeverWithCookies) {
+TEST_F(MoviePlaybackTest, ARedirectIsFollowedWithTheSecretsOfEachAddressOnly) {
     TestPageServer elsewhere;
-    serveFilm("/film.mp4", {});
-    elsewhere.serve("/start.mp4",
-                    {302, "text/plain", "", {{"Location", server_.url("/film.mp4")}}});
+    const std::string film = server_.url("/film.mp4");
     const std::string start = elsewhere.url("/start.mp4");
-    auto open = movie(start);
-    open->play();
-    ASSERT_TRUE(framesPass(*open, 5));
-    open.reset();
+    redirects_[start] = film;
+    const struct {
+        const char* cookieAtStart;
+        const char* loginAtStart;
+        const char* cookieOfFilm;
+        const char* loginOfFilm;
+    } roads[] = {{"", "", "", ""},
+                 {"secret=1", "", "", ""},
+                 {"", "me:first", "", ""},
+                 {"secret=1", "me:first", "film=2", "me:second"}};
+    for (const auto& road : roads) {
+        SCOPED_TRACE(std::string(road.cookieAtStart) + " " + road.loginAtStart);
+        serveFilm("/film.mp4", {.login = road.loginOfFilm});
+        elsewhere.serve("/start.mp4",
+                        {302, "text/plain", "", {{"Location", film}}, road.loginAtStart});
+        credentials_.clear();
+        clearCookies();
+        for (const auto& [url, cookie, login] :
+             {std::tuple{start, road.cookieAtStart, road.loginAtStart},
+              std::tuple{film, road.cookieOfFilm, road.loginOfFilm}}) {
+            if (*cookie)
+                setCookie(url, std::string(cookie) + "; Path=" + url.substr(url.rfind('/')));
+            if (*login)
+                credentials_[url] = {"me", std::string(login).substr(3)};
+        }
+        auto playback = movie(start);
+        playback->play();
+        ASSERT_TRUE(framesPass(*playback, 5));
+        EXPECT_EQ(elsewhere.seen("/start.mp4").back().cookie, road.cookieAtStart);
+        EXPECT_EQ(server_.seen("/film.mp4").back().cookie, road.cookieOfFilm);
+        for (const auto& request : server_.seen("/film.mp4"))
+            EXPECT_THAT(request.authorization, testing::AnyOf("", basic("me:second")));
+    }
+}
 
-    GUri* uri = g_uri_parse(start.c_str(), GUriFlags(SOUP_HTTP_URI_FLAGS), nullptr);
-    soup_cookie_jar_set_cookie(jar_, uri, "secret=1; Path=/start.mp4");
-    g_uri_unref(uri);
-    auto playback = movie(start);
-    playback->play();
-    ASSERT_TRUE(turnUntil([&] { return !client_.failures.empty(); }));
-    EXPECT_EQ(elsewhere.seen("/start.mp4").back().cookie, "secret=1");
-    for (const auto& request : server_.seen("/film.mp4"))
-        EXPECT_EQ(request.cookie, "");
+TEST_F(MoviePlaybackTest, ARedirectThatLeadsNowhereFails) {
+    server_.serve("/start.mp4", {302, "text/plain", "", {{"Location", "/loop.mp4"}}});
+    const std::string start = server_.url("/start.mp4");
+    setCookie(start, "secret=1; Path=/start.mp4");
+    for (const std::string& target : {std::string(), start}) {
+        client_ = {};
+        redirects_[start] = target;
+        auto playback = movie(start);
+        playback->play();
+        ASSERT_TRUE(turnUntil([&] { return !client_.failures.empty(); })) << target;
+        EXPECT_FALSE(playback->isPlaying());
+    }
 }
 
 TEST_F(MoviePlaybackTest, StoppedItGivesUpTheFileAndPlaysOnFromThereWhenAskedAgain) {

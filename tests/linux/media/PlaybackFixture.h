@@ -1,12 +1,16 @@
 #pragma once
 #include "platform/host/Media.h"
+#include "platform/linux/NativeCallback.h"
 #include "platform/linux/media/GstMedia.h"
 #include "tests/linux/MainLoop.h"
 
 #include <gtest/gtest.h>
 #include <libsoup/soup.h>
 
+#include <functional>
+#include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,6 +38,14 @@ protected:
         setup.cookieJar = [this] {
             return jar_;
         };
+        setup.credential = [this](const std::string& url) -> std::optional<StreamCredential> {
+            const auto known = credentials_.find(url);
+            return known == credentials_.end() ? std::nullopt : std::optional(known->second);
+        };
+        setup.followRedirects = [this](const std::string& url,
+                                       const std::function<void(const std::string&)>& found) {
+            callLater([target = redirects_[url], found] { found(target); });
+        };
         setup.machinePath = [](const std::string& path) {
             return SAMPLES_FOLDER + path;
         };
@@ -53,7 +65,20 @@ protected:
         return std::move(made.value());
     }
 
+    void setCookie(const std::string& url, const std::string& cookie) {
+        GUri* uri = g_uri_parse(url.c_str(), GUriFlags(SOUP_HTTP_URI_FLAGS), nullptr);
+        soup_cookie_jar_set_cookie(jar_, uri, cookie.c_str());
+        g_uri_unref(uri);
+    }
+
+    void clearCookies() {
+        g_object_unref(jar_);
+        jar_ = soup_cookie_jar_new();
+    }
+
     SoupCookieJar* jar_ = soup_cookie_jar_new();
+    std::map<std::string, StreamCredential> credentials_; ///< by address
+    std::map<std::string, std::string> redirects_;        ///< to the address that answers
     std::vector<std::string> log_;
     std::unique_ptr<GstMedia> media_;
     PlaybackRecorder client_;
