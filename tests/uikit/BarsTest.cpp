@@ -21,42 +21,39 @@ protected:
         const std::string& title, std::function<void()> action = [] {}) {
         return UIBarButtonItem::withTitle(title, UIBarButtonItemStyle::Bordered, std::move(action));
     }
-    CGRect place(const std::string& label) {
-        pixelOf(screen(), 0, 0);
-        const auto view = find(UIAccessibilityRole::Button, label);
-        return view ? view->convertRectToView(view->bounds(), nullptr) : CGRect{};
+    /// A toolbar in the window.
+    std::shared_ptr<UIToolbar> toolbar() {
+        const auto bar = std::make_shared<UIToolbar>(CGRectMake(0, 436, 320, 44));
+        window().addSubview(bar);
+        return bar;
+    }
+    std::shared_ptr<UINavigationBar> navigationBar() {
+        const auto bar = std::make_shared<UINavigationBar>(CGRectMake(0, 20, 320, 44));
+        window().addSubview(bar);
+        return bar;
     }
 };
 
 TEST_F(Bars, FlexibleSpacesShareWhatTheButtonsLeave) {
-    const auto bar = std::make_shared<UIToolbar>(CGRectMake(0, 436, 320, 44));
-    window().addSubview(bar);
+    const auto bar = toolbar();
     const auto space =
         UIBarButtonItem::withBarButtonSystemItem(UIBarButtonSystemItem::FlexibleSpace, {});
-    const auto image = plainImage(20, 20, 0xFFFFFFFF);
-    const auto plain = [&](const std::string& label) {
-        auto item = UIBarButtonItem::withImage(image, UIBarButtonItemStyle::Plain, {});
+    const auto plain = [](const std::string& label) {
+        auto item = UIBarButtonItem::withImage(plainImage(20, 20, 0xFFFFFFFF),
+                                               UIBarButtonItemStyle::Plain, {});
         item->setAccessibilityLabel(label);
         return item;
     };
-    bar->setItems({plain("back"), space, plain("home"), space,
-                   UIBarButtonItem::withBarButtonSystemItem(UIBarButtonSystemItem::Refresh, {}),
-                   space, plain("forward")});
-    const std::vector<CGRect> places{place("back"), place("home"), place("Refresh"),
-                                     place("forward")};
-    EXPECT_LT(places[0].minX(), 10);
-    EXPECT_GT(places[3].maxX(), 310);
-    for (std::size_t index = 1; index < places.size(); ++index) {
-        EXPECT_NEAR(places[index].midX() - places[index - 1].midX(),
-                    places[1].midX() - places[0].midX(), 1);
-    }
+    bar->setItems({plain("back"), space, plain("home"), space, plain("forward")});
+    EXPECT_LT(placeOfButton("back").minX(), 10);
+    EXPECT_NEAR(placeOfButton("home").midX(), 160, 1);
+    EXPECT_GT(placeOfButton("forward").maxX(), 310);
     bar->setFrame(CGRectMake(0, 276, 480, 44));
-    EXPECT_GT(place("forward").maxX(), 470);
+    EXPECT_GT(placeOfButton("forward").maxX(), 470);
 }
 
-TEST_F(Bars, ASwappedItemTakesThePlaceAndTheRestStays) {
-    const auto bar = std::make_shared<UIToolbar>(CGRectMake(0, 436, 320, 44));
-    window().addSubview(bar);
+TEST_F(Bars, AReplacedItemTakesThePlaceOfTheOld) {
+    const auto bar = toolbar();
     std::string heard;
     const auto refresh = UIBarButtonItem::withBarButtonSystemItem(UIBarButtonSystemItem::Refresh,
                                                                   [&] { heard += "refresh "; });
@@ -67,19 +64,18 @@ TEST_F(Bars, ASwappedItemTakesThePlaceAndTheRestStays) {
         heard += "home ";
     });
     bar->setItems({home, refresh});
-    const CGRect old = place("Refresh");
+    const CGRect old = placeOfButton("Refresh");
     bar->setItems({home, stop});
-    EXPECT_EQ(place("Stop"), old);
-    EXPECT_EQ(place("Refresh"), CGRect{});
+    EXPECT_EQ(placeOfButton("Stop"), old);
+    EXPECT_EQ(placeOfButton("Refresh"), CGRect{});
     tapButton("Stop");
     tapButton("Home");
     EXPECT_EQ(heard, "stop home ");
     EXPECT_THAT(labels(UIAccessibilityRole::Button, *bar), ElementsAre("Stop"));
 }
 
-TEST_F(Bars, ADisabledItemIsSeenAndFeltAsSuch) {
-    const auto bar = std::make_shared<UIToolbar>(CGRectMake(0, 436, 320, 44));
-    window().addSubview(bar);
+TEST_F(Bars, ADisabledItemIsFaintAndDoesNothing) {
+    const auto bar = toolbar();
     int presses = 0;
     const auto item = titled("Go", [&] { ++presses; });
     bar->setItems({item});
@@ -103,27 +99,24 @@ TEST_F(Bars, ADisabledItemIsSeenAndFeltAsSuch) {
     EXPECT_THAT(labels(UIAccessibilityRole::Button, *bar), ElementsAre("Went"));
 }
 
-TEST_F(Bars, TheBackButtonBearsThePreviousTitle) {
-    struct Case {
-        std::string previous;
-        std::string button;
-    };
-    const Case cases[] = {{"Vistrel", "Vistrel"},
-                          {"", "Back"},
-                          {"http://a.very.long.address.example.com/with/a/path", "Back"}};
-    for (const Case& test : cases) {
+TEST_F(Bars, TheBackButtonHasThePreviousTitle) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"Vistrel", "Vistrel"},
+        {"", "Back"},
+        {"http://a.very.long.address.example.com/with/a/path", "Back"}};
+    for (const auto& [previous, button] : cases) {
         const auto root = std::make_shared<UIViewController>();
-        root->setTitle(test.previous);
+        root->setTitle(previous);
         const auto navigation = UINavigationController::withRootViewController(root);
         window().addSubview(navigation->view());
         const auto next = std::make_shared<UIViewController>();
         next->setTitle("Next");
         navigation->pushViewController(next, false);
         EXPECT_THAT(labels(UIAccessibilityRole::Button, *navigation->navigationBar()),
-                    ElementsAre(test.button));
+                    ElementsAre(button));
         EXPECT_THAT(labels(UIAccessibilityRole::Heading, *navigation->navigationBar()),
                     ElementsAre("Next"));
-        tapButton(test.button);
+        tapButton(button);
         advance(1);
         EXPECT_EQ(navigation->topViewController(), root);
         EXPECT_THAT(labels(UIAccessibilityRole::Button, *navigation->navigationBar()), IsEmpty());
@@ -131,9 +124,8 @@ TEST_F(Bars, TheBackButtonBearsThePreviousTitle) {
     }
 }
 
-TEST_F(Bars, ALeftItemStandsInTheBackButtonsPlace) {
-    const auto bar = std::make_shared<UINavigationBar>();
-    window().addSubview(bar);
+TEST_F(Bars, ALeftItemReplacesTheBackButton) {
+    const auto bar = navigationBar();
     bar->pushNavigationItem(std::make_shared<UINavigationItem>("One"), false);
     const auto item = std::make_shared<UINavigationItem>("Two");
     item->setLeftBarButtonItem(titled("Donate"));
@@ -141,7 +133,7 @@ TEST_F(Bars, ALeftItemStandsInTheBackButtonsPlace) {
     bar->pushNavigationItem(item, false);
     EXPECT_THAT(labels(UIAccessibilityRole::Button, *bar),
                 testing::UnorderedElementsAre("Donate", "Done"));
-    EXPECT_GT(place("Done").minX(), place("Donate").maxX());
+    EXPECT_GT(placeOfButton("Done").minX(), placeOfButton("Donate").maxX());
     item->setLeftBarButtonItem(nullptr);
     EXPECT_THAT(labels(UIAccessibilityRole::Button, *bar),
                 testing::UnorderedElementsAre("One", "Done"));
@@ -150,9 +142,8 @@ TEST_F(Bars, ALeftItemStandsInTheBackButtonsPlace) {
     EXPECT_EQ(bar->topItem()->title(), "One");
 }
 
-TEST_F(Bars, ARightItemComesAndGoesByFading) {
-    const auto bar = std::make_shared<UINavigationBar>(CGRectMake(0, 20, 320, 44));
-    window().addSubview(bar);
+TEST_F(Bars, ARightItemFadesInAndOut) {
+    const auto bar = navigationBar();
     const auto item = std::make_shared<UINavigationItem>("Music");
     bar->pushNavigationItem(item, false);
     const auto spinner =
@@ -178,16 +169,15 @@ TEST_F(Bars, ARightItemComesAndGoesByFading) {
 }
 
 TEST_F(Bars, ALongTitleEndsBeforeTheButtons) {
-    const auto bar = std::make_shared<UINavigationBar>();
-    window().addSubview(bar);
+    const auto bar = navigationBar();
     const auto item = std::make_shared<UINavigationItem>(std::string(80, 'W'));
     item->setRightBarButtonItem(titled("Edit"));
     bar->pushNavigationItem(std::make_shared<UINavigationItem>("Vistrel"), false);
     bar->pushNavigationItem(item, false);
     const auto title = find(UIAccessibilityRole::Heading, item->title());
     ASSERT_NE(title, nullptr);
-    EXPECT_GE(title->frame().minX(), place("Vistrel").maxX());
-    EXPECT_LE(title->frame().maxX(), place("Edit").minX());
+    EXPECT_GE(title->frame().minX(), placeOfButton("Vistrel").maxX());
+    EXPECT_LE(title->frame().maxX(), placeOfButton("Edit").minX());
     item->setTitle("Short");
     pixelOf(*bar, 0, 0);
     EXPECT_NEAR(find(UIAccessibilityRole::Heading, "Short")->frame().midX(), 160, 1);

@@ -58,70 +58,51 @@ TEST_F(Controls, AButtonSendsWhatTheFingerDid) {
     EXPECT_THAT(heard, testing::IsEmpty());
 }
 
-TEST_F(Controls, AButtonThatDisablesItselfWhilePressedFinishesQuietly) {
-    const auto button = std::make_shared<UIButton>(CGRectMake(40, 40, 100, 44));
+TEST_F(Controls, AnActionMayDisableOrRemoveItsButton) {
+    auto button = std::make_shared<UIButton>(CGRectMake(40, 40, 100, 44));
+    const std::weak_ptr<UIButton> weak = button;
     int presses = 0;
-    button->addTarget(
-        [&] {
-            ++presses;
-            button->setEnabled(false);
-        },
-        UIControlEventTouchUpInside);
+    button->addTarget([weak] { weak.lock()->setEnabled(false); }, UIControlEventTouchUpInside);
+    button->addTarget([&] { ++presses; }, UIControlEventTouchUpInside);
     window().addSubview(button);
     tap(*button);
     tap(*button);
     EXPECT_EQ(presses, 1);
-}
-
-TEST_F(Controls, AnActionMayRemoveItsButton) {
-    auto button = std::make_shared<UIButton>(CGRectMake(40, 40, 100, 44));
-    const std::weak_ptr<UIButton> weak = button;
-    int after = 0;
+    button->setEnabled(true);
     button->addTarget([weak] { weak.lock()->removeFromSuperview(); }, UIControlEventTouchUpInside);
-    button->addTarget([&] { ++after; }, UIControlEventTouchUpInside);
-    window().addSubview(button);
     button.reset();
     tap(CGPoint{60, 60});
-    EXPECT_EQ(after, 1);
+    EXPECT_EQ(presses, 2);
     EXPECT_TRUE(weak.expired());
 }
 
-TEST_F(Controls, APressedPictureIsDarkerUnlessToldOtherwise) {
+TEST_F(Controls, APressedPictureIsDarkerAndADisabledOneFainter) {
     struct Case {
         bool adjusts;
         bool hasPressedPicture;
-        std::uint32_t expected;
+        std::uint32_t pressed;
     };
     const Case cases[] = {
         {true, false, 0xFF8C0000}, {false, false, kOpaqueRed}, {true, true, kOpaqueGreen}};
-    for (const bool background : {false, true}) {
+    for (const auto set : {&UIButton::setImageForState, &UIButton::setBackgroundImageForState}) {
         for (const Case& test : cases) {
             UIButton button(CGRectMake(0, 0, 20, 20));
-            const auto set =
-                background ? &UIButton::setBackgroundImageForState : &UIButton::setImageForState;
             (button.*set)(plainImage(20, 20, kOpaqueRed), UIControlState::Normal);
             if (test.hasPressedPicture)
                 (button.*set)(plainImage(20, 20, kOpaqueGreen), UIControlState::Highlighted);
             button.setAdjustsImageWhenHighlighted(test.adjusts);
             EXPECT_EQ(pixelOf(button, 10, 10), kOpaqueRed);
             button.setHighlighted(true);
-            EXPECT_EQ(pixelOf(button, 10, 10), test.expected);
+            EXPECT_EQ(pixelOf(button, 10, 10), test.pressed);
             button.setHighlighted(false);
             EXPECT_EQ(pixelOf(button, 10, 10), kOpaqueRed);
+            button.setEnabled(false);
+            EXPECT_NEAR(alpha(pixelOf(button, 10, 10)), 0.45 * 255, 3);
         }
     }
 }
 
-TEST_F(Controls, ADisabledPictureIsFainter) {
-    const auto button = std::make_shared<UIButton>(CGRectMake(0, 0, 20, 20));
-    button->setImageForState(plainImage(20, 20, kOpaqueRed), UIControlState::Normal);
-    button->setEnabled(false);
-    EXPECT_NEAR(alpha(pixelOf(*button, 10, 10)), 0.45 * 255, 3);
-    button->setEnabled(true);
-    EXPECT_EQ(pixelOf(*button, 10, 10), kOpaqueRed);
-}
-
-TEST_F(Controls, APictureStandsInTheMiddleAndABackgroundIsStretched) {
+TEST_F(Controls, APictureIsCentredAndABackgroundStretched) {
     const auto button = std::make_shared<UIButton>(CGRectMake(0, 0, 60, 40));
     button->setBackgroundImageForState(plainImage(4, 4, kOpaqueRed), UIControlState::Normal);
     button->setImageForState(plainImage(20, 10, kOpaqueGreen), UIControlState::Normal);
@@ -163,22 +144,13 @@ bool isPainted(std::uint32_t pixel) {
 }
 
 TEST_F(Controls, ALabelPlacesItsText) {
-    struct Case {
-        UITextAlignment alignment;
-        bool left;
-        bool middle;
-        bool right;
-    };
-    const Case cases[] = {{UITextAlignment::Left, true, false, false},
-                          {UITextAlignment::Center, false, true, false},
-                          {UITextAlignment::Right, false, false, true}};
+    using enum UITextAlignment;
     const auto label = std::make_shared<UILabel>(CGRectMake(0, 0, 300, 60));
     label->setText("MMM");
-    for (const Case& test : cases) {
-        label->setTextAlignment(test.alignment);
-        EXPECT_EQ(anyPixel(*label, CGRectMake(0, 20, 60, 20), isPainted), test.left);
-        EXPECT_EQ(anyPixel(*label, CGRectMake(120, 20, 60, 20), isPainted), test.middle);
-        EXPECT_EQ(anyPixel(*label, CGRectMake(240, 20, 60, 20), isPainted), test.right);
+    for (const auto alignment : {Left, Center, Right}) {
+        label->setTextAlignment(alignment);
+        for (const auto& [side, x] : {std::pair{Left, 0}, {Center, 120}, {Right, 240}})
+            EXPECT_EQ(anyPixel(*label, CGRectMake(x, 20, 60, 20), isPainted), side == alignment);
         EXPECT_FALSE(anyPixel(*label, CGRectMake(0, 0, 300, 15), isPainted));
         EXPECT_FALSE(anyPixel(*label, CGRectMake(0, 45, 300, 15), isPainted));
     }
@@ -212,7 +184,7 @@ TEST_F(Controls, AShadowLiesUnderTheText) {
     EXPECT_TRUE(anyPixel(*label, label->bounds(), dark));
 }
 
-TEST_F(Controls, ALabelBreaksLinesAsItIsTold) {
+TEST_F(Controls, ALabelBreaksLinesUpToItsNumberOfLines) {
     const auto label = std::make_shared<UILabel>();
     label->setText("one two three four five six seven eight nine ten");
     const double line = label->sizeThatFits({}).height;
@@ -222,7 +194,7 @@ TEST_F(Controls, ALabelBreaksLinesAsItIsTold) {
     EXPECT_LE(label->sizeThatFits({80, 0}).height, 2 * line + 1);
 }
 
-TEST_F(Controls, TheSameTextPaintsNothingAnew) {
+TEST_F(Controls, TheSameTextRepaintsNothing) {
     const auto label = std::make_shared<UILabel>(CGRectMake(0, 30, 60, 40));
     label->setText("Received 1.00MB of 2.00MB");
     window().addSubview(label);
@@ -243,14 +215,12 @@ TEST_F(Controls, ASpinnerTurnsOnlyWhileItIsOnTheScreen) {
     EXPECT_TRUE(spinner->isHidden());
     spinner->startAnimating();
     const auto turnsIn = [&](double seconds) {
-        const auto before = pixelOf(*spinner, 10, 2);
         int turns = 0;
-        auto last = before;
+        auto last = pixelOf(*spinner, 10, 2);
         for (double t = 0; t < seconds; t += 1.0 / 60) {
             advance(1.0 / 60);
-            const auto pixel = pixelOf(*spinner, 10, 2);
-            turns += pixel != last;
-            last = pixel;
+            const auto shown = pixelOf(*spinner, 10, 2);
+            turns += std::exchange(last, shown) != shown;
         }
         return turns;
     };
@@ -275,7 +245,7 @@ TEST_F(Controls, AnImageViewShowsItsPictureOverItsBounds) {
     EXPECT_EQ(pixelOf(*view, 59, 39), 0u);
 }
 
-TEST_F(Controls, TheProgressPanelCoversItsViewUntilItIsTakenAway) {
+TEST_F(Controls, TheProgressPanelCoversItsViewUntilItIsRemoved) {
     const auto below = std::make_shared<UIButton>(CGRectMake(0, 20, 320, 460));
     int presses = 0;
     below->addTarget([&] { ++presses; }, UIControlEventTouchDown);

@@ -1,7 +1,5 @@
 #include "tests/uikit/TableTest.h"
 
-#include "platform/uikit/ImageRenderer.h"
-
 namespace vistrel {
 
 int CountingCell::made = 0;
@@ -102,14 +100,16 @@ void TableTest::fill(int count) {
 }
 
 void TableTest::frame() {
-    renderViewToBitmap(screen(), 1);
+    screenshot();
+}
+
+void TableTest::scrollTo(double y) {
+    table->setContentOffset({0, y});
+    frame();
 }
 
 void TableTest::play(double seconds) {
-    for (double gone = 0; gone < seconds; gone += 1.0 / 60) {
-        advance(1.0 / 60);
-        frame();
-    }
+    framesComposedIn(seconds);
 }
 
 void TableTest::swipe(CGPoint from, CGPoint to, double seconds) {

@@ -70,6 +70,8 @@ protected:
     /// Shows frames for that long.
     void play(double seconds);
     void frame();
+    /// Without animation, then shows a frame.
+    void scrollTo(double y);
     /// A finger from one point to the other, lifted at once.
     void swipe(CGPoint from, CGPoint to, double seconds = 0.1);
     double topOf(const NSIndexPath& path);

@@ -17,7 +17,7 @@ using testing::IsEmpty;
 
 using Events = std::vector<std::string>;
 
-/// Notes what it hears.
+/// Records what it hears.
 class Listener : public UIView {
 public:
     Listener(std::string name, CGRect frame, Events& events)
@@ -29,9 +29,8 @@ public:
     void touchesMoved(const UITouch& touch) override { note("moved", touch); }
     void touchesEnded(const UITouch& touch) override {
         note("ended", touch);
-        if (onEnd) {
+        if (onEnd)
             onEnd();
-        }
     }
     void touchesCancelled(const UITouch& touch) override { note("cancelled", touch); }
     bool shouldCaptureTouch(const UITouch& touch) override {
@@ -78,21 +77,7 @@ protected:
         list->addSubview(row);
     }
     UIEventDispatcher& dispatcher() { return application().events(); }
-    void down(double x, double y) { send(UITouchPhase::Began, x, y); }
-    void move(double x, double y) { send(UITouchPhase::Moved, x, y); }
-    void up(double x, double y) { send(UITouchPhase::Ended, x, y); }
-    void send(UITouchPhase phase, double x, double y) {
-        dispatcher().sendTouch(phase, {x, y}, loop().now());
-    }
-    void tap(double x, double y) {
-        down(x, y);
-        up(x, y);
-    }
     Events taken() { return std::exchange(events, {}); }
-    bool key(UIKeyCode code, bool shift = false) {
-        return dispatcher().sendKey({code, {}, shift, false, false});
-    }
-
     Events events;
     std::shared_ptr<Listener> list =
         std::make_shared<Listener>("list", CGRectMake(0, 100, 320, 300), events);
@@ -100,31 +85,26 @@ protected:
         std::make_shared<Listener>("row", CGRectMake(0, 50, 320, 44), events);
 };
 
-TEST_F(UIEventDispatcherTest, OneViewOwnsATouchFromDownToUp) {
-    down(10, 160);
+TEST_F(UIEventDispatcherTest, OneViewOwnsTheFirstTouchFromDownToUp) {
+    touchDown({10, 160});
     EXPECT_EQ(dispatcher().touchOwner(), row);
-    move(10, 390);
-    up(10, 470);
+    touchDown({10, 110}); // a second finger
+    touchMove({10, 390});
+    touchUp({10, 470});
     EXPECT_THAT(taken(), ElementsAre("row began 10,10", "row moved 10,240", "row ended 10,320"));
     EXPECT_EQ(dispatcher().touchOwner(), nullptr);
-    move(10, 160);
-    up(10, 160);
+    touchMove({10, 160});
+    touchUp({10, 160});
     EXPECT_THAT(taken(), IsEmpty());
-}
-
-TEST_F(UIEventDispatcherTest, ASecondFingerIsIgnored) {
-    down(10, 160);
-    down(10, 110);
-    EXPECT_THAT(taken(), ElementsAre("row began 10,10"));
 }
 
 TEST_F(UIEventDispatcherTest, AScrollingAncestorTakesTheTouchOver) {
     list->captureDistance = 10;
-    down(10, 160);
-    move(10, 165);
-    move(10, 172);
-    move(10, 180);
-    up(10, 180);
+    touchDown({10, 160});
+    touchMove({10, 165});
+    touchMove({10, 172});
+    touchMove({10, 180});
+    touchUp({10, 180});
     EXPECT_THAT(taken(), ElementsAre("row began 10,10", "row moved 10,15", "row cancelled 10,22",
                                      "list began 10,72", "list moved 10,72", "list moved 10,80",
                                      "list ended 10,80"));
@@ -137,23 +117,23 @@ TEST_F(UIEventDispatcherTest, TheInnermostOfTwoCapturingAncestorsIsFirst) {
     inner->addSubview(leaf);
     list->captureDistance = 20;
     inner->captureDistance = 10;
-    down(5, 210);
-    move(5, 225);
+    touchDown({5, 210});
+    touchMove({5, 225});
     EXPECT_EQ(dispatcher().touchOwner(), inner);
-    move(5, 235);
+    touchMove({5, 235});
     EXPECT_EQ(dispatcher().touchOwner(), list) << "an outer one may still take over";
 }
 
-TEST_F(UIEventDispatcherTest, AListInMotionSwallowsTheTouchThatStopsIt) {
+TEST_F(UIEventDispatcherTest, AMovingListSwallowsTheTouchThatStopsIt) {
     list->swallows = true;
-    tap(10, 160);
+    tap(CGPoint{10, 160});
     EXPECT_THAT(taken(), ElementsAre("list began 10,60", "list ended 10,60"));
 }
 
 TEST_F(UIEventDispatcherTest, TapsInOnePlaceAreCounted) {
     const auto tapsAfter = [&](double seconds, double x) {
         advance(seconds);
-        tap(x, 160);
+        tap(CGPoint{x, 160});
         return row->taps;
     };
     EXPECT_EQ(tapsAfter(0, 10), 1);
@@ -161,42 +141,42 @@ TEST_F(UIEventDispatcherTest, TapsInOnePlaceAreCounted) {
     EXPECT_EQ(tapsAfter(0.2, 12), 3);
     EXPECT_EQ(tapsAfter(0.6, 12), 1) << "too late";
     EXPECT_EQ(tapsAfter(0.1, 200), 1) << "too far";
-    down(200, 160);
-    move(260, 160);
-    up(260, 160);
+    touchDown({200, 160});
+    touchMove({260, 160});
+    touchUp({260, 160});
     EXPECT_EQ(tapsAfter(0.1, 260), 1) << "a drag is no tap";
 }
 
-TEST_F(UIEventDispatcherTest, AnOwnerThatGoesHearsTheTouchCancelled) {
-    down(10, 160);
+TEST_F(UIEventDispatcherTest, AnOwnerThatLeavesHearsThatItsTouchIsCancelled) {
+    touchDown({10, 160});
     row->setHidden(true);
-    move(10, 161);
-    up(10, 161);
+    touchMove({10, 161});
+    touchUp({10, 161});
     EXPECT_THAT(taken(), ElementsAre("row began 10,10", "row cancelled 10,11"));
     row->setHidden(false);
-    down(10, 160);
+    touchDown({10, 160});
     row->removeFromSuperview();
-    up(10, 160);
+    touchUp({10, 160});
     EXPECT_THAT(taken(), ElementsAre("row began 10,10", testing::StartsWith("row cancelled")));
     list->addSubview(row);
-    down(10, 160);
+    touchDown({10, 160});
     row->removeFromSuperview();
     row.reset();
-    move(10, 165);
-    up(10, 165);
+    touchMove({10, 165});
+    touchUp({10, 165});
     EXPECT_THAT(taken(), ElementsAre("row began 10,10")) << "destroyed under the finger";
 }
 
-TEST_F(UIEventDispatcherTest, WhatATapSetsOffMayCancelTouches) {
+TEST_F(UIEventDispatcherTest, ATapMayCancelTouches) {
     row->onEnd = [&] {
         dispatcher().cancelTouch();
     };
-    tap(10, 160);
+    tap(CGPoint{10, 160});
     EXPECT_THAT(taken(), ElementsAre("row began 10,10", "row ended 10,10"));
-    down(10, 160);
+    touchDown({10, 160});
     dispatcher().cancelTouch();
     dispatcher().cancelTouch();
-    up(10, 160);
+    touchUp({10, 160});
     EXPECT_THAT(taken(), ElementsAre("row began 10,10", "row cancelled 10,10"));
 }
 
@@ -204,10 +184,10 @@ TEST_F(UIEventDispatcherTest, AWindowAboveTakesTheTouchesBelowIt) {
     auto alert = std::make_shared<UIWindow>();
     alert->setWindowLevel(UIWindowLevelAlert);
     alert->makeKeyAndVisible();
-    tap(10, 160);
+    tap(CGPoint{10, 160});
     EXPECT_THAT(taken(), IsEmpty());
     alert->removeFromSuperview();
-    tap(10, 160);
+    tap(CGPoint{10, 160});
     EXPECT_EQ(taken().size(), 2U);
 }
 
@@ -227,10 +207,10 @@ TEST_F(UIEventDispatcherTest, KeysClimbFromTheFocusedView) {
     row->focusable = true;
     dispatcher().setFirstResponder(row);
     list->usedKey = UIKeyCode::Enter;
-    EXPECT_TRUE(key(UIKeyCode::Enter));
+    EXPECT_TRUE(press(UIKeyCode::Enter));
     EXPECT_THAT(taken(), ElementsAre("row focused", "row key", "list key"));
     row->usedKey = UIKeyCode::Enter;
-    EXPECT_TRUE(key(UIKeyCode::Enter));
+    EXPECT_TRUE(press(UIKeyCode::Enter));
     EXPECT_THAT(taken(), ElementsAre("row key"));
 }
 
@@ -239,15 +219,15 @@ TEST_F(UIEventDispatcherTest, WithoutFocusKeysGoToTheFrontmostList) {
     window().addSubview(other);
     list->takesKeys = other->takesKeys = true;
     list->usedKey = other->usedKey = UIKeyCode::Down;
-    EXPECT_TRUE(key(UIKeyCode::Down));
+    EXPECT_TRUE(press(UIKeyCode::Down));
     EXPECT_THAT(taken(), ElementsAre("other key"));
     other->setHidden(true);
-    EXPECT_TRUE(key(UIKeyCode::Down));
+    EXPECT_TRUE(press(UIKeyCode::Down));
     EXPECT_THAT(taken(), ElementsAre("list key"));
-    EXPECT_FALSE(key(UIKeyCode::Left));
+    EXPECT_FALSE(press(UIKeyCode::Left));
     list->setUserInteractionEnabled(false);
     taken();
-    EXPECT_FALSE(key(UIKeyCode::Down));
+    EXPECT_FALSE(press(UIKeyCode::Down));
     EXPECT_THAT(taken(), IsEmpty());
 }
 
@@ -261,11 +241,11 @@ TEST_F(UIEventDispatcherTest, FocusBehindAnAlertGetsNoKeys) {
     alert->addSubview(panel);
     alert->makeKeyAndVisible();
     taken();
-    EXPECT_TRUE(key(UIKeyCode::Enter));
+    EXPECT_TRUE(press(UIKeyCode::Enter));
     EXPECT_THAT(taken(), ElementsAre("panel key"));
     alert->removeFromSuperview();
     taken();
-    key(UIKeyCode::Enter);
+    press(UIKeyCode::Enter);
     EXPECT_THAT(taken(), ElementsAre("row key", "list key"));
 }
 
@@ -273,14 +253,14 @@ TEST_F(UIEventDispatcherTest, TabMovesTheFocusInTheOrderOfTheTree) {
     auto other = std::make_shared<Listener>("other", CGRectMake(0, 0, 10, 10), events);
     window().addSubview(other);
     row->focusable = other->focusable = true;
-    key(UIKeyCode::Tab);
+    press(UIKeyCode::Tab);
     EXPECT_EQ(dispatcher().firstResponder(), row);
     taken();
-    key(UIKeyCode::Tab);
+    press(UIKeyCode::Tab);
     EXPECT_THAT(taken(), ElementsAre("row key", "list key", "row left", "other focused"));
-    key(UIKeyCode::Tab);
+    press(UIKeyCode::Tab);
     EXPECT_EQ(dispatcher().firstResponder(), row) << "round";
-    key(UIKeyCode::Tab, true);
+    press(UIKeyCode::Tab, true);
     EXPECT_EQ(dispatcher().firstResponder(), other);
 }
 
@@ -311,12 +291,12 @@ TEST_F(UIEventDispatcherTest, EscapeAsksTheInnermostScreenFirstAndNeverTheOnesBe
     window().addSubview(covered->view());
     window().addSubview(container->view());
     container->view()->addSubview(top->view());
-    EXPECT_TRUE(key(UIKeyCode::Escape));
+    EXPECT_TRUE(press(UIKeyCode::Escape));
     EXPECT_THAT(taken(), ElementsAre("top", "container"));
     container->view()->removeFromSuperview();
     auto modal = screen("modal", false);
     window().addSubview(modal->view());
-    EXPECT_FALSE(key(UIKeyCode::Escape));
+    EXPECT_FALSE(press(UIKeyCode::Escape));
     EXPECT_THAT(taken(), ElementsAre("modal"));
 }
 

@@ -19,12 +19,17 @@ protected:
         swipe({200, y}, {120, y + 4});
         play(0.5);
     }
-    void pressDelete() { tapButton("Delete"); }
+    void deleteRow(int row) {
+        swipeRow(row);
+        tapButton("Delete");
+        play(1);
+    }
     std::vector<std::string> without(std::initializer_list<int> gone) {
         std::vector<std::string> texts;
-        for (int row = 0; row < 20; ++row)
-            if (std::find(gone.begin(), gone.end(), row) == gone.end())
+        for (int row = 0; row < 20; ++row) {
+            if (std::ranges::find(gone, row) == gone.end())
                 texts.push_back(std::to_string(row));
+        }
         return texts;
     }
 };
@@ -40,9 +45,9 @@ TEST_F(UITableViewEditingTest, ASwipeOffersToDeleteAndTheButtonDeletes) {
     const auto button = find(UIAccessibilityRole::Button, "Delete");
     EXPECT_EQ(button->frame().maxX(), 310);
     EXPECT_GE(button->frame().size.width, 60);
-    EXPECT_EQ(cell(3).subviews().back(), button) << "above all that the cell holds";
+    EXPECT_EQ(cell(3).subviews().back(), button) << "above everything in the cell";
 
-    pressDelete();
+    tapButton("Delete");
     EXPECT_THAT(owner.committed, ElementsAre(NSIndexPath{0, 3}));
     EXPECT_EQ(table->numberOfRowsInSection(0), 19);
     play(1);
@@ -52,7 +57,12 @@ TEST_F(UITableViewEditingTest, ASwipeOffersToDeleteAndTheButtonDeletes) {
     EXPECT_THAT(buttons(), IsEmpty());
 }
 
-TEST_F(UITableViewEditingTest, ATouchElsewhereTakesTheOfferBackAndDoesNothingElse) {
+TEST_F(UITableViewEditingTest, AReloadOrATouchElsewhereOnlyWithdrawsTheOffer) {
+    swipeRow(3);
+    table->reloadData();
+    frame();
+    EXPECT_EQ(table->indexPathForDeleteConfirmation(), std::nullopt);
+    EXPECT_THAT(buttons(), IsEmpty());
     swipeRow(3);
     tap({100, 20});
     EXPECT_EQ(table->indexPathForDeleteConfirmation(), std::nullopt);
@@ -63,7 +73,7 @@ TEST_F(UITableViewEditingTest, ATouchElsewhereTakesTheOfferBackAndDoesNothingEls
     EXPECT_THAT(owner.committed, IsEmpty());
 }
 
-TEST_F(UITableViewEditingTest, OnlyRowsThatMayBeDeletedAreOffered) {
+TEST_F(UITableViewEditingTest, OnlyDeletableRowsAreOffered) {
     owner.fixedRows = {{0, 3}};
     swipeRow(3);
     EXPECT_EQ(table->indexPathForDeleteConfirmation(), std::nullopt);
@@ -98,9 +108,8 @@ TEST_F(UITableViewEditingTest, EditingShowsACircleOnEachRowThatCanBeDeleted) {
     tap({150, 20});
     EXPECT_THAT(owner.selected, IsEmpty()) << "editing selects nothing";
 
-    table->setContentOffset({0, 300});
-    frame();
-    EXPECT_TRUE(cell(17).isEditing()) << "rows that come on screen too";
+    scrollTo(300);
+    EXPECT_TRUE(cell(17).isEditing()) << "so are rows that scroll into view";
     table->setContentOffset({0, 0});
     table->setEditing(false, true);
     play(0.5);
@@ -110,20 +119,20 @@ TEST_F(UITableViewEditingTest, EditingShowsACircleOnEachRowThatCanBeDeleted) {
     EXPECT_EQ(table->indexPathForDeleteConfirmation(), (NSIndexPath{0, 2}));
 }
 
-TEST_F(UITableViewEditingTest, TheCircleAsksAndTheButtonDeletesWhileEditingGoesOn) {
+TEST_F(UITableViewEditingTest, TheCircleOffersAndTheButtonDeletesWhileEditing) {
     table->setEditing(true, true);
     play(0.5);
     tapButton("Delete 5");
     play(0.5);
     EXPECT_EQ(table->indexPathForDeleteConfirmation(), (NSIndexPath{0, 5}));
     EXPECT_TRUE(cell(5).isEditing());
-    tapButton("Delete 2"); // a touch elsewhere only takes the offer back
+    tapButton("Delete 2"); // a touch elsewhere only withdraws the offer
     EXPECT_EQ(table->indexPathForDeleteConfirmation(), std::nullopt);
     play(0.5);
     tapButton("Delete 2");
     play(0.5);
     EXPECT_EQ(table->indexPathForDeleteConfirmation(), (NSIndexPath{0, 2}));
-    pressDelete();
+    tapButton("Delete");
     play(1);
     EXPECT_THAT(owner.committed, ElementsAre(NSIndexPath{0, 2}));
     EXPECT_TRUE(table->isEditing());
@@ -131,23 +140,13 @@ TEST_F(UITableViewEditingTest, TheCircleAsksAndTheButtonDeletesWhileEditingGoesO
     EXPECT_FALSE(cell(2).showingDeleteConfirmation());
 }
 
-TEST_F(UITableViewEditingTest, ScrollingAndReloadingTakeTheOfferBack) {
-    swipeRow(3);
-    table->reloadData();
-    frame();
-    EXPECT_EQ(table->indexPathForDeleteConfirmation(), std::nullopt);
-    EXPECT_FALSE(cell(3).showingDeleteConfirmation());
-    EXPECT_THAT(buttons(), IsEmpty());
-}
-
-TEST_F(UITableViewEditingTest, RowsBelowADeletedOneMoveUpAndItsCellIsUsedAgain) {
-    table->setContentOffset({0, 15});
-    frame();
+TEST_F(UITableViewEditingTest, RowsBelowADeletedOneMoveUpAndItsCellIsReused) {
+    scrollTo(15);
     const int made = CountingCell::made;
     auto leaving = table->cellForRowAtIndexPath({0, 3});
     auto below = table->cellForRowAtIndexPath({0, 4});
     swipeRow(3);
-    pressDelete();
+    tapButton("Delete");
     frame();
     advance(0.15);
     const double middle = below->presentationState().center.y;
@@ -159,19 +158,15 @@ TEST_F(UITableViewEditingTest, RowsBelowADeletedOneMoveUpAndItsCellIsUsedAgain) 
     play(1);
     EXPECT_TRUE(leaving->isHidden());
     EXPECT_LE(CountingCell::made, made + 1);
-    table->setContentOffset({0, 100});
-    frame();
+    scrollTo(100);
     EXPECT_LE(CountingCell::made, made + 1);
     for (const auto& each : table->visibleCells())
         EXPECT_EQ(each->alpha(), 1);
 }
 
-TEST_F(UITableViewEditingTest, DeletingAtTheEndOfALongListScrollsNoFurtherThanTheRowsGo) {
-    table->setContentOffset({0, 400});
-    frame();
-    swipeRow(19);
-    pressDelete();
-    play(1);
+TEST_F(UITableViewEditingTest, DeletingTheLastRowKeepsTheOffsetInRange) {
+    scrollTo(400);
+    deleteRow(19);
     EXPECT_EQ(table->contentSize().height, 760);
     EXPECT_EQ(table->contentOffset().y, 360);
     EXPECT_EQ(shown().front(), "9");
@@ -180,9 +175,7 @@ TEST_F(UITableViewEditingTest, DeletingAtTheEndOfALongListScrollsNoFurtherThanTh
 
 TEST_F(UITableViewEditingTest, ADataSourceThatKeepsItsRowMakesTheTableReload) {
     owner.keepsDeletedRows = true;
-    swipeRow(3);
-    pressDelete();
-    play(1);
+    deleteRow(3);
     EXPECT_EQ(owner.committed.size(), 1U);
     EXPECT_EQ(table->numberOfRowsInSection(0), 20);
     EXPECT_THAT(shown(), ElementsAre("0", "1", "2", "3", "4", "5", "6", "7", "8", "9"));
@@ -206,21 +199,18 @@ TEST_F(UITableViewEditingTest, SelectionFollowsItsRowThroughADeletion) {
 
 TEST_F(UITableViewEditingTest, EveryAnimationEndsWithTheSameRows) {
     using enum UITableViewRowAnimation;
-    int gone = 0;
+    int next = 2;
     for (const auto animation : {Fade, Right, Left, Top, Bottom, None}) {
         owner.animation = animation;
-        swipeRow(1);
-        pressDelete();
-        play(1);
-        ++gone;
-        EXPECT_EQ(shown()[1], std::to_string(1 + gone));
+        deleteRow(1);
+        EXPECT_EQ(shown()[1], std::to_string(next++));
         EXPECT_EQ(table->visibleCells().size(), 10U);
     }
 }
 
-TEST_F(UITableViewEditingTest, ASecondDeletionWhileTheFirstMovesIsFine) {
+TEST_F(UITableViewEditingTest, ASecondDeletionMayBeginDuringTheFirst) {
     swipeRow(3);
-    pressDelete();
+    tapButton("Delete");
     advance(0.1);
     owner.rows[0].erase(owner.rows[0].begin());
     table->deleteRowsAtIndexPaths({{0, 0}}, UITableViewRowAnimation::Top);
@@ -231,7 +221,7 @@ TEST_F(UITableViewEditingTest, ASecondDeletionWhileTheFirstMovesIsFine) {
     EXPECT_EQ(table->visibleCells().size(), 10U);
 }
 
-TEST_F(UITableViewEditingTest, TheKeyboardAsksDeletesAndBacksOut) {
+TEST_F(UITableViewEditingTest, TheKeyboardOffersDeletesAndWithdraws) {
     press(UIKeyCode::Down);
     press(UIKeyCode::Down);
     ASSERT_TRUE(press(UIKeyCode::Delete));

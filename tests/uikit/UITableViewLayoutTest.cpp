@@ -34,17 +34,20 @@ TEST(UITableViewLayoutTest, RowsAndHeadersFollowOneAnother) {
     EXPECT_EQ(layout.header(2), (Span{50, 30}));
     EXPECT_EQ(layout.row({2, 1}), (Span{85, 7}));
     EXPECT_EQ(layout.rowCount(), 6);
+    EXPECT_EQ(layout.next({0, 2}), (NSIndexPath{2, 0})) << "past the empty section";
+    EXPECT_EQ(layout.previous({2, 0}), (NSIndexPath{0, 2}));
+    EXPECT_EQ(layout.previous({0, 0}), std::nullopt);
+    EXPECT_EQ(layout.next({2, 2}), std::nullopt);
 }
 
-struct Place {
-    double y;
-    std::optional<NSIndexPath> row;
-    std::optional<NSIndexPath> below;
-};
-
-TEST(UITableViewLayoutTest, APlaceFindsItsRow) {
+TEST(UITableViewLayoutTest, ARowIsFoundByItsPlace) {
     const auto layout = aLayout();
-    const std::vector<Place> places = {
+    struct Case {
+        double y;
+        std::optional<NSIndexPath> row;
+        std::optional<NSIndexPath> below;
+    };
+    const Case cases[] = {
         {-5, {}, NSIndexPath{0, 0}},
         {0, {}, NSIndexPath{0, 0}}, // in the header
         {20, NSIndexPath{0, 0}, NSIndexPath{0, 0}},
@@ -59,10 +62,9 @@ TEST(UITableViewLayoutTest, APlaceFindsItsRow) {
         {101, {}, {}},
         {1e9, {}, {}},
     };
-    for (const Place& place : places) {
-        SCOPED_TRACE(place.y);
-        EXPECT_EQ(layout.rowAt(place.y), place.row);
-        EXPECT_EQ(layout.firstRowBelow(place.y), place.below);
+    for (const auto& [y, row, below] : cases) {
+        EXPECT_EQ(layout.rowAt(y), row) << y;
+        EXPECT_EQ(layout.firstRowBelow(y), below) << y;
     }
     EXPECT_EQ(UITableViewLayout().firstRowBelow(0), std::nullopt);
 }
@@ -83,28 +85,7 @@ TEST(UITableViewLayoutTest, RowsAmongAMillionAreFoundByTheirMiddles) {
     EXPECT_EQ(layout.last(), (NSIndexPath{1, 999999}));
 }
 
-TEST(UITableViewLayoutTest, WalkingPassesEmptySections) {
-    const auto layout = aLayout();
-    EXPECT_EQ(layout.next({0, 2}), (NSIndexPath{2, 0}));
-    EXPECT_EQ(layout.previous({2, 0}), (NSIndexPath{0, 2}));
-    EXPECT_EQ(layout.previous({0, 0}), std::nullopt);
-    EXPECT_EQ(layout.next({2, 2}), std::nullopt);
-}
-
-TEST(UITableViewLayoutTest, AHeaderSticksUntilTheNextSectionPushesItAway) {
-    const auto layout = aLayout();
-    struct Case {
-        double offset;
-        double top;
-    };
-    for (const Case& each : {Case{-30, 0}, {0, 0}, {12, 12}, {30, 30}, {45, 30}, {200, 30}}) {
-        SCOPED_TRACE(each.offset);
-        EXPECT_EQ(layout.stickyHeader(0, each.offset), (Span{each.top, 20}));
-    }
-    EXPECT_EQ(layout.stickyHeader(2, 0).top, 50) << "not before its place";
-}
-
-TEST(UITableViewLayoutTest, RowsKeepTheirNumbersLessThoseDeletedBeforeThem) {
+TEST(UITableViewLayoutTest, ADeletionMovesTheRowsAfterIt) {
     const std::vector<NSIndexPath> deleted = {{0, 1}, {0, 3}, {1, 0}};
     struct Case {
         NSIndexPath row;
@@ -121,7 +102,7 @@ TEST(UITableViewLayoutTest, RowsKeepTheirNumbersLessThoseDeletedBeforeThem) {
         EXPECT_EQ(rowAfterDeletion(each.row, deleted), each.now);
 }
 
-TEST(UITableViewCellLayoutTest, ControlsShowInTheirModesAndTextGivesWay) {
+TEST(UITableViewCellLayoutTest, TheTextMakesRoomForTheControlsOfEachMode) {
     UITableViewCellLayoutInput input;
     input.size = {320, 44};
     input.imageSize = {29, 29};

@@ -31,14 +31,18 @@ protected:
         UIViewAnimation::setAnimationDuration(timing.duration);
         UIViewAnimation::setAnimationCurve(timing.curve);
         UIViewAnimation::setAnimationDelay(timing.delay);
-        UIViewAnimation::setAnimationDidStop(
-            [this, name](bool finished) { ends.push_back(name + (finished ? "" : " cut")); });
+        UIViewAnimation::setAnimationDidStop([this, name](bool finished) {
+            ends.push_back(name + (finished ? "" : " cut"));
+            if (const auto then = onEnd)
+                then();
+        });
         changes();
         UIViewAnimation::commitAnimations();
     }
 
     std::shared_ptr<UIView> view = std::make_shared<UIView>(CGRectMake(0, 0, 100, 100));
     std::vector<std::string> ends;
+    std::function<void()> onEnd;
 };
 
 TEST_F(UIViewAnimationTest, ValuesAreFinalAtOnceAndShownInBetween) {
@@ -68,30 +72,23 @@ TEST_F(UIViewAnimationTest, ValuesAreFinalAtOnceAndShownInBetween) {
 
 TEST_F(UIViewAnimationTest, CurvesRunAsTheirNamesSay) {
     struct Case {
-        const char* name;
         UIViewAnimationCurve curve;
-        double quarter;
-        double half;
-        double threeQuarters;
+        double quarter, half, threeQuarters;
     };
     // The cubic curves' values at these times, from their control points.
     const Case cases[] = {
-        {"linear", UIViewAnimationCurve::Linear, 0.25, 0.5, 0.75},
-        {"ease in", UIViewAnimationCurve::EaseIn, 0.0935, 0.3153, 0.6219},
-        {"ease out", UIViewAnimationCurve::EaseOut, 0.3781, 0.6847, 0.9065},
-        {"ease in and out", UIViewAnimationCurve::EaseInOut, 0.1292, 0.5, 0.8708},
+        {UIViewAnimationCurve::Linear, 0.25, 0.5, 0.75},
+        {UIViewAnimationCurve::EaseIn, 0.0935, 0.3153, 0.6219},
+        {UIViewAnimationCurve::EaseOut, 0.3781, 0.6847, 0.9065},
+        {UIViewAnimationCurve::EaseInOut, 0.1292, 0.5, 0.8708},
     };
-    for (const auto& test : cases) {
-        UIViewAnimation::withoutAnimation([&] { view->setAlpha(0); });
-        animate(test.name, {1, test.curve}, [&] { view->setAlpha(1); });
-        const auto later = [&](double seconds) {
-            advance(seconds);
-            return view->presentationState().alpha;
-        };
-        EXPECT_NEAR(later(0.25), test.quarter, 5e-4) << test.name;
-        EXPECT_NEAR(later(0.25), test.half, 5e-4) << test.name;
-        EXPECT_NEAR(later(0.25), test.threeQuarters, 5e-4) << test.name;
-        EXPECT_NEAR(later(0.25), 1, 1e-9) << test.name;
+    for (const auto& [curve, quarter, half, threeQuarters] : cases) {
+        view->setAlpha(0);
+        animate("curve", {1, curve}, [&] { view->setAlpha(1); });
+        for (const double expected : {quarter, half, threeQuarters, 1.0}) {
+            advance(0.25);
+            EXPECT_NEAR(view->presentationState().alpha, expected, 5e-4) << static_cast<int>(curve);
+        }
     }
 }
 
@@ -106,26 +103,17 @@ TEST_F(UIViewAnimationTest, ADelayHoldsTheOldValue) {
     EXPECT_THAT(ends, ElementsAre("late"));
 }
 
-TEST_F(UIViewAnimationTest, ANewAnimationStartsFromWhatIsShown) {
+TEST_F(UIViewAnimationTest, ANewAnimationStartsFromWhatIsShownAndOthersGoOn) {
+    animate("fade", {2}, [&] { view->setAlpha(0); });
     animate("first", {}, [&] { view->setCenter({150, 50}); });
     advance(0.5);
     animate("second", {}, [&] { view->setCenter({0, 50}); });
     EXPECT_NEAR(view->presentationState().center.x, 100, 1e-6);
     advance(0.5);
     EXPECT_NEAR(view->presentationState().center.x, 50, 1e-6);
-    advance(0.5);
-    EXPECT_THAT(ends, ElementsAre("first cut", "second"));
-}
-
-TEST_F(UIViewAnimationTest, AnimationsOfOtherPropertiesGoOn) {
-    animate("fade", {}, [&] { view->setAlpha(0); });
-    advance(0.5);
-    animate("move", {}, [&] { view->setCenter({150, 50}); });
-    advance(0.25);
-    EXPECT_NEAR(view->presentationState().alpha, 0.25, 1e-6);
-    EXPECT_NEAR(view->presentationState().center.x, 75, 1e-6);
+    EXPECT_NEAR(view->presentationState().alpha, 0.5, 1e-6);
     advance(1);
-    EXPECT_THAT(ends, ElementsAre("fade", "move"));
+    EXPECT_THAT(ends, ElementsAre("first cut", "second", "fade"));
 }
 
 TEST_F(UIViewAnimationTest, AChangeOutsideABlockIsShownAtOnceAndCutsTheAnimation) {
@@ -150,14 +138,11 @@ TEST_F(UIViewAnimationTest, RemovalEndsTheAnimationsOfAllThatLeaves) {
     turn();
     EXPECT_THAT(ends, ElementsAre("child cut"));
     EXPECT_EQ(child->presentationState().alpha, 0);
-}
-
-TEST_F(UIViewAnimationTest, ADestroyedViewEndsItsAnimation) {
-    auto loose = std::make_shared<UIView>(CGRectMake(0, 0, 10, 10));
-    animate("loose", {}, [&] { loose->setAlpha(0); });
-    loose.reset();
+    animate("destroyed", {}, [&] { child->setAlpha(1); });
+    view.reset();
+    child.reset();
     turn();
-    EXPECT_THAT(ends, ElementsAre("loose cut"));
+    EXPECT_THAT(ends, ElementsAre("child cut", "destroyed cut"));
 }
 
 TEST_F(UIViewAnimationTest, ABlockThatMovesNothingEndsAtTheNextTurn) {
@@ -169,14 +154,16 @@ TEST_F(UIViewAnimationTest, ABlockThatMovesNothingEndsAtTheNextTurn) {
     EXPECT_THAT(ends, ElementsAre("nothing", "no time"));
 }
 
-TEST_F(UIViewAnimationTest, NestedBlocksKeepTheirOwnTimes) {
+TEST_F(UIViewAnimationTest, NestedBlocksKeepTheirTimesAndWithoutAnimationJumps) {
     auto other = std::make_shared<UIView>(CGRectMake(0, 0, 10, 10));
     window().addSubview(other);
     animate("outer", {2}, [&] {
         view->setAlpha(0);
         animate("inner", {1}, [&] { other->setAlpha(0); });
+        UIViewAnimation::withoutAnimation([&] { view->setCenter({9, 9}); });
     });
     EXPECT_FALSE(UIViewAnimation::areAnimationsOpen());
+    EXPECT_EQ(view->presentationState().center, (CGPoint{9, 9}));
     advance(1);
     EXPECT_THAT(ends, ElementsAre("inner"));
     EXPECT_NEAR(view->presentationState().alpha, 0.5, 1e-6);
@@ -184,16 +171,7 @@ TEST_F(UIViewAnimationTest, NestedBlocksKeepTheirOwnTimes) {
     EXPECT_THAT(ends, ElementsAre("inner", "outer"));
 }
 
-TEST_F(UIViewAnimationTest, WithoutAnimationJumpsInsideABlock) {
-    animate("jump", {}, [&] {
-        UIViewAnimation::withoutAnimation([&] { view->setCenter({9, 9}); });
-        view->setAlpha(0);
-    });
-    EXPECT_EQ(view->presentationState().center, (CGPoint{9, 9}));
-    EXPECT_EQ(view->presentationState().alpha, 1);
-}
-
-TEST_F(UIViewAnimationTest, AHalfTurnTurnsInsteadOfShrinking) {
+TEST_F(UIViewAnimationTest, ARotationTurnsInsteadOfShrinking) {
     animate("turn", {}, [&] { view->setTransform(CGAffineTransformMakeRotation(3 * M_PI / 4)); });
     advance(0.5);
     const auto shown = view->presentationState().transform;
@@ -202,20 +180,19 @@ TEST_F(UIViewAnimationTest, AHalfTurnTurnsInsteadOfShrinking) {
     EXPECT_NEAR(shown.b, expected.b, 1e-6);
 }
 
-TEST_F(UIViewAnimationTest, ANextAnimationMayBeginWhereOneEnds) {
-    UIViewAnimation::beginAnimations();
-    UIViewAnimation::setAnimationDuration(1);
-    UIViewAnimation::setAnimationDidStop(
-        [&](bool) { animate("back", {}, [&] { view->setAlpha(1); }); });
-    view->setAlpha(0);
-    UIViewAnimation::commitAnimations();
+TEST_F(UIViewAnimationTest, AnAnimationMayBeginWhereAnotherEnds) {
+    onEnd = [&] {
+        onEnd = nullptr;
+        animate("back", {}, [&] { view->setAlpha(1); });
+    };
+    animate("there", {}, [&] { view->setAlpha(0); });
     advance(1.5);
     EXPECT_NEAR(view->presentationState().alpha, 0.5, 1e-6);
     advance(0.5);
-    EXPECT_THAT(ends, ElementsAre("back"));
+    EXPECT_THAT(ends, ElementsAre("there", "back"));
 }
 
-TEST_F(UIViewAnimationTest, FramesComeOnlyWhileSomethingMoves) {
+TEST_F(UIViewAnimationTest, FramesAreRequestedOnlyWhileSomethingVisibleChanges) {
     framesComposedIn(0.5);
     EXPECT_EQ(framesComposedIn(5), 0) << "idle";
     animate("fade", {}, [&] { view->setAlpha(0.5); });
@@ -227,15 +204,12 @@ TEST_F(UIViewAnimationTest, FramesComeOnlyWhileSomethingMoves) {
     animate("unseen", {}, [&] { view->setAlpha(1); });
     EXPECT_EQ(framesComposedIn(2), 0) << "nobody sees it move";
     EXPECT_EQ(ends.back(), "unseen");
-}
-
-TEST_F(UIViewAnimationTest, AnUnchangedValueAsksForNoFrame) {
-    framesComposedIn(0.5);
+    view->setHidden(false);
+    framesComposedIn(0.1);
     view->setFrame(view->frame());
     view->setAlpha(1);
-    view->setHidden(false);
     view->setTransform({});
-    EXPECT_FALSE(display().frameIsAskedFor());
+    EXPECT_FALSE(display().frameIsAskedFor()) << "nothing changed";
     view->setAlpha(0.9);
     EXPECT_TRUE(display().frameIsAskedFor());
 }
@@ -269,7 +243,7 @@ protected:
     std::shared_ptr<UIView> back = std::make_shared<UIView>(CGRectMake(0, 0, 100, 100));
 };
 
-TEST_F(FlipTest, TheOldContentTurnsAwayAndTheNewOneTurnsUp) {
+TEST_F(FlipTest, TheOldContentTurnsAwayAndTheNewAppears) {
     flip("flip", *view, UIViewAnimationTransition::FlipFromLeft, [&] { showBack(); });
     EXPECT_EQ(screenshot()->pixel(50, 50), kRed) << "nothing jumps at the start";
     advance(0.25);
@@ -283,41 +257,30 @@ TEST_F(FlipTest, TheOldContentTurnsAwayAndTheNewOneTurnsUp) {
     EXPECT_THAT(ends, ElementsAre("flip"));
 }
 
-TEST_F(FlipTest, LeftAndRightAreSeenFromOppositeSides) {
-    const auto heightAt = [&](const Bitmap& picture, int x) {
-        int height = 0;
-        for (int y = 0; y < picture.height(); ++y) {
-            height += (picture.pixel(x, y) & 0x00FF0000) != 0 ? 1 : 0;
-        }
-        return height;
-    };
-    view->setCenter({160, 240});
-    flip("left", *view, UIViewAnimationTransition::FlipFromLeft, [] {});
-    advance(0.25);
-    const auto fromLeft = screenshot();
-    advance(1);
-    flip("right", *view, UIViewAnimationTransition::FlipFromRight, [] {});
-    advance(0.25);
-    const auto fromRight = screenshot();
-    EXPECT_GT(heightAt(*fromLeft, 135), heightAt(*fromLeft, 185));
-    EXPECT_LT(heightAt(*fromRight, 135), heightAt(*fromRight, 185));
-}
-
-TEST_F(FlipTest, TwoViewsFlipAtTheSameTime) {
-    auto other = std::make_shared<UIView>(CGRectMake(200, 0, 50, 50));
+TEST_F(FlipTest, TwoViewsFlipAtTheSameTimeInOppositeDirections) {
+    auto other = std::make_shared<UIView>(CGRectMake(200, 300, 100, 100));
     other->setBackgroundColor(UIColor::redColor());
     window().addSubview(other);
-    flip("one", *view, UIViewAnimationTransition::FlipFromRight, [&] { showBack(); });
+    flip("one", *view, UIViewAnimationTransition::FlipFromLeft, [&] { showBack(); });
     flip("two", *other, UIViewAnimationTransition::FlipFromRight, [&] {
         UIViewAnimation::withoutAnimation([&] { other->setBackgroundColor({0, 0, 1, 1}); });
     });
-    advance(0.2);
-    EXPECT_TRUE(isMostly(screenshot()->pixel(50, 50), kRed));
-    EXPECT_TRUE(isMostly(screenshot()->pixel(225, 25), kRed));
+    advance(0.25);
+    const auto picture = screenshot();
+    const auto heightAt = [&](int x) {
+        int height = 0;
+        for (int y = 0; y < picture->height(); ++y)
+            height += (picture->pixel(x, y) & 0x00FF0000) != 0 ? 1 : 0;
+        return height;
+    };
+    EXPECT_TRUE(isMostly(picture->pixel(50, 50), kRed));
+    EXPECT_TRUE(isMostly(picture->pixel(250, 350), kRed));
+    EXPECT_GT(heightAt(25), heightAt(75)) << "the left edge is nearer";
+    EXPECT_LT(heightAt(225), heightAt(275)) << "the right edge is nearer";
     advance(0.5);
     EXPECT_TRUE(isMostly(screenshot()->pixel(50, 50), kBlue));
-    EXPECT_TRUE(isMostly(screenshot()->pixel(225, 25), kBlue));
-    advance(0.3);
+    EXPECT_TRUE(isMostly(screenshot()->pixel(250, 350), kBlue));
+    advance(0.25);
     EXPECT_THAT(ends, ElementsAre("one", "two"));
 }
 
@@ -349,7 +312,7 @@ TEST_F(FlipTest, APictureTurnsByWholePixelsSmoothlyAndDarkens) {
     EXPECT_EQ(turned->pixel(24, 13) >> 24, 0xFFU);
 }
 
-TEST_F(FlipTest, AFlipPaintsNothingAnewWhileItTurns) {
+TEST_F(FlipTest, AFlipRepaintsNothing) {
     class Counting : public UIView {
     public:
         using UIView::UIView;

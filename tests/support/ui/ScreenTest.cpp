@@ -149,6 +149,12 @@ std::shared_ptr<UIView> ScreenTest::find(UIAccessibilityRole role, const std::st
     return findBelow(screen().shared_from_this(), role, label);
 }
 
+CGRect ScreenTest::placeOfButton(const std::string& label) {
+    layOut();
+    const auto button = find(UIAccessibilityRole::Button, label);
+    return button ? button->convertRectToView(button->bounds(), nullptr) : CGRect{};
+}
+
 std::vector<std::string> ScreenTest::labels(UIAccessibilityRole role, UIView& below) {
     std::vector<std::string> found;
     collect(below, role, found);

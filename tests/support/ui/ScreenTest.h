@@ -53,6 +53,8 @@ protected:
 
     /// Frontmost first, what a screen reader would find with that role and label.
     std::shared_ptr<UIView> find(UIAccessibilityRole role, const std::string& label);
+    /// Of the visible button of that label, on the screen; nothing when there is none.
+    CGRect placeOfButton(const std::string& label);
     /// Labels of the role in the view and below it, in tree order.
     std::vector<std::string> labels(UIAccessibilityRole role, UIView& below);
 
