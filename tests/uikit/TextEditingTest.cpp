@@ -1,4 +1,3 @@
-#include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UITextBuffer.h"
 #include "platform/uikit/UITextField.h"
@@ -22,35 +21,24 @@ std::string picture(const UITextBuffer& buffer) {
     return text;
 }
 
-TEST(TextBuffer, CutsAndMovesOnlyBetweenCharacters) {
+TEST(TextBuffer, EditsAndMovesOnlyBetweenCharacters) {
     using Buffer = UITextBuffer;
     using Step = std::function<void(Buffer&)>;
-    const Step left = [](Buffer& b) {
-        b.moveBackward(Buffer::Extend::No);
+    const auto to = [](void (Buffer::*move)(Buffer::Extend), Buffer::Extend extend) {
+        return Step([=](Buffer& b) { (b.*move)(extend); });
     };
-    const Step right = [](Buffer& b) {
-        b.moveForward(Buffer::Extend::No);
-    };
-    const Step shiftLeft = [](Buffer& b) {
-        b.moveBackward(Buffer::Extend::Yes);
-    };
-    const Step wordLeft = [](Buffer& b) {
-        b.moveWordBackward(Buffer::Extend::No);
-    };
-    const Step wordRight = [](Buffer& b) {
-        b.moveWordForward(Buffer::Extend::No);
-    };
-    const Step home = [](Buffer& b) {
-        b.moveTo(0, Buffer::Extend::No);
-    };
-    const Step backspace = [](Buffer& b) {
-        b.deleteBackward();
-    };
-    const Step del = [](Buffer& b) {
-        b.deleteForward();
+    const Step left = to(&Buffer::moveBackward, Buffer::Extend::No);
+    const Step right = to(&Buffer::moveForward, Buffer::Extend::No);
+    const Step shiftLeft = to(&Buffer::moveBackward, Buffer::Extend::Yes);
+    const Step wordLeft = to(&Buffer::moveWordBackward, Buffer::Extend::No);
+    const Step wordRight = to(&Buffer::moveWordForward, Buffer::Extend::No);
+    const Step backspace = &Buffer::deleteBackward;
+    const Step del = &Buffer::deleteForward;
+    const auto at = [](std::size_t offset) {
+        return Step([=](Buffer& b) { b.moveTo(offset, Buffer::Extend::No); });
     };
     const auto type = [](const std::string& text) {
-        return Step([text](Buffer& b) { b.insert(text); });
+        return Step([=](Buffer& b) { b.insert(text); });
     };
     struct Case {
         std::string text;
@@ -64,22 +52,19 @@ TEST(TextBuffer, CutsAndMovesOnlyBetweenCharacters) {
         {"日本語", {left, left}, "日|本語"},
         {"e\u0301te\u0301", {left}, "e\u0301t|e\u0301"},
         {"e\u0301te\u0301", {backspace, backspace, backspace}, "|"},
-        {"👍🏽!", {home, right}, "👍🏽|!"},
-        {"👍🏽!", {home, del}, "|!"},
+        {"👍🏽!", {at(0), right}, "👍🏽|!"},
+        {"👍🏽!", {at(0), del}, "|!"},
         {"abcd", {left, shiftLeft, shiftLeft}, "a|bc^d"},
         {"abcd", {left, shiftLeft, shiftLeft, type("é")}, "aé|d"},
         {"abcd", {left, shiftLeft, shiftLeft, backspace}, "a|d"},
         {"abcd", {left, shiftLeft, shiftLeft, left}, "a|bcd"},
         {"abcd", {left, shiftLeft, shiftLeft, right}, "abc|d"},
         {"one  two", {wordLeft, wordLeft}, "|one  two"},
-        {"one  two", {home, wordRight, wordRight}, "one  two|"},
+        {"one  two", {at(0), wordRight, wordRight}, "one  two|"},
         {"a", {type("b\x01\x1b\tc\nd")}, "abc\nd|"},
         {"a", {type("\xff\xc3")}, "a\uFFFD\uFFFD|"},
-        {"日本",
-         {[](Buffer& b) {
-             b.moveTo(4, Buffer::Extend::No);
-         }},
-         "日|本"},
+        {"日本", {at(4)}, "日|本"},
+        {"日本", {at(99)}, "日本|"},
     };
     for (const Case& test : cases) {
         UITextBuffer buffer;
@@ -92,8 +77,19 @@ TEST(TextBuffer, CutsAndMovesOnlyBetweenCharacters) {
 
 class TextEditing : public support::ScreenTest {
 protected:
+    std::shared_ptr<UITextField> makeField(double width) {
+        const auto made = std::make_shared<UITextField>(CGRectMake(10, 40, width, 40));
+        window().addSubview(made);
+        return made;
+    }
+    std::shared_ptr<UITextView> makeTextView(const std::string& text) {
+        const auto made = std::make_shared<UITextView>(CGRectMake(0, 20, 200, 100));
+        made->setText(text);
+        window().addSubview(made);
+        return made;
+    }
     void focus(const std::shared_ptr<UIView>& view) {
-        UIApplication::sharedApplication().events().setFirstResponder(view);
+        application().events().setFirstResponder(view);
     }
     void pressTimes(int times, UIKeyCode code, bool shift = false) {
         for (int time = 0; time < times; ++time)
@@ -101,7 +97,7 @@ protected:
     }
 };
 
-TEST_F(TextEditing, LinesAreBrokenAtSpacesAndKeepEveryCharacter) {
+TEST_F(TextEditing, LinesBreakAtSpacesAndKeepEveryCharacter) {
     UITextLines lines(UIFont::systemFontOfSize(16));
     const std::string text = "The quick brown fox\n\njumps over a "
                              "verylongwordthatdoesnotfitononelineatall ü日本語";
@@ -113,12 +109,9 @@ TEST_F(TextEditing, LinesAreBrokenAtSpacesAndKeepEveryCharacter) {
                   100);
         kept += lines.textOf(line);
     }
-    const auto blank = [](char c) {
-        return c == ' ' || c == '\n';
-    };
     std::string expected = text;
-    std::erase_if(expected, blank);
-    std::erase_if(kept, blank);
+    for (std::string* each : {&expected, &kept})
+        std::erase_if(*each, [](char c) { return c == ' ' || c == '\n'; });
     EXPECT_EQ(kept, expected);
     for (std::size_t offset = 0; offset < 19; ++offset) {
         const CGRect caret = lines.caretRect(offset);
@@ -126,13 +119,12 @@ TEST_F(TextEditing, LinesAreBrokenAtSpacesAndKeepEveryCharacter) {
     }
 }
 
-TEST_F(TextEditing, AFieldTakesWhatIsTypedAtTheCaret) {
-    const auto field = std::make_shared<UITextField>(CGRectMake(10, 40, 200, 40));
+TEST_F(TextEditing, AFieldInsertsWhatIsTypedAtTheCaret) {
+    const auto field = makeField(200);
     int edits = 0;
     int ends = 0;
     field->addTarget([&] { ++edits; }, UIControlEventEditingChanged);
     field->addTarget([&] { ++ends; }, UIControlEventEditingDidEndOnExit);
-    window().addSubview(field);
     EXPECT_FALSE(type("x")) << "not focused";
     tap(*field);
     type("a@b");
@@ -152,10 +144,9 @@ TEST_F(TextEditing, AFieldTakesWhatIsTypedAtTheCaret) {
     EXPECT_EQ(field->text(), "two lines");
 }
 
-TEST_F(TextEditing, ATapPutsTheCaretBetweenTheNearestCharacters) {
-    const auto field = std::make_shared<UITextField>(CGRectMake(10, 40, 200, 40));
+TEST_F(TextEditing, ATapPlacesTheCaretBetweenTheNearestCharacters) {
+    const auto field = makeField(200);
     field->setText("iiiiWWWW");
-    window().addSubview(field);
     tap(CGPoint{11, 60});
     type("<");
     tap(CGPoint{200, 60});
@@ -168,8 +159,7 @@ TEST_F(TextEditing, ATapPutsTheCaretBetweenTheNearestCharacters) {
 }
 
 TEST_F(TextEditing, TheCaretOfALongTextStaysInsideTheField) {
-    const auto field = std::make_shared<UITextField>(CGRectMake(10, 40, 80, 40));
-    window().addSubview(field);
+    const auto field = makeField(80);
     focus(field);
     const auto caret = [&] {
         return field->subviews().front()->frame();
@@ -188,8 +178,7 @@ TEST_F(TextEditing, TheCaretOfALongTextStaysInsideTheField) {
 }
 
 TEST_F(TextEditing, TheCaretBlinksOnlyWhileFocused) {
-    const auto field = std::make_shared<UITextField>(CGRectMake(10, 40, 80, 40));
-    window().addSubview(field);
+    const auto field = makeField(80);
     const auto blinks = [&] {
         int changes = 0;
         bool last = field->subviews().front()->isHidden();
@@ -209,11 +198,9 @@ TEST_F(TextEditing, TheCaretBlinksOnlyWhileFocused) {
 }
 
 TEST_F(TextEditing, ATextViewMovesByLinesAndScrollsWithTheCaret) {
-    const auto view = std::make_shared<UITextView>(CGRectMake(0, 20, 200, 100));
+    const auto view = makeTextView("first\nsecond line\nx\nfourth line");
     int edits = 0;
     view->setTextChangeHandler([&] { ++edits; });
-    view->setText("first\nsecond line\nx\nfourth line");
-    window().addSubview(view);
     focus(view);
     press(UIKeyCode::Down);
     press(UIKeyCode::End);
@@ -224,8 +211,7 @@ TEST_F(TextEditing, ATextViewMovesByLinesAndScrollsWithTheCaret) {
     press(UIKeyCode::Up, true);
     EXPECT_EQ(view->selectedText(), "\nfourth line!");
     press(UIKeyCode::Down);
-    for (int line = 0; line < 20; ++line)
-        press(UIKeyCode::Enter);
+    pressTimes(20, UIKeyCode::Enter);
     EXPECT_EQ(edits, 21);
     EXPECT_GT(view->contentOffset().y, 200);
     pressTimes(40, UIKeyCode::Up);
@@ -235,12 +221,10 @@ TEST_F(TextEditing, ATextViewMovesByLinesAndScrollsWithTheCaret) {
 }
 
 TEST_F(TextEditing, ADragScrollsATextViewAndATapPlacesTheCaret) {
-    const auto view = std::make_shared<UITextView>(CGRectMake(0, 20, 200, 100));
     std::string text;
     for (int line = 0; line < 40; ++line)
         text += "line\n";
-    view->setText(text);
-    window().addSubview(view);
+    const auto view = makeTextView(text);
     touchDown({100, 100});
     for (double y = 100; y > 40; y -= 10) {
         advance(0.02);
@@ -250,7 +234,7 @@ TEST_F(TextEditing, ADragScrollsATextViewAndATapPlacesTheCaret) {
     touchUp({100, 40});
     advance(3);
     EXPECT_GT(view->contentOffset().y, 20);
-    EXPECT_EQ(UIApplication::sharedApplication().events().firstResponder(), nullptr);
+    EXPECT_EQ(application().events().firstResponder(), nullptr);
     tap(CGPoint{10, 60});
     type("X");
     EXPECT_NE(view->text(), text);

@@ -25,16 +25,14 @@ protected:
     }
     std::vector<std::string> labels() {
         std::vector<std::string> found;
-        for (const auto& seen : accessibilityTree(screen())) {
+        for (const auto& seen : accessibilityTree(screen()))
             found.push_back(seen.element.label);
-        }
         return found;
     }
     CGRect frameOf(const std::string& label) {
         for (const auto& seen : accessibilityTree(screen())) {
-            if (seen.element.label == label) {
+            if (seen.element.label == label)
                 return seen.frame;
-            }
         }
         return {};
     }

@@ -10,6 +10,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -21,13 +22,11 @@ using testing::ElementsAre;
 class UIApplicationTest : public support::ScreenTest {
 protected:
     UIStatusBar& statusBar() {
-        for (const auto& view : screen().subviews()) {
-            if (auto* bar = dynamic_cast<UIStatusBar*>(view.get())) {
-                return *bar;
-            }
-        }
-        ADD_FAILURE() << "no status bar";
-        std::abort();
+        const auto& views = screen().subviews();
+        const auto isBar = [](const auto& view) {
+            return dynamic_cast<UIStatusBar*>(view.get()) != nullptr;
+        };
+        return dynamic_cast<UIStatusBar&>(**std::ranges::find_if(views, isBar));
     }
     static std::shared_ptr<UIWindow> shown(double level) {
         auto made = std::make_shared<UIWindow>();
@@ -37,14 +36,13 @@ protected:
     }
     std::vector<UIView*> windows() {
         std::vector<UIView*> found;
-        for (const auto& view : screen().subviews()) {
+        for (const auto& view : screen().subviews())
             found.push_back(view.get());
-        }
         return found;
     }
 };
 
-TEST_F(UIApplicationTest, WindowsLieByLevelAndThenByTheOrderOfShowing) {
+TEST_F(UIApplicationTest, WindowsAreOrderedByLevelThenByShowing) {
     const auto alert = shown(UIWindowLevelAlert);
     const auto second = shown(UIWindowLevelNormal);
     auto* bar = static_cast<UIView*>(&statusBar());
@@ -70,7 +68,7 @@ TEST_F(UIApplicationTest, TheKeyWindowGoesBackWhenAnAlertLeaves) {
     EXPECT_EQ(application().keyWindow(), nullptr);
 }
 
-TEST_F(UIApplicationTest, TheStatusBarLiesAlongTheEdgeThatIsUp) {
+TEST_F(UIApplicationTest, TheStatusBarIsAtTheUpperEdge) {
     struct Case {
         UIInterfaceOrientation orientation;
         CGRect bar;
@@ -93,23 +91,22 @@ TEST_F(UIApplicationTest, TheStatusBarLiesAlongTheEdgeThatIsUp) {
     }
 }
 
-TEST_F(UIApplicationTest, TheClockChangesWithTheMinuteAndDrawsOnlyThen) {
-    const auto first = statusBar().clockText();
-    ASSERT_EQ(first.size(), 5U);
+TEST_F(UIApplicationTest, TheClockDrawsOnlyWhenTheMinuteChanges) {
+    auto last = statusBar().clockText();
+    ASSERT_EQ(last.size(), 5U);
     framesComposedIn(0.2);
     int changes = 0;
-    auto last = first;
     const int framesBefore = display().frames();
     for (int second = 0; second < 180; ++second) {
         framesComposedIn(1);
-        changes += statusBar().clockText() != last ? 1 : 0;
-        last = statusBar().clockText();
+        const auto now = statusBar().clockText();
+        changes += std::exchange(last, now) != now ? 1 : 0;
     }
     EXPECT_EQ(changes, 3);
     EXPECT_EQ(display().frames() - framesBefore, 3);
 }
 
-TEST_F(UIApplicationTest, NetworkActivityTurnsOnlyWhileItIsSeen) {
+TEST_F(UIApplicationTest, NetworkActivityTurnsOnlyWhileVisible) {
     framesComposedIn(0.2);
     application().setNetworkActivityIndicatorVisible(true);
     EXPECT_EQ(statusBar().accessibilityElement().value, "network activity");
@@ -126,11 +123,9 @@ TEST_F(UIApplicationTest, NetworkActivityTurnsOnlyWhileItIsSeen) {
 
 TEST_F(UIApplicationTest, StateChangesAreAnnouncedInThePhonesOrder) {
     std::vector<std::string> names;
-    NSNotificationCenter::defaultCenter().addObserver(
-        this, UIApplicationDidBecomeActiveNotification, nullptr,
-        [&](const auto& note) { names.push_back(note.name); });
     for (const auto* name :
-         {UIApplicationWillResignActiveNotification, UIApplicationDidEnterBackgroundNotification,
+         {UIApplicationDidBecomeActiveNotification, UIApplicationWillResignActiveNotification,
+          UIApplicationDidEnterBackgroundNotification,
           UIApplicationWillEnterForegroundNotification}) {
         NSNotificationCenter::defaultCenter().addObserver(
             this, name, nullptr, [&](const auto& note) { names.push_back(note.name); });
@@ -175,7 +170,7 @@ TEST_F(UIApplicationTest, TheDelegateHearsLaunchMemoryWarningAndEnd) {
     EXPECT_THAT(events, ElementsAre("launched", "still here", "memory", "end"));
 }
 
-TEST_F(UIApplicationTest, AnotherScreenScaleIsTakenFromTheDisplay) {
+TEST_F(UIApplicationTest, TheScreenTakesTheDisplaysScale) {
     UIApplication::resetSharedApplication();
     display().setScale(2);
     UIApplication::sharedApplication();

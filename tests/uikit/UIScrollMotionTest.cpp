@@ -34,16 +34,7 @@ double settle(UIScrollMotion& motion, double from, double frame = 1.0 / 60) {
     return now - from;
 }
 
-TEST(UIScrollMotionTest, AFingerMovesTheContentOneToOneInsideTheRange) {
-    auto motion = aList(100);
-    motion.beginDrag(300, 0);
-    motion.dragTo(250, 0.1);
-    EXPECT_EQ(motion.offset(), 150);
-    motion.dragTo(320, 0.2);
-    EXPECT_EQ(motion.offset(), 80);
-}
-
-TEST(UIScrollMotionTest, OutsideTheRangeContentGivesWayLessAndLess) {
+TEST(UIScrollMotionTest, OutsideTheRangeTheContentResistsMoreAndMore) {
     auto motion = aList();
     motion.beginDrag(0, 0);
     double last = 0;
@@ -59,7 +50,7 @@ TEST(UIScrollMotionTest, OutsideTheRangeContentGivesWayLessAndLess) {
     EXPECT_GT(motion.offset(), -400) << "never further than the view is long";
 }
 
-TEST(UIScrollMotionTest, ADragThatBeginsOutsideTheRangeDoesNotJump) {
+TEST(UIScrollMotionTest, ADragFromOutsideTheRangeDoesNotJump) {
     auto motion = aList();
     motion.beginDrag(0, 0);
     motion.dragTo(300, 0.5);
@@ -83,28 +74,26 @@ TEST(UIScrollMotionTest, WithoutBouncingTheEdgeIsAWall) {
     EXPECT_EQ(motion.offset(), 1000);
 }
 
-struct Flick {
-    const char* name;
-    double offset;
-    double distance; ///< of the finger, up is negative
-    double seconds;
-    Phase afterwards;
-    double rest;
-};
-
-// A release at v points a second coasts about v / 2 points: friction leaves 0.998 of the velocity
-// each millisecond.
-constexpr Flick kFlicks[] = {
-    {"a slow release rests", 500, -4, 0.1, Phase::Rest, 504},
-    {"up", 100, -60, 0.1, Phase::Coasting, 100 + 60 + 296},
-    {"down", 600, 60, 0.1, Phase::Coasting, 600 - 60 - 296},
-    {"past the end", 900, -60, 0.1, Phase::Coasting, 1000},
-    {"past the start", 100, 60, 0.1, Phase::Coasting, 0},
-    {"released outside", 0, 200, 1.0, Phase::Returning, 0},
-};
-
 TEST(UIScrollMotionTest, AReleaseCoastsBouncesAndRests) {
-    for (const Flick& flick : kFlicks) {
+    struct Case {
+        const char* name;
+        double offset;
+        double distance; ///< of the finger, up is negative
+        double seconds;
+        Phase afterwards;
+        double rest;
+    };
+    // A release at v points per second coasts about v / 2 points: friction leaves 0.998 of the
+    // velocity each millisecond.
+    const Case cases[] = {
+        {"a slow release rests", 500, -4, 0.1, Phase::Rest, 504},
+        {"up", 100, -60, 0.1, Phase::Coasting, 100 + 60 + 296},
+        {"down", 600, 60, 0.1, Phase::Coasting, 600 - 60 - 296},
+        {"past the end", 900, -60, 0.1, Phase::Coasting, 1000},
+        {"past the start", 100, 60, 0.1, Phase::Coasting, 0},
+        {"released outside", 0, 200, 1.0, Phase::Returning, 0},
+    };
+    for (const Case& flick : cases) {
         SCOPED_TRACE(flick.name);
         auto motion = aList(flick.offset);
         const double end = drag(motion, flick.distance, flick.seconds);
@@ -116,7 +105,7 @@ TEST(UIScrollMotionTest, AReleaseCoastsBouncesAndRests) {
     }
 }
 
-TEST(UIScrollMotionTest, AFingerThatStopsBeforeItLiftsDoesNotThrowTheContent) {
+TEST(UIScrollMotionTest, AFingerThatPausesBeforeItLiftsAndATouchEndMomentum) {
     auto motion = aList(500);
     motion.beginDrag(300, 0);
     motion.dragTo(200, 0.05);
@@ -124,6 +113,14 @@ TEST(UIScrollMotionTest, AFingerThatStopsBeforeItLiftsDoesNotThrowTheContent) {
     motion.endDrag(0.35);
     EXPECT_EQ(motion.phase(), Phase::Rest);
     EXPECT_EQ(motion.offset(), 700);
+
+    motion = aList(100);
+    const double end = drag(motion, -100, 0.1);
+    motion.advance(end + 0.1);
+    const double there = motion.offset();
+    motion.stop(end + 0.1);
+    EXPECT_EQ(motion.phase(), Phase::Rest);
+    EXPECT_EQ(motion.offset(), there);
 }
 
 TEST(UIScrollMotionTest, ThePathDoesNotDependOnTheFrameRate) {
@@ -141,7 +138,7 @@ TEST(UIScrollMotionTest, ThePathDoesNotDependOnTheFrameRate) {
     EXPECT_NEAR(places[0], places[2], 0.001);
 }
 
-TEST(UIScrollMotionTest, ABounceGoesOverTheEdgeOnceAndComesBackWithoutSwinging) {
+TEST(UIScrollMotionTest, ABouncePassesTheEdgeOnceAndDoesNotOscillate) {
     auto motion = aList(950);
     double now = drag(motion, -150, 0.1);
     double furthest = 0;
@@ -164,17 +161,7 @@ TEST(UIScrollMotionTest, ABounceGoesOverTheEdgeOnceAndComesBackWithoutSwinging) 
     EXPECT_LT(now, 1.5) << "it settles within a moment";
 }
 
-TEST(UIScrollMotionTest, StoppingEndsMomentumWhereItIs) {
-    auto motion = aList(100);
-    const double end = drag(motion, -100, 0.1);
-    motion.advance(end + 0.1);
-    const double there = motion.offset();
-    motion.stop(end + 0.1);
-    EXPECT_EQ(motion.phase(), Phase::Rest);
-    EXPECT_EQ(motion.offset(), there);
-}
-
-TEST(UIScrollMotionTest, WheelStepsAddUpAndStayInTheRange) {
+TEST(UIScrollMotionTest, WheelStepsAddUpWithinTheRange) {
     auto motion = aList(100);
     EXPECT_TRUE(motion.wheel(50, 0));
     EXPECT_TRUE(motion.wheel(50, 0.02));
@@ -188,7 +175,7 @@ TEST(UIScrollMotionTest, WheelStepsAddUpAndStayInTheRange) {
     EXPECT_FALSE(motion.wheel(50, 3)) << "so that an outer list may have it";
 }
 
-TEST(UIScrollMotionTest, AShorterContentPullsARestingOffsetIn) {
+TEST(UIScrollMotionTest, ShorterContentPullsTheOffsetIntoTheRange) {
     auto motion = aList(900);
     motion.setRange({0, 300, 400, true});
     EXPECT_EQ(motion.offset(), 300);
@@ -196,26 +183,24 @@ TEST(UIScrollMotionTest, AShorterContentPullsARestingOffsetIn) {
     EXPECT_EQ(motion.offset(), 0) << "content shorter than the view";
 }
 
-struct Bar {
-    const char* name;
-    double offset, minimum, maximum, viewLength;
-    UIScrollIndicatorSpan span;
-};
-
-constexpr Bar kBars[] = {
-    {"top", 0, 0, 400, 400, {2, 198}},
-    {"middle", 200, 0, 400, 400, {101, 198}},
-    {"bottom", 400, 0, 400, 400, {200, 198}},
-    {"very long content", 0, 0, 4000000, 400, {2, 36}},
-    {"squeezed at the top", -50, 0, 400, 400, {2, 148}},
-    {"squeezed at the bottom", 450, 0, 400, 400, {250, 148}},
-    {"squeezed to a dot", -1000, 0, 400, 400, {2, 6}},
-    {"with a top inset", -44, -44, 356, 400, {2, 198}},
-    {"all visible", 0, 0, 0, 400, {2, 396}},
-};
-
-TEST(UIScrollIndicatorTest, TheBarShowsWhatPartIsVisible) {
-    for (const Bar& bar : kBars) {
+TEST(UIScrollIndicatorTest, TheBarShowsTheVisiblePart) {
+    struct Case {
+        const char* name;
+        double offset, minimum, maximum, viewLength;
+        UIScrollIndicatorSpan span;
+    };
+    const Case cases[] = {
+        {"top", 0, 0, 400, 400, {2, 198}},
+        {"middle", 200, 0, 400, 400, {101, 198}},
+        {"bottom", 400, 0, 400, 400, {200, 198}},
+        {"very long content", 0, 0, 4000000, 400, {2, 36}},
+        {"squeezed at the top", -50, 0, 400, 400, {2, 148}},
+        {"squeezed at the bottom", 450, 0, 400, 400, {250, 148}},
+        {"squeezed to a dot", -1000, 0, 400, 400, {2, 6}},
+        {"with a top inset", -44, -44, 356, 400, {2, 198}},
+        {"all visible", 0, 0, 0, 400, {2, 396}},
+    };
+    for (const Case& bar : cases) {
         SCOPED_TRACE(bar.name);
         const auto span = scrollIndicatorSpan(bar.offset, bar.minimum, bar.maximum, bar.viewLength);
         EXPECT_EQ(span.position, bar.span.position);

@@ -1,6 +1,5 @@
 #include "platform/uikit/UIScrollView.h"
 
-#include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIEventDispatcher.h"
 #include "tests/support/ui/ScreenTest.h"
 
@@ -25,99 +24,88 @@ protected:
         }
         touchUp({100, 200 + distance});
     }
-    void wheel(double dy) {
-        UIApplication::sharedApplication().events().sendScroll({100, 100}, 0, dy, loop().now());
-    }
+    double y() const { return view->contentOffset().y; }
+    void wheel(double dy) { application().events().sendScroll({100, 100}, 0, dy, loop().now()); }
 
     std::shared_ptr<UIScrollView> view;
 };
 
-TEST_F(UIScrollViewTest, TakesATouchOverAfterTenPointsAndThenFollowsIt) {
+TEST_F(UIScrollViewTest, FollowsATouchAfterTenPoints) {
     touchDown({100, 300});
     touchMove({100, 291});
     EXPECT_FALSE(view->isDragging());
-    EXPECT_EQ(view->contentOffset().y, 0);
+    EXPECT_EQ(y(), 0);
     touchMove({100, 290});
     EXPECT_TRUE(view->isDragging());
-    EXPECT_EQ(view->contentOffset().y, 0) << "the content does not jump";
+    EXPECT_EQ(y(), 0) << "the content does not jump";
     touchMove({100, 250});
-    EXPECT_EQ(view->contentOffset().y, 40);
+    EXPECT_EQ(y(), 40);
     advance(0.5);
     touchUp({100, 250});
     EXPECT_FALSE(view->isDragging());
-    EXPECT_EQ(view->contentOffset().y, 40);
+    EXPECT_EQ(y(), 40);
+    touchDown({100, 300});
+    touchMove({100, 280});
+    touchMove({100, 265.3});
+    EXPECT_EQ(y(), 55) << "offsets are whole pixels";
+    touchUp({100, 265.3});
 }
 
-TEST_F(UIScrollViewTest, AFlickRollsOnAndAsksForFramesOnlyUntilItRests) {
+TEST_F(UIScrollViewTest, AFlickCoastsAndRequestsFramesOnlyUntilItRests) {
     drag(-60, 0.06);
     EXPECT_TRUE(view->isDecelerating());
-    const double released = view->contentOffset().y;
+    const double released = y();
     advance(5);
     EXPECT_FALSE(view->isDecelerating());
-    EXPECT_GT(view->contentOffset().y, released + 100);
+    EXPECT_GT(y(), released + 100);
     const int frames = display().frames();
     EXPECT_GT(frames, 30);
     advance(60);
     EXPECT_LE(display().frames(), frames + 1) << "a list at rest draws nothing";
 }
 
-TEST_F(UIScrollViewTest, ATouchStopsAListThatRolls) {
-    drag(-60, 0.06);
-    advance(0.2);
-    ASSERT_TRUE(view->isDecelerating());
-    const double there = view->contentOffset().y;
-    touchDown({100, 200});
-    EXPECT_FALSE(view->isDecelerating());
-    advance(1);
-    EXPECT_EQ(view->contentOffset().y, there);
-    touchUp({100, 200});
-    advance(1);
-    EXPECT_EQ(view->contentOffset().y, there);
-}
-
-TEST_F(UIScrollViewTest, PulledPastTheTopItSpringsBack) {
-    drag(200, 0.5);
-    EXPECT_LT(view->contentOffset().y, -30);
-    advance(2);
-    EXPECT_EQ(view->contentOffset().y, 0);
-}
-
-TEST_F(UIScrollViewTest, ACancelledDragReturnsToTheRange) {
-    touchDown({100, 100});
-    touchMove({100, 120});
-    touchMove({100, 300});
-    ASSERT_LT(view->contentOffset().y, -30);
-    UIApplication::sharedApplication().events().cancelTouch();
-    advance(2);
-    EXPECT_EQ(view->contentOffset().y, 0);
+TEST_F(UIScrollViewTest, APullPastTheTopSpringsBackAlsoWhenItIsCancelled) {
+    for (const bool cancelled : {false, true}) {
+        touchDown({100, 100});
+        touchMove({100, 120});
+        touchMove({100, 300});
+        EXPECT_LT(y(), -30);
+        advance(0.5);
+        if (cancelled)
+            application().events().cancelTouch();
+        else
+            touchUp({100, 300});
+        advance(2);
+        EXPECT_EQ(y(), 0);
+    }
 }
 
 TEST_F(UIScrollViewTest, ShortContentMovesOnlyWhereItAlwaysBounces) {
     view->setContentSize({320, 300});
     drag(-100, 0.3);
-    EXPECT_EQ(view->contentOffset().y, 0);
+    EXPECT_EQ(y(), 0);
     view->setAlwaysBounceVertical(true);
     drag(-100, 0.3);
-    EXPECT_GT(view->contentOffset().y, 10);
+    EXPECT_GT(y(), 10);
     advance(2);
-    EXPECT_EQ(view->contentOffset().y, 0);
+    EXPECT_EQ(y(), 0);
     view->setScrollEnabled(false);
     drag(-100, 0.3);
-    EXPECT_EQ(view->contentOffset().y, 0);
+    EXPECT_EQ(y(), 0);
 }
 
-TEST_F(UIScrollViewTest, AWheelScrollsAndLeavesWhatItCannotUse) {
+TEST_F(UIScrollViewTest, AWheelScrollsWithinTheRange) {
     wheel(60);
     advance(1);
-    EXPECT_EQ(view->contentOffset().y, 60);
+    EXPECT_EQ(y(), 60);
     wheel(-500);
     advance(1);
-    EXPECT_EQ(view->contentOffset().y, 0);
+    EXPECT_EQ(y(), 0);
     EXPECT_FALSE(view->scrollBy(0, -10, loop().now()));
     EXPECT_FALSE(view->scrollBy(10, 0, loop().now()));
 }
 
-TEST_F(UIScrollViewTest, ScrollsByTheLeastThatShowsARectangle) {
+TEST_F(UIScrollViewTest, ScrollsNoFurtherThanARectangleNeeds) {
     struct Case {
         double offset;
         CGRect rect;
@@ -131,26 +119,26 @@ TEST_F(UIScrollViewTest, ScrollsByTheLeastThatShowsARectangle) {
     for (const Case& each : cases) {
         view->setContentOffset({0, each.offset});
         view->scrollRectToVisible(each.rect, false);
-        EXPECT_EQ(view->contentOffset().y, each.expected);
+        EXPECT_EQ(y(), each.expected);
     }
     view->setContentOffset({0, 0});
     view->scrollRectToVisible(CGRectMake(0, 900, 10, 40), true);
-    EXPECT_EQ(view->contentOffset().y, 0);
+    EXPECT_EQ(y(), 0);
     advance(0.15);
-    EXPECT_GT(view->contentOffset().y, 0);
-    EXPECT_LT(view->contentOffset().y, 540);
+    EXPECT_GT(y(), 0);
+    EXPECT_LT(y(), 540);
     advance(1);
-    EXPECT_EQ(view->contentOffset().y, 540);
+    EXPECT_EQ(y(), 540);
 }
 
-TEST_F(UIScrollViewTest, TheInsetIsRoomBesideTheContent) {
+TEST_F(UIScrollViewTest, TheInsetExtendsTheRange) {
     view->setContentInset({44, 0, 37, 0});
-    EXPECT_EQ(view->contentOffset().y, -44);
+    EXPECT_EQ(y(), -44);
     view->scrollRectToVisible(CGRectMake(0, 1990, 10, 10), false);
-    EXPECT_EQ(view->contentOffset().y, 1600);
+    EXPECT_EQ(y(), 1600);
     ASSERT_TRUE(press(UIKeyCode::End));
     advance(1);
-    EXPECT_EQ(view->contentOffset().y, 1637);
+    EXPECT_EQ(y(), 1637);
 }
 
 TEST_F(UIScrollViewTest, TheIndicatorShowsWhileItMovesAndFadesAfterwards) {
@@ -168,13 +156,6 @@ TEST_F(UIScrollViewTest, TheIndicatorShowsWhileItMovesAndFadesAfterwards) {
     EXPECT_EQ(indicator->alpha(), 1);
     advance(1);
     EXPECT_EQ(indicator->alpha(), 0);
-}
-
-TEST_F(UIScrollViewTest, OffsetsLieOnPixels) {
-    touchDown({100, 300});
-    touchMove({100, 280});
-    touchMove({100, 265.3});
-    EXPECT_EQ(view->contentOffset().y, 15);
 }
 
 }

@@ -46,21 +46,16 @@ TEST(UIViewGeometryTest, TheFrameIsTheBoundingBoxUnderTheTransform) {
     }
 }
 
-TEST(UIViewGeometryTest, SettingTheFrameKeepsTheScrollPosition) {
-    auto view = viewAt(0, 0, 10, 10);
-    view->setBounds(CGRectMake(0, 300, 10, 10));
+TEST(UIViewGeometryTest, TheFrameKeepsTheScrollPositionAndBoundsGrowAroundTheCentre) {
+    auto view = viewAt(100, 100, 20, 20);
+    view->setBounds(CGRectMake(0, 300, 40, 60));
+    EXPECT_EQ(view->center(), (CGPoint{110, 110}));
+    EXPECT_EQ(view->frame(), CGRectMake(90, 80, 40, 60));
     view->setFrame(CGRectMake(5, 5, 20, 30));
     EXPECT_EQ(view->bounds(), CGRectMake(0, 300, 20, 30));
 }
 
-TEST(UIViewGeometryTest, BoundsGrowAroundTheCentre) {
-    auto view = viewAt(100, 100, 20, 20);
-    view->setBounds(CGRectMake(0, 0, 40, 60));
-    EXPECT_EQ(view->center(), (CGPoint{110, 110}));
-    EXPECT_EQ(view->frame(), CGRectMake(90, 80, 40, 60));
-}
-
-TEST(UIViewGeometryTest, AutoresizingSharesTheGrowthAsThePhoneDoes) {
+TEST(UIViewGeometryTest, AutoresizingSharesTheGrowth) {
     constexpr unsigned left = UIViewAutoresizingFlexibleLeftMargin;
     constexpr unsigned width = UIViewAutoresizingFlexibleWidth;
     constexpr unsigned right = UIViewAutoresizingFlexibleRightMargin;
@@ -119,42 +114,30 @@ TEST(UIViewGeometryTest, AutoresizingReachesGrandchildrenAndCanBeSwitchedOff) {
     EXPECT_EQ(middle->frame(), CGRectMake(0, 0, 150, 100));
 }
 
-/// A screen of 320 x 480 with a view laid on its side, as a landscape video lies on it.
-struct Landscape {
-    std::shared_ptr<UIView> screen = viewAt(0, 0, 320, 480);
-    std::shared_ptr<UIView> video = std::make_shared<UIView>();
-    std::shared_ptr<UIView> doneButton = viewAt(10, 20, 60, 30);
-
-    Landscape() {
-        screen->addSubview(video);
-        video->setBounds(CGRectMake(0, 0, 480, 320));
-        video->setCenter({160, 240});
-        video->setTransform(CGAffineTransformMakeRotation(M_PI / 2));
-        video->addSubview(doneButton);
-    }
-};
-
-TEST(UIViewGeometryTest, ATurnedViewFillsThePortraitScreen) {
-    const Landscape scene;
-    EXPECT_THAT(scene.video->frame(), IsRect(CGRectMake(0, 0, 320, 480)));
-}
-
-TEST(UIViewGeometryTest, TouchesReachTheRightPlaceOfATurnedView) {
-    const Landscape scene;
-    // The button's middle (40, 35) in the video lies at the upper right of the portrait screen.
-    const auto onScreen = scene.video->convertPointToView({40, 35}, scene.screen.get());
+TEST(UIViewGeometryTest, TouchesReachTheRightPlaceOfARotatedView) {
+    const auto screen = viewAt(0, 0, 320, 480);
+    const auto video = std::make_shared<UIView>();
+    const auto doneButton = viewAt(10, 20, 60, 30);
+    screen->addSubview(video);
+    video->setBounds(CGRectMake(0, 0, 480, 320));
+    video->setCenter({160, 240});
+    video->setTransform(CGAffineTransformMakeRotation(M_PI / 2));
+    video->addSubview(doneButton);
+    EXPECT_THAT(video->frame(), IsRect(CGRectMake(0, 0, 320, 480)));
+    // The button's middle (40, 35) in the video is at the upper right of the portrait screen.
+    const auto onScreen = video->convertPointToView({40, 35}, screen.get());
     EXPECT_NEAR(onScreen.x, 285, 1e-9);
     EXPECT_NEAR(onScreen.y, 40, 1e-9);
-    EXPECT_EQ(scene.screen->hitTest(onScreen), scene.doneButton);
-    EXPECT_EQ(scene.screen->hitTest({40, 35}), scene.video);
-    const auto back = scene.doneButton->convertPointFromView(onScreen, scene.screen.get());
+    EXPECT_EQ(screen->hitTest(onScreen), doneButton);
+    EXPECT_EQ(screen->hitTest({40, 35}), video);
+    const auto back = doneButton->convertPointFromView(onScreen, screen.get());
     EXPECT_NEAR(back.x, 30, 1e-9);
     EXPECT_NEAR(back.y, 15, 1e-9);
-    EXPECT_THAT(scene.doneButton->convertRectToView(scene.doneButton->bounds(), scene.screen.get()),
+    EXPECT_THAT(doneButton->convertRectToView(doneButton->bounds(), screen.get()),
                 IsRect(CGRectMake(270, 10, 30, 60)));
 }
 
-TEST(UIViewGeometryTest, ATouchGoesToTheFrontmostViewThatTakesIt) {
+TEST(UIViewGeometryTest, ATouchGoesToTheFrontmostViewThatAcceptsIt) {
     auto root = viewAt(0, 0, 100, 100);
     auto below = viewAt(0, 0, 100, 100);
     auto above = viewAt(50, 0, 50, 100);
@@ -178,18 +161,13 @@ TEST(UIViewGeometryTest, ATouchGoesToTheFrontmostViewThatTakesIt) {
     below->setUserInteractionEnabled(false);
     EXPECT_EQ(hit(), root);
     EXPECT_EQ(root->hitTest({100, 50}), nullptr);
+    const auto row = viewAt(0, 300, 100, 44);
+    root->addSubview(row);
+    root->setBounds(CGRectMake(0, 300, 100, 100));
+    EXPECT_EQ(root->hitTest({50, 320}), row) << "scrolled";
 }
 
-TEST(UIViewGeometryTest, AScrolledViewHitsWhatItShows) {
-    auto list = viewAt(0, 0, 100, 100);
-    auto row = viewAt(0, 300, 100, 44);
-    list->addSubview(row);
-    EXPECT_EQ(list->hitTest({50, 20}), list);
-    list->setBounds(CGRectMake(0, 300, 100, 100));
-    EXPECT_EQ(list->hitTest({50, 320}), row);
-}
-
-TEST(UIViewGeometryTest, SubviewsStandWhereTheyAreInserted) {
+TEST(UIViewGeometryTest, SubviewsKeepTheOrderOfInsertion) {
     auto root = viewAt(0, 0, 10, 10);
     std::vector<std::shared_ptr<UIView>> views;
     for (int i = 0; i < 4; ++i) {
@@ -227,7 +205,7 @@ TEST(UIViewGeometryTest, AViewHasOneSuperviewAtATime) {
     child->removeFromSuperview();
 }
 
-TEST(UIViewGeometryTest, LayoutRunsOnceForEachTimeItIsAskedFor) {
+TEST(UIViewGeometryTest, LayoutRunsOncePerRequest) {
     class Counting : public UIView {
     public:
         using UIView::UIView;
@@ -244,7 +222,7 @@ TEST(UIViewGeometryTest, LayoutRunsOnceForEachTimeItIsAskedFor) {
     EXPECT_EQ(leaf->layouts, 1);
     leaf->setFrame(CGRectMake(3, 3, 5, 5));
     root->layoutIfNeeded();
-    EXPECT_EQ(leaf->layouts, 1) << "moving is no reason to lay out";
+    EXPECT_EQ(leaf->layouts, 1) << "moving needs no layout";
     leaf->setFrame(CGRectMake(3, 3, 6, 5));
     root->layoutIfNeeded();
     EXPECT_EQ(leaf->layouts, 2);

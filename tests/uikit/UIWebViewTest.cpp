@@ -65,7 +65,7 @@ protected:
     std::shared_ptr<UIWebView> view_ = std::make_shared<UIWebView>(CGRectMake(0, 0, 320, 372));
 };
 
-TEST_F(UIWebViewTest, ThePageEngineIsAskedForAPageAtTheFirstLoadWithAllThatWasSetBefore) {
+TEST_F(UIWebViewTest, ThePageIsCreatedAtTheFirstLoadWithEarlierSettings) {
     view_->setScalesPageToFit(true);
     view_->setOpaque(false);
     view_->goBack();
@@ -93,23 +93,20 @@ TEST_F(UIWebViewTest, ThePageEngineIsAskedForAPageAtTheFirstLoadWithAllThatWasSe
     EXPECT_THAT(page().calls(), ElementsAre("loadHTML http://ads/"));
 }
 
-TEST_F(UIWebViewTest, ALoadIsAskedAboutOnceThenStartsAndEnds) {
+TEST_F(UIWebViewTest, ALoadIsMadeOnlyWhenTheDelegateAllowsIt) {
     load("http://site/a");
     EXPECT_THAT(delegate_.events, IsEmpty());
     turn();
     page().finishLoad();
     EXPECT_THAT(delegate_.events, ElementsAre("ask GET http://site/a 5", "start", "finish"));
-}
-
-TEST_F(UIWebViewTest, ARefusedLoadIsNotMade) {
     delegate_.allows = false;
-    load("http://site/a");
+    load("http://site/b");
     turn();
-    EXPECT_THAT(delegate_.events, ElementsAre("ask GET http://site/a 5"));
+    EXPECT_EQ(delegate_.events.back(), "ask GET http://site/b 5");
     EXPECT_FALSE(page().isLoading());
 }
 
-TEST_F(UIWebViewTest, OnlyPagesOfTheWebAreLoaded) {
+TEST_F(UIWebViewTest, OnlyWebPagesAreLoaded) {
     for (const char* url : {"file:///etc/passwd", "ftp://site/", "gmsg://x", "data:text/html,x"})
         load(url);
     view_->loadRequest(NSURLRequest(std::nullopt));
@@ -144,7 +141,7 @@ TEST_F(UIWebViewTest, NavigationsKeepTheirTypeMethodAndHeaders) {
     EXPECT_EQ(delegate_.requests.back().valueForHTTPHeaderField("referer"), "http://site/a");
 }
 
-TEST_F(UIWebViewTest, AnAddressThatTheEngineLetsThroughStaysAnAddress) {
+TEST_F(UIWebViewTest, EveryAddressOfTheEngineBecomesValid) {
     load("http://site/a");
     turn();
     const std::pair<const char*, const char*> cases[] = {
@@ -162,7 +159,7 @@ TEST_F(UIWebViewTest, AnAddressThatTheEngineLetsThroughStaysAnAddress) {
     EXPECT_EQ(delegate_.requests.back().valueForHTTPHeaderField("User-Agent"), "Scripted/1.0");
 }
 
-TEST_F(UIWebViewTest, AResponseIsAskedAboutBeforeItIsShown) {
+TEST_F(UIWebViewTest, TheDelegateDecidesWhetherAResponseIsShown) {
     load("http://site/a");
     turn();
     delegate_.showsAnswers = false;
@@ -189,7 +186,7 @@ TEST_F(UIWebViewTest, AResponseIsAskedAboutBeforeItIsShown) {
     EXPECT_EQ(delegate_.answers[1].expectedContentLength(), -1);
 }
 
-TEST_F(UIWebViewTest, FailuresCarryTheirDomainNumberAndSentence) {
+TEST_F(UIWebViewTest, FailuresHaveTheirDomainCodeAndDescription) {
     load("http://site/a");
     turn();
     page().failLoad({-999, "cancelled", "http://site/a"});
@@ -201,32 +198,28 @@ TEST_F(UIWebViewTest, FailuresCarryTheirDomainNumberAndSentence) {
     EXPECT_FALSE(view_->isLoading());
 }
 
-TEST_F(UIWebViewTest, WithoutADelegateEverythingTheEngineAllowsIsMade) {
-    load("http://site/a");
-    view_->setDelegate({});
-    turn();
-    EXPECT_TRUE(page().isLoading());
-    EXPECT_TRUE(view_->isLoading());
-    EXPECT_TRUE(page().respond({"http://site/form", "video/mp4", 200, {}, true, "POST"}));
-    page().finishLoad();
-    EXPECT_FALSE(view_->isLoading());
-    EXPECT_THAT(delegate_.events, IsEmpty());
+TEST_F(UIWebViewTest, WithoutADelegateEverythingIsAllowed) {
+    for (const bool destroyed : {false, true}) {
+        if (destroyed)
+            owner_.reset();
+        else
+            view_->setDelegate({});
+        load("http://site/a");
+        turn();
+        EXPECT_EQ(view_->delegate(), nullptr);
+        EXPECT_TRUE(page().isLoading());
+        EXPECT_TRUE(page().respond({"http://site/form", "video/mp4", 200, {}, true, "POST"}));
+        page().finishLoad();
+        EXPECT_FALSE(view_->isLoading());
+        load("http://site/b");
+        turn();
+        page().failLoad({102, "interrupted", "http://site/b"});
+        EXPECT_FALSE(view_->isLoading());
+        view_->setDelegate(owner_);
+    }
 }
 
-TEST_F(UIWebViewTest, ADelegateThatHasGoneIsNotAsked) {
-    load("http://site/a");
-    owner_.reset();
-    turn();
-    EXPECT_EQ(view_->delegate(), nullptr);
-    EXPECT_TRUE(page().respond({"http://site/form", "video/mp4", 200, {}, true, "POST"}));
-    page().finishLoad();
-    load("http://site/b");
-    turn();
-    page().failLoad({102, "interrupted", "http://site/b"});
-    EXPECT_FALSE(view_->isLoading());
-}
-
-TEST_F(UIWebViewTest, TheViewMayGoInEachOfItsCallbacks) {
+TEST_F(UIWebViewTest, TheViewMayBeDestroyedInEachCallback) {
     delegate_.onAsk = [this] {
         view_.reset();
     };
@@ -247,30 +240,22 @@ TEST_F(UIWebViewTest, TheViewMayGoInEachOfItsCallbacks) {
     EXPECT_EQ(delegate_.events.back(), "finish");
 }
 
-TEST_F(UIWebViewTest, WithoutAPageEngineNothingHappensAndScriptsYieldNothing) {
-    webEngine().setUnavailable(true);
-    load("http://site/a");
-    std::optional<std::string> result;
-    view_->stringByEvaluatingJavaScriptFromString("1+1",
-                                                  [&](const std::string& text) { result = text; });
-    EXPECT_FALSE(result);
-    turn();
-    EXPECT_EQ(result, "");
-    EXPECT_EQ(view_->userAgent(), "");
-    EXPECT_THAT(delegate_.events, IsEmpty());
-}
-
-TEST_F(UIWebViewTest, AScriptsResultComesLater) {
+TEST_F(UIWebViewTest, AScriptsResultComesLaterAndIsEmptyWithoutAPageEngine) {
     webEngine().setScriptResult("document.title", "Title");
-    load("http://site/a");
-    turn();
-    std::optional<std::string> result;
-    view_->stringByEvaluatingJavaScriptFromString("document.title",
-                                                  [&](const std::string& text) { result = text; });
-    view_->stringByEvaluatingJavaScriptFromString("nothing()");
-    EXPECT_FALSE(result);
-    turn();
-    EXPECT_EQ(result, "Title");
+    for (const bool unavailable : {true, false}) {
+        webEngine().setUnavailable(unavailable);
+        load("http://site/a");
+        turn();
+        std::optional<std::string> result;
+        view_->stringByEvaluatingJavaScriptFromString(
+            "document.title", [&](const std::string& text) { result = text; });
+        view_->stringByEvaluatingJavaScriptFromString("nothing()");
+        EXPECT_FALSE(result);
+        turn();
+        EXPECT_EQ(result, unavailable ? "" : "Title");
+        EXPECT_EQ(view_->userAgent(), unavailable ? "" : "Scripted/1.0");
+        EXPECT_EQ(delegate_.events.empty(), unavailable);
+    }
 }
 
 }
