@@ -13,12 +13,11 @@ namespace {
 using testing::ElementsAre;
 
 TEST(TVShowCatalogue, KnownShowsHaveTheirNumbers) {
-    struct Case {
+    const struct {
         std::size_t number;
         std::string_view title;
         std::string_view path;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {1, "24", "/tvshows/24.html"},
         {7, "Arrested Development", "/tvshows/ArrestedDevelopment.html"},
         {8, "Avatar: The Last Airbender", "/tvshows/boondocks.html"},
@@ -31,7 +30,7 @@ TEST(TVShowCatalogue, KnownShowsHaveTheirNumbers) {
     };
     const auto shows = tvShowCatalogue();
     ASSERT_EQ(shows.size(), 146U);
-    for (const Case& each : cases) {
+    for (const auto& each : cases) {
         EXPECT_EQ(shows[each.number - 1].title, each.title) << "row " << each.number;
         EXPECT_EQ(shows[each.number - 1].path, each.path) << "row " << each.number;
     }

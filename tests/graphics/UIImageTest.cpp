@@ -20,9 +20,8 @@ constexpr std::uint32_t kBlue = 0xFF0000FF;
 
 std::shared_ptr<Bitmap> filled(int width, int height, std::uint32_t pixel) {
     auto bitmap = std::make_shared<Bitmap>(width, height);
-    for (int y = 0; y < height; ++y) {
+    for (int y = 0; y < height; ++y)
         std::fill_n(bitmap->row(y), width, pixel);
-    }
     return bitmap;
 }
 
@@ -109,14 +108,13 @@ TEST_F(UIImageTest, TheVariantForTheScreenIsTaken) {
     write("Logo@3x.png", *filled(30, 30, kBlue));
     write("Small.png", *filled(10, 10, kRed));
     write("Sharp@2x.png", *filled(20, 20, kGreen));
-    struct Case {
+    const struct {
         double screen;
         const char* name;
         double scale;
-    };
-    const Case cases[] = {{1, "Logo.png", 1},   {1.25, "Logo.png", 2}, {2, "Logo", 2},
-                          {2.5, "Logo.png", 3}, {4, "Logo.png", 3},    {3, "Small.png", 1},
-                          {1, "Sharp.png", 2}};
+    } cases[] = {{1, "Logo.png", 1},   {1.25, "Logo.png", 2}, {2, "Logo", 2},
+                 {2.5, "Logo.png", 3}, {4, "Logo.png", 3},    {3, "Small.png", 1},
+                 {1, "Sharp.png", 2}};
     for (const auto& test : cases) {
         UIImage::setScreenScale(test.screen);
         const auto image = UIImage::imageNamed(test.name);
@@ -175,13 +173,12 @@ TEST_F(UIImageTest, PNGAndJPEGAreToldApartByTheirBytes) {
 TEST_F(UIImageTest, EveryKindOfPNGComesOutAsPremultipliedPixels) {
     const std::vector<std::vector<png_byte>> colours{{1, 2, 3, 4, 5, 6}, {7, 8, 9, 10, 11, 12}};
     const std::vector<std::uint32_t> colourPixels{0xFF010203, 0xFF040506, 0xFF070809, 0xFF0A0B0C};
-    struct Case {
+    const struct {
         const char* name;
         PNGFile file;
         std::vector<std::uint32_t> pixels; ///< of two rows of two
         bool isOpaque;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"colour", {colours, PNG_COLOR_TYPE_RGB}, colourPixels, true},
         {"interlaced", {colours, PNG_COLOR_TYPE_RGB, 8, PNG_INTERLACE_ADAM7}, colourPixels, true},
         {"one-bit grey",
@@ -218,9 +215,8 @@ TEST_F(UIImageTest, EveryKindOfPNGComesOutAsPremultipliedPixels) {
 TEST_F(UIImageTest, ABrokenFileYieldsNoPicture) {
     write("good.png", *filled(16, 16, kRed));
     const auto png = bytesOf(folder + "/good.png");
-    for (std::size_t length = 0; length + 12 < png.size(); ++length) {
+    for (std::size_t length = 0; length + 12 < png.size(); ++length)
         EXPECT_EQ(UIImage::imageWithData(std::span(png).first(length)), nullptr) << length;
-    }
     auto enormous = png;
     enormous[16] = std::byte{0x7F};
     EXPECT_EQ(UIImage::imageWithData(enormous), nullptr);
@@ -261,13 +257,12 @@ TEST_F(UIImageTest, CapsKeepTheirSizeAndTheMiddleStretches) {
     const std::vector<Probe> stretched = {{4, 4, kRed},  {5, 2, kGreen},   {34, 2, kGreen},
                                           {35, 4, kRed}, {20, 15, kGreen}, {2, 24, kGreen},
                                           {2, 25, kRed}, {2, 30, 0}};
-    struct Case {
+    const struct {
         const char* name;
         std::shared_ptr<const UIImage> image;
         CGRect rect;
         std::vector<Probe> probes;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"plain", framed(5, 1)->stretchableImage(5, 5), CGRectMake(0, 0, 40, 30), stretched},
         {"sharp", framed(10, 2)->stretchableImage(5, 5), CGRectMake(0, 0, 40, 30), stretched},
         {"no cap at the top",
@@ -279,7 +274,7 @@ TEST_F(UIImageTest, CapsKeepTheirSizeAndTheMiddleStretches) {
          CGRectMake(10, 10, 6, 20),
          {{11, 12, kRed}, {15, 12, kRed}, {16, 12, 0}, {9, 12, 0}}},
     };
-    for (const Case& each : cases) {
+    for (const auto& each : cases) {
         const auto picture = drawnInto(*each.image, each.rect);
         for (const auto& [x, y, pixel] : each.probes)
             EXPECT_EQ(picture->pixel(x, y), pixel) << each.name << " at " << x << ", " << y;

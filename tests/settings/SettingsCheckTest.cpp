@@ -18,11 +18,10 @@ TEST(SettingsCheck, AFileWithoutMistakesIsAccepted) {
 }
 
 TEST(SettingsCheck, EachMistakeIsNamedWithItsLine) {
-    struct Case {
+    const struct {
         const char* text;
         const char* mistake;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"[site]\nbase_url=http://a.example", "2: there is no setting 'base_url' in [site]"},
         {"[sites]\n\nbase-url=http://a.example", "3: there is no setting 'base-url' in [sites]"},
         {"base-url=http://a.example", "1: there is no setting 'base-url' in []"},
@@ -37,7 +36,7 @@ TEST(SettingsCheck, EachMistakeIsNamedWithItsLine) {
         {"[mail]\nsecurity=ssl", "2: security needs 'tls', 'starttls' or 'none', not 'ssl'"},
         {"[site]\nhttp://a.example", "2: 'http://a.example' is neither [group] nor key=value"},
     };
-    for (const Case& each : cases)
+    for (const auto& each : cases)
         EXPECT_THAT(settingMistakes(each.text), ElementsAre(HasSubstr(each.mistake))) << each.text;
     EXPECT_THAT(settingMistakes("[a]\nb=1\n[mail]\nport=x\n"),
                 ElementsAre(HasSubstr("2: "), HasSubstr("4: ")));

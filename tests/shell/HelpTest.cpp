@@ -55,13 +55,12 @@ constexpr const char* kMailBody = "Please Describe Your Problem Here:\n\n\nVistr
                                   "Machine1,1-12.5:\n0123456789abcdef0123456789abcdef01234567";
 
 TEST_F(HelpTest, EachChoiceShowsItsSheetOrAlertAndItsCloseButtonClosesIt) {
-    struct Case {
+    const struct {
         Titles path;
         const char* title;
         Titles buttons;
         std::string close;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {{}, "", {"How To Use", "FAQ", "Support", "Cancel"}, "Cancel"},
         {{"How To Use"}, "How To Use:", {"Got it", "FAQ"}, "Got it"},
         {{"FAQ"}, "FAQ", {"Close"}, "Close"},
@@ -72,7 +71,7 @@ TEST_F(HelpTest, EachChoiceShowsItsSheetOrAlertAndItsCloseButtonClosesIt) {
          {"Cancel", "Twitter", "Email"},
          "Cancel"},
     };
-    for (const Case& each : cases) {
+    for (const auto& each : cases) {
         SCOPED_TRACE(each.title);
         choose(each.path);
         EXPECT_EQ(alertTitle(), each.title);
@@ -110,18 +109,17 @@ TEST_F(HelpTest, TheTextsNameTheSiteItsOwnerAndTheHandle) {
 }
 
 TEST_F(HelpTest, ASupportMailIsWrittenInTheComposer) {
-    struct Case {
+    const struct {
         Titles path;
         const char* recipient;
         const char* subject;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {{"Support", "Website Support"}, "web@example.com", "Vistrel Website Support"},
         {{"Support", "Application Support", "Email"},
          "app@example.com",
          "Vistrel Application Support"},
     };
-    for (const Case& each : cases) {
+    for (const auto& each : cases) {
         choose(each.path);
         ASSERT_TRUE(isComposing()) << each.subject;
         EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, "Send"));

@@ -6,14 +6,13 @@ namespace vistrel {
 namespace {
 
 TEST(MailtoAddress, EveryCharacterStaysInItsField) {
-    struct Case {
+    const struct {
         const char* name;
         const char* recipient;
         const char* subject;
         const char* body;
         const char* address;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"plain", "a@example.com", "Hello", "World",
          "mailto:a@example.com?subject=Hello&body=World"},
         {"percent and ampersand", "a@example.com", "100% R&D", "a=b&cc=x@y?z#f",
@@ -31,7 +30,7 @@ TEST(MailtoAddress, EveryCharacterStaysInItsField) {
         {"a quoted at sign", "\"a@b\"@example.com", "", "",
          "mailto:%22a%40b%22@example.com?subject=&body="},
     };
-    for (const Case& each : cases)
+    for (const auto& each : cases)
         EXPECT_EQ(mailtoAddress(each.recipient, each.subject, each.body), each.address)
             << each.name;
 }

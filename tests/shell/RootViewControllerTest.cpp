@@ -69,18 +69,17 @@ TEST_F(RootTest, ARowThatDoesNotExistIsAnEmptyCellThatOpensNothing) {
 }
 
 TEST_F(RootTest, WebRowsOpenANewBrowserOnTheirAddressEachTime) {
-    struct Case {
+    const struct {
         int section;
         int row;
         const char* title;
         const char* address;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {1, 2, "Music", "http://site.example/music/"},
         {2, 0, "VIP Login", "http://site.example/vip/"},
         {3, 0, "Open Reel", "http://site.example/partner/1/"},
     };
-    for (const Case& each : cases) {
+    for (const auto& each : cases) {
         select(each.section, each.row);
         const auto browser = std::dynamic_pointer_cast<WebBrowserViewController>(top());
         ASSERT_TRUE(browser) << each.title;

@@ -119,12 +119,11 @@ TEST_F(Alert, AChoiceMayShowTheNextAlertAtOnce) {
 
 TEST_F(Alert, TheKeyboardAnswers) {
     using enum UIKeyCode;
-    struct Case {
+    const struct {
         std::vector<std::string> others;
         std::vector<UIKeyCode> keys;
         int choice;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {{}, {Enter}, 0},
         {{}, {Escape}, 0},
         {{"Yes"}, {Enter}, 1},
@@ -133,7 +132,7 @@ TEST_F(Alert, TheKeyboardAnswers) {
         {{"One", "Two"}, {Tab, Enter}, 2},
         {{"One", "Two"}, {Left, Left, Enter}, 2},
     };
-    for (const Case& test : cases) {
+    for (const auto& test : cases) {
         chooser_->choices.clear();
         show("Keys", test.others);
         for (const UIKeyCode key : test.keys)
@@ -169,12 +168,11 @@ TEST_F(Alert, NothingBelowGetsTouchesOrKeysAndAFingerThatIsDownIsCancelled) {
 }
 
 TEST_F(Alert, ButtonsAreSideBySideOrInRows) {
-    struct Case {
+    const struct {
         std::vector<std::string> others;
         int rows;
         std::vector<std::string> topToBottom; ///< a comma: side by side
-    };
-    const Case cases[] = {
+    } cases[] = {
         {{}, 0, {"Cancel"}},
         {{"A"}, 0, {"Cancel,A"}},
         {{"A"}, 2, {"A", "Cancel"}},
@@ -182,7 +180,7 @@ TEST_F(Alert, ButtonsAreSideBySideOrInRows) {
         {{"A", "B"}, 3, {"A", "B", "Cancel"}},
         {{"A", "B", "C"}, 2, {"Cancel,A", "B,C"}},
     };
-    for (const Case& test : cases) {
+    for (const auto& test : cases) {
         const auto alert = make("Layout", test.others);
         alert->setNumberOfRows(test.rows);
         alert->show();
@@ -234,18 +232,17 @@ TEST_F(Alert, TextThatDoesNotFitScrollsAndTheButtonsStayOnTheScreen) {
 }
 
 TEST_F(Alert, ASheetOffersItsButtonsInOrderWithCancelLast) {
-    struct Case {
+    const struct {
         std::string cancel;
         std::string destructive;
         std::vector<std::string> buttons;
         int tapped;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"Cancel", "", {"How To Use", "FAQ", "Support", "Cancel"}, 3},
         {"Cancel", "Delete", {"Delete", "How To Use", "FAQ", "Support", "Cancel"}, 0},
         {"", "", {"How To Use", "FAQ", "Support"}, 2},
     };
-    for (const Case& test : cases) {
+    for (const auto& test : cases) {
         chooser_->choices.clear();
         const auto sheet = UIActionSheet::withTitle("S", chooser_, test.cancel, test.destructive,
                                                     {"How To Use", "FAQ", "Support"});

@@ -27,12 +27,11 @@ std::uint32_t alpha(std::uint32_t pixel) {
 class Controls : public support::ScreenTest {};
 
 TEST_F(Controls, AButtonSendsWhatTheFingerDid) {
-    struct Case {
+    const struct {
         CGPoint from;
         CGPoint to;
         std::vector<unsigned> events;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {{60, 60}, {60, 60}, {UIControlEventTouchDown, UIControlEventTouchUpInside}},
         {{60, 60}, {60, 115}, {UIControlEventTouchDown, UIControlEventTouchUpInside}},
         {{60, 60}, {300, 400}, {UIControlEventTouchDown, UIControlEventTouchUpOutside}},
@@ -44,7 +43,7 @@ TEST_F(Controls, AButtonSendsWhatTheFingerDid) {
                                  UIControlEventTouchUpOutside, UIControlEventTouchCancel})
         button->addTarget([&heard, event] { heard.push_back(event); }, event);
     window().addSubview(button);
-    for (const Case& test : cases) {
+    for (const auto& test : cases) {
         heard.clear();
         touchDown(test.from);
         touchMove(test.to);
@@ -77,15 +76,13 @@ TEST_F(Controls, AnActionMayDisableOrRemoveItsButton) {
 }
 
 TEST_F(Controls, APressedPictureIsDarkerAndADisabledOneFainter) {
-    struct Case {
+    const struct {
         bool adjusts;
         bool hasPressedPicture;
         std::uint32_t pressed;
-    };
-    const Case cases[] = {
-        {true, false, 0xFF8C0000}, {false, false, kOpaqueRed}, {true, true, kOpaqueGreen}};
+    } cases[] = {{true, false, 0xFF8C0000}, {false, false, kOpaqueRed}, {true, true, kOpaqueGreen}};
     for (const auto set : {&UIButton::setImageForState, &UIButton::setBackgroundImageForState}) {
-        for (const Case& test : cases) {
+        for (const auto& test : cases) {
             UIButton button(CGRectMake(0, 0, 20, 20));
             (button.*set)(plainImage(20, 20, kOpaqueRed), UIControlState::Normal);
             if (test.hasPressedPicture)

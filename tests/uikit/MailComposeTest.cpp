@@ -116,18 +116,17 @@ TEST_F(MailCompose, AMailThatCanNeitherBeSentNorSavedIsReported) {
 }
 
 TEST_F(MailCompose, CancelOffersToDeleteSaveOrContinueADraft) {
-    struct Case {
+    const struct {
         std::string choice; ///< empty: nothing was written, Cancel does not ask
         std::vector<int> results;
         std::size_t drafts;
         bool shown;
-    };
-    const Case cases[] = {{"", {0}, 0, false},
-                          {"Cancel", {}, 0, true},
-                          {"Save Draft", {1}, 1, false},
-                          {"Delete Draft", {0}, 0, false}};
+    } cases[] = {{"", {0}, 0, false},
+                 {"Cancel", {}, 0, true},
+                 {"Save Draft", {1}, 1, false},
+                 {"Delete Draft", {0}, 0, false}};
     std::size_t drafts = 0;
-    for (const Case& test : cases) {
+    for (const auto& test : cases) {
         if (!isShown()) {
             ending_->results.clear();
             SetUp();

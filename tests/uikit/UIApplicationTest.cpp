@@ -69,12 +69,11 @@ TEST_F(UIApplicationTest, TheKeyWindowGoesBackWhenAnAlertLeaves) {
 }
 
 TEST_F(UIApplicationTest, TheStatusBarIsAtTheUpperEdge) {
-    struct Case {
+    const struct {
         UIInterfaceOrientation orientation;
         CGRect bar;
         CGRect application;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {UIInterfaceOrientation::LandscapeRight, CGRectMake(300, 0, 20, 480),
          CGRectMake(0, 0, 300, 480)},
         {UIInterfaceOrientation::LandscapeLeft, CGRectMake(0, 0, 20, 480),

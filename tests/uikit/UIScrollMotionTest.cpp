@@ -184,12 +184,11 @@ TEST(UIScrollMotionTest, ShorterContentPullsTheOffsetIntoTheRange) {
 }
 
 TEST(UIScrollIndicatorTest, TheBarShowsTheVisiblePart) {
-    struct Case {
+    const struct {
         const char* name;
         double offset, minimum, maximum, viewLength;
         UIScrollIndicatorSpan span;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"top", 0, 0, 400, 400, {2, 198}},
         {"middle", 200, 0, 400, 400, {101, 198}},
         {"bottom", 400, 0, 400, 400, {200, 198}},
@@ -200,7 +199,7 @@ TEST(UIScrollIndicatorTest, TheBarShowsTheVisiblePart) {
         {"with a top inset", -44, -44, 356, 400, {2, 198}},
         {"all visible", 0, 0, 0, 400, {2, 396}},
     };
-    for (const Case& bar : cases) {
+    for (const auto& bar : cases) {
         SCOPED_TRACE(bar.name);
         const auto span = scrollIndicatorSpan(bar.offset, bar.minimum, bar.maximum, bar.viewLength);
         EXPECT_EQ(span.position, bar.span.position);

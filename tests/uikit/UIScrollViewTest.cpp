@@ -106,17 +106,16 @@ TEST_F(UIScrollViewTest, AWheelScrollsWithinTheRange) {
 }
 
 TEST_F(UIScrollViewTest, ScrollsNoFurtherThanARectangleNeeds) {
-    struct Case {
+    const struct {
         double offset;
         CGRect rect;
         double expected;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {100, CGRectMake(0, 150, 10, 40), 100},  {100, CGRectMake(0, 60, 10, 40), 60},
         {100, CGRectMake(0, 480, 10, 40), 120},  {0, CGRectMake(0, 1990, 10, 500), 1600},
         {100, CGRectMake(0, 300, 10, 900), 300},
     };
-    for (const Case& each : cases) {
+    for (const auto& each : cases) {
         view->setContentOffset({0, each.offset});
         view->scrollRectToVisible(each.rect, false);
         EXPECT_EQ(y(), each.expected);

@@ -42,12 +42,11 @@ TEST(UITableViewLayoutTest, RowsAndHeadersFollowOneAnother) {
 
 TEST(UITableViewLayoutTest, ARowIsFoundByItsPlace) {
     const auto layout = aLayout();
-    struct Case {
+    const struct {
         double y;
         std::optional<NSIndexPath> row;
         std::optional<NSIndexPath> below;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {-5, {}, NSIndexPath{0, 0}},
         {0, {}, NSIndexPath{0, 0}}, // in the header
         {20, NSIndexPath{0, 0}, NSIndexPath{0, 0}},

@@ -287,9 +287,8 @@ TEST_F(FlipTest, TwoViewsFlipAtTheSameTimeInOppositeDirections) {
 TEST_F(FlipTest, APictureTurnsByWholePixelsSmoothlyAndDarkens) {
     Bitmap picture(40, 20);
     for (int y = 0; y < 20; ++y) {
-        for (int x = 0; x < 40; ++x) {
+        for (int x = 0; x < 40; ++x)
             picture.row(y)[x] = x < 20 ? kRed : kBlue;
-        }
     }
     constexpr int headroom = 3;
     std::shared_ptr<Bitmap> straight;

@@ -22,12 +22,11 @@ MATCHER_P(IsRect, expected, "") {
 }
 
 TEST(UIViewGeometryTest, TheFrameIsTheBoundingBoxUnderTheTransform) {
-    struct Case {
+    const struct {
         const char* name;
         CGAffineTransform transform;
         CGRect frame;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"none", {}, CGRectMake(10, 20, 100, 40)},
         {"quarter turn", CGAffineTransformMakeRotation(M_PI / 2), CGRectMake(40, -10, 40, 100)},
         {"half turn", CGAffineTransformMakeRotation(M_PI), CGRectMake(10, 20, 100, 40)},
@@ -62,13 +61,12 @@ TEST(UIViewGeometryTest, AutoresizingSharesTheGrowth) {
     constexpr unsigned top = UIViewAutoresizingFlexibleTopMargin;
     constexpr unsigned height = UIViewAutoresizingFlexibleHeight;
     constexpr unsigned bottom = UIViewAutoresizingFlexibleBottomMargin;
-    struct Case {
+    const struct {
         const char* name;
         unsigned mask;
         CGRect before;
         CGRect after; ///< the superview goes from 100 x 100 to 200 x 300
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"none", 0, CGRectMake(10, 20, 30, 40), CGRectMake(10, 20, 30, 40)},
         {"width", width, CGRectMake(10, 20, 30, 40), CGRectMake(10, 20, 130, 40)},
         {"left margin", left, CGRectMake(10, 20, 30, 40), CGRectMake(110, 20, 30, 40)},
@@ -177,9 +175,8 @@ TEST(UIViewGeometryTest, SubviewsKeepTheOrderOfInsertion) {
     using testing::ElementsAre;
     const auto order = [&](const UIView& view) {
         std::vector<std::ptrdiff_t> indices;
-        for (const auto& child : view.subviews()) {
+        for (const auto& child : view.subviews())
             indices.push_back(std::find(views.begin(), views.end(), child) - views.begin());
-        }
         return indices;
     };
     root->insertSubviewBelowSubview(views[3], *views[1]);

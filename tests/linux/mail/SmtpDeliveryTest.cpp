@@ -89,12 +89,11 @@ TEST_F(SmtpDeliveryTest, TheServerAndTheAccountDecideHowToSignIn) {
 }
 
 TEST_F(SmtpDeliveryTest, ARefusalAtAnyPointFailsWithTheServersReply) {
-    struct Case {
+    const struct {
         Replies replies;
         int code;
         const char* says;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {{{"greeting", "421 too busy"}}, EAGAIN, "421 too busy"},
         {{{"AUTH", "535 5.7.8 bad AG1lAHMzY3JldC1wYXNz"}},
          EACCES,
@@ -107,7 +106,7 @@ TEST_F(SmtpDeliveryTest, ARefusalAtAnyPointFailsWithTheServersReply) {
         {{{"greeting", ""}}, ECONNRESET, "closed the connection"},
         {{{"MAIL", ""}}, ECONNRESET, "closed the connection"},
     };
-    for (const Case& each : cases) {
+    for (const auto& each : cases) {
         send({.replies = each.replies});
         ASSERT_FALSE(succeeded()) << each.says;
         EXPECT_EQ(outcomes_.front().failure().code, each.code) << each.says;
@@ -196,20 +195,19 @@ TEST_F(EncryptedDelivery, OnlyTheGreetingPrecedesTheEncryption) {
 }
 
 TEST_F(EncryptedDelivery, AnUntrustedServerGetsNothing) {
-    struct Case {
+    const struct {
         const char* name;
         std::vector<std::string> extensions;
         const char* host;
         bool trusted;
         const char* injected;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"offers no encryption", {"AUTH PLAIN"}, "localhost", true, ""},
         {"unknown authority", {"STARTTLS"}, "localhost", false, ""},
         {"another's certificate", {"STARTTLS"}, "127.0.0.1", true, ""},
         {"speaks too soon", {"STARTTLS"}, "localhost", true, "250 AUTH PLAIN\r\n"},
     };
-    for (const Case& each : cases) {
+    for (const auto& each : cases) {
         auto behaviour = secureServer();
         behaviour.extensions = each.extensions;
         behaviour.injected = each.injected;

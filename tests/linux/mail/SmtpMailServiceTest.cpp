@@ -60,13 +60,12 @@ protected:
 };
 
 TEST_F(MailServiceTest, AnAccountNeedsAServerAndASender) {
-    struct Case {
+    const struct {
         std::map<std::string, std::string> settings;
         bool canSend = false;
         int port = 0;
         MailSecurity security{};
-    };
-    const Case cases[] = {
+    } cases[] = {
         {{}},
         {{{"host", "h"}}},
         {{{"host", "h"}, {"user", "me"}}},
@@ -79,7 +78,7 @@ TEST_F(MailServiceTest, AnAccountNeedsAServerAndASender) {
          MailSecurity::StartTLS},
         {{{"host", "h"}, {"from", "me@h"}, {"port", "70000"}}, true, 587, MailSecurity::StartTLS},
     };
-    for (const Case& each : cases) {
+    for (const auto& each : cases) {
         settings_ = each.settings;
         EXPECT_EQ(SmtpMailService(loop_, *files_, lookup()).canSendMail(), each.canSend);
         const auto account = mailAccountFrom(lookup());

@@ -85,12 +85,11 @@ TEST(SceneRecordingTest, OnlyAnOpaquePaintThatReachesEverythingCovers) {
     const auto moved = [](double x, double y) {
         return CGAffineTransformMakeTranslation(x, y);
     };
-    struct Case {
+    const struct {
         const char* name;
         std::vector<Paint> paints;
         bool covered;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"nothing", {}, false},
         {"a fill", {{exactly}}, true},
         {"a translucent fill", {{larger, kTranslucent}}, false},
