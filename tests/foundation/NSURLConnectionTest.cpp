@@ -188,7 +188,11 @@ TEST_F(NSURLConnectionTest, FollowsRedirectsAndReportsTheFinalAddress) {
 TEST_F(NSURLConnectionTest, TheFinalAddressIsFoundWithoutTheBody) {
     network().at(kURL).redirectsTo("http://site/b", 302);
     network().at("http://site/b").redirectsTo("https://other/film", 307);
-    network().at("https://other/film").type("video/mp4").body("a long film").stallsAfter(3);
+    network()
+        .at("https://other/film")
+        .type("video/mp4")
+        .body("a long film")
+        .secondsBetweenChunks(9);
     network().at("http://site/gone").fails(host::TransferErrorKind::CannotConnect, "refused");
     std::vector<std::string> found;
     for (const char* start : {kURL, "http://site/gone"})
