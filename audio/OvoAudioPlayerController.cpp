@@ -19,7 +19,6 @@ namespace vistrel {
 
 namespace {
 
-constexpr const char* kPlayerVolumeKey = "PlayerVolume";
 constexpr const char* kInterruptionKey = "Interruption";
 
 }

@@ -20,6 +20,9 @@ class OvoAudioPlayerRemote;
 class UISlider;
 class UITableViewCell;
 
+/// Where the volume slider's value is stored.
+inline constexpr const char* kPlayerVolumeKey = "PlayerVolume";
+
 /// The music player: plays a queue of files one after another, with shuffle and repeat, cover and
 /// track table. A new player is made for each track; while a track's file cannot be opened there is
 /// none, requests to it do nothing, and its time, length and volume are 0. Present it modally: it

@@ -12,6 +12,7 @@
 #include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UILabel.h"
 #include "platform/uikit/UISlider.h"
+#include "settings/Manners.h"
 
 #include <utility>
 
@@ -22,13 +23,14 @@ namespace {
 constexpr double kUpdateInterval = 0.01;
 constexpr double kReflectionShare = 0.65;
 
-/// The remembered volume; without one, the player's own. A file that cannot be opened changes
-/// nothing: its silence must not become that of the rest of the queue.
+/// The stored volume; without one, the player's, which is 0 for a file that cannot be opened.
 float volumeToShow(const AVAudioPlayer* player, float shown) {
-    const float stored = NSUserDefaults::standardUserDefaults().floatForKey("PlayerVolume");
+    const float stored = NSUserDefaults::standardUserDefaults().floatForKey(kPlayerVolumeKey);
     if (stored != 0.0F)
         return stored;
-    return player ? player->volume() : shown;
+    if (player)
+        return player->volume();
+    return manners().keepsVolume ? shown : 0;
 }
 
 void setModePicture(UIButton& button, const char* name, const char* spokenState) {

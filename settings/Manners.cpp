@@ -9,7 +9,9 @@ Manners Manners::careful() {
             .confirmsDownloads = true,
             .refusesErrorAnswers = true,
             .keepsExistingFiles = true,
-            .retriesDownloads = true};
+            .retriesDownloads = true,
+            .notifiesOfDownloads = true,
+            .keepsVolume = true};
 }
 
 Manners manners() {

@@ -215,7 +215,7 @@ void addEnd(std::vector<TourStep>& steps) {
 std::vector<TourStep> musicTour() {
     for (const char* name : kTracks)
         (void)NSFileManager::defaultManager().removeItemAtPath(pathOfDownload(name));
-    NSUserDefaults::standardUserDefaults().removeObjectForKey("PlayerVolume");
+    NSUserDefaults::standardUserDefaults().removeObjectForKey(kPlayerVolumeKey);
     std::vector<TourStep> steps;
     addTracks(steps);
     addOverlay(steps);

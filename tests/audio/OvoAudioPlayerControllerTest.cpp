@@ -246,15 +246,20 @@ TEST_F(OvoAudioPlayerControllerTest, AnInterruptionDoesNotOutliveItsPlayer) {
     EXPECT_FALSE(isPlaying()) << "the last track has ended and must not be repeated";
 }
 
-TEST_F(OvoAudioPlayerControllerTest, AFileThatCannotBeOpenedDoesNotSilenceTheQueue) {
-    for (const int broken : {0, 1}) {
-        media().at(trackURL(broken).absoluteString()).failure = "gone";
-        open(3, 0);
-        while (player().selectedIndex() < 2)
-            tap(*views().nextButton);
-        EXPECT_EQ(views().volumeSlider->value(), 1.0F) << broken;
-        EXPECT_EQ(player().player()->volume(), 1.0F) << broken;
-        close();
+TEST_F(OvoAudioPlayerControllerTest,
+       AFileThatCannotBeOpenedSilencesTheQueueUnlessMannersAreCareful) {
+    for (const bool careful : {false, true}) {
+        deterministicHost().settings["manners/careful"] = careful ? "yes" : "no";
+        const float volume = careful ? 1 : 0;
+        for (const int broken : {0, 1}) {
+            media().at(trackURL(broken).absoluteString()).failure = "gone";
+            open(3, 0);
+            while (player().selectedIndex() < 2)
+                tap(*views().nextButton);
+            EXPECT_EQ(views().volumeSlider->value(), volume) << broken;
+            EXPECT_EQ(player().player()->volume(), volume) << broken;
+            close();
+        }
     }
 }
 
@@ -287,7 +292,7 @@ TEST_F(OvoAudioPlayerControllerTest, AFirstFileThatCannotBeOpenedStillOpensTheSc
     open(2);
     EXPECT_THAT(logLines(), testing::Contains(HasSubstr("Permission denied")));
     EXPECT_EQ(views().titleLabel->text(), "0.mp3");
-    EXPECT_EQ(views().volumeSlider->value(), 1.0F);
+    EXPECT_EQ(views().volumeSlider->value(), 0.0F);
     tap(*views().nextButton);
     EXPECT_TRUE(isPlaying());
 }

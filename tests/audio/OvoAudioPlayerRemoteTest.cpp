@@ -106,7 +106,7 @@ TEST_F(OvoAudioPlayerRemoteTest, TheVolumeIsTheSliders) {
     EXPECT_EQ(views().volumeSlider->value(), 0.25F);
     EXPECT_EQ(player().player()->volume(), 0.25F);
     EXPECT_EQ(told().volume, 0.25F);
-    EXPECT_EQ(NSUserDefaults::standardUserDefaults().floatForKey("PlayerVolume"), 0.25F);
+    EXPECT_EQ(NSUserDefaults::standardUserDefaults().floatForKey(kPlayerVolumeKey), 0.25F);
 }
 
 TEST_F(OvoAudioPlayerRemoteTest, WithoutAPlayerKeysDoNothing) {
