@@ -8,6 +8,7 @@
 #include "platform/foundation/Weakly.h"
 #include "platform/graphics/UIImage.h"
 #include "platform/uikit/UIAlertView.h"
+#include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIButton.h"
 #include "platform/uikit/UILabel.h"
 #include "platform/uikit/UINavigationItem.h"
@@ -32,10 +33,6 @@ std::string progressText(std::int64_t received, std::int64_t expected) {
     std::snprintf(text, sizeof text, "Received %.02fMB of %.02fMB", megabytes(received),
                   megabytes(expected));
     return text;
-}
-
-void showAlert(const char* title, std::string message) {
-    UIAlertView::withTitle(title, std::move(message), {}, "OK")->show();
 }
 
 NSError errorWithText(int code, std::string text) {
@@ -194,8 +191,14 @@ void FileDownloadViewController::showProgress() {
     percentComplete_ = progressView_->progress() * 100.0F;
 }
 
+void FileDownloadViewController::tellOfEnd(const char* title, const std::string& message) {
+    UIAlertView::withTitle(title, message, {}, "OK")->show();
+    if (manners_.notifiesOfDownloads)
+        UIApplication::sharedApplication().presentLocalNotification(title, message);
+}
+
 void FileDownloadViewController::showSuccess() {
-    showAlert("Download Succeeded",
+    tellOfEnd("Download Succeeded",
               "The file has been saved as " + std::string(kDownloadsFolder) + localFilename_);
     downloadButton_->setTitleForState("Done!", UIControlState::Normal);
 }
@@ -232,7 +235,7 @@ void FileDownloadViewController::fail(NSURLConnection& connection, const NSError
 
 void FileDownloadViewController::showFailure(const NSError& error) {
     const std::string& description = error.localizedDescription();
-    showAlert("Failed to Download File", description);
+    tellOfEnd("Failed to Download File", description);
     progressLabel_->setText("Failed: " + description);
     progressLabel_->setTextColor(UIColor::redColor());
     downloadButton_->setTitleForState("Failed", UIControlState::Normal);

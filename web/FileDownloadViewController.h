@@ -62,6 +62,7 @@ private:
     void beginFile(const NSURLResponse& response);
     bool isWhole() const;
     void showProgress();
+    void tellOfEnd(const char* title, const std::string& message);
     void showSuccess();
     void showFailure(const NSError& error);
     void fail(NSURLConnection& connection, const NSError& error);

@@ -25,6 +25,8 @@ public:
     virtual bool openURL(const std::string& url) = 0;
     virtual void setIdleTimerDisabled(bool disabled) = 0;
     virtual void vibrate() = 0;
+    /// Shows a notification; plain text.
+    virtual void notify(const std::string& title, const std::string& text) = 0;
 
     /// True when an outgoing account is configured.
     virtual bool canSendMail() = 0;
@@ -35,7 +37,7 @@ public:
     virtual Status saveDraft(const OutgoingMail& mail) = 0;
 };
 
-/// What the machine says of itself.
+/// Information about the machine.
 struct DeviceIdentity {
     std::string model;            ///< "iPad"-like product name: here the kind of device
     std::string machine;          ///< hardware model string

@@ -182,6 +182,12 @@ void UIApplication::setIdleTimerDisabled(bool disabled) {
     host::current().desktop->setIdleTimerDisabled(disabled);
 }
 
+void UIApplication::presentLocalNotification(const std::string& title, const std::string& text) {
+    if (state_ != UIApplicationState::Active) {
+        host::current().desktop->notify(title, text);
+    }
+}
+
 bool UIApplication::canOpenURL(const NSURL& url) {
     return host::current().desktop->canOpenURL(url.absoluteString());
 }

@@ -61,6 +61,10 @@ public:
     void setIdleTimerDisabled(bool disabled);
     bool isIdleTimerDisabled() const { return idleTimerDisabled_; }
 
+    /// Shows a notification of the desktop. Nothing happens while the application is active: its
+    /// screens tell the user then.
+    void presentLocalNotification(const std::string& title, const std::string& text);
+
     bool canOpenURL(const NSURL& url);
     bool openURL(const NSURL& url);
 

@@ -20,6 +20,10 @@ public:
     bool openURL(const std::string& url) override;
     void setIdleTimerDisabled(bool disabled) override { idleTimerDisabled_ = disabled; }
     void vibrate() override { ++vibrations_; }
+    void notify(const std::string& title, const std::string& text) override {
+        notifications_.push_back(title + ": " + text);
+    }
+    const std::vector<std::string>& notifications() const { return notifications_; }
     bool canSendMail() override { return canSendMail_; }
     void sendMail(host::OutgoingMail mail, std::function<void(double fraction)> progress,
                   std::function<void(host::Status)> done) override;
@@ -46,6 +50,7 @@ private:
     bool idleTimerDisabled_ = false;
     bool canSendMail_ = true;
     int vibrations_ = 0;
+    std::vector<std::string> notifications_;
 };
 
 }

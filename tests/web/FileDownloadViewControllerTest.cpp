@@ -299,6 +299,26 @@ TEST_F(FileDownloadTest, ABrokenDownloadWhoseFileWasChangedBeginsAgain) {
     EXPECT_EQ(files().contents(kPath), "0123456789");
 }
 
+TEST_F(FileDownloadTest, BehindOtherWindowsCarefulMannersNotifyOfTheEnd) {
+    using State = UIApplicationState;
+    for (const bool careful : {false, true}) {
+        deterministicHost().settings["manners/careful"] = careful ? "yes" : "no";
+        for (const State state : {State::Active, State::Inactive, State::Background}) {
+            UIApplication::sharedApplication().setState(state);
+            const auto before = desktop().notifications().size();
+            answer().body("film");
+            const auto screen = open();
+            tap(*screen->downloadButton());
+            advance(5);
+            const bool notifies = careful && state != State::Active;
+            EXPECT_EQ(desktop().notifications().size() - before, notifies ? 1U : 0U);
+            startAgain();
+        }
+    }
+    EXPECT_THAT(desktop().notifications().back(),
+                testing::StartsWith("Download Succeeded: The file has been saved as "));
+}
+
 TEST_F(FileDownloadTest, TwoRunningDownloadsOfOneNameKeepTheirBytesApart) {
     answer().body("first").chunks({2, 3}).secondsBetweenChunks(5);
     const auto first = open();

@@ -15,6 +15,8 @@ namespace {
 constexpr const char* kApplicationID = "org.vistrel.Vistrel";
 constexpr const char* kScreenSaverName = "org.freedesktop.ScreenSaver";
 constexpr const char* kScreenSaverPath = "/org/freedesktop/ScreenSaver";
+constexpr const char* kNotificationsName = "org.freedesktop.Notifications";
+constexpr const char* kNotificationsPath = "/org/freedesktop/Notifications";
 constexpr const char* kFeedbackName = "org.sigxcpu.Feedback";
 constexpr const char* kFeedbackPath = "/org/sigxcpu/Feedback";
 
@@ -111,6 +113,21 @@ void GioDesktop::vibrate() {
         bus(), kFeedbackName, kFeedbackPath, kFeedbackName, "TriggerFeedback",
         g_variant_new("(ssa{sv}i)", kApplicationID, "button-pressed", nullptr, -1), nullptr,
         G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr, nullptr, nullptr);
+}
+
+void GioDesktop::notify(const std::string& title, const std::string& text) {
+    if (!bus())
+        return;
+    // The body may be markup; file names are not.
+    const std::unique_ptr<char, Freed> body(g_markup_escape_text(text.c_str(), -1));
+    GVariantBuilder hints;
+    g_variant_builder_init(&hints, G_VARIANT_TYPE_VARDICT);
+    g_variant_builder_add(&hints, "{sv}", "desktop-entry", g_variant_new_string(kApplicationID));
+    g_dbus_connection_call(bus(), kNotificationsName, kNotificationsPath, kNotificationsName,
+                           "Notify",
+                           g_variant_new("(susssasa{sv}i)", "Vistrel", 0U, kApplicationID,
+                                         title.c_str(), body.get(), nullptr, &hints, -1),
+                           nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr, nullptr);
 }
 
 bool GioDesktop::canSendMail() {

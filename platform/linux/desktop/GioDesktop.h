@@ -23,6 +23,7 @@ public:
     bool openURL(const std::string& url) override;
     void setIdleTimerDisabled(bool disabled) override;
     void vibrate() override;
+    void notify(const std::string& title, const std::string& text) override;
     bool canSendMail() override;
     void sendMail(host::OutgoingMail mail, std::function<void(double fraction)> progress,
                   std::function<void(host::Status)> done) override;
