@@ -190,6 +190,7 @@ TEST_F(MoviesTableViewCellTest, TheTopLineHasALightEdgeAboveAndTheBottomBlockOne
     EXPECT_NEAR(topDark->left - 75, 250 - topDark->right, 3) << "centred";
 
     cell->setTopTextLabel("");
+    EXPECT_FALSE(extentOf(*content(), isDark));
     cell->setBottomTextLabel("HHH");
     const auto bottomLight = extentOf(*content(), isLight);
     const auto bottomDark = extentOf(*content(), isDark);

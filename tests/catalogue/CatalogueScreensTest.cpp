@@ -5,6 +5,7 @@
 #include "platform/graphics/UIImage.h"
 #include "platform/uikit/SceneWalk.h"
 #include "platform/uikit/UIImageView.h"
+#include "platform/uikit/UILabel.h"
 #include "platform/uikit/UINavigationItem.h"
 #include "platform/uikit/UITableView.h"
 #include "tests/support/ui/PaintingCounter.h"
@@ -68,7 +69,12 @@ TEST_F(CatalogueScreensTest, ATapThroughTheShineOpensTheShowsPage) {
     EXPECT_EQ(screen->navigationItem().title(), "TV Shows");
     EXPECT_FALSE(application().isNetworkActivityIndicatorVisible());
     EXPECT_EQ(table.frame(), CGRectMake(27, 145, 265, 155));
-    EXPECT_NE(find(UIAccessibilityRole::Label, "Select a Show"), nullptr);
+    EXPECT_FALSE(table.isOpaque()) << "the television is seen through it";
+    const auto heading =
+        std::dynamic_pointer_cast<UILabel>(find(UIAccessibilityRole::Label, "Select a Show"));
+    ASSERT_NE(heading, nullptr);
+    EXPECT_EQ(heading->frame(), CGRectMake(56, 29, 207, 67));
+    EXPECT_EQ(heading->font(), UIFont::boldSystemFontOfSize(24));
     ASSERT_EQ(table.numberOfRowsInSection(0), 146);
     const auto cell =
         std::dynamic_pointer_cast<TVShowsTableViewCell>(table.cellForRowAtIndexPath({0, 1}));

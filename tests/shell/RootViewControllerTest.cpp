@@ -129,6 +129,8 @@ TEST_F(RootTest, TheBannerLiesAtTheLowerEdgeAndLoadsAfterTheFirstFrame) {
         }
         navigation().popViewControllerAnimated(false);
         settle();
+        menu->didReceiveMemoryWarning();
+        EXPECT_FALSE(menu->bannerView());
     }
 }
 

@@ -61,8 +61,8 @@ TEST_F(StartUpTest, AnAddressFromTheDesktopOpensOnTopOfWhatIsOpen) {
     navigation->presentModalViewController(std::make_shared<UIViewController>(), false);
     EXPECT_TRUE(open("http://films.example/page"));
     EXPECT_FALSE(open("file:///etc/passwd"));
+    EXPECT_FALSE(navigation->modalViewController()) << "at once";
     advance(1);
-    EXPECT_FALSE(navigation->modalViewController());
     EXPECT_EQ(navigation->viewControllers().size(), 2U);
     const auto browser =
         std::dynamic_pointer_cast<WebBrowserViewController>(navigation->topViewController());
