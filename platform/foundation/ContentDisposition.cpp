@@ -11,7 +11,7 @@ namespace vistrel {
 
 namespace {
 
-/// Takes everything up to the next ";" that stands outside quotes.
+/// Takes everything up to the next ";" outside quotes.
 std::string_view takeParameter(std::string_view& header) {
     bool quoted = false;
     std::size_t at = 0;

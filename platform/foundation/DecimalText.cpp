@@ -92,7 +92,7 @@ double decimalTextAsDouble(std::string_view text) {
     const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
     if (result.ec != std::errc::result_out_of_range)
         return number;
-    // Too large and too small are told apart by the decimal exponent of the first digit.
+    // The decimal exponent of the first digit tells overflow from underflow.
     const Normal normal = normalised(text);
     const bool large = normal.exponent + static_cast<std::int64_t>(normal.digits.size()) > 0;
     const double magnitude = large ? std::numeric_limits<double>::infinity() : 0.0;

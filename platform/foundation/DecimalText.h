@@ -12,6 +12,6 @@ namespace vistrel {
 /// The number truncated to an integer and clamped to the range.
 [[nodiscard]] std::int64_t decimalTextAsInteger(std::string_view text);
 
-/// Whether two numbers are the same decimal: 1.50, 15e-1 and 1.5 do.
+/// Whether two numbers are the same decimal: 1.50, 15e-1 and 1.5 are.
 [[nodiscard]] bool decimalTextsAreEqual(std::string_view a, std::string_view b);
 }

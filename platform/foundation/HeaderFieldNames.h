@@ -6,7 +6,7 @@
 
 namespace vistrel {
 
-/// Names of HTTP header fields compare without case.
+/// Names of HTTP header fields are case-insensitive.
 [[nodiscard]] bool headerFieldNamesAreEqual(std::string_view a, std::string_view b);
 
 /// The values of all fields of that name, in order.
@@ -14,7 +14,7 @@ namespace vistrel {
 valuesOfHeaderField(const std::vector<std::pair<std::string, std::string>>& fields,
                     std::string_view name);
 
-/// The same as one text, joined with ", " (RFC 9110, 5.3); empty when absent.
+/// The same as one string, joined with ", " (RFC 9110, 5.3); empty when absent.
 [[nodiscard]] std::string
 valueOfHeaderField(const std::vector<std::pair<std::string, std::string>>& fields,
                    std::string_view name);

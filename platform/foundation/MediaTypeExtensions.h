@@ -3,11 +3,11 @@
 
 namespace vistrel {
 
-/// Whether a file of the media type (in any case) may carry the extension, in small letters or in
-/// capitals: mixed spellings are not looked for. True for types that are not known here.
+/// Whether a file of the media type (in any case) may have the extension, in lower or in upper
+/// case; mixed case does not count. True for unknown types.
 [[nodiscard]] bool extensionFitsMediaType(std::string_view extension, std::string_view mimeType);
 
-/// The usual extension; empty for types that are not known here.
+/// The usual extension; empty for unknown types.
 [[nodiscard]] std::string_view extensionForMediaType(std::string_view mimeType);
 
 }

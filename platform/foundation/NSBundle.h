@@ -11,7 +11,7 @@ class NSBundle {
 public:
     static NSBundle& mainBundle();
 
-    /// Machine path of a resource, empty when there is none. With `type` empty, `name` is the whole
+    /// Machine path of a resource, empty when missing. With an empty `type`, `name` is the whole
     /// file name.
     std::string pathForResourceOfType(std::string_view name, std::string_view type) const;
     /// Info.plist; an empty dictionary when missing.

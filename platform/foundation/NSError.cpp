@@ -23,7 +23,7 @@ NSError::NSError(std::string domain, int code, Value::Dictionary userInfo)
 NSError::~NSError() {
     std::shared_ptr<const NSError> next = std::move(underlyingError_);
     while (next && next.use_count() == 1) {
-        // The sole owner may take the link out of an error that is about to be destroyed.
+        // A sole owner may take the link from an error that is about to be destroyed.
         next = std::move(const_cast<NSError&>(*next).underlyingError_);
     }
 }

@@ -6,7 +6,7 @@
 
 namespace vistrel {
 
-/// A failure as a value: where it comes from, which one it is, and a sentence for people.
+/// A failure as a value: its domain, its code, and a sentence for people.
 class NSError {
 public:
     NSError(std::string domain, int code, std::string localizedDescription,

@@ -10,7 +10,7 @@
 
 namespace vistrel {
 
-/// One open file. Closed at the latest when destroyed.
+/// One open file. The destructor closes it if nothing else has.
 class NSFileHandle {
 public:
     /// For reading and writing; null when the file cannot be opened.

@@ -38,7 +38,7 @@ void NSNotificationCenter::removeObserver(const void* observer, const std::strin
 void NSNotificationCenter::postNotification(const std::string& name, const void* object,
                                             Value userInfo) {
     const NSNotification notification{name, object, std::move(userInfo)};
-    // Handlers may change the registrations: those of this moment are gone through.
+    // Handlers may change the registrations, so this iterates over a copy.
     const std::vector<std::shared_ptr<Registration>> registrations = registrations_;
     for (const auto& registration : registrations) {
         if (!registration->active || registration->name != name)

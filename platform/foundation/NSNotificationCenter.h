@@ -8,16 +8,16 @@
 
 namespace vistrel {
 
-/// What observers receive: a name, who sends it (compared by address only), and what it carries.
+/// What observers receive: a name, the sender (compared by address only), and user info.
 struct NSNotification {
     std::string name;
     const void* object = nullptr;
     Value userInfo;
 };
 
-/// Hands each posted notification to the observers of its name, at once, in the order of
-/// registration. Observers may register and remove inside a handler; a removed one is not called
-/// any more.
+/// Delivers each posted notification to the observers of its name, synchronously, in the order of
+/// registration. Handlers may add and remove observers; a removed one is no longer
+/// called.
 class NSNotificationCenter {
 public:
     using Handler = std::function<void(const NSNotification&)>;
@@ -25,7 +25,7 @@ public:
     static NSNotificationCenter& defaultCenter();
 
     /// `observer` identifies the registration for removal and is not retained; it must remove
-    /// itself before it goes. `object` null: from any sender.
+    /// itself before it is destroyed. `object` null: from any sender.
     void addObserver(const void* observer, const std::string& name, const void* object,
                      Handler handler);
     /// Empty name: all names. Null object: all senders.

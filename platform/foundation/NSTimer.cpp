@@ -8,7 +8,7 @@
 namespace vistrel {
 
 namespace {
-/// What the phone takes for an interval of nothing or less.
+/// The phone's interval in place of zero or less.
 constexpr double kShortestInterval = 0.0001;
 }
 

@@ -4,7 +4,7 @@
 
 namespace vistrel {
 
-/// Calls an action on the run loop after an interval, once or again and again. The run loop keeps a
+/// Calls an action on the run loop after an interval, once or repeatedly. The run loop keeps a
 /// scheduled timer alive until it has fired (or, repeating, until invalidate).
 class NSTimer {
 public:

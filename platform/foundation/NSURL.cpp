@@ -66,7 +66,7 @@ bool contains(std::string_view characters, char character) {
     return characters.find(character) != std::string_view::npos;
 }
 
-/// Page engines leave some characters unescaped that RFC 3986 has no place for.
+/// Characters that page engines leave unescaped although RFC 3986 does not allow them.
 bool mayStandInAddress(char character) {
     return isLetter(character) || isDigit(character) ||
            contains("-._~:/?#[]@!$&'()*+,;=%|\\^`{}", character);

@@ -5,16 +5,16 @@
 
 namespace vistrel {
 
-/// An absolute or relative address per RFC 3986. A value; its parts are cut from the text as they
-/// stand, percent escapes included, unless a member says otherwise.
+/// An absolute or relative address (RFC 3986). A value type; its parts are verbatim pieces of the
+/// text, percent escapes included, unless a member says otherwise.
 class NSURL {
 public:
     /// Nothing when the text is not an address: empty, blanks, control characters, characters
     /// outside ASCII, quotes, angle brackets, malformed escapes, an http address without a host.
     /// What page engines leave unescaped beyond RFC 3986 (| ^ { } ` \ and brackets outside the
-    /// host) is taken.
+    /// host) is accepted.
     static std::optional<NSURL> URLWithString(std::string_view text);
-    /// The "file" address of an absolute path; what a path may hold and an address may not is
+    /// The "file" address of an absolute path; characters that an address may not contain are
     /// escaped.
     static NSURL fileURLWithPath(std::string_view path);
 

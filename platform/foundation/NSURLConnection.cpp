@@ -13,7 +13,7 @@ namespace vistrel {
 
 namespace {
 
-/// The transfer counts its own redirects, not those that begin another one.
+/// The transfer counts its own redirects, but not those that start a new transfer.
 constexpr int kMostRestarts = 20;
 
 host::CookieUse cookieUse(NSURLRequestCookies cookies) {
@@ -166,7 +166,7 @@ void NSURLConnection::end() {
     const auto self = std::exchange(keepAlive_, nullptr);
     NSRunLoop::cancelPerform(std::exchange(pending_, 0));
     transfer_.reset();
-    // Last: letting the delegate go may destroy whoever called.
+    // Last: releasing the delegate may destroy the caller.
     const auto delegate = std::exchange(delegate_, nullptr);
 }
 
@@ -197,7 +197,7 @@ bool NSURLConnection::transferWillRedirect(const host::TransferResponse& redirec
         stopAtRedirect(*response);
         return false;
     }
-    // The transfer knows nothing of the credentials for another origin.
+    // The transfer does not know the credentials for another origin.
     const bool keepsCredential = authorization(current_) == authorization(next);
     if (keepsCredential && sendsTheSame(*chosen, next)) {
         current_ = std::move(*chosen);

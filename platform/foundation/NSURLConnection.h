@@ -11,7 +11,7 @@
 namespace vistrel {
 
 /// One asynchronous HTTP transfer. While it runs it keeps itself and its delegate alive; callbacks
-/// come on the main run loop, never before the call that started it has returned.
+/// arrive on the main run loop, never before the call that started it has returned.
 class NSURLConnection : public std::enable_shared_from_this<NSURLConnection>,
                         private host::TransferClient {
 public:
@@ -26,7 +26,7 @@ public:
 
     /// Starting a running connection again does nothing.
     void start();
-    /// Nothing is reported any more; the delegate is let go.
+    /// Nothing more is reported; the delegate is released.
     void cancel();
 
 private:

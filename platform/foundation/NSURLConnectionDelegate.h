@@ -10,14 +10,14 @@ class NSURLConnection;
 class NSURLRequest;
 class NSURLResponse;
 
-/// Hears one connection's events on the main run loop, in the order response, data, then finish or
+/// Receives one connection's events on the main run loop, in the order response, data, finish or
 /// failure.
 class NSURLConnectionDelegate {
 public:
     virtual ~NSURLConnectionDelegate() = default;
 
     /// Before a request is sent because of a redirect; the response is the redirect answer. Return
-    /// the request to send, or nothing to stop where the redirect answer stands.
+    /// the request to send, or nothing to stop with the redirect answer as the response.
     virtual std::optional<NSURLRequest>
     connectionWillSendRequestRedirectResponse(NSURLConnection& connection,
                                               const NSURLRequest& request,

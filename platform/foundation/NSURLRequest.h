@@ -10,16 +10,16 @@
 
 namespace vistrel {
 
-/// Numbers are the phone's.
+/// With the phone's numbers.
 enum class NSURLRequestCachePolicy { UseProtocolCachePolicy = 0, ReloadIgnoringLocalCacheData = 1 };
 
 /// Whose cookies a connection uses. The phone has one store for all.
 enum class NSURLRequestCookies { SendAndStore, SendOnly, None };
 
-/// A request for one address. A value; "mutable" requests of the phone are just variables of it.
+/// A request for one address. A value type: what is a mutable request on the phone is a variable.
 class NSURLRequest {
 public:
-    /// No address: a connection for it fails with NSURLErrorBadURL.
+    /// Without an address a connection fails with NSURLErrorBadURL.
     explicit NSURLRequest(
         std::optional<NSURL> URL,
         NSURLRequestCachePolicy cachePolicy = NSURLRequestCachePolicy::UseProtocolCachePolicy,
@@ -48,7 +48,7 @@ public:
     const std::optional<NSURL>& mainDocumentURL() const { return mainDocumentURL_; }
     void setMainDocumentURL(std::optional<NSURL> url) { mainDocumentURL_ = std::move(url); }
 
-    /// True for methods that may be sent a second time without an effect of their own (GET, HEAD):
+    /// True for safe methods, which may be repeated without side effects (GET, HEAD):
     /// RFC 9110, 9.2.1.
     bool isSafeToRepeat() const;
 

@@ -20,7 +20,7 @@ std::string NSURLResponse::valueForHTTPHeaderField(std::string_view field) const
 }
 
 std::string NSURLResponse::suggestedFilename() const {
-    // Joined, the parameters of one field would run into those of the next.
+    // If joined, the parameters of one field would run into those of the next.
     const auto dispositions = valuesOfHeaderField(fields_, "Content-Disposition");
     return vistrel::suggestedFilename(dispositions.empty() ? std::string() : dispositions.front(),
                                       URL_.absoluteString(), MIMEType_);

@@ -9,7 +9,7 @@
 
 namespace vistrel {
 
-/// The answer's head: what it is, how long, and what its file should be called.
+/// A response's head: its type, its length, and a name for its file.
 class NSURLResponse {
 public:
     using HeaderFields = std::vector<std::pair<std::string, std::string>>;
@@ -22,10 +22,10 @@ public:
     int statusCode() const { return statusCode_; }
     /// Type and subtype exactly as sent, without parameters.
     const std::string& MIMEType() const { return MIMEType_; }
-    /// Bytes announced; -1 when unknown, also for a compressed answer.
+    /// Bytes announced; -1 when unknown, or when the response is compressed.
     std::int64_t expectedContentLength() const { return expectedContentLength_; }
     const HeaderFields& allHeaderFields() const { return fields_; }
-    /// Names compare without case. A repeated field is read whole, its values joined with ", ";
+    /// Names are case-insensitive. The values of a repeated field are joined with ", ";
     /// empty when absent.
     std::string valueForHTTPHeaderField(std::string_view field) const;
 

@@ -96,7 +96,7 @@ bool NSUserDefaults::synchronize() {
         return true;
     const auto status = host::current().preferences->save(values_);
     if (!status) {
-        // The change stays in memory and goes out with the next save.
+        // The change stays in memory until the next save.
         NSLog("User defaults cannot be saved: " + status.failure().message);
         return false;
     }

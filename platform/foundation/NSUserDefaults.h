@@ -19,13 +19,13 @@ public:
     /// The stored value, else the registered one, else a null value.
     Value objectForKey(std::string_view key) const;
     void setObjectForKey(Value value, const std::string& key);
-    /// 0 when there is no number under the key.
+    /// 0 when the key has no number.
     float floatForKey(std::string_view key) const;
     void setFloatForKey(float value, const std::string& key);
     void removeObjectForKey(std::string_view key);
-    /// Adds values for keys under which nothing is stored. They are not saved.
+    /// Adds values for keys that have none stored. They are not saved.
     void registerDefaults(const Value::Dictionary& defaults);
-    /// Saves now; whether everything is stored.
+    /// Saves now; whether that succeeded.
     bool synchronize();
 
     ~NSUserDefaults();

@@ -5,7 +5,7 @@
 
 namespace vistrel {
 
-/// The bytes that the percent escapes stand for; a "%" that starts no escape stays as it is.
+/// Decodes percent escapes; a "%" that starts no escape is kept.
 [[nodiscard]] std::string percentDecoded(std::string_view text);
 
 /// As above, but nothing when a "%" starts no escape.
@@ -14,7 +14,7 @@ namespace vistrel {
 /// Escapes what is not allowed in the path of an address.
 [[nodiscard]] std::string percentEncodedPath(std::string_view path);
 
-/// Escapes all but letters, digits and "-._~": right for any part of an address.
+/// Escapes all but letters, digits and "-._~": suits any part of an address.
 [[nodiscard]] std::string percentEncodedComponent(std::string_view text);
 
 }

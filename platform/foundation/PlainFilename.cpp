@@ -17,7 +17,7 @@ bool isControl(char32_t character) {
     return character < 0x20 || (character >= 0x7F && character < 0xA0);
 }
 
-/// Marks that turn the reading direction: they make "gpj.exe" look like another file.
+/// Marks that change the reading direction: they can make "gpj.exe" look like another file.
 bool isDirectionMark(char32_t character) {
     return character == 0x061C || character == 0x200E || character == 0x200F ||
            (character >= 0x202A && character <= 0x202E) ||
@@ -58,7 +58,7 @@ std::string_view lastSegment(std::string_view path) {
     return separator == std::string_view::npos ? path : path.substr(separator + 1);
 }
 
-/// Without dots and blanks at either end.
+/// Without dots and blanks at both ends.
 std::string_view trimmed(std::string_view text) {
     const char* begin = nullptr;
     const char* end = nullptr;

@@ -4,7 +4,7 @@
 
 namespace vistrel {
 
-/// What remains of the text as a plain name, which may be nothing. Cleaning twice changes nothing.
+/// The text reduced to a plain name, possibly empty. Cleaning twice changes nothing.
 [[nodiscard]] std::string cleanedFilename(std::string_view name);
 
 }

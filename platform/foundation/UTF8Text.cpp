@@ -8,7 +8,7 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-/// Bytes of the character that a lead byte starts; 0 for a byte that starts none.
+/// Length in bytes of the character that a lead byte starts; 0 when it starts none.
 std::size_t lengthFromLead(unsigned char lead) {
     if (lead < 0x80)
         return 1;
@@ -44,8 +44,8 @@ Decoded decodedFirst(std::string_view text) {
     return {character, length};
 }
 
-/// Where upper and lower case stand a fixed distance apart; a distance of 1 is that of pairs, whose
-/// upper case has the parity of the first.
+/// Where upper and lower case are a fixed distance apart. A distance of 1 means pairs, in which
+/// upper case has the parity of the first character.
 struct CaseRange {
     char32_t first;
     char32_t last;
@@ -62,7 +62,7 @@ constexpr CaseRange kUpperCase[] = {
 };
 
 char32_t lowercase(char32_t character) {
-    if (character == 0x178) // The one letter whose lower case is in another block.
+    if (character == 0x178) // The only letter whose lower case is in another block.
         return 0xFF;
     for (const auto& [first, last, distance] : kUpperCase) {
         if (character >= first && character <= last)

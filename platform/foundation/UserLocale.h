@@ -1,7 +1,7 @@
 #pragma once
 
 namespace vistrel {
-/// Takes over the user's language, but leaves numbers as programs write them: progress texts, ad
+/// Adopts the user's language, but keeps numbers as programs write them: progress texts, ad
 /// requests and property lists are read back, and a decimal comma would be misread.
 void adoptUserLocale();
 }

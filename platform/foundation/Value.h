@@ -49,9 +49,9 @@ public:
         : content_(std::move(array)) {}
     Value(Dictionary dictionary)
         : content_(std::move(dictionary)) {}
-    /// The text of a JSON number, kept as it stands; any other text gives null.
+    /// The text of a JSON number, kept verbatim; any other text gives null.
     static Value number(std::string decimalText);
-    /// The same without a look at the text: for a reader that has just checked it.
+    /// The same without checking the text, for a reader that has just done so.
     static Value decimal(std::string decimalText);
     static Value date(double secondsSince1970);
     static Value data(Data bytes);
@@ -77,7 +77,7 @@ public:
     [[nodiscard]] std::string_view string() const;
     [[nodiscard]] std::string_view numberText() const;
     [[nodiscard]] double doubleValue() const;
-    /// The number without its fraction; the nearest end of the range when it lies outside.
+    /// The number without its fraction, clamped to the range.
     [[nodiscard]] std::int64_t integerValue() const;
     /// Seconds since 1970.
     [[nodiscard]] double dateValue() const;
@@ -92,7 +92,7 @@ public:
     /// The value of a dictionary's key; null when this is not a dictionary or has no such key.
     [[nodiscard]] const Value* find(std::string_view key) const { return dictionary().find(key); }
 
-    /// Numbers are equal when they stand for the same decimal; dictionaries whatever their order.
+    /// Numbers are equal when they are the same decimal; dictionaries regardless of their order.
     friend bool operator==(const Value& a, const Value& b) = default;
 
 private:

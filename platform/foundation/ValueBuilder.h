@@ -7,7 +7,7 @@
 #include <vector>
 
 namespace vistrel {
-/// Builds a tree of values from its leaves up, for readers of text formats. Containers that are
+/// Builds a tree of values bottom-up, for readers of text formats. Containers that are
 /// open are kept on a stack; nothing recurses.
 class ValueBuilder {
 public:
@@ -19,7 +19,7 @@ public:
     /// Keys and values are pushed in turn; a later member replaces an earlier one with its key.
     void openDictionary() { open(Value::Kind::Dictionary); }
     void close();
-    /// Drops the innermost open container with all that was pushed into it.
+    /// Drops the innermost open container and everything pushed into it.
     void abandon();
 
     [[nodiscard]] std::size_t openContainers() const { return open_.size(); }
@@ -28,7 +28,7 @@ public:
     }
     [[nodiscard]] std::string_view lastKey() const { return keys_.back(); }
 
-    /// The one value that was pushed, once every container is closed.
+    /// The finished value, once every container is closed.
     [[nodiscard]] Value finish() { return std::move(values_.front()); }
 
 private:

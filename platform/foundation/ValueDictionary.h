@@ -10,8 +10,8 @@ namespace vistrel {
 class Value;
 
 /// String keys and their values in the order in which the keys were first set; what
-/// `Value::Dictionary` names. Equality ignores the order. Keys are looked up one by one: made for
-/// tens of them. References live until a member is added or removed.
+/// `Value::Dictionary` is. Equality ignores the order. Look-up is linear: meant for
+/// tens of keys. References are valid until a member is added or removed.
 class ValueDictionary {
 public:
     /// `for (const auto& [key, value] : dictionary)`
@@ -39,9 +39,9 @@ public:
     [[nodiscard]] Value* find(std::string_view key);
     [[nodiscard]] bool contains(std::string_view key) const { return find(key) != nullptr; }
 
-    /// Replaces the value of a key that is there, in its place; appends otherwise.
+    /// Replaces the value of an existing key in place; appends otherwise.
     Value& set(std::string_view key, Value value);
-    /// Whether the key was there. The order of the others is kept.
+    /// Whether the key existed. The others keep their order.
     bool erase(std::string_view key);
     void clear();
 

@@ -35,7 +35,7 @@ void Bitmap::clear() {
 void Bitmap::findOpacity() {
     opaque_ = true;
     for (int y = 0; y < height_ && opaque_; ++y) {
-        // Without a way out inside a row the compiler looks at many pixels at once.
+        // Without an early exit inside a row the compiler vectorizes the loop.
         std::uint32_t common = 0xFFFFFFFF;
         for (int x = 0; x < width_; ++x)
             common &= row(y)[x];

@@ -13,13 +13,13 @@ public:
     Bitmap(const Bitmap&) = delete;
     Bitmap& operator=(const Bitmap&) = delete;
 
-    /// The pixels along so many points at `scale` pixels a point, as a side of a picture: whole, at
-    /// least 1 and not more than a sane picture has.
+    /// The side of a picture in pixels for so many points at `scale` pixels per point: whole, at
+    /// least 1 and within a sane limit.
     static int pixelsFor(double points, double scale);
 
     /// Makes all pixels transparent.
     void clear();
-    /// Looks at every pixel and notes whether all are opaque.
+    /// Checks every pixel and records whether all are opaque.
     void findOpacity();
 
     int width() const { return width_; }
@@ -33,7 +33,7 @@ public:
     const unsigned char* data() const { return reinterpret_cast<const unsigned char*>(pixels_); }
     std::uint32_t pixel(int x, int y) const { return row(y)[x]; }
 
-    /// Grows by one whenever the content is painted anew; outputs cache by address and generation.
+    /// Grows by one whenever the content is repainted; outputs cache by address and generation.
     std::uint64_t generation() const { return generation_; }
     void contentChanged() { ++generation_; }
     /// No pixel is transparent.

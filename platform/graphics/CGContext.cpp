@@ -215,7 +215,7 @@ void CGContext::drawBitmapPart(const Bitmap& bitmap, const CGRect& source, const
     if (width <= 0 || height <= 0 || rect.isEmpty()) {
         return;
     }
-    // The surface is only read. Its edge is the part's edge, so that no neighbour bleeds in.
+    // The surface is only read. Its edge is the part's edge, so no neighbouring pixel bleeds in.
     auto* start = const_cast<unsigned char*>(reinterpret_cast<const unsigned char*>(
         bitmap.row(top) + left)); // NOLINT(cppcoreguidelines-pro-type-const-cast)
     auto* surface = cairo_image_surface_create_for_data(start, CAIRO_FORMAT_ARGB32, width, height,

@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-// The drawing library's own names.
+// Cairo's names.
 struct _cairo;         // NOLINT(bugprone-reserved-identifier)
 struct _cairo_pattern; // NOLINT(bugprone-reserved-identifier)
 
@@ -64,7 +64,7 @@ public:
 
     void drawLinearGradient(const CGGradient& gradient, CGPoint start, CGPoint end);
     void drawRadialGradient(const CGGradient& gradient, CGPoint center, double radius);
-    /// What is drawn until the matching end is put down as one, faded to `alpha`.
+    /// Composites everything drawn until the matching end as one, faded to `alpha`.
     void beginTransparencyLayer(double alpha);
     void endTransparencyLayer();
 
@@ -80,7 +80,7 @@ public:
     float alpha() const { return state_.alpha; }
 
 private:
-    /// What saveGState keeps beside the surface's own state.
+    /// What saveGState keeps beside Cairo's own state.
     struct State {
         UIColor fillColor;
         UIColor strokeColor;
@@ -97,7 +97,7 @@ private:
     std::vector<double> layerAlphas_;
 };
 
-/// The context that drawing calls without one use; null outside a display pass.
+/// The context for drawing calls that name none; null outside a display pass.
 CGContext* UIGraphicsGetCurrentContext();
 void UIGraphicsPushContext(CGContext& context);
 void UIGraphicsPopContext();

@@ -2,7 +2,7 @@
 
 namespace vistrel {
 
-/// Points unless said otherwise; y grows downward.
+/// Points unless stated otherwise; y grows downward.
 struct CGPoint {
     double x = 0;
     double y = 0;
@@ -45,7 +45,7 @@ constexpr CGRect CGRectMake(double x, double y, double width, double height) {
 }
 /// The common part, empty at the origin when there is none.
 CGRect CGRectIntersection(const CGRect& a, const CGRect& b);
-/// The smallest rectangle around both; an empty one counts for nothing.
+/// The smallest rectangle around both; an empty one is ignored.
 CGRect CGRectUnion(const CGRect& a, const CGRect& b);
 
 struct UIEdgeInsets {

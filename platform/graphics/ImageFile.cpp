@@ -37,7 +37,7 @@ std::uint32_t bigEndian(std::span<const std::byte> bytes, std::size_t at) {
 }
 
 std::shared_ptr<Bitmap> decodePNG(std::span<const std::byte> bytes) {
-    // Width and height stand at a fixed place; looked at before any memory is taken for them.
+    // Width and height are at a fixed offset, and checked before memory is allocated for them.
     if (bytes.size() < 24 || !isReasonable(bigEndian(bytes, 16), bigEndian(bytes, 20))) {
         return nullptr;
     }

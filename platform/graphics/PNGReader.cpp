@@ -27,7 +27,7 @@ void fail(png_structp png, png_const_charp) {
 
 void ignore(png_structp, png_const_charp) {}
 
-/// Four bytes a pixel in the bitmap's order, whatever the file has.
+/// Four bytes per pixel in the bitmap's order, whatever the file has.
 void asColourAndAlpha(png_structp png) {
     constexpr bool kAlphaIsLast = std::endian::native == std::endian::little;
     png_set_expand(png);
@@ -74,13 +74,13 @@ struct Reading {
     ~Reading() { png_destroy_read_struct(&png, &info, nullptr); }
 };
 
-/// The library's errors come back to where its jump was set, so each step has one of its own, and
-/// nothing that has to be destroyed stands on the way.
+/// libpng reports errors by longjmp, so each step sets its own jump, and
+/// nothing with a destructor is in between.
 bool readHead(Reading& reading) {
     if (setjmp(png_jmpbuf(reading.png)) != 0)
         return false;
     png_set_read_fn(reading.png, &reading.rest, readSome);
-    // What is packed has its checksums already.
+    // Compressed data has its own checksums.
     png_set_option(reading.png, PNG_IGNORE_ADLER32, PNG_OPTION_ON);
     png_read_info(reading.png, reading.info);
     reading.hasAlpha =

@@ -7,8 +7,8 @@
 
 namespace vistrel {
 
-/// Pixel memory for pictures. What is given back is kept for the next picture of that size, up to a
-/// limit, because touching fresh pages costs more than clearing used ones. For all threads.
+/// Pixel memory for pictures. Released memory is kept for the next picture of that size, up to a
+/// limit, because touching fresh pages costs more than clearing used ones. Thread-safe.
 class PixelPool {
 public:
     static PixelPool& shared();

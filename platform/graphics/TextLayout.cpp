@@ -34,7 +34,7 @@ struct KeyHash {
     }
 };
 
-/// Least recently used layouts fall out.
+/// Drops the least recently used layouts.
 class LayoutCache {
 public:
     PangoLayout* find(const Key& key) {
@@ -63,7 +63,7 @@ private:
 PangoContext* context() {
     static PangoContext* made = [] {
         auto* created = pango_font_map_create_context(pango_cairo_font_map_get_default());
-        // One unit is one point at every scale: nothing is fitted to a pixel grid.
+        // One unit is one point at every scale: nothing is aligned to pixels.
         pango_cairo_context_set_resolution(created, 72);
         auto* options = cairo_font_options_create();
         cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
@@ -106,7 +106,7 @@ PangoLayout* makeLayout(const Key& key, const UIFont& font) {
     pango_font_description_free(description);
     const bool wraps =
         key.mode == UILineBreakMode::WordWrap || key.mode == UILineBreakMode::CharacterWrap;
-    // Of a text for one line, the first paragraph.
+    // A single line shows the first paragraph.
     const auto text =
         validText(wraps ? std::string_view(key.text)
                         : std::string_view(key.text).substr(0, key.text.find_first_of("\n\r")));

@@ -4,13 +4,13 @@
 
 #include <string>
 
-// The text library's own name.
+// Pango's name.
 struct _PangoLayout; // NOLINT(bugprone-reserved-identifier)
 
 namespace vistrel {
 
 /// The text shaping behind fonts and string drawing, in points and independent of the scale at
-/// which it is drawn. Layouts that were used lately are kept, so that the same text costs nothing
+/// which it is drawn. Recently used layouts are cached, so that the same text costs nothing
 /// the second time.
 namespace TextLayout {
 

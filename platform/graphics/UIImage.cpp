@@ -37,7 +37,7 @@ std::string variantPath(const std::string& path, int scale) {
     return path.substr(0, dot) + "@" + std::to_string(scale) + "x" + path.substr(dot);
 }
 
-/// The least one that is sharp enough, else the sharpest there is; an empty path when none is.
+/// The smallest variant that is sharp enough, else the sharpest; empty when there is none.
 Variant bestVariant(const std::string& path, double screenScale) {
     Variant best;
     for (const int scale : {1, 2, 3}) {
@@ -72,7 +72,7 @@ Key keyOf(const std::string& name, double screenScale) {
     return {host::current().resourcePath + "/" + name + (hasExtension ? "" : ".png"), screenScale};
 }
 
-/// What is read ahead and has not been asked for.
+/// Pictures read ahead and not used yet.
 std::map<Key, std::future<Picture>>& readings() {
     static auto& readings = *new std::map<Key, std::future<Picture>>;
     return readings;

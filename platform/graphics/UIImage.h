@@ -9,25 +9,25 @@
 namespace vistrel {
 class Bitmap;
 
-/// A picture: pixels with the number of pixels to a point, and the caps by which it stretches.
+/// A picture: pixels, their number per point, and the caps for stretching.
 /// Immutable.
 class UIImage {
 public:
     UIImage(std::shared_ptr<const Bitmap> bitmap, double scale);
 
-    /// A resource by name ("Logo.png"; without extension png is meant); kept for the life of the
-    /// process. The variant that fits the screen's scale best is taken ("Logo@2x.png"). Null when
+    /// A resource by name ("Logo.png"; the default extension is png); kept for the life of the
+    /// process. The variant that best fits the screen's scale is used ("Logo@2x.png"). Null when
     /// missing.
     static std::shared_ptr<const UIImage> imageNamed(const std::string& name);
-    /// Begins to read what imageNamed will be asked for at that screen scale, on a thread of its
-    /// own. imageNamed then waits for it.
+    /// Starts reading what imageNamed will need at that screen scale, on a separate thread;
+    /// imageNamed then waits for it.
     static void readAhead(const std::string& name, double screenScale);
     /// A picture file by machine path, read each time; variants as for imageNamed. Null when
     /// missing or unreadable.
     static std::shared_ptr<const UIImage> imageWithContentsOfFile(const std::string& path);
-    /// A picture file's bytes, one pixel a point. Null when they are no picture.
+    /// A picture file's bytes, one pixel per point. Null when they are not a picture.
     static std::shared_ptr<const UIImage> imageWithData(std::span<const std::byte> data);
-    /// The scale for which resources are picked and views painted; set by the window.
+    /// The scale for which resources are chosen and views painted; set by the window.
     static void setScreenScale(double scale);
     static double screenScale();
 

@@ -8,7 +8,7 @@
 
 namespace vistrel::host {
 
-/// Digests and ciphers that existing servers ask for; neither guards a secret of its own.
+/// Digests and ciphers that existing servers require; neither protects a secret.
 class Crypto {
 public:
     using Block = std::array<std::byte, 16>;
@@ -16,7 +16,7 @@ public:
     virtual ~Crypto() = default;
     virtual Block md5(std::span<const std::byte> bytes) = 0;
     virtual std::array<std::byte, 32> sha256(std::span<const std::byte> bytes) = 0;
-    /// AES with a key of 128 bits in CBC mode. Adds no padding: a text that is not a whole number
+    /// AES-128 in CBC mode, without padding: a text that is not a whole number
     /// of blocks fails.
     virtual Result<std::vector<std::byte>> aes128CBCEncrypt(const Block& key,
                                                             const Block& initialisationVector,

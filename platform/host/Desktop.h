@@ -7,7 +7,7 @@
 
 namespace vistrel::host {
 
-/// An outgoing mail as the compose screen hands it over. Addresses as typed.
+/// An outgoing mail from the compose screen. Addresses as typed.
 struct OutgoingMail {
     std::vector<std::string> to;
     std::vector<std::string> cc;
@@ -17,7 +17,7 @@ struct OutgoingMail {
     bool isHTML = false;
 };
 
-/// The desktop around the application, each service absent without harm.
+/// The desktop around the application. Any service may be missing.
 class Desktop {
 public:
     virtual ~Desktop() = default;

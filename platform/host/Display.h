@@ -4,11 +4,11 @@
 
 namespace vistrel::host {
 
-/// The window's frame clock. Frames are made only when asked for.
+/// The window's frame clock. Frames are made only on request.
 class Display {
 public:
     virtual ~Display() = default;
-    /// Asks for one frame; asking again before it comes changes nothing.
+    /// Requests one frame; further requests before it comes change nothing.
     virtual void requestFrame() = 0;
     /// Called for each frame with the loop's monotonic time, before the view tree is walked.
     virtual void setFrameHandler(std::function<void(double now)> handler) = 0;

@@ -4,10 +4,10 @@
 
 namespace vistrel::host {
 
-/// The one loop on which everything runs, with the clocks it goes by. One thread.
+/// The one loop on which everything runs, and its clocks. Single-threaded.
 class EventLoop {
 public:
-    using Token = std::uint64_t; ///< 0 is never handed out.
+    using Token = std::uint64_t; ///< 0 is never returned.
 
     virtual ~EventLoop() = default;
 
@@ -17,9 +17,9 @@ public:
     virtual double wallClock() const = 0;
 
     /// Calls `work` once, on the loop, `delay` seconds from now (0: at the next turn, in the order
-    /// of asking).
+    /// of scheduling).
     virtual Token schedule(double delay, std::function<void()> work) = 0;
-    /// Forgets scheduled work; a token that has fired or is unknown is ignored.
+    /// Cancels scheduled work; a token that has fired or is unknown is ignored.
     virtual void cancel(Token token) = 0;
 
     /// Runs until quit(); returns the status given there.

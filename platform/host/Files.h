@@ -27,7 +27,7 @@ public:
 };
 
 /// The device's files. Paths are absolute device paths ("/var/mobile/Library/Downloads"); where
-/// they lie on the machine is the implementation's affair. Names are bytes, not necessarily UTF-8.
+/// they are on the machine is up to the implementation. Names are bytes, not necessarily UTF-8.
 class Files {
 public:
     virtual ~Files() = default;
@@ -37,12 +37,12 @@ public:
     /// Follows links.
     virtual Result<FileInfo> info(const std::string& path) = 0;
     virtual Status createDirectory(const std::string& path, bool withIntermediates) = 0;
-    /// An empty file in place of whatever file has the name. Never written through a link, never
+    /// Creates an empty file, replacing any file of that name. Never follows a link, never makes it
     /// executable.
     virtual Status createFile(const std::string& path) = 0;
     /// Opens an existing regular file for reading and writing.
     virtual Result<std::unique_ptr<FileStream>> openForUpdating(const std::string& path) = 0;
-    /// Moves whole or not at all, also across file systems. Fails with EEXIST when `to` exists.
+    /// Moves completely or not at all, even across file systems; EEXIST when `to` exists.
     virtual Status move(const std::string& from, const std::string& to) = 0;
     /// Removes a file, or a directory with what is in it; links are removed, not followed.
     virtual Status remove(const std::string& path) = 0;
@@ -51,7 +51,7 @@ public:
     virtual Status writeAtomically(const std::string& path, std::span<const std::byte> bytes) = 0;
     /// Sets access and modification time, in seconds since 1970-01-01 UTC.
     virtual Status setTimes(const std::string& path, double seconds) = 0;
-    /// Where the device path lies on the machine, for players and other programs of it.
+    /// The machine's path of a device path, for players and other programs.
     virtual std::string machinePath(const std::string& path) const = 0;
 };
 

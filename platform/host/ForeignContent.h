@@ -2,8 +2,8 @@
 
 namespace vistrel::host {
 
-/// A picture that the host draws itself inside the view tree: a web page, a video. The view that
-/// owns it stands in the tree like any other; the walk hands it to the output, which knows how to
+/// Content that the host itself draws inside the view tree: a web page, a video. The view that
+/// owns it is in the tree like any other; the walk passes it to the output, which knows how to
 /// place it.
 class ForeignContent {
 public:

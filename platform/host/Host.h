@@ -48,7 +48,7 @@ struct Host {
 /// theirs.
 Host& current();
 bool isInstalled();
-/// Null takes the installed host away.
+/// Null removes the installed host.
 void install(Host* host);
 
 }

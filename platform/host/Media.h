@@ -8,7 +8,7 @@
 
 namespace vistrel::host {
 
-/// Hears one player's events, on the loop.
+/// Receives one player's events, on the loop.
 class PlaybackClient {
 public:
     virtual ~PlaybackClient() = default;
@@ -17,7 +17,7 @@ public:
     virtual void playbackStalled(bool stalled) = 0;
     virtual void playbackDidEnd() = 0;
     virtual void playbackDidFail(const std::string& message) = 0;
-    /// The sound server asks for silence (a call), or gives the sound back.
+    /// The sound server interrupts playing (for a call), or ends the interruption.
     virtual void playbackInterrupted(bool begins) = 0;
 };
 
@@ -68,12 +68,12 @@ public:
     virtual ~Media() = default;
     /// `url` is http, https, or file with a device path.
     virtual std::shared_ptr<MoviePlayback> createMoviePlayback(const std::string& url) = 0;
-    /// Opens a local file for sound; fails when it cannot be opened or holds no sound.
+    /// Opens a local file for sound; fails when it cannot be opened or has no sound.
     virtual Result<std::shared_ptr<Playback>> createAudioPlayback(const std::string& url) = 0;
     /// `path` is a device path.
     virtual Result<std::unique_ptr<AudioFileReader>> openAudioFile(const std::string& path) = 0;
     /// "Speaker", "Headphone", ...; empty without a route; a failure without a sound system. Cheap:
-    /// nothing is started for it, and as long as no player has been made it may fail.
+    /// it starts nothing, and may fail until the first player has been created.
     virtual Result<std::string> audioRoute() = 0;
 };
 

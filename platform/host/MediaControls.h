@@ -4,7 +4,7 @@
 
 namespace vistrel::host {
 
-/// What the desktop shows and offers of the music that plays. Times in seconds.
+/// What the desktop shows of the music that plays, and what it offers. Times in seconds.
 struct NowPlaying {
     std::uint32_t track = 0; ///< place in the queue, from 0
     std::string title;
@@ -20,12 +20,12 @@ struct NowPlaying {
     bool shuffle = false;
     bool canGoNext = false;
     bool canGoPrevious = false;
-    bool canPlay = false; ///< there is a track that can be played, paused, and moved in
+    bool canPlay = false; ///< there is a track to play, pause and seek in
     float volume = 0;     ///< 0 to 1
     friend bool operator==(const NowPlaying&, const NowPlaying&) = default;
 };
 
-/// Does what media keys, lock screens and remote controls ask for, on the loop.
+/// Handles media keys, lock screens and remote controls, on the loop.
 class MediaControlsClient {
 public:
     virtual ~MediaControlsClient() = default;
@@ -45,11 +45,11 @@ public:
 class MediaControls {
 public:
     virtual ~MediaControls() = default;
-    /// Who is controlled from now on; null: nobody, the desktop shows no player.
+    /// Who is controlled from now on; null: nobody, and the desktop shows no player.
     virtual void setClient(MediaControlsClient* client) = 0;
-    /// Kept by the implementation until the next call; telling the same again costs nothing.
+    /// Kept by the implementation until the next call; repeating the same costs nothing.
     virtual void setNowPlaying(const NowPlaying& nowPlaying) = 0;
-    /// The position has changed otherwise than by playing.
+    /// The position has changed other than by playing.
     virtual void positionJumped(double seconds) = 0;
 };
 

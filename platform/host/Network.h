@@ -13,7 +13,7 @@ namespace vistrel::host {
 
 using HeaderFields = std::vector<std::pair<std::string, std::string>>;
 
-/// Which cookies a transfer sends, and whether what it is told to set is kept.
+/// Which cookies a transfer sends, and whether it stores those that it receives.
 enum class CookieUse { SendAndStore, SendOnly, None };
 
 struct TransferRequest {
@@ -52,12 +52,12 @@ struct TransferError {
     std::string message; ///< for people
 };
 
-/// Receives one transfer's events, on the loop, never from inside Network::start.
+/// Receives one transfer's events, on the loop, never during Network::start.
 class TransferClient {
 public:
     virtual ~TransferClient() = default;
     /// A redirect answer, before it is followed. Return false to stop; nothing is reported then.
-    /// Also asked about an address that is neither http nor https; following that one fails.
+    /// Also called for an address that is neither http nor https; following it fails.
     virtual bool transferWillRedirect(const TransferResponse& redirect, const std::string& url) = 0;
     virtual void transferDidReceiveResponse(const TransferResponse& response) = 0;
     virtual void transferDidReceiveData(std::span<const std::byte> bytes) = 0;
@@ -65,7 +65,7 @@ public:
     virtual void transferDidFail(const TransferError& error) = 0;
 };
 
-/// A running transfer. Destroying it cancels, also from inside a call to the client, which then
+/// A running transfer. Destroying it cancels it, even during a call to the client, which then
 /// hears nothing more.
 class Transfer {
 public:
@@ -80,7 +80,7 @@ public:
     /// Starts an HTTP(S) transfer. Redirects are followed, http and https only, at most 20.
     virtual std::unique_ptr<Transfer> start(TransferRequest request, TransferClient& client) = 0;
     virtual Reachability reachability() const = 0;
-    /// Called at each change; an empty function ends it.
+    /// Called at each change; an empty function stops that.
     virtual void setReachabilityHandler(std::function<void(Reachability)> handler) = 0;
 };
 

@@ -9,15 +9,15 @@ class Value;
 
 namespace vistrel::host {
 
-/// Where property lists lie. The user-defaults store is one dictionary.
+/// Property lists on the machine. The user-defaults store is one dictionary.
 class Preferences {
 public:
     virtual ~Preferences() = default;
-    /// The stored dictionary; an empty one when nothing was stored yet.
+    /// The stored dictionary; empty when nothing has been stored yet.
     virtual Result<Value> load() = 0;
-    /// After a crash at any moment the store holds the old or the new dictionary.
+    /// After a crash at any moment the store has the old or the new dictionary.
     virtual Status save(const Value& dictionary) = 0;
-    /// Reads the property list in a file of the machine.
+    /// Reads a property list file of the machine.
     virtual Result<Value> readPropertyList(const std::string& machinePath) = 0;
 };
 

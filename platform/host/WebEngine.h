@@ -25,13 +25,13 @@ struct WebNavigation {
     HeaderFields headers;
     WebNavigationType type = WebNavigationType::Other;
     bool isRedirect = false;
-    /// Moves within a document that is already loaded; nothing is requested.
+    /// Moves within the loaded document; nothing is requested.
     bool isSameDocument = false;
-    /// The page that it comes from; empty for a load that the application asked for.
+    /// The page that it comes from; empty for a load that the application requested.
     std::string mainDocumentURL{};
 };
 
-/// The head of a navigation's answer, before any of it is shown.
+/// The head of a navigation's response, before any of it is shown.
 struct WebResponse {
     std::string url;
     std::string mimeType;
@@ -51,12 +51,12 @@ struct WebError {
     std::string url;
 };
 
-/// A server wants to know who asks.
+/// A server asks for a user name and a password.
 struct WebChallenge {
     std::string origin; ///< scheme, host and port
     std::string realm;
     bool isBasic = false;    ///< the password is sent as it is
-    bool isRejected = false; ///< what was answered before is wrong
+    bool isRejected = false; ///< the previous credential was wrong
 };
 
 struct WebCredential {
@@ -64,15 +64,15 @@ struct WebCredential {
     std::string password;
 };
 
-/// Hears a page's events, on the loop.
+/// Receives a page's events, on the loop.
 class WebPageClient {
 public:
     virtual ~WebPageClient() = default;
-    /// Before every navigation; false: it is not made.
+    /// Before every navigation; false cancels it.
     virtual bool webPageShouldNavigate(const WebNavigation& navigation) = 0;
-    /// Before a response is shown; false: the load is dropped.
+    /// Before a response is shown; false cancels the load.
     virtual bool webPageShouldShowResponse(const WebResponse& response) = 0;
-    /// `answer` is called at most once, at any time; nothing: the load goes on without a
+    /// Call `answer` at most once, at any time; with nothing, the load continues without a
     /// credential.
     virtual void
     webPageNeedsCredential(const WebChallenge& challenge,
@@ -85,11 +85,11 @@ public:
 /// One web page of the engine.
 class WebPage : public ForeignContent {
 public:
-    /// Null: nobody is asked; every navigation that the engine itself allows is made.
+    /// Null: nobody is asked, and every navigation that the engine allows is made.
     virtual void setClient(WebPageClient* client) = 0;
     virtual void load(const std::string& url, const HeaderFields& headers) = 0;
     virtual void loadHTML(const std::string& html, const std::string& baseURL) = 0;
-    /// Shows `html` in the place of the page at `url`, which is what a reload asks for. The client
+    /// Shows `html` in place of the page at `url`, which a reload requests again. The client
     /// is not asked.
     virtual void showNotice(const std::string& html, const std::string& url) = 0;
     virtual void goBack() = 0;
@@ -112,8 +112,8 @@ public:
 
 /// Pages of one session share cookies, cache and storage, and nothing with other sessions.
 enum class WebSession {
-    Browsing, ///< the user's: kept on disk, its cookies are the application's
-    Guest     ///< pages of strangers, such as ads: nothing outlives the process
+    Browsing, ///< the user's: kept on disk, shares the application's cookies
+    Guest     ///< third-party pages, such as ads: nothing outlives the process
 };
 
 class WebEngine {
@@ -121,7 +121,7 @@ public:
     virtual ~WebEngine() = default;
     /// Null when the page engine cannot be loaded; the reason is in the log.
     virtual std::shared_ptr<WebPage> createPage(WebSession session) = 0;
-    /// Starts what the first page will need, in small steps; called once the first frame is shown.
+    /// Prepares for the first page, in small steps; called once the first frame is shown.
     virtual void warmUp() = 0;
 };
 
