@@ -6,17 +6,17 @@
 namespace vistrel {
 class ABTableViewCellView;
 
-/// A row that one view paints in a single pass, over whatever lies behind the table. Subclasses
+/// A row that one view paints in a single pass, over whatever is behind the table. Subclasses
 /// fill the background, draw the picture, then the text.
 class ABTableViewCell : public UITableViewCell {
 public:
     ABTableViewCell(UITableViewCellStyle style, std::string reuseIdentifier);
     ~ABTableViewCell() override;
 
-    /// The view that draws the row; lies over the whole cell. The view hierarchy owns it.
+    /// The view that draws the row; covers the whole cell. The view hierarchy owns it.
     ABTableViewCellView* contentView() const { return contentView_; }
     void setFrame(const CGRect& frame) override;
-    /// The content view too.
+    /// Also redraws the content view.
     void setNeedsDisplay() override;
     /// Paints the row into the current context; `rect` is the content view's.
     virtual void drawContentView(const CGRect& rect);

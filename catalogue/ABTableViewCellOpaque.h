@@ -13,10 +13,10 @@ public:
     ABTableViewCellOpaque(UITableViewCellStyle style, std::string reuseIdentifier);
     ~ABTableViewCellOpaque() override;
 
-    /// The view that draws the row; lies over the whole cell. The view hierarchy owns it.
+    /// The view that draws the row; covers the whole cell. The view hierarchy owns it.
     ABTableViewCellOpaqueView* contentView() const { return contentView_; }
     void setFrame(const CGRect& frame) override;
-    /// The content view too.
+    /// Also redraws the content view.
     void setNeedsDisplay() override;
     /// Paints the row into the current context; `rect` is the content view's.
     virtual void drawContentView(const CGRect& rect);

@@ -3,7 +3,7 @@
 
 namespace vistrel {
 
-/// Hands its drawing back to the ABTableViewCellOpaque that it lies in.
+/// Delegates its drawing to the ABTableViewCellOpaque that contains it.
 class ABTableViewCellOpaqueView : public UIView {
 public:
     bool drawsContent() const override { return true; }

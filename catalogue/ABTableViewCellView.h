@@ -3,7 +3,7 @@
 
 namespace vistrel {
 
-/// Hands its drawing back to the ABTableViewCell that it lies in.
+/// Delegates its drawing to the ABTableViewCell that contains it.
 class ABTableViewCellView : public UIView {
 public:
     bool drawsContent() const override { return true; }

@@ -7,7 +7,7 @@
 
 namespace vistrel {
 
-/// One row of a catalogue's list: its title, and the whole address of its page.
+/// One row of a catalogue's list: its title, and the full address of its page.
 struct CatalogueRecord {
     std::string title;
     std::string URL;

@@ -5,8 +5,8 @@
 
 namespace vistrel {
 
-/// A tall card with two texts, each drawn twice a point apart in two colours, so that it looks
-/// stamped.
+/// A tall card with two texts, each drawn twice, one point apart in two colours, for an embossed
+/// look.
 class MoviesTableViewCell : public ABTableViewCell {
 public:
     explicit MoviesTableViewCell(std::string reuseIdentifier);

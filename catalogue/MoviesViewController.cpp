@@ -52,7 +52,7 @@ void MoviesViewController::addTable() {
     view()->addSubview(tableView_);
 }
 
-/// On return no row stays selected, and at once. The base is not asked.
+/// On return the row is deselected without animation. Does not call the base class.
 void MoviesViewController::viewDidAppear(bool /*animated*/) {
     if (const auto selected = tableView_->indexPathForSelectedRow())
         tableView_->deselectRowAtIndexPath(*selected, false);

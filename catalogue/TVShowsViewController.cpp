@@ -58,7 +58,7 @@ void TVShowsViewController::addTable() {
     view()->addSubview(tableView_);
 }
 
-/// The glass of the television, over the list; touches go through it.
+/// The television's glass, above the list; touches pass through it.
 void TVShowsViewController::addShine() {
     auto shine = std::make_shared<UIImageView>(view()->bounds());
     shine->setImage(resourcePicture("TVShine", "png"));
@@ -80,7 +80,7 @@ void TVShowsViewController::addHeading() {
     view()->addSubview(std::move(heading));
 }
 
-/// On return no row stays selected, and at once. The base is not asked.
+/// On return the row is deselected without animation. Does not call the base class.
 void TVShowsViewController::viewDidAppear(bool /*animated*/) {
     if (const auto selected = tableView_->indexPathForSelectedRow())
         tableView_->deselectRowAtIndexPath(*selected, false);

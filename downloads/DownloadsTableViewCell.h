@@ -8,7 +8,7 @@ namespace vistrel {
 class UIImage;
 
 /// One file of the downloads folder: its picture and its name, drawn 30 points to the left of where
-/// they stand in editing mode.
+/// they are in editing mode.
 class DownloadsTableViewCell : public ABTableViewCellOpaque {
 public:
     explicit DownloadsTableViewCell(std::string reuseIdentifier);
@@ -17,7 +17,7 @@ public:
     /// Requests a redraw.
     void setFileName(std::string fileName);
     const std::shared_ptr<const UIImage>& fileImage() const { return fileImage_; }
-    /// Requests no redraw; set it before the name.
+    /// Does not request a redraw; set it before the name.
     void setFileImage(std::shared_ptr<const UIImage> image) { fileImage_ = std::move(image); }
 
     void layoutSubviews() override;

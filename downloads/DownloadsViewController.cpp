@@ -185,8 +185,8 @@ void DownloadsViewController::tableViewCommitEditingStyleForRowAtIndexPath(
     (void)NSFileManager::defaultManager().removeItemAtPath(pathOfDownload(*row));
     updateArray();
     shown.erase(row);
-    // The folder may list its files in another order than before, or still have this one: a row
-    // must always stand for the file that it names.
+    // The folder may list its files in a different order, or still have this one: a row
+    // must always refer to the file that it names.
     const bool onlyThisRowIsGone = shown == filesOfSection(indexPath.section) &&
                                    other == filesOfSection(otherSection(indexPath.section));
     if (onlyThisRowIsGone)
@@ -217,7 +217,7 @@ void DownloadsViewController::playVideo(const std::string& name) {
     player->readyPlayer();
 }
 
-/// Tags are read later: thousands at once would hold the player up.
+/// Tags are read later: thousands at once would delay the player.
 void DownloadsViewController::playMusic(std::uint32_t row) {
     OvoAudioPlayerController::SoundFiles soundFiles;
     soundFiles.reserve(musicFiles_.size());

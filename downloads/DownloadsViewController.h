@@ -61,7 +61,7 @@ public:
 private:
     const std::vector<std::string>& filesOfSection(int section) const;
     void playVideo(const std::string& name);
-    /// The whole section is the queue.
+    /// The queue is the whole section.
     void playMusic(std::uint32_t row);
 
     std::vector<std::string> movieFiles_;

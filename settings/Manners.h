@@ -8,13 +8,13 @@ struct Manners {
     /// A browser that comes back into view watches its page for media again.
     bool watchesPagesAgain = false;
     /// A download has succeeded when its transfer has ended and every byte is on the disk. A file
-    /// that cannot be made is a failure, and a download of unknown length reports its end too.
+    /// that cannot be created is a failure. A download of unknown length also reports its end.
     bool confirmsDownloads = false;
-    /// An answer that carries no file (400 and above, 204, 304) is a failure and leaves none.
+    /// A response without a file (400 and above, 204, 304) is a failure and leaves no file.
     bool refusesErrorAnswers = false;
     /// A download never replaces a file: the new one's name gets " 2" before the extension.
     bool keepsExistingFiles = false;
-    /// A download that failed can be started again, and continues where it stopped.
+    /// A failed download can be restarted, and continues where it stopped.
     bool retriesDownloads = false;
     /// The end of a download is a notification, too, while the window is not in front.
     bool notifiesOfDownloads = false;
@@ -25,7 +25,7 @@ struct Manners {
     static Manners careful();
 };
 
-/// The choices that hold now.
+/// The current choices.
 Manners manners();
 
 }

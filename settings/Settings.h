@@ -4,7 +4,7 @@
 
 namespace vistrel {
 
-/// A value that is set, not computed: its place in the settings file and what holds without one.
+/// One setting: its place in the settings file and its default.
 struct Setting {
     const char* group;
     const char* key;
@@ -24,7 +24,7 @@ inline constexpr Setting kApplicationSupportRecipient{"support", "application-re
                                                       "support@vistrel.example"};
 /// The maker's user name on the social network, without an at sign.
 inline constexpr Setting kSupportTwitterHandle{"support", "twitter-handle", "vistrelapp"};
-/// Hosts of the social network's web pages and of its pages for phones.
+/// Hosts of the social network's web pages and of its mobile pages.
 inline constexpr Setting kTwitterWebHost{"support", "twitter-web-host", "twitter.com"};
 inline constexpr Setting kTwitterMobileWebHost{"support", "twitter-mobile-host",
                                                "mobile.twitter.com"};
@@ -41,7 +41,7 @@ inline constexpr Setting kBannerAdUnitID{"ads", "ad-unit", "a149d3f2c8b7e61"};
 /// "yes" makes every choice of Manners.h the careful one.
 inline constexpr Setting kCarefulManners{"manners", "careful", "no"};
 
-/// A partner site's row: its name, and its home page. An address that begins with "/" lies on the
+/// A partner site's row: its name and its home page. An address that begins with "/" is on the
 /// content site.
 struct PartnerSite {
     Setting title;
@@ -59,9 +59,9 @@ inline constexpr std::array<PartnerSite, 8> kPartnerSites{{
     {{"partner-8", "title", "Backyard Sessions"}, {"partner-8", "address", "/partner/8/"}},
 }};
 
-/// The setting's value: what overrideSetting said, else the settings file, else the default.
+/// The setting's value: from overrideSetting, else the settings file, else the default.
 std::string settingValue(const Setting& setting);
-/// For command-line options; counts until the process ends.
+/// For command-line options; applies until the process ends.
 void overrideSetting(const Setting& setting, std::string value);
 
 /// kContentSiteBaseURL followed by `path`, which begins with "/".

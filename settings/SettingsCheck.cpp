@@ -95,7 +95,7 @@ std::string trimmed(std::string_view text) {
     return std::string(text.substr(first, text.find_last_not_of(" \t\r") - first + 1));
 }
 
-/// Empty when the entry can be used.
+/// Empty when the entry is valid.
 std::string mistakeOf(const std::string& group, const std::string& key, const std::string& value) {
     const auto& known = knownSettings();
     const auto found = std::ranges::find_if(known, [&](const auto& each) {

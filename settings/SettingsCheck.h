@@ -5,8 +5,8 @@
 
 namespace vistrel {
 
-/// What is wrong with a settings file, a sentence for each mistake that begins with the line's
-/// number: unknown groups and keys, and values that cannot be used.
+/// The mistakes in a settings file, one sentence each, beginning with the line's number: unknown
+/// groups and keys, and invalid values.
 std::vector<std::string> settingMistakes(std::string_view text);
 
 /// Logs the mistakes of the host's settings file.

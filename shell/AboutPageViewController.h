@@ -5,10 +5,10 @@
 
 namespace vistrel {
 
-/// The application's credits as one picture, shown modally under a bar of its own. Upright only.
+/// The application's credits as one picture, shown modally under a navigation bar. Portrait only.
 class AboutPageViewController : public UIViewController {
 public:
-    /// Where donations are made, formed from the settings.
+    /// The address for donations, from the settings.
     static std::string donationAddress();
 
     void viewDidLoad() override;

@@ -31,7 +31,7 @@ bool isWebAddress(const std::string& text) {
     return url && url->isHTTP() && !url->host().empty();
 }
 
-/// Stores the option's value; what is wrong with it, or nothing.
+/// Stores the option's value; returns what is wrong with it, or nothing.
 std::string storeValue(CommandLine& line, std::string_view option, const std::string& value) {
     if (option == "--site") {
         line.site = value;

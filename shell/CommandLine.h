@@ -5,10 +5,10 @@
 
 namespace vistrel {
 
-/// What the program's command line says.
+/// The parsed command line.
 struct CommandLine {
-    std::string site;          ///< address of the content site; empty: as set
-    std::string adServer;      ///< address of the ad server; empty: as set
+    std::string site;          ///< address of the content site; empty: from the settings
+    std::string adServer;      ///< address of the ad server; empty: from the settings
     std::string openAddress;   ///< address of a page to show; empty: the menu
     std::string deviceRoot;    ///< empty: the default
     double scale = 0;          ///< 0: what fits the monitor

@@ -3,15 +3,15 @@
 
 namespace vistrel {
 
-/// What the help menu's alerts say. Not translated.
+/// The texts of the help menu's alerts. Not translated.
 std::string howToUseText();
 std::string shortFAQText();
-/// The short one after a paragraph about the content site being down.
+/// The short one, preceded by a paragraph about the content site being down.
 std::string longFAQText();
 std::string supportText();
 std::string socialNetworkText();
 
-/// What a support mail tells of the application and the machine.
+/// What a support mail says about the application and the machine.
 struct SupportMailFacts {
     std::string bundleVersion;
     std::string machine;

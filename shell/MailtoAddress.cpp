@@ -6,7 +6,7 @@ namespace vistrel {
 
 namespace {
 
-/// Mail ends its lines with both characters.
+/// Lines of a mail end with both characters.
 std::string withMailLineBreaks(std::string_view text) {
     std::string result;
     for (std::size_t at = 0; at < text.size(); ++at) {

@@ -30,7 +30,7 @@ void createSettingsFile(const std::filesystem::path& path) {
                            "base-url=\n";
 }
 
-/// Opens the settings file in the user's editor, or says where it is.
+/// Opens the settings file in the user's editor, or shows its path.
 class SettingsOffer : public UIAlertViewDelegate {
 public:
     void alertViewClickedButtonAtIndex(UIAlertView&, int buttonIndex) override {

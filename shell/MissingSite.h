@@ -2,8 +2,8 @@
 
 namespace vistrel {
 
-/// Tells the user that no content site is set, when none is, and offers to open the settings file,
-/// which is created with a first entry to fill in when it is missing.
+/// Unless a content site is set, tells the user so and offers to open the settings file, which is
+/// created with an entry to fill in when it is missing.
 void remindOfMissingSite();
 
 }

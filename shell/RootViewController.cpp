@@ -59,7 +59,7 @@ MenuRecord nativeRecord(const char* title, const char* image,
             {}};
 }
 
-/// A section's header: a picture of words, and the words for a screen reader.
+/// A section's header: a picture of text, and the text for a screen reader.
 struct HeaderPicture {
     const char* image;
     const char* label;
@@ -119,8 +119,8 @@ void RootViewController::addBanner() {
     loadBannerAfterFirstFrame();
 }
 
-/// The ad brings up the page engine, which takes longer than the whole menu. The second frame is
-/// asked for when the first one is on the screen.
+/// The ad starts the page engine, which takes longer than the whole menu. The second frame is
+/// requested when the first one is on the screen.
 void RootViewController::loadBannerAfterFirstFrame() {
     bannerWait_ = std::make_unique<CADisplayLink>([this](double) {
         if (!std::exchange(firstFrameHasBegun_, true))

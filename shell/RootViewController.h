@@ -26,8 +26,8 @@ struct MenuRecord {
     std::string URL;
 };
 
-/// The main menu: the application's own sections, the members' page, the partner sites; and the
-/// help behind its "Help" button.
+/// The main menu: the application's sections, the members' page and the partner sites; and the
+/// help behind the "Help" button.
 class RootViewController : public UIViewController,
                            public UITableViewDataSource,
                            public UITableViewDelegate,
@@ -46,7 +46,7 @@ public:
     void setVIPSection(std::vector<MenuRecord> list) { VIPSection_ = std::move(list); }
     const std::shared_ptr<UITableView>& tableView() const { return tableView_; }
     void setTableView(std::shared_ptr<UITableView> tableView);
-    /// Null while the view is not loaded, and where the settings leave ads out.
+    /// Null while the view is not loaded, and when the settings disable ads.
     const std::shared_ptr<GADBannerView>& bannerView() const { return bannerView_; }
 
     void presentAboutPage();
@@ -56,13 +56,13 @@ public:
 
     void displayComposerSheetWebsiteSupport();
     void displayComposerSheetApplicationSupport();
-    /// The same mails by a mailto address, for the desktop's mail program.
+    /// The same mails through a mailto address, for the desktop's mail program.
     void launchMailAppOnDeviceWebsiteSupport();
     void launchMailAppOnDeviceApplicationSupport();
     void mailComposeControllerDidFinishWithResultError(MFMailComposeViewController& controller,
                                                        MFMailComposeResult result,
                                                        const NSError* error) override;
-    /// Opens the user's profile in the first client that is installed, else on the web.
+    /// Opens the user's profile in the first installed client, else on the web.
     void openTwitterAppForFollowingUser(const std::string& userName);
 
     void loadView() override;
@@ -84,7 +84,7 @@ private:
     void addBanner();
     void loadBannerAfterFirstFrame();
     const std::vector<MenuRecord>& recordsOfSection(int section) const;
-    /// Null for a row that there is not.
+    /// Null for a row that does not exist.
     const MenuRecord* recordAt(const NSIndexPath& indexPath) const;
     void pushBrowser(const MenuRecord& record);
     void showAlert(const char* title, std::string message, const char* cancelTitle,

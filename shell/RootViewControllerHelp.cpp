@@ -38,7 +38,7 @@ std::string mailBody() {
         {bundleVersion(), machine(device), device.systemVersion(), device.uniqueIdentifier()});
 }
 
-/// An address that is none, or that nothing opens, is passed over.
+/// Skips an address that is invalid or that nothing opens.
 void openAddress(const std::string& address) {
     if (const auto url = NSURL::URLWithString(address))
         UIApplication::sharedApplication().openURL(*url);

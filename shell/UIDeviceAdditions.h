@@ -4,7 +4,7 @@
 namespace vistrel {
 class UIDevice;
 
-/// The hardware model string, as support mails name it.
+/// The hardware model string for support mails.
 std::string machine(const UIDevice& device);
 
 }

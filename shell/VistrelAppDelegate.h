@@ -8,8 +8,8 @@ class UIImageView;
 class UINavigationController;
 class UIWindow;
 
-/// Puts the main menu on the screen under a splash picture that fades and grows away, and makes
-/// sure of the downloads folder.
+/// Shows the main menu under a splash picture that grows and fades away, and creates the
+/// downloads folder if needed.
 class VistrelAppDelegate : public UIApplicationDelegate,
                            public std::enable_shared_from_this<VistrelAppDelegate> {
 public:
@@ -24,7 +24,7 @@ public:
     void setNavigationController(std::shared_ptr<UINavigationController> controller);
 
     void applicationDidFinishLaunching(UIApplication& application) override;
-    /// Shows a page on top of what is open.
+    /// Shows a page on top of whatever is open.
     bool applicationHandleOpenURL(UIApplication& application, const NSURL& url) override;
     void startupAnimationDone();
 

@@ -17,7 +17,7 @@
 using namespace vistrel;
 
 int main(int argc, char* argv[]) {
-    // The device's applications ask for it; a refusal changes nothing.
+    // The device's applications request it; a refusal does not matter.
     [[maybe_unused]] const int ignored = setuid(0);
 
     const CommandLine line =
@@ -49,7 +49,7 @@ int main(int argc, char* argv[]) {
     options.serveToBrowser = line.serveToBrowser;
     std::unique_ptr<GuidedTour> tour;
     if (!line.tourDirectory.empty()) {
-        // The tour makes and deletes files: on a device of its own unless one is named.
+        // The tour creates and deletes files, so it gets a separate device unless one is given.
         if (options.deviceRoot.empty())
             options.deviceRoot = line.tourDirectory + "/device";
         tour = std::make_unique<GuidedTour>(line.tourDirectory);
