@@ -75,7 +75,7 @@ background:#0003;color:#fff}
 .poster .go{display:block;margin:10px 20px;padding:13px;border-radius:10px;font-size:16px;text-align:center}
 </style>)";
 
-// Ink on the campaign's ground and on its button: light ground, dark ink.
+// Text colour on the campaign's background and button: dark on light.
 bool hasLightGround(const Campaign& campaign) {
     return campaign.name == "shop";
 }

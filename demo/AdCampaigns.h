@@ -5,7 +5,7 @@
 
 namespace vistrel::demo {
 
-/// A shop, a film festival, a record label of our own invention, and how its ads look.
+/// An invented shop, film festival or record label, and the look of its ads.
 struct Campaign {
     std::string_view name; ///< in addresses
     std::string_view headline;
@@ -19,14 +19,14 @@ struct Campaign {
 };
 
 std::span<const Campaign> campaigns();
-/// Null for a name that is none.
+/// Null for an unknown name.
 const Campaign* campaignNamed(std::string_view name);
 
 /// The page of a 320 x 50 banner. `link` is its address, unescaped; `script` runs in it.
 std::string bannerPage(const Campaign& campaign, std::string_view link, std::string_view script);
-/// The same for what is only there to be tried: a strip with its title.
+/// The same for a test ad: a strip with its title.
 std::string stripPage(std::string_view title, std::string_view link, std::string_view script);
-/// A full screen: picture, story, and whatever markup follows them.
+/// A full screen: picture, story, then the given markup.
 std::string posterPage(const Campaign& campaign, std::string_view rows, std::string_view script);
 /// A full-width button for posters.
 std::string posterButton(std::string_view link, std::string_view text);

@@ -7,7 +7,7 @@
 namespace vistrel::demo {
 namespace {
 struct Meaning {
-    std::string_view path; ///< how the address begins
+    std::string_view path; ///< prefix of the address
     std::string_view says;
 };
 

@@ -6,10 +6,10 @@
 namespace vistrel::demo {
 struct Request;
 
-/// What was asked of the ad server, in order, each line with what it stands for.
+/// The requests to the ad server, in order, each with its meaning.
 class AdLog {
 public:
-    /// Requests that do not belong to an ad are left out.
+    /// Ignores requests that do not belong to an ad.
     void add(const Request& request);
     std::string text() const;
 

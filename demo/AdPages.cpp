@@ -55,7 +55,7 @@ Answer page(std::string html) {
     return answer;
 }
 
-// What an ad's page asks for to say that something happened in it: nothing, quickly.
+// What an ad's page requests to report an event: an empty response.
 Answer emptyAnswer() {
     Answer answer = textAnswer({});
     answer.headers.emplace_back("Cache-Control", "no-store");
@@ -140,7 +140,7 @@ Answer adPing(Site& /*site*/, const Request& /*request*/) {
     return emptyAnswer();
 }
 
-// Click counters send their callers on, as they do everywhere.
+// Click counters redirect, as usual.
 Answer adClickPing(Site& /*site*/, const Request& request) {
     return redirectAnswer("/ads/clicked/" + std::string(restOf(request, "/ads/click/")));
 }
@@ -151,8 +151,8 @@ Answer adLogPage(Site& site, const Request& /*request*/) {
 
 Answer adsPage(Site& /*site*/, const Request& /*request*/) {
     Page page("Ads");
-    page.paragraph("What the ad server has. An application names one as its ad unit.");
-    page.link("/ads/log", "What was asked for", "/ads/log");
+    page.paragraph("The ad server's ads. An application names one as its ad unit.");
+    page.link("/ads/log", "The requests so far", "/ads/log");
     for (const Ad& ad : ads())
         page.link("/ads/serve?ad=" + std::string(ad.name), ad.title, ad.name);
     return page.answer();

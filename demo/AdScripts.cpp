@@ -2,8 +2,8 @@
 
 namespace vistrel::demo {
 namespace {
-// What the library runs in a hidden page to learn an ad's address. The unit, or "ad" of the
-// request's extras, names the ad; some names stand for answers of the script itself.
+// What the library runs in a hidden page to get an ad's address. The unit, or "ad" in the
+// request's extras, names the ad; some names are answers of the script itself.
 constexpr std::string_view script = R"(function AFMA_buildAdURL(parameters) {
   function flat(fields) {
     return Object.keys(fields).map(function (key) {
@@ -36,7 +36,7 @@ constexpr std::string_view script = R"(function AFMA_buildAdURL(parameters) {
 }
 )";
 
-// Long before any copy of it was fetched: a copy is always current.
+// Older than any cached copy, so that a copy is always current.
 constexpr std::string_view written = "Mon, 03 Jan 2011 09:00:00 GMT";
 
 Answer scriptOfKind(std::string_view kind) {

@@ -12,7 +12,7 @@ constexpr std::string_view clicks =
     "X-Afma-Tracking-Urls: {site}/ads/track/{name} {site}/ads/track/{name}/partner\n"
     "X-Afma-Click-Tracking-Urls: {site}/ads/click/{name} {site}/ads/click/{name}/partner";
 
-// A page in a frame, which sends the commands that it was given in its address.
+// A page in a frame that sends the commands in its address.
 constexpr std::string_view framed =
     R"(<!DOCTYPE html><body style="margin:0"><iframe width="320" height="50" style="border:0"
 src="{site}/ads/frame"></iframe>)";
@@ -20,7 +20,7 @@ constexpr std::string_view framedInSandbox =
     R"(<!DOCTYPE html><body style="margin:0"><iframe width="320" height="50" style="border:0"
 sandbox="allow-scripts" src="{site}/ads/frame"></iframe>)";
 
-// What the application answers to a question is shown in the ad.
+// Shows the application's answers in the ad.
 constexpr std::string_view showsAnswers =
     "function AFMA_ReceiveMessage(name,answer){"
     "document.getElementById('said').textContent=name+' '+JSON.stringify(answer)}";
@@ -76,7 +76,7 @@ constexpr Ad table[] = {
     {"mailto", "A mail", "",
      "mailto:boxoffice@film-week.example?subject=Two%20seats&cc=a@film-week.example,"
      "b@film-week.example&body=Friday%2C%20please."},
-    {"file", "A file of this machine", "", "file:///etc/hostname"},
+    {"file", "A file on this machine", "", "file:///etc/hostname"},
     {"unknown-scheme", "An unknown scheme", "", "nobody-has-this:at-all"},
     {"frame", "Commands from a frame", "", "", "", "", framed},
     {"sandboxed-frame", "Commands from a sandboxed frame", "", "", "", "", framedInSandbox},
@@ -86,7 +86,7 @@ constexpr Ad table[] = {
     {"blank", "White space only", "", "", "", "", " \n\t\r\n "},
     {"rejected", "Status 400", "", "", "", "", "No such unit.", 400},
     {"unavailable", "Status 503", "", "", "", "", "Closed for stocktaking.", 503},
-    {"cut-off", "A connection that is cut", "", "", "",
+    {"cut-off", "A connection that breaks", "", "", "",
      "Location: {site}/ads/serve?ad=shop&truncate=300", "Moved.", 302},
     {"refresh-30", "Refreshed every 30 seconds", "shop", "{site}/ads/land/shop/", "",
      "X-Afma-Refresh-Rate: 30"},
@@ -99,7 +99,7 @@ constexpr Ad table[] = {
     {"slow", "Answers after 20 seconds", "film", "", "",
      "Location: {site}/ads/serve?ad=film-screen&delay=20", "Moved.", 302, true},
 
-    {"hangs", "A web app that never ends loading", "film", "{site}/ads/app/hangs", "", clicks},
+    {"hangs", "A web app that never finishes loading", "film", "{site}/ads/app/hangs", "", clicks},
     {"endless", "A web app whose script never ends", "music", "{site}/ads/app/endless", "", clicks},
 };
 

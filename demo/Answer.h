@@ -7,23 +7,23 @@
 
 namespace vistrel::demo {
 
-/// What is sent back. Pages make one; the server sends it, well or badly, as the request asks.
+/// A response. Pages create it; the server sends it, correctly or not, as the request asks.
 struct Answer {
     int status = 200;
     std::string type = "text/html; charset=utf-8";
     HeaderLines headers;
     Body body;
 
-    /// Header values hold bytes that a well-behaved server would refuse to write.
+    /// Header values contain bytes that a well-behaved server would refuse to send.
     bool exactHeaders = false;
 };
 
 Answer textAnswer(std::string text, int status = 200);
 Answer redirectAnswer(std::string location, int status = 302);
 
-/// A page of the site that says what went wrong.
+/// A page that says what went wrong.
 Answer errorAnswer(int status, std::string_view sentence);
 
-/// The status line's words.
+/// The status line's reason phrase.
 std::string_view reasonPhrase(int status);
 }

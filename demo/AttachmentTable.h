@@ -5,12 +5,12 @@
 
 namespace vistrel::demo {
 
-/// A media file sent with a Content-Disposition header that names it in a difficult way.
+/// A media file sent with a difficult Content-Disposition header.
 struct Attachment {
     std::string_view title;
-    std::string disposition; ///< the header's value to the byte; empty: none is sent
+    std::string disposition; ///< the header's exact value; empty: not sent
     std::string_view file = "short-signal.mp3";
-    std::string_view lastSegment = {}; ///< of its address, for names taken from there; unescaped
+    std::string_view lastSegment = {}; ///< of its address, for names taken from it; unescaped
 };
 
 /// Number N of the table has the address /attach/N, or /attach/N/SEGMENT.

@@ -29,7 +29,7 @@ Answer bigFile(Site& /*site*/, const Request& request) {
     answer.type = request.parameter("type").value_or("application/octet-stream");
     const std::optional<std::string> name = request.parameter("name");
     if (!isPrintable(answer.type) || (name && !isPrintable(*name)))
-        return errorAnswer(400, "Type and name are one line each.");
+        return errorAnswer(400, "Type and name must be one line each.");
     if (name)
         answer.headers.emplace_back("Content-Disposition", "attachment; filename=\"" + *name + '"');
     answer.headers.emplace_back("Accept-Ranges", "bytes");

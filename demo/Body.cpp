@@ -8,8 +8,8 @@ namespace {
 constexpr uint64_t blockSize = 1024ULL * 1024;
 constexpr uint64_t shifts = 4099;
 
-// Every block of a pattern is a window into these bytes; each starts at another place, so that a
-// receiver that loses or swaps blocks is found out, and nothing has to be computed while sending.
+// Every block of a pattern is a window into these bytes at another offset, so that a
+// receiver that loses or swaps blocks is detected, and sending computes nothing.
 const std::string& patternBytes() {
     static const std::string bytes = [] {
         std::string made(blockSize + shifts, '\0');

@@ -12,7 +12,7 @@ std::string_view withoutFragment(std::string_view address) {
     return address.substr(0, address.find('#'));
 }
 
-// All titles that lead to the address: some shows share one page. Empty when none does.
+// All titles that lead to the address, possibly none: some shows share a page.
 std::string titleOf(std::string_view address, std::span<const CatalogueRow> rows) {
     std::string title;
     for (const CatalogueRow& row : rows) {
@@ -50,7 +50,7 @@ void addEpisodes(Page& page, const std::string& stem) {
         .link(base + "theme-3.mp3", "Theme song", "MP3");
 }
 
-// A letter's page lists its films, the two collections every fifth letter's.
+// A letter's page lists its films; the two collections list every fifth letter's.
 bool listsInitial(std::string_view stem, char initial) {
     if (stem == "number")
         return initial == '#';
@@ -80,7 +80,7 @@ Answer showPage(Site& /*site*/, const Request& request) {
         return errorAnswer(404, "No such show.");
     Page page(title);
     page.paragraph(address.starts_with("/db/") ? "From the forum: all episodes in one thread."
-                                               : "All episodes, to stream or to keep.");
+                                               : "All episodes, to stream or download.");
     addEpisodes(page, fileStemOf(address));
     return page.answer();
 }

@@ -23,7 +23,7 @@ GBytes* bytesOf(const Body& body) {
 
 Answer answerFor(Site& site, const Request& request) {
     const Route* route = routeFor(request);
-    return route == nullptr ? errorAnswer(404, "There is no such page on this site.")
+    return route == nullptr ? errorAnswer(404, "No such page on this site.")
                             : route->answer(site, request);
 }
 }
@@ -92,7 +92,7 @@ gboolean Exchange::onDelayOver(gpointer self) {
     return G_SOURCE_REMOVE;
 }
 
-// The client has hung up before its answer was ready.
+// The client hung up before its response was ready.
 void Exchange::onGone(SoupServerMessage* /*message*/, gpointer self) {
     auto* exchange = static_cast<Exchange*>(self);
     exchange->gone_ = true;

@@ -6,11 +6,11 @@
 
 namespace vistrel::demo {
 
-/// Reads a request off the server's message.
+/// Reads a request from the server's message.
 Request requestFrom(SoupServerMessage* message);
 
-/// One request on its way to its answer: waits if asked to, finds the answer, sends it. Owns itself
-/// until the answer is handed over.
+/// One request being answered: waits if requested, finds the response, sends it. Owns itself
+/// until the response is sent.
 class Exchange {
 public:
     static void start(SoupServerMessage* message, Request request, Site& site);
@@ -36,7 +36,7 @@ private:
     Request request_;
     Site& site_;
     Misbehaviour misbehaviour_;
-    Answer computed_; ///< what the thread of a long answer leaves here
+    Answer computed_; ///< set by the thread of a slow page
     unsigned delayTimer_ = 0;
     gulong goneHandler_ = 0;
     bool gone_ = false;

@@ -4,7 +4,7 @@
 
 namespace vistrel::demo {
 
-/// Films of our own invention for the movie pages: one line an initial, "#" first.
+/// Invented films for the movie pages: one line per initial, "#" first.
 struct FilmsOfInitial {
     char initial;
     std::array<std::string_view, 3> titles;

@@ -26,7 +26,7 @@ constexpr std::array<MediaFile, 13> files = {{
     {"garden-wall.mov", "garden-wall.mov", "video/quicktime", "Garden Wall", "video/quicktime"},
     {"capitals.mp4", "harbour-at-dawn.mp4", "video/MP4", "Capitals", "video/MP4 in capitals"},
     {"other-spelling.mp3", "short-signal.mp3", "audio/mp3", "Other Spelling", "audio/mp3"},
-    {"no-video.mp4", "", "video/mp4", "No Video", "text under the name of a video"},
+    {"no-video.mp4", "", "video/mp4", "No Video", "text with the name of a video"},
 }};
 
 std::string httpDate(std::time_t seconds) {
@@ -57,7 +57,7 @@ MediaStore::MediaStore(const std::string& folder) {
             continue;
         const std::string path = folder + "/" + std::string(file.source);
         struct stat status {};
-        std::string bytes = "This is no video.\n";
+        std::string bytes = "This is not a video.\n";
         if (!file.source.empty()) {
             std::ifstream stream(path, std::ios::binary);
             if (!stream || stat(path.c_str(), &status) != 0) {
@@ -99,7 +99,7 @@ Answer MediaStore::episode(std::string_view name) const {
 Answer MediaStore::answerWith(const MediaFile& file) const {
     const auto found = contents_.find(file.source);
     if (found == contents_.end())
-        return errorAnswer(404, "This file was not made; see the server's messages.");
+        return errorAnswer(404, "This file is missing; see the server's messages.");
     Answer answer;
     answer.type = file.type;
     answer.body = Body(found->second.bytes);

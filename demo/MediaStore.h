@@ -9,7 +9,7 @@
 
 namespace vistrel::demo {
 
-/// One file of the site. Several may serve the same bytes under another name or type.
+/// One file of the site. Several may have the same bytes under another name or type.
 struct MediaFile {
     std::string_view name;   ///< last segment of its address, below /media/
     std::string_view source; ///< file in the media folder
@@ -26,10 +26,10 @@ class MediaStore {
 public:
     explicit MediaStore(const std::string& folder);
 
-    /// Answers with the file of that name, or says that there is none.
+    /// Responds with the file of that name, or with "not found".
     Answer file(std::string_view name) const;
 
-    /// Answers with some file fitting the extension of `name`; the number before the extension
+    /// Responds with a file that fits the extension of `name`; the number before the extension
     /// ("amber-ferry-2.mp4") chooses which.
     Answer episode(std::string_view name) const;
 

@@ -28,8 +28,8 @@ Answer membersPage(Site& site, const Request& request) {
         return page.answer();
     }
     if (request.parameter("failed"))
-        page.paragraph("Name and password do not fit. Try demo and demo.");
-    page.paragraph("Members find one more film here. Name and password are both “demo”.")
+        page.paragraph("Wrong name or password. Try demo and demo.");
+    page.paragraph("One more film, for members. Name and password are both “demo”.")
         .html(R"(<form method="post" action="/vip/login">
 <label>Name <input name="user" autocomplete="username" autocapitalize="off"></label>
 <label>Password <input name="password" type="password" autocomplete="current-password"></label>
@@ -68,7 +68,7 @@ Answer membersFile(Site& site, const Request& request) {
 
 Answer postedFormPage(Site& /*site*/, const Request& /*request*/) {
     Page page("Order a Film");
-    page.paragraph("This form answers with the film itself.")
+    page.paragraph("This form returns the film itself.")
         .html(R"(<form method="post" action="/vip/fetch">
 <label>Film <select name="file"><option value="harbour-at-dawn.mp4">Harbour at Dawn</option>
 <option value="night-tram.m4v">Night Tram</option>
@@ -90,7 +90,7 @@ Answer rotatingPage(Site& site, const Request& request) {
     site.rotating.close(token);
     Page page("Rotating Session");
     if (lost) {
-        page.paragraph("Session lost: this visit showed a token that was used before.");
+        page.paragraph("Session lost: this visit sent a token that was used before.");
     } else {
         page.paragraph(known ? "Session kept." : "Session begun.")
             .link("/rotate/film.mp4", "Film of this session");

@@ -7,8 +7,8 @@ namespace vistrel::demo {
 namespace {
 constexpr std::array<MisbehaviourExample, 18> examples = {{
     {"slow=64", "Slow: 64 KB a second"},
-    {"stall=100000", "Stalls for ever after 100,000 bytes"},
-    {"stall=0", "Stalls for ever after the headers"},
+    {"stall=100000", "Stalls forever after 100,000 bytes"},
+    {"stall=0", "Stalls forever after the headers"},
     {"truncate=100000", "Closes early, after 100,000 bytes"},
     {"nolength", "Announces no length"},
     {"nolength&truncate=100000", "Announces no length and closes early"},

@@ -8,10 +8,10 @@
 
 namespace vistrel::demo {
 
-/// What a request asks the server to do wrong. Any address takes these as query parameters.
+/// The faults that a request asks for. Any address accepts these query parameters.
 struct Misbehaviour {
     double delay = 0;                   ///< seconds before the answer
-    std::optional<int> status;          ///< an error page of this status instead
+    std::optional<int> status;          ///< an error page with this status instead
     bool gzip = false;                  ///< compressed answer
     bool chunked = false;               ///< sent in chunks, without a length
     std::optional<uint64_t> slow;       ///< kilobytes (1024 bytes) a second
@@ -19,7 +19,7 @@ struct Misbehaviour {
     std::optional<uint64_t> truncate;   ///< closes after so many bytes
     std::optional<uint64_t> reset;      ///< resets the connection after so many bytes
     bool noLength = false;              ///< no length announced
-    std::optional<int64_t> wrongLength; ///< announces so much more (or less) than it sends
+    std::optional<int64_t> wrongLength; ///< announces so many bytes more (or less) than it sends
     uint64_t more = 0;                  ///< sends so many bytes more than announced
 
     /// Whether the answer must be written byte for byte instead of by a well-behaved server.
@@ -28,7 +28,7 @@ struct Misbehaviour {
 
 Misbehaviour misbehaviourOf(const Request& request);
 
-/// One line of the list that people and tests choose from.
+/// One line of the list for people and tests.
 struct MisbehaviourExample {
     std::string_view query;
     std::string_view title;

@@ -6,7 +6,7 @@ namespace vistrel::demo {
 
 Answer misbehavioursPage(Site& /*site*/, const Request& /*request*/) {
     Page page("Misbehaviour");
-    page.paragraph("Any address takes these as query parameters, also several at once.")
+    page.paragraph("Any address accepts these query parameters, several at once too.")
         .section("A film");
     for (const MisbehaviourExample& example : misbehaviourExamples())
         page.link("/media/harbour-at-dawn.mp4?" + std::string(example.query), example.title,

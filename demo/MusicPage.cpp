@@ -7,7 +7,7 @@ namespace vistrel::demo {
 
 Answer musicPage(Site& /*site*/, const Request& /*request*/) {
     Page page("Music");
-    page.paragraph("Tap a song to stream it or to keep it.").section("Songs");
+    page.paragraph("Tap a song to stream or download it.").section("Songs");
     for (const MediaFile& file : mediaFiles()) {
         if (file.type == "audio/mpeg")
             page.link("/media/" + std::string(file.name), file.title, file.note);

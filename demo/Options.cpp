@@ -46,7 +46,7 @@ std::optional<Options> parseOptions(std::span<char* const> arguments, std::strin
         if (takesValue(option)) {
             const bool given = index + 1 < arguments.size();
             if (!given || !setValue(options, option, arguments[++index])) {
-                complaint = std::string(option) + " needs a fitting value";
+                complaint = std::string(option) + " needs a valid value";
                 return std::nullopt;
             }
         } else if (!setFlag(options, option)) {

@@ -74,8 +74,8 @@ Answer Page::answer() const {
                        title_ + "</title><style>" + std::string(style) +
                        "</style></head>\n<body><header><a href=\"/\">Demo site</a><h1>" + title_ +
                        "</h1></header>\n<main>\n" + content_ +
-                       "</main>\n<footer>Made for trying things out on one machine. All names and "
-                       "media are our own.</footer></body></html>\n");
+                       "</main>\n<footer>For testing on one machine. All names and "
+                       "media are invented.</footer></body></html>\n");
     return answer;
 }
 }

@@ -6,8 +6,8 @@
 
 namespace vistrel::demo {
 
-/// Builds one page of the site: dark, readable at a phone's width, with rows that a finger hits.
-/// Every text is escaped; only `html` takes markup.
+/// Builds one page of the site: dark, readable at a phone's width, with finger-sized rows.
+/// All text is escaped; only `html` accepts markup.
 class Page {
 public:
     /// `title` is the page's title and its heading.
@@ -19,7 +19,7 @@ public:
     /// A full-width row that leads to `address`, with an optional second line.
     Page& link(std::string_view address, std::string_view text, std::string_view note = {});
 
-    /// The same row, asking for a window of its own.
+    /// The same row, opening a new window.
     Page& linkInNewWindow(std::string_view address, std::string_view text);
 
     Page& html(std::string_view markup);

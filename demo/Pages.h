@@ -5,11 +5,11 @@
 #include <string_view>
 #include <vector>
 
-/// The pages of the site. Each answers one route; routes stand in Routes.cpp.
+/// The pages of the site. Each answers one route; the routes are in Routes.cpp.
 namespace vistrel::demo {
 struct Site;
 
-/// An address with what is found there, for the index page and for --list.
+/// An address and what is there, for the index page and for --list.
 struct Address {
     std::string address;
     std::string title;

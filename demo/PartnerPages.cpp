@@ -23,7 +23,7 @@ Answer pageOf(size_t index) {
     const std::string stem = "/files/partner" + std::to_string(index + 1) + "-";
     int number = 1;
     for (const PartnerContents::Item& item : contents.items) {
-        // The second of each site comes over a slow line, so that progress can be watched.
+        // Each site's second file is sent slowly, so that progress can be watched.
         const char* line = number == 2 ? "?slow=400" : "";
         page.link(stem + std::to_string(number++) + std::string(item.extension) + line, item.title,
                   noteFor(item.extension));
@@ -40,7 +40,7 @@ Answer partnerPage(Site& /*site*/, const Request& request) {
         if (request.path == addressOf(index))
             return pageOf(index);
     }
-    return errorAnswer(404, "No partner site lives here.");
+    return errorAnswer(404, "No such partner site.");
 }
 
 Addresses partnerAddresses() {

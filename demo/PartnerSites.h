@@ -4,7 +4,7 @@
 
 namespace vistrel::demo {
 
-/// What one of the menu's partner sites says of itself and shows. Its name stands in the settings.
+/// The texts and files of one of the menu's partner sites. Its name is in the settings.
 struct PartnerContents {
     struct Item {
         std::string_view title;

@@ -43,7 +43,7 @@ bool isForThisVersion(const Request& request, const Answer& answer) {
            condition == headerOf(answer, "Last-Modified");
 }
 
-// None for a header that is not one plain range; a range past the end has first >= size.
+// Nothing for a header that is not a single range; a range past the end has first >= size.
 std::optional<Range> rangeFrom(std::string_view header, uint64_t size) {
     constexpr std::string_view unit = "bytes=";
     if (!header.starts_with(unit) || header.find(',') != std::string_view::npos)
@@ -82,7 +82,7 @@ void applyConditionsAndRange(const Request& request, Answer& answer) {
     if (!range)
         return;
     if (range->first >= size) {
-        answer = errorAnswer(416, "The file ends before that range.");
+        answer = errorAnswer(416, "The range is past the end of the file.");
         answer.headers.emplace_back("Content-Range", "bytes */" + std::to_string(size));
         return;
     }

@@ -3,7 +3,7 @@
 
 namespace vistrel::demo {
 
-/// Narrows a whole answer to the one byte range that the request asks for, or turns it into
-/// "not modified" or "range not satisfiable". Several ranges at once are not served: the whole is.
+/// Narrows a full response to the requested byte range, or turns it into
+/// "not modified" or "range not satisfiable". Several ranges at once get the full response.
 void applyConditionsAndRange(const Request& request, Answer& answer);
 }

@@ -13,10 +13,10 @@ struct NamedRedirect {
 };
 
 constexpr std::array<NamedRedirect, 6> named = {{
-    {"/r/loop", 302, "/r/loop", "To itself, for ever"},
-    {"/r/ping", 302, "/r/pong", "To and fro, for ever"},
-    {"/r/pong", 302, "/r/ping", "Fro and to, for ever"},
-    {"/r/file", 302, "file:///etc/passwd", "To a file of this machine"},
+    {"/r/loop", 302, "/r/loop", "To itself, forever"},
+    {"/r/ping", 302, "/r/pong", "Back and forth forever"},
+    {"/r/pong", 302, "/r/ping", "Back and forth forever"},
+    {"/r/file", 302, "file:///etc/passwd", "To a file on this machine"},
     {"/r/ftp", 302, "ftp://127.0.0.1/film.mp4", "To another scheme"},
     {"/r/relative", 302, "../files/relative-1.mp4", "To a relative address"},
 }};
@@ -26,7 +26,7 @@ struct Example {
     std::string_view title;
 };
 
-// Any redirect is named by its address: /r/STATUS/REST leads to /REST.
+// The address names the redirect: /r/STATUS/REST leads to /REST.
 constexpr std::array<Example, 5> formed = {{
     {"/r/301/media/harbour-at-dawn.mp4", "301 to a film"},
     {"/r/302/media/night-tram.m4v", "302 to a film"},

@@ -11,23 +11,23 @@ namespace vistrel::demo {
 
 using HeaderLines = std::vector<std::pair<std::string, std::string>>;
 
-/// One request, read and unescaped, as the pages see it.
+/// One request, parsed and unescaped, as the pages see it.
 struct Request {
     std::string method;
     std::string path;     ///< unescaped
-    std::string rawPath;  ///< as it was sent
-    std::string rawQuery; ///< as it was sent, without "?"
+    std::string rawPath;  ///< as sent
+    std::string rawQuery; ///< as sent, without "?"
     Fields query;
     Fields form; ///< fields of a posted form
     HeaderLines headers;
 
-    /// The value of a header, its name in any case; empty when it was not sent.
+    /// The value of a header, by case-insensitive name; empty when absent.
     std::string_view header(std::string_view name) const;
 
-    /// A query parameter; none when it was not given.
+    /// A query parameter; nothing when absent.
     std::optional<std::string> parameter(std::string_view name) const;
 
-    /// A cookie's value; empty when it was not sent.
+    /// A cookie's value; empty when absent.
     std::string cookie(std::string_view name) const;
 };
 }

@@ -8,13 +8,13 @@ namespace vistrel::demo {
 
 /// Which page answers which addresses.
 struct Route {
-    std::string_view method; ///< GET stands for HEAD too
-    std::string_view path;   ///< one ending in "*" takes every address that begins so
+    std::string_view method; ///< GET includes HEAD
+    std::string_view path;   ///< one ending in "*" matches every address with that prefix
     Answer (*answer)(Site&, const Request&);
-    bool isLong = false; ///< takes long to compute: answered on a thread of its own
+    bool isLong = false; ///< slow to compute: runs on a separate thread
 };
 
-/// The first route that fits counts.
+/// The first matching route counts.
 std::span<const Route> routes();
 
 /// The route for a request; null when there is none.
@@ -26,6 +26,6 @@ struct AddressGroup {
     Addresses addresses;
 };
 
-/// Every address that the site is known for. Where any of a family will do, one stands for it.
+/// Every documented address of the site, with one example of each family.
 std::vector<AddressGroup> servedAddresses();
 }

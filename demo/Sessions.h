@@ -4,7 +4,7 @@
 
 namespace vistrel::demo {
 
-/// The sessions that are open, known by the token in their cookie.
+/// The open sessions, identified by the token in their cookie.
 class Sessions {
 public:
     /// Opens a session and returns its token.

@@ -18,10 +18,10 @@ struct Site {
     Sessions members;  ///< sessions of /vip/
     Sessions rotating; ///< sessions of /rotate/, good for one visit
 
-    /// How often each method and address (without its query) was asked for.
+    /// How often each method and address (without its query) was requested.
     std::map<std::pair<std::string, std::string>, unsigned> hits;
 
     AdLog adLog;
-    std::string ownAdFile; ///< served as the ad "own"; empty: there is none
+    std::string ownAdFile; ///< served as the ad "own"; empty: none
 };
 }

@@ -7,19 +7,19 @@ namespace vistrel::demo {
 
 using Fields = std::map<std::string, std::string, std::less<>>;
 
-/// Undoes percent escapes; with `plusIsSpace` also the form's "+". A broken escape stays as it is.
+/// Decodes percent escapes, and with `plusIsSpace` a form's "+". Malformed escapes are kept.
 std::string unescaped(std::string_view text, bool plusIsSpace = false);
 
-/// Reads "a=1&b=2"; of a repeated name the first counts.
+/// Reads "a=1&b=2"; the first of a repeated name counts.
 Fields formFields(std::string_view text);
 
 /// Reads a Cookie header.
 Fields cookieFields(std::string_view header);
 
-/// The text with the five characters escaped that mean something in HTML.
+/// The text with HTML's five special characters escaped.
 std::string escapedForHtml(std::string_view text);
 
-/// The decimal number, or `otherwise` when the text is not wholly one. A leading plus may stand
-/// before it, also as the space that a query makes of it.
+/// The decimal number, or `otherwise` when the text is not one. It may have a leading plus,
+/// or the space that a query turns it into.
 long long numberFrom(std::string_view text, long long otherwise);
 }

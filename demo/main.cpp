@@ -34,8 +34,8 @@ gboolean quitAtEndOfInput(int descriptor, GIOCondition /*condition*/, gpointer l
     return quit(loop);
 }
 
-// Nothing is left behind when whoever started the site is killed: the system sends a signal then,
-// and a pipe held by a farther ancestor ends.
+// Leaves nothing behind when the starting process is killed: the system then sends a signal,
+// and a pipe held by a more distant ancestor closes.
 void followParent(pid_t parent, GMainLoop* loop) {
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     if (getppid() != parent)

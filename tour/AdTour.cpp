@@ -33,7 +33,7 @@ std::shared_ptr<GADBannerView> banner() {
     return menu ? menu->bannerView() : nullptr;
 }
 
-/// The ad screen in front; null for none.
+/// The ad screen in front, or null.
 std::shared_ptr<UIViewController> frontScreen() {
     auto screen = TourStage::navigation().modalViewController();
     while (screen && screen->modalViewController())
@@ -48,7 +48,7 @@ std::shared_ptr<GADWebView> frontPage() {
     return webApp ? webApp->webView() : nullptr;
 }
 
-/// A touch on the page, and the page's own click that the engine makes of one.
+/// A touch on the page, and the click that the engine would generate for it.
 void touchLink(const std::shared_ptr<GADWebView>& page, const char* selector) {
     const CGRect bounds = page->bounds();
     TourHands::tap(page->convertPointToView({bounds.midX(), bounds.midY()}, nullptr));
@@ -72,7 +72,7 @@ bool hasFrontPageLoaded() {
     const auto page = frontPage();
     const auto delegate =
         page ? std::dynamic_pointer_cast<GADWebViewDelegate>(page->delegate()) : nullptr;
-    // A page has an address, and is not loading, before its load begins.
+    // Before its load begins, a page has an address but is not loading.
     return delegate && delegate->hasLoadedAtLeastOnce() && !page->isLoading();
 }
 
@@ -88,7 +88,7 @@ void addStep(std::vector<TourStep>& steps, const char* name, const char* says,
 }
 
 void addBrowser(std::vector<TourStep>& steps) {
-    addStep(steps, "ad-banner", "the banner has come", {},
+    addStep(steps, "ad-banner", "the banner has arrived", {},
             [] { return banner() && !banner()->webView()->isHidden(); });
     addStep(
         steps, "ad-browser", "a touch opens its page in the ad's browser",
@@ -134,7 +134,7 @@ void addWebApp(std::vector<TourStep>& steps) {
     addStep(steps, "ad-web-app-closed", "its button closes it", tapOn("Close"), isMenuBack);
 }
 
-/// The way out is the application's own, whatever the page does.
+/// The application provides the way out, whatever the page does.
 void addWayOut(std::vector<TourStep>& steps, const char* name, const char* says) {
     addStep(
         steps, name, says, [name] { loadAd(name); }, [name] { return hasAdLoaded(name); });
@@ -210,7 +210,7 @@ std::vector<TourStep> adTour() {
         return steps;
     addBrowser(steps);
     addWebApp(steps);
-    addWayOut(steps, "hangs", "an ad whose page never ends loading");
+    addWayOut(steps, "hangs", "an ad whose page never finishes loading");
     addWayOut(steps, "endless", "an ad whose script never ends");
     addInterstitials(steps);
     return steps;

@@ -76,7 +76,7 @@ void GuidedTour::watchStep() {
 void GuidedTour::endStep(bool held) {
     const TourStep& step = steps_[current_];
     const bool saved = host::current().display->saveScreenshot(picturePath());
-    // Between a change and the next frame, as often while a film plays, there is nothing to save.
+    // Between a change and the next frame, often while a film plays, there is nothing to save.
     if (!saved && ++pictureTries_ < kPictureTries) {
         NSRunLoop::performAfterDelay(kPictureSeconds, [this, held] { endStep(held); });
         return;
@@ -85,7 +85,7 @@ void GuidedTour::endStep(bool held) {
     std::printf("%s %2zu %s: %s%s\n", held ? "ok    " : "FAILED", current_ + 1, step.name.c_str(),
                 step.says.c_str(), figures.c_str());
     if (!saved)
-        std::printf("       no picture could be saved at %s\n", picturePath().c_str());
+        std::printf("       cannot save a picture at %s\n", picturePath().c_str());
     std::fflush(stdout);
     if (!held || !saved) {
         host::current().loop->quit(1);

@@ -6,11 +6,11 @@
 
 namespace vistrel {
 
-/// Walks through the application's main job on the real screen: one line and one picture a step.
+/// Walks through the application's main job on the real screen: one line and one picture per step.
 /// Ends the run loop with status 0 when every step held, with 1 at the first that did not.
 class GuidedTour {
 public:
-    /// `directory` is made when it is missing; pictures of an earlier tour are replaced.
+    /// `directory` is created if missing; pictures of an earlier tour are replaced.
     explicit GuidedTour(std::string directory);
     GuidedTour(const GuidedTour&) = delete;
     GuidedTour& operator=(const GuidedTour&) = delete;

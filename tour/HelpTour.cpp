@@ -52,7 +52,7 @@ void addTexts(std::vector<TourStep>& steps) {
         sees(Role::Button, "Close"));
     add(steps, "faq-short-closed", "closed", tapOn("Close"), isMenuFree);
     add(steps, "help-again", "Help once more", tapOn("Help"), sees(Role::Button, "FAQ"));
-    add(steps, "faq-long", "from here the questions begin with the site being down", tapOn("FAQ"),
+    add(steps, "faq-long", "from here the FAQ begins with the site being down", tapOn("FAQ"),
         sees(Role::Button, "Close"));
     add(
         steps, "faq-scrolled", "a drag scrolls the text inside the box",
@@ -66,7 +66,7 @@ void addTexts(std::vector<TourStep>& steps) {
 void addSupport(std::vector<TourStep>& steps) {
     add(steps, "help-support", "Help for the last time", tapOn("Help"),
         sees(Role::Button, "Support"));
-    add(steps, "support", "which support, in three rows", tapOn("Support"),
+    add(steps, "support", "the kinds of support, in three rows", tapOn("Support"),
         sees(Role::Button, "Website Support"));
     add(steps, "application-support", "by a message or by mail", tapOn("Application Support"),
         sees(Role::Button, "Email"));

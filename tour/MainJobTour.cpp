@@ -27,9 +27,9 @@ using Role = UIAccessibilityRole;
 constexpr const char* kFilmName = "partner1-2.mp4";
 constexpr const char* kFilmTitle = "partner1-2";
 constexpr const char* kStrayName = "Stray Clip.mp4";
-constexpr double kWatchedSeconds = 5.5; ///< longer than the controls stay
+constexpr double kWatchedSeconds = 5.5; ///< longer than the controls stay visible
 
-/// What the steps hand on to each other.
+/// What the steps share.
 struct Notes {
     std::set<std::string> progressTexts;
     unsigned framesAtStart = 0;
@@ -69,7 +69,7 @@ void addStart(std::vector<TourStep>& steps) {
                          return TourHands::find(Role::Row, "Downloads").has_value() &&
                                 TourStage::areMenuIconsSharp();
                      },
-                     [] { return countText("%lld rows to be seen", TourHands::count(Role::Row)); },
+                     [] { return countText("%lld visible rows", TourHands::count(Role::Row)); },
                      5,
                      0.8});
     steps.push_back({"menu-end",
@@ -113,7 +113,7 @@ void addDownload(std::vector<TourStep>& steps, const std::shared_ptr<Notes>& not
         if (!text.empty())
             notes->progressTexts.insert(text);
     };
-    steps.push_back({"progress", "a tap on Download, and the received megabytes grow",
+    steps.push_back({"progress", "a tap on Download; the received megabytes grow",
                      tapOn(Role::Button, "Download"),
                      [notes, note] {
                          note();
@@ -171,7 +171,7 @@ void addLibrary(std::vector<TourStep>& steps, const std::shared_ptr<Notes>& note
                      [] {
                          TourStage::putFile(std::string("/var/mobile/Media/Downloads/") +
                                                 kStrayName,
-                                            "no film at all");
+                                            "not a film");
                          TourHands::tap(Role::Row, "Downloads");
                      },
                      [] { return TourHands::find(Role::Button, "Yes").has_value(); },
@@ -230,14 +230,14 @@ void addLibrary(std::vector<TourStep>& steps, const std::shared_ptr<Notes>& note
 void addNoVideo(std::vector<TourStep>& steps) {
     steps.push_back(
         {"no-video",
-         "a file that is no video says so",
+         "a file that is not a video is reported",
          tapOn(Role::Row, "Stray Clip"),
          [] { return !TourHands::labelContaining(Role::Alert, "Failed to Play").empty(); },
          {},
          20,
          0.8});
     steps.push_back({"no-video-closed",
-                     "OK, and the list is there again",
+                     "OK; the list is back",
                      tapOn(Role::Button, "OK"),
                      [] { return !TourStage::movie() && TourHands::find(Role::Row, "Stray Clip"); },
                      {},
@@ -296,7 +296,7 @@ void addDeleting(std::vector<TourStep>& steps, const std::shared_ptr<Notes>& not
 }
 
 std::vector<TourStep> mainJobTour() {
-    // A tour on a device that was used before starts from the same place.
+    // Makes a tour on a used device start from the same state.
     (void)NSFileManager::defaultManager().removeItemAtPath(pathOfDownload(kStrayName));
     (void)NSFileManager::defaultManager().removeItemAtPath(pathOfDownload(kFilmName));
     const auto notes = std::make_shared<Notes>();

@@ -54,7 +54,7 @@ std::string times() {
     return views.currentTime->text() + " " + views.duration->text();
 }
 
-/// The row of the music section with that number, by the name that it shows.
+/// The name shown in the music section's row with that number.
 void tapMusicRow(std::size_t number) {
     const auto& names = TourStage::downloadsScreen()->musicFiles();
     if (number < names.size())
@@ -62,7 +62,7 @@ void tapMusicRow(std::size_t number) {
 }
 
 void addTracks(std::vector<TourStep>& steps) {
-    steps.push_back({"music-files", "four pieces of music come into the folder",
+    steps.push_back({"music-files", "four tracks arrive in the folder",
                      [] {
                          for (const char* name : kTracks)
                              TourStage::fetchFile(std::string("/media/") + name,
@@ -101,7 +101,7 @@ void addOverlay(std::vector<TourStep>& steps) {
                                 screen->views().currentTime->text() != "0:00";
                      },
                      times, 10, 0.3});
-    steps.push_back({"music-shuffle", "shuffle goes on", tapOn(Role::Button, "Shuffle"), [] {
+    steps.push_back({"music-shuffle", "shuffle is switched on", tapOn(Role::Button, "Shuffle"), [] {
                          return TourStage::musicPlayer()->shuffle();
                      }});
     steps.push_back({"music-repeat-all", "repeat: all", tapOn(Role::Button, "Repeat"), [] {
@@ -114,14 +114,15 @@ void addOverlay(std::vector<TourStep>& steps) {
                          const auto modes = TourStage::musicPlayer()->modes();
                          return !modes.repeatAll && !modes.repeatOne;
                      }});
-    steps.push_back({"music-shuffle-off", "shuffle goes off", tapOn(Role::Button, "Shuffle"), [] {
-                         return !TourStage::musicPlayer()->shuffle();
-                     }});
+    steps.push_back(
+        {"music-shuffle-off", "shuffle is switched off", tapOn(Role::Button, "Shuffle"), [] {
+             return !TourStage::musicPlayer()->shuffle();
+         }});
 }
 
 void addTable(std::vector<TourStep>& steps) {
     steps.push_back({"music-flip",
-                     "the cover turns over, the small button with it",
+                     "the cover flips, and the small button with it",
                      tapOn(Role::Button, "Tracks"),
                      isTableShown,
                      {},
@@ -187,7 +188,7 @@ void addVolume(std::vector<TourStep>& steps) {
 }
 
 void addEnd(std::vector<TourStep>& steps) {
-    steps.push_back({"music-end", "the last piece ends, and with it the music",
+    steps.push_back({"music-end", "the last track ends, and the music with it",
                      [] {
                          const auto& player = TourStage::musicPlayer()->player();
                          player->setCurrentTime(player->duration() - 1);
@@ -199,7 +200,7 @@ void addEnd(std::vector<TourStep>& steps) {
                      },
                      placeAndTitle, 10, 0.5});
     steps.push_back({"music-done",
-                     "Done, and the list is there again",
+                     "Done; the list is back",
                      tapOn(Role::Button, "Done"),
                      [] {
                          return !TourStage::musicPlayer() &&

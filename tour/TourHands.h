@@ -15,18 +15,18 @@ struct Sight {
     CGRect frame; ///< on the screen, points
 };
 
-/// The element with that role whose label is `label`, else the first that begins so; only what can
-/// be seen counts.
+/// The element with that role whose label is `label`, else the first whose label begins with it.
+/// Only what is visible counts.
 std::optional<Sight> find(UIAccessibilityRole role, const std::string& label);
 /// The label of the first element of the role whose label contains `part`; empty for none.
 std::string labelContaining(UIAccessibilityRole role, const std::string& part);
 int count(UIAccessibilityRole role);
 
-/// A finger down and up again.
+/// Touches the point briefly.
 void tap(CGPoint point);
-/// Taps the middle of what find() sees; false when there is nothing.
+/// Taps the middle of what find() returns; false when there is nothing.
 bool tap(UIAccessibilityRole role, const std::string& label);
-/// A finger that moves in a straight line and lets go.
+/// A finger that moves in a straight line and lifts.
 void drag(CGPoint from, CGPoint to, double seconds);
 
 }

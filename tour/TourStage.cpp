@@ -28,7 +28,7 @@ namespace vistrel::TourStage {
 namespace {
 
 constexpr std::size_t kDigestDigits = 64;
-constexpr double kSharpestPictures = 3; ///< pixels a point
+constexpr double kSharpestPictures = 3; ///< pixels per point
 
 /// Collects a short text answer.
 class TextAnswer : public NSURLConnectionDelegate {
@@ -44,7 +44,7 @@ private:
 
 std::shared_ptr<TextAnswer> digestAnswer;
 
-/// Puts what it has received into a file.
+/// Writes what it receives to a file.
 class FileAnswer : public TextAnswer {
 public:
     explicit FileAnswer(std::string devicePath)

@@ -78,7 +78,7 @@ private:
     std::string unread_;
 };
 
-/// On a free port of 127.0.0.1; -1 when there is none.
+/// Listens on a free port of 127.0.0.1; -1 on failure.
 int listenOnLoopback(int& port) {
     const int listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_in address{};
