@@ -12,13 +12,13 @@
 #include <string>
 
 namespace bench {
-/// Keeps the compiler from leaving out the work that makes a value.
+/// Keeps the compiler from optimising away the computation of a value.
 template <typename T>
 void keep(const T& value) {
     asm volatile("" : : "g"(&value) : "memory");
 }
 
-/// Seconds that a number of calls of one function take.
+/// Seconds for a number of calls of one function.
 template <typename Work>
 double secondsOf(Work& work, std::size_t calls) {
     const auto start = std::chrono::steady_clock::now();
@@ -27,7 +27,7 @@ double secondsOf(Work& work, std::size_t calls) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-/// So many calls of a function that they take a few milliseconds, after warming it up.
+/// A number of calls that takes a few milliseconds, after warming up.
 template <typename Work>
 std::size_t callsFor(Work& work) {
     constexpr double kRound = 0.004;
@@ -39,13 +39,13 @@ std::size_t callsFor(Work& work) {
 
 struct Figure {
     std::string name;
-    /// What one call handles; 0 when the figure is a time.
+    /// How much one call handles; 0 when the figure is a time.
     std::size_t bytes;
     /// How many times as fast as the peer ours must be.
     double bound;
 };
 
-/// Prints one line, "name: ours peer ratio bound ok|short". Whether the bound holds.
+/// Prints one line, "name: ours peer ratio bound ok|short"; whether the bound holds.
 inline bool report(const Figure& figure, double oursSeconds, double peerSeconds) {
     const double ratio = peerSeconds / oursSeconds;
     const bool holds = ratio >= figure.bound;
@@ -59,7 +59,7 @@ inline bool report(const Figure& figure, double oursSeconds, double peerSeconds)
     return holds;
 }
 
-/// The best of several rounds of a function's calls, in seconds a call.
+/// The best of several rounds, in seconds per call.
 template <typename Work>
 double bestSeconds(Work& work) {
     constexpr int kRounds = 12;
@@ -70,8 +70,8 @@ double bestSeconds(Work& work) {
     return best;
 }
 
-/// The seconds that a process of its own writes to the descriptor it is given, and ends; infinite
-/// when it fails.
+/// The seconds that a child process writes to the given descriptor; infinite
+/// on failure.
 template <typename Child>
 double secondsFromChild(Child child) {
     double seconds = std::numeric_limits<double>::infinity();
@@ -95,9 +95,9 @@ double secondsFromChild(Child child) {
     _exit(write(descriptor, &seconds, sizeof seconds) == sizeof seconds ? 0 : 1);
 }
 
-/// The best seconds in a process of its own: what one contender leaves behind in the heap must not
-/// slow the other down. Each turn has its stack and its heap in other places: whether the low bits
-/// of two addresses agree can make half of the time of a few nanoseconds.
+/// The best seconds in a separate process, so that what one contender leaves in the heap does not
+/// slow the other down. Each turn has its stack and heap at other addresses: whether their low bits
+/// agree can make up half of a time of a few nanoseconds.
 template <typename Work>
 double bestSecondsApart(Work& work, int turn) {
     return secondsFromChild([&](int descriptor) {
@@ -108,7 +108,7 @@ double bestSecondsApart(Work& work, int turn) {
     });
 }
 
-/// Runs both in turns and compares their best rounds, so that a busy machine disturbs both alike.
+/// Runs both in turns and compares their best rounds, so that a busy machine affects both alike.
 template <typename Ours, typename Peer>
 bool compare(const Figure& figure, Ours ours, Peer peer) {
     constexpr int kTurns = 4;
@@ -121,11 +121,11 @@ bool compare(const Figure& figure, Ours ours, Peer peer) {
     return report(figure, oursBest, peerBest);
 }
 
-/// Names the one measurement that a program was started anew for.
+/// Names the one measurement that a program was restarted for.
 constexpr const char* kSoleMeasurement = "VISTREL_BENCH_SOLE_MEASUREMENT";
 constexpr int kAnswer = 3; ///< the descriptor it writes the seconds to
 
-/// The seconds of a measurement in a program started anew; infinite when it fails.
+/// The seconds of a measurement in a restarted program; infinite on failure.
 inline double secondsInNewProgram(const std::string& measurement) {
     return secondsFromChild([&](int descriptor) {
         setenv(kSoleMeasurement, measurement.c_str(), 1);
@@ -134,9 +134,9 @@ inline double secondsInNewProgram(const std::string& measurement) {
     });
 }
 
-/// As compare, but for times of a few nanoseconds: each turn is a program started anew, because
-/// where the system happens to put a program decides up to a quarter of such a time. The program
-/// must come to the comparison without printing anything, and names must differ.
+/// As compare, but for times of a few nanoseconds: each turn restarts the program, because its
+/// load address makes up to a quarter of such a time. The program must reach the comparison
+/// without printing anything, and names must differ.
 template <typename Ours, typename Peer>
 bool compareInNewPrograms(const Figure& figure, Ours ours, Peer peer) {
     constexpr int kTurns = 5;

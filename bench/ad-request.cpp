@@ -16,7 +16,7 @@
 
 namespace vistrel {
 namespace {
-/// A device whose facts cost nothing to ask for.
+/// A device whose properties cost nothing.
 class FixedDevice : public GADDeviceEnvironment {
 public:
     std::string model() override { return "iPhone"; }
@@ -38,7 +38,7 @@ public:
     }
 };
 
-/// What the library needs of this machine.
+/// What the library needs from this machine.
 class Machine {
 public:
     Machine() {
@@ -72,7 +72,7 @@ private:
     host::Host host_;
 };
 
-/// Every hint is set, and something was counted since the last report.
+/// With every hint set, and events counted since the last report.
 std::shared_ptr<GADRequestPrivate> fullRequest() {
     auto request = std::static_pointer_cast<GADRequestPrivate>(GADRequest::request());
     request->setTestDevices(std::make_shared<GADRequest::Strings>(

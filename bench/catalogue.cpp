@@ -22,14 +22,14 @@ constexpr int kRowHeight = 44;
 constexpr double kStep = 3; ///< points from frame to frame
 
 bool report(const char* name, std::size_t ours, std::size_t bound, const char* unit) {
-    // Nothing painted at all is no good figure either.
+    // Painting nothing at all would be wrong too.
     const bool holds = ours > 0 && ours <= bound;
     std::printf("%s: %zu %zu %s %.2fx 1.00x %s\n", name, ours, bound, unit,
                 static_cast<double>(ours) / static_cast<double>(bound), holds ? "ok" : "short");
     return holds;
 }
 
-/// A slow way through all shows, frame by frame.
+/// Scrolls slowly through all shows, frame by frame.
 bool scrollThroughShows() {
     auto window = std::make_shared<UIWindow>();
     window->makeKeyAndVisible();

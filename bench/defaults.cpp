@@ -1,5 +1,5 @@
-// 10,000 changes of the user defaults, a hundred at each turn of the loop, every turn saved
-// atomically and put on the disk, within a bound in seconds.
+// 10,000 changes of the user defaults, a hundred per turn of the loop, every turn saved
+// atomically and synced to disk, within a bound in seconds.
 #include "platform/foundation/NSRunLoop.h"
 #include "platform/foundation/NSUserDefaults.h"
 #include "platform/linux/loop/GLibEventLoop.h"
@@ -22,7 +22,7 @@ constexpr int kChanges = 10'000;
 constexpr int kChangesATurn = 100;
 constexpr double kBound = 5;
 
-/// Seconds that all changes take, until the last is on the disk.
+/// Seconds until the last change is on disk.
 double change(GLibEventLoop& loop) {
     const auto start = std::chrono::steady_clock::now();
     int made = 0;

@@ -1,4 +1,4 @@
-// A file of 1 GiB from loopback to the disk, through the connection and the file handle as the
+// A 1 GiB file from loopback to disk, through the connection and the file handle as the
 // download screen uses them, against the usual command line tools.
 #include "bench/support/FileServer.h"
 #include "bench/support/LinuxHost.h"
@@ -40,11 +40,11 @@ double now() {
         .count();
 }
 
-/// How long the loop was away from its waiting, at most.
+/// The longest time between two waits of the loop.
 double longestTurn = 0;
 double turnStart = 0;
 
-/// The clock without the time in which this process could have run but others did.
+/// The clock minus the time in which this process was runnable but others ran.
 double ownTime() {
     static const int file = open("/proc/self/schedstat", O_RDONLY | O_CLOEXEC);
     char text[96] = {};
@@ -92,7 +92,7 @@ private:
     std::shared_ptr<NSFileHandle> file_;
 };
 
-/// The process that is measured: fetches one address into a device root.
+/// The measured process: fetches one address into a device root.
 int fetch(const std::string& url, const std::string& root, bool measuresTurns) {
     if (measuresTurns)
         g_main_context_set_poll_func(nullptr, pollAndMeasure);
@@ -156,7 +156,7 @@ Run run(const std::vector<std::string>& command, const std::string& file, off_t 
     return result;
 }
 
-/// The better of each figure; what must be small for every run keeps its worst.
+/// The best of each figure; the worst of those that every run must keep small.
 Run best(const Run& a, const Run& b) {
     return {std::min(a.seconds, b.seconds), std::min(a.cpu, b.cpu), std::max(a.peakKiB, b.peakKiB),
             std::max(a.longestTurn, b.longestTurn)};
@@ -184,7 +184,7 @@ void makeFile(const std::string& path) {
         block[at] = static_cast<char>(at * 2654435761U >> 13);
     for (off_t written = 0; written < kSize; written += kMebibyte) {
         if (write(file, block.data(), block.size()) != kMebibyte) {
-            std::fprintf(stderr, "download: no room for the file to be served\n");
+            std::fprintf(stderr, "download: no room for the served file\n");
             std::exit(1);
         }
     }
@@ -200,7 +200,7 @@ int main(int count, char** arguments) {
         return fetch(arguments[2], arguments[3], true);
 
     const fs::path self = fs::read_symlink("/proc/self/exe");
-    // On the disk that the build lies on: a memory file system would flatter everybody.
+    // On the build's disk: a memory file system would flatter everyone.
     std::string pattern = (self.parent_path() / "download-XXXXXX").string();
     const std::string root = mkdtemp(pattern.data());
     const std::string served = "/dev/shm/vistrel-bench-" + std::to_string(getpid());

@@ -46,7 +46,7 @@ void drawLineOfPeer(cairo_t* cairo, const char* text, const char* font, double t
     g_object_unref(layout);
 }
 
-/// The same texts with a new layout for each, as a cell that draws itself would.
+/// The same texts with a new layout for each, as a simple cell would draw them.
 void drawRowPeer(const std::shared_ptr<Bitmap>& bitmap) {
     auto* surface = cairo_image_surface_create_for_data(bitmap->data(), CAIRO_FORMAT_ARGB32, kWidth,
                                                         kHeight, bitmap->stride());

@@ -18,7 +18,7 @@ Bytes randomBytes(std::size_t size) {
     return bytes;
 }
 
-/// Both sides make an object from their input and free it.
+/// Both sides create an object from their input and free it.
 bool benchBase64(const std::string& size, const Bytes& bytes) {
     const auto encoding = GAD_StringEncoding::rfc4648Base64StringEncoding();
     const std::string text = encoding->encode(bytes);

@@ -12,7 +12,7 @@
 
 namespace vistrel {
 namespace {
-/// Sentences with the escapes and foreign letters that a feed of comments has.
+/// Sentences with the escapes and foreign letters of a comment feed.
 std::string textHeavyDocument() {
     const char* const words[] = {"the",    "banner",    "watched", "\\\"quoted\\\"", "caf\u00e9",
                                  "stream", "of",        "a",       "downloaded",     "episode",
@@ -116,8 +116,8 @@ bool benchDocument(const std::string& name, const std::string& text) {
         document.Accept(writer);
         bench::keep(std::string(buffer.GetString(), buffer.GetSize()));
     };
-    // RapidJSON puts a whole document into one arena. Our values are independent of each other, as
-    // nlohmann's are, and pay with an allocation for each container and each long text.
+    // RapidJSON puts a whole document into one arena. Our values are independent, like nlohmann's,
+    // and pay with an allocation for each container and each long text.
     bool holds = bench::compare({"json read " + name + " against RapidJSON", text.size(), 0.2},
                                 read, rapidRead);
     holds &= bench::compare({"json read " + name + " against nlohmann", text.size(), 1.2}, read,

@@ -1,6 +1,6 @@
 // 100,000 names listed and classified: once for videos, against a bare readdir loop that keeps
 // nothing; and into videos and music, as the downloads screen does when it appears, against `find`
-// asked for the same two lists.
+// for the same two lists.
 #include "bench/support/LinuxHost.h"
 
 #include "platform/foundation/NSArrayPathUtilities.h"
@@ -38,7 +38,7 @@ double secondsIn(const timeval& time) {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
 }
 
-/// What this process and the ones it has waited for have computed.
+/// Processor time of this process and of those it has waited for.
 double processorSeconds() {
     timespec own{};
     clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &own);
@@ -48,8 +48,8 @@ double processorSeconds() {
            secondsIn(children.ru_utime) + secondsIn(children.ru_stime);
 }
 
-/// Nothing here waits for anything: the processor's time is the time, and a busy machine changes it
-/// less than the clock's.
+/// Nothing here waits, so processor time is the measure; a busy machine changes it less than the
+/// clock's.
 template <typename Work>
 double secondsOf(Work work) {
     const double start = processorSeconds();
@@ -57,7 +57,7 @@ double secondsOf(Work work) {
     return processorSeconds() - start;
 }
 
-/// Names of the length that people give: half videos, a third music, the rest neither.
+/// Names of realistic length: half videos, a third music, the rest neither.
 std::string nameOf(int index) {
     constexpr std::array extensions{"mp4", "mp3", "M4V", "mp4", "MP3", "txt"};
     return "Some Show S01E" + std::to_string(index) + " The Title." +
@@ -76,7 +76,7 @@ void bareLoop(const std::string& folder) {
     closedir(open);
 }
 
-/// The names come into this process, as ours do.
+/// Brings the names into this process, as ours does.
 std::size_t findTwice(const std::string& folder) {
     const std::array lists{
         "\\( -name '*.m4v' -o -name '*.M4V' -o -name '*.mp4' -o -name '*.MP4' \\)",

@@ -1,4 +1,4 @@
-// The tags of two thousand files as the music player reads them, against the tag library alone.
+// The tags of two thousand files as the music player reads them, against TagLib alone.
 #include "audio/OvoAudioPlayerController.h"
 #include "bench/Bench.h"
 #include "bench/support/MusicHost.h"
@@ -18,7 +18,7 @@ namespace {
 constexpr int kFiles = 2000;
 constexpr double kMostTimes = 1.1;
 
-/// Three seconds of sound as an encoder writes it, its header frame included.
+/// Three seconds of encoded sound, including the header frame.
 std::string encodedSound(const std::string& folder) {
     const std::string path = folder + "/sound.mp3";
     const std::string command = "ffmpeg -nostdin -loglevel error -f lavfi -i sine=440:d=3 -c:a "
@@ -30,7 +30,7 @@ std::string encodedSound(const std::string& folder) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// The sound behind a tag of three texts and some padding.
+/// The sound after a tag of three texts and some padding.
 void writeSong(const std::string& path, int number, const std::string& sound) {
     std::string body;
     for (const auto& [id, text] :
@@ -46,8 +46,8 @@ void writeSong(const std::string& path, int number, const std::string& sound) {
         << "ID3" + std::string{3, 0, 0, 0, 0, high, low} + body + sound;
 }
 
-/// From the tap on a row until the player stands ready to slide in, the player's library and the
-/// first track included.
+/// From the tap on a row until the player is ready to slide in, including loading the player
+/// library and the first track.
 bool opensAtOnce(const std::vector<vistrel::NSURL>& addresses) {
     constexpr double kMostSeconds = 0.1;
     const auto start = std::chrono::steady_clock::now();
@@ -79,7 +79,7 @@ int main() {
         addresses.push_back(vistrel::NSURL::fileURLWithPath(path));
     }
     if (vistrel::OvoAudioFile(addresses[7]).title() != "Song 7") {
-        std::puts("metadata: the tags are not read");
+        std::puts("metadata: the tags cannot be read");
         return 1;
     }
     auto ours = [&] {

@@ -1,5 +1,5 @@
-// What the music player's screen costs while it plays, a hundred refreshes a second included,
-// against the bare pipeline; and what a thousand track changes leave behind.
+// What the music player's screen costs while it plays, with a hundred refreshes per second,
+// against the bare pipeline; and what a thousand track changes leak.
 #include "audio/OvoAudioPlayerController.h"
 #include "bench/support/MusicHost.h"
 #include "platform/media/AVAudioPlayer.h"
@@ -40,7 +40,7 @@ double residentMiB() {
     return static_cast<double>(resident * sysconf(_SC_PAGESIZE)) / (1 << 20);
 }
 
-/// What `work` yields in a process of its own; negative when it fails.
+/// The result of `work` in a separate process; negative on failure.
 double apart(const std::function<double()>& work) {
     int ends[2];
     if (pipe(ends) != 0)
@@ -76,7 +76,7 @@ vistrel::NSURL track(int number) {
     return vistrel::NSURL::fileURLWithPath("/" + std::to_string(number) + ".mp3");
 }
 
-/// Share of a core over the measured time.
+/// Fraction of a core over the measured time.
 double measure(bench::MusicHost& host) {
     host.runFor(2);
     const double before = processorSeconds();
@@ -130,7 +130,7 @@ double playerScreen() {
     return share;
 }
 
-/// MiB by which the process has grown from the first two hundred changes to a thousand after them.
+/// MiB by which the process grows in a thousand changes after the first two hundred.
 double growth() {
     bench::MusicHost host;
     if (!makeTracks(host.root()))

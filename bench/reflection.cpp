@@ -1,4 +1,4 @@
-// The reflection of a cover of 320 x 320 points at two pixels a point, against the same picture
+// The reflection of a cover of 320 x 320 points at two pixels per point, against the same picture
 // through Cairo's mask compositing.
 #include "audio/OvoAudioPlayerReflection.h"
 #include "bench/Bench.h"
@@ -22,7 +22,7 @@ std::shared_ptr<vistrel::Bitmap> makeCover() {
     return cover;
 }
 
-/// The same by the drawing library: clipped by a gradient mask, turned upside down, drawn.
+/// The same with Cairo: flipped and drawn through a gradient mask.
 class CairoReflection {
 public:
     explicit CairoReflection(vistrel::Bitmap& cover)

@@ -1,6 +1,6 @@
 // Scrolling a downloads folder of 10,000 files, frame by frame with the software renderer: the real
 // downloads screen in the real window, against the toolkit's list view and against a bare widget
-// that appends cached row nodes. Each contender runs in a process of its own, and they take turns.
+// that appends cached row nodes. Each contender runs in a separate process, and they take turns.
 #include "bench/support/ScrollContender.h"
 #include "downloads/DownloadsViewController.h"
 #include "platform/linux/main/LinuxHost.h"
@@ -71,7 +71,7 @@ void runDownloadsScreen() {
     UIApplication::resetSharedApplication();
 }
 
-/// A contender in a process of its own.
+/// A contender in a separate process.
 class Contender {
 public:
     Contender(const std::string& program, const char* name) {
@@ -99,7 +99,7 @@ public:
     Contender(const Contender&) = delete;
     Contender& operator=(const Contender&) = delete;
 
-    /// Measures some frames more. False when the process has failed.
+    /// Measures another block of frames. False when the process has failed.
     bool scroll() {
         double mean = 0;
         double longest = 0;
@@ -109,7 +109,7 @@ public:
         longest_ = std::max(longest_, longest);
         return true;
     }
-    const std::vector<double>& means() const { return means_; } ///< milliseconds a frame
+    const std::vector<double>& means() const { return means_; } ///< milliseconds per frame
     double longest() const { return longest_; }                 ///< milliseconds
 
 private:
@@ -141,8 +141,8 @@ bool report(const char* name, const Contender& ours, const Contender& peer, doub
 }
 
 int compareAll(const std::string& program) {
-    // In short turns, all three being there: a machine's pace changes within seconds, and what is
-    // compared must have met the same one.
+    // In short turns with all three running: a machine's speed changes within seconds, and must be
+    // the same for all contenders.
     constexpr int kTurns = 21;
     std::signal(SIGPIPE, SIG_IGN);
     Contender ours(program, "ours");
@@ -182,7 +182,7 @@ int main(int argc, char* argv[]) {
     const std::string program = std::filesystem::read_symlink("/proc/self/exe").string();
     if (argc == 3 && std::string(argv[1]) == "--contender")
         return vistrel::runContender(argv[2]);
-    // Always on a display of its own, so that nothing else is composed.
+    // Always on a private display, so that nothing else is composed.
     if (argc == 1) {
         execl(VISTREL_IN_DISPLAY, VISTREL_IN_DISPLAY, program.c_str(), "--on-display", nullptr);
         std::perror("in-display");

@@ -3,11 +3,11 @@
 #include <cstdlib>
 
 namespace fuzz {
-/// Stops the run, whatever the build, when what must hold does not.
+/// Aborts the run, in every build type, when the condition is false.
 inline void check(bool holds, const char* what) {
     if (holds)
         return;
-    std::fprintf(stderr, "does not hold: %s\n", what);
+    std::fprintf(stderr, "check failed: %s\n", what);
     std::abort();
 }
 }

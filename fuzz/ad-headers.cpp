@@ -40,7 +40,7 @@ void checkNumber(const std::optional<float>& number) {
 }
 }
 
-/// Header fields of an ad's answer, a line each.
+/// Header fields of an ad response, one per line.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const Fields fields =
         fieldsFromText(std::string_view(reinterpret_cast<const char*>(data), size));

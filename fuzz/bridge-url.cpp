@@ -56,7 +56,7 @@ void checkURL(std::string_view text) {
 }
 }
 
-/// Addresses by which an ad's page asks for something, from the address to what is opened.
+/// Addresses by which an ad's page sends commands, from parsing to what is opened.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string text(reinterpret_cast<const char*>(data), size);
     checkURL(text);

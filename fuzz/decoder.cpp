@@ -30,7 +30,7 @@ std::shared_ptr<GAD_StringEncoding> encodingFor(unsigned choice) {
 }
 }
 
-/// What is decoded encodes and decodes to the same bytes; any bytes survive the round.
+/// Decoded bytes survive encoding and decoding, and so do any other bytes.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0)
         return 0;

@@ -28,7 +28,7 @@ struct Decoded {
     bool complete = false;
 };
 
-/// Unpacks with so many bytes at a time going in and coming out.
+/// Decompresses with the given chunk sizes for input and output.
 Decoded decoded(std::string_view coding, std::span<const std::byte> input, std::size_t inSize,
                 std::size_t outSize) {
     const auto decoder = BodyDecoder::forCoding(coding);
@@ -54,7 +54,7 @@ Decoded decoded(std::string_view coding, std::span<const std::byte> input, std::
 }
 }
 
-/// The head of an answer, and a compressed body that comes in pieces of any size.
+/// A response's head, and a compressed body that arrives in pieces of any size.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     checkHead({reinterpret_cast<const char*>(data), size});
     const auto bytes = std::as_bytes(std::span(data, size));

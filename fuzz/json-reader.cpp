@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-/// Any bytes give either a value or an error with a description, whatever the allowed depth.
+/// Any bytes yield a value or an error with a description, whatever the depth limit.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace vistrel;
     if (size == 0)

@@ -21,7 +21,7 @@ void touch(Value& value) {
 }
 }
 
-/// What is read is written to a text that reads back equal; a copy survives changes of the other.
+/// Writing what was read gives a text that reads back equal; copies are independent.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0)
         return 0;

@@ -8,7 +8,7 @@
 namespace {
 using namespace vistrel;
 
-/// What a query becomes when its entries are written again and read once more.
+/// The entries of a query after writing and reading them once more.
 Value::Dictionary again(const Value::Dictionary& entries) {
     std::string query;
     for (const auto& [key, value] : entries) {
@@ -19,7 +19,7 @@ Value::Dictionary again(const Value::Dictionary& entries) {
 }
 }
 
-/// Entries are UTF-8 with keys in lower case, and survive being written and read again.
+/// Entries are UTF-8 with keys in lower case, and survive writing and reading.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     const auto entries = GADNetworkUtilities::dictionaryFromQueryString(text);

@@ -6,7 +6,7 @@
 namespace bench {
 
 /// A server process on loopback that answers every request with one file by sendfile, as fast as
-/// the machine can. Ends with this object, or with the process that made it.
+/// the machine can. Ends with this object, or with its parent process.
 class FileServer {
 public:
     explicit FileServer(const std::string& file);
@@ -14,7 +14,7 @@ public:
     FileServer(const FileServer&) = delete;
     FileServer& operator=(const FileServer&) = delete;
 
-    /// "?mb=N" at the end of an address asks for the first N MiB only.
+    /// "?mb=N" at the end of an address requests only the first N MiB.
     std::string url() const;
 
 private:

@@ -8,8 +8,8 @@
 
 namespace bench {
 
-/// The real loop, files and network over a device root of the benchmark's own; the rest is not
-/// there.
+/// The real loop, files and network over the benchmark's device root; the rest is
+/// missing.
 class LinuxHost {
 public:
     explicit LinuxHost(const std::string& deviceRoot)

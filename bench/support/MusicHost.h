@@ -10,7 +10,7 @@
 
 namespace bench {
 
-/// The real loop, files and players on a folder of its own; frames are composed into a bitmap.
+/// The real loop, files and players on a temporary folder; frames are composed into a bitmap.
 class MusicHost {
 public:
     MusicHost();
@@ -19,7 +19,7 @@ public:
     MusicHost& operator=(const MusicHost&) = delete;
 
     const std::string& root() const { return root_; }
-    /// Runs the loop for so long.
+    /// Runs the loop for that long.
     void runFor(double seconds);
     int frames() const { return display_.frames; }
 

@@ -16,7 +16,7 @@ namespace vistrel {
 
 namespace {
 
-constexpr double kStart = 3; ///< seconds after which playing is steady
+constexpr double kStart = 3; ///< seconds until playing is steady
 std::shared_ptr<OvoMoviePlayerViewController> screen;
 
 void say(const char* what, unsigned number) {
@@ -24,7 +24,7 @@ void say(const char* what, unsigned number) {
     std::fflush(stdout);
 }
 
-/// The frames that are shown in the measured seconds.
+/// The frames shown in the measured seconds.
 void count(double seconds) {
     NSRunLoop::performAfterDelay(kStart, [seconds] {
         const unsigned before = screen->mp()->framesShown();

@@ -33,7 +33,7 @@ UINavigationController& navigation() {
     return *delegate->navigationController();
 }
 
-/// Says so when another frame than that one has been drawn.
+/// Reports when a frame after that one has been drawn.
 void sayAfterFrame(unsigned frame) {
     if (host::current().display->framesDrawn() != frame)
         say("shown");
@@ -41,7 +41,7 @@ void sayAfterFrame(unsigned frame) {
         NSRunLoop::performAfterDelay(0.001, [frame] { sayAfterFrame(frame); });
 }
 
-/// Stands before the browser and says so once the page has been painted after its load.
+/// Reports when the page has been painted after its load.
 class Watch : public UIWebViewDelegate {
 public:
     explicit Watch(std::shared_ptr<WebBrowserViewController> browser)
@@ -71,9 +71,9 @@ void openPage(const std::string& url) {
     browser->webView()->setDelegate(watch);
 }
 
-/// How many frames the menu draws in a while in which nothing happens.
+/// How many frames the idle menu draws.
 void countIdleFrames() {
-    // The clock in the status bar draws a frame when the minute turns: not in this while.
+    // The status bar's clock draws a frame when the minute changes: avoid that.
     const auto second = static_cast<double>(std::time(nullptr) % 60);
     NSRunLoop::performAfterDelay(second < 50 ? 2 : 62 - second, [] {
         const unsigned before = host::current().display->framesDrawn();
@@ -87,7 +87,7 @@ void countIdleFrames() {
 }
 }
 
-/// The application as it is: says when its menu is on screen, then opens a page or rests.
+/// The real application: reports when its menu is on screen, then opens a page or idles.
 /// Arguments: "menu", "idle", or "page" and an address; then the device root.
 int main(int argc, char* argv[]) {
     using namespace vistrel;

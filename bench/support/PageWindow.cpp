@@ -21,7 +21,7 @@ void loadChanged(WebKitWebView* view, WebKitLoadEvent event, gpointer) {
 
 }
 
-/// A window of the toolkit with a page engine and nothing else. Says when the page has been painted
+/// A GTK window with a page engine and nothing else. Reports when the page has been painted
 /// after its load.
 int main(int, char* argv[]) {
     gtk_init();

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Says that the first frame is on screen, and stays until it is told to go.
+/// Reports when the first frame is on screen, and stays until told to quit.
 void afterPaint(GdkFrameClock* clock, gpointer) {
     g_signal_handlers_disconnect_by_func(clock, reinterpret_cast<gpointer>(afterPaint), nullptr);
     std::puts("shown");

@@ -11,14 +11,14 @@ inline constexpr int kRows = 10000;
 inline constexpr int kRowHeight = 60;
 inline constexpr int kWidth = 320;
 inline constexpr int kHeight = 480;
-/// How far the list moves from frame to frame.
+/// How far the list moves per frame.
 inline constexpr double kStep = 7;
 
 std::string rowName(int row);
 
-/// Measures what frames cost in which a list moves by a step, through `scrollTo`. Each byte on the
-/// standard input starts some frames more, for which it prints the processor milliseconds a frame
-/// and the longest frame; at the input's end it calls `done`.
+/// Measures the cost of frames in which `scrollTo` moves a list by a step. Each byte on the
+/// standard input starts a block of frames; prints their processor milliseconds per frame
+/// and the longest frame; at end of input it calls `done`.
 class FrameMeter {
 public:
     FrameMeter(GtkWidget* widget, std::function<void(double offset)> scrollTo,
@@ -43,9 +43,9 @@ private:
     double longest_ = 0;
 };
 
-/// The toolkit's own list.
+/// GTK's list view.
 void runListView(const std::string& resources);
-/// The least that can be done: one widget that appends a cached node for each row on screen.
+/// The minimum: one widget that appends a cached node for each row on screen.
 void runCachedNodes(const std::string& resources);
 
 }
