@@ -6,6 +6,7 @@
 #include "platform/foundation/NSTimer.h"
 #include "platform/foundation/Weakly.h"
 #include "platform/host/Host.h"
+#include "platform/media/MPMovieRemote.h"
 #include "platform/media/MPMovieView.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIWindow.h"
@@ -41,7 +42,8 @@ std::shared_ptr<MPMoviePlayerController> MPMoviePlayerController::withContentURL
 }
 
 MPMoviePlayerController::MPMoviePlayerController(const NSURL& url)
-    : interface_(offeredInterface)
+    : url_(url)
+    , interface_(offeredInterface)
     , playback_(host::current().media->createMoviePlayback(url.absoluteString())) {}
 
 MPMoviePlayerController::~MPMoviePlayerController() {
@@ -89,12 +91,19 @@ void MPMoviePlayerController::play() {
         return;
     if (!offersLoadState())
         showByItself();
-    playing_ = playback_->play();
+    setPlaying(playback_->play());
+    if (!remote_)
+        remote_ = std::make_unique<MPMovieRemote>(*this, url_);
     if (!refreshTimer_)
         refreshTimer_ =
             NSTimer::scheduledTimer(kRefreshInterval, NSTimer::Repeats::Yes,
                                     weakly(this, &MPMoviePlayerController::refreshView));
     refreshView();
+}
+
+void MPMoviePlayerController::setPlaying(bool playing) {
+    if (std::exchange(playing_, playing) != playing)
+        UIApplication::sharedApplication().setIdleTimerDisabled(playing);
 }
 
 void MPMoviePlayerController::showByItself() {
@@ -109,7 +118,7 @@ void MPMoviePlayerController::showByItself() {
 }
 
 void MPMoviePlayerController::pause() {
-    playing_ = false;
+    setPlaying(false);
     if (playback_)
         playback_->pause();
     refreshView();
@@ -134,10 +143,18 @@ void MPMoviePlayerController::setCurrentPlaybackTime(double seconds) {
     if (!playback_ || finished_)
         return;
     playback_->setCurrentTime(seconds);
+    if (remote_)
+        MPRemoteControls::positionJumped(currentPlaybackTime());
     refreshView();
 }
 
+float MPMoviePlayerController::volume() const {
+    return playback_ ? playback_->volume() : 0;
+}
+
 void MPMoviePlayerController::setVolume(float volume) {
+    if (!playback_)
+        return;
     playback_->setVolume(volume);
     refreshView();
 }
@@ -152,6 +169,8 @@ unsigned MPMoviePlayerController::framesShown() const {
 
 void MPMoviePlayerController::refreshView() {
     view_->refresh(playing_);
+    if (remote_)
+        remote_->update();
 }
 
 void MPMoviePlayerController::setLoadState(unsigned state) {
@@ -189,14 +208,15 @@ void MPMoviePlayerController::playbackDidFail(const std::string& message) {
 void MPMoviePlayerController::playbackInterrupted(bool begins) {
     // A film waits for its viewer after a call.
     if (begins)
-        playing_ = false;
+        setPlaying(false);
     view_->controls().show();
     refreshView();
 }
 
 void MPMoviePlayerController::end() {
     finished_ = true;
-    playing_ = false;
+    setPlaying(false);
+    remote_.reset();
     if (refreshTimer_)
         refreshTimer_->invalidate();
     refreshTimer_.reset();

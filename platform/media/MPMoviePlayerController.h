@@ -5,6 +5,7 @@
 #include <memory>
 
 namespace vistrel {
+class MPMovieRemote;
 class MPMovieView;
 class NSTimer;
 class UIView;
@@ -28,9 +29,10 @@ enum MPMovieLoadState : unsigned {
     MPMovieLoadStateStalled = 4
 };
 
-/// Plays one video, local or remote, with full-screen controls of its own: Done, play and pause,
-/// position with seeking, elapsed and remaining time, volume; they fade after a few seconds and
-/// come back at a touch. Ends with one playback-finished notification.
+/// Plays one video, local or remote, with full-screen controls: Done, play and pause, position with
+/// seeking, elapsed and remaining time, volume; they fade after a few seconds and come back at a
+/// touch. The screen does not sleep while it plays, and media keys control it. Ends with one
+/// playback-finished notification.
 class MPMoviePlayerController : public std::enable_shared_from_this<MPMoviePlayerController>,
                                 private host::PlaybackClient {
 public:
@@ -55,6 +57,10 @@ public:
     /// With the older interface the player shows itself full screen, turned to landscape.
     void play();
     void pause();
+    bool isPlaying() const { return playing_; }
+    /// 0 to 1.
+    float volume() const;
+    void setVolume(float volume);
     /// Ends without a notification.
     void stop();
     double currentPlaybackTime() const;
@@ -73,11 +79,12 @@ private:
     void showByItself();
     void setLoadState(unsigned state);
     void togglePlay();
-    void setVolume(float volume);
+    void setPlaying(bool playing);
     void refreshView();
     void finish(MPMovieFinishReason reason);
     void end();
 
+    const NSURL url_;
     Interface interface_;
     unsigned loadState_ = MPMovieLoadStateUnknown;
     bool playing_ = false;
@@ -85,6 +92,7 @@ private:
     bool showsItself_ = false;
     std::shared_ptr<host::MoviePlayback> playback_;
     std::shared_ptr<MPMovieView> view_;
+    std::unique_ptr<MPMovieRemote> remote_; ///< once it has played
     std::shared_ptr<NSTimer> refreshTimer_;
 };
 

@@ -252,6 +252,43 @@ TEST_F(MPMoviePlayerControllerTest, KeysPlayPauseSeekChangeTheVolumeAndLeave) {
     EXPECT_THAT(events_, ElementsAre("finished 2"));
 }
 
+TEST_F(MPMoviePlayerControllerTest, MediaKeysControlItAndTheScreenStaysAwakeWhileItPlays) {
+    using State = host::NowPlaying::State;
+    showPlaying();
+    ASSERT_TRUE(mediaControls().client());
+    auto& keys = *mediaControls().client();
+    const auto& told = mediaControls().nowPlaying();
+    EXPECT_EQ(told.title, "film.mp4");
+    EXPECT_EQ(told.url, kFilm);
+    EXPECT_EQ(told.duration, 90);
+    const struct {
+        std::function<void()> act;
+        bool plays;
+        double position;
+    } steps[] = {{[] {}, true, 0},
+                 {[&] { keys.mediaPause(); }, false, 0},
+                 {[&] { keys.mediaPlay(); }, true, 0},
+                 {[&] { keys.mediaPlay(); }, true, 0},
+                 {[&] { keys.mediaSeek(60); }, true, 60},
+                 {[&] { media().player()->interrupt(true); }, false, 60},
+                 {[&] { keys.mediaPlay(); }, true, 60},
+                 {[&] { keys.mediaStop(); }, false, 0}};
+    for (const auto& step : steps) {
+        step.act();
+        EXPECT_EQ(media().player()->isPlaying(), step.plays);
+        EXPECT_EQ(desktop().isIdleTimerDisabled(), step.plays);
+        EXPECT_EQ(told.state, step.plays ? State::Playing : State::Paused);
+        EXPECT_EQ(keys.mediaPosition(), step.position);
+    }
+    EXPECT_THAT(mediaControls().jumps(), ElementsAre(60, 0));
+    keys.mediaSetVolume(0.25F);
+    EXPECT_EQ(told.volume, 0.25F);
+    keys.mediaPlay();
+    player_->stop();
+    EXPECT_FALSE(desktop().isIdleTimerDisabled());
+    EXPECT_FALSE(mediaControls().client());
+}
+
 TEST_F(MPMoviePlayerControllerTest, ThePictureKeepsItsProportionsOnBlack) {
     const struct {
         int width;

@@ -51,7 +51,8 @@ LinuxHost::LinuxHost(const std::string& deviceRoot)
           writeLog)
     , desktop_(std::make_shared<GioDesktop>(mail_))
     , webEngine_(webEngineSetup())
-    , media_(mediaSetup()) {
+    , media_(mediaSetup())
+    , mediaControls_([this](const std::string& url) { return machineAddress(url); }) {
     bindtextdomain(kTextDomain, paths_.translations.c_str());
     bind_textdomain_codeset(kTextDomain, "UTF-8");
 
@@ -81,6 +82,13 @@ LinuxHost::LinuxHost(const std::string& deviceRoot)
 
 LinuxHost::~LinuxHost() {
     host::install(nullptr);
+}
+
+std::string LinuxHost::machineAddress(const std::string& url) const {
+    const auto parsed = NSURL::URLWithString(url);
+    if (!parsed || parsed->scheme() != "file")
+        return url;
+    return NSURL::fileURLWithPath(files_.machinePath(parsed->path())).absoluteString();
 }
 
 WebEngineSetup LinuxHost::webEngineSetup() {

@@ -32,6 +32,8 @@ public:
     host::WebEngine& webEngine() { return webEngine_; }
 
 private:
+    /// The address of a device's file as other programs know it; other addresses are unchanged.
+    std::string machineAddress(const std::string& url) const;
     WebEngineSetup webEngineSetup();
     MediaSetup mediaSetup();
 

@@ -52,8 +52,9 @@ struct MprisControls::Calls {
     static constexpr GDBusInterfaceVTable table{method, get, set, {}};
 };
 
-MprisControls::MprisControls(std::string busAddress)
-    : busAddress_(std::move(busAddress)) {}
+MprisControls::MprisControls(MachineAddress machineAddress, std::string busAddress)
+    : machineAddress_(std::move(machineAddress))
+    , busAddress_(std::move(busAddress)) {}
 
 MprisControls::~MprisControls() {
     disappear();
@@ -168,7 +169,7 @@ GVariant* MprisControls::property(const std::string& name) const {
     if (name == "PlaybackStatus")
         return g_variant_new_string(MprisValues::playbackStatus(nowPlaying_));
     if (name == "Metadata")
-        return MprisValues::metadata(nowPlaying_);
+        return MprisValues::metadata(nowPlaying_, machineAddress_(nowPlaying_.url));
     if (name == "Volume")
         return g_variant_new_double(static_cast<double>(nowPlaying_.volume));
     if (name == "LoopStatus")

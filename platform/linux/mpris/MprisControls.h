@@ -1,6 +1,7 @@
 #pragma once
 #include "platform/host/MediaControls.h"
 
+#include <functional>
 #include <string>
 
 using GDBusConnection = struct _GDBusConnection;
@@ -9,12 +10,15 @@ using GVariant = struct _GVariant;
 
 namespace vistrel {
 
-/// The music player on the session's bus, as the MPRIS interface (version 2.2) describes one. The
-/// name is owned only while there is a client. Without a session bus nothing happens.
+/// The music or movie player on the session's bus, as the MPRIS interface (version 2.2) describes
+/// one. The name is owned only while there is a client. Without a session bus nothing happens.
 class MprisControls : public host::MediaControls {
 public:
+    /// Turns an address of the application into one that other programs can open.
+    using MachineAddress = std::function<std::string(const std::string& url)>;
+
     /// `busAddress` empty: the session's bus.
-    explicit MprisControls(std::string busAddress = {});
+    explicit MprisControls(MachineAddress machineAddress, std::string busAddress = {});
     ~MprisControls() override;
     MprisControls(const MprisControls&) = delete;
     MprisControls& operator=(const MprisControls&) = delete;
@@ -36,6 +40,7 @@ private:
     void setProperty(const std::string& name, GVariant* value) const;
     void propertiesChanged(const host::NowPlaying& before) const;
 
+    MachineAddress machineAddress_;
     std::string busAddress_;
     GDBusConnection* connection_ = nullptr;
     bool tried_ = false;

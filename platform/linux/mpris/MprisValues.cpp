@@ -67,7 +67,7 @@ std::string trackPath(const host::NowPlaying& nowPlaying) {
     return "/org/vistrel/Vistrel/track/" + std::to_string(nowPlaying.track);
 }
 
-GVariant* metadata(const host::NowPlaying& nowPlaying) {
+GVariant* metadata(const host::NowPlaying& nowPlaying, const std::string& url) {
     GVariantBuilder builder;
     g_variant_builder_init(&builder, G_VARIANT_TYPE_VARDICT);
     g_variant_builder_add(&builder, "{sv}", "mpris:trackid",
@@ -77,7 +77,7 @@ GVariant* metadata(const host::NowPlaying& nowPlaying) {
                               g_variant_new_int64(microseconds(nowPlaying.duration)));
     addText(builder, "xesam:title", nowPlaying.title);
     addText(builder, "xesam:album", nowPlaying.album);
-    addText(builder, "xesam:url", nowPlaying.url);
+    addText(builder, "xesam:url", url);
     addText(builder, "mpris:artUrl", nowPlaying.artUrl);
     if (!nowPlaying.artist.empty()) {
         GVariant* artist = text(nowPlaying.artist);

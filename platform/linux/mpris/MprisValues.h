@@ -23,6 +23,6 @@ std::optional<host::NowPlaying::Loop> loopFrom(std::string_view status);
 /// The object path that stands for a track.
 std::string trackPath(const host::NowPlaying& nowPlaying);
 /// A floating a{sv}; fields without a value are left out, and none stand where nothing plays.
-GVariant* metadata(const host::NowPlaying& nowPlaying);
+GVariant* metadata(const host::NowPlaying& nowPlaying, const std::string& url);
 
 }

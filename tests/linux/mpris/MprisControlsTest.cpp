@@ -47,7 +47,8 @@ protected:
     MprisControlsTest() {
         g_test_dbus_up(bus_);
         desktop_ = connect();
-        controls_ = std::make_unique<MprisControls>(address());
+        controls_ = std::make_unique<MprisControls>(
+            [](const std::string& url) { return "file:///device" + url.substr(7); }, address());
         playing_.track = 3;
         playing_.title = "A Song";
         playing_.artist = "A Singer";
@@ -152,6 +153,7 @@ TEST_F(MprisControlsTest, ItsPropertiesCanBeRead) {
     EXPECT_EQ(property(kMprisRoot, "CanQuit"), "false");
     EXPECT_EQ(property(kMprisRoot, "DesktopEntry"), "'org.vistrel.Vistrel'");
     const std::string metadata = property(kMprisPlayer, "Metadata");
+    EXPECT_THAT(metadata, HasSubstr("'xesam:url': <'file:///device/a/song.mp3'>"));
     EXPECT_THAT(metadata, HasSubstr("'xesam:title': <'A Song'>"));
     EXPECT_THAT(metadata, HasSubstr("'xesam:artist': <['A Singer']>"));
     EXPECT_THAT(metadata, HasSubstr("'mpris:length': <int64 200000000>"));
@@ -238,7 +240,8 @@ TEST_F(MprisControlsTest, OnlyChangesAreAnnouncedAndOnlyOnce) {
 }
 
 TEST(MprisWithoutBusTest, NothingHappensWithoutABus) {
-    MprisControls controls("unix:path=/nonexistent/bus");
+    MprisControls controls([](const std::string& url) { return url; },
+                           "unix:path=/nonexistent/bus");
     RecordingClient client;
     controls.setClient(&client);
     controls.setNowPlaying({});
