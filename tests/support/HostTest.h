@@ -5,12 +5,12 @@
 
 namespace vistrel::support {
 
-/// Base of the tests that need a host: a fresh deterministic one for each test. When the test's own
-/// fields are gone, nothing of what it made may still live in the host.
+/// Base for tests that need a host: a new deterministic one for each test. When the test's fields
+/// have been destroyed, nothing that it created may be left in the host.
 class HostTest : public ::testing::Test {
 public:
-    /// Called after each test to forget what a folder shares (its application object, caches),
-    /// while the host still stands. Registered once, before main.
+    /// Called after each test to reset what a folder shares (its application object, caches),
+    /// while the host still exists. Registered once, before main.
     static bool addResetHook(std::function<void()> hook);
 
 protected:

@@ -26,8 +26,4 @@ void ManualDisplay::requestFrame() {
     });
 }
 
-void ManualDisplay::setFrameHandler(std::function<void(double now)> handler) {
-    handler_ = std::move(handler);
-}
-
 }

@@ -1,20 +1,24 @@
 #pragma once
 #include "platform/host/Display.h"
 
+#include <utility>
+
 namespace vistrel::host {
 class EventLoop;
 }
 
 namespace vistrel::support {
 
-/// A frame clock of 60 frames a second on the virtual clock. No frame is made unless asked for.
+/// A frame clock of 60 frames a second on the virtual clock. Frames are made only on request.
 class ManualDisplay : public host::Display {
 public:
     explicit ManualDisplay(host::EventLoop& loop)
         : loop_(loop) {}
 
     void requestFrame() override;
-    void setFrameHandler(std::function<void(double now)> handler) override;
+    void setFrameHandler(std::function<void(double now)> handler) override {
+        handler_ = std::move(handler);
+    }
     double scale() const override { return scale_; }
 
     int frames() const { return frames_; }

@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <utility>
 
 namespace vistrel::support {
 
@@ -25,10 +24,6 @@ host::Result<Value> MemoryPreferences::readPropertyList(const std::string& machi
     if (found == lists_.end())
         return host::Failure{ENOENT, std::strerror(ENOENT)};
     return found->second;
-}
-
-void MemoryPreferences::setPropertyList(const std::string& machinePath, Value list) {
-    lists_.insert_or_assign(machinePath, std::move(list));
 }
 
 }

@@ -5,6 +5,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 
 namespace vistrel::support {
 
@@ -17,7 +18,9 @@ public:
 
     const Value& stored() const { return stored_; }
     void setStored(Value dictionary) { stored_ = std::move(dictionary); }
-    void setPropertyList(const std::string& machinePath, Value list);
+    void setPropertyList(const std::string& machinePath, Value list) {
+        lists_.insert_or_assign(machinePath, std::move(list));
+    }
     /// 0: loading and saving succeed.
     void setFailure(int code) { failure_ = code; }
     int saves() const { return saves_; }

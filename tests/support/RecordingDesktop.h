@@ -10,7 +10,7 @@ class EventLoop;
 
 namespace vistrel::support {
 
-/// A desktop that keeps what it was asked for.
+/// A desktop that records what it was asked to do.
 class RecordingDesktop : public host::Desktop {
 public:
     explicit RecordingDesktop(host::EventLoop& loop)

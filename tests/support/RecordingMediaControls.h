@@ -5,7 +5,7 @@
 
 namespace vistrel::support {
 
-/// Media controls that keep what they are told; a test presses the keys.
+/// Media controls that record what they are told; a test presses the keys.
 class RecordingMediaControls : public host::MediaControls {
 public:
     void setClient(host::MediaControlsClient* client) override { client_ = client; }

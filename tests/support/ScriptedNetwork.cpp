@@ -7,6 +7,29 @@
 
 namespace vistrel::support {
 
+ScriptedAnswer& ScriptedAnswer::header(std::string name, std::string value) {
+    headers_.emplace_back(std::move(name), std::move(value));
+    return *this;
+}
+
+ScriptedAnswer& ScriptedAnswer::redirectsTo(std::string url, int status) {
+    status_ = status;
+    location_ = std::move(url);
+    headers_.emplace_back("Location", location_);
+    return *this;
+}
+
+ScriptedAnswer& ScriptedAnswer::failsAfter(std::size_t bytes, host::TransferErrorKind kind,
+                                           std::string message) {
+    failsAt_ = bytes;
+    return set(error_, host::TransferError{kind, std::move(message)});
+}
+
+ScriptedAnswer& ScriptedAnswer::fails(host::TransferErrorKind kind, std::string message) {
+    failsBeforeHead_ = true;
+    return set(error_, host::TransferError{kind, std::move(message)});
+}
+
 ScriptedNetwork::ScriptedNetwork(host::EventLoop& loop)
     : loop_(loop) {}
 
@@ -19,10 +42,6 @@ std::unique_ptr<host::Transfer> ScriptedNetwork::start(host::TransferRequest req
 
 ScriptedAnswer& ScriptedNetwork::at(const std::string& url) {
     answers_[url].clear();
-    return answers_[url].emplace_back();
-}
-
-ScriptedAnswer& ScriptedNetwork::thenAt(const std::string& url) {
     return answers_[url].emplace_back();
 }
 
@@ -49,10 +68,6 @@ std::vector<std::string> ScriptedNetwork::requestedURLs() const {
 
 std::string ScriptedNetwork::header(const host::TransferRequest& request, const std::string& name) {
     return valueOfHeaderField(request.headers, name);
-}
-
-void ScriptedNetwork::setReachabilityHandler(std::function<void(host::Reachability)> handler) {
-    reachabilityHandler_ = std::move(handler);
 }
 
 void ScriptedNetwork::setReachability(host::Reachability reachability) {

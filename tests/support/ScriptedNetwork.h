@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <random>
+#include <utility>
 
 namespace vistrel::host {
 class EventLoop;
@@ -12,25 +13,27 @@ class EventLoop;
 
 namespace vistrel::support {
 
-/// What the scripted network answers for an address: `at(url).type("video/mp4").body("…")`.
+/// The scripted network's answer for an address: `at(url).type("video/mp4").body("…")`.
 class ScriptedAnswer {
 public:
-    ScriptedAnswer& status(int status);
+    ScriptedAnswer& status(int status) { return set(status_, status); }
     /// The media type as the client is told it.
-    ScriptedAnswer& type(std::string mimeType);
+    ScriptedAnswer& type(std::string mimeType) { return set(mimeType_, std::move(mimeType)); }
     ScriptedAnswer& header(std::string name, std::string value);
-    /// Announces its length, too, unless announces() says otherwise.
-    ScriptedAnswer& body(std::string bytes);
+    /// Also announces its length, unless announces() says otherwise.
+    ScriptedAnswer& body(std::string bytes) { return set(body_, std::move(bytes)); }
     /// The length in the answer's head; -1: unknown. Fewer bytes than announced end in a failure.
-    ScriptedAnswer& announces(std::int64_t length);
-    /// Sizes of the first chunks; without, the body is split at random points, always the same.
-    ScriptedAnswer& chunks(std::vector<std::size_t> sizes);
+    ScriptedAnswer& announces(std::int64_t length) { return set(announced_, length); }
+    /// Sizes of the first chunks; by default the body is split at random, but reproducible, points.
+    ScriptedAnswer& chunks(std::vector<std::size_t> sizes) {
+        return set(chunks_, std::move(sizes));
+    }
     /// Seconds before the head, and between chunks.
-    ScriptedAnswer& after(double seconds);
-    ScriptedAnswer& secondsBetweenChunks(double seconds);
+    ScriptedAnswer& after(double seconds) { return set(delay_, seconds); }
+    ScriptedAnswer& secondsBetweenChunks(double seconds) { return set(interval_, seconds); }
     ScriptedAnswer& redirectsTo(std::string url, int status = 302);
-    /// Nothing comes, not even a head.
-    ScriptedAnswer& neverAnswers();
+    /// Sends nothing, not even a head.
+    ScriptedAnswer& neverAnswers() { return set(silent_, true); }
     ScriptedAnswer& failsAfter(std::size_t bytes, host::TransferErrorKind kind,
                                std::string message);
     /// Fails before the head.
@@ -38,6 +41,12 @@ public:
 
 private:
     friend class ScriptedTransfer;
+
+    template <typename Field, typename Value>
+    ScriptedAnswer& set(Field& field, Value value) {
+        field = std::move(value);
+        return *this;
+    }
 
     int status_ = 200;
     std::string mimeType_ = "text/html";
@@ -54,8 +63,8 @@ private:
     host::TransferError error_;
 };
 
-/// A network of scripted answers on the virtual clock. Every request is kept, each hop of a
-/// redirect as one of its own. Addresses without an answer cannot be connected to.
+/// A network of scripted answers on the virtual clock. Records every request, including each hop
+/// of a redirect. Addresses without an answer cannot be connected to.
 class ScriptedNetwork : public host::Network {
 public:
     explicit ScriptedNetwork(host::EventLoop& loop);
@@ -64,17 +73,19 @@ public:
     std::unique_ptr<host::Transfer> start(host::TransferRequest request,
                                           host::TransferClient& client) override;
     host::Reachability reachability() const override { return reachability_; }
-    void setReachabilityHandler(std::function<void(host::Reachability)> handler) override;
+    void setReachabilityHandler(std::function<void(host::Reachability)> handler) override {
+        reachabilityHandler_ = std::move(handler);
+    }
 
     /// The answer for the address from now on.
     ScriptedAnswer& at(const std::string& url);
-    /// A further answer: given once those before it have been given once each.
-    ScriptedAnswer& thenAt(const std::string& url);
+    /// A further answer, given after each of those before it has been given once.
+    ScriptedAnswer& thenAt(const std::string& url) { return answers_[url].emplace_back(); }
 
     const std::vector<host::TransferRequest>& requests() const { return requests_; }
     std::vector<std::string> requestedURLs() const;
     void forgetRequests() { requests_.clear(); }
-    /// The requests' field of that name, empty when absent.
+    /// The request's field of that name; empty when absent.
     static std::string header(const host::TransferRequest& request, const std::string& name);
     int runningTransfers() const { return *running_; }
     void setReachability(host::Reachability reachability);

@@ -12,9 +12,9 @@ namespace vistrel::support {
 
 class ScriptedWebEngine;
 
-/// A web page without an engine: keeps what it was told to do, and tells its client what a test
-/// wants. A load asks the client at the next turn; when that allows it the load starts, and the
-/// test lets it finish or fail.
+/// A web page without an engine: records what it was told to do, and reports to its client what a
+/// test wants. A load asks the client at the next turn; when that allows it the load starts, and
+/// the test lets it finish or fail.
 class ScriptedWebPage : public host::WebPage {
 public:
     ScriptedWebPage(ScriptedWebEngine& engine, host::WebSession session);

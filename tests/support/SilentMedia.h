@@ -82,9 +82,9 @@ public:
     openAudioFile(const std::string& path) override;
     host::Result<std::string> audioRoute() override { return audioRoute_; }
 
-    /// What lies at the address; without, an item of 60 seconds.
+    /// What is at the address; by default an item of 60 seconds.
     SilentItem& at(const std::string& url) { return items_[url]; }
-    /// Tags of a file by device path; a file without any cannot be opened.
+    /// Tags of a file by device path; a file without tags cannot be opened.
     void setTags(const std::string& path, host::AudioFileReader::Info info,
                  std::vector<std::byte> id3Tag = {});
     void setAudioRoute(host::Result<std::string> route) { audioRoute_ = std::move(route); }

@@ -8,7 +8,7 @@
 namespace vistrel::support {
 
 /// A run loop whose clock stands still until a test moves it. Work that is due runs in the order of
-/// its moments, then of asking.
+/// its times, then of scheduling.
 class VirtualLoop : public host::EventLoop {
 public:
     double now() const override { return now_; }
@@ -19,7 +19,7 @@ public:
     int run() override;
     void quit(int status) override;
 
-    /// Moves the clock and runs what comes due, also what that work schedules within the time.
+    /// Moves the clock and runs what comes due, including what that work schedules within the time.
     void advance(double seconds);
     /// Runs what is due now.
     void turn() { advance(0); }
