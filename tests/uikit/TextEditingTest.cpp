@@ -52,6 +52,8 @@ TEST(TextBuffer, EditsAndMovesOnlyBetweenCharacters) {
         {"日本語", {left, left}, "日|本語"},
         {"e\u0301te\u0301", {left}, "e\u0301t|e\u0301"},
         {"e\u0301te\u0301", {backspace, backspace, backspace}, "|"},
+        {"a\u0300\u036F\u0370", {left, left}, "|a\u0300\u036F\u0370"},
+        {"👍🏻👍🏿", {left}, "👍🏻|👍🏿"},
         {"👍🏽!", {at(0), right}, "👍🏽|!"},
         {"👍🏽!", {at(0), del}, "|!"},
         {"abcd", {left, shiftLeft, shiftLeft}, "a|bc^d"},

@@ -144,7 +144,7 @@ TEST_F(UIEventDispatcherTest, TapsInOnePlaceAreCounted) {
     touchDown({200, 160});
     touchMove({260, 160});
     touchUp({260, 160});
-    EXPECT_EQ(tapsAfter(0.1, 260), 1) << "a drag is no tap";
+    EXPECT_EQ(tapsAfter(0.1, 260), 1) << "a drag is not a tap";
 }
 
 TEST_F(UIEventDispatcherTest, AnOwnerThatLeavesHearsThatItsTouchIsCancelled) {
@@ -259,7 +259,7 @@ TEST_F(UIEventDispatcherTest, TabMovesTheFocusInTheOrderOfTheTree) {
     press(UIKeyCode::Tab);
     EXPECT_THAT(taken(), ElementsAre("row key", "list key", "row left", "other focused"));
     press(UIKeyCode::Tab);
-    EXPECT_EQ(dispatcher().firstResponder(), row) << "round";
+    EXPECT_EQ(dispatcher().firstResponder(), row) << "wraps around";
     press(UIKeyCode::Tab, true);
     EXPECT_EQ(dispatcher().firstResponder(), other);
 }

@@ -138,6 +138,10 @@ TEST_F(UIScrollViewTest, TheInsetExtendsTheRange) {
     ASSERT_TRUE(press(UIKeyCode::End));
     advance(1);
     EXPECT_EQ(y(), 1637);
+    view->setContentInset({});
+    EXPECT_EQ(y(), 1600);
+    view->setFrame(CGRectMake(0, 0, 320, 500));
+    EXPECT_EQ(y(), 1500);
 }
 
 TEST_F(UIScrollViewTest, TheIndicatorShowsWhileItMovesAndFadesAfterwards) {

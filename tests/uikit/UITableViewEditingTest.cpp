@@ -230,6 +230,10 @@ TEST_F(UITableViewEditingTest, TheKeyboardOffersDeletesAndWithdraws) {
     EXPECT_EQ(table->indexPathForDeleteConfirmation(), std::nullopt);
     EXPECT_FALSE(press(UIKeyCode::Escape)) << "the next one is for the screen";
     press(UIKeyCode::Delete);
+    press(UIKeyCode::Up);
+    EXPECT_EQ(table->indexPathForDeleteConfirmation(), std::nullopt);
+    press(UIKeyCode::Down);
+    press(UIKeyCode::Delete);
     ASSERT_TRUE(press(UIKeyCode::Enter));
     play(1);
     EXPECT_EQ(owner.rows[0], without({1}));

@@ -91,6 +91,8 @@ TEST_F(UIWebViewTest, ThePageIsCreatedAtTheFirstLoadWithEarlierSettings) {
     EXPECT_EQ(page().session(), host::WebSession::Guest);
     EXPECT_TRUE(page().mediaNeedsTouch());
     EXPECT_THAT(page().calls(), ElementsAre("loadHTML http://ads/"));
+    page().challenge({"http://ads", "realm"});
+    EXPECT_THAT(page().credentials(), ElementsAre("none")) << "guests may not ask for passwords";
 }
 
 TEST_F(UIWebViewTest, ALoadIsMadeOnlyWhenTheDelegateAllowsIt) {
