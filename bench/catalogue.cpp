@@ -1,3 +1,4 @@
+#include "bench/support/PaintingCounter.h"
 #include "catalogue/TVShowsViewController.h"
 #include "platform/uikit/SceneWalk.h"
 #include "platform/uikit/UIApplication.h"
@@ -5,7 +6,6 @@
 #include "platform/uikit/UITableViewCell.h"
 #include "platform/uikit/UIWindow.h"
 #include "tests/support/DeterministicHost.h"
-#include "tests/support/ui/PaintingCounter.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -36,7 +36,7 @@ bool scrollThroughShows() {
     auto screen = std::make_shared<TVShowsViewController>();
     window->addSubview(screen->view());
     UITableView& table = *screen->tableView();
-    support::PaintingCounter counter(kListWidth, kRowHeight);
+    PaintingCounter counter(kListWidth, kRowHeight);
     std::set<UITableViewCell*> cells;
     SceneWalk::walk(*window, counter);
     const double end = table.contentSize().height - kListHeight;

@@ -3,17 +3,14 @@
 #include "catalogue/TVShowsTableViewCell.h"
 #include "catalogue/TVShowsViewController.h"
 #include "platform/graphics/UIImage.h"
-#include "platform/uikit/SceneWalk.h"
 #include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UILabel.h"
 #include "platform/uikit/UINavigationItem.h"
 #include "platform/uikit/UITableView.h"
-#include "tests/support/ui/PaintingCounter.h"
 #include "tests/support/ui/ScreenTest.h"
 #include "web/WebBrowserViewController.h"
 
 #include <gmock/gmock.h>
-#include <set>
 
 namespace vistrel {
 namespace {
@@ -108,26 +105,6 @@ TEST_F(CatalogueScreensTest, NoRowFadesOutOnReturn) {
     screen->viewDidAppear(true);
     EXPECT_FALSE(cell->isHighlighted());
     EXPECT_EQ(cell->subviews().front()->presentationState().alpha, 0);
-}
-
-TEST_F(CatalogueScreensTest, ScrollingThroughTheListPaintsEachShowOnceWithAFewCells) {
-    auto screen = show<TVShowsViewController>();
-    UITableView& table = *screen->tableView();
-    support::PaintingCounter counter(265, 44);
-    std::set<UITableViewCell*> cells;
-    const double end = table.contentSize().height - 155;
-    ASSERT_EQ(end, 146 * 44 - 155);
-    for (double y = 0; y <= end; y += 3) {
-        table.setContentOffset({0, std::min(y, end)});
-        SceneWalk::walk(window(), counter);
-        for (const auto& cell : table.visibleCells())
-            cells.insert(cell.get());
-    }
-    table.setContentOffset({0, end});
-    SceneWalk::walk(window(), counter);
-    EXPECT_EQ(table.indexPathsForVisibleRows().back(), (NSIndexPath{0, 145}));
-    EXPECT_EQ(counter.paintings(), 146U);
-    EXPECT_LE(cells.size(), 155U / 44 + 1 + 2);
 }
 
 TEST_F(CatalogueScreensTest, ARowCanBeTappedAfterASlowDrag) {

@@ -19,15 +19,12 @@ using Choices = std::vector<std::string>;
 struct Chooser : UIAlertViewDelegate, UIActionSheetDelegate {
     void alertViewClickedButtonAtIndex(UIAlertView& alert, int index) override {
         choices.push_back(alert.title() + ":" + std::to_string(index));
-        if (onChoice)
-            onChoice(index);
     }
     void actionSheetClickedButtonAtIndex(UIActionSheet& sheet, int index) override {
         choices.push_back(sheet.title() + ":" + std::to_string(index));
     }
 
     Choices choices;
-    std::function<void(int)> onChoice;
 };
 
 class Alert : public support::ScreenTest {
@@ -101,20 +98,6 @@ TEST_F(Alert, TheUpperAlertHidesTheLowerOneUntilItIsAnswered) {
     answer("Low");
     EXPECT_THAT(chooser_->choices, ElementsAre("Upper:1", "Lower:1"));
     EXPECT_THAT(visibleTitles(), IsEmpty());
-}
-
-TEST_F(Alert, AChoiceMayShowTheNextAlertAtOnce) {
-    auto next = make("Next", {"Third"});
-    chooser_->onChoice = [&](int index) {
-        if (index == 1)
-            std::exchange(next, nullptr)->show();
-    };
-    show("First", {"Second"});
-    answer("Second");
-    EXPECT_THAT(visibleTitles(), ElementsAre("Next"));
-    chooser_->onChoice = nullptr;
-    answer("Third");
-    EXPECT_THAT(chooser_->choices, ElementsAre("First:1", "Next:1"));
 }
 
 TEST_F(Alert, TheKeyboardAnswers) {

@@ -65,10 +65,8 @@ void RowsOwner::tableViewCommitEditingStyleForRowAtIndexPath(UITableView& table,
     EXPECT_EQ(style, UITableViewCellEditingStyle::Delete);
     committed.push_back(path);
     table.beginUpdates();
-    if (!keepsDeletedRows) {
-        auto& section = rows[static_cast<std::size_t>(path.section)];
-        section.erase(section.begin() + path.row);
-    }
+    auto& section = rows[static_cast<std::size_t>(path.section)];
+    section.erase(section.begin() + path.row);
     table.deleteRowsAtIndexPaths({path}, animation);
     table.endUpdates();
 }

@@ -32,7 +32,6 @@ public:
     std::vector<double> headerHeights;                ///< set while a header view is handed out
     std::optional<double> height;
     bool deletes = false;
-    bool keepsDeletedRows = false; ///< says nothing and keeps the row
     std::set<NSIndexPath> fixedRows;
     UITableViewRowAnimation animation = UITableViewRowAnimation::Top;
 

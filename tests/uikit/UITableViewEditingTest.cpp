@@ -173,16 +173,6 @@ TEST_F(UITableViewEditingTest, DeletingTheLastRowKeepsTheOffsetInRange) {
     EXPECT_EQ(shown().back(), "18");
 }
 
-TEST_F(UITableViewEditingTest, ADataSourceThatKeepsItsRowMakesTheTableReload) {
-    owner.keepsDeletedRows = true;
-    deleteRow(3);
-    EXPECT_EQ(owner.committed.size(), 1U);
-    EXPECT_EQ(table->numberOfRowsInSection(0), 20);
-    EXPECT_THAT(shown(), ElementsAre("0", "1", "2", "3", "4", "5", "6", "7", "8", "9"));
-    EXPECT_FALSE(cell(3).showingDeleteConfirmation());
-    EXPECT_THAT(buttons(), IsEmpty());
-}
-
 TEST_F(UITableViewEditingTest, SelectionFollowsItsRowThroughADeletion) {
     table->selectRowAtIndexPath({0, 5}, false);
     owner.rows[0].erase(owner.rows[0].begin() + 2);

@@ -1,6 +1,5 @@
 #include "platform/uikit/UITableViewLayout.h"
 #include "platform/uikit/UITableViewCellLayout.h"
-#include "platform/uikit/UITableViewUpdates.h"
 
 #include <gtest/gtest.h>
 #include <optional>
@@ -82,23 +81,6 @@ TEST(UITableViewLayoutTest, RowsAmongAMillionAreFoundByTheirMiddles) {
             path->row += 997;
     }
     EXPECT_EQ(layout.last(), (NSIndexPath{1, 999999}));
-}
-
-TEST(UITableViewLayoutTest, ADeletionMovesTheRowsAfterIt) {
-    const std::vector<NSIndexPath> deleted = {{0, 1}, {0, 3}, {1, 0}};
-    struct Case {
-        NSIndexPath row;
-        std::optional<NSIndexPath> now;
-    };
-    for (const Case& each : {Case{{0, 0}, NSIndexPath{0, 0}},
-                             {{0, 1}, {}},
-                             {{0, 2}, NSIndexPath{0, 1}},
-                             {{0, 3}, {}},
-                             {{0, 9}, NSIndexPath{0, 7}},
-                             {{1, 0}, {}},
-                             {{1, 4}, NSIndexPath{1, 3}},
-                             {{2, 4}, NSIndexPath{2, 4}}})
-        EXPECT_EQ(rowAfterDeletion(each.row, deleted), each.now);
 }
 
 TEST(UITableViewCellLayoutTest, TheTextMakesRoomForTheControlsOfEachMode) {

@@ -8,9 +8,9 @@
 #include <set>
 #include <utility>
 
-namespace vistrel::support {
+namespace vistrel {
 
-/// Notes every picture of a size with its state; a new one was painted.
+/// Counts the paintings of pictures of one size: each has a new address or generation.
 class PaintingCounter : public SceneVisitor {
 public:
     PaintingCounter(int width, int height)
