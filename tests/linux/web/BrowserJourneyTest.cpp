@@ -2,8 +2,11 @@
 // application with them.
 #include "platform/linux/main/LinuxHost.h"
 #include "platform/linux/window/PhoneWindow.h"
+#include "platform/media/MPMoviePlayerController.h"
 #include "platform/uikit/UIAlertView.h"
 #include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIEventDispatcher.h"
+#include "platform/uikit/UIKey.h"
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UIWebView.h"
 #include "platform/uikit/UIWindow.h"
@@ -12,13 +15,17 @@
 #include "tests/linux/web/ProcessTree.h"
 #include "tests/linux/web/TestPageServer.h"
 #include "web/FileDownloadViewController.h"
+#include "web/OvoMoviePlayerViewController.h"
 #include "web/WebBrowserViewController.h"
 
 #include <gtest/gtest.h>
 #include <gtk/gtk.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -180,6 +187,53 @@ TEST_F(BrowserJourney, HostilePagesDoNotTakeTheApplicationWithThem) {
     }
     turnFor(1);
     EXPECT_LT((residentBytes() - before) / kMegabyte, 30);
+}
+
+TEST_F(BrowserJourney, VisitsDownloadsAndFilmsLeaveNothingOpen) {
+    std::ifstream file(SAMPLES_FOLDER "/colours.mp4", std::ios::binary);
+    const std::string film(std::istreambuf_iterator<char>(file), {});
+    // The server shares this process and would keep connections that its clients have closed.
+    server_->serve("/film.mp4",
+                   {.type = "video/mp4", .body = film, .headers = {{"Connection", "close"}}});
+    server_->serve("/page", {.body = "<a id='film' href='/film.mp4'>film</a>",
+                             .headers = {{"Connection", "close"}}});
+
+    const auto visit = [&] {
+        const auto browser = openPage("/page", "/page");
+        run(*browser, "document.getElementById('film').click()");
+        ASSERT_TRUE(turnUntil([&] { return hasDownload(); }, 5));
+        const auto screen =
+            std::static_pointer_cast<FileDownloadViewController>(navigation_->topViewController());
+        screen->download();
+        ASSERT_TRUE(turnUntil([] { return !UIAlertView::visibleAlerts().empty(); }, 5));
+        UIAlertView::visibleAlerts().front()->dismissWithClickedButtonIndex(0, false);
+        screen->play();
+        const auto player = std::dynamic_pointer_cast<OvoMoviePlayerViewController>(
+            navigation_->modalViewController());
+        ASSERT_TRUE(player);
+        ASSERT_TRUE(turnUntil([&] { return player->mp()->framesShown() > 5; }));
+        turnFor(0.5);
+        UIKey escape;
+        escape.code = UIKeyCode::Escape;
+        UIApplication::sharedApplication().events().sendKey(escape);
+        ASSERT_TRUE(turnUntil([&] { return !navigation_->modalViewController(); }, 5));
+        turnFor(0.6);
+        backToRoot();
+    };
+    // Pools of the engine and the players fill up first.
+    for (int i = 0; i < 3; ++i)
+        visit();
+    const int descriptors = openDescriptors();
+    const int threads = runningThreads();
+    const char* asked = std::getenv("VISTREL_SOAK_ROUNDS");
+    for (int i = 0; i < (asked ? std::atoi(asked) : 4); ++i) {
+        visit();
+        if (asked)
+            std::printf("round %d: %d descriptors, %d threads, %.0f MiB\n", i, openDescriptors(),
+                        runningThreads(), residentBytes() / kMegabyte);
+        EXPECT_LE(openDescriptors(), descriptors + 3);
+        EXPECT_LE(runningThreads(), threads + 3);
+    }
 }
 
 }

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <unistd.h>
 
@@ -48,6 +49,16 @@ int descendantsNamed(const std::string& name) {
         count += above == getpid() ? 1 : 0;
     }
     return count;
+}
+
+int openDescriptors() {
+    return static_cast<int>(
+        std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}));
+}
+
+int runningThreads() {
+    return static_cast<int>(
+        std::distance(std::filesystem::directory_iterator("/proc/self/task"), {}));
 }
 
 double residentBytes() {
