@@ -19,17 +19,9 @@ using ::testing::UnorderedElementsAre;
 
 constexpr const char* kURL = "http://site/clip.mp4";
 
-/// Keeps a connection's events as lines.
+/// Records a connection's events as lines.
 class EventRecorder : public NSURLConnectionDelegate {
 public:
-    explicit EventRecorder(int& alive)
-        : alive_(alive) {
-        ++alive_;
-    }
-    ~EventRecorder() override { --alive_; }
-    EventRecorder(const EventRecorder&) = delete;
-    EventRecorder& operator=(const EventRecorder&) = delete;
-
     std::optional<NSURLRequest>
     connectionWillSendRequestRedirectResponse(NSURLConnection&, const NSURLRequest& request,
                                               const NSURLResponse* redirectResponse) override {
@@ -68,23 +60,26 @@ public:
     std::function<void(NSURLConnection&)> onResponse;
     std::function<void(NSURLConnection&)> onData;
     std::function<std::optional<NSURLRequest>(const NSURLRequest&)> onRedirect;
-
-private:
-    int& alive_;
 };
 
 class NSURLConnectionTest : public support::HostTest {
 protected:
     std::shared_ptr<NSURLConnection> connect(NSURLRequest request) {
-        recorder_ = std::make_shared<EventRecorder>(recordersAlive_);
+        recorder_ = std::make_shared<EventRecorder>();
+        lastRecorder_ = recorder_;
         return NSURLConnection::withRequestDelegate(std::move(request), recorder_);
     }
     std::shared_ptr<NSURLConnection> connect(const char* url) {
         return connect(NSURLRequest(NSURL::URLWithString(url)));
     }
 
-    int recordersAlive_ = 0;
+    void expectDelegateReleased() {
+        recorder_.reset();
+        EXPECT_TRUE(lastRecorder_.expired());
+    }
+
     std::shared_ptr<EventRecorder> recorder_;
+    std::weak_ptr<EventRecorder> lastRecorder_;
 };
 
 TEST_F(NSURLConnectionTest, ReportsResponseDataAndEndInOrderAndLivesUntilThen) {
@@ -109,8 +104,7 @@ TEST_F(NSURLConnectionTest, ReportsResponseDataAndEndInOrderAndLivesUntilThen) {
     EXPECT_EQ(recorder_->body, body);
     EXPECT_GT(recorder_->chunks, 1);
     EXPECT_TRUE(connection.expired());
-    recorder_.reset();
-    EXPECT_EQ(recordersAlive_, 0) << "the delegate is released at the end";
+    expectDelegateReleased();
 }
 
 TEST_F(NSURLConnectionTest, NothingIsReportedAfterCancel) {
@@ -133,8 +127,7 @@ TEST_F(NSURLConnectionTest, NothingIsReportedAfterCancel) {
     connect(kURL)->cancel();
     turn();
     EXPECT_THAT(recorder_->events, IsEmpty());
-    recorder_.reset();
-    EXPECT_EQ(recordersAlive_, 0);
+    expectDelegateReleased();
 }
 
 TEST_F(NSURLConnectionTest, EachFailureHasItsCode) {
@@ -169,8 +162,7 @@ TEST_F(NSURLConnectionTest, EachFailureHasItsCode) {
         advance(1);
         ASSERT_FALSE(recorder_->events.empty());
         EXPECT_EQ(recorder_->events.back(), each.last);
-        recorder_.reset();
-        EXPECT_EQ(recordersAlive_, 0);
+        expectDelegateReleased();
     }
 }
 
@@ -314,7 +306,7 @@ TEST_F(NSURLConnectionTest, ARepeatedHeaderFieldIsReadAsOne) {
 
 TEST_F(NSURLConnectionTest, StartingTwiceSendsOnce) {
     network().at(kURL).body("x");
-    recorder_ = std::make_shared<EventRecorder>(recordersAlive_);
+    recorder_ = std::make_shared<EventRecorder>();
     const auto connection =
         NSURLConnection::withRequestDelegate(NSURLRequest(NSURL::URLWithString(kURL)), recorder_,
                                              NSURLConnection::StartsImmediately::No);
