@@ -283,12 +283,14 @@ TEST_F(NSURLConnectionTest, ARequestArrivesAsItWasMade) {
     request.setValueForHTTPHeaderField("one", "X-Field");
     request.setValueForHTTPHeaderField("two", "x-field");
     request.setCookies(NSURLRequestCookies::SendOnly);
+    request.setMainDocumentURL(NSURL::URLWithString("http://page/"));
     connect(request);
     turn();
     const auto& sent = network().requests().front();
     EXPECT_TRUE(sent.ignoresCache);
     EXPECT_EQ(sent.timeout, 45.0);
     EXPECT_EQ(sent.cookies, host::CookieUse::SendOnly);
+    EXPECT_EQ(sent.mainDocumentURL, "http://page/");
     EXPECT_EQ(sent.headers, (host::HeaderFields{{"X-Field", "two"}}));
 }
 

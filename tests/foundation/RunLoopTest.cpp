@@ -113,6 +113,10 @@ TEST_F(NSNotificationCenterTest, ReachesObserversOfTheNameAndTheSender) {
     center_.removeObserver(&observers_[0], "B");
     center_.postNotification("A", &sender);
     EXPECT_THAT(heard_, ElementsAre("0A", "1A")) << "neither names a registration";
+    heard_.clear();
+    center_.removeObserver(&observers_[1], "A", &sender);
+    center_.postNotification("A", &sender);
+    EXPECT_THAT(heard_, ElementsAre("0A"));
 }
 
 TEST_F(NSNotificationCenterTest, HandlersMayRegisterRemoveAndPost) {

@@ -61,31 +61,25 @@ TEST(UIViewGeometryTest, AutoresizingSharesTheGrowth) {
     constexpr unsigned top = UIViewAutoresizingFlexibleTopMargin;
     constexpr unsigned height = UIViewAutoresizingFlexibleHeight;
     constexpr unsigned bottom = UIViewAutoresizingFlexibleBottomMargin;
+    const auto rect = CGRectMake;
     const struct {
         const char* name;
         unsigned mask;
         CGRect before;
         CGRect after; ///< the superview goes from 100 x 100 to 200 x 300
     } cases[] = {
-        {"none", 0, CGRectMake(10, 20, 30, 40), CGRectMake(10, 20, 30, 40)},
-        {"width", width, CGRectMake(10, 20, 30, 40), CGRectMake(10, 20, 130, 40)},
-        {"left margin", left, CGRectMake(10, 20, 30, 40), CGRectMake(110, 20, 30, 40)},
-        {"right margin", right, CGRectMake(10, 20, 30, 40), CGRectMake(10, 20, 30, 40)},
-        {"both margins, in proportion", left | right, CGRectMake(10, 20, 50, 40),
-         CGRectMake(30, 20, 50, 40)},
-        {"width and right margin", width | right, CGRectMake(20, 20, 20, 40),
-         CGRectMake(20, 20, 45, 40)},
-        {"all across", left | width | right, CGRectMake(10, 20, 30, 40),
-         CGRectMake(20, 20, 60, 40)},
-        {"flexible parts that are nothing", left | right, CGRectMake(0, 20, 100, 40),
-         CGRectMake(50, 20, 100, 40)},
-        {"width and top margin", width | top, CGRectMake(0, 0, 100, 44),
-         CGRectMake(0, 200, 200, 44)},
-        {"height", height, CGRectMake(10, 20, 30, 40), CGRectMake(10, 20, 30, 240)},
-        {"margins above and below", top | bottom, CGRectMake(0, 20, 10, 20),
-         CGRectMake(0, 70, 10, 20)},
-        {"width and height", width | height, CGRectMake(0, 0, 100, 100),
-         CGRectMake(0, 0, 200, 300)},
+        {"none", 0, rect(10, 20, 30, 40), rect(10, 20, 30, 40)},
+        {"width", width, rect(10, 20, 30, 40), rect(10, 20, 130, 40)},
+        {"left margin", left, rect(10, 20, 30, 40), rect(110, 20, 30, 40)},
+        {"right margin", right, rect(10, 20, 30, 40), rect(10, 20, 30, 40)},
+        {"both margins", left | right, rect(10, 20, 50, 40), rect(30, 20, 50, 40)},
+        {"width and right margin", width | right, rect(20, 20, 20, 40), rect(20, 20, 45, 40)},
+        {"all across", left | width | right, rect(10, 20, 30, 40), rect(20, 20, 60, 40)},
+        {"no flexible parts", left | right, rect(0, 20, 100, 40), rect(50, 20, 100, 40)},
+        {"width and top margin", width | top, rect(0, 0, 100, 44), rect(0, 200, 200, 44)},
+        {"height", height, rect(10, 20, 30, 40), rect(10, 20, 30, 240)},
+        {"margins above and below", top | bottom, rect(0, 20, 10, 20), rect(0, 70, 10, 20)},
+        {"width and height", width | height, rect(0, 0, 100, 100), rect(0, 0, 200, 300)},
     };
     for (const auto& test : cases) {
         auto parent = viewAt(0, 0, 100, 100);
