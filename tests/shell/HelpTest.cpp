@@ -75,9 +75,7 @@ TEST_F(HelpTest, EachChoiceShowsItsSheetOrAlertAndItsCloseButtonClosesIt) {
         SCOPED_TRACE(each.title);
         choose(each.path);
         EXPECT_EQ(alertTitle(), each.title);
-        EXPECT_EQ(
-            labels(UIAccessibilityRole::Button, *UIApplication::sharedApplication().frontWindow()),
-            each.buttons);
+        EXPECT_EQ(labels(UIAccessibilityRole::Button, *application().frontWindow()), each.buttons);
         EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, each.close));
         EXPECT_EQ(alertCount(), 0);
         EXPECT_FALSE(UIActionSheet::visibleSheet() || isComposing());

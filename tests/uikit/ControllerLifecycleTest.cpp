@@ -109,9 +109,9 @@ protected:
         else if (verb == "memory")
             NSNotificationCenter::defaultCenter().postNotification(
                 UIApplicationDidReceiveMemoryWarningNotification);
-        else if (verb == "escape")
-            log_.insert(log_.end(), press(UIKeyCode::Escape) ? 0 : 1, "ignored");
-        else
+        else if (verb == "escape" && !press(UIKeyCode::Escape))
+            log_.emplace_back("ignored");
+        else if (verb == "moment")
             advance(0.1);
     }
     std::string seen() {
