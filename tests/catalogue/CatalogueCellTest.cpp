@@ -11,7 +11,6 @@
 #include "platform/uikit/ImageRenderer.h"
 #include "tests/support/ui/ScreenTest.h"
 
-#include <filesystem>
 #include <optional>
 
 namespace vistrel {
@@ -164,18 +163,14 @@ TEST_F(TVShowsTableViewCellTest, TextIsFaintUntilTheRowIsHighlighted) {
 class MoviesTableViewCellTest : public CatalogueCellTest {
 protected:
     MoviesTableViewCellTest() {
-        folder = std::filesystem::temp_directory_path() / "vistrel-movie-cell";
-        std::filesystem::create_directories(folder);
         cell = std::make_shared<MoviesTableViewCell>("Cell");
         cell->setFrame(CGRectMake(0, 0, 320, 160));
     }
-    ~MoviesTableViewCellTest() override { std::filesystem::remove_all(folder); }
     std::shared_ptr<Bitmap> content() { return paint(*cell->contentView()); }
     // Edges are half transparent; only the light colour has that much green.
     static bool isLight(std::uint32_t pixel) { return (pixel >> 8 & 0xff) > 0x30; }
     static bool isDark(std::uint32_t pixel) { return pixel == 0xff1a1a1a; }
 
-    std::filesystem::path folder;
     std::shared_ptr<MoviesTableViewCell> cell;
 };
 
@@ -223,8 +218,9 @@ TEST_F(MoviesTableViewCellTest, WithoutItsPictureTheCardIsTransparent) {
 
 TEST_F(MoviesTableViewCellTest, TheCardIsDrawnAtTheCornerUnderTheTexts) {
     const auto card = plainImage(300, 150, kGreen);
-    ASSERT_TRUE(ImageFile::writePNG(*card->bitmap(), folder / "MoviesTableViewCell.png"));
-    deterministicHost().host.resourcePath = folder.string();
+    deterministicHost().host.resourcePath = testing::TempDir();
+    ASSERT_TRUE(
+        ImageFile::writePNG(*card->bitmap(), testing::TempDir() + "MoviesTableViewCell.png"));
     cell->setTopTextLabel("HHH");
     const auto picture = content();
     EXPECT_EQ(picture->pixel(0, 0), kGreen);

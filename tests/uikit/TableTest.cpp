@@ -67,7 +67,7 @@ void RowsOwner::tableViewCommitEditingStyleForRowAtIndexPath(UITableView& table,
     table.beginUpdates();
     auto& section = rows[static_cast<std::size_t>(path.section)];
     section.erase(section.begin() + path.row);
-    table.deleteRowsAtIndexPaths({path}, animation);
+    table.deleteRowsAtIndexPaths({path}, UITableViewRowAnimation::Top);
     table.endUpdates();
 }
 

@@ -33,7 +33,6 @@ public:
     std::optional<double> height;
     bool deletes = false;
     std::set<NSIndexPath> fixedRows;
-    UITableViewRowAnimation animation = UITableViewRowAnimation::Top;
 
     std::vector<NSIndexPath> selected;
     std::vector<NSIndexPath> committed;

@@ -187,17 +187,6 @@ TEST_F(UITableViewEditingTest, SelectionFollowsItsRowThroughADeletion) {
     play(1);
 }
 
-TEST_F(UITableViewEditingTest, EveryAnimationEndsWithTheSameRows) {
-    using enum UITableViewRowAnimation;
-    int next = 2;
-    for (const auto animation : {Fade, Right, Left, Top, Bottom, None}) {
-        owner.animation = animation;
-        deleteRow(1);
-        EXPECT_EQ(shown()[1], std::to_string(next++));
-        EXPECT_EQ(table->visibleCells().size(), 10U);
-    }
-}
-
 TEST_F(UITableViewEditingTest, ASecondDeletionMayBeginDuringTheFirst) {
     swipeRow(3);
     tapButton("Delete");
