@@ -131,7 +131,7 @@ void Exchange::answer() {
 
 void Exchange::deliver(Answer answer) {
     if (misbehaviour_.status)
-        answer = errorAnswer(*misbehaviour_.status, "As asked for.");
+        answer = errorAnswer(*misbehaviour_.status, "As requested.");
     if (misbehaviour_.gzip && answer.body.size() <= largestKeptInMemory) {
         answer.body = gzipped(answer.body);
         answer.headers.emplace_back("Content-Encoding", "gzip");
