@@ -98,7 +98,7 @@ TEST_F(SmtpDeliveryTest, ARefusalAtAnyPointFailsWithTheServersReply) {
         {{{"AUTH", "535 5.7.8 bad AG1lAHMzY3JldC1wYXNz"}},
          EACCES,
          "refused the user name or the password (535)"},
-        {{{"MAIL", "451 try later"}}, EAGAIN, "451 try later"},
+        {{{"MAIL", "451 try\x1blater"}}, EAGAIN, "451 try later"},
         {{{"RCPT", "550-no such\r\n550 user"}}, EREMOTEIO, "refused the mail: 550 no such user"},
         {{{"DATA", "452 disk full"}}, EAGAIN, "452 disk full"},
         {{{"message", "554 spam"}}, EREMOTEIO, "554 spam"},
