@@ -244,13 +244,6 @@ TEST_F(BannerTest, LoadsAreIgnoredWhileOneRunsAndWhileTheApplicationIsNotActive)
     EXPECT_EQ(GADStatistics::sharedStatistics().adRequestCount(), 1);
 }
 
-TEST_F(BannerTest, ASystemThatIsTooOldEndsInItsOwnError) {
-    phone().version = "2.2.1";
-    load();
-    EXPECT_EQ(takeEvents(), "failed 4");
-    EXPECT_TRUE(network().requests().empty());
-}
-
 TEST_F(BannerTest, TheScriptIsFetchedOnceADayAndThenRevalidated) {
     network()
         .at(kScriptURL)
@@ -315,28 +308,6 @@ TEST_F(BannerTest, TheDelegateMayDestroyTheBannerInACallback) {
         EXPECT_EQ(view, nullptr) << body;
         EXPECT_TRUE(webEngine().pages().empty()) << body;
         EXPECT_EQ(network().runningTransfers(), 0) << body;
-    }
-}
-
-TEST_F(BannerTest, ABannerThatGoesEndsWhatItHadBegun) {
-    const std::vector<std::function<void()>> steps{
-        [] {}, [this] { advance(1); },
-        [this] { go("gmsg://ads/loadAdURL?url=http://ads.example/"); },
-        [this] {
-            advance(1);
-        }};
-    for (std::size_t reached = 0; reached < steps.size(); ++reached) {
-        auto view = GADBannerView::withFrame(CGRectMake(0, 0, 320, 50));
-        view->setRootViewController(root().weak_from_this());
-        view->loadRequest(nullptr);
-        for (std::size_t step = 0; step <= reached; ++step)
-            steps[step]();
-        const std::weak_ptr<GADWebView> webView = view->webView();
-        view.reset();
-        advance(5);
-        EXPECT_TRUE(webView.expired()) << reached;
-        EXPECT_TRUE(webEngine().pages().empty()) << reached;
-        EXPECT_EQ(network().runningTransfers(), 0) << reached;
     }
 }
 

@@ -1,10 +1,12 @@
 #include "tests/linux/web/ProcessTree.h"
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <map>
 #include <unistd.h>
+#include <vector>
 
 namespace vistrel {
 
@@ -35,20 +37,30 @@ std::map<int, Process> processes() {
     return result;
 }
 
-}
-
-int descendantsNamed(const std::string& name) {
+std::vector<int> descendants(const std::string& name) {
     const auto all = processes();
-    int count = 0;
+    std::vector<int> found;
     for (const auto& [number, process] : all) {
         if (process.name != name)
             continue;
         int above = process.parent;
         while (above > 1 && above != getpid() && all.contains(above))
             above = all.at(above).parent;
-        count += above == getpid() ? 1 : 0;
+        if (above == getpid())
+            found.push_back(number);
     }
-    return count;
+    return found;
+}
+
+}
+
+int descendantsNamed(const std::string& name) {
+    return static_cast<int>(descendants(name).size());
+}
+
+void killDescendantsNamed(const std::string& name) {
+    for (const int process : descendants(name))
+        ::kill(process, SIGKILL);
 }
 
 int openDescriptors() {
