@@ -1,29 +1,20 @@
 // The browser on the real engine, network and window, against pages that try to take the
 // application with them.
-#include "platform/linux/main/LinuxHost.h"
-#include "platform/linux/window/PhoneWindow.h"
 #include "platform/media/MPMoviePlayerController.h"
 #include "platform/uikit/UIAlertView.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UIKey.h"
-#include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UIWebView.h"
-#include "platform/uikit/UIWindow.h"
-#include "tests/linux/MainLoop.h"
 #include "tests/linux/web/LoopTurns.h"
 #include "tests/linux/web/ProcessTree.h"
-#include "tests/linux/web/TestPageServer.h"
+#include "tests/linux/web/RealWindow.h"
 #include "web/FileDownloadViewController.h"
 #include "web/OvoMoviePlayerViewController.h"
 #include "web/WebBrowserViewController.h"
 
-#include <gtest/gtest.h>
-#include <gtk/gtk.h>
-
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <memory>
@@ -35,38 +26,11 @@ namespace {
 
 constexpr double kMegabyte = 1024 * 1024;
 
-class BrowserJourney : public testing::Test {
+class BrowserJourney : public RealWindow {
 protected:
-    static void SetUpTestSuite() {
-        setenv("VISTREL_MODULES", MODULES_FOLDER, 1);
-        ASSERT_TRUE(gtk_init_check()) << "no display";
-    }
-
     void SetUp() override {
-        char pattern[] = "/tmp/vistrel-journey-XXXXXX";
-        root_ = mkdtemp(pattern);
-        host_ = std::make_unique<LinuxHost>(root_);
-        shown_ = std::make_unique<PhoneWindow>(1);
-        host_->setDisplay(&shown_->screen());
-        navigation_ =
-            UINavigationController::withRootViewController(std::make_shared<UIViewController>());
-        window_ = std::make_shared<UIWindow>();
-        window_->addSubview(navigation_->view());
-        window_->makeKeyAndVisible();
-        shown_->present();
-        server_ = std::make_unique<TestPageServer>();
+        RealWindow::SetUp();
         serve("/plain", "<title>Plain</title>");
-    }
-
-    void TearDown() override {
-        navigation_->view()->removeFromSuperview();
-        navigation_.reset();
-        window_.reset();
-        UIApplication::resetSharedApplication();
-        shown_.reset();
-        host_.reset();
-        std::error_code ignored;
-        std::filesystem::remove_all(root_, ignored);
     }
 
     void serve(const std::string& path, const std::string& body) {
@@ -102,13 +66,6 @@ protected:
         navigation_->popToRootViewControllerAnimated(false);
         turnFor(0.2);
     }
-
-    std::string root_;
-    std::unique_ptr<LinuxHost> host_;
-    std::unique_ptr<PhoneWindow> shown_;
-    std::unique_ptr<TestPageServer> server_;
-    std::shared_ptr<UINavigationController> navigation_;
-    std::shared_ptr<UIWindow> window_;
 };
 
 TEST_F(BrowserJourney, SitesThatOpenOnlyWithCarefulProbes) {
