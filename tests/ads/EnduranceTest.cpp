@@ -3,6 +3,7 @@
 #include "tests/ads/BannerTest.h"
 
 #include <cstddef>
+#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <ostream>
@@ -76,7 +77,9 @@ protected:
 };
 
 TEST_F(EnduranceTest, AdsAndTheirScreensLeaveNothingBehind) {
-    constexpr int rounds = 50;
+    // Each round is one ad and two screens.
+    const char* asked = std::getenv("VISTREL_ENDURANCE_ROUNDS");
+    const int rounds = asked ? std::atoi(asked) : 50;
     std::optional<Footprint> first;
     for (int round = 0; round < rounds; ++round) {
         SCOPED_TRACE(round);
