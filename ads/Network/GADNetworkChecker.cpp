@@ -1,6 +1,6 @@
 #include "ads/Network/GADNetworkChecker.h"
 
-#include "platform/foundation/NSRunLoop.h"
+#include "ads/GADSettings.h"
 #include "platform/host/Host.h"
 
 #include <memory>
@@ -53,18 +53,12 @@ void GADNetworkChecker::setEnabled(bool enabled) {
     enabled_ = enabled;
     networkType_ = GADNetworkType::Unknown;
     host::Network& network = *host::current().network;
-    if (!enabled) {
-        network.setReachabilityHandler(nullptr);
-        NSRunLoop::cancelPerform(std::exchange(firstReport_, 0));
-        return;
-    }
-    network.setReachabilityHandler(
-        [this](host::Reachability reachability) { report(reachability); });
-    // The host speaks at a change only; on the phone a new watcher hears how things are.
-    firstReport_ = NSRunLoop::performAfterDelay(0, [this] {
-        firstReport_ = 0;
-        report(host::current().network->reachability());
-    });
+    if (enabled)
+        network.watchReachability(
+            gadSettingValue(kGADReachabilityHost),
+            [this](host::Reachability reachability) { report(reachability); });
+    else
+        network.watchReachability({}, nullptr);
 }
 
 std::optional<std::string> GADNetworkChecker::networkTypeString() const {

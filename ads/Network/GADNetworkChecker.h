@@ -1,7 +1,6 @@
 #pragma once
 #include "platform/host/Network.h"
 
-#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -10,7 +9,7 @@ namespace vistrel {
 /// The kind of network, with the library's numbers.
 enum class GADNetworkType { Unknown = 0, NotReachable = 1, WiFi = 2, Cellular = 3 };
 
-/// Watches the network for as long as it is enabled.
+/// Watches how the vendor's host can be reached, for as long as it is enabled.
 class GADNetworkChecker {
 public:
     /// Made and enabled on first use.
@@ -39,7 +38,6 @@ private:
     bool enabled_ = false;
     GADNetworkType networkType_ = GADNetworkType::Unknown;
     int changeCount_ = 0;
-    std::uint64_t firstReport_ = 0;
 };
 
 }

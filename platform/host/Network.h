@@ -79,9 +79,10 @@ public:
     virtual ~Network() = default;
     /// Starts an HTTP(S) transfer. Redirects are followed, http and https only, at most 20.
     virtual std::unique_ptr<Transfer> start(TransferRequest request, TransferClient& client) = 0;
-    virtual Reachability reachability() const = 0;
-    /// Called at each change; an empty function stops that.
-    virtual void setReachabilityHandler(std::function<void(Reachability)> handler) = 0;
+    /// Reports how the host of that name can be reached: once soon, then at each change of the
+    /// network. One host at a time; an empty function ends it.
+    virtual void watchReachability(const std::string& hostName,
+                                   std::function<void(Reachability)> handler) = 0;
 };
 
 }

@@ -1,5 +1,6 @@
 #include "ads/Network/GADNetworkChecker.h"
 
+#include "ads/GADSettings.h"
 #include "tests/ads/AdsTest.h"
 
 #include <gtest/gtest.h>
@@ -12,6 +13,7 @@ using NetworkCheckerTest = AdsTest;
 TEST_F(NetworkCheckerTest, NamesTheNetworkOnceItIsReported) {
     GADNetworkChecker& checker = GADNetworkChecker::sharedChecker();
     EXPECT_TRUE(checker.isEnabled());
+    EXPECT_EQ(network().watchedHost(), gadSettingValue(kGADReachabilityHost));
     EXPECT_EQ(checker.networkType(), GADNetworkType::Unknown);
     EXPECT_EQ(checker.networkTypeString(), std::nullopt);
     turn();
@@ -30,6 +32,7 @@ TEST_F(NetworkCheckerTest, NamesTheNetworkOnceItIsReported) {
 TEST_F(NetworkCheckerTest, HearsNothingWhileDisabled) {
     GADNetworkChecker& checker = GADNetworkChecker::sharedChecker();
     checker.setEnabled(false);
+    EXPECT_EQ(network().watchedHost(), "");
     network().setReachability(host::Reachability::Cellular);
     turn();
     EXPECT_EQ(checker.networkType(), GADNetworkType::Unknown);

@@ -70,6 +70,14 @@ std::string ScriptedNetwork::header(const host::TransferRequest& request, const 
     return valueOfHeaderField(request.headers, name);
 }
 
+void ScriptedNetwork::watchReachability(const std::string& hostName,
+                                        std::function<void(host::Reachability)> handler) {
+    watchedHost_ = handler ? hostName : std::string();
+    reachabilityHandler_ = std::move(handler);
+    if (reachabilityHandler_)
+        loop_.schedule(0, [this] { setReachability(reachability_); });
+}
+
 void ScriptedNetwork::setReachability(host::Reachability reachability) {
     reachability_ = reachability;
     if (reachabilityHandler_)

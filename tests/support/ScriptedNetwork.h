@@ -72,10 +72,10 @@ public:
 
     std::unique_ptr<host::Transfer> start(host::TransferRequest request,
                                           host::TransferClient& client) override;
-    host::Reachability reachability() const override { return reachability_; }
-    void setReachabilityHandler(std::function<void(host::Reachability)> handler) override {
-        reachabilityHandler_ = std::move(handler);
-    }
+    void watchReachability(const std::string& hostName,
+                           std::function<void(host::Reachability)> handler) override;
+    /// The host that is watched; empty when none is.
+    const std::string& watchedHost() const { return watchedHost_; }
 
     /// The answer for the address from now on.
     ScriptedAnswer& at(const std::string& url);
@@ -100,6 +100,7 @@ private:
     std::mt19937 random_{20100401};
     std::shared_ptr<int> running_ = std::make_shared<int>(0);
     host::Reachability reachability_ = host::Reachability::WiFi;
+    std::string watchedHost_;
     std::function<void(host::Reachability)> reachabilityHandler_;
 };
 

@@ -41,15 +41,11 @@ std::unique_ptr<host::Transfer> DeferredNetwork::start(host::TransferRequest req
     return std::make_unique<FailingTransfer>(loop_, client, network_.missing().message);
 }
 
-host::Reachability DeferredNetwork::reachability() const {
-    auto* network = network_.get();
-    return network ? network->reachability() : host::Reachability::Unknown;
-}
-
-void DeferredNetwork::setReachabilityHandler(std::function<void(host::Reachability)> handler) {
+void DeferredNetwork::watchReachability(const std::string& hostName,
+                                        std::function<void(host::Reachability)> handler) {
     // Clearing the handler does not need the module.
     if (auto* network = handler ? network_.get() : network_.existing())
-        network->setReachabilityHandler(std::move(handler));
+        network->watchReachability(hostName, std::move(handler));
 }
 
 SoupCookieJar* DeferredNetwork::cookieJar() {

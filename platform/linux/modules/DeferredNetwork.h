@@ -15,8 +15,8 @@ public:
 
     std::unique_ptr<host::Transfer> start(host::TransferRequest request,
                                           host::TransferClient& client) override;
-    host::Reachability reachability() const override;
-    void setReachabilityHandler(std::function<void(host::Reachability)> handler) override;
+    void watchReachability(const std::string& hostName,
+                           std::function<void(host::Reachability)> handler) override;
 
     /// The cookies of the connections; null when the module cannot be opened.
     SoupCookieJar* cookieJar();

@@ -2,6 +2,7 @@
 
 #include "platform/linux/curl/CurlLoop.h"
 #include "platform/linux/network/HTTPExchange.h"
+#include "platform/linux/network/ReachabilityWatch.h"
 
 #include <utility>
 
@@ -37,20 +38,11 @@ std::unique_ptr<host::Transfer> CurlNetwork::start(host::TransferRequest request
     return std::make_unique<RunningTransfer>(std::move(exchange));
 }
 
-host::Reachability CurlNetwork::reachability() const {
-    GNetworkMonitor* monitor = g_network_monitor_get_default();
-    if (!g_network_monitor_get_network_available(monitor))
-        return host::Reachability::NotReachable;
-    return g_network_monitor_get_network_metered(monitor) ? host::Reachability::Cellular
-                                                          : host::Reachability::WiFi;
-}
-
-void CurlNetwork::setReachabilityHandler(std::function<void(host::Reachability)> handler) {
-    networkChanged_ = {};
+void CurlNetwork::watchReachability(const std::string& hostName,
+                                    std::function<void(host::Reachability)> handler) {
+    watch_.reset();
     if (handler)
-        networkChanged_ = connectSignal<void(gboolean)>(
-            g_network_monitor_get_default(), "network-changed",
-            [this, handler = std::move(handler)](gboolean) { handler(reachability()); });
+        watch_ = ReachabilityWatch::start(hostName, std::move(handler));
 }
 
 }

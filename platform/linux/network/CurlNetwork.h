@@ -1,12 +1,12 @@
 #pragma once
 #include "platform/host/EventLoop.h"
 #include "platform/host/Network.h"
-#include "platform/linux/NativeCallback.h"
 
 #include <memory>
 
 namespace vistrel {
 class CurlLoop;
+class ReachabilityWatch;
 
 /// HTTP over libcurl on the main loop.
 class CurlNetwork : public host::Network {
@@ -17,13 +17,13 @@ public:
 
     std::unique_ptr<host::Transfer> start(host::TransferRequest request,
                                           host::TransferClient& client) override;
-    host::Reachability reachability() const override;
-    void setReachabilityHandler(std::function<void(host::Reachability)> handler) override;
+    void watchReachability(const std::string& hostName,
+                           std::function<void(host::Reachability)> handler) override;
 
 private:
     host::EventLoop& loop_;
     std::shared_ptr<CurlLoop> curl_;
-    SignalConnection networkChanged_;
+    std::shared_ptr<ReachabilityWatch> watch_;
 };
 
 }
