@@ -11,9 +11,11 @@
 #include "platform/uikit/UIActivityIndicatorView.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIBarButtonItem.h"
+#include "platform/uikit/UICommand.h"
 #include "platform/uikit/UINavigationBar.h"
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UINavigationItem.h"
+#include "platform/uikit/UITextField.h"
 #include "platform/uikit/UIToolbar.h"
 #include "platform/uikit/UIWebView.h"
 #include "platform/uikit/UIWindow.h"
@@ -40,6 +42,14 @@ constexpr std::size_t kMostOffers = 2;
 /// Keeps pages from opening windows that the phone does not have.
 constexpr const char* kSameFrameScript = "{ var a = document.getElementsByTagName(\"a\"); for (var "
                                          "i=0; i<a.length; i++) a[i].target = \"_self\"; }";
+
+constexpr double kZoomStep = 1.2;
+
+/// What is typed without a scheme is on the web.
+std::optional<NSURL> typedAddress(const std::string& text) {
+    const bool hasScheme = text.find("://") != std::string::npos;
+    return NSURL::URLWithString(hasScheme ? text : "http://" + text);
+}
 
 std::string localized(const char* key) {
     return NSBundle::mainBundle().localizedStringForKeyValue(key);
@@ -110,6 +120,50 @@ void WebBrowserViewController::homeAction() {
     if (webView_ && download_)
         webView_->setDelegate(weakReference<UIWebViewDelegate>(this));
     openURL(URL_);
+}
+
+void WebBrowserViewController::addressAction() {
+    const auto prompt = UIAlertView::withTitle(localized("Go to Address"), {},
+                                               weakReference<UIAlertViewDelegate>(this),
+                                               localized("Cancel"), {localized("Go")});
+    prompt->setAlertViewStyle(UIAlertViewStyle::PlainTextInput);
+    prompt->textFieldAtIndex(0)->setPlaceholder(localized("Address"));
+    addressPrompt_ = prompt;
+    prompt->show();
+}
+
+bool WebBrowserViewController::zoom(double factor) {
+    webView_->setPageZoom(factor > 0 ? webView_->pageZoom() * factor : 1);
+    return true;
+}
+
+bool WebBrowserViewController::performCommand(UICommand command) {
+    if (!webView_)
+        return false;
+    switch (command) {
+    case UICommand::Reload:
+        refreshAction();
+        return true;
+    case UICommand::GoToAddress:
+        addressAction();
+        return true;
+    case UICommand::Back:
+        if (!webView_->canGoBack())
+            return false;
+        backAction();
+        return true;
+    case UICommand::Forward:
+        forwardAction();
+        return true;
+    case UICommand::ZoomIn:
+        return zoom(kZoomStep);
+    case UICommand::ZoomOut:
+        return zoom(1 / kZoomStep);
+    case UICommand::ZoomReset:
+        return zoom(0);
+    default:
+        return false;
+    }
 }
 
 void WebBrowserViewController::viewDidLoad() {
@@ -235,8 +289,15 @@ bool WebBrowserViewController::mayResend(const NSURLRequest& request,
     return false;
 }
 
-void WebBrowserViewController::alertViewClickedButtonAtIndex(UIAlertView&, int buttonIndex) {
-    if (buttonIndex == 0 || !lastMove_)
+void WebBrowserViewController::alertViewClickedButtonAtIndex(UIAlertView& alertView,
+                                                             int buttonIndex) {
+    if (buttonIndex == 0)
+        return;
+    if (addressPrompt_.lock().get() == &alertView) {
+        openURL(typedAddress(alertView.textFieldAtIndex(0)->text()));
+        return;
+    }
+    if (!lastMove_)
         return;
     resends_ = true;
     go(lastMove_);

@@ -51,12 +51,16 @@ public:
     void refreshAction();
     void stopAction();
     void homeAction();
+    /// Asks for an address and opens it.
+    void addressAction();
 
     void viewDidLoad() override;
     void viewWillAppear(bool animated) override;
     void viewWillDisappear(bool animated) override;
     void viewDidUnload() override;
     bool shouldAutorotateToInterfaceOrientation(UIInterfaceOrientation orientation) override;
+    /// Shortcuts: reload, address, back, forward and zoom.
+    bool performCommand(UICommand command) override;
 
     bool webViewShouldStartLoadWithRequest(UIWebView& webView, const NSURLRequest& request,
                                            UIWebViewNavigationType navigationType) override;
@@ -79,6 +83,7 @@ public:
 private:
     using Move = void (UIWebView::*)();
 
+    bool zoom(double factor);
     void makeToolbarItems();
     void go(Move move);
     void updateHistoryButtons();
@@ -100,6 +105,7 @@ private:
     PageVisits visits_;
     std::vector<std::string> offered_; ///< media that have opened a screen over this one
     Move lastMove_ = nullptr;
+    std::weak_ptr<UIAlertView> addressPrompt_;
     bool resends_ = false; ///< the user agreed to send a form again
 };
 

@@ -16,6 +16,9 @@ public:
     virtual double scale() const = 0;
     /// Writes what is on the screen now, foreign content included, as a PNG at a machine path.
     virtual bool saveScreenshot(const std::string& /*machinePath*/) { return false; }
+    /// Asks the window to close, as its close button does.
+    virtual void close() {}
+    virtual void toggleFullScreen() {}
     /// Frames drawn since the start.
     virtual unsigned framesDrawn() const { return 0; }
 };

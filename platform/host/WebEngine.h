@@ -104,6 +104,8 @@ public:
     virtual void evaluate(const std::string& script,
                           std::function<void(const std::string&)> done) = 0;
     virtual void setScalesPageToFit(bool scales) = 0;
+    /// Enlarges the page's texts and pictures; 1 is its own size.
+    virtual void setZoom(double zoom) = 0;
     virtual void setTransparentBackground(bool transparent) = 0;
     /// False lets films without sound start by themselves; sound always waits for a touch.
     virtual void setMediaPlaybackRequiresUserAction(bool needed) = 0;

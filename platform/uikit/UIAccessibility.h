@@ -1,4 +1,5 @@
 #pragma once
+#include <optional>
 #include <string>
 
 namespace vistrel {
@@ -14,7 +15,16 @@ enum class UIAccessibilityRole {
     ProgressBar,
     Image,
     Alert,
+    List,
     WebPage
+};
+
+/// A value that can be read and set.
+struct UIAccessibilityRange {
+    double minimum = 0;
+    double maximum = 1;
+    double now = 0;
+    friend bool operator==(const UIAccessibilityRange&, const UIAccessibilityRange&) = default;
 };
 
 /// What screen readers (and journey tests) know about a view.
@@ -23,6 +33,7 @@ struct UIAccessibilityElement {
     std::string label;
     std::string value;
     bool enabled = true;
+    std::optional<UIAccessibilityRange> range{};
 };
 
 }

@@ -191,6 +191,10 @@ void UIAlertPanel::mark(int index) {
         button(other)->setMarked(other == index);
 }
 
+std::shared_ptr<UIView> UIAlertPanel::focusedPart() {
+    return buttons_.empty() ? shared_from_this() : button(default_);
+}
+
 bool UIAlertPanel::keyPressed(const UIKey& key) {
     const auto self = shared_from_this();
     const int count = static_cast<int>(buttons_.size());
@@ -199,7 +203,7 @@ bool UIAlertPanel::keyPressed(const UIKey& key) {
     const bool backward = key.code == UIKeyCode::Left || key.shift;
     if (key.code == UIKeyCode::Escape)
         chosen_(0);
-    else if (key.code == UIKeyCode::Enter && count > 0)
+    else if ((key.code == UIKeyCode::Enter || key.code == UIKeyCode::Space) && count > 0)
         chosen_(default_);
     else if (moves && count > 0)
         mark((default_ + (backward ? count - 1 : 1)) % count);

@@ -35,6 +35,7 @@ public:
     bool keyPressed(const UIKey& key) override;
     bool takesUnfocusedKeys() const override { return true; }
     bool canBecomeFirstResponder() const override { return true; }
+    std::shared_ptr<UIView> focusedPart() override;
     bool drawsContent() const override { return true; }
     void drawRect(const CGRect& rect) override;
 

@@ -75,6 +75,10 @@ void UIAlertView::setAlertViewStyle(UIAlertViewStyle style) {
     fields_.clear();
     if (style == UIAlertViewStyle::Default)
         return;
+    if (style == UIAlertViewStyle::PlainTextInput) {
+        fields_.push_back(std::make_shared<UITextField>());
+        return;
+    }
     for (const char* placeholder : {"Name", "Password"}) {
         fields_.push_back(std::make_shared<UITextField>());
         fields_.back()->setPlaceholder(

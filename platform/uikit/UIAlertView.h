@@ -11,7 +11,7 @@ class UIAlertPanel;
 class UIAlertView;
 class UITextField;
 
-enum class UIAlertViewStyle { Default, LoginAndPasswordInput };
+enum class UIAlertViewStyle { Default, PlainTextInput, LoginAndPasswordInput };
 
 class UIAlertViewDelegate {
 public:
@@ -38,7 +38,8 @@ public:
     int numberOfRows() const { return rows_; }
     /// Before show.
     void setAlertViewStyle(UIAlertViewStyle style);
-    /// 0 and 1 are the name and the password of LoginAndPasswordInput.
+    /// 0 is the text of PlainTextInput; 0 and 1 are the name and the password of
+    /// LoginAndPasswordInput.
     const std::shared_ptr<UITextField>& textFieldAtIndex(int index) const;
 
     void show();

@@ -10,6 +10,7 @@
 #include "platform/uikit/SceneWalk.h"
 #include "platform/uikit/UIApplicationDelegate.h"
 #include "platform/uikit/UIEventDispatcher.h"
+#include "platform/uikit/UIFocusRing.h"
 #include "platform/uikit/UIScreen.h"
 #include "platform/uikit/UIScreenView.h"
 #include "platform/uikit/UIStatusBar.h"
@@ -69,7 +70,8 @@ void UIApplication::resetSharedApplication() {
 UIApplication::UIApplication()
     : screen_(std::make_shared<UIScreenView>(UIScreen::mainScreen().bounds()))
     , statusBar_(std::make_shared<UIStatusBar>())
-    , events_(std::make_unique<UIEventDispatcher>(*screen_)) {
+    , events_(std::make_unique<UIEventDispatcher>(*screen_))
+    , focusRing_(std::make_shared<UIFocusRing>()) {
     auto* display = host::current().display;
     UIImage::setScreenScale(display->scale());
     display->setFrameHandler(&CADisplayLink::fire);
@@ -241,6 +243,9 @@ void UIApplication::setState(UIApplicationState state) {
 
 void UIApplication::walkScreen(SceneVisitor& visitor) {
     SceneWalk::walk(*screen_, visitor);
+    const auto part = events_->showsFocus() ? events_->focusedPart() : nullptr;
+    if (part && focusRing_->surround(*part))
+        SceneWalk::walk(*focusRing_, visitor);
 }
 
 UIView& UIApplication::screenView() {

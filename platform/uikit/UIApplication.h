@@ -11,6 +11,7 @@ class NSURL;
 class SceneVisitor;
 class UIApplicationDelegate;
 class UIEventDispatcher;
+class UIFocusRing;
 class UIScreenView;
 class UIStatusBar;
 class UIView;
@@ -76,7 +77,7 @@ public:
     void receiveMemoryWarning();
     /// Window shown, hidden, focused: posts the matching notifications.
     void setState(UIApplicationState state);
-    /// The whole screen, back to front.
+    /// The whole screen, back to front, and the focus ring.
     void walkScreen(SceneVisitor& visitor);
     /// The root of the view tree (windows and status bar as children, by level); 320 x 480.
     UIView& screenView();
@@ -99,6 +100,7 @@ private:
     std::shared_ptr<UIScreenView> screen_;
     std::shared_ptr<UIStatusBar> statusBar_;
     std::unique_ptr<UIEventDispatcher> events_;
+    std::shared_ptr<UIFocusRing> focusRing_;
     std::weak_ptr<UIView> keyWindow_;
     UIApplicationState state_ = UIApplicationState::Inactive;
     bool statusBarHidden_ = false;

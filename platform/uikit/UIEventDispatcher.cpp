@@ -57,10 +57,14 @@ bool UIEventDispatcher::touchBeginsInForeignContent(CGPoint location, double tim
     touch.timestamp = timestamp;
     touch.windowLocation = touch.startWindowLocation = location;
     (void)hit->touchWillBeginInside(touch);
+    showFocus(false);
+    if (hit->canBecomeFirstResponder())
+        setFirstResponder(hit);
     return true;
 }
 
 void UIEventDispatcher::began(CGPoint location, double timestamp) {
+    showFocus(false);
     countTap(location, timestamp);
     UITouch touch;
     touch.timestamp = timestamp;
@@ -170,6 +174,7 @@ void UIEventDispatcher::setFirstResponder(const std::shared_ptr<UIView>& view) {
         return;
     }
     firstResponder_ = view;
+    root_.setNeedsComposition();
     if (old) {
         old->focusChanged(false);
     }

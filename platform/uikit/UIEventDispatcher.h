@@ -6,6 +6,7 @@
 #include <optional>
 
 namespace vistrel {
+enum class UICommand;
 
 /// Delivers touches and keys to views: hit test, one owner per touch, capture by scrolling
 /// ancestors, cancellation, focus.
@@ -22,15 +23,26 @@ public:
     /// Wheel or touchpad movement in points; goes to the innermost scroll view under the point that
     /// can scroll that way.
     void sendScroll(CGPoint location, double dx, double dy, double timestamp);
-    /// First to the focused view and its superviews, when they are in the front window; then to
-    /// the views of that window that take keys without focus, front to back, deepest first. Escape
-    /// goes to the controllers on that path, but never past the screen on top. Tab moves the focus.
-    /// True when the key was used.
+    /// Shortcuts become commands. Other keys go first to the focused view and its superviews, when
+    /// they are in the front window; then to the views of that window that take keys without focus,
+    /// front to back, deepest first. Escape goes to the controllers on that path, but never past
+    /// the screen on top. Tab, and arrows that nothing else uses, move the focus. True when the key
+    /// was used.
     bool sendKey(const UIKey& key);
+    /// To the screens of the front window, innermost first; then to the display's window. True when
+    /// it was used.
+    bool sendCommand(UICommand command);
 
     /// The view that gets keys; null for none.
     std::shared_ptr<UIView> firstResponder() const { return firstResponder_.lock(); }
     void setFirstResponder(const std::shared_ptr<UIView>& view);
+    /// Tab: the next view in reading order, or the previous one, gets the keys and is shown to have
+    /// them. False when there is none.
+    bool moveFocus(bool backward);
+    /// Whether the focus is shown: once a key has moved it, until the next touch.
+    bool showsFocus() const { return showsFocus_; }
+    /// What keys act on; null for nothing.
+    std::shared_ptr<UIView> focusedPart() const;
     /// The view that has the touch now; null when no finger is down.
     std::shared_ptr<UIView> touchOwner() const { return touchOwner_.lock(); }
     /// The owner gets touchesCancelled and the rest of the touch is ignored; for alerts that
@@ -47,7 +59,10 @@ private:
     void offerCapture();
     void countTap(CGPoint location, double timestamp);
     bool ownerIsGone() const;
-    bool moveFocus(UIView& window, bool backward);
+    std::shared_ptr<UIView> reachableResponder() const;
+    bool offerToFocused(const UIKey& key);
+    bool offerToUnfocused(UIView& window, const UIKey& key);
+    void showFocus(bool shows);
 
     UIView& root_;
     std::optional<UITouch> touch_;
@@ -56,6 +71,7 @@ private:
     double lastTapTime_ = -1;
     CGPoint lastTapLocation_;
     int tapCount_ = 0;
+    bool showsFocus_ = false;
     std::shared_ptr<const void> pause_ = std::make_shared<char>();
 };
 

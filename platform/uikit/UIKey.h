@@ -18,6 +18,8 @@ enum class UIKeyCode {
     End,
     PageUp,
     PageDown,
+    F5,
+    F11,
     Character
 };
 

@@ -87,7 +87,8 @@ void UIProgressView::drawRect(const CGRect& rect) {
 UIAccessibilityElement UIProgressView::accessibilityElement() const {
     char percent[16];
     std::snprintf(percent, sizeof percent, "%.0f%%", static_cast<double>(progress_) * 100);
-    return {UIAccessibilityRole::ProgressBar, UIView::accessibilityElement().label, percent, true};
+    return {UIAccessibilityRole::ProgressBar, UIView::accessibilityElement().label, percent, true,
+            UIAccessibilityRange{0, 1, progress_}};
 }
 
 }

@@ -90,12 +90,16 @@ void UISheetPanel::mark(int index) {
         button(other)->setMarked(other == index);
 }
 
+std::shared_ptr<UIView> UISheetPanel::focusedPart() {
+    return marked_ < 0 ? shared_from_this() : button(marked_);
+}
+
 bool UISheetPanel::keyPressed(const UIKey& key) {
     const auto self = shared_from_this();
     const int count = static_cast<int>(buttons_.size());
     if (key.code == UIKeyCode::Escape && cancelIndex_ >= 0)
         chosen_(cancelIndex_);
-    else if (key.code == UIKeyCode::Enter && marked_ >= 0)
+    else if ((key.code == UIKeyCode::Enter || key.code == UIKeyCode::Space) && marked_ >= 0)
         chosen_(marked_);
     else if (key.code == UIKeyCode::Down || (key.code == UIKeyCode::Tab && !key.shift))
         mark((marked_ + 1) % count);

@@ -246,11 +246,16 @@ bool UISlider::keyPressed(const UIKey& key) {
     if (!isEnabled() || (!back && key.code != UIKeyCode::Right))
         return false;
     const float step = (maximum_ - minimum_) / kKeySteps;
+    accessibilitySetValue(value_ + (back ? -step : step));
+    return true;
+}
+
+void UISlider::accessibilitySetValue(double value) {
     const float before = value_;
-    setValue(value_ + (back ? -step : step));
+    if (isEnabled())
+        setValue(static_cast<float>(value));
     if (value_ != before)
         sendActionsForControlEvents(UIControlEventValueChanged);
-    return true;
 }
 
 UIAccessibilityElement UISlider::accessibilityElement() const {
@@ -260,6 +265,7 @@ UIAccessibilityElement UISlider::accessibilityElement() const {
     element.role = UIAccessibilityRole::Slider;
     element.value = percent;
     element.enabled = isEnabled();
+    element.range = {minimum_, maximum_, value_};
     return element;
 }
 

@@ -41,6 +41,7 @@ public:
     bool keyPressed(const UIKey& key) override;
     bool pointInside(CGPoint point) const override; ///< also around a flat track
     UIAccessibilityElement accessibilityElement() const override;
+    void accessibilitySetValue(double value) override;
 
 private:
     class Thumb;

@@ -87,6 +87,11 @@ public:
     bool keyPressed(const UIKey& key) override;
     bool canBecomeFirstResponder() const override { return true; }
     void focusChanged(bool focused) override;
+    /// The row under the keyboard's highlight.
+    std::shared_ptr<UIView> focusedPart() override;
+    UIAccessibilityElement accessibilityElement() const override {
+        return {UIAccessibilityRole::List, UIView::accessibilityElement().label, {}, true};
+    }
     /// Drags, and swipes over rows that can be deleted.
     bool shouldCaptureTouch(const UITouch& touch) override;
     bool touchWillBeginInside(const UITouch& touch) override;

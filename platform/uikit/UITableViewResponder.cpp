@@ -1,6 +1,10 @@
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UIKey.h"
 #include "platform/uikit/UITableView.h"
+#include "platform/uikit/UITableViewCell.h"
 #include "platform/uikit/UITableViewEditing.h"
+#include "platform/uikit/UITableViewRows.h"
 #include "platform/uikit/UITableViewSelection.h"
 #include "platform/uikit/UITouch.h"
 
@@ -14,6 +18,14 @@ bool UITableView::keyPressed(const UIKey& key) {
 void UITableView::focusChanged(bool focused) {
     if (!focused)
         selection_->leaveKeyboard();
+    else if (UIApplication::sharedApplication().events().showsFocus())
+        selection_->enterKeyboard();
+}
+
+std::shared_ptr<UIView> UITableView::focusedPart() {
+    const auto& path = selection_->focused();
+    const auto cell = path ? rows_->cellAt(*path) : nullptr;
+    return cell ? cell : shared_from_this();
 }
 
 bool UITableView::shouldCaptureTouch(const UITouch& touch) {

@@ -111,6 +111,13 @@ void UITableViewSelection::leaveKeyboard() {
     highlight(std::exchange(focused_, std::nullopt), false);
 }
 
+void UITableViewSelection::enterKeyboard() {
+    if (focused_)
+        return;
+    const bool showsSelected = selected_ && rows_.cellAt(*selected_);
+    focus(showsSelected ? selected_ : layout_.firstRowBelow(table_.bounds().minY()));
+}
+
 void UITableViewSelection::focus(const std::optional<NSIndexPath>& path) {
     leaveKeyboard();
     focused_ = path;
@@ -156,6 +163,7 @@ std::optional<NSIndexPath> UITableViewSelection::keyboardAim(const UIKey& key) c
 bool UITableViewSelection::keyPressed(const UIKey& key) {
     switch (key.code) {
     case UIKeyCode::Enter:
+    case UIKeyCode::Space:
         return activateFocused();
     case UIKeyCode::Delete:
     case UIKeyCode::Backspace:

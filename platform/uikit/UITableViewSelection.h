@@ -41,6 +41,9 @@ public:
     void activate(UITableViewCell& cell);
 
     bool keyPressed(const UIKey& key);
+    /// The keyboard's highlight appears, on the selected row or the first that is shown.
+    void enterKeyboard();
+    const std::optional<NSIndexPath>& focused() const { return focused_; }
     void leaveKeyboard();
 
 private:

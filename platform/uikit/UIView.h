@@ -152,12 +152,17 @@ public:
     virtual bool takesUnfocusedKeys() const { return viewController_ != nullptr; }
     virtual bool canBecomeFirstResponder() const { return false; }
     virtual void focusChanged(bool /*focused*/) {}
+    /// What the keyboard acts on inside the focused view: a list's row, a panel's button; the view
+    /// itself by default. The focus ring surrounds it, and screen readers announce it.
+    virtual std::shared_ptr<UIView> focusedPart() { return shared_from_this(); }
 
     /// Role None for mere containers.
     virtual UIAccessibilityElement accessibilityElement() const { return accessibility_; }
     void setAccessibility(UIAccessibilityElement element) { accessibility_ = std::move(element); }
     /// What a screen reader's "press" does; the default is a tap in the middle.
     virtual void accessibilityActivate();
+    /// A screen reader sets the value of an element with a range.
+    virtual void accessibilitySetValue(double /*value*/) {}
 
     // Animation blocks; see UIViewAnimation.h for curves and transitions.
     /// What is shown now: between old and new while an animation runs.

@@ -10,6 +10,7 @@ class UIBarButtonItem;
 class UIModalPresentation;
 class UINavigationController;
 class UINavigationItem;
+enum class UICommand;
 
 /// How much of the screen a modal screen takes; numbers are the phone's. On a phone-sized screen
 /// every style covers all of it, but only FullScreen may hide the status bar.
@@ -49,6 +50,9 @@ public:
     /// The Escape key: leaves this screen. Default: pops it from a navigation stack, dismisses it
     /// when modal, nothing for a root. Returns whether there was something to do.
     virtual bool escapePressed();
+    /// A shortcut was pressed while this screen is in front. Returns whether it means something
+    /// here.
+    virtual bool performCommand(UICommand /*command*/) { return false; }
 
     const std::string& title() const { return title_; }
     /// Also the navigation item's title.

@@ -17,6 +17,9 @@ namespace vistrel {
 
 namespace {
 
+constexpr double kSmallestZoom = 0.5;
+constexpr double kLargestZoom = 3;
+
 bool isHexDigit(char c) {
     return std::isxdigit(static_cast<unsigned char>(c)) != 0;
 }
@@ -106,6 +109,7 @@ host::WebPage* UIWebView::page() {
         return nullptr;
     page_->setClient(this);
     page_->setScalesPageToFit(scalesPageToFit_);
+    page_->setZoom(pageZoom_);
     page_->setTransparentBackground(!isOpaque());
     page_->setMediaPlaybackRequiresUserAction(mediaNeedsTouch_);
     return page_.get();
@@ -180,6 +184,12 @@ void UIWebView::setScalesPageToFit(bool scales) {
     scalesPageToFit_ = scales;
     if (page_)
         page_->setScalesPageToFit(scales);
+}
+
+void UIWebView::setPageZoom(double zoom) {
+    pageZoom_ = std::clamp(zoom, kSmallestZoom, kLargestZoom);
+    if (page_)
+        page_->setZoom(pageZoom_);
 }
 
 void UIWebView::setMediaPlaybackRequiresUserAction(bool needed) {

@@ -49,6 +49,9 @@ public:
     NSURLRequest request() const;
     std::string URLString() const;
     void setScalesPageToFit(bool scales);
+    /// Beyond the phone: enlarges texts and pictures; between 0.5 and 3, 1 at first.
+    void setPageZoom(double zoom);
+    double pageZoom() const { return pageZoom_; }
     /// Muted video may start by itself unless this is set. Sound always waits for a touch.
     void setMediaPlaybackRequiresUserAction(bool needed);
     /// Accepted for compatibility; only what a page marks as a link is a link.
@@ -63,6 +66,7 @@ public:
     void setOpaque(bool opaque);
     host::ForeignContent* foreignContent() override;
     UIAccessibilityElement accessibilityElement() const override;
+    bool canBecomeFirstResponder() const override { return page_ != nullptr; }
 
 private:
     bool webPageShouldNavigate(const host::WebNavigation& navigation) override;
@@ -83,6 +87,7 @@ private:
     std::weak_ptr<UIWebViewDelegate> delegate_;
     std::shared_ptr<host::WebPage> page_;
     UIDataDetectorTypes dataDetectorTypes_ = UIDataDetectorTypes::None;
+    double pageZoom_ = 1;
     bool loading_ = false;
     bool scalesPageToFit_ = false;
     bool mediaNeedsTouch_ = false;

@@ -21,6 +21,11 @@ public:
     }
     double scale() const override { return scale_; }
 
+    void close() override { closed_ = true; }
+    void toggleFullScreen() override { fullScreen_ = !fullScreen_; }
+
+    bool isClosed() const { return closed_; }
+    bool isFullScreen() const { return fullScreen_; }
     int frames() const { return frames_; }
     bool frameIsAskedFor() const { return asked_; }
     void setScale(double scale) { scale_ = scale; }
@@ -31,6 +36,8 @@ private:
     double scale_ = 1;
     int frames_ = 0;
     bool asked_ = false;
+    bool closed_ = false;
+    bool fullScreen_ = false;
 };
 
 }

@@ -36,6 +36,7 @@ public:
     std::string title() const override { return title_; }
     void evaluate(const std::string& script, std::function<void(const std::string&)> done) override;
     void setScalesPageToFit(bool scales) override { scalesPageToFit_ = scales; }
+    void setZoom(double zoom) override { zoom_ = zoom; }
     void setTransparentBackground(bool transparent) override { transparent_ = transparent; }
     void setMediaPlaybackRequiresUserAction(bool needed) override { mediaNeedsTouch_ = needed; }
     std::string userAgent() const override { return "Scripted/1.0"; }
@@ -47,6 +48,7 @@ public:
     const std::string& loadedHTML() const { return loadedHTML_; }
     bool isLoading() const { return loading_; }
     bool scalesPageToFit() const { return scalesPageToFit_; }
+    double zoom() const { return zoom_; }
     bool hasTransparentBackground() const { return transparent_; }
     bool mediaNeedsTouch() const { return mediaNeedsTouch_; }
     host::WebSession session() const { return session_; }
@@ -87,6 +89,7 @@ private:
     int position_ = -1;
     std::string title_;
     bool loading_ = false;
+    double zoom_ = 1;
     bool scalesPageToFit_ = false;
     bool transparent_ = false;
     bool mediaNeedsTouch_ = false;

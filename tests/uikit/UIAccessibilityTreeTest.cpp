@@ -62,15 +62,20 @@ TEST_F(UIAccessibilityTreeTest, OnlyWhatCanBePerceivedIsListed) {
     EXPECT_THAT(labels(), IsEmpty());
 }
 
-TEST_F(UIAccessibilityTreeTest, AButtonSpeaksForItsPartsAndARowForItsTexts) {
-    auto button = element(UIAccessibilityRole::Button, "Play", CGRectMake(0, 0, 100, 40));
-    button->addSubview(element(UIAccessibilityRole::Label, "title", CGRectMake(0, 0, 50, 20)));
-    auto row = element(UIAccessibilityRole::Row, "Film", CGRectMake(0, 50, 320, 44));
-    row->addSubview(element(UIAccessibilityRole::Label, "text", CGRectMake(0, 0, 50, 20)));
-    row->addSubview(element(UIAccessibilityRole::Button, "Delete", CGRectMake(200, 0, 50, 20)));
-    window().addSubview(button);
-    window().addSubview(row);
-    EXPECT_THAT(labels(), ElementsAre("Play", "Film", "Delete"));
+TEST_F(UIAccessibilityTreeTest, ElementsAreReadAsThePictureIs) {
+    const auto add = [](UIView& above, UIAccessibilityRole role, const char* label, CGRect frame) {
+        auto view = element(role, label, frame);
+        above.addSubview(view);
+        return view;
+    };
+    const auto row = add(window(), UIAccessibilityRole::Row, "Film", CGRectMake(0, 50, 320, 44));
+    add(*row, UIAccessibilityRole::Button, "Delete", CGRectMake(200, 0, 50, 20));
+    add(*row, UIAccessibilityRole::Label, "the row speaks for it", CGRectMake(0, 0, 50, 20));
+    add(window(), UIAccessibilityRole::Button, "Edit", CGRectMake(250, 4, 60, 36));
+    add(window(), UIAccessibilityRole::Heading, "Files", CGRectMake(100, 0, 100, 44));
+    const auto back = add(window(), UIAccessibilityRole::Button, "Back", CGRectMake(5, 7, 60, 30));
+    add(*back, UIAccessibilityRole::Label, "the button speaks for it", CGRectMake(0, 0, 50, 20));
+    EXPECT_THAT(labels(), ElementsAre("Back", "Files", "Edit", "Film", "Delete"));
 }
 
 TEST_F(UIAccessibilityTreeTest, AnAlertHidesWhatIsBelow) {

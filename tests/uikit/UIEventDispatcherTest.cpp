@@ -1,6 +1,7 @@
 #include "platform/uikit/UIEventDispatcher.h"
 
-#include "platform/uikit/UIKey.h"
+#include "platform/uikit/BitmapVisitor.h"
+#include "platform/uikit/UICommand.h"
 #include "platform/uikit/UIViewController.h"
 #include "tests/support/ui/ScreenTest.h"
 
@@ -237,19 +238,68 @@ TEST_F(UIEventDispatcherTest, AWindowAboveTakesTouchesAndKeys) {
     EXPECT_THAT(taken(), ElementsAre("row began 10,10", "row ended 10,10", "row key", "list key"));
 }
 
-TEST_F(UIEventDispatcherTest, TabMovesTheFocusInTheOrderOfTheTree) {
-    auto other = std::make_shared<Listener>("other", CGRectMake(0, 0, 10, 10), events);
+TEST_F(UIEventDispatcherTest, KeysMoveAVisibleFocusAsThePictureReads) {
+    const auto picture = [this] {
+        auto bitmap = std::make_shared<Bitmap>(320, 480);
+        BitmapVisitor visitor(bitmap, 1);
+        application().walkScreen(visitor);
+        return std::string(bitmap->data(), bitmap->data() + bitmap->stride() * 480);
+    };
+    auto other = std::make_shared<Listener>("other", CGRectMake(100, 10, 50, 50), events);
+    auto first = std::make_shared<Listener>("first", CGRectMake(20, 20, 50, 50), events);
     window().addSubview(other);
-    row->focusable = other->focusable = true;
-    press(UIKeyCode::Tab);
-    EXPECT_EQ(dispatcher().firstResponder(), row);
-    taken();
-    press(UIKeyCode::Tab);
-    EXPECT_THAT(taken(), ElementsAre("row key", "list key", "row left", "other focused"));
-    press(UIKeyCode::Tab);
-    EXPECT_EQ(dispatcher().firstResponder(), row) << "wraps around";
-    press(UIKeyCode::Tab, true);
-    EXPECT_EQ(dispatcher().firstResponder(), other);
+    window().addSubview(first);
+    row->focusable = other->focusable = first->focusable = true;
+    dispatcher().setFirstResponder(row);
+    const auto untouched = picture();
+    const struct {
+        UIKeyCode key;
+        bool shift;
+        std::shared_ptr<UIView> focused;
+    } kMoves[] = {
+        {UIKeyCode::Tab, false, first},  {UIKeyCode::Tab, false, other},
+        {UIKeyCode::Down, false, row},   {UIKeyCode::Right, false, first},
+        {UIKeyCode::Tab, true, row},     {UIKeyCode::Up, false, other},
+        {UIKeyCode::Left, false, first},
+    };
+    for (const auto& move : kMoves) {
+        EXPECT_TRUE(press(move.key, move.shift));
+        EXPECT_EQ(dispatcher().focusedPart(), move.focused);
+        EXPECT_NE(picture(), untouched);
+    }
+    tap(CGPoint{300, 470});
+    EXPECT_EQ(picture(), untouched) << "a finger needs no ring";
+}
+
+TEST_F(UIEventDispatcherTest, EveryShortcutReachesTheScreenThenTheWindow) {
+    class Commanded : public UIViewController {
+    public:
+        bool performCommand(UICommand command) override {
+            commands.push_back(command);
+            return takes;
+        }
+        std::vector<UICommand> commands;
+        bool takes = true;
+    };
+    auto screen = std::make_shared<Commanded>();
+    window().addSubview(screen->view());
+    std::vector<UICommand> expected;
+    for (const auto& shortcut : kShortcuts) {
+        const UIKey key{shortcut.code, std::string(shortcut.character), false, shortcut.control,
+                        shortcut.alt};
+        EXPECT_TRUE(dispatcher().sendKey(key)) << shortcut.keys;
+        expected.push_back(shortcut.command);
+        auto plain = key;
+        plain.alt = !plain.alt;
+        EXPECT_FALSE(commandForKey(plain)) << shortcut.keys;
+    }
+    EXPECT_EQ(screen->commands, expected);
+    screen->takes = false;
+    EXPECT_TRUE(dispatcher().sendCommand(UICommand::FullScreen));
+    EXPECT_FALSE(dispatcher().sendCommand(UICommand::Reload));
+    EXPECT_TRUE(display().isFullScreen() && !display().isClosed());
+    EXPECT_TRUE(dispatcher().sendKey({UIKeyCode::Character, "Q", true, true}));
+    EXPECT_TRUE(display().isClosed());
 }
 
 class EscapableScreen : public UIViewController {

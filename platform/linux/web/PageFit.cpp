@@ -40,6 +40,11 @@ void PageFit::setPixelsPerPoint(double pixelsPerPoint) {
     applyZoom();
 }
 
+void PageFit::setZoom(double zoom) {
+    zoom_ = zoom;
+    applyZoom();
+}
+
 void PageFit::loadCommitted() {
     fit_ = 1;
     applyZoom();
@@ -60,13 +65,15 @@ void PageFit::fitTo(const std::string& measured) {
     char* end = nullptr;
     const double wanted = std::strtod(measured.c_str(), &end);
     const double shown = std::strtod(end, nullptr);
-    const double place = gtk_widget_get_width(GTK_WIDGET(view_.get())) / (pixelsPerPoint_ * fit_);
+    const double place =
+        gtk_widget_get_width(GTK_WIDGET(view_.get())) / (pixelsPerPoint_ * fit_ * zoom_);
     // The page hears of its place later than the widget.
     if (place <= 1 || std::abs(shown - place) > std::max(2.0, place / 100)) {
         measureAgain();
         return;
     }
-    const double ratio = wanted / shown;
+    // What the user has enlarged may be wider than its place.
+    const double ratio = wanted / (shown * std::max(1.0, zoom_));
     if (!(ratio > 1.01))
         return;
     fit_ = std::min(1.0, std::max(fit_ / ratio, place * fit_ / kWidestLayout));
@@ -79,7 +86,7 @@ void PageFit::measureAgain() {
 }
 
 void PageFit::applyZoom() {
-    webkit_web_view_set_zoom_level(view_.get(), pixelsPerPoint_ * fit_);
+    webkit_web_view_set_zoom_level(view_.get(), pixelsPerPoint_ * fit_ * zoom_);
 }
 
 }

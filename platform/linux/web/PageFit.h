@@ -15,6 +15,8 @@ public:
         : view_(std::move(view)) {}
 
     void setEnabled(bool enabled);
+    /// The user's choice, on top of the fit.
+    void setZoom(double zoom);
     void setPixelsPerPoint(double pixelsPerPoint);
     double pixelsPerPoint() const { return pixelsPerPoint_; }
     void loadStarted() { measuresLeft_ = 0; }
@@ -32,6 +34,7 @@ private:
     bool enabled_ = false;
     double pixelsPerPoint_ = 1;
     double fit_ = 1;
+    double zoom_ = 1;
     int measuresLeft_ = 0; ///< of the width, for this load
 };
 

@@ -47,6 +47,7 @@ public:
     std::string title() const override;
     void evaluate(const std::string& script, std::function<void(const std::string&)> done) override;
     void setScalesPageToFit(bool scales) override;
+    void setZoom(double zoom) override;
     void setTransparentBackground(bool transparent) override;
     void setMediaPlaybackRequiresUserAction(bool needed) override;
     std::string userAgent() const override;
@@ -69,6 +70,7 @@ private:
     void openInThisPage(WebKitNavigationAction* action);
     void decideResponse(WebKitResponsePolicyDecision* decision, WebKitPolicyAnswer& answer);
     bool authenticate(WebKitAuthenticationRequest* request);
+    static bool reduceMenu(WebKitContextMenu* menu);
     void loadChanged(WebKitLoadEvent event);
     void failLoad(const host::WebError& error);
 

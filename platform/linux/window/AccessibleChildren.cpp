@@ -1,7 +1,7 @@
 #include "platform/linux/window/AccessibleChildren.h"
 
-#include "platform/uikit/UIApplication.h"
-#include "platform/uikit/UIEventDispatcher.h"
+#include "platform/host/ForeignContent.h"
+#include "platform/linux/window/GtkForeignContent.h"
 #include "platform/uikit/UIView.h"
 
 #include <algorithm>
@@ -9,124 +9,92 @@
 
 namespace vistrel {
 
-namespace {
-
-GtkAccessibleRole gtkRole(UIAccessibilityRole role) {
-    switch (role) {
-    case UIAccessibilityRole::Button:
-        return GTK_ACCESSIBLE_ROLE_BUTTON;
-    case UIAccessibilityRole::Row:
-        return GTK_ACCESSIBLE_ROLE_LIST_ITEM;
-    case UIAccessibilityRole::Heading:
-        return GTK_ACCESSIBLE_ROLE_HEADING;
-    case UIAccessibilityRole::Slider:
-        return GTK_ACCESSIBLE_ROLE_SLIDER;
-    case UIAccessibilityRole::Field:
-        return GTK_ACCESSIBLE_ROLE_TEXT_BOX;
-    case UIAccessibilityRole::ProgressBar:
-        return GTK_ACCESSIBLE_ROLE_PROGRESS_BAR;
-    case UIAccessibilityRole::Image:
-        return GTK_ACCESSIBLE_ROLE_IMG;
-    case UIAccessibilityRole::Alert:
-        return GTK_ACCESSIBLE_ROLE_ALERT_DIALOG;
-    default:
-        return GTK_ACCESSIBLE_ROLE_LABEL;
-    }
-}
-
-}
-
-AccessibleChildren::~AccessibleChildren() {
-    clear();
-}
-
 void AccessibleChildren::clear() {
-    for (const auto& child : children_) {
-        gtk_widget_unparent(child->widget);
-        g_object_unref(child->widget);
-    }
-    children_.clear();
+    // Rows go before their lists.
+    while (!children_.empty())
+        children_.pop_back();
 }
 
-AccessibleChildren::Child* AccessibleChildren::find(const UIAccessibleView& seen) {
-    const auto found = std::find_if(children_.begin(), children_.end(), [&seen](const auto& child) {
-        return child->view.lock() == seen.view && child->element.role == seen.element.role;
+AccessibleChildren::Child& AccessibleChildren::childFor(const UIAccessibleView& seen) {
+    const auto found = std::ranges::find_if(children_, [&seen](const auto& child) {
+        return child->accessible->standsFor(*seen.view, seen.element.role);
     });
-    return found == children_.end() ? nullptr : found->get();
-}
-
-AccessibleChildren::Child& AccessibleChildren::add(const UIAccessibleView& seen) {
-    auto* widget = GTK_WIDGET(g_object_new(GTK_TYPE_DRAWING_AREA, "accessible-role",
-                                           gtkRole(seen.element.role), nullptr));
-    g_object_ref_sink(widget);
-    gtk_widget_set_can_target(widget, FALSE);
-    gtk_widget_set_focusable(widget, seen.view->canBecomeFirstResponder());
+    if (found != children_.end())
+        return **found;
     children_.push_back(std::make_unique<Child>(
-        Child{widget, seen.view, {seen.element.role, {}, {}, true}, {}, true, {}}));
-    GtkEventController* focus = gtk_event_controller_focus_new();
-    children_.back()->focused =
-        connectSignal<void()>(focus, "enter", [weak = std::weak_ptr(seen.view)] {
-            if (const auto view = weak.lock())
-                UIApplication::sharedApplication().events().setFirstResponder(view);
-        });
-    gtk_widget_add_controller(widget, focus);
-    gtk_widget_set_parent(widget, screen_);
+        Child{std::make_unique<AccessibleWidget>(seen.view, seen.element.role),
+              seen.view.get(),
+              {},
+              true}));
     return *children_.back();
 }
 
-void AccessibleChildren::describe(Child& child, const UIAccessibilityElement& element) {
-    auto* accessible = GTK_ACCESSIBLE(child.widget);
-    if (child.element.label != element.label)
-        gtk_accessible_update_property(accessible, GTK_ACCESSIBLE_PROPERTY_LABEL,
-                                       element.label.c_str(), -1);
-    if (child.element.value != element.value)
-        gtk_accessible_update_property(accessible, GTK_ACCESSIBLE_PROPERTY_DESCRIPTION,
-                                       element.value.c_str(), -1);
-    if (child.element.enabled != element.enabled)
-        gtk_accessible_update_state(accessible, GTK_ACCESSIBLE_STATE_DISABLED,
-                                    static_cast<gboolean>(!element.enabled), -1);
-    child.element = element;
+GtkWidget* AccessibleChildren::widgetOf(const UIView& view) const {
+    const auto found = std::ranges::find(children_, &view, &Child::view);
+    return found == children_.end() ? nullptr : (*found)->accessible->widget();
+}
+
+void AccessibleChildren::arrange(GtkWidget* widget, GtkWidget* parent) {
+    GtkWidget*& previous = last_[parent];
+    if (gtk_widget_get_parent(widget) && gtk_widget_get_parent(widget) != parent)
+        gtk_widget_unparent(widget);
+    if (gtk_widget_get_parent(widget) != parent || gtk_widget_get_prev_sibling(widget) != previous)
+        gtk_widget_insert_after(widget, parent, previous);
+    previous = widget;
 }
 
 bool AccessibleChildren::update(const std::vector<UIAccessibleView>& elements,
                                 const CGAffineTransform& toScreen) {
     bool changed = false;
+    last_.clear();
     for (const auto& child : children_)
         child->isShown = false;
     for (const auto& seen : elements) {
-        // The page engine speaks for its own page.
-        if (seen.element.role == UIAccessibilityRole::WebPage)
+        if (seen.element.role == UIAccessibilityRole::WebPage) {
+            // The page engine speaks for its own page.
+            auto* page = dynamic_cast<GtkForeignContent*>(seen.view->foreignContent());
+            if (page && page->widget() && gtk_widget_get_parent(page->widget()) == screen_)
+                arrange(page->widget(), screen_);
             continue;
-        Child* child = find(seen);
-        if (!child)
-            child = &add(seen);
-        const CGRect frame = toScreen.apply(seen.frame);
-        changed |= child->frame != frame;
-        child->frame = frame;
-        child->isShown = true;
-        describe(*child, seen.element);
+        }
+        GtkWidget* parent = seen.list ? widgetOf(*seen.list) : screen_;
+        Child& child = childFor(seen);
+        CGRect frame = toScreen.apply(seen.frame);
+        if (seen.list) {
+            const auto list = std::ranges::find(children_, seen.list.get(), &Child::view);
+            frame = frame.offsetBy(-(*list)->frame.minX(), -(*list)->frame.minY());
+        }
+        changed |= child.frame != frame || !gtk_widget_get_parent(child.accessible->widget());
+        child.frame = frame;
+        child.isShown = true;
+        child.accessible->describe(seen.element);
+        arrange(child.accessible->widget(), parent);
     }
-    const auto gone = std::stable_partition(children_.begin(), children_.end(),
-                                            [](const auto& child) { return child->isShown; });
-    for (auto child = gone; child != children_.end(); ++child) {
-        gtk_widget_unparent((*child)->widget);
-        g_object_unref((*child)->widget);
+    // Backwards: rows go before their lists.
+    for (auto child = children_.rbegin(); child != children_.rend(); ++child) {
+        if (!(*child)->isShown)
+            (*child)->accessible.reset();
     }
-    children_.erase(gone, children_.end());
+    std::erase_if(children_, [](const auto& child) { return !child->accessible; });
     return changed;
 }
 
 void AccessibleChildren::allocate() const {
     for (const auto& child : children_) {
-        int minimum = 0;
-        gtk_widget_measure(child->widget, GTK_ORIENTATION_HORIZONTAL, -1, &minimum, nullptr,
-                           nullptr, nullptr);
+        GtkWidget* widget = child->accessible->widget();
+        int width = 0;
+        int height = 0;
+        // A widget must have been measured before it is allocated.
+        gtk_widget_measure(widget, GTK_ORIENTATION_HORIZONTAL, -1, &width, nullptr, nullptr,
+                           nullptr);
+        gtk_widget_measure(widget, GTK_ORIENTATION_VERTICAL, -1, &height, nullptr, nullptr,
+                           nullptr);
         const GtkAllocation place{
             static_cast<int>(std::lround(child->frame.minX())),
             static_cast<int>(std::lround(child->frame.minY())),
-            std::max(1, static_cast<int>(std::lround(child->frame.size.width))),
-            std::max(1, static_cast<int>(std::lround(child->frame.size.height)))};
-        gtk_widget_size_allocate(child->widget, &place, -1);
+            std::max({1, width, static_cast<int>(std::lround(child->frame.size.width))}),
+            std::max({1, height, static_cast<int>(std::lround(child->frame.size.height))})};
+        gtk_widget_size_allocate(widget, &place, -1);
     }
 }
 

@@ -7,7 +7,7 @@ namespace vistrel {
 
 namespace {
 
-constexpr std::array<std::pair<guint, UIKeyCode>, 26> kKeys{{
+constexpr std::array<std::pair<guint, UIKeyCode>, 28> kKeys{{
     {GDK_KEY_Up, UIKeyCode::Up},
     {GDK_KEY_KP_Up, UIKeyCode::Up},
     {GDK_KEY_Down, UIKeyCode::Down},
@@ -34,6 +34,8 @@ constexpr std::array<std::pair<guint, UIKeyCode>, 26> kKeys{{
     {GDK_KEY_KP_Page_Up, UIKeyCode::PageUp},
     {GDK_KEY_Page_Down, UIKeyCode::PageDown},
     {GDK_KEY_KP_Page_Down, UIKeyCode::PageDown},
+    {GDK_KEY_F5, UIKeyCode::F5},
+    {GDK_KEY_F11, UIKeyCode::F11},
 }};
 
 }

@@ -5,6 +5,7 @@
 #include "platform/linux/window/KeyTranslation.h"
 #include "platform/linux/window/ScreenWidget.h"
 #include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UICommand.h"
 #include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UIView.h"
 
@@ -32,6 +33,8 @@ ScreenInput::ScreenInput(ScreenWidget& screen)
     gtk_event_controller_set_propagation_phase(events_, GTK_PHASE_CAPTURE);
     eventSeen_ = connectSignal<gboolean(GdkEvent*)>(
         events_, "event", [this](GdkEvent* event) { return handleEvent(event); });
+    // Before a focused child: it stands for a view that gets its keys here.
+    gtk_event_controller_set_propagation_phase(keys_, GTK_PHASE_CAPTURE);
     keyPressed_ = connectSignal<gboolean(guint, guint, GdkModifierType)>(
         keys_, "key-pressed",
         [this](guint value, guint, GdkModifierType state) { return handleKey(value, state); });
@@ -117,7 +120,15 @@ bool ScreenInput::handleScroll(GdkEvent* event) {
 }
 
 bool ScreenInput::handleKey(guint value, GdkModifierType state) {
-    return events().sendKey(keyFromGdk(value, state));
+    const UIKey key = keyFromGdk(value, state);
+    // A page has its own use for every other key.
+    if (screen_.pageHasFocus() && !commandForKey(key))
+        return false;
+    const auto before = events().firstResponder();
+    const bool used = events().sendKey(key);
+    if (events().firstResponder() != before)
+        screen_.followFocus(key.shift ? GTK_DIR_TAB_BACKWARD : GTK_DIR_TAB_FORWARD);
+    return used;
 }
 
 CGPoint ScreenInput::screenPoint(GdkEvent* event) const {

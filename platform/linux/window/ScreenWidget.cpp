@@ -2,11 +2,15 @@
 
 #include "platform/graphics/UIImage.h"
 #include "platform/host/EventLoop.h"
+#include "platform/host/ForeignContent.h"
 #include "platform/host/Host.h"
 #include "platform/linux/window/ForeignPlacement.h"
 #include "platform/linux/window/GraphenePlaces.h"
+#include "platform/linux/window/GtkForeignContent.h"
 #include "platform/linux/window/GtkSceneVisitor.h"
 #include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIEventDispatcher.h"
+#include "platform/uikit/UIView.h"
 
 #include <algorithm>
 #include <cmath>
@@ -130,6 +134,41 @@ void ScreenWidget::describe() {
     const auto elements = accessibilityTree(UIApplication::sharedApplication().screenView());
     if (accessible_.update(elements, screenTransform()))
         gtk_widget_queue_allocate(widget_);
+    followFocus(GTK_DIR_TAB_FORWARD);
+}
+
+void ScreenWidget::followFocus(GtkDirectionType direction) {
+    GtkRoot* root = gtk_widget_get_root(widget_);
+    if (!root)
+        return;
+    const auto part = UIApplication::sharedApplication().events().focusedPart();
+    auto* content = part ? dynamic_cast<GtkForeignContent*>(part->foreignContent()) : nullptr;
+    GtkWidget* page = content ? content->widget() : nullptr;
+    GtkWidget* focused = gtk_root_get_focus(root);
+    if (page && gtk_widget_get_parent(page) == widget_) {
+        if (!focused || (focused != page && !gtk_widget_is_ancestor(focused, page)))
+            gtk_widget_child_focus(page, direction);
+        return;
+    }
+    GtkWidget* spoken = part ? accessible_.widgetOf(*part) : nullptr;
+    GtkWidget* wanted = spoken ? spoken : widget_;
+    if (focused != wanted)
+        gtk_widget_grab_focus(wanted);
+}
+
+void ScreenWidget::close() {
+    if (GtkRoot* root = gtk_widget_get_root(widget_))
+        gtk_window_close(GTK_WINDOW(root));
+}
+
+void ScreenWidget::toggleFullScreen() {
+    GtkRoot* root = gtk_widget_get_root(widget_);
+    if (!root)
+        return;
+    if (gtk_window_is_fullscreen(GTK_WINDOW(root)))
+        gtk_window_unfullscreen(GTK_WINDOW(root));
+    else
+        gtk_window_fullscreen(GTK_WINDOW(root));
 }
 
 void ScreenWidget::setFrameHandler(std::function<void(double now)> handler) {

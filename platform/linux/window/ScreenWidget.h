@@ -34,6 +34,13 @@ public:
 
     /// Called once, after the first frame is on screen.
     void setFirstFrameHandler(std::function<void()> handler) { firstFrame_ = std::move(handler); }
+    void close() override;
+    void toggleFullScreen() override;
+
+    /// Gives the toolkit's focus to the widget that stands for what keys act on.
+    void followFocus(GtkDirectionType direction);
+    /// Whether a page has it.
+    bool pageHasFocus() const { return foreign_.hasFocus(); }
     /// From points of the screen to coordinates of this widget.
     CGAffineTransform screenTransform() const;
 
