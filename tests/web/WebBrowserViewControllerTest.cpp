@@ -450,6 +450,40 @@ TEST_F(WebBrowserTest, AForeignRightItemIsLeftAlone) {
     advance(1);
 }
 
+TEST_F(WebBrowserTest, ShortcutsZoomReloadAndAskForAnAddress) {
+    const auto browser = openPage();
+    const auto control = [](const char* text) {
+        send({UIKeyCode::Character, text, false, true});
+    };
+    const struct {
+        const char* key;
+        double zoom;
+    } kZooms[] = {{"+", 1.2}, {"=", 1.44}, {"-", 1.2}, {"0", 1}, {"-", 1 / 1.2}};
+    for (const auto& step : kZooms) {
+        control(step.key);
+        EXPECT_NEAR(page().zoom(), step.zoom, 1e-9) << step.key;
+    }
+    for (int i = 0; i < 20; ++i)
+        control("+");
+    EXPECT_EQ(page().zoom(), 3);
+    send({UIKeyCode::F5, {}});
+    EXPECT_EQ(countOfCalls("reload"), 1);
+    for (const auto& [typed, opened] :
+         {std::pair{"other.example/a", "load http://other.example/a"},
+          std::pair{"http://site.example/b", "load http://site.example/b"}}) {
+        control("l");
+        settle();
+        EXPECT_EQ(alertTitle(), "Go to Address");
+        sendKey(std::string(typed));
+        sendKey(UIKeyCode::Enter);
+        settle();
+        EXPECT_EQ(page().calls().back(), opened);
+    }
+    send({UIKeyCode::Left, {}, false, false, true});
+    settle();
+    EXPECT_EQ(screens(), 1U) << "there is no page to go back to";
+}
+
 TEST_F(WebBrowserTest, BackAndForwardFollowTheHistory) {
     const auto browser = openPage();
     const auto enabled = [&](int tag) {

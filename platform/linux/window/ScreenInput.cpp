@@ -122,13 +122,22 @@ bool ScreenInput::handleScroll(GdkEvent* event) {
 bool ScreenInput::handleKey(guint value, GdkModifierType state) {
     const UIKey key = keyFromGdk(value, state);
     // A page has its own use for every other key.
-    if (screen_.pageHasFocus() && !commandForKey(key))
+    if (screen_.pageHasFocus() && !commandForKey(key)) {
+        goesBackward_ = key.shift;
         return false;
+    }
     const auto before = events().firstResponder();
     const bool used = events().sendKey(key);
     if (events().firstResponder() != before)
         screen_.followFocus(key.shift ? GTK_DIR_TAB_BACKWARD : GTK_DIR_TAB_FORWARD);
     return used;
+}
+
+void ScreenInput::focusLost() {
+    const auto part = events().focusedPart();
+    if (part && part->foreignContent())
+        events().moveFocus(goesBackward_);
+    screen_.followFocus(goesBackward_ ? GTK_DIR_TAB_BACKWARD : GTK_DIR_TAB_FORWARD);
 }
 
 CGPoint ScreenInput::screenPoint(GdkEvent* event) const {

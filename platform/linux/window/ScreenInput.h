@@ -17,6 +17,10 @@ public:
     ScreenInput(const ScreenInput&) = delete;
     ScreenInput& operator=(const ScreenInput&) = delete;
 
+    /// No widget of the window has the focus: a page gives it up after its last link, or before its
+    /// first one.
+    void focusLost();
+
 private:
     bool handleEvent(GdkEvent* event);
     bool handlePointer(GdkEvent* event, GdkEventType type);
@@ -34,6 +38,7 @@ private:
     GdkEventSequence* sequence_ = nullptr;
     CGPoint pointer_;
     bool isDown_ = false;
+    bool goesBackward_ = false; ///< the last Tab that a page got
 };
 
 }

@@ -1,0 +1,69 @@
+"""The main job by keys only; what they do is observed as a screen reader would. Arguments: the application's process."""
+import os
+import sys
+import time
+
+from Reader import eventually, focused, keys, names, wait_for
+
+process = int(sys.argv[1])
+
+
+def go(key, role, name=""):
+    """Presses the key until the focus is there."""
+    for _ in range(25):
+        keys(key)
+        end = time.monotonic() + 1.5
+        before = focused()
+        while time.monotonic() < end:
+            now = focused()
+            if now and now[0] == role and now[1].startswith(name):
+                print("ok:", key, "to", *now, flush=True)
+                return
+            if now != before:
+                break
+            time.sleep(0.1)
+    print("FAILED:", key, "never comes to", role, name, "but to", focused())
+    sys.exit(1)
+
+
+wait_for("list item", "TV Shows")
+go("Tab", "push button", "Help")
+go("Tab", "push button", "Credits")
+go("Down", "list item", "TV Shows")
+go("Down", "list item", "Open Reel")
+keys("Return")
+wait_for("heading", "Open Reel")
+wait_for("push button", "Refresh")  # the page has come
+go("Tab", "push button", "Vistrel")
+go("Tab", "filler", "WebKitWebView")  # on its first link, which leads to the site
+keys("Tab")  # the first film
+keys("Return")
+wait_for("push button", "Download")
+go("Tab", "push button", "Download")
+keys("space")
+wait_for("alert")
+keys("Return")
+wait_for("push button", "Done!")
+keys("alt+Left")
+wait_for("heading", "Open Reel")
+go("Tab", "push button", "Home")  # out of the page again
+keys("Escape")
+go("Down", "list item", "Downloads")
+keys("Return")
+eventually(lambda: len(names("list item")) == 1, "the file is listed")
+go("Down", "list item")
+keys("Return")
+wait_for("image", "Video")
+keys("Right")
+wait_for("slider", "Position")
+keys("Escape")
+eventually(lambda: len(names("list item")) == 1, "the list is back")
+keys("ctrl+q")
+
+
+def has_ended():
+    with open(f"/proc/{process}/stat") as status:
+        return status.read().rsplit(")", 1)[1].split()[0] == "Z"
+
+
+eventually(lambda: not os.path.exists(f"/proc/{process}") or has_ended(), "Ctrl+Q ends the application")
