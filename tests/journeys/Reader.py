@@ -15,11 +15,12 @@ PATIENCE = 20  # seconds for one step on a busy machine
 
 def elements():
     """Every element of every application, in reading order."""
-    waiting = [Atspi.get_desktop(0)]
+    desktop = Atspi.get_desktop(0)
+    desktop.clear_cache()  # kept true only by a main loop
+    waiting = [desktop]
     while waiting:
         element = waiting.pop()
         try:
-            element.clear_cache_single()
             children = [element.get_child_at_index(i) for i in range(element.get_child_count())]
             yield element.get_role_name(), element.get_name() or "", element
         except GLib.Error:
@@ -37,7 +38,7 @@ def eventually(question, what):
     while time.monotonic() < end:
         try:
             answer = question()
-        except GLib.Error:
+        except (GLib.Error, AttributeError):  # not there, or no longer
             answer = None
         if answer:
             print("ok:", what, flush=True)
@@ -46,6 +47,7 @@ def eventually(question, what):
     print("FAILED:", what)
     for role, name, element in elements():
         print("   ", role, repr(name), repr(element.get_description()))
+    print("    the focus is on", focused())
     sys.exit(1)
 
 

@@ -35,13 +35,12 @@ keys("Return")
 wait_for("heading", "Open Reel")
 wait_for("push button", "Refresh")  # the page has come
 go("Tab", "push button", "Vistrel")
-go("Tab", "filler", "WebKitWebView")  # on its first link, which leads to the site
-keys("Tab")  # the first film
-keys("Return")
+go("Tab", "filler", "WebKitWebView")
+keys("Tab", "Tab", "Return")  # past the link to the site, on the first film
 wait_for("push button", "Download")
 go("Tab", "push button", "Download")
 keys("space")
-wait_for("alert")
+wait_for("dialog", "Download Succeeded")
 keys("Return")
 wait_for("push button", "Done!")
 keys("alt+Left")

@@ -72,15 +72,14 @@ PhoneWindow::PhoneWindow(double scale)
     connections_.push_back(connectSignal<void()>(
         window_, "realize", [this] { drawFreelyWithoutWindowManager(GTK_WIDGET(window_)); },
         SignalPhase::AfterDefault));
-    connections_.push_back(
-        connectSignal<void(GParamSpec*)>(window_, "notify::focus-widget", [this](GParamSpec*) {
-            if (!gtk_window_get_focus(window_))
-                input_->focusLost();
-        }));
     for (const char* signal : {"map", "unmap"})
         connections_.push_back(connectSignal<void()>(
             window_, signal, [this] { stateChanged(); }, SignalPhase::AfterDefault));
     gtk_widget_grab_focus(screen_->widget());
+    connections_.push_back(
+        connectSignal<void(GParamSpec*)>(window_, "notify::focus-widget", [this](GParamSpec*) {
+            input_->focusMoved(gtk_window_get_focus(window_));
+        }));
 }
 
 PhoneWindow::~PhoneWindow() {

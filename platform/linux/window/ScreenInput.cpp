@@ -43,6 +43,8 @@ ScreenInput::ScreenInput(ScreenWidget& screen)
 }
 
 ScreenInput::~ScreenInput() {
+    if (leaving_ != 0)
+        host::current().loop->cancel(leaving_);
     gtk_widget_remove_controller(screen_.widget(), events_);
     gtk_widget_remove_controller(screen_.widget(), keys_);
 }
@@ -133,11 +135,20 @@ bool ScreenInput::handleKey(guint value, GdkModifierType state) {
     return used;
 }
 
-void ScreenInput::focusLost() {
-    const auto part = events().focusedPart();
-    if (part && part->foreignContent())
-        events().moveFocus(goesBackward_);
-    screen_.followFocus(goesBackward_ ? GTK_DIR_TAB_BACKWARD : GTK_DIR_TAB_FORWARD);
+void ScreenInput::focusMoved(GtkWidget* focused) {
+    GtkWidget* page = screen_.focusedPage();
+    // A page that has no further link hands the focus to a helper inside it; a menu is no helper.
+    const bool isHelper =
+        focused && page && gtk_widget_get_parent(focused) == page && !GTK_IS_NATIVE(focused);
+    if (leaving_ != 0 || (focused && !isHelper))
+        return;
+    // The toolkit is still moving it.
+    leaving_ = host::current().loop->schedule(0, [this, page] {
+        leaving_ = 0;
+        if (page)
+            events().moveFocus(goesBackward_);
+        screen_.followFocus(goesBackward_ ? GTK_DIR_TAB_BACKWARD : GTK_DIR_TAB_FORWARD);
+    });
 }
 
 CGPoint ScreenInput::screenPoint(GdkEvent* event) const {

@@ -17,9 +17,9 @@ public:
     ScreenInput(const ScreenInput&) = delete;
     ScreenInput& operator=(const ScreenInput&) = delete;
 
-    /// No widget of the window has the focus: a page gives it up after its last link, or before its
-    /// first one.
-    void focusLost();
+    /// The toolkit's focus is on that widget now, or on none. A page gives it up after its last
+    /// link, or before its first one.
+    void focusMoved(GtkWidget* focused);
 
 private:
     bool handleEvent(GdkEvent* event);
@@ -38,6 +38,7 @@ private:
     GdkEventSequence* sequence_ = nullptr;
     CGPoint pointer_;
     bool isDown_ = false;
+    std::uint64_t leaving_ = 0;
     bool goesBackward_ = false; ///< the last Tab that a page got
 };
 

@@ -22,7 +22,8 @@ namespace {
 
 constexpr double kScreenWidth = 320;
 constexpr double kScreenHeight = 480;
-constexpr double kDescribeSeconds = 0.2; ///< after the last frame
+constexpr double kDescribeSeconds = 0.2;     ///< after the last frame
+constexpr double kMostDescribeSeconds = 1.0; ///< while frames keep coming
 
 }
 
@@ -112,8 +113,12 @@ void ScreenWidget::placeForeign() {
 }
 
 void ScreenWidget::describeLater() {
-    // Only once movement has ended: screen readers need not follow a scrolling list.
-    describeAt_ = host::current().loop->now() + kDescribeSeconds;
+    // Once movement has ended: screen readers need not follow a scrolling list. A film never ends
+    // to move, and its position is read all the same.
+    const double now = host::current().loop->now();
+    if (describing_ == 0)
+        describeBy_ = now + kMostDescribeSeconds;
+    describeAt_ = std::min(now + kDescribeSeconds, describeBy_);
     if (describing_ == 0)
         waitToDescribe(kDescribeSeconds);
 }
@@ -137,19 +142,24 @@ void ScreenWidget::describe() {
     followFocus(GTK_DIR_TAB_FORWARD);
 }
 
+GtkWidget* ScreenWidget::focusedPage() const {
+    const auto part = UIApplication::sharedApplication().events().focusedPart();
+    auto* content = part ? dynamic_cast<GtkForeignContent*>(part->foreignContent()) : nullptr;
+    GtkWidget* page = content ? content->widget() : nullptr;
+    return page && gtk_widget_get_parent(page) == widget_ ? page : nullptr;
+}
+
 void ScreenWidget::followFocus(GtkDirectionType direction) {
     GtkRoot* root = gtk_widget_get_root(widget_);
     if (!root)
         return;
-    const auto part = UIApplication::sharedApplication().events().focusedPart();
-    auto* content = part ? dynamic_cast<GtkForeignContent*>(part->foreignContent()) : nullptr;
-    GtkWidget* page = content ? content->widget() : nullptr;
     GtkWidget* focused = gtk_root_get_focus(root);
-    if (page && gtk_widget_get_parent(page) == widget_) {
+    if (GtkWidget* page = focusedPage()) {
         if (!focused || (focused != page && !gtk_widget_is_ancestor(focused, page)))
             gtk_widget_child_focus(page, direction);
         return;
     }
+    const auto part = UIApplication::sharedApplication().events().focusedPart();
     GtkWidget* spoken = part ? accessible_.widgetOf(*part) : nullptr;
     GtkWidget* wanted = spoken ? spoken : widget_;
     if (focused != wanted)

@@ -39,7 +39,9 @@ public:
 
     /// Gives the toolkit's focus to the widget that stands for what keys act on.
     void followFocus(GtkDirectionType direction);
-    /// Whether a page has it.
+    /// The page that keys act on; null for none.
+    GtkWidget* focusedPage() const;
+    /// Whether a page has the toolkit's focus.
     bool pageHasFocus() const { return foreign_.hasFocus(); }
     /// From points of the screen to coordinates of this widget.
     CGAffineTransform screenTransform() const;
@@ -83,6 +85,7 @@ private:
     unsigned tick_ = 0;
     std::uint64_t describing_ = 0;
     double describeAt_ = 0; ///< seconds of the loop
+    double describeBy_ = 0; ///< at the latest
     unsigned framesDrawn_ = 0;
     bool sawForeign_ = false;
 };
