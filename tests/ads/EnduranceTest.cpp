@@ -89,9 +89,13 @@ TEST_F(EnduranceTest, AdsAndTheirScreensLeaveNothingBehind) {
              {"http://shop.example/a", "gmsg://ads/open?a=browser&u=http://shop.example/b"})
             ASSERT_NO_FATAL_FAILURE(openAndClose(url));
         advance(60); // a server that does not answer is given up
-        const Footprint now = footprint();
+        Footprint now = footprint();
         if (!first)
             first = now;
+        if (now != *first) {
+            advance(1); // the status bar's clock may have been due at that very moment
+            now = footprint();
+        }
         ASSERT_EQ(now, *first);
     }
     EXPECT_EQ(first->transfers, 0);
