@@ -9,6 +9,7 @@
 #include "platform/linux/main/LinuxHost.h"
 #include "platform/linux/main/RunningInstance.h"
 #include "platform/linux/window/PhoneWindow.h"
+#include "platform/linux/window/ToolkitLog.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIApplicationDelegate.h"
 
@@ -105,6 +106,7 @@ int runApplication(const UILaunchOptions& options, const UIMainInterface& mainIn
 
 int UIApplicationMain(int, char*[], const UILaunchOptions& options,
                       const UIMainInterface& mainInterface) {
+    filterToolkitLog();
     gtk_disable_setlocale();
     adoptUserLocale();
     // Desktops find the application's desktop entry and icon by this name.

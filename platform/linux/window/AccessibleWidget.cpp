@@ -84,6 +84,8 @@ AccessibleWidget::AccessibleWidget(const std::shared_ptr<UIView>& view, UIAccess
         gtk_widget_action_set_enabled(widget_, kNext, static_cast<gboolean>(isList));
         gtk_widget_action_set_enabled(widget_, kPrevious, static_cast<gboolean>(isList));
     }
+    // Without a name readers would be told the type's.
+    gtk_accessible_update_property(GTK_ACCESSIBLE(widget_), GTK_ACCESSIBLE_PROPERTY_LABEL, "", -1);
     listen();
 }
 
