@@ -11,16 +11,16 @@ process = int(sys.argv[1])
 def go(key, role, name=""):
     """Presses the key until the focus is there."""
     for _ in range(25):
-        keys(key)
-        end = time.monotonic() + 1.5
         before = focused()
+        keys(key)
+        end = time.monotonic() + 1
         while time.monotonic() < end:
             now = focused()
             if now and now[0] == role and now[1].startswith(name):
                 print("ok:", key, "to", *now, flush=True)
                 return
-            if now != before:
-                break
+            if now and now != before:
+                break  # nothing has it while a page hands it on
             time.sleep(0.1)
     print("FAILED:", key, "never comes to", role, name, "but to", focused())
     sys.exit(1)
