@@ -55,15 +55,18 @@ void sortAsRead(std::vector<Node>& nodes) {
     }
 }
 
-void flatten(std::vector<Node>& nodes, const std::shared_ptr<UIView>& list,
+bool isContainer(UIAccessibilityRole role) {
+    return role == UIAccessibilityRole::List || role == UIAccessibilityRole::Alert;
+}
+
+void flatten(std::vector<Node>& nodes, const std::shared_ptr<UIView>& container,
              std::vector<UIAccessibleView>& into) {
     sortAsRead(nodes);
     for (Node& node : nodes) {
-        node.seen.list = list;
-        const bool isList = node.seen.element.role == UIAccessibilityRole::List;
-        const auto inside = isList ? node.seen.view : list;
+        node.seen.container = container;
+        const auto inner = isContainer(node.seen.element.role) ? node.seen.view : container;
         into.push_back(std::move(node.seen));
-        flatten(node.inside, inside, into);
+        flatten(node.inside, inner, into);
     }
 }
 

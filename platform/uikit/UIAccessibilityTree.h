@@ -13,8 +13,8 @@ struct UIAccessibleView {
     UIAccessibilityElement element;
     CGRect frame; ///< what can be seen of it, in the root's coordinates (the screen's: points)
     std::shared_ptr<UIView> view;
-    /// The list that it is in; null for none.
-    std::shared_ptr<UIView> list{};
+    /// The list or alert that it is in; null for none.
+    std::shared_ptr<UIView> container{};
 };
 
 /// The elements under `root` in reading order: top to bottom, then left to right, with what is

@@ -7,7 +7,6 @@
 #include "platform/linux/web/WebKitRefusals.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace vistrel {
@@ -95,9 +94,6 @@ void WebKitPage::connect() {
             self.failLoad(
                 {host::WebError::kProcessEnded, "The page ended unexpectedly.", self.url()});
         })));
-    keep(connectSignal<gboolean(WebKitContextMenu*, WebKitHitTestResult*)>(
-        view, "context-menu",
-        [](WebKitContextMenu* menu, WebKitHitTestResult*) { return reduceMenu(menu); }));
     // Another screen lies over the page, or has gone from it.
     keep(connectSignal<void()>(view, "unmap", weakly(this, [](WebKitPage& self) {
                                    webkit_web_view_set_is_muted(self.view_.get(), TRUE);
@@ -105,20 +101,6 @@ void WebKitPage::connect() {
     keep(connectSignal<void()>(view, "map", weakly(this, [](WebKitPage& self) {
                                    webkit_web_view_set_is_muted(self.view_.get(), FALSE);
                                })));
-}
-
-bool WebKitPage::reduceMenu(WebKitContextMenu* menu) {
-    constexpr std::array kKept{WEBKIT_CONTEXT_MENU_ACTION_COPY, WEBKIT_CONTEXT_MENU_ACTION_PASTE,
-                               WEBKIT_CONTEXT_MENU_ACTION_OPEN_LINK,
-                               WEBKIT_CONTEXT_MENU_ACTION_COPY_LINK_TO_CLIPBOARD};
-    for (guint i = webkit_context_menu_get_n_items(menu); i-- > 0;) {
-        WebKitContextMenuItem* item = webkit_context_menu_get_item_at_position(menu, i);
-        if (std::ranges::find(kKept, webkit_context_menu_item_get_stock_action(item)) ==
-            kKept.end())
-            webkit_context_menu_remove(menu, item);
-    }
-    // An empty menu is not shown.
-    return webkit_context_menu_get_n_items(menu) == 0;
 }
 
 void WebKitPage::load(const std::string& url, const host::HeaderFields& headers) {

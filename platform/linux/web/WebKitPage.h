@@ -70,7 +70,6 @@ private:
     void openInThisPage(WebKitNavigationAction* action);
     void decideResponse(WebKitResponsePolicyDecision* decision, WebKitPolicyAnswer& answer);
     bool authenticate(WebKitAuthenticationRequest* request);
-    static bool reduceMenu(WebKitContextMenu* menu);
     void loadChanged(WebKitLoadEvent event);
     void failLoad(const host::WebError& error);
 

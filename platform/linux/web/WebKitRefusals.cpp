@@ -1,5 +1,8 @@
 #include "platform/linux/web/WebKitRefusals.h"
 
+#include <algorithm>
+#include <array>
+
 namespace vistrel {
 
 namespace {
@@ -18,6 +21,21 @@ bool answerScriptDialog(WebKitScriptDialog* dialog) {
         break;
     }
     return true;
+}
+
+/// The engine's menu offers windows and downloads that this screen does not have.
+bool reduceMenu(WebKitContextMenu* menu, WebKitHitTestResult* /*hit*/) {
+    constexpr std::array kKept{WEBKIT_CONTEXT_MENU_ACTION_COPY, WEBKIT_CONTEXT_MENU_ACTION_PASTE,
+                               WEBKIT_CONTEXT_MENU_ACTION_OPEN_LINK,
+                               WEBKIT_CONTEXT_MENU_ACTION_COPY_LINK_TO_CLIPBOARD};
+    for (guint i = webkit_context_menu_get_n_items(menu); i-- > 0;) {
+        WebKitContextMenuItem* item = webkit_context_menu_get_item_at_position(menu, i);
+        if (std::ranges::find(kKept, webkit_context_menu_item_get_stock_action(item)) ==
+            kKept.end())
+            webkit_context_menu_remove(menu, item);
+    }
+    // An empty menu is not shown.
+    return webkit_context_menu_get_n_items(menu) == 0;
 }
 
 }
@@ -41,12 +59,8 @@ std::vector<SignalConnection> refuseExtras(WebKitWebView* view) {
             webkit_color_chooser_request_cancel(request);
             return true;
         }));
-    // The engine's menu offers windows and downloads that this screen does not have; in a field it
-    // offers copy and paste.
     connections.push_back(connectSignal<gboolean(WebKitContextMenu*, WebKitHitTestResult*)>(
-        view, "context-menu", [](WebKitContextMenu*, WebKitHitTestResult* hit) {
-            return !webkit_hit_test_result_context_is_editable(hit);
-        }));
+        view, "context-menu", reduceMenu));
     const auto refuse = [](auto...) {
         return true;
     };

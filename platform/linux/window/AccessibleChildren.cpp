@@ -57,12 +57,12 @@ bool AccessibleChildren::update(const std::vector<UIAccessibleView>& elements,
                 arrange(page->widget(), screen_);
             continue;
         }
-        GtkWidget* parent = seen.list ? widgetOf(*seen.list) : screen_;
+        GtkWidget* parent = seen.container ? widgetOf(*seen.container) : screen_;
         Child& child = childFor(seen);
         CGRect frame = toScreen.apply(seen.frame);
-        if (seen.list) {
-            const auto list = std::ranges::find(children_, seen.list.get(), &Child::view);
-            frame = frame.offsetBy(-(*list)->frame.minX(), -(*list)->frame.minY());
+        if (seen.container) {
+            const auto container = std::ranges::find(children_, seen.container.get(), &Child::view);
+            frame = frame.offsetBy(-(*container)->frame.minX(), -(*container)->frame.minY());
         }
         changed |= child.frame != frame || !gtk_widget_get_parent(child.accessible->widget());
         child.frame = frame;

@@ -12,7 +12,7 @@
 namespace vistrel {
 
 /// Exposes the screen to screen readers: an invisible child widget for each accessible element, in
-/// reading order, those of a list inside the list's widget.
+/// reading order, those in a list or an alert inside its widget.
 class AccessibleChildren {
 public:
     explicit AccessibleChildren(GtkWidget* screen)

@@ -145,7 +145,7 @@ void ScreenInput::focusMoved(GtkWidget* focused) {
     // The toolkit is still moving it.
     leaving_ = host::current().loop->schedule(0, [this, page] {
         leaving_ = 0;
-        if (page)
+        if (page && screen_.focusedPage() == page)
             events().moveFocus(goesBackward_);
         screen_.followFocus(goesBackward_ ? GTK_DIR_TAB_BACKWARD : GTK_DIR_TAB_FORWARD);
     });
