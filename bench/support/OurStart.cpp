@@ -1,4 +1,6 @@
+#include "ads/GADServer.h"
 #include "platform/foundation/NSRunLoop.h"
+#include "platform/foundation/NSURL.h"
 #include "platform/host/Display.h"
 #include "platform/host/EventLoop.h"
 #include "platform/host/Host.h"
@@ -71,11 +73,12 @@ void openPage(const std::string& url) {
     browser->webView()->setDelegate(watch);
 }
 
-/// How many frames the idle menu draws.
-void countIdleFrames() {
+/// How many frames the menu draws once it has been idle for `settling` seconds.
+void countIdleFrames(double settling) {
     // The status bar's clock draws a frame when the minute changes: avoid that.
     const auto second = static_cast<double>(std::time(nullptr) % 60);
-    NSRunLoop::performAfterDelay(second < 50 ? 2 : 62 - second, [] {
+    const bool isEarly = second + settling + 5 < 59;
+    NSRunLoop::performAfterDelay(isEarly ? settling : 60 - second + settling, [] {
         const unsigned before = host::current().display->framesDrawn();
         NSRunLoop::performAfterDelay(5, [before] {
             std::printf("idle %u\n", host::current().display->framesDrawn() - before);
@@ -88,18 +91,22 @@ void countIdleFrames() {
 }
 
 /// The real application: reports when its menu is on screen, then opens a page or idles.
-/// Arguments: "menu", "idle", or "page" and an address; then the device root.
+/// Arguments: "menu", "idle" or "page"; the device root; the page's address or, for the other two,
+/// the ad server's if there is to be a banner.
 int main(int argc, char* argv[]) {
     using namespace vistrel;
     const std::string mode = argv[1];
     UILaunchOptions options;
     options.deviceRoot = argv[2];
     options.scale = 2;
-    options.didLaunch = [&mode, argv] {
+    const bool hasBanner = mode != "page" && argc > 3;
+    if (hasBanner)
+        useGADServer(*NSURL::URLWithString(argv[3]));
+    options.didLaunch = [&mode, hasBanner, argv] {
         if (mode == "menu")
             say("shown");
         else if (mode == "idle")
-            countIdleFrames();
+            countIdleFrames(hasBanner ? 8 : 2);
         else
             openPage(argv[3]);
     };
