@@ -10,8 +10,10 @@ process = int(sys.argv[1])
 
 def go(key, role, name=""):
     """Presses the key until the focus is there."""
+    trail = []
     for _ in range(25):
         before = focused()
+        trail.append(before)
         keys(key)
         end = time.monotonic() + 1
         while time.monotonic() < end:
@@ -22,7 +24,7 @@ def go(key, role, name=""):
             if now and now != before:
                 break  # nothing has it while a page hands it on
             time.sleep(0.1)
-    print("FAILED:", key, "never comes to", role, name, "but to", focused())
+    print("FAILED:", key, "never comes to", role, name, "but to", *trail)
     sys.exit(1)
 
 

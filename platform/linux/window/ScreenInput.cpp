@@ -124,7 +124,12 @@ bool ScreenInput::handleScroll(GdkEvent* event) {
 bool ScreenInput::handleKey(guint value, GdkModifierType state) {
     const UIKey key = keyFromGdk(value, state);
     // A page has its own use for every other key.
+    const guint32 time = gtk_event_controller_get_current_event_time(keys_);
+    // A page returns the Tab with which it gave the focus up.
+    if (key.code == UIKeyCode::Tab && time != 0 && time == pageKeyTime_ && !screen_.pageHasFocus())
+        return true;
     if (screen_.pageHasFocus() && !commandForKey(key)) {
+        pageKeyTime_ = time;
         goesBackward_ = key.shift;
         return false;
     }

@@ -39,6 +39,7 @@ private:
     CGPoint pointer_;
     bool isDown_ = false;
     std::uint64_t leaving_ = 0;
+    guint32 pageKeyTime_ = 0;   ///< of the last key that a page got
     bool goesBackward_ = false; ///< the last Tab that a page got
 };
 
