@@ -1,6 +1,7 @@
 #include "demo/ads/GalleryOptions.h"
 
 #include <string_view>
+#include <unistd.h>
 
 namespace vistrel::demo {
 
@@ -24,6 +25,15 @@ std::optional<GalleryOptions> parseGalleryOptions(std::span<char* const> argumen
             return std::nullopt;
         }
     }
+    const bool isFile = !options.ad.empty() && !options.isAdAddress();
+    if (isFile && !options.server.empty()) {
+        complaint = "--ad with a file needs the gallery's own ad server, without --server";
+        return std::nullopt;
+    }
+    if (isFile && access(options.ad.c_str(), R_OK) != 0) {
+        complaint = options.ad + " cannot be read";
+        return std::nullopt;
+    }
     return options;
 }
 
@@ -32,7 +42,7 @@ std::string galleryHelpText() {
 Shows every kind of ad of the demo's ad server, one row each.
 
   --ad FILE-OR-URL  show this page as a banner first; a file is read again each time
-  --server URL      use this ad server instead of starting one
+  --server URL      use this ad server instead of starting one; not with --ad FILE
   --help            print this and exit
   --version         print the version and exit
 )";
