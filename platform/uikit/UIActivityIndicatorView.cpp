@@ -20,8 +20,7 @@ double side(UIActivityIndicatorViewStyle style) {
 }
 
 UIActivityIndicatorView::UIActivityIndicatorView(UIActivityIndicatorViewStyle style)
-    : UIView(CGRectMake(0, 0, side(style), side(style)))
-    , style_(style) {
+    : UIView(CGRectMake(0, 0, side(style), side(style))) {
     setOpaque(false);
     setUserInteractionEnabled(false);
     setHidden(true);
@@ -40,15 +39,8 @@ void UIActivityIndicatorView::startAnimating() {
 
 void UIActivityIndicatorView::stopAnimating() {
     animating_ = false;
-    if (hidesWhenStopped_)
-        setHidden(true);
+    setHidden(true);
     updateTimer();
-}
-
-void UIActivityIndicatorView::setHidesWhenStopped(bool hides) {
-    hidesWhenStopped_ = hides;
-    if (!animating_)
-        setHidden(hides);
 }
 
 void UIActivityIndicatorView::didMoveToWindow() {
@@ -80,7 +72,6 @@ UIAccessibilityElement UIActivityIndicatorView::accessibilityElement() const {
 
 void UIActivityIndicatorView::drawRect(const CGRect& rect) {
     CGContext& context = *UIGraphicsGetCurrentContext();
-    const float white = style_ == UIActivityIndicatorViewStyle::Gray ? 0.4F : 1.0F;
     const double radius = std::min(rect.size.width, rect.size.height) / 2;
     const double inner = radius * 0.5;
     const double length = radius * 0.44;
@@ -92,7 +83,7 @@ void UIActivityIndicatorView::drawRect(const CGRect& rect) {
         // The spoke before the leading one is the brightest; those behind it fade.
         const double age = static_cast<double>(kSpokes - 1 - spoke) / (kSpokes - 1);
         const auto alpha = static_cast<float>(1.0 - 0.75 * age);
-        context.setFillColor(UIColor::colorWithWhiteAlpha(white, alpha));
+        context.setFillColor(UIColor::colorWithWhiteAlpha(1, alpha));
         context.beginPath();
         context.addRoundedRect(CGRectMake(-width / 2, -inner - length, width, length), width / 2);
         context.fillPath();

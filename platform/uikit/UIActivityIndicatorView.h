@@ -7,9 +7,10 @@ namespace vistrel {
 class NSTimer;
 
 /// Numbers are the phone's.
-enum class UIActivityIndicatorViewStyle { WhiteLarge = 0, White = 1, Gray = 2 };
+enum class UIActivityIndicatorViewStyle { WhiteLarge = 0, White = 1 };
 
-/// A spinning wheel: 20 x 20 points, large 37 x 37. Turns only while it is on screen.
+/// A spinning wheel: 20 x 20 points, large 37 x 37. Turns only while it is on screen, and hides
+/// when it stops.
 class UIActivityIndicatorView : public UIView {
 public:
     explicit UIActivityIndicatorView(UIActivityIndicatorViewStyle style);
@@ -18,7 +19,6 @@ public:
     void startAnimating();
     void stopAnimating();
     bool isAnimating() const { return animating_; }
-    void setHidesWhenStopped(bool hides);
 
     void didMoveToWindow() override;
     bool drawsContent() const override { return true; }
@@ -28,9 +28,7 @@ public:
 private:
     void updateTimer();
 
-    UIActivityIndicatorViewStyle style_;
     bool animating_ = false;
-    bool hidesWhenStopped_ = true;
     int step_ = 0;
     std::shared_ptr<NSTimer> timer_;
 };

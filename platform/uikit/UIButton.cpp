@@ -12,11 +12,8 @@ namespace vistrel {
 
 namespace {
 
-constexpr double kRoundedRadius = 10;
 constexpr double kDisabledAlpha = 0.45;
 constexpr double kImageToTitleGap = 5;
-constexpr UIColor kRoundedTitleColor =
-    UIColor::colorWithRedGreenBlueAlpha(0.196F, 0.31F, 0.522F, 1);
 
 template <typename T>
 const T* valueForState(const std::map<UIControlState, T>& values, UIControlState state) {
@@ -37,13 +34,12 @@ UIControlState stateOf(const UIControl& control) {
 
 }
 
-std::shared_ptr<UIButton> UIButton::buttonWithType(UIButtonType type) {
-    return std::make_shared<UIButton>(CGRect{}, type);
+std::shared_ptr<UIButton> UIButton::buttonWithType(UIButtonType) {
+    return std::make_shared<UIButton>();
 }
 
-UIButton::UIButton(CGRect frame, UIButtonType type)
+UIButton::UIButton(CGRect frame)
     : UIControl(frame)
-    , type_(type)
     , titleLabel_(std::make_shared<UILabel>()) {
     UIView::setOpaque(false);
     titleLabel_->setFont(UIFont::boldSystemFontOfSize(15));
@@ -51,10 +47,6 @@ UIButton::UIButton(CGRect frame, UIButtonType type)
     titleLabel_->setTextAlignment(UITextAlignment::Center);
     titleLabel_->setHidden(true);
     UIView::addSubview(titleLabel_);
-    if (type == UIButtonType::RoundedRect) {
-        titleColors_[UIControlState::Normal] = kRoundedTitleColor;
-        titleColors_[UIControlState::Highlighted] = UIColor::whiteColor();
-    }
 }
 
 UIButton::~UIButton() = default;
@@ -114,10 +106,6 @@ void UIButton::setShowsTouchWhenHighlighted(bool shows) {
 
 void UIButton::setAdjustsImageWhenHighlighted(bool adjusts) {
     adjustsHighlighted_ = adjusts;
-}
-
-void UIButton::setAdjustsImageWhenDisabled(bool adjusts) {
-    adjustsDisabled_ = adjusts;
 }
 
 void UIButton::setEnabled(bool enabled) {
@@ -189,10 +177,6 @@ CGSize UIButton::sizeThatFits(CGSize) const {
         size.width += std::ceil(title.width) + (image ? kImageToTitleGap : 0);
         size.height = std::max(size.height, std::ceil(title.height));
     }
-    if (type_ == UIButtonType::RoundedRect) {
-        size.width += 24;
-        size.height = std::max(size.height + 18, 37.0);
-    }
     if (background && background->leftCapWidth() == 0) {
         size.width = std::max(size.width, background->size().width);
         size.height = std::max(size.height, background->size().height);
@@ -201,12 +185,10 @@ CGSize UIButton::sizeThatFits(CGSize) const {
 }
 
 bool UIButton::drawsContent() const {
-    return type_ == UIButtonType::RoundedRect || currentImage() || currentBackgroundImage();
+    return currentImage() || currentBackgroundImage();
 }
 
 void UIButton::drawRect(const CGRect& rect) {
-    if (type_ == UIButtonType::RoundedRect)
-        drawRoundedRect(rect);
     drawPicture(backgroundImages_, rect);
     drawPicture(images_, imageRect());
 }
@@ -220,32 +202,11 @@ void UIButton::drawPicture(const ByState<std::shared_ptr<const UIImage>>& pictur
     const bool isOwnPicture = pictures.contains(state);
     if (!isOwnPicture && state == UIControlState::Highlighted && adjustsHighlighted_) {
         darkenedImage(**found)->drawInRect(rect);
-    } else if (!isOwnPicture && state == UIControlState::Disabled && adjustsDisabled_) {
+    } else if (!isOwnPicture && state == UIControlState::Disabled) {
         fadedImage(**found, kDisabledAlpha)->drawInRect(rect);
     } else {
         (*found)->drawInRect(rect);
     }
-}
-
-void UIButton::drawRoundedRect(const CGRect& rect) {
-    CGContext& context = *UIGraphicsGetCurrentContext();
-    const CGRect edge = rect.insetBy(0.5, 0.5);
-    context.saveGState();
-    context.beginPath();
-    context.addRoundedRect(edge, kRoundedRadius);
-    context.clipToPath();
-    const CGGradient pressed{{UIColor::colorWithRedGreenBlueAlpha(0.02F, 0.55F, 0.96F, 1),
-                              UIColor::colorWithRedGreenBlueAlpha(0.0F, 0.36F, 0.9F, 1)},
-                             {}};
-    const CGGradient plain{{UIColor::whiteColor(), UIColor::whiteColor()}, {}};
-    context.drawLinearGradient(isHighlighted() ? pressed : plain, edge.origin,
-                               {edge.minX(), edge.maxY()});
-    context.restoreGState();
-    context.setStrokeColor(UIColor::colorWithWhiteAlpha(0.67F, 1));
-    context.setLineWidth(1);
-    context.beginPath();
-    context.addRoundedRect(edge, kRoundedRadius);
-    context.strokePath();
 }
 
 UIAccessibilityElement UIButton::accessibilityElement() const {

@@ -10,13 +10,14 @@ namespace vistrel {
 class UIImage;
 class UILabel;
 
-enum class UIButtonType { Custom = 0, RoundedRect = 1 };
+/// The number is the phone's.
+enum class UIButtonType { Custom = 0 };
 
 /// A push button with a title, a picture and a background picture for each state.
 class UIButton : public UIControl {
 public:
     static std::shared_ptr<UIButton> buttonWithType(UIButtonType type);
-    explicit UIButton(CGRect frame = {}, UIButtonType type = UIButtonType::Custom);
+    explicit UIButton(CGRect frame = {});
     ~UIButton() override;
 
     void setTitleForState(std::string title, UIControlState state);
@@ -31,10 +32,8 @@ public:
     /// For the font and shadow offset of the title.
     UILabel& titleLabel();
     void setShowsTouchWhenHighlighted(bool shows);
-    /// Darkens pictures while highlighted; default true.
+    /// Darkens pictures while highlighted; default true. While disabled they are always faded.
     void setAdjustsImageWhenHighlighted(bool adjusts);
-    /// Fades pictures while disabled; default true.
-    void setAdjustsImageWhenDisabled(bool adjusts);
 
     void setEnabled(bool enabled) override;
     void setHighlighted(bool highlighted) override;
@@ -52,9 +51,7 @@ private:
     void stateChanged();
     CGRect imageRect() const;
     void drawPicture(const ByState<std::shared_ptr<const UIImage>>& pictures, const CGRect& rect);
-    void drawRoundedRect(const CGRect& rect);
 
-    UIButtonType type_;
     ByState<std::string> titles_;
     ByState<UIColor> titleColors_;
     ByState<UIColor> titleShadowColors_;
@@ -64,7 +61,6 @@ private:
     std::shared_ptr<UIView> glow_;
     bool showsTouch_ = false;
     bool adjustsHighlighted_ = true;
-    bool adjustsDisabled_ = true;
 };
 
 }

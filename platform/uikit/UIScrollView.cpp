@@ -118,8 +118,6 @@ void UIScrollView::scrollRectToVisible(const CGRect& rect, bool animated) {
 }
 
 bool UIScrollView::scrollBy(double dx, double dy, double timestamp) {
-    if (!scrollEnabled_)
-        return false;
     const bool acrossMoved = dx != 0 && horizontal_.wheel(dx, timestamp);
     const bool downMoved = dy != 0 && vertical_.wheel(dy, timestamp);
     if (!acrossMoved && !downMoved)

@@ -26,8 +26,6 @@ public:
     void setContentInset(const UIEdgeInsets& insets);
     /// Scrolls by the least that shows all of it; not at all when it is visible already.
     void scrollRectToVisible(const CGRect& rect, bool animated);
-    bool isScrollEnabled() const { return scrollEnabled_; }
-    void setScrollEnabled(bool enabled) { scrollEnabled_ = enabled; }
     void setAlwaysBounceVertical(bool always) { alwaysBounceVertical_ = always; }
     void setIndicatorStyle(UIScrollViewIndicatorStyle style);
     void setShowsVerticalScrollIndicator(bool shows);
@@ -76,7 +74,6 @@ private:
 
     CGSize contentSize_;
     UIEdgeInsets contentInset_;
-    bool scrollEnabled_ = true;
     bool alwaysBounceVertical_ = false;
     bool showsVerticalIndicator_ = true;
     UIScrollViewIndicatorStyle indicatorStyle_ = UIScrollViewIndicatorStyle::Default;

@@ -15,11 +15,11 @@ constexpr double kKeyStep = 44;
 }
 
 bool UIScrollView::canMoveVertically() const {
-    return scrollEnabled_ && (alwaysBounceVertical_ || maximumOffset().y > minimumOffset().y);
+    return alwaysBounceVertical_ || maximumOffset().y > minimumOffset().y;
 }
 
 bool UIScrollView::canMoveHorizontally() const {
-    return scrollEnabled_ && maximumOffset().x > minimumOffset().x;
+    return maximumOffset().x > minimumOffset().x;
 }
 
 bool UIScrollView::hasMovedFarEnough(const UITouch& touch) const {
@@ -110,7 +110,7 @@ bool UIScrollView::keyPressed(const UIKey& key) {
         return false;
     }
     aim = std::clamp(aim, minimumOffset().y, maximumOffset().y);
-    if (!scrollEnabled_ || aim == now.y)
+    if (aim == now.y)
         return false;
     moveTo({now.x, aim}, true);
     return true;

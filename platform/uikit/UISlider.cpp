@@ -208,7 +208,7 @@ void UISlider::dragTo(const UITouch& touch) {
     const double share = way > 0 ? std::clamp(left / way, 0.0, 1.0) : 0;
     const float before = value_;
     setValue(minimum_ + static_cast<float>(share) * (maximum_ - minimum_));
-    if (continuous_ && value_ != before)
+    if (value_ != before)
         sendActionsForControlEvents(UIControlEventValueChanged);
 }
 
@@ -223,8 +223,6 @@ void UISlider::touchesEnded(const UITouch& touch) {
     const auto hold = weak_from_this().lock();
     dragTo(touch);
     endTracking();
-    if (!continuous_)
-        sendActionsForControlEvents(UIControlEventValueChanged);
     sendActionsForControlEvents(UIControlEventTouchUpInside);
 }
 

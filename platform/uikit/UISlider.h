@@ -25,8 +25,6 @@ public:
     void setThumbImage(std::shared_ptr<const UIImage> image);
     void setMinimumTrackImage(std::shared_ptr<const UIImage> image);
     void setMaximumTrackImage(std::shared_ptr<const UIImage> image);
-    /// False: one event at the end of a drag.
-    void setContinuous(bool continuous) { continuous_ = continuous; }
     bool isTracking() const { return tracking_; }
 
     /// May extend above and below a flat slider.
@@ -55,7 +53,6 @@ private:
     float value_ = 0;
     float minimum_ = 0;
     float maximum_ = 1;
-    bool continuous_ = true;
     bool tracking_ = false;
     double grabOffset_ = 0;
     std::shared_ptr<UIView> minimumWindow_; ///< shows the left track up to the thumb's middle

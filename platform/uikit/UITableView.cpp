@@ -277,8 +277,8 @@ void UITableView::endUpdates() {
 }
 
 void UITableView::deleteRowsAtIndexPaths(const std::vector<NSIndexPath>& indexPaths,
-                                         UITableViewRowAnimation animation) {
-    updates_->deleteRows(indexPaths, animation);
+                                         UITableViewRowAnimation) {
+    updates_->deleteRows(indexPaths);
 }
 
 }

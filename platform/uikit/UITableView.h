@@ -21,7 +21,8 @@ class UITableViewUpdates;
 enum class UITableViewStyle { Plain = 0, Grouped = 1 };
 enum class UITableViewCellSeparatorStyle { None = 0, SingleLine = 1 };
 /// Numbers are the phone's.
-enum class UITableViewRowAnimation { Fade = 0, Right = 1, Left = 2, Top = 3, Bottom = 4, None = 5 };
+/// The number is the phone's.
+enum class UITableViewRowAnimation { Top = 3 };
 
 /// A scrolling list of rows in sections. Keeps cells only for rows on screen and reuses them by
 /// identifier. Main thread only. Does not retain its delegate or data source.

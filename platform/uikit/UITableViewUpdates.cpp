@@ -38,10 +38,8 @@ std::optional<NSIndexPath> rowAfterDeletion(const NSIndexPath& row,
     return NSIndexPath{row.section, row.row - static_cast<int>(before)};
 }
 
-void UITableViewUpdates::deleteRows(const std::vector<NSIndexPath>& paths,
-                                    UITableViewRowAnimation animation) {
+void UITableViewUpdates::deleteRows(const std::vector<NSIndexPath>& paths) {
     deleted_.insert(deleted_.end(), paths.begin(), paths.end());
-    animation_ = animation;
     if (depth_ == 0)
         apply();
 }
@@ -82,13 +80,6 @@ void UITableViewUpdates::apply() {
         return;
     table_.layoutIfNeeded();
     auto deletion = std::make_shared<Deletion>();
-    const bool animated = animation_ != UITableViewRowAnimation::None;
-    if (!animated) {
-        UIViewAnimation::withoutAnimation([&] { moveRows(deleted, *deletion); });
-        for (auto& cell : deletion->leaving)
-            parts_.rows.recycle(std::move(cell));
-        return;
-    }
     UIViewAnimation::beginAnimations();
     UIViewAnimation::setAnimationDuration(kDeletionDuration);
     UIViewAnimation::setAnimationDidStop(weakly(&table_, [this, deletion](UITableView&, bool) {
@@ -137,26 +128,9 @@ void UITableViewUpdates::moveRows(const std::vector<NSIndexPath>& deleted, Delet
 
 void UITableViewUpdates::leave(UITableViewCell& cell) {
     const CGRect frame = cell.frame();
-    const CGSize size = frame.size;
     table_.sendSubviewToBack(cell);
     cell.setAlpha(0);
-    switch (animation_) {
-    case UITableViewRowAnimation::Right:
-        cell.setFrame(frame.offsetBy(size.width, 0));
-        break;
-    case UITableViewRowAnimation::Left:
-        cell.setFrame(frame.offsetBy(-size.width, 0));
-        break;
-    case UITableViewRowAnimation::Top:
-        cell.setFrame(frame.offsetBy(0, -size.height));
-        break;
-    case UITableViewRowAnimation::Bottom:
-        cell.setFrame(frame.offsetBy(0, size.height));
-        break;
-    case UITableViewRowAnimation::Fade:
-    case UITableViewRowAnimation::None:
-        break;
-    }
+    cell.setFrame(frame.offsetBy(0, -frame.size.height));
 }
 
 }

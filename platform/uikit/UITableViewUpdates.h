@@ -36,7 +36,7 @@ public:
 
     void begin() { ++depth_; }
     void end();
-    void deleteRows(const std::vector<NSIndexPath>& paths, UITableViewRowAnimation animation);
+    void deleteRows(const std::vector<NSIndexPath>& paths);
 
 private:
     struct Deletion;
@@ -51,7 +51,6 @@ private:
     const std::function<void()> rebuild_;
     int depth_ = 0;
     std::vector<NSIndexPath> deleted_;
-    UITableViewRowAnimation animation_ = UITableViewRowAnimation::None;
 };
 
 }

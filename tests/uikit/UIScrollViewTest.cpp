@@ -89,9 +89,6 @@ TEST_F(UIScrollViewTest, ShortContentMovesOnlyWhereItAlwaysBounces) {
     EXPECT_GT(y(), 10);
     advance(2);
     EXPECT_EQ(y(), 0);
-    view->setScrollEnabled(false);
-    drag(-100, 0.3);
-    EXPECT_EQ(y(), 0);
 }
 
 TEST_F(UIScrollViewTest, AWheelScrollsWithinTheRange) {

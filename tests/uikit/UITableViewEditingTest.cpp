@@ -176,13 +176,13 @@ TEST_F(UITableViewEditingTest, DeletingTheLastRowKeepsTheOffsetInRange) {
 TEST_F(UITableViewEditingTest, SelectionFollowsItsRowThroughADeletion) {
     table->selectRowAtIndexPath({0, 5}, false);
     owner.rows[0].erase(owner.rows[0].begin() + 2);
-    table->deleteRowsAtIndexPaths({{0, 2}}, UITableViewRowAnimation::None);
+    table->deleteRowsAtIndexPaths({{0, 2}}, UITableViewRowAnimation::Top);
     EXPECT_EQ(table->indexPathForSelectedRow(), (NSIndexPath{0, 4}));
     frame();
     EXPECT_TRUE(cell(4).isSelected());
     EXPECT_EQ(cell(4).accessibilityLabel(), "5");
     owner.rows[0].erase(owner.rows[0].begin() + 4);
-    table->deleteRowsAtIndexPaths({{0, 4}}, UITableViewRowAnimation::Fade);
+    table->deleteRowsAtIndexPaths({{0, 4}}, UITableViewRowAnimation::Top);
     EXPECT_EQ(table->indexPathForSelectedRow(), std::nullopt);
     play(1);
 }

@@ -183,7 +183,7 @@ TEST_F(UITableViewTest, AnOwnerThatHasGoneIsNotCalled) {
     table->setEditing(false, true);
     swipe({300, 100}, {100, 100});
     press(UIKeyCode::Delete);
-    table->deleteRowsAtIndexPaths({{0, 0}}, UITableViewRowAnimation::Fade);
+    table->deleteRowsAtIndexPaths({{0, 0}}, UITableViewRowAnimation::Top);
     frame();
     EXPECT_EQ(table->dataSource(), nullptr);
     EXPECT_EQ(table->numberOfSections(), 0);
