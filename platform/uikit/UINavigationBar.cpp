@@ -4,6 +4,7 @@
 #include "platform/foundation/Weakly.h"
 #include "platform/uikit/UIBarButton.h"
 #include "platform/uikit/UILabel.h"
+#include "platform/uikit/UINavigationBarChange.h"
 #include "platform/uikit/UIViewAnimation.h"
 
 #include <algorithm>
@@ -49,13 +50,6 @@ void placeSide(UIView& view, double x, double barHeight) {
 }
 
 }
-
-/// The views that enter and leave in one change, with the direction of each.
-struct UINavigationBar::Change {
-    std::vector<std::pair<std::shared_ptr<UIView>, double>> coming;
-    std::vector<std::pair<std::shared_ptr<UIView>, double>> going;
-    double seconds = 0;
-};
 
 UINavigationBar::UINavigationBar(CGRect frame)
     : UIView(frame) {}
@@ -185,8 +179,7 @@ void UINavigationBar::rebuild(bool animated, Direction direction) {
     constexpr auto kPlace = UIBarButton::Place::NavigationBar;
     const double sign = direction == Direction::None ? 0 : direction == Direction::Push ? 1 : -1;
     const UINavigationItem* top = topItem();
-    Change change;
-    change.seconds = direction == Direction::None ? kFadeSeconds : kSlideSeconds;
+    UINavigationBarChange change;
 
     Slot left = leftSlot();
     if (left.source && left.text.empty())
@@ -208,62 +201,33 @@ void UINavigationBar::rebuild(bool animated, Direction direction) {
         observe(top->rightBarButtonItem());
     }
     UIViewAnimation::withoutAnimation([this] { layoutSubviews(); });
-    if (animated) {
-        animate(change);
-        return;
-    }
-    for (const auto& [view, distance] : change.going)
-        view->removeFromSuperview();
+    if (animated)
+        change.animate(direction == Direction::None ? kFadeSeconds : kSlideSeconds,
+                       weakly(this, &UINavigationBar::removeFaded));
+    else
+        change.apply();
 }
 
-void UINavigationBar::replaceSlot(Slot& slot, Slot wanted, double distance, Change& change) {
+void UINavigationBar::replaceSlot(Slot& slot, Slot wanted, double distance,
+                                  UINavigationBarChange& change) {
     if (slot.source == wanted.source && slot.text == wanted.text)
         return;
     const Slot old = std::exchange(slot, std::move(wanted));
     if (old.view && old.view != slot.view)
-        change.going.emplace_back(old.view, distance);
+        change.leave(old.view, distance);
     if (slot.view) {
         slot.view->setAlpha(1);
         addSubview(slot.view);
-        change.coming.emplace_back(slot.view, distance);
+        change.enter(slot.view, distance);
     }
 }
 
-void UINavigationBar::animate(const Change& change) {
-    const auto moved = [](const UIView& view, double distance) {
-        return CGPoint{view.center().x + distance, view.center().y};
-    };
-    UIViewAnimation::withoutAnimation([&] {
-        for (const auto& [view, distance] : change.coming) {
-            view->setAlpha(0);
-            view->setCenter(moved(*view, distance));
-        }
-    });
-    UIViewAnimation::beginAnimations();
-    UIViewAnimation::setAnimationDuration(change.seconds);
-    for (const auto& [view, distance] : change.coming) {
-        view->setAlpha(1);
-        view->setCenter(moved(*view, -distance));
-    }
-    std::vector<std::shared_ptr<UIView>> faded;
-    for (const auto& [view, distance] : change.going) {
-        view->setUserInteractionEnabled(false);
-        view->setAlpha(0);
-        view->setCenter(moved(*view, -distance));
-        faded.push_back(view);
-    }
-    UIViewAnimation::setAnimationDidStop(weakly(this, [faded](UINavigationBar& self, bool) {
-        for (const auto& view : faded)
-            self.removeFaded(view);
-    }));
-    UIViewAnimation::commitAnimations();
-}
-
-void UINavigationBar::removeFaded(const std::shared_ptr<UIView>& view) {
-    view->setUserInteractionEnabled(true);
-    const bool isBack = view == left_.view || view == title_.view || view == right_.view;
-    if (!isBack && view->superview() == this)
-        view->removeFromSuperview();
+void UINavigationBar::removeFaded(UIView& view) {
+    view.setUserInteractionEnabled(true);
+    const bool isBack =
+        &view == left_.view.get() || &view == title_.view.get() || &view == right_.view.get();
+    if (!isBack && view.superview() == this)
+        view.removeFromSuperview();
 }
 
 void UINavigationBar::layoutSubviews() {

@@ -8,6 +8,7 @@
 #include <vector>
 
 namespace vistrel {
+class UINavigationBarChange;
 
 /// The bar at the top: title, back button with the previous title, left and right items. Used by
 /// the navigation controller, or alone with pushNavigationItem.
@@ -44,16 +45,14 @@ private:
         std::shared_ptr<const void> source;
         std::string text;
     };
-    struct Change;
 
     void rebuild(bool animated, Direction direction);
     Slot leftSlot() const;
     Slot titleSlot() const;
     Slot rightSlot() const;
     std::shared_ptr<UIView> makeBackButton(const std::string& title);
-    void replaceSlot(Slot& slot, Slot wanted, double distance, Change& change);
-    void animate(const Change& change);
-    void removeFaded(const std::shared_ptr<UIView>& view);
+    void replaceSlot(Slot& slot, Slot wanted, double distance, UINavigationBarChange& change);
+    void removeFaded(UIView& view);
     void itemsChanged();
     void observe(UINavigationItem& item);
     void observe(const std::shared_ptr<UIBarButtonItem>& item);
