@@ -1,7 +1,8 @@
 #pragma once
 #include "ads/Utility/GADDeviceEnvironment.h"
-#include "tests/support/HostTest.h"
+#include "tests/support/ui/ScreenTest.h"
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <string>
@@ -9,7 +10,7 @@
 
 namespace vistrel {
 
-/// A device of which every fact can be set.
+/// A device whose every property a test can set.
 class ScriptedDevice : public GADDeviceEnvironment {
 public:
     std::string model() override { return modelName; }
@@ -18,11 +19,7 @@ public:
     std::string uniqueIdentifier() override { return identifier; }
     std::vector<std::string> languages() override { return languageNames; }
     bool canOpenURL(const std::string& url) override {
-        for (const auto& openable : openableURLs) {
-            if (openable == url)
-                return true;
-        }
-        return false;
+        return std::ranges::find(openableURLs, url) != openableURLs.end();
     }
     std::optional<std::string> audioRoute() override { return route; }
     std::string bundleVersion() override { return bundleVersionText; }
@@ -46,14 +43,14 @@ public:
     GADInterfaceOrientation orientation = GADInterfaceOrientation::Portrait;
 };
 
-/// Base of the ad library's tests: the library's shared objects are made anew for each.
-class AdsTest : public support::HostTest {
+/// Base of the ad library's tests. Each test gets new shared objects of the library.
+class AdsTest : public support::ScreenTest {
 protected:
     AdsTest();
     ~AdsTest() override;
 
     ScriptedDevice& phone() { return *phone_; }
-    /// Forgets the shared objects as a restart of the application does.
+    /// Drops the shared objects, as a restart of the application does.
     void restartLibrary();
 
 private:

@@ -8,7 +8,6 @@
 #include "ads/View/GADWebView.h"
 #include "ads/ViewController/GADViewController.h"
 #include "platform/foundation/NSNotificationCenter.h"
-#include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UITouch.h"
 
 #include <gmock/gmock.h>
@@ -17,10 +16,10 @@
 
 namespace vistrel {
 
-void RecordingBannerDelegate::hear(std::string event) {
-    events.push_back(std::move(event));
+void RecordingBannerDelegate::hear(const std::string& event) {
+    events += (events.empty() ? "" : ", ") + event;
     if (onEvent)
-        onEvent();
+        onEvent(event);
 }
 
 void RecordingBannerDelegate::adViewDidFailToReceiveAdWithError(GADBannerView&,
@@ -29,38 +28,33 @@ void RecordingBannerDelegate::adViewDidFailToReceiveAdWithError(GADBannerView&,
 }
 
 BannerTest::BannerTest()
-    : window_(std::make_shared<UIWindow>())
-    , navigation_(
-          UINavigationController::withRootViewController(std::make_shared<UIViewController>()))
-    , banner_(GADBannerView::withFrame(CGRectMake(0, 366, 320, 50)))
-    , delegate_(std::make_shared<RecordingBannerDelegate>()) {
+    : banner_(makeBanner()) {
     overrideGADSetting(kGADStaticContentHost, "static.example");
     overrideGADSetting(kGADAdServerOrigin, "http://ads.example");
-    window_->addSubview(navigation_->view());
-    window_->makeKeyAndVisible();
-    UIApplication::sharedApplication().setState(UIApplicationState::Active);
+    application().setState(UIApplicationState::Active);
     banner_->setAdUnitID("unit");
-    banner_->setRootViewController(navigation_->topViewController());
-    banner_->setDelegate(delegate_);
-    navigation_->topViewController()->view()->addSubview(banner_);
+    navigation().topViewController()->view()->addSubview(banner_);
     network().at(kScriptURL).body("function AFMA_buildAdURL() {}");
     network().at(kAdURL).body("<p>Ad</p>");
 }
 
 BannerTest::~BannerTest() {
     if (const auto screen =
-            std::dynamic_pointer_cast<GADViewController>(navigation_->modalViewController()))
+            std::dynamic_pointer_cast<GADViewController>(navigation().modalViewController()))
         screen->relinquishScreen();
-    advance(3);
     letGoOfBanner();
-    navigation_.reset();
-    window_.reset();
     advance(10); // what lives a little longer than its screen
     GADSafetyPolicy::setShared(std::nullopt);
     GADObjectPrivate::resetProcessState();
     overrideGADSetting(kGADStaticContentHost, "");
     overrideGADSetting(kGADAdServerOrigin, "");
-    UIApplication::resetSharedApplication();
+}
+
+std::shared_ptr<GADBannerView> BannerTest::makeBanner() {
+    auto view = GADBannerView::withFrame(CGRectMake(0, 366, 320, 50));
+    view->setRootViewController(navigation().topViewController());
+    view->setDelegate(delegate_);
+    return view;
 }
 
 void BannerTest::letGoOfBanner() {
@@ -87,17 +81,8 @@ void BannerTest::load() {
     advance(1);
 }
 
-void BannerTest::answerScript(const std::string& url) {
-    std::string escaped;
-    for (const char character : url) {
-        if (character == '?' || character == '=' || character == '&') {
-            constexpr const char* digits = "0123456789ABCDEF";
-            escaped += {'%', digits[character / 16], digits[character % 16]};
-        } else {
-            escaped += character;
-        }
-    }
-    go("gmsg://ads/loadAdURL?type=contextual&url=" + escaped);
+void BannerTest::answerScript() {
+    go("gmsg://ads/loadAdURL?type=contextual&url=http://ads.example/ad%3Fid%3D1");
     advance(1);
 }
 
@@ -112,16 +97,8 @@ int BannerTest::requestsFor(const std::string& url) {
     return static_cast<int>(std::ranges::count(network().requestedURLs(), url));
 }
 
-std::string BannerTest::takeEvents() {
-    std::string text;
-    for (const auto& event : std::exchange(delegate().events, {}))
-        text += (text.empty() ? "" : ", ") + event;
-    return text;
-}
-
 namespace {
 
-using testing::Contains;
 using testing::HasSubstr;
 
 TEST_F(BannerTest, AnAdIsBuiltFetchedShownAndCountedOnce) {
@@ -150,98 +127,83 @@ TEST_F(BannerTest, AnAdIsBuiltFetchedShownAndCountedOnce) {
 
 struct Failure {
     const char* name;
-    const char* events;
+    const char* script; ///< null: missing
+    const char* answer; ///< the script's; null: the ad's address
+    int adStatus;       ///< 0: the connection is lost
+    const char* ad;
+    const char* event;
     bool refreshes;
-    const char* log = nullptr; ///< null: nothing is logged
-    int scriptStatus = 200;
-    const char* script = "script";
-    const char* answer = nullptr; ///< of the script; null: the ad's address
-    int adStatus = 200;           ///< 0: the connection is lost
-    const char* ad = "<p>Ad</p>";
+    std::vector<std::string> log;
 };
 
 class FailureTest : public BannerTest, public testing::WithParamInterface<Failure> {};
 
 TEST_P(FailureTest, IsReportedOnceAndRefreshedOnlyAfterTheAdWasAskedFor) {
-    const Failure& failure = GetParam();
-    network().at(kScriptURL).status(failure.scriptStatus).body(failure.script);
+    const Failure& row = GetParam();
+    network().at(kScriptURL).status(row.script ? 200 : 404).body(row.script ? row.script : "");
     auto& ad = network().at(kAdURL);
-    if (failure.adStatus == 0)
+    if (row.adStatus == 0)
         ad.fails(host::TransferErrorKind::ConnectionLost, "lost");
     else
-        ad.status(failure.adStatus).body(failure.ad).header("X-Afma-Refresh-Rate", "30");
+        ad.status(row.adStatus).body(row.ad).header("X-Afma-Refresh-Rate", "30");
     load();
-    if (failure.answer) {
-        go(failure.answer);
-        advance(1);
-    } else if (webEngine().page()) {
+    if (row.answer)
+        go(row.answer);
+    else if (webEngine().page())
         answerScript();
-    }
-    EXPECT_EQ(takeEvents(), failure.events);
-    EXPECT_EQ(logLines(),
-              failure.log ? std::vector<std::string>{failure.log} : std::vector<std::string>{});
+    advance(1);
+    EXPECT_EQ(takeEvents(), row.event);
+    EXPECT_EQ(logLines(), row.log);
     EXPECT_TRUE(banner().webView()->isHidden());
     advance(31);
-    EXPECT_EQ(GADStatistics::sharedStatistics().adRequestCount(), failure.refreshes ? 2 : 1);
+    EXPECT_EQ(GADStatistics::sharedStatistics().adRequestCount(), row.refreshes ? 2 : 1);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Ads, FailureTest,
-    testing::Values(
-        Failure{
-            .name = "ScriptMissing", .events = "failed 2", .refreshes = false, .scriptStatus = 404},
-        Failure{.name = "ScriptEmpty", .events = "failed 2", .refreshes = false, .script = ""},
-        Failure{.name = "Errors",
-                .events = "failed 0",
-                .refreshes = false,
-                .answer = "gmsg://ads/loadAdURL?errors=bad"},
-        Failure{.name = "InvalidRequest",
-                .events = "failed 0",
-                .refreshes = false,
-                .log = "<GAD> Invalid Request: {\n    why = unit;\n}",
-                .answer = "gmsg://ads/invalidRequest?why=unit"},
-        Failure{.name = "UnableToServe",
-                .events = "failed 0",
-                .refreshes = false,
-                .log = "<GAD> Unable to serve: {\n}",
-                .answer = "gmsg://ads/unableToServe"},
-        Failure{.name = "NoAd", .events = "failed 1", .refreshes = true, .ad = " \n\t\r\n"},
-        Failure{.name = "BadRequest",
-                .events = "failed 0",
-                .refreshes = true,
-                .log = "<GAD> Server rejected ad parameters.  Typically this is because the ad "
-                       "unit ID is incorrect.",
-                .adStatus = 400},
-        Failure{.name = "ServerError", .events = "failed 3", .refreshes = true, .adStatus = 503},
-        Failure{.name = "ConnectionLost", .events = "failed 2", .refreshes = false, .adStatus = 0}),
-    [](const testing::TestParamInfo<Failure>& row) { return std::string(row.param.name); });
+const Failure kFailures[] = {
+    {"ScriptMissing", nullptr, nullptr, 200, "", "failed 2", false, {}},
+    {"ScriptEmpty", "", nullptr, 200, "", "failed 2", false, {}},
+    {"Errors", "script", "gmsg://ads/loadAdURL?errors=bad", 200, "", "failed 0", false, {}},
+    {"InvalidRequest",
+     "script",
+     "gmsg://ads/invalidRequest?why=unit",
+     200,
+     "",
+     "failed 0",
+     false,
+     {"<GAD> Invalid Request: {\n    why = unit;\n}"}},
+    {"UnableToServe",
+     "script",
+     "gmsg://ads/unableToServe",
+     200,
+     "",
+     "failed 0",
+     false,
+     {"<GAD> Unable to serve: {\n}"}},
+    {"NoAd", "script", nullptr, 200, " \n\t\r\n", "failed 1", true, {}},
+    {"BadRequest",
+     "script",
+     nullptr,
+     400,
+     "<p>Ad</p>",
+     "failed 0",
+     true,
+     {"<GAD> Server rejected ad parameters.  Typically this is because the ad unit ID is "
+      "incorrect."}},
+    {"ServerError", "script", nullptr, 503, "<p>Ad</p>", "failed 3", true, {}},
+    {"ConnectionLost", "script", nullptr, 0, "", "failed 2", false, {}},
+};
+
+INSTANTIATE_TEST_SUITE_P(Ads, FailureTest, testing::ValuesIn(kFailures),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(BannerTest, WithoutARootViewControllerNothingIsFetched) {
     banner().setRootViewController({});
     load();
     EXPECT_EQ(takeEvents(), "failed 0");
     EXPECT_THAT(logLines(),
-                Contains("<GAD> Must set the rootViewController property of GADBannerView before "
-                         "calling loadRequest:"));
+                testing::Contains("<GAD> Must set the rootViewController property of GADBannerView "
+                                  "before calling loadRequest:"));
     EXPECT_TRUE(network().requests().empty());
-}
-
-TEST_F(BannerTest, LoadsAreIgnoredWhileOneRunsAndWhileTheApplicationIsNotActive) {
-    load();
-    load(); // building
-    answerScript();
-    load(); // loading the page
-    EXPECT_EQ(requestsFor(kAdURL), 1);
-    page().finishLoad();
-    turn();
-    EXPECT_EQ(takeEvents(), "received");
-
-    UIApplication::sharedApplication().finishLaunching();
-    UIApplication::sharedApplication().setState(UIApplicationState::Background);
-    network().forgetRequests();
-    load();
-    EXPECT_EQ(webEngine().pages().size(), 1U);
-    EXPECT_EQ(GADStatistics::sharedStatistics().adRequestCount(), 1);
 }
 
 TEST_F(BannerTest, TheScriptIsFetchedOnceADayAndThenRevalidated) {
@@ -264,39 +226,31 @@ TEST_F(BannerTest, TheScriptIsFetchedOnceADayAndThenRevalidated) {
 
 TEST_F(BannerTest, RefreshesStopInTheBackgroundAndUnderFullScreenScreens) {
     network().at(kAdURL).body("<p>Ad</p>").header("X-Afma-Refresh-Rate", "30");
-    const auto requests = [] {
+    const auto requestsAfter = [&](double seconds) {
+        advance(seconds);
         return GADStatistics::sharedStatistics().adRequestCount();
     };
-    UIApplication& application = UIApplication::sharedApplication();
     auto& center = NSNotificationCenter::defaultCenter();
     show();
-    advance(28);
-    EXPECT_EQ(requests(), 1);
-    advance(2);
-    EXPECT_EQ(requests(), 2) << "one timer, thirty seconds after the ad came";
+    EXPECT_EQ(requestsAfter(28), 1);
+    EXPECT_EQ(requestsAfter(2), 2) << "one timer, thirty seconds after the ad came";
     answerScript();
     page().finishLoad();
-    application.setState(UIApplicationState::Background);
-    advance(100);
-    EXPECT_EQ(requests(), 2);
-    application.setState(UIApplicationState::Active);
+    application().setState(UIApplicationState::Background);
+    EXPECT_EQ(requestsAfter(100), 2);
+    application().setState(UIApplicationState::Active);
     center.postNotification("GADViewControllerWillPresentFullScreen", this);
-    advance(100);
-    EXPECT_EQ(requests(), 2);
+    EXPECT_EQ(requestsAfter(100), 2);
     center.postNotification("GADViewControllerDidRelinquishFullScreen", this);
-    advance(29);
-    EXPECT_EQ(requests(), 2);
-    advance(1.5);
-    EXPECT_EQ(requests(), 3);
+    EXPECT_EQ(requestsAfter(29), 2);
+    EXPECT_EQ(requestsAfter(1.5), 3);
 }
 
 TEST_F(BannerTest, TheDelegateMayDestroyTheBannerInACallback) {
     for (const char* body : {"<p>Ad</p>", " "}) {
-        auto view = GADBannerView::withFrame(CGRectMake(0, 0, 320, 50));
-        view->setRootViewController(root().weak_from_this());
-        view->setDelegate(delegateOf());
+        auto view = makeBanner();
         network().at(kAdURL).body(body);
-        delegate().onEvent = [&view] {
+        delegate().onEvent = [&view](const std::string&) {
             view.reset();
         };
         view->loadRequest(nullptr);

@@ -1,18 +1,15 @@
 #pragma once
 #include "ads/Delegate/GADBannerViewDelegate.h"
 #include "ads/View/GADBannerView.h"
-#include "platform/uikit/UINavigationController.h"
-#include "platform/uikit/UIWindow.h"
 #include "tests/ads/AdsTest.h"
 
 #include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace vistrel {
 
-/// Records what it hears, and does what a test wants in it.
+/// Records what it is told. A test can react to each event.
 class RecordingBannerDelegate : public GADBannerViewDelegate {
 public:
     void adViewDidReceiveAd(GADBannerView&) override { hear("received"); }
@@ -22,11 +19,11 @@ public:
     void adViewDidDismissScreen(GADBannerView&) override { hear("did dismiss"); }
     void adViewWillLeaveApplication(GADBannerView&) override { hear("will leave"); }
 
-    std::vector<std::string> events;
-    std::function<void()> onEvent;
+    std::string events; ///< "received, will present"
+    std::function<void(const std::string& event)> onEvent;
 
 private:
-    void hear(std::string event);
+    void hear(const std::string& event);
 };
 
 /// A banner on a screen, an ad server, and a page engine whose pages do what a test says.
@@ -39,14 +36,15 @@ protected:
     ~BannerTest() override;
 
     GADBannerView& banner() { return *banner_; }
-    /// Destroys the banner.
+    /// A banner of 320 x 50 points with the recording delegate, not on screen.
+    std::shared_ptr<GADBannerView> makeBanner();
     void letGoOfBanner();
     RecordingBannerDelegate& delegate() { return *delegate_; }
-    std::weak_ptr<GADBannerViewDelegate> delegateOf() { return delegate_; }
-    UIViewController& root() { return *navigation_; }
+    /// The delegate's events since the last call.
+    std::string takeEvents() { return std::exchange(delegate_->events, {}); }
 
     support::ScriptedWebPage& page() { return *webEngine().page(); }
-    /// The newest page navigates by itself, as a script or a link does; whether it may.
+    /// The newest page navigates, as a script or a link does; whether that is allowed.
     bool go(const std::string& url, host::WebNavigationType type = host::WebNavigationType::Other);
     /// A finger touches the ad.
     void touchAd();
@@ -54,17 +52,15 @@ protected:
     /// Asks for an ad; the script has been fetched and runs in the hidden page.
     void load();
     /// The script gives the ad's address, and the ad is fetched.
-    void answerScript(const std::string& url = kAdURL);
-    /// The whole way to an ad on the screen. Its answer is what the network has at kAdURL.
+    void answerScript();
+    /// Loads kAdURL's ad and puts it on the screen.
     void show();
     int requestsFor(const std::string& url);
-    std::string takeEvents();
 
 private:
-    std::shared_ptr<UIWindow> window_;
-    std::shared_ptr<UINavigationController> navigation_;
+    std::shared_ptr<RecordingBannerDelegate> delegate_ =
+        std::make_shared<RecordingBannerDelegate>();
     std::shared_ptr<GADBannerView> banner_;
-    std::shared_ptr<RecordingBannerDelegate> delegate_;
 };
 
 }

@@ -39,7 +39,7 @@ protected:
         if (go(url, type))
             outcome.emplace_back("loads");
         advance(2);
-        if (root().modalViewController())
+        if (navigation().modalViewController())
             outcome.push_back("presents " + page().calls().front());
         for (auto at = opened; at < desktop().openedURLs().size(); ++at)
             outcome.push_back("opens " + desktop().openedURLs()[at]);
@@ -53,7 +53,7 @@ protected:
     }
 };
 
-std::string all(std::vector<std::string> outcome) {
+std::string all(const std::vector<std::string>& outcome) {
     return testing::PrintToString(outcome);
 }
 
@@ -83,39 +83,36 @@ TEST_P(CommandTest, NeedsATouchOnlyToLeadOutOfTheAd) {
     EXPECT_EQ(outcomeOf(row.url, type), all(row.refused)) << "policy, touched long ago";
 }
 
+const std::vector<std::string> kPing{"pings http://track.example/1"};
 const std::vector<std::string> kOpenable{
     "tells evaluate AFMA_ReceiveMessage('openableURLs', {\"tel:1\":true,\"odd:2\":false});"};
 
-INSTANTIATE_TEST_SUITE_P(
-    Bridge, CommandTest,
-    testing::Values(Row{"Track",
-                        "gmsg://ads/httpTrack?u=http://track.example/1",
-                        {"pings http://track.example/1"},
-                        {"pings http://track.example/1"}},
-                    Row{"Click",
-                        "gmsg://ads/click?u=http://track.example/1",
-                        {"pings http://track.example/1"},
-                        {"pings http://track.example/1"}},
-                    Row{"Vibrate", "gmsg://ads/vibrate", {"vibrates"}, {}},
-                    Row{"Call", "gmsg://ads/open?a=call&u=tel:123", {"opens tel:123"}, {}},
-                    Row{"Telephone", "tel:123", {"opens tel:123"}, {}},
-                    Row{"File", "file:///etc/passwd", {}, {}},
-                    Row{"CanOpen", "gmsg://ads/canOpenURLs?urls=tel:1,odd:2", kOpenable, kOpenable},
-                    Row{"EvaluateWithoutOpener", "gmsg://ads/evalInOpener?js=1", {}, {}},
-                    Row{"CloseInABanner", "gmsg://ads/close", {}, {}},
-                    Row{"Touch", "gmsg://ads/touch?tx=1&ty=2&td=0", {}, {}},
-                    Row{"UnknownName", "gmsg://ads/selfdestruct", {}, {}, true},
-                    Row{"UnknownHost", "grokruf://selfdestruct", {}, {}, true}),
-    [](const testing::TestParamInfo<Row>& row) { return std::string(row.param.name); });
+const Row kCommands[] = {
+    {"Track", "gmsg://ads/httpTrack?u=http://track.example/1", kPing, kPing},
+    {"Click", "gmsg://ads/click?u=http://track.example/1", kPing, kPing},
+    {"Vibrate", "gmsg://ads/vibrate", {"vibrates"}, {}},
+    {"Call", "gmsg://ads/open?a=call&u=tel:123", {"opens tel:123"}, {}},
+    {"Telephone", "tel:123", {"opens tel:123"}, {}},
+    {"File", "file:///etc/passwd", {}, {}},
+    {"CanOpen", "gmsg://ads/canOpenURLs?urls=tel:1,odd:2", kOpenable, kOpenable},
+    {"EvaluateWithoutOpener", "gmsg://ads/evalInOpener?js=1", {}, {}},
+    {"CloseInABanner", "gmsg://ads/close", {}, {}},
+    {"Touch", "gmsg://ads/touch?tx=1&ty=2&td=0", {}, {}},
+    {"UnknownName", "gmsg://ads/selfdestruct", {}, {}, true},
+    {"UnknownHost", "grokruf://selfdestruct", {}, {}, true},
+};
+
+INSTANTIATE_TEST_SUITE_P(Bridge, CommandTest, testing::ValuesIn(kCommands),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 struct Navigation {
     const char* name;
     double secondsAfterShowing;
     bool touched;
     host::WebNavigationType type;
-    const char* url;
     const char* header; ///< "X-Afma-Click-Tracking-Urls" of the ad
     std::vector<std::string> outcome;
+    const char* url = "http://shop.example/a";
 };
 
 class ClickTest : public BridgeTest, public testing::WithParamInterface<Navigation> {};
@@ -130,68 +127,41 @@ TEST_P(ClickTest, NeedsATouchAndATimeToSeeTheAd) {
     if (row.touched)
         touchAd();
     EXPECT_EQ(outcomeOf(row.url, row.type), all(row.outcome));
-    EXPECT_EQ(takeEvents(), root().modalViewController() ? "received, will present" : "received");
+    EXPECT_EQ(takeEvents(),
+              navigation().modalViewController() ? "received, will present" : "received");
 }
 
-constexpr auto kLink = host::WebNavigationType::LinkClicked;
+using Type = host::WebNavigationType;
+constexpr auto kLink = Type::LinkClicked;
+const std::string kPresents = "presents load http://shop.example/a";
 
-INSTANTIATE_TEST_SUITE_P(
-    Bridge, ClickTest,
-    testing::Values(
-        Navigation{"Browser",
-                   0.2,
-                   true,
-                   kLink,
-                   "http://shop.example/a",
-                   "",
-                   {"presents load http://shop.example/a"}},
-        Navigation{"ByAScript",
-                   0.2,
-                   true,
-                   host::WebNavigationType::Other,
-                   "http://shop.example/a",
-                   "",
-                   {"presents load http://shop.example/a"}},
-        Navigation{"WebAppWithPings",
-                   0.2,
-                   true,
-                   kLink,
-                   "http://shop.example/a",
-                   "http://click.example/1",
-                   {"presents load http://shop.example/a", "pings http://click.example/1"}},
-        Navigation{"Launch",
-                   0.2,
-                   true,
-                   kLink,
-                   "grokruf://launch?url=http://shop.example/a",
-                   "",
-                   {"presents load http://shop.example/a"}},
-        Navigation{"TooSoon", 0.1, true, kLink, "http://shop.example/a", "", {"loads"}},
-        Navigation{"Untouched", 0.2, false, kLink, "http://shop.example/a", "", {"loads"}},
-        Navigation{"Back",
-                   0.2,
-                   true,
-                   host::WebNavigationType::BackForward,
-                   "http://shop.example/a",
-                   "",
-                   {"loads"}},
-        Navigation{"Reload",
-                   0.2,
-                   true,
-                   host::WebNavigationType::Reload,
-                   "http://shop.example/a",
-                   "",
-                   {"loads"}}),
-    [](const testing::TestParamInfo<Navigation>& row) { return std::string(row.param.name); });
+const Navigation kNavigations[] = {
+    {"Browser", 0.2, true, kLink, "", {kPresents}},
+    {"ByAScript", 0.2, true, Type::Other, "", {kPresents}},
+    {"WebAppWithPings",
+     0.2,
+     true,
+     kLink,
+     "http://click.example/1",
+     {kPresents, "pings http://click.example/1"}},
+    {"Launch", 0.2, true, kLink, "", {kPresents}, "grokruf://launch?url=http://shop.example/a"},
+    {"TooSoon", 0.1, true, kLink, "", {"loads"}},
+    {"Untouched", 0.2, false, kLink, "", {"loads"}},
+    {"Back", 0.2, true, Type::BackForward, "", {"loads"}},
+    {"Reload", 0.2, true, Type::Reload, "", {"loads"}},
+};
+
+INSTANTIATE_TEST_SUITE_P(Bridge, ClickTest, testing::ValuesIn(kNavigations),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(BridgeTest, AMailAddressFillsTheComposer) {
     showAd();
     touchAd();
     go("mailto:a@example.com?subject=Hi&cc=b@example.com,c@example.com&body=Hello", kLink);
     advance(2);
-    ASSERT_TRUE(root().modalViewController());
+    ASSERT_TRUE(navigation().modalViewController());
     std::string fields;
-    for (const auto& element : accessibilityTree(UIApplication::sharedApplication().screenView()))
+    for (const auto& element : accessibilityTree(application().screenView()))
         if (element.element.role == UIAccessibilityRole::Field)
             fields += element.element.value + "|";
     EXPECT_EQ(fields, "a@example.com|b@example.com, c@example.com||Hi|Hello|");

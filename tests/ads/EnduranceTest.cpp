@@ -56,7 +56,8 @@ protected:
         touchAd();
         go(url, host::WebNavigationType::LinkClicked);
         advance(1);
-        auto screen = std::dynamic_pointer_cast<GADViewController>(root().modalViewController());
+        auto screen =
+            std::dynamic_pointer_cast<GADViewController>(navigation().modalViewController());
         ASSERT_TRUE(screen) << url;
         page().finishLoad();
         screen->relinquishScreen();

@@ -2,7 +2,6 @@
 #include "ads/Object/GADObjectPrivate.h"
 #include "ads/Object/GADPrivateUtilities.h"
 #include "ads/View/GADWebView.h"
-#include "platform/uikit/UIApplication.h"
 #include "tests/ads/BannerTest.h"
 
 #include <fstream>
@@ -51,33 +50,64 @@ std::map<std::string, std::map<std::string, std::string>> documentedTable() {
 class StateTable : public BannerTest,
                    public testing::WithParamInterface<std::tuple<std::size_t, std::size_t>> {
 protected:
-    using Script = std::function<void(support::ScriptedAnswer&)>;
+    using Answer = support::ScriptedAnswer;
     struct Event {
         const char* name;
-        std::function<void(StateTable&)> act;
-        Script answer = {}; ///< of the file that the state waits for
+        void (StateTable::*act)();
+        void (*answer)(Answer&) = nullptr; ///< of the file that the state waits for
+        const char* url = "";              ///< that the hidden page goes to
     };
-    static const std::vector<Event>& events();
+    static const Event kEvents[17];
 
     GADObjectPrivate& object() {
         return *GADPrivateUtilities::privateObjectForKey<GADObjectPrivate>(&banner());
     }
     bool hasHiddenPage() { return object().state() == GADAdState::BuildingRequest; }
+    const Event& event() const { return kEvents[std::get<1>(GetParam())]; }
 
-    void reach(GADAdState state, const Script& answer) {
+    void ask() { banner().loadRequest(nullptr); }
+    void askInTheBackground() {
+        application().finishLaunching();
+        leave();
+        ask();
+    }
+    void askOnAnOldSystem() {
+        phone().version = "2.2.1";
+        ask();
+    }
+    void arrive() { advance(6); }
+    void hiddenPageGoes() { go(event().url); }
+    void adPageGivesAnAddress() {
+        banner().webView()->loadHTMLStringBaseURL("", std::nullopt);
+        turn();
+        host::WebNavigation navigation;
+        navigation.url = "gmsg://ads/loadAdURL?url=http://ads.example/";
+        webEngine().pages().back()->navigateFrame(navigation);
+    }
+    void adPageLoads() { object().webViewDidFinishLoad(); }
+    void adPageFails() { object().webViewDidFailLoad(); }
+    void leave() { application().setState(UIApplicationState::Background); }
+
+    static void isEmpty(Answer& answer) { answer.body(""); }
+    static void isRejected(Answer& answer) { answer.status(400); }
+    static void isBroken(Answer& answer) { answer.status(503); }
+    static void isLost(Answer& answer) {
+        answer.fails(host::TransferErrorKind::ConnectionLost, "lost");
+    }
+
+    void reach(GADAdState state) {
         auto& script = network().at(kScriptURL).after(5).body("script");
         auto& ad = network().at(kAdURL).after(5).body("<p>Ad</p>");
         if (state == GADAdState::ScriptFailed)
             script.status(404);
-        if (answer && (state == GADAdState::FetchingScript || state == GADAdState::FetchingAd))
-            answer(state == GADAdState::FetchingScript ? script : ad);
-        const std::function<void()> steps[] = {
-            [this] { banner().loadRequest(nullptr); }, [this] { advance(6); },
-            [this] { go("gmsg://ads/loadAdURL?url=http%3A//ads.example/ad%3Fid%3D1"); },
-            [this] { advance(6); },
-            [this] {
-                page().finishLoad();
-            }};
+        if (event().answer &&
+            (state == GADAdState::FetchingScript || state == GADAdState::FetchingAd))
+            event().answer(state == GADAdState::FetchingScript ? script : ad);
+        const std::function<void()> steps[] = {[&] { ask(); }, [&] { arrive(); },
+                                               [&] { go(kAddress); }, [&] { arrive(); },
+                                               [&] {
+                                                   page().finishLoad();
+                                               }};
         for (const auto& step : steps) {
             if (object().state() == state)
                 break;
@@ -90,94 +120,47 @@ protected:
         ASSERT_EQ(object().state(), state);
         takeEvents();
     }
+
+    static constexpr const char* kAddress =
+        "gmsg://ads/loadAdURL?url=http%3A//ads.example/ad%3Fid%3D1";
 };
 
-const std::vector<StateTable::Event>& StateTable::events() {
-    const auto hidden = [](const char* url) {
-        return [url](StateTable& test) {
-            test.go(url);
-        };
-    };
-    const auto arrives = [](StateTable& test) {
-        test.advance(6);
-    };
-    static const std::vector<Event> all{
-        {"load",
-         [](StateTable& test) {
-             test.banner().loadRequest(nullptr);
-         }},
-        {"load in the background",
-         [](StateTable& test) {
-             UIApplication::sharedApplication().finishLaunching();
-             UIApplication::sharedApplication().setState(UIApplicationState::Background);
-             test.banner().loadRequest(nullptr);
-         }},
-        {"load on a system that is too old",
-         [](StateTable& test) {
-             test.phone().version = "2.2.1";
-             test.banner().loadRequest(nullptr);
-         }},
-        {"the file arrives", arrives},
-        {"the file is empty", arrives,
-         [](auto& answer) {
-             answer.body("");
-         }},
-        {"status 400", arrives,
-         [](auto& answer) {
-             answer.status(400);
-         }},
-        {"status 503", arrives,
-         [](auto& answer) {
-             answer.status(503);
-         }},
-        {"the connection is lost", arrives,
-         [](auto& answer) {
-             answer.fails(host::TransferErrorKind::ConnectionLost, "lost");
-         }},
-        {"the hidden page gives an address",
-         hidden("gmsg://ads/loadAdURL?url=http%3A//ads.example/ad%3Fid%3D1")},
-        {"the hidden page gives no address", hidden("gmsg://ads/loadAdURL?url=no%20address")},
-        {"the hidden page reports errors", hidden("gmsg://ads/loadAdURL?errors=bad")},
-        {"the hidden page refuses", hidden("gmsg://ads/invalidRequest")},
-        {"the hidden page is unable", hidden("gmsg://ads/unableToServe")},
-        {"the ad's page gives an address",
-         [](StateTable& test) {
-             test.banner().webView()->loadHTMLStringBaseURL("", std::nullopt);
-             test.turn();
-             host::WebNavigation navigation;
-             navigation.url = "gmsg://ads/loadAdURL?url=http://ads.example/";
-             test.webEngine().pages().back()->navigateFrame(navigation);
-         }},
-        {"the ad's page has loaded",
-         [](StateTable& test) {
-             test.object().webViewDidFinishLoad();
-         }},
-        {"the ad's page fails",
-         [](StateTable& test) {
-             test.object().webViewDidFailLoad();
-         }},
-        {"the application leaves",
-         [](StateTable&) {
-             UIApplication::sharedApplication().setState(UIApplicationState::Background);
-         }},
-    };
-    return all;
-}
+using S = StateTable;
+const StateTable::Event StateTable::kEvents[] = {
+    {"load", &S::ask},
+    {"load in the background", &S::askInTheBackground},
+    {"load on a system that is too old", &S::askOnAnOldSystem},
+    {"the file arrives", &S::arrive},
+    {"the file is empty", &S::arrive, isEmpty},
+    {"status 400", &S::arrive, isRejected},
+    {"status 503", &S::arrive, isBroken},
+    {"the connection is lost", &S::arrive, isLost},
+    {"the hidden page gives an address", &S::hiddenPageGoes, nullptr, kAddress},
+    {"the hidden page gives no address", &S::hiddenPageGoes, nullptr,
+     "gmsg://ads/loadAdURL?url=no%20address"},
+    {"the hidden page reports errors", &S::hiddenPageGoes, nullptr,
+     "gmsg://ads/loadAdURL?errors=bad"},
+    {"the hidden page refuses", &S::hiddenPageGoes, nullptr, "gmsg://ads/invalidRequest"},
+    {"the hidden page is unable", &S::hiddenPageGoes, nullptr, "gmsg://ads/unableToServe"},
+    {"the ad's page gives an address", &S::adPageGivesAnAddress},
+    {"the ad's page has loaded", &S::adPageLoads},
+    {"the ad's page fails", &S::adPageFails},
+    {"the application leaves", &S::leave},
+};
 
 TEST_P(StateTable, IsAsDocumented) {
     const char* state = kStates[std::get<0>(GetParam())];
-    const Event& event = events()[std::get<1>(GetParam())];
-    SCOPED_TRACE(std::string(event.name) + " in " + state);
+    SCOPED_TRACE(std::string(event().name) + " in " + state);
     static const auto table = documentedTable();
-    ASSERT_TRUE(table.contains(event.name));
-    const std::string& expected = table.at(event.name).at(state);
+    ASSERT_TRUE(table.contains(event().name));
+    const std::string& expected = table.at(event().name).at(state);
 
-    ASSERT_NO_FATAL_FAILURE(reach(static_cast<GADAdState>(std::get<0>(GetParam())), event.answer));
-    const bool needsHiddenPage = std::string(event.name).starts_with("the hidden page");
+    ASSERT_NO_FATAL_FAILURE(reach(static_cast<GADAdState>(std::get<0>(GetParam()))));
+    const bool needsHiddenPage = std::string(event().name).starts_with("the hidden page");
     ASSERT_EQ(expected == kImpossible, needsHiddenPage && !hasHiddenPage());
     if (expected == kImpossible)
         return;
-    event.act(*this);
+    (this->*event().act)();
     turn();
     std::string outcome = kStates[static_cast<std::size_t>(object().state())];
     const std::string told = takeEvents();

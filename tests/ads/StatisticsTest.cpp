@@ -33,14 +33,9 @@ protected:
     }
 };
 
-TEST_F(GADStatisticsTest, AReportOfNothingHoldsTheSessionAlone) {
-    const auto parameters = statistics().parameters();
-    EXPECT_EQ(parameters, (Value::Dictionary{{"session_id", statistics().sessionId()}}));
-}
-
-TEST_F(GADStatisticsTest, EachStartHasItsOwnSession) {
+TEST_F(GADStatisticsTest, AnEmptyReportHoldsTheSessionAloneAndEachStartHasItsOwn) {
     const auto first = statistics().sessionId();
-    EXPECT_EQ(statistics().sessionId(), first);
+    EXPECT_EQ(statistics().parameters(), (Value::Dictionary{{"session_id", first}}));
     restartLibrary();
     advance(1);
     EXPECT_NE(statistics().sessionId(), first);
@@ -70,14 +65,11 @@ TEST_F(GADStatisticsTest, CountsAndFlagsAreReportedOnceInOrder) {
     statistics().setBreakOutToSafari();
     EXPECT_EQ(report(), "pcbo=1 aoi_timedout=1 aoi_nofill=1 pclb=1 plpnc=2 plpsnc=1 pcc=1");
     EXPECT_EQ(report(), "");
-}
-
-TEST_F(GADStatisticsTest, AFlagThatIsTakenBackIsNotReported) {
     statistics().setBreakOutToSafari();
     statistics().resetBreakOutToSafari();
     statistics().setFlagWithParameterName("aoi_nofill");
     statistics().resetAppOpenInterstitialNoFill();
-    EXPECT_EQ(report(), "");
+    EXPECT_EQ(report(), "") << "flags that were taken back";
 }
 
 TEST_F(GADStatisticsTest, TimingsAreReportedInOrderAndForgotten) {
@@ -115,25 +107,6 @@ TEST_F(GADStatisticsTest, AClickThatPutTheApplicationToSleepIsMeasuredByTheDate)
     EXPECT_EQ(report(), "");
 }
 
-TEST_F(GADStatisticsTest, AClickWithoutAnAddressCounts) {
-    EXPECT_EQ(statistics().urlForClick(std::nullopt), std::nullopt);
-    EXPECT_EQ(report(), "pcl='0' pcrl='0' pcc=1");
-}
-
-TEST_F(GADStatisticsTest, AClickRemembersTheAdItCameFrom) {
-    const NSURL url = address("http://h/click?ai=XYZ&other=1");
-    EXPECT_EQ(statistics().urlForClick(url), url);
-    EXPECT_EQ(report(), "pcl='0' pai='XYZ' pcrl='0' pcc=1");
-    (void)statistics().urlForClick(address("http://h/click?AI=XYZ&ai="));
-    EXPECT_EQ(report(), "pcl='0' pcrl='0' pcc=1");
-}
-
-TEST_F(GADStatisticsTest, BridgeAndBlankAddressesAreNoClicks) {
-    for (const char* url : {"gmsg://mobileads/open?ai=1", "grokruf://launch?url=x", "about:blank"})
-        EXPECT_EQ(statistics().urlForClick(address(url)), address(url));
-    EXPECT_EQ(report(), "");
-}
-
 class Signals : public GADSignalGathering {
 public:
     std::optional<std::string> clickSignals(const std::string& adIdentifier) override {
@@ -141,13 +114,27 @@ public:
     }
 };
 
-TEST_F(GADStatisticsTest, SignalsAreAppendedToAClicksAddress) {
+TEST_F(GADStatisticsTest, AClickIsReportedWithItsAdAndCarriesItsSignals) {
     GADSignalGathering::setShared(std::make_shared<Signals>());
-    EXPECT_EQ(statistics().urlForClick(address("http://h/?ai=7")).absoluteString(),
-              "http://h/?ai=7&sig-7");
-    EXPECT_EQ(statistics().urlForClick(address("http://h/?ai=none")).absoluteString(),
-              "http://h/?ai=none");
-    EXPECT_EQ(statistics().urlForClick(address("http://h/?b=7")).absoluteString(), "http://h/?b=7");
+    const struct {
+        std::string url;
+        std::string appended;
+        std::string reported;
+    } cases[] = {
+        {"http://h/?ai=XYZ&other=1", "&sig-XYZ", "pcl='0' pai='XYZ' pcrl='0' pcc=1"},
+        {"http://h/?ai=none", "", "pcl='0' pai='none' pcrl='0' pcc=1"},
+        {"http://h/?AI=XYZ&ai=", "", "pcl='0' pcrl='0' pcc=1"},
+        {"http://h/?b=7", "", "pcl='0' pcrl='0' pcc=1"},
+        {"gmsg://mobileads/open?ai=1", "", ""},
+        {"grokruf://launch?url=x", "", ""},
+        {"about:blank", "", ""},
+    };
+    for (const auto& [url, appended, reported] : cases) {
+        EXPECT_EQ(statistics().urlForClick(address(url)).absoluteString(), url + appended);
+        EXPECT_EQ(report(), reported) << url;
+    }
+    EXPECT_EQ(statistics().urlForClick(std::nullopt), std::nullopt);
+    EXPECT_EQ(report(), "pcl='0' pcrl='0' pcc=1") << "a click without an address counts";
 }
 
 TEST_F(GADStatisticsTest, ATrackedClickIsNamedByItsPath) {
@@ -182,7 +169,7 @@ TEST_F(GADStatisticsTest, WhatWasCountedOutlivesTheApplication) {
     EXPECT_EQ(report(), "ptime='1000' preqs=1 pcc=1");
 }
 
-class GADStatisticsCoreTest : public AdsTest {};
+using GADStatisticsCoreTest = AdsTest;
 
 TEST_F(GADStatisticsCoreTest, SettersTakeOnlyTheirKind) {
     const Value text("text");

@@ -15,6 +15,8 @@ using GADTimingManagerTest = AdsTest;
 
 TEST_F(GADTimingTest, MeasuresFromStartToEnd) {
     const auto timing = GADTiming::withCategory("prl");
+    timing->end();
+    EXPECT_EQ(timing->endSeconds(), 0) << "it was not started";
     EXPECT_FALSE(timing->isActive());
     timing->start();
     EXPECT_TRUE(timing->isActive());
@@ -32,13 +34,6 @@ TEST_F(GADTimingTest, MeasuresFromStartToEnd) {
     EXPECT_EQ(timing->startSeconds(), 0);
 }
 
-TEST_F(GADTimingTest, EndsOnlyWhenItWasStarted) {
-    const auto timing = GADTiming::withCategory("prl");
-    timing->end();
-    EXPECT_EQ(timing->endSeconds(), 0);
-    EXPECT_FALSE(timing->isActive());
-}
-
 TEST_F(GADTimingTest, ElapsedTimeStaysInRange) {
     const auto lasting = [](double start, double end) {
         return GADTiming::withDictionaryRepresentation(
@@ -50,13 +45,10 @@ TEST_F(GADTimingTest, ElapsedTimeStaysInRange) {
     EXPECT_EQ(lasting(10, 3'000'010)->elapsedMillisecondsString(), "-1294967296");
 }
 
-TEST_F(GADTimingTest, HasANameOrIsNone) {
+TEST_F(GADTimingTest, HasANameAndTravelsAsADictionary) {
     EXPECT_EQ(GADTiming::withCategory(""), nullptr);
     EXPECT_EQ(GADTiming::withDictionaryRepresentation({{"start", 1.5}}), nullptr);
     EXPECT_EQ(GADTiming::withDictionaryRepresentation({{"category", 5}}), nullptr);
-}
-
-TEST_F(GADTimingTest, TravelsAsADictionary) {
     const auto timing = GADTiming::withCategory("pcl");
     EXPECT_EQ(timing->dictionaryRepresentation(),
               (Value::Dictionary{{"category", "pcl"}, {"start", 0}, {"end", 0}}));
@@ -96,34 +88,27 @@ TEST_F(GADTimingManagerTest, KeepsOneTimingOfEachName) {
     EXPECT_TRUE(manager.timings().empty());
 }
 
-TEST_F(GADTimingManagerTest, TimingsOutliveTheApplication) {
-    double started = 0;
-    {
-        GADTimingManager manager("test");
-        const auto timing = manager.addTimingWithCategory("ptime");
+TEST_F(GADTimingManagerTest, TimingsOutliveTheApplicationWhetherItTerminatesOrIsKilled) {
+    for (const bool told : {false, true}) {
+        auto manager = std::make_optional<GADTimingManager>("test");
+        const auto timing = manager->addTimingWithCategory("ptime");
         timing->start();
         timing->setValueForKey(5, "n");
-        started = timing->startSeconds();
+        if (told)
+            NSNotificationCenter::defaultCenter().postNotification(
+                "UIApplicationWillTerminateNotification");
+        else
+            manager.reset();
+        NSUserDefaults::resetStandardUserDefaults();
+        const GADTimingManager next("test");
+        const auto kept = next.timingForCategory("ptime");
+        ASSERT_NE(kept, nullptr);
+        EXPECT_EQ(kept->startSeconds(), timing->startSeconds());
+        EXPECT_TRUE(kept->isActive());
+        EXPECT_EQ(*kept->valueForKey("n"), Value(5));
+        EXPECT_TRUE(GADTimingManager("other").timings().empty());
+        advance(1);
     }
-    NSUserDefaults::resetStandardUserDefaults();
-    const GADTimingManager manager("test");
-    const auto timing = manager.timingForCategory("ptime");
-    ASSERT_NE(timing, nullptr);
-    EXPECT_EQ(timing->startSeconds(), started);
-    EXPECT_TRUE(timing->isActive());
-    EXPECT_EQ(*timing->valueForKey("n"), Value(5));
-    EXPECT_TRUE(GADTimingManager("other").timings().empty());
-}
-
-TEST_F(GADTimingManagerTest, SavesWhenTheApplicationTerminates) {
-    GADTimingManager manager("test");
-    manager.addTimingWithCategory("prl")->start();
-    EXPECT_EQ(preferences().stored().find("gad_timing_test"), nullptr);
-    NSNotificationCenter::defaultCenter().postNotification(
-        "UIApplicationWillTerminateNotification");
-    const Value* stored = preferences().stored().find("gad_timing_test");
-    ASSERT_NE(stored, nullptr);
-    EXPECT_NE(stored->find("prl"), nullptr);
 }
 
 TEST_F(GADTimingManagerTest, StoredNonsenseIsNoTiming) {
