@@ -10,14 +10,12 @@
 namespace vistrel {
 namespace {
 
-struct BridgeCase {
-    std::string_view url;
-    std::optional<std::string_view> name; ///< nothing: no notification
-    Value::Dictionary parameters;
-};
-
 TEST(GADNotification, ReadsBridgeAddresses) {
-    const BridgeCase cases[] = {
+    const struct {
+        std::string_view url;
+        std::optional<std::string_view> name; ///< nothing: no notification
+        Value::Dictionary parameters;
+    } cases[] = {
         {"gmsg://mobileads/loadAdURL?url=http%3A%2F%2Fh%2F&type=grokruf",
          "loadAdURL",
          {{"url", "http://h/"}, {"type", "grokruf"}}},
@@ -43,14 +41,11 @@ TEST(GADNotification, ReadsBridgeAddresses) {
         EXPECT_EQ(notification->name(), name) << text;
         EXPECT_EQ(notification->parameters(), parameters) << text;
     }
-}
-
-TEST(GADNotification, DescribesItself) {
-    const auto url = NSURL::URLWithString("gmsg://h/open?a=browser");
-    const auto notification = GADNotification::notificationFromURL(*url);
-    EXPECT_THAT(notification->description(),
-                ::testing::MatchesRegex("GADNotification<0x[0-9a-f]+>: name:open "
-                                        "parameters:\\{\n    a = browser;\n\\}"));
+    EXPECT_THAT(
+        GADNotification::notificationFromURL(*NSURL::URLWithString("gmsg://h/open?a=browser"))
+            ->description(),
+        ::testing::MatchesRegex("GADNotification<0x[0-9a-f]+>: name:open "
+                                "parameters:\\{\n    a = browser;\n\\}"));
 }
 
 }
