@@ -1,5 +1,6 @@
 // The browser on the real engine, network and window, against pages that try to take the
 // application with them.
+#include "platform/foundation/NSURLCredentialStorage.h"
 #include "platform/media/MPMoviePlayerController.h"
 #include "platform/uikit/UIAlertView.h"
 #include "platform/uikit/UIApplication.h"
@@ -61,6 +62,23 @@ protected:
     bool hasDownload() {
         return std::dynamic_pointer_cast<FileDownloadViewController>(
                    navigation_->topViewController()) != nullptr;
+    }
+    static std::string sampleFilm() {
+        std::ifstream file(SAMPLES_FOLDER "/colours.mp4", std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    /// Taps Play; null when no film screen comes up.
+    std::shared_ptr<OvoMoviePlayerViewController> play(FileDownloadViewController& screen) {
+        screen.play();
+        return std::dynamic_pointer_cast<OvoMoviePlayerViewController>(
+            navigation_->modalViewController());
+    }
+    /// Leaves the film by Escape.
+    void closeFilm() {
+        UIKey escape;
+        escape.code = UIKeyCode::Escape;
+        UIApplication::sharedApplication().events().sendKey(escape);
+        EXPECT_TRUE(turnUntil([&] { return !navigation_->modalViewController(); }, 5));
     }
     void backToRoot() {
         navigation_->popToRootViewControllerAnimated(false);
@@ -146,12 +164,29 @@ TEST_F(BrowserJourney, HostilePagesDoNotTakeTheApplicationWithThem) {
     EXPECT_LT((residentBytes() - before) / kMegabyte, 30);
 }
 
+TEST_F(BrowserJourney, AFilmBehindCookiesAPasswordAndARedirectPlays) {
+    server_->serve("/hall", {.body = "hall", .headers = {{"Set-Cookie", "member=7; Path=/"}}});
+    server_->serve("/start.mp4",
+                   {302, "text/plain", "", {{"Location", "/film.mp4"}}, "ann:secret"});
+    server_->serve("/film.mp4", {.type = "video/mp4", .body = sampleFilm(), .login = "ann:secret"});
+    openPage("/hall", "/hall");
+    const auto url = *NSURL::URLWithString(server_->url("/start.mp4"));
+    NSURLCredentialStorage::sharedCredentialStorage().setCredentialForURL({"ann", "secret"}, url);
+    const auto screen = FileDownloadViewController::withURL(url);
+    navigation_->pushViewController(screen, false);
+    const auto player = play(*screen);
+    ASSERT_TRUE(player);
+    EXPECT_TRUE(turnUntil([&] { return player->mp()->framesShown() > 5; }));
+    EXPECT_EQ(server_->seen("/film.mp4").back().cookie, "member=7");
+    closeFilm();
+    NSURLCredentialStorage::sharedCredentialStorage().removeAll();
+}
+
 TEST_F(BrowserJourney, VisitsDownloadsAndFilmsLeaveNothingOpen) {
-    std::ifstream file(SAMPLES_FOLDER "/colours.mp4", std::ios::binary);
-    const std::string film(std::istreambuf_iterator<char>(file), {});
     // The server shares this process and would keep connections that its clients have closed.
-    server_->serve("/film.mp4",
-                   {.type = "video/mp4", .body = film, .headers = {{"Connection", "close"}}});
+    server_->serve(
+        "/film.mp4",
+        {.type = "video/mp4", .body = sampleFilm(), .headers = {{"Connection", "close"}}});
     server_->serve("/page", {.body = "<a id='film' href='/film.mp4'>film</a>",
                              .headers = {{"Connection", "close"}}});
 
@@ -164,16 +199,11 @@ TEST_F(BrowserJourney, VisitsDownloadsAndFilmsLeaveNothingOpen) {
         screen->download();
         ASSERT_TRUE(turnUntil([] { return !UIAlertView::visibleAlerts().empty(); }, 5));
         UIAlertView::visibleAlerts().front()->dismissWithClickedButtonIndex(0, false);
-        screen->play();
-        const auto player = std::dynamic_pointer_cast<OvoMoviePlayerViewController>(
-            navigation_->modalViewController());
+        const auto player = play(*screen);
         ASSERT_TRUE(player);
         ASSERT_TRUE(turnUntil([&] { return player->mp()->framesShown() > 5; }));
         turnFor(0.5);
-        UIKey escape;
-        escape.code = UIKeyCode::Escape;
-        UIApplication::sharedApplication().events().sendKey(escape);
-        ASSERT_TRUE(turnUntil([&] { return !navigation_->modalViewController(); }, 5));
+        closeFilm();
         turnFor(0.6);
         backToRoot();
     };

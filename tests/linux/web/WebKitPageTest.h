@@ -1,0 +1,167 @@
+#pragma once
+#include "platform/linux/modules/DeferredWebEngine.h"
+#include "platform/linux/window/GtkForeignContent.h"
+#include "tests/linux/MainLoop.h"
+#include "tests/linux/web/TestPageServer.h"
+
+#include <gmock/gmock.h>
+#include <gtk/gtk.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vistrel {
+
+/// Records what a page tells its client, and answers as a test wants.
+struct Recorder : host::WebPageClient {
+    bool webPageShouldNavigate(const host::WebNavigation& navigation) override {
+        navigations.push_back(navigation);
+        return !refuse || navigation.url.find(*refuse) == std::string::npos;
+    }
+    bool webPageShouldShowResponse(const host::WebResponse& response) override {
+        responses.push_back(response);
+        return !refuseResponse || response.url.find(*refuseResponse) == std::string::npos;
+    }
+    void webPageNeedsCredential(
+        const host::WebChallenge& challenge,
+        std::function<void(std::optional<host::WebCredential>)> answer) override {
+        challenges.push_back(challenge);
+        answer(challenge.isRejected ? rightCredential : credential);
+    }
+    void webPageDidStartLoad() override { ++started; }
+    void webPageDidFinishLoad() override { ++finished; }
+    void webPageDidFailLoad(const host::WebError& error) override { failures.push_back(error); }
+
+    std::vector<std::string> asked() const {
+        std::vector<std::string> urls;
+        for (const auto& navigation : navigations)
+            urls.push_back(navigation.url);
+        return urls;
+    }
+    const host::WebNavigation* navigation(const std::string& url) const {
+        for (const auto& one : navigations)
+            if (one.url == url)
+                return &one;
+        return nullptr;
+    }
+
+    std::optional<std::string> refuse;
+    std::optional<std::string> refuseResponse;
+    std::vector<host::WebNavigation> navigations;
+    std::vector<host::WebResponse> responses;
+    std::vector<host::WebChallenge> challenges;
+    std::optional<host::WebCredential> credential;
+    std::optional<host::WebCredential> rightCredential;
+    int started = 0;
+    int finished = 0;
+    std::vector<host::WebError> failures;
+};
+
+/// A page of the real engine in a real window, with a server on loopback.
+class WebKitPageTest : public testing::Test {
+protected:
+    static void SetUpTestSuite() { ASSERT_TRUE(gtk_init_check()) << "no display"; }
+
+    void SetUp() override {
+        char pattern[] = "/tmp/vistrel-web-XXXXXX";
+        folder_ = mkdtemp(pattern);
+        makeEngine();
+        makePage();
+    }
+
+    void TearDown() override {
+        closePage();
+        engine_.reset();
+        g_object_unref(jar_);
+        std::error_code error;
+        std::filesystem::remove_all(folder_, error);
+    }
+
+    void makeEngine() {
+        WebEngineSetup setup;
+        setup.dataDirectory = folder_ + "/data";
+        setup.cacheDirectory = folder_ + "/cache";
+        setup.cookieJar = [this] {
+            return jar_;
+        };
+        setup.log = [this](const std::string& line) {
+            log_ += line + "\n";
+        };
+        engine_ = std::make_unique<DeferredWebEngine>(setup);
+    }
+
+    void makePage() {
+        page_ = engine_->createPage(session_);
+        ASSERT_TRUE(page_) << log_;
+        page_->setClient(&client_);
+        putIntoWindow();
+    }
+
+    void putIntoWindow() {
+        auto* content = dynamic_cast<GtkForeignContent*>(page_.get());
+        ASSERT_TRUE(content);
+        window_ = gtk_window_new();
+        gtk_window_set_default_size(GTK_WINDOW(window_), 320, 372);
+        gtk_window_set_child(GTK_WINDOW(window_), content->widget());
+        gtk_window_present(GTK_WINDOW(window_));
+    }
+
+    void closePage() {
+        page_.reset();
+        if (window_)
+            gtk_window_destroy(GTK_WINDOW(window_));
+        window_ = nullptr;
+    }
+
+    void page(const std::string& path, const std::string& body) {
+        server_.serve(path, {200, "text/html", body, {}});
+    }
+
+    bool load(const std::string& path) {
+        const int before = client_.finished;
+        page_->load(server_.url(path), {});
+        return turnUntil([&] { return client_.finished > before; });
+    }
+
+    std::string evaluate(const std::string& script) {
+        std::optional<std::string> answer;
+        page_->evaluate(script, [&](const std::string& text) { answer = text; });
+        turnUntil([&] { return answer.has_value(); });
+        return answer.value_or("(no answer)");
+    }
+
+    std::string jarValue(const std::string& path, const std::string& name) {
+        GUri* uri = g_uri_parse(server_.url(path).c_str(), GUriFlags(SOUP_HTTP_URI_FLAGS), nullptr);
+        GSList* cookies = soup_cookie_jar_get_cookie_list(jar_, uri, TRUE);
+        std::string value;
+        for (GSList* entry = cookies; entry; entry = entry->next)
+            if (name == soup_cookie_get_name(static_cast<SoupCookie*>(entry->data)))
+                value = soup_cookie_get_value(static_cast<SoupCookie*>(entry->data));
+        g_slist_free_full(cookies, reinterpret_cast<GDestroyNotify>(soup_cookie_free));
+        g_uri_unref(uri);
+        return value;
+    }
+
+    void setJarCookie(const std::string& header) {
+        GUri* uri = g_uri_parse(server_.url("/").c_str(), GUriFlags(SOUP_HTTP_URI_FLAGS), nullptr);
+        soup_cookie_jar_set_cookie(jar_, uri, header.c_str());
+        g_uri_unref(uri);
+    }
+
+    TestPageServer server_;
+    SoupCookieJar* jar_ = soup_cookie_jar_new();
+    std::string folder_;
+    std::string log_;
+    Recorder client_;
+    std::unique_ptr<DeferredWebEngine> engine_;
+    std::shared_ptr<host::WebPage> page_;
+    host::WebSession session_ = host::WebSession::Browsing;
+    GtkWidget* window_ = nullptr;
+};
+
+}

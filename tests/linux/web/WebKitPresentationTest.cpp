@@ -1,0 +1,139 @@
+// What a page shows, where, and what it may not show.
+#include "tests/linux/web/WebKitPageTest.h"
+
+#include <webkit/webkit.h>
+
+#include <tuple>
+
+namespace vistrel {
+namespace {
+
+using testing::ElementsAre;
+
+using WebKitPresentationTest = WebKitPageTest;
+
+TEST_F(WebKitPresentationTest, WhatWantsANewWindowOpensInThePageItself) {
+    struct Case {
+        const char* script;
+        const char* method;
+        const char* body;
+    };
+    const Case cases[] = {
+        {"document.getElementById('to').click()", "GET", ""},
+        {"window.open('/two')", "GET", ""},
+        {"document.forms[0].submit()", "POST", "a=b"},
+        {"document.forms[0].requestSubmit()", "POST", "a=b"},
+        {"document.getElementById('other').click()", "POST", "a=b&c=d"},
+    };
+    page("/one", "<a id='to' target='_blank' href='/two'>two</a>"
+                 "<form method='post' action='/two' target='elsewhere'>"
+                 "<input type='hidden' name='a' value='b'>"
+                 "<button id='other' formtarget='_blank' name='c' value='d'>go</button></form>");
+    page("/two", "two");
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.script);
+        ASSERT_TRUE(load("/one"));
+        client_.navigations.clear();
+        const int before = client_.finished;
+        const std::size_t requests = server_.seen("/two").size();
+        evaluate(each.script);
+        ASSERT_TRUE(turnUntil([&] { return client_.finished > before; }, 5));
+        EXPECT_EQ(page_->url(), server_.url("/two"));
+        EXPECT_THAT(client_.asked(), ElementsAre(server_.url("/two")));
+        ASSERT_EQ(server_.seen("/two").size(), requests + 1);
+        EXPECT_EQ(server_.seen("/two").back().method, each.method);
+        EXPECT_EQ(server_.seen("/two").back().body, each.body);
+        EXPECT_TRUE(page_->canGoBack());
+    }
+}
+
+TEST_F(WebKitPresentationTest, ACoveredPagePausesItsFilmsAndIsSilent) {
+    page("/page", "<video></video><script>var paused = 0;"
+                  "document.querySelector('video').pause = function () { ++paused; }</script>");
+    ASSERT_TRUE(load("/page"));
+    auto* view = WEBKIT_WEB_VIEW(dynamic_cast<GtkForeignContent*>(page_.get())->widget());
+    ASSERT_TRUE(turnUntil([&] { return gtk_widget_get_mapped(GTK_WIDGET(view)) != FALSE; }));
+    EXPECT_FALSE(webkit_web_view_get_is_muted(view));
+    gtk_window_set_child(GTK_WINDOW(window_), nullptr);
+    EXPECT_TRUE(webkit_web_view_get_is_muted(view));
+    EXPECT_TRUE(turnUntil([&] { return evaluate("paused") == "1"; }, 5));
+    gtk_window_set_child(GTK_WINDOW(window_), GTK_WIDGET(view));
+    EXPECT_FALSE(webkit_web_view_get_is_muted(view));
+}
+
+TEST_F(WebKitPresentationTest, TheEngineOpensNoDialogs) {
+    page("/page", "<input type='file' id='file'><input type='color' id='colour'>");
+    ASSERT_TRUE(load("/page"));
+    const guint windows = g_list_model_get_n_items(gtk_window_get_toplevels());
+    for (const char* script : {"window.print()", "document.getElementById('file').click()",
+                               "document.getElementById('colour').click()",
+                               "Notification.requestPermission(); new Notification('x'); 0"})
+        evaluate(script);
+    turnFor(0.5);
+    EXPECT_EQ(g_list_model_get_n_items(gtk_window_get_toplevels()), windows);
+    EXPECT_EQ(evaluate("1 + 1"), "2");
+}
+
+TEST_F(WebKitPresentationTest, QuestionsOfPagesAreAnsweredWithNoAndStopNothing) {
+    page("/page", "<script>alert('x'); document.title = String(confirm('sure?')) + "
+                  "String(prompt('name?'));</script>");
+    ASSERT_TRUE(load("/page"));
+    EXPECT_EQ(evaluate("document.title"), "falsenull");
+}
+
+TEST_F(WebKitPresentationTest, AWidePageIsScaledToTheWidthAndANarrowOneIsNot) {
+    page_->setScalesPageToFit(true);
+    page("/wide", "<body style='margin:0'><div style='width:800px;height:10px'></div></body>");
+    page("/narrow", "<body style='margin:0'><p>few words</p></body>");
+    ASSERT_TRUE(turnUntil([&] { return gtk_widget_get_width(window_) >= 320; }));
+    ASSERT_TRUE(load("/wide"));
+    EXPECT_TRUE(turnUntil([&] { return evaluate("window.innerWidth >= 799") == "true"; }, 3));
+    EXPECT_LE(std::atoi(evaluate("window.innerWidth").c_str()), 820);
+    ASSERT_TRUE(load("/narrow"));
+    turnFor(0.3);
+    EXPECT_EQ(evaluate("window.innerWidth"), "320");
+}
+
+TEST_F(WebKitPresentationTest, APageThatHasLoadedBeforeItHasAPlaceIsFittedToThatPlace) {
+    page("/wide", "<body style='margin:0'><div style='width:800px;height:10px'></div></body>");
+    page("/narrow", "<body style='margin:0'><p>few words</p></body>");
+    for (const auto& [path, least, most] :
+         {std::tuple("/narrow", 320, 320), std::tuple("/wide", 799, 820)}) {
+        closePage();
+        page_ = engine_->createPage(session_);
+        ASSERT_TRUE(page_) << log_;
+        page_->setClient(&client_);
+        page_->setScalesPageToFit(true);
+        ASSERT_TRUE(load(path));
+        turnFor(0.2);
+        putIntoWindow();
+        ASSERT_TRUE(turnUntil([&] { return gtk_widget_get_width(window_) >= 320; }));
+        turnFor(0.5);
+        const int width = std::atoi(evaluate("window.innerWidth").c_str());
+        EXPECT_GE(width, least) << path;
+        EXPECT_LE(width, most) << path;
+    }
+}
+
+TEST_F(WebKitPresentationTest, ADoubledScreenShowsTheSameLayoutWithTwiceThePixels) {
+    auto* content = dynamic_cast<GtkForeignContent*>(page_.get());
+    EXPECT_DOUBLE_EQ(content->unitsPerPoint(2), 2);
+    page("/page", "<body style='margin:0'><div id='d' style='width:10px'></div></body>");
+    ASSERT_TRUE(load("/page"));
+    EXPECT_TRUE(turnUntil([&] { return evaluate("window.innerWidth") == "160"; }, 3))
+        << evaluate("window.innerWidth");
+}
+
+TEST_F(WebKitPresentationTest, WhatThePageEngineDoesNotShowIsNotDownloadedByItEither) {
+    server_.serve("/file.bin", {200, "application/octet-stream", "bytes", {}});
+    page("/page", "here");
+    ASSERT_TRUE(load("/page"));
+    page_->load(server_.url("/file.bin"), {});
+    ASSERT_TRUE(turnUntil([&] { return !client_.failures.empty(); }));
+    EXPECT_EQ(client_.failures[0].code, 102);
+    EXPECT_EQ(client_.responses.back().mimeType, "application/octet-stream");
+    EXPECT_EQ(page_->url(), server_.url("/page"));
+}
+
+}
+}

@@ -1,0 +1,170 @@
+// Cookies, passwords, certificates and files: what pages and sites may learn.
+#include "tests/linux/TestCertificate.h"
+#include "tests/linux/web/WebKitPageTest.h"
+
+#include <algorithm>
+
+namespace vistrel {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+using WebKitSecretsTest = WebKitPageTest;
+
+TEST_F(WebKitSecretsTest, ACookieThatAPageSetsIsInTheJarBeforeTheNextNavigationIsAsked) {
+    struct Asker : Recorder {
+        bool webPageShouldNavigate(const host::WebNavigation& navigation) override {
+            if (navigation.isRedirect)
+                atRedirect = look();
+            return Recorder::webPageShouldNavigate(navigation);
+        }
+        std::function<std::string()> look;
+        std::string atRedirect = "(not asked)";
+    } asker;
+    asker.look = [this] {
+        return jarValue("/members", "session");
+    };
+    page_->setClient(&asker);
+    page("/members", "welcome");
+    server_.serve("/login",
+                  {302,
+                   "text/plain",
+                   "",
+                   {{"Location", "/members"}, {"Set-Cookie", "session=open; Path=/; HttpOnly"}}});
+    page_->load(server_.url("/login"), {});
+    ASSERT_TRUE(turnUntil([&] { return asker.finished == 1; }));
+    EXPECT_EQ(asker.atRedirect, "open");
+    EXPECT_EQ(server_.seen("/members").at(0).cookie, "session=open");
+}
+
+TEST_F(WebKitSecretsTest, CookiesOfTheJarGoWithThePagesRequestsAndDeletionsGoBothWays) {
+    page("/page", "here");
+    setJarCookie("taste=sweet; Path=/; Max-Age=3600");
+    ASSERT_TRUE(load("/page"));
+    EXPECT_EQ(server_.seen("/page").at(0).cookie, "taste=sweet");
+
+    evaluate("document.cookie = 'taste=; Path=/; Max-Age=0'");
+    EXPECT_TRUE(turnUntil([&] { return jarValue("/page", "taste").empty(); }));
+
+    evaluate("document.cookie = 'other=1; Path=/'");
+    ASSERT_TRUE(turnUntil([&] { return jarValue("/page", "other") == "1"; }));
+    setJarCookie("other=; Path=/; Max-Age=0");
+    turnFor(0.3);
+    ASSERT_TRUE(load("/page"));
+    EXPECT_EQ(server_.seen("/page").at(1).cookie, "");
+    EXPECT_EQ(jarValue("/page", "other"), "");
+}
+
+TEST_F(WebKitSecretsTest, CookiesWithAnExpiryAreThereInTheNextRun) {
+    server_.serve("/page", {200,
+                            "text/html",
+                            "here",
+                            {{"Set-Cookie", "kept=yes; Path=/; Max-Age=3600"},
+                             {"Set-Cookie", "lost=yes; Path=/"}}});
+    ASSERT_TRUE(load("/page"));
+    ASSERT_TRUE(turnUntil([&] { return jarValue("/page", "kept") == "yes"; }));
+    turnFor(0.5);
+    closePage();
+    engine_.reset();
+    g_object_unref(jar_);
+    jar_ = soup_cookie_jar_new();
+    makeEngine();
+    makePage();
+    EXPECT_TRUE(turnUntil([&] { return jarValue("/page", "kept") == "yes"; }));
+    EXPECT_EQ(jarValue("/page", "lost"), "");
+}
+
+TEST_F(WebKitSecretsTest, FilesOfTheMachineAreRefusedAndOwnSchemesReachTheClientOnly) {
+    page("/page", "<iframe src='gmsg://ready?x=1'></iframe>"
+                  "<script>setTimeout(function(){location='file:///etc/passwd'},50)</script>");
+    ASSERT_TRUE(load("/page"));
+    const auto isAsked = [this] {
+        const auto asked = client_.asked();
+        return std::any_of(asked.begin(), asked.end(), [](const std::string& address) {
+            return address.find("gmsg://ready") != std::string::npos;
+        });
+    };
+    ASSERT_TRUE(turnUntil(isAsked));
+    turnFor(0.6);
+    EXPECT_THAT(client_.asked(), Contains(HasSubstr("gmsg://ready")).Times(1));
+    EXPECT_EQ(page_->url(), server_.url("/page"));
+    page_->load("file:///etc/passwd", {});
+    turnFor(0.5);
+    EXPECT_EQ(client_.finished, 1);
+    EXPECT_EQ(page_->url(), server_.url("/page"));
+    EXPECT_THAT(evaluate("document.documentElement.textContent"), Not(HasSubstr("root:")));
+}
+
+TEST_F(WebKitSecretsTest, ThePasswordOfASiteIsAskedForOnceAndARejectedOneAgain) {
+    server_.serve("/members", {.body = "<title>In</title>", .login = "ann:secret"});
+    ASSERT_TRUE(load("/members"));
+    ASSERT_EQ(client_.challenges.size(), 1u);
+    EXPECT_EQ(client_.challenges[0].origin + "/", server_.url("/"));
+    EXPECT_EQ(client_.challenges[0].realm, "Members");
+    EXPECT_TRUE(client_.challenges[0].isBasic);
+    EXPECT_FALSE(client_.challenges[0].isRejected);
+    EXPECT_EQ(page_->title(), "");
+
+    client_.credential = {"ann", "wrong"};
+    client_.rightCredential = {"ann", "secret"};
+    ASSERT_TRUE(load("/members"));
+    ASSERT_TRUE(load("/members"));
+    EXPECT_TRUE(turnUntil([&] { return page_->title() == "In"; }, 5));
+    ASSERT_EQ(client_.challenges.size(), 3u);
+    EXPECT_TRUE(client_.challenges[2].isRejected);
+}
+
+TEST_F(WebKitSecretsTest, ASiteThatCannotProveItselfFailsAndGivesItsPlaceToANotice) {
+    const TestCertificate certificate;
+    ASSERT_TRUE(certificate.isMade());
+    TestPageServer secure(certificate.certificateFile(), certificate.keyFile());
+    secure.serve("/page", {.body = "<title>Secret</title>"});
+    page_->load(secure.url("/page"), {});
+    ASSERT_TRUE(turnUntil([&] { return !client_.failures.empty(); }));
+    EXPECT_EQ(client_.failures[0].code, host::WebError::kCertificate);
+    EXPECT_EQ(client_.failures[0].url, secure.url("/page"));
+    EXPECT_TRUE(secure.seen().empty());
+
+    const std::size_t asked = client_.navigations.size();
+    page_->showNotice("<title>Not secure</title>", secure.url("/page"));
+    ASSERT_TRUE(turnUntil([&] { return page_->title() == "Not secure"; }));
+    EXPECT_EQ(page_->url(), secure.url("/page"));
+    EXPECT_EQ(client_.navigations.size(), asked);
+    ASSERT_TRUE(turnUntil([&] { return client_.finished == 1; }));
+    page_->reload();
+    ASSERT_TRUE(turnUntil([&] { return client_.failures.size() == 2; })) << "asks for the page";
+}
+
+TEST_F(WebKitSecretsTest, AGuestSharesNothingWithTheUsersPagesAndNeedsNoPlaceOnTheScreen) {
+    page("/page", "<script>document.cookie = 'mine=1; Path=/; Max-Age=3600';"
+                  "localStorage.setItem('mine', '1')</script>");
+    ASSERT_TRUE(load("/page"));
+    ASSERT_TRUE(turnUntil([&] { return jarValue("/page", "mine") == "1"; }));
+
+    const auto shown = page_;
+    session_ = host::WebSession::Guest;
+    page_ = engine_->createPage(session_);
+    page_->setClient(&client_);
+    client_.navigations.clear();
+    page_->loadHTML("<script>setTimeout(function () {"
+                    "location = 'gmsg://ready?' + document.cookie +"
+                    "(localStorage.getItem('mine') || '-') + !!navigator.clipboard +"
+                    "!!navigator.geolocation + !!window.Notification + !!navigator.mediaDevices;"
+                    "}, 50)</script>",
+                    server_.url("/base"));
+    ASSERT_TRUE(turnUntil([&] { return client_.asked().size() == 2; }));
+    EXPECT_THAT(client_.asked(),
+                ElementsAre(server_.url("/base"), "gmsg://ready?-falsefalsefalsefalse"));
+    for (const auto& navigation : client_.navigations)
+        EXPECT_THAT(navigation.headers, Contains(testing::Pair("User-Agent", page_->userAgent())));
+    evaluate("document.cookie = 'theirs=1; Path=/; Max-Age=3600'");
+    turnFor(0.2);
+    EXPECT_EQ(jarValue("/page", "theirs"), "");
+    page_ = shown;
+}
+
+}
+}
