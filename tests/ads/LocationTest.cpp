@@ -136,7 +136,7 @@ TEST_F(GADLocationTest, PaddingFillsTheLastBlockWhateverItsLength) {
         const auto location = at(51.5F, -0.25F, 1);
         location->setTimestamp(timestamp);
         const std::string text = sent(*location).second;
-        const auto padding = static_cast<std::size_t>(text.back());
+        const auto padding = static_cast<unsigned char>(text.back());
         ASSERT_EQ(text.size() % 16, 0U);
         ASSERT_TRUE(padding >= 1 && padding <= 16) << padding;
         EXPECT_TRUE(

@@ -84,7 +84,7 @@ TEST_F(OvoAudioPlayerRemoteTest, EveryJumpIsToldOfALoopedTrackAndTheEndOfTheQueu
     EXPECT_EQ(told().state, State::Stopped);
 }
 
-TEST_F(OvoAudioPlayerRemoteTest, RepeatAndShuffleGoBothWays) {
+TEST_F(OvoAudioPlayerRemoteTest, ModesAndVolumeGoBothWays) {
     using Loop = host::NowPlaying::Loop;
     open(2);
     for (const Loop loop : {Loop::Track, Loop::None, Loop::Queue, Loop::Track}) {
@@ -98,10 +98,6 @@ TEST_F(OvoAudioPlayerRemoteTest, RepeatAndShuffleGoBothWays) {
     EXPECT_TRUE(told().shuffle && player().shuffle());
     player().toggleShuffle();
     EXPECT_FALSE(told().shuffle);
-}
-
-TEST_F(OvoAudioPlayerRemoteTest, TheVolumeIsTheSliders) {
-    open(2);
     keys().mediaSetVolume(0.25F);
     EXPECT_EQ(views().volumeSlider->value(), 0.25F);
     EXPECT_EQ(player().player()->volume(), 0.25F);

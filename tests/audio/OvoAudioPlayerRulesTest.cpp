@@ -58,16 +58,11 @@ TEST(OvoAudioPlayerRulesTest, TheNextTrackFollowsTheModesAndThePlace) {
         EXPECT_EQ(nextIndex(row.position, row.modes, seven), row.next);
         EXPECT_EQ(timesAsked, row.modes.shuffle ? 1 : 0);
     }
-}
-
-TEST(OvoAudioPlayerRulesTest, ARandomNumberCountsAsUnsigned) {
-    EXPECT_EQ(nextIndex({0, 3}, kShuffle, [] { return -1; }), 0xFFFFFFFFU % 3);
-    EXPECT_EQ(nextIndex({0, 10}, kShuffle, [] { return std::numeric_limits<int>::max(); }), 7U);
+    EXPECT_EQ(nextIndex({0, 3}, kShuffle, [] { return -1; }), 0xFFFFFFFFU % 3) << "unsigned";
 }
 
 TEST(OvoAudioPlayerRulesTest, ThePreviousTrackIsTheOneBefore) {
     EXPECT_EQ(previousIndex({2, 3}), 1U);
-    EXPECT_EQ(previousIndex({1, 3}), 0U);
     EXPECT_EQ(previousIndex({0, 3}), 0U);
     EXPECT_FALSE(canGoToPreviousTrack({0, 3}));
     EXPECT_TRUE(canGoToPreviousTrack({1, 3}));
@@ -89,20 +84,13 @@ TEST(OvoAudioPlayerRulesTest, TheEndOfATrackLooksAtThePlaceOnly) {
             << row.position.selectedIndex << " of " << row.position.count << row.interrupted;
 }
 
-TEST(OvoAudioPlayerRulesTest, RepeatGoesRoundWithShuffleLeftAlone) {
+TEST(OvoAudioPlayerRulesTest, RepeatGoesRoundAndLeavesShuffleAlone) {
     for (const bool shuffle : {false, true}) {
         OvoAudioPlayModes modes{false, false, shuffle};
-        modes = withRepeatAdvanced(modes);
-        EXPECT_EQ(modes, (OvoAudioPlayModes{true, false, shuffle}));
-        EXPECT_STREQ(repeatPicture(modes), "AudioPlayerRepeatOn");
-        modes = withRepeatAdvanced(modes);
-        EXPECT_EQ(modes, (OvoAudioPlayModes{false, true, shuffle}));
-        EXPECT_STREQ(repeatPicture(modes), "AudioPlayerRepeatOneOn");
-        modes = withRepeatAdvanced(modes);
-        EXPECT_EQ(modes, (OvoAudioPlayModes{false, false, shuffle}));
-        EXPECT_STREQ(repeatPicture(modes), "AudioPlayerRepeatOff");
-        EXPECT_STREQ(shufflePicture(modes),
-                     shuffle ? "AudioPlayerShuffleOn" : "AudioPlayerShuffleOff");
+        for (const auto& [all, one] : {std::pair(true, false), {false, true}, {false, false}}) {
+            modes = withRepeatAdvanced(modes);
+            EXPECT_EQ(modes, (OvoAudioPlayModes{all, one, shuffle}));
+        }
     }
 }
 
