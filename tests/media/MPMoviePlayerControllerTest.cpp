@@ -1,11 +1,8 @@
 #include "platform/media/MPMoviePlayerController.h"
 
 #include "platform/media/MPMovieControls.h"
-#include "platform/uikit/UIEventDispatcher.h"
-#include "platform/uikit/UIKey.h"
 #include "platform/uikit/UILabel.h"
 #include "platform/uikit/UISlider.h"
-#include "platform/uikit/UIWindow.h"
 #include "tests/media/MediaTest.h"
 
 #include <gmock/gmock.h>
@@ -53,28 +50,22 @@ protected:
     /// As the video screen does it: full screen, turned, in a window.
     void showPlaying() {
         media().at(kFilm).duration = 90;
-        window_ = std::make_shared<UIWindow>();
-        window_->makeKeyAndVisible();
         makePlayer();
         player_->setControlStyle(MPMovieControlStyle::Fullscreen);
         player_->setFullscreen(true);
         player_->view()->setFrame(CGRectMake(0, 0, 480, 320));
+        if (screen_)
+            screen_->removeFromSuperview();
         screen_ = std::make_shared<UIView>(CGRectMake(0, 0, 480, 320));
         screen_->setCenter({160, 240});
         screen_->setTransform(CGAffineTransformMakeRotation(1.5707964F));
-        window_->addSubview(screen_);
+        window().addSubview(screen_);
         screen_->addSubview(player_->view());
         player_->prepareToPlay();
         turn();
         player_->play();
-        layout(*window_);
+        layOut();
         events_.clear();
-    }
-
-    static void layout(UIView& view) {
-        view.layoutIfNeeded();
-        for (const auto& subview : view.subviews())
-            layout(*subview);
     }
 
     template <typename T>
@@ -100,23 +91,13 @@ protected:
         return result;
     }
 
-    /// A tap at a point of the turned 480 x 320 picture.
-    void tap(double x, double y) {
-        const CGPoint point = player_->view()->convertPointToView({x, y}, nullptr);
-        auto& events = UIApplication::sharedApplication().events();
-        events.sendTouch(UITouchPhase::Began, point, loop().now());
-        events.sendTouch(UITouchPhase::Ended, point, loop().now());
-    }
-
-    bool key(UIKeyCode code) {
-        UIKey pressed;
-        pressed.code = code;
-        return UIApplication::sharedApplication().events().sendKey(pressed);
+    /// At a point of the turned 480 x 320 picture.
+    void tapPicture(double x, double y) {
+        tap(player_->view()->convertPointToView({x, y}, nullptr));
     }
 
     std::vector<std::string> events_;
     std::function<void()> onFinish_;
-    std::shared_ptr<UIWindow> window_;
     std::shared_ptr<UIView> screen_;
     std::shared_ptr<MPMoviePlayerController> player_;
 };
@@ -143,8 +124,6 @@ TEST_F(MPMoviePlayerControllerTest, TheNewerInterfaceTellsItsLoadStateAndOneEnd)
 
 TEST_F(MPMoviePlayerControllerTest, TheOlderInterfacePreloadsAtOnceAndShowsItselfTurned) {
     MPMoviePlayerController::setOfferedInterface(MPMoviePlayerController::Interface::Preload);
-    window_ = std::make_shared<UIWindow>();
-    window_->makeKeyAndVisible();
     media().at(kFilm).duration = 5;
     makePlayer();
     EXPECT_FALSE(player_->offersLoadState());
@@ -152,8 +131,8 @@ TEST_F(MPMoviePlayerControllerTest, TheOlderInterfacePreloadsAtOnceAndShowsItsel
     EXPECT_THAT(events_, ElementsAre("preloaded"));
     EXPECT_EQ(player_->view()->superview(), nullptr);
     player_->play();
-    EXPECT_TRUE(player_->view()->isDescendantOfView(*window_));
-    EXPECT_TRUE(UIApplication::sharedApplication().isStatusBarHidden());
+    EXPECT_TRUE(player_->view()->isDescendantOfView(window()));
+    EXPECT_TRUE(application().isStatusBarHidden());
     const CGRect frame = player_->view()->frame();
     EXPECT_NEAR(frame.size.width, 320, 1e-6);
     EXPECT_NEAR(frame.size.height, 480, 1e-6);
@@ -184,71 +163,68 @@ TEST_F(MPMoviePlayerControllerTest, DoneEndsWithTheUsersReasonAndThePlayerMayGoT
         player_->view()->removeFromSuperview();
         player_.reset();
     };
-    tap(30, 20);
+    tapPicture(30, 20);
     EXPECT_THAT(events_, ElementsAre("finished 2"));
     EXPECT_TRUE(media().players().empty());
     advance(100);
     EXPECT_THAT(events_, ElementsAre("finished 2"));
 }
 
-TEST_F(MPMoviePlayerControllerTest, ControlsFadeAfterFourSecondsOfPlayingAndATouchBringsThemBack) {
+TEST_F(MPMoviePlayerControllerTest, ControlsFadeWhilePlayingAndATouchOrAnInterruptionShowsThem) {
     showPlaying();
     advance(3.9);
     EXPECT_TRUE(controls().areShown());
     advance(0.2);
     EXPECT_FALSE(controls().areShown());
-    tap(30, 20); // where Done stood
+    tapPicture(30, 20); // where Done was
     EXPECT_THAT(events_, IsEmpty());
     EXPECT_TRUE(controls().areShown());
-    tap(240, 160);
+    tapPicture(240, 160);
     EXPECT_FALSE(controls().areShown());
-    tap(240, 160);
-    player_->pause();
-    advance(60);
+    const double position = player_->currentPlaybackTime();
+    media().player()->interrupt(true);
     EXPECT_TRUE(controls().areShown());
+    media().player()->interrupt(false);
+    advance(60);
+    EXPECT_NEAR(player_->currentPlaybackTime(), position, 0.01) << "paused";
+    EXPECT_TRUE(controls().areShown());
+    EXPECT_THAT(events_, IsEmpty());
 }
 
-TEST_F(MPMoviePlayerControllerTest, TimesCountAndTheSliderFollows) {
+TEST_F(MPMoviePlayerControllerTest, TimesAndSliderFollowTheFilmAndDraggingSeeks) {
     showPlaying();
     advance(7.5);
     EXPECT_THAT(texts(), ElementsAre("0:07", "-1:23"));
     const auto sliders = all<UISlider>();
     ASSERT_EQ(sliders.size(), 2u);
-    EXPECT_FLOAT_EQ(sliders[0]->maximumValue(), 90);
-    EXPECT_NEAR(sliders[0]->value(), 7.5, 0.3);
-}
-
-TEST_F(MPMoviePlayerControllerTest, DraggingTheSliderSeeks) {
-    showPlaying();
+    const UISlider& slider = *sliders[0];
+    EXPECT_FLOAT_EQ(slider.maximumValue(), 90);
+    EXPECT_NEAR(slider.value(), 7.5, 0.3);
     player_->pause();
-    UISlider* slider = all<UISlider>().at(0);
-    const CGRect thumb = slider->thumbRect();
-    const CGPoint from = slider->convertPointToView(
-        {thumb.origin.x + thumb.size.width / 2, thumb.origin.y + thumb.size.height / 2}, nullptr);
-    const CGPoint middle = slider->convertPointToView(
-        {slider->bounds().size.width / 2, thumb.origin.y + thumb.size.height / 2}, nullptr);
-    auto& events = UIApplication::sharedApplication().events();
-    events.sendTouch(UITouchPhase::Began, from, 1);
-    events.sendTouch(UITouchPhase::Moved, middle, 1.1);
-    events.sendTouch(UITouchPhase::Ended, middle, 1.2);
+    tapPicture(240, 160); // the controls have faded
+    const CGRect thumb = slider.thumbRect();
+    const CGPoint middle{slider.bounds().midX(), thumb.midY()};
+    touchDown(slider.convertPointToView({thumb.midX(), thumb.midY()}, nullptr));
+    touchMove(slider.convertPointToView(middle, nullptr));
+    touchUp(slider.convertPointToView(middle, nullptr));
     EXPECT_NEAR(player_->currentPlaybackTime(), 45, 3);
 }
 
 TEST_F(MPMoviePlayerControllerTest, KeysPlayPauseSeekChangeTheVolumeAndLeave) {
     showPlaying();
     advance(30);
-    EXPECT_TRUE(key(UIKeyCode::Space));
+    EXPECT_TRUE(press(UIKeyCode::Space));
     EXPECT_FALSE(media().player()->isPlaying());
-    EXPECT_TRUE(key(UIKeyCode::Right));
+    EXPECT_TRUE(press(UIKeyCode::Right));
     EXPECT_NEAR(player_->currentPlaybackTime(), 40, 0.01);
-    EXPECT_TRUE(key(UIKeyCode::Left));
-    EXPECT_TRUE(key(UIKeyCode::Left));
+    EXPECT_TRUE(press(UIKeyCode::Left));
+    EXPECT_TRUE(press(UIKeyCode::Left));
     EXPECT_NEAR(player_->currentPlaybackTime(), 20, 0.01);
-    EXPECT_TRUE(key(UIKeyCode::Down));
+    EXPECT_TRUE(press(UIKeyCode::Down));
     EXPECT_NEAR(media().player()->volume(), 0.9, 1e-6);
-    EXPECT_TRUE(key(UIKeyCode::Space));
+    EXPECT_TRUE(press(UIKeyCode::Space));
     EXPECT_TRUE(media().player()->isPlaying());
-    EXPECT_TRUE(key(UIKeyCode::Escape));
+    EXPECT_TRUE(press(UIKeyCode::Escape));
     EXPECT_THAT(events_, ElementsAre("finished 2"));
 }
 
@@ -301,29 +277,16 @@ TEST_F(MPMoviePlayerControllerTest, ThePictureKeepsItsProportionsOnBlack) {
         media().at(kFilm).pictureWidth = picture.width;
         media().at(kFilm).pictureHeight = picture.height;
         showPlaying();
-        UIView* shown = nullptr;
-        for (const auto& subview : player_->view()->subviews())
-            if (subview->foreignContent())
-                shown = subview.get();
-        ASSERT_TRUE(shown) << picture.width;
-        EXPECT_NEAR(shown->frame().origin.x, picture.frame.origin.x, 1e-6);
-        EXPECT_NEAR(shown->frame().origin.y, picture.frame.origin.y, 1e-6);
-        EXPECT_NEAR(shown->frame().size.width, picture.frame.size.width, 1e-6);
-        EXPECT_NEAR(shown->frame().size.height, picture.frame.size.height, 1e-6);
-        player_->view()->removeFromSuperview();
+        const auto& parts = player_->view()->subviews();
+        const auto shown = std::ranges::find_if(
+            parts, [](const auto& part) { return part->foreignContent() != nullptr; });
+        ASSERT_NE(shown, parts.end());
+        const CGRect frame = (*shown)->frame();
+        EXPECT_NEAR(frame.origin.x, picture.frame.origin.x, 1e-6);
+        EXPECT_NEAR(frame.origin.y, picture.frame.origin.y, 1e-6);
+        EXPECT_NEAR(frame.size.width, picture.frame.size.width, 1e-6);
+        EXPECT_NEAR(frame.size.height, picture.frame.size.height, 1e-6);
     }
-}
-
-TEST_F(MPMoviePlayerControllerTest, AnInterruptionLeavesItPausedWithItsControls) {
-    showPlaying();
-    advance(5);
-    media().player()->interrupt(true);
-    EXPECT_TRUE(controls().areShown());
-    media().player()->interrupt(false);
-    advance(10);
-    EXPECT_NEAR(player_->currentPlaybackTime(), 5, 0.01);
-    EXPECT_TRUE(controls().areShown());
-    EXPECT_THAT(events_, IsEmpty());
 }
 
 }

@@ -2,13 +2,12 @@
 #include "platform/foundation/NSNotificationCenter.h"
 #include "platform/media/AudioSession.h"
 #include "platform/media/MPMoviePlayerController.h"
-#include "platform/uikit/UIApplication.h"
-#include "tests/support/HostTest.h"
+#include "tests/support/ui/ScreenTest.h"
 
 namespace vistrel {
 
-/// A fresh host, application, audio session and player interface for each test.
-class MediaTest : public support::HostTest {
+/// A fresh application, audio session and player interface for each test.
+class MediaTest : public support::ScreenTest {
 protected:
     MediaTest() { forget(); }
     ~MediaTest() override { forget(); }
@@ -16,7 +15,6 @@ protected:
 private:
     static void forget() {
         AudioSessionReset();
-        UIApplication::resetSharedApplication();
         MPMoviePlayerController::setOfferedInterface(
             MPMoviePlayerController::Interface::LoadStates);
     }

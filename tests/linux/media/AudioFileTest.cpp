@@ -4,9 +4,9 @@
 #include <gmock/gmock.h>
 
 #include <cstring>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 
 namespace vistrel {
 namespace {
@@ -14,11 +14,6 @@ namespace {
 class AudioFileTest : public PlaybackFixture {
 protected:
     AudioFileTest() { std::filesystem::create_directories(std::string(SAMPLES_FOLDER) + "/made"); }
-
-    static std::string sample(const std::string& name) {
-        std::ifstream file(std::string(SAMPLES_FOLDER) + "/" + name, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
 
     /// A file of these bytes; its device path.
     static std::string made(const std::string& bytes) {
@@ -71,88 +66,68 @@ TEST_F(AudioFileTest, TagsOfEveryVersionAndEncodingAreRead) {
          "\xEF\xBF\xBDg"},
         {"unsynchronised", tag(3, std::string("\0a\xFF\0b", 5), 0, '\x80') + sound, "aÿb"},
         {"both", tag(4, "\x03New") + sound + label, "New"},
+        {"the first half of a file that tells its length", sound.substr(0, sound.size() / 2 + 7),
+         ""},
     };
     for (const auto& file : files) {
-        auto reader = open(made(file.bytes));
-        ASSERT_TRUE(reader) << file.name;
-        EXPECT_EQ(reader->info().value().title, file.title) << file.name;
-        EXPECT_NEAR(reader->info().value().duration, 3, 0.09) << file.name;
+        const auto info = open(made(file.bytes))->info().value();
+        EXPECT_EQ(info.title, file.title) << file.name;
+        EXPECT_NEAR(info.duration, 3, 0.09) << file.name;
     }
 }
 
 TEST_F(AudioFileTest, TheRawTagIsHandedOutByteForByte) {
     const std::string sound = sample("untagged.mp3");
-    const std::string small = tag(4, "\x03Small", 64);
-    const std::string large = tag(3, std::string("\0Large", 6), 16u << 20);
     std::string tooLarge = tag(3, std::string("\0X", 2)) + std::string(100, '\0');
     tooLarge.replace(6, 4, sized(200u << 20));
-    const struct {
-        const char* name;
-        std::string bytes;
-        std::string tag;
-    } files[] = {{"none", sound, ""},
-                 {"small", small + sound, small},
-                 {"sixteen megabytes", large + sound, large}};
-    for (const auto& file : files) {
-        auto reader = open(made(file.bytes));
-        ASSERT_TRUE(reader) << file.name;
-        const auto bytes = reader->id3Tag();
+    for (const std::string& expected :
+         {std::string(), tag(4, "\x03Small", 64), tag(3, std::string("\0Large", 6), 16u << 20)}) {
+        const auto bytes = open(made(expected + sound))->id3Tag();
         ASSERT_TRUE(bytes.ok());
-        EXPECT_TRUE(bytes.value().size() == file.tag.size() &&
-                    !std::memcmp(bytes.value().data(), file.tag.data(), file.tag.size()))
-            << file.name << " " << bytes.value().size();
+        EXPECT_TRUE(bytes.value().size() == expected.size() &&
+                    !std::memcmp(bytes.value().data(), expected.data(), expected.size()))
+            << bytes.value().size();
     }
-    auto reader = open(made(tooLarge + sound));
-    if (reader) {
+    if (const auto reader = open(made(tooLarge + sound))) {
         EXPECT_LE(reader->id3Tag().value().size(), tooLarge.size() + sound.size());
     }
 }
 
-TEST_F(AudioFileTest, WhatCannotBeReadSaysWhy) {
-    EXPECT_EQ(media_->openAudioFile("/missing.mp3").failure().code, ENOENT);
-    EXPECT_EQ(media_->openAudioFile("/made").failure().code, EISDIR);
-    EXPECT_EQ(media_->openAudioFile("/text.mp3").failure().code, EINVAL);
-    EXPECT_EQ(media_->openAudioFile("/empty.mp3").failure().code, EINVAL);
-}
-
-TEST_F(AudioFileTest, OtherKindsOfMusicAreKnownByTheirContent) {
-    const struct {
-        const char* path;
-        const char* title;
-    } files[] = {{"/ogg.mp3", "Foreign"},
-                 {"/flac.mp3", "Foreign"},
-                 {"/ipod.mp3", "Foreign"},
-                 {"/wav.mp3", ""}}; // its label is in a chunk that the library does not look into
-    for (const auto& file : files) {
-        auto reader = open(file.path);
-        ASSERT_TRUE(reader) << file.path;
-        EXPECT_NEAR(reader->info().value().duration, 2, 0.1) << file.path;
-        EXPECT_EQ(reader->info().value().title, file.title) << file.path;
+TEST_F(AudioFileTest, OtherKindsOfMusicAreRecognisedByTheirContent) {
+    const std::pair<const char*, const char*> files[] = {
+        {"/ogg.mp3", "Foreign"},
+        {"/flac.mp3", "Foreign"},
+        {"/ipod.mp3", "Foreign"},
+        {"/wav.mp3", ""}}; // its title is in a chunk that the library does not read
+    for (const auto& [path, title] : files) {
+        const auto info = open(path)->info().value();
+        EXPECT_NEAR(info.duration, 2, 0.1) << path;
+        EXPECT_EQ(info.title, title) << path;
     }
 }
 
-TEST_F(AudioFileTest, ALargeFileWithoutFramesIsGivenUpSoon) {
-    const auto used = [] {
-        timespec time{};
-        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
-    };
-    const double before = used();
-    EXPECT_EQ(media_->openAudioFile("/frameless.mp3").failure().code, EINVAL);
-    EXPECT_LT(used() - before, 0.05);
+TEST_F(AudioFileTest, AFileThatCannotBeReadSaysWhyAndSoon) {
+    const std::clock_t before = std::clock();
+    const std::pair<const char*, int> files[] = {{"/missing.mp3", ENOENT},
+                                                 {"/made", EISDIR},
+                                                 {"/text.mp3", EINVAL},
+                                                 {"/empty.mp3", EINVAL},
+                                                 {"/frameless.mp3", EINVAL}}; // 128 megabytes
+    for (const auto& [path, code] : files)
+        EXPECT_EQ(media_->openAudioFile(path).failure().code, code) << path;
+    EXPECT_LT(std::clock() - before, CLOCKS_PER_SEC / 10);
 }
 
 TEST_F(AudioFileTest, ALengthIsRightWithinOnePercentWhereTheRateVariesAndNoHeaderSaysSo) {
     EXPECT_NEAR(open("/headerless.mp3")->info().value().duration, 40, 0.4);
     EXPECT_NEAR(open("/varying.mp3")->info().value().duration, 20, 0.2);
-    // With a label at the end and rubbish in the middle.
+    // With an old tag at the end and rubbish in the middle.
     const std::string sound = sample("headerless.mp3");
     const std::string rubbish(3000, 'x');
     const std::string half = sound.substr(0, sound.size() / 2);
-    auto reader =
-        open(made(half + rubbish + sound.substr(half.size()) + "TAG" + std::string(125, '\0')));
-    ASSERT_TRUE(reader);
-    EXPECT_NEAR(reader->info().value().duration, 40, 0.4);
+    const auto odd =
+        made(half + rubbish + sound.substr(half.size()) + "TAG" + std::string(125, '\0'));
+    EXPECT_NEAR(open(odd)->info().value().duration, 40, 0.4);
 }
 
 }

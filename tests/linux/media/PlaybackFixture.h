@@ -7,7 +7,11 @@
 #include <gtest/gtest.h>
 #include <libsoup/soup.h>
 
+#include <chrono>
+#include <filesystem>
+#include <fstream>
 #include <functional>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <optional>
@@ -16,7 +20,22 @@
 
 namespace vistrel {
 
-/// What a player told.
+using Clock = std::chrono::steady_clock;
+inline double secondsSince(Clock::time_point start) {
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+/// How many threads the process has.
+inline auto threadCount() {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/task"), {});
+}
+
+inline std::string sample(const std::string& name) {
+    std::ifstream file(std::string(SAMPLES_FOLDER) + "/" + name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// What a player reported.
 struct PlaybackRecorder : host::PlaybackClient {
     void playbackDidBecomeReady() override { ++ready; }
     void playbackStalled(bool) override {}
@@ -63,6 +82,12 @@ protected:
             return nullptr;
         made.value()->setClient(&client_);
         return std::move(made.value());
+    }
+
+    /// Plays it; whether it is on its way soon.
+    static bool starts(host::Playback& playback) {
+        const double from = playback.currentTime();
+        return playback.play() && turnUntil([&] { return playback.currentTime() > from + 0.2; });
     }
 
     void setCookie(const std::string& url, const std::string& cookie) {
