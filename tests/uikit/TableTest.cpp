@@ -1,5 +1,8 @@
 #include "tests/uikit/TableTest.h"
 
+#include <sstream>
+#include <utility>
+
 namespace vistrel {
 
 int CountingCell::made = 0;
@@ -75,18 +78,13 @@ void RowsOwner::tableViewDidSelectRowAtIndexPath(UITableView&, const NSIndexPath
     selected.push_back(path);
 }
 
-TableTest::TableTest() {
+TableTest::TableTest()
+    : table(add<UITableView>(CGRectMake(0, 0, 320, 400))) {
     CountingCell::made = 0;
     CountingCell::painted = 0;
-    table = std::make_shared<UITableView>(CGRectMake(0, 0, 320, 400));
     table->setRowHeight(40);
     table->setDataSource(sharedOwner);
     table->setDelegate(sharedOwner);
-    window().addSubview(table);
-}
-
-TableTest::~TableTest() {
-    table->removeFromSuperview();
 }
 
 void TableTest::fill(int count) {
@@ -94,36 +92,12 @@ void TableTest::fill(int count) {
     for (int row = 0; row < count; ++row)
         owner.rows[0].push_back(std::to_string(row));
     table->reloadData();
-    frame();
-}
-
-void TableTest::frame() {
     screenshot();
 }
 
 void TableTest::scrollTo(double y) {
     table->setContentOffset({0, y});
-    frame();
-}
-
-void TableTest::play(double seconds) {
-    framesComposedIn(seconds);
-}
-
-void TableTest::swipe(CGPoint from, CGPoint to, double seconds) {
-    constexpr int kSteps = 6;
-    touchDown(from);
-    for (int step = 1; step <= kSteps; ++step) {
-        advance(seconds / kSteps);
-        touchMove(
-            {from.x + (to.x - from.x) * step / kSteps, from.y + (to.y - from.y) * step / kSteps});
-        frame();
-    }
-    touchUp(to);
-}
-
-double TableTest::topOf(const NSIndexPath& path) {
-    return table->rectForRowAtIndexPath(path).minY();
+    screenshot();
 }
 
 std::vector<std::string> TableTest::shown() {
@@ -133,12 +107,23 @@ std::vector<std::string> TableTest::shown() {
     return texts;
 }
 
-std::vector<std::string> TableTest::buttons() {
-    return labels(UIAccessibilityRole::Button, *table);
-}
-
-UITableViewCell& TableTest::cell(int row, int section) {
-    return *table->cellForRowAtIndexPath({section, row});
+std::string TableTest::state() {
+    std::ostringstream text;
+    if (const double y = table->contentOffset().y; y != 0)
+        text << " at " << y;
+    if (table->isDragging() || table->isDecelerating())
+        text << (table->isDragging() ? " dragged" : " moving");
+    for (const auto& each : table->visibleCells()) {
+        if (each->isHighlighted())
+            text << " lit " << each->accessibilityLabel();
+    }
+    if (const auto offered = table->indexPathForDeleteConfirmation())
+        text << " offers " << offered->row;
+    for (const NSIndexPath& path : std::exchange(owner.selected, {}))
+        text << " selected " << path.row;
+    for (const NSIndexPath& path : std::exchange(owner.committed, {}))
+        text << " deleted " << path.row;
+    return text.str().empty() ? "" : text.str().substr(1);
 }
 
 }

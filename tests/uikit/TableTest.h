@@ -61,22 +61,24 @@ public:
 class TableTest : public support::ScreenTest {
 protected:
     TableTest();
-    ~TableTest() override;
 
     /// One section of that many rows named "0", "1" and so on.
     void fill(int count);
-    /// Shows frames for that long.
-    void play(double seconds);
-    void frame();
     /// Without animation, then shows a frame.
     void scrollTo(double y);
-    /// A finger from one point to the other, lifted at once.
-    void swipe(CGPoint from, CGPoint to, double seconds = 0.1);
-    double topOf(const NSIndexPath& path);
+    double topOf(const NSIndexPath& path) { return table->rectForRowAtIndexPath(path).minY(); }
     /// Texts of the rows on screen.
     std::vector<std::string> shown();
-    std::vector<std::string> buttons();
-    UITableViewCell& cell(int row, int section = 0);
+    UITableViewCell& cell(int row, int section = 0) {
+        return *table->cellForRowAtIndexPath({section, row});
+    }
+    /// "at 120 dragged lit 12 offers 12 selected 11 deleted 3": the offset unless it is 0, whether
+    /// it is dragged or moves, highlighted rows, the row that offers its deletion, and what the
+    /// owner heard since the last time.
+    std::string state();
+    void expectSteps(const std::vector<Step>& steps) {
+        ScreenTest::expectSteps(steps, [this] { return state(); });
+    }
 
     std::shared_ptr<RowsOwner> sharedOwner = std::make_shared<RowsOwner>();
     RowsOwner& owner = *sharedOwner;

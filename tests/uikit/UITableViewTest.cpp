@@ -37,10 +37,8 @@ TEST_F(UITableViewTest, ARowIsPaintedOnceEachTimeItComesOnScreen) {
 TEST_F(UITableViewTest, HeightsAreRequestedOncePerReload) {
     owner.height = 60;
     fill(500);
-    EXPECT_EQ(owner.heightsAsked, 500);
     EXPECT_EQ(topOf({0, 10}), 600);
-    swipe({100, 300}, {100, 100});
-    play(2);
+    act("drag 100,300 100,100 0.1; show 2");
     EXPECT_EQ(owner.heightsAsked, 500);
     table->reloadData();
     EXPECT_EQ(owner.heightsAsked, 1000);
@@ -52,7 +50,7 @@ TEST_F(UITableViewTest, AHeaderTakesTheHeightThatIsSetWhileItIsHandedOut) {
     for (int section = 0; section < 3; ++section)
         owner.headerViews.push_back(std::make_shared<UIView>(CGRectMake(0, 15, 320, 15)));
     table->reloadData();
-    frame();
+    screenshot();
     EXPECT_EQ(table->rectForHeaderInSection(0), CGRectMake(0, 0, 320, 75));
     EXPECT_EQ(table->rectForHeaderInSection(1), CGRectMake(0, 75, 320, 32));
     EXPECT_EQ(topOf({1, 0}), 107);
@@ -98,76 +96,43 @@ TEST_F(UITableViewTest, HeadersStickAndPushOneAnother) {
 
 TEST_F(UITableViewTest, ATapSelectsOneRowAndTellsTheDelegate) {
     fill(50);
-    tap({100, 100});
-    EXPECT_THAT(owner.selected, ElementsAre(NSIndexPath{0, 2}));
-    EXPECT_EQ(table->indexPathForSelectedRow(), (NSIndexPath{0, 2}));
+    expectSteps({{"tap 100,100", "lit 2 selected 2"}});
     EXPECT_TRUE(cell(2).isSelected());
-    EXPECT_TRUE(cell(2).isHighlighted()) << "self-drawing rows read this";
     scrollTo(1000);
-    for (const auto& each : table->visibleCells())
-        EXPECT_FALSE(each->isHighlighted()) << "a reused cell keeps no state";
+    EXPECT_EQ(state(), "at 1000") << "a reused cell keeps no state";
     scrollTo(0);
-    EXPECT_TRUE(cell(2).isHighlighted());
-    tap({100, 10});
-    EXPECT_FALSE(cell(2).isHighlighted());
-    EXPECT_TRUE(cell(0).isSelected());
+    expectSteps({{"", "lit 2"}, {"tap 100,10", "lit 0 selected 0"}});
+    EXPECT_EQ(table->indexPathForSelectedRow(), (NSIndexPath{0, 0}));
     table->deselectRowAtIndexPath({0, 0}, false);
-    EXPECT_FALSE(cell(0).isHighlighted());
+    EXPECT_EQ(state(), "");
     EXPECT_EQ(table->indexPathForSelectedRow(), std::nullopt);
 }
 
-TEST_F(UITableViewTest, AFingerThatRestsHighlightsAndOneThatScrollsDoesNotSelect) {
-    fill(50);
-    touchDown({100, 100});
-    EXPECT_FALSE(cell(2).isHighlighted());
-    advance(0.2);
-    EXPECT_TRUE(cell(2).isHighlighted());
-    EXPECT_THAT(owner.selected, IsEmpty());
-    touchMove({100, 91});
-    EXPECT_TRUE(cell(2).isHighlighted());
-    touchMove({100, 89});
-    EXPECT_FALSE(cell(2).isHighlighted());
-    EXPECT_TRUE(table->isDragging());
-    touchUp({100, 89});
-    advance(1);
-    touchDown({100, 100});
-    touchMove({100, 80});
-    advance(0.5);
-    for (const auto& each : table->visibleCells())
-        EXPECT_FALSE(each->isHighlighted()) << "scrolled before it was highlighted";
-    touchUp({100, 80});
-    EXPECT_THAT(owner.selected, IsEmpty());
-    EXPECT_EQ(table->indexPathForSelectedRow(), std::nullopt);
-}
-
-TEST_F(UITableViewTest, ATouchStopsAMovingListAndSelectsNothing) {
+TEST_F(UITableViewTest, AFingerThatRestsHighlightsAndOneThatScrollsOrStopsTheListDoesNotSelect) {
     fill(500);
-    swipe({100, 300}, {100, 200}, 0.05);
-    play(0.1);
-    ASSERT_TRUE(table->isDecelerating());
-    tap({100, 200});
-    play(0.5);
-    EXPECT_FALSE(table->isDecelerating());
-    EXPECT_THAT(owner.selected, IsEmpty());
-    tap({100, 200});
-    EXPECT_EQ(owner.selected.size(), 1U) << "the next touch does";
+    expectSteps({{"down 100,100", ""},
+                 {"wait 0.2", "lit 2"},
+                 {"move 100,91", "lit 2"},
+                 {"move 100,89", "dragged"},
+                 {"up 100,89; wait 1", ""},
+                 {"down 100,100; move 100,80; wait 0.5", "dragged"},
+                 {"up 100,80; wait 1", ""},
+                 {"drag 100,300 100,200 0.05; show 0.1", "at 265 moving"},
+                 {"tap 100,200; show 0.5", "at 265"},
+                 {"tap 100,200", "at 265 lit 11 selected 11"}});
 }
 
 TEST_F(UITableViewTest, AReloadKeepsTheOffsetAndClearsTheSelection) {
     fill(100);
     scrollTo(1000);
-    tap({100, 100});
+    act("tap 100,100");
     owner.rows[0][25] = "changed";
     table->reloadData();
-    frame();
-    EXPECT_EQ(table->contentOffset().y, 1000);
+    expectSteps({{"show 0.1", "at 1000 selected 27"}});
     EXPECT_EQ(table->indexPathForSelectedRow(), std::nullopt);
     EXPECT_EQ(shown().front(), "changed");
-    EXPECT_FALSE(cell(27).isHighlighted());
-    owner.rows[0].resize(15);
-    table->reloadData();
-    frame();
-    EXPECT_EQ(table->contentOffset().y, 200) << "no further than the rows go";
+    fill(15);
+    EXPECT_EQ(state(), "at 200") << "no further than the rows go";
 }
 
 TEST_F(UITableViewTest, AnOwnerThatHasGoneIsNotCalled) {
@@ -177,14 +142,11 @@ TEST_F(UITableViewTest, AnOwnerThatHasGoneIsNotCalled) {
     const std::weak_ptr<RowsOwner> gone = sharedOwner;
     sharedOwner.reset();
     ASSERT_TRUE(gone.expired());
-    tap({160, 100});
-    press(UIKeyCode::End);
-    play(0.5);
+    act("tap 160,100; key End; show 0.5");
     table->setEditing(false, true);
-    swipe({300, 100}, {100, 100});
-    press(UIKeyCode::Delete);
+    act("drag 300,100 100,100 0.1; key Delete");
     table->deleteRowsAtIndexPaths({{0, 0}}, UITableViewRowAnimation::Top);
-    frame();
+    screenshot();
     EXPECT_EQ(table->dataSource(), nullptr);
     EXPECT_EQ(table->numberOfSections(), 0);
     EXPECT_THAT(table->visibleCells(), IsEmpty());
@@ -195,13 +157,13 @@ TEST_F(UITableViewTest, RowsAreAsWideAsTheTableWithSeparatorsBetweenThemAndTheFo
     table->setTableFooterView(footer);
     fill(3);
     table->setSeparatorColor(UIColor::redColor());
-    frame();
+    screenshot();
     EXPECT_EQ(pixelOf(screen(), 100, 39), 0xffff0000U);
     EXPECT_EQ(pixelOf(screen(), 100, 40), 0xffffffffU);
     table->setSeparatorStyle(UITableViewCellSeparatorStyle::None);
     EXPECT_EQ(pixelOf(screen(), 100, 39), 0xffffffffU);
     table->setFrame(CGRectMake(0, 0, 480, 200));
-    frame();
+    screenshot();
     EXPECT_EQ(cell(1).frame(), CGRectMake(0, 40, 480, 40));
     EXPECT_EQ(table->contentSize().height, 120 + 10);
     EXPECT_EQ(footer->frame().minY(), 120);
@@ -209,35 +171,17 @@ TEST_F(UITableViewTest, RowsAreAsWideAsTheTableWithSeparatorsBetweenThemAndTheFo
 
 TEST_F(UITableViewTest, TheKeyboardMovesAHighlightScrollsAndSelects) {
     fill(100);
-    ASSERT_TRUE(press(UIKeyCode::Down));
-    EXPECT_TRUE(cell(0).isHighlighted());
-    EXPECT_THAT(owner.selected, IsEmpty());
-    for (int step = 0; step < 12; ++step)
-        press(UIKeyCode::Down);
-    play(0.5);
-    EXPECT_TRUE(cell(12).isHighlighted());
-    EXPECT_FALSE(cell(11).isHighlighted());
-    EXPECT_EQ(table->contentOffset().y, 120) << "just far enough";
-    press(UIKeyCode::Up);
-    EXPECT_TRUE(cell(11).isHighlighted());
-    ASSERT_TRUE(press(UIKeyCode::Enter));
-    EXPECT_THAT(owner.selected, ElementsAre(NSIndexPath{0, 11}));
-    press(UIKeyCode::End);
-    play(0.5);
-    EXPECT_EQ(table->contentOffset().y, 3600);
-    EXPECT_TRUE(cell(99).isHighlighted());
-    press(UIKeyCode::PageUp);
-    play(0.5);
-    EXPECT_TRUE(cell(89).isHighlighted());
-    press(UIKeyCode::Home);
-    play(0.5);
-    EXPECT_TRUE(cell(0).isHighlighted());
-    EXPECT_EQ(table->contentOffset().y, 0);
-    touchDown({100, 300});
-    EXPECT_FALSE(cell(0).isHighlighted()) << "a finger takes over";
-    touchUp({100, 300});
+    expectSteps({{"key Down", "lit 0"},
+                 {"key Down 12; show 0.5", "at 120 lit 12"}, // just far enough
+                 {"key Up", "at 120 lit 11"},
+                 {"key Enter", "at 120 lit 11 selected 11"},
+                 {"key End; show 0.5", "at 3600 lit 99"},
+                 {"key PageUp; show 0.5", "at 3560 lit 89"},
+                 {"key Home; show 0.5", "lit 0"},
+                 {"down 100,300", ""}, // a finger takes over
+                 {"up 100,300", "lit 7 selected 7"}});
     find(UIAccessibilityRole::Row, "3")->accessibilityActivate();
-    EXPECT_EQ(owner.selected.back(), (NSIndexPath{0, 3})) << "as a screen reader does";
+    EXPECT_EQ(state(), "lit 3 selected 3") << "as a screen reader does";
 }
 
 }

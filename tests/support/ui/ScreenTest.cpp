@@ -5,6 +5,10 @@
 #include "platform/uikit/UIAlertView.h"
 #include "platform/uikit/UIEventDispatcher.h"
 
+#include <functional>
+#include <map>
+#include <sstream>
+
 namespace vistrel::support {
 
 namespace {
@@ -23,6 +27,25 @@ std::shared_ptr<UIView> findBelow(const std::shared_ptr<UIView>& view, UIAccessi
     }
     const auto element = view->accessibilityElement();
     return element.role == role && element.label == label ? view : nullptr;
+}
+
+std::istream& operator>>(std::istream& words, CGPoint& point) {
+    char comma = 0;
+    return words >> point.x >> comma >> point.y;
+}
+
+/// The next word; an unreadable one fails the test.
+template <typename T>
+T read(std::istream& words) {
+    T value{};
+    EXPECT_TRUE(words >> value) << "an input is incomplete";
+    return value;
+}
+
+std::string restOf(std::istream& words) {
+    std::string rest;
+    std::getline(words >> std::ws, rest);
+    return rest;
 }
 
 void collect(UIView& view, UIAccessibilityRole role, std::vector<std::string>& labels) {
@@ -143,6 +166,97 @@ bool ScreenTest::press(UIKeyCode code, bool shift) {
 
 bool ScreenTest::type(const std::string& text) {
     return events().sendKey({.text = text});
+}
+
+void ScreenTest::drag(CGPoint from, CGPoint to, double seconds) {
+    constexpr int kSteps = 6;
+    touchDown(from);
+    for (int step = 1; step <= kSteps; ++step) {
+        advance(seconds / kSteps);
+        touchMove(
+            {from.x + (to.x - from.x) * step / kSteps, from.y + (to.y - from.y) * step / kSteps});
+        screenshot();
+    }
+    touchUp(to);
+}
+
+void ScreenTest::act(const std::string& inputs) {
+    const std::map<std::string, std::function<void(std::istream&)>> verbs{
+        {"down",
+         [this](auto& words) {
+             touchDown(read<CGPoint>(words));
+         }},
+        {"move",
+         [this](auto& words) {
+             touchMove(read<CGPoint>(words));
+         }},
+        {"up",
+         [this](auto& words) {
+             touchUp(read<CGPoint>(words));
+         }},
+        {"tap",
+         [this](auto& words) {
+             tap(read<CGPoint>(words));
+         }},
+        {"drag",
+         [this](auto& words) {
+             const auto from = read<CGPoint>(words);
+             const auto to = read<CGPoint>(words);
+             drag(from, to, read<double>(words));
+         }},
+        {"button",
+         [this](auto& words) {
+             tapButton(restOf(words));
+         }},
+        {"type",
+         [this](auto& words) {
+             type(restOf(words));
+         }},
+        {"key",
+         [this](auto& words) {
+             pressKey(words, false);
+         }},
+        {"shift",
+         [this](auto& words) {
+             pressKey(words, true);
+         }},
+        {"wait",
+         [this](auto& words) {
+             advance(read<double>(words));
+         }},
+        {"show",
+         [this](auto& words) {
+             framesComposedIn(read<double>(words));
+         }},
+    };
+    std::istringstream each(inputs);
+    for (std::string input; std::getline(each >> std::ws, input, ';');) {
+        std::istringstream words(input);
+        const auto verb = verbs.find(read<std::string>(words));
+        ASSERT_NE(verb, verbs.end()) << input;
+        verb->second(words);
+    }
+}
+
+void ScreenTest::pressKey(std::istream& words, bool shift) {
+    using enum UIKeyCode;
+    static const std::map<std::string, UIKeyCode> kKeys{{"Up", Up},
+                                                        {"Down", Down},
+                                                        {"Left", Left},
+                                                        {"Right", Right},
+                                                        {"Enter", Enter},
+                                                        {"Escape", Escape},
+                                                        {"Space", Space},
+                                                        {"Tab", Tab},
+                                                        {"Delete", Delete},
+                                                        {"Home", Home},
+                                                        {"End", End},
+                                                        {"PageUp", PageUp},
+                                                        {"Backspace", Backspace}};
+    const auto key = kKeys.at(read<std::string>(words));
+    const int times = words.eof() ? 1 : read<int>(words);
+    for (int time = 0; time < times; ++time)
+        press(key, shift);
 }
 
 std::shared_ptr<UIView> ScreenTest::find(UIAccessibilityRole role, const std::string& label) {

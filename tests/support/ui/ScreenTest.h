@@ -11,6 +11,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vistrel::support {
@@ -31,7 +32,6 @@ protected:
     void push(const std::shared_ptr<UIViewController>& controller);
     /// Lets every animation end, and lays out as the next frame would.
     void settle();
-    void layOut();
     /// The whole screen at one pixel per point.
     std::shared_ptr<Bitmap> screenshot();
     /// Composes every frame that is requested within the time, as a window does; returns how many.
@@ -42,6 +42,8 @@ protected:
     void touchMove(CGPoint point);
     void touchUp(CGPoint point);
     void tap(CGPoint point);
+    /// A finger that moves in six steps, each of them shown.
+    void drag(CGPoint from, CGPoint to, double seconds = 0.1);
     /// In the middle of the view.
     void tap(const UIView& view);
     /// The visible button of that label; fails the test when there is none.
@@ -50,6 +52,31 @@ protected:
     bool tapElement(UIAccessibilityRole role, const std::string& label);
     bool press(UIKeyCode code, bool shift = false);
     bool type(const std::string& text);
+
+    /// Inputs, separated by ";": "tap 10,20", "down 10,20", "move 10,20", "up 10,20",
+    /// "drag 10,20 10,90 0.1" (seconds), "button Delete", "key Escape", "key Down 3" (times),
+    /// "shift Left", "type text", "wait 0.5", and "show 0.5" (composing the frames of that time).
+    void act(const std::string& inputs);
+    struct Step {
+        std::string inputs;
+        std::string state;
+    };
+    /// Performs the steps and compares what `state` says after each.
+    template <typename State>
+    void expectSteps(const std::vector<Step>& steps, State state) {
+        for (const auto& [inputs, expected] : steps) {
+            SCOPED_TRACE(inputs);
+            act(inputs);
+            EXPECT_EQ(state(), expected);
+        }
+    }
+    /// A new view in the window.
+    template <typename View, typename... Arguments>
+    std::shared_ptr<View> add(Arguments&&... arguments) {
+        auto view = std::make_shared<View>(std::forward<Arguments>(arguments)...);
+        window_->addSubview(view);
+        return view;
+    }
 
     /// Frontmost first, what a screen reader would find with that role and label.
     std::shared_ptr<UIView> find(UIAccessibilityRole role, const std::string& label);
@@ -66,6 +93,9 @@ protected:
     int alertCount() const;
 
 private:
+    void layOut();
+    void pressKey(std::istream& words, bool shift);
+
     std::shared_ptr<UIWindow> window_;
     std::shared_ptr<UINavigationController> navigation_;
 };
