@@ -9,12 +9,9 @@
 #include <gmock/gmock.h>
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace vistrel {
 namespace {
-
-using Choices = std::vector<std::string>;
 
 struct Chooser : UIAlertViewDelegate, UIActionSheetDelegate {
     void alertViewClickedButtonAtIndex(UIAlertView& alert, int index) override {
@@ -24,48 +21,35 @@ struct Chooser : UIAlertViewDelegate, UIActionSheetDelegate {
         choices.push_back(sheet.title() + ":" + std::to_string(index));
     }
 
-    Choices choices;
+    std::vector<std::string> choices;
 };
 
 class Alert : public support::ScreenTest {
 protected:
-    std::shared_ptr<UIAlertView> make(const std::string& title,
-                                      std::vector<std::string> others = {},
-                                      const std::string& message = "Message") {
-        return UIAlertView::withTitle(title, message, chooser_, "Cancel", std::move(others));
-    }
     std::shared_ptr<UIAlertView> show(const std::string& title,
-                                      std::vector<std::string> others = {}) {
-        auto alert = make(title, std::move(others));
+                                      std::vector<std::string> others = {},
+                                      const std::string& message = "Message", int rows = 0) {
+        auto alert = UIAlertView::withTitle(title, message, chooser_, "Cancel", std::move(others));
+        alert->setNumberOfRows(rows);
         alert->show();
         advance(1);
         return alert;
     }
-    static std::vector<std::string> visibleTitles() {
-        std::vector<std::string> titles;
-        for (const auto& alert : UIAlertView::visibleAlerts())
-            titles.push_back(alert->title());
-        return titles;
-    }
-    void answer(const std::string& button) {
-        tapButton(button);
-        advance(1);
-    }
+    void answer(const std::string& button) { act("button " + button + "; wait 1"); }
 
     std::shared_ptr<Chooser> chooser_ = std::make_shared<Chooser>();
 };
 
 TEST_F(Alert, OnlyTheFirstTapCounts) {
     const auto alert = show("Delete?", {"Yes"});
-    const auto button = find(UIAccessibilityRole::Button, "Yes");
-    ASSERT_NE(button, nullptr);
-    const CGRect yes = placeOfButton("Yes");
-    const CGRect cancel = placeOfButton("Cancel");
-    tap({yes.midX(), yes.midY()});
+    const auto yes = find(UIAccessibilityRole::Button, "Yes");
+    const auto cancel = find(UIAccessibilityRole::Button, "Cancel");
+    ASSERT_TRUE(yes && cancel);
+    tap(*yes);
     EXPECT_FALSE(alert->isVisible());
-    tap({cancel.midX(), cancel.midY()});
-    tap({yes.midX(), yes.midY()});
-    button->accessibilityActivate();
+    tap(*cancel);
+    tap(*yes);
+    yes->accessibilityActivate();
     advance(1);
     EXPECT_THAT(chooser_->choices, ElementsAre("Delete?:1"));
 }
@@ -86,52 +70,48 @@ TEST_F(Alert, ADelegateThatHasGoneIsNotCalled) {
     answer("Only");
     EXPECT_EQ(UIActionSheet::visibleSheet(), nullptr);
     answer("Yes");
-    EXPECT_THAT(visibleTitles(), IsEmpty());
+    EXPECT_EQ(alertCount(), 0);
 }
 
 TEST_F(Alert, TheUpperAlertHidesTheLowerOneUntilItIsAnswered) {
     show("Lower", {"Low"});
     show("Upper", {"Up"});
-    EXPECT_THAT(visibleTitles(), ElementsAre("Lower", "Upper"));
+    EXPECT_EQ(alertCount(), 2);
     EXPECT_EQ(find(UIAccessibilityRole::Button, "Low"), nullptr);
     answer("Up");
     answer("Low");
     EXPECT_THAT(chooser_->choices, ElementsAre("Upper:1", "Lower:1"));
-    EXPECT_THAT(visibleTitles(), IsEmpty());
+    EXPECT_EQ(alertCount(), 0);
 }
 
 TEST_F(Alert, TheKeyboardAnswers) {
-    using enum UIKeyCode;
     const struct {
         std::vector<std::string> others;
-        std::vector<UIKeyCode> keys;
-        int choice;
+        std::string keys;
+        std::string choice;
     } cases[] = {
-        {{}, {Enter}, 0},
-        {{}, {Escape}, 0},
-        {{"Yes"}, {Enter}, 1},
-        {{"Yes"}, {Escape}, 0},
-        {{"Yes"}, {Right, Enter}, 0},
-        {{"One", "Two"}, {Tab, Enter}, 2},
-        {{"One", "Two"}, {Left, Left, Enter}, 2},
+        {{}, "key Enter", "Keys:0"},
+        {{}, "key Escape", "Keys:0"},
+        {{"Yes"}, "key Enter", "Keys:1"},
+        {{"Yes"}, "key Escape", "Keys:0"},
+        {{"Yes"}, "key Right; key Enter", "Keys:0"},
+        {{"One", "Two"}, "key Tab; key Enter", "Keys:2"},
+        {{"One", "Two"}, "key Left 2; key Enter", "Keys:2"},
     };
     for (const auto& test : cases) {
         chooser_->choices.clear();
         show("Keys", test.others);
-        for (const UIKeyCode key : test.keys)
-            press(key);
-        advance(1);
-        EXPECT_THAT(chooser_->choices, ElementsAre("Keys:" + std::to_string(test.choice)));
+        act(test.keys + "; wait 1");
+        EXPECT_THAT(chooser_->choices, ElementsAre(test.choice)) << test.keys;
     }
 }
 
 TEST_F(Alert, NothingBelowGetsTouchesOrKeysAndAFingerThatIsDownIsCancelled) {
     unsigned heard = 0;
-    const auto below = std::make_shared<UIButton>(CGRectMake(0, 0, 320, 480));
+    const auto below = add<UIButton>(CGRectMake(0, 0, 320, 480));
     for (const unsigned event :
          {UIControlEventTouchDown, UIControlEventTouchUpInside, UIControlEventTouchCancel})
         below->addTarget([&heard, event] { heard |= event; }, event);
-    window().addSubview(below);
     application().events().setFirstResponder(below);
     touchDown({50, 50});
     ASSERT_TRUE(below->isHighlighted());
@@ -140,13 +120,11 @@ TEST_F(Alert, NothingBelowGetsTouchesOrKeysAndAFingerThatIsDownIsCancelled) {
     touchUp({50, 50});
     EXPECT_EQ(heard, UIControlEventTouchDown | UIControlEventTouchCancel);
     heard = 0;
-    tap(CGPoint{5, 475});
-    press(UIKeyCode::Space);
+    act("tap 5,475; key Space");
     EXPECT_EQ(heard, 0U);
-    press(UIKeyCode::Escape);
-    advance(1);
+    act("key Escape; wait 1");
     EXPECT_EQ(application().events().firstResponder(), below);
-    press(UIKeyCode::Space);
+    act("key Space");
     EXPECT_NE(heard, 0U);
 }
 
@@ -164,10 +142,7 @@ TEST_F(Alert, ButtonsAreSideBySideOrInRows) {
         {{"A", "B", "C"}, 2, {"Cancel,A", "B,C"}},
     };
     for (const auto& test : cases) {
-        const auto alert = make("Layout", test.others);
-        alert->setNumberOfRows(test.rows);
-        alert->show();
-        advance(1);
+        show("Layout", test.others, "Message", test.rows);
         double last = 0;
         for (const std::string& row : test.topToBottom) {
             const auto comma = row.find(',');
@@ -180,8 +155,7 @@ TEST_F(Alert, ButtonsAreSideBySideOrInRows) {
             }
             last = first.maxY() - 1;
         }
-        press(UIKeyCode::Escape);
-        advance(1);
+        act("key Escape; wait 1");
     }
 }
 
@@ -189,9 +163,7 @@ TEST_F(Alert, TextThatDoesNotFitScrollsAndTheButtonsStayOnTheScreen) {
     std::string text;
     for (int line = 0; line < 60; ++line)
         text += "A line of questions and answers\n\n";
-    const auto alert = make("FAQ", {"More"}, text);
-    alert->show();
-    advance(1);
+    show("FAQ", {"More"}, text);
     const CGRect button = placeOfButton("More");
     EXPECT_LT(button.maxY(), 480);
     const auto box = find(UIAccessibilityRole::Alert, "FAQ\n" + text);
@@ -207,11 +179,9 @@ TEST_F(Alert, TextThatDoesNotFitScrollsAndTheButtonsStayOnTheScreen) {
     const auto indicator = std::dynamic_pointer_cast<UIScrollIndicator>(scroll->subviews().back());
     ASSERT_NE(indicator, nullptr) << "it flashes when the text appears";
     EXPECT_EQ(indicator->alpha(), 0) << "and fades by itself";
-    press(UIKeyCode::Down);
-    advance(1);
+    act("key Down; wait 1");
     EXPECT_GT(scroll->contentOffset().y, 0);
-    press(UIKeyCode::Escape);
-    advance(1);
+    act("key Escape; wait 1");
 }
 
 TEST_F(Alert, ASheetOffersItsButtonsInOrderWithCancelLast) {
@@ -243,21 +213,16 @@ TEST_F(Alert, ASheetOffersItsButtonsInOrderWithCancelLast) {
 TEST_F(Alert, ASheetWithoutCancelIgnoresEscapeAndADismissedOneIsSilent) {
     auto sheet = UIActionSheet::withTitle("S", chooser_, "", "", {"Only"});
     sheet->showInView(window());
-    press(UIKeyCode::Escape);
-    EXPECT_TRUE(sheet->isVisible());
-    press(UIKeyCode::Enter);
+    act("key Escape; key Enter");
     EXPECT_TRUE(sheet->isVisible()) << "Enter without a choice does nothing";
-    press(UIKeyCode::Down);
-    press(UIKeyCode::Enter);
-    advance(1);
+    act("key Down; key Enter; wait 1");
     EXPECT_THAT(chooser_->choices, ElementsAre("S:0"));
 
     sheet = UIActionSheet::withTitle("S", chooser_, "Cancel", "", {"Only"});
     sheet->showInView(window());
     advance(1);
     sheet->dismissWithClickedButtonIndex(0, true);
-    tap(CGPoint{160, 400});
-    advance(1);
+    act("tap 160,400; wait 1");
     EXPECT_EQ(chooser_->choices.size(), 1U);
     EXPECT_EQ(screen().subviews().size(), 2u);
 }

@@ -6,71 +6,54 @@
 #include "platform/uikit/UIProgressHUD.h"
 #include "tests/support/ui/ScreenTest.h"
 
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
-
 namespace vistrel {
 namespace {
 
 constexpr std::uint32_t kOpaqueRed = 0xFFFF0000;
 constexpr std::uint32_t kOpaqueGreen = 0xFF00FF00;
 
-std::uint32_t red(std::uint32_t pixel) {
-    return (pixel >> 16) & 0xFF;
-}
-
 std::uint32_t alpha(std::uint32_t pixel) {
     return pixel >> 24;
+}
+
+bool isPainted(std::uint32_t pixel) {
+    return alpha(pixel) > 100;
 }
 
 class Controls : public support::ScreenTest {};
 
 TEST_F(Controls, AButtonSendsWhatTheFingerDid) {
-    const struct {
-        CGPoint from;
-        CGPoint to;
-        std::vector<unsigned> events;
-    } cases[] = {
-        {{60, 60}, {60, 60}, {UIControlEventTouchDown, UIControlEventTouchUpInside}},
-        {{60, 60}, {60, 115}, {UIControlEventTouchDown, UIControlEventTouchUpInside}},
-        {{60, 60}, {300, 400}, {UIControlEventTouchDown, UIControlEventTouchUpOutside}},
-        {{300, 400}, {60, 60}, {}},
+    const auto button = add<UIButton>(CGRectMake(40, 40, 100, 44));
+    std::string heard;
+    for (const auto& [name, event] : {std::pair{"down ", UIControlEventTouchDown},
+                                      {"inside ", UIControlEventTouchUpInside},
+                                      {"outside ", UIControlEventTouchUpOutside},
+                                      {"cancel ", UIControlEventTouchCancel}})
+        button->addTarget([&heard, name = name] { heard += name; }, event);
+    const auto state = [&] {
+        return std::exchange(heard, {}) + (button->isHighlighted() ? "lit" : "");
     };
-    const auto button = std::make_shared<UIButton>(CGRectMake(40, 40, 100, 44));
-    std::vector<unsigned> heard;
-    for (const unsigned event : {UIControlEventTouchDown, UIControlEventTouchUpInside,
-                                 UIControlEventTouchUpOutside, UIControlEventTouchCancel})
-        button->addTarget([&heard, event] { heard.push_back(event); }, event);
-    window().addSubview(button);
-    for (const auto& test : cases) {
-        heard.clear();
-        touchDown(test.from);
-        touchMove(test.to);
-        touchUp(test.to);
-        EXPECT_EQ(heard, test.events);
-        EXPECT_FALSE(button->isHighlighted());
-    }
-    heard.clear();
+    expectSteps({{"down 60,60", "down lit"},
+                 {"move 60,115; up 60,115", "inside "},
+                 {"down 60,60; move 300,400; up 300,400", "down outside "},
+                 {"down 300,400; move 60,60; up 60,60", ""}},
+                state);
     button->setEnabled(false);
-    tap(*button);
-    EXPECT_THAT(heard, testing::IsEmpty());
+    expectSteps({{"tap 60,60", ""}}, state);
 }
 
 TEST_F(Controls, AnActionMayDisableOrRemoveItsButton) {
-    auto button = std::make_shared<UIButton>(CGRectMake(40, 40, 100, 44));
+    auto button = add<UIButton>(CGRectMake(40, 40, 100, 44));
     const std::weak_ptr<UIButton> weak = button;
     int presses = 0;
     button->addTarget([weak] { weak.lock()->setEnabled(false); }, UIControlEventTouchUpInside);
     button->addTarget([&] { ++presses; }, UIControlEventTouchUpInside);
-    window().addSubview(button);
-    tap(*button);
-    tap(*button);
+    act("tap 60,60; tap 60,60");
     EXPECT_EQ(presses, 1);
     button->setEnabled(true);
     button->addTarget([weak] { weak.lock()->removeFromSuperview(); }, UIControlEventTouchUpInside);
     button.reset();
-    tap(CGPoint{60, 60});
+    act("tap 60,60");
     EXPECT_EQ(presses, 2);
     EXPECT_TRUE(weak.expired());
 }
@@ -99,16 +82,18 @@ TEST_F(Controls, APressedPictureIsDarkerAndADisabledOneFainter) {
     }
 }
 
-TEST_F(Controls, APictureIsCentredAndABackgroundStretched) {
-    const auto button = std::make_shared<UIButton>(CGRectMake(0, 0, 60, 40));
-    button->setBackgroundImageForState(plainImage(4, 4, kOpaqueRed), UIControlState::Normal);
-    button->setImageForState(plainImage(20, 10, kOpaqueGreen), UIControlState::Normal);
-    EXPECT_EQ(pixelOf(*button, 1, 1), kOpaqueRed);
-    EXPECT_EQ(pixelOf(*button, 58, 38), kOpaqueRed);
-    EXPECT_EQ(pixelOf(*button, 30, 20), kOpaqueGreen);
-    EXPECT_EQ(pixelOf(*button, 19, 20), kOpaqueRed);
-    EXPECT_EQ(pixelOf(*button, 40, 20), kOpaqueRed);
-    EXPECT_EQ(pixelOf(*button, 30, 14), kOpaqueRed);
+TEST_F(Controls, APictureIsCentredABackgroundStretchedAndAPressGlowsWhenAsked) {
+    UIButton button(CGRectMake(0, 0, 60, 40));
+    button.setImageForState(plainImage(20, 10, kOpaqueGreen), UIControlState::Normal);
+    button.setShowsTouchWhenHighlighted(true);
+    button.setHighlighted(true);
+    EXPECT_GT(alpha(pixelOf(button, 15, 20)), 60U);
+    button.setHighlighted(false);
+    EXPECT_EQ(pixelOf(button, 15, 20), 0U);
+    button.setBackgroundImageForState(plainImage(4, 4, kOpaqueRed), UIControlState::Normal);
+    for (const auto& [x, y] : {std::pair{1, 1}, {58, 38}, {19, 20}, {40, 20}, {30, 14}})
+        EXPECT_EQ(pixelOf(button, x, y), kOpaqueRed);
+    EXPECT_EQ(pixelOf(button, 30, 20), kOpaqueGreen);
 }
 
 TEST_F(Controls, ATitleFollowsTheState) {
@@ -125,85 +110,54 @@ TEST_F(Controls, ATitleFollowsTheState) {
     EXPECT_EQ(button.titleLabel().text(), "Download");
 }
 
-TEST_F(Controls, APressedButtonGlowsWhenAsked) {
-    const auto button = std::make_shared<UIButton>(CGRectMake(0, 0, 40, 40));
-    button->setImageForState(plainImage(4, 4, kOpaqueGreen), UIControlState::Normal);
-    button->setShowsTouchWhenHighlighted(true);
-    EXPECT_EQ(pixelOf(*button, 10, 20), 0u);
-    button->setHighlighted(true);
-    EXPECT_GT(alpha(pixelOf(*button, 10, 20)), 60u);
-    button->setHighlighted(false);
-    EXPECT_EQ(pixelOf(*button, 10, 20), 0u);
-}
-
-bool isPainted(std::uint32_t pixel) {
-    return alpha(pixel) > 100;
-}
-
-TEST_F(Controls, ALabelPlacesItsText) {
+TEST_F(Controls, ALabelPlacesItsTextAndAShadowUnderIt) {
     using enum UITextAlignment;
-    const auto label = std::make_shared<UILabel>(CGRectMake(0, 0, 300, 60));
-    label->setText("MMM");
-    for (const auto alignment : {Left, Center, Right}) {
-        label->setTextAlignment(alignment);
-        for (const auto& [side, x] : {std::pair{Left, 0}, {Center, 120}, {Right, 240}})
-            EXPECT_EQ(anyPixel(*label, CGRectMake(x, 20, 60, 20), isPainted), side == alignment);
-        EXPECT_FALSE(anyPixel(*label, CGRectMake(0, 0, 300, 15), isPainted));
-        EXPECT_FALSE(anyPixel(*label, CGRectMake(0, 45, 300, 15), isPainted));
-    }
-}
-
-TEST_F(Controls, ALongTextIsCutOrShrunk) {
-    const std::string text = "http://media.example.com/a/very/long/address/to/a/file.mp4?last=yes]";
-    const auto label = std::make_shared<UILabel>(CGRectMake(0, 0, 150, 30));
-    label->setTextColor(UIColor::blackColor());
-    label->setText(text);
-    ASSERT_GT(label->sizeThatFits({}).width, 300);
-    const auto tall = [](UIView& view) {
-        return anyPixel(view, CGRectMake(0, 7, 150, 4), isPainted);
-    };
-    EXPECT_TRUE(tall(*label)) << "cut, at full size";
-    label->setAdjustsFontSizeToFitWidth(true);
-    label->setMinimumFontSize(6);
-    EXPECT_FALSE(tall(*label)) << "shrunk";
-}
-
-TEST_F(Controls, AShadowLiesUnderTheText) {
-    const auto label = std::make_shared<UILabel>(CGRectMake(0, 0, 60, 40));
-    label->setTextColor(UIColor::whiteColor());
-    label->setText("I");
+    UILabel label(CGRectMake(0, 0, 300, 60));
+    label.setTextColor(UIColor::whiteColor());
+    label.setText("MMM");
     const auto dark = [](std::uint32_t pixel) {
-        return alpha(pixel) > 100 && red(pixel) < 60;
+        return isPainted(pixel) && (pixel & 0xFF) < 60;
     };
-    EXPECT_FALSE(anyPixel(*label, label->bounds(), dark));
-    label->setShadowColor(UIColor::blackColor());
-    label->setShadowOffset({3, 3});
-    EXPECT_TRUE(anyPixel(*label, label->bounds(), dark));
+    for (const auto alignment : {Left, Center, Right}) {
+        label.setTextAlignment(alignment);
+        for (const auto& [side, x] : {std::pair{Left, 0}, {Center, 120}, {Right, 240}})
+            EXPECT_EQ(anyPixel(label, CGRectMake(x, 20, 60, 20), isPainted), side == alignment);
+        EXPECT_FALSE(anyPixel(label, CGRectMake(0, 0, 300, 15), isPainted));
+        EXPECT_FALSE(anyPixel(label, CGRectMake(0, 45, 300, 15), isPainted));
+    }
+    EXPECT_FALSE(anyPixel(label, label.bounds(), dark));
+    label.setShadowColor(UIColor::blackColor());
+    label.setShadowOffset({3, 3});
+    EXPECT_TRUE(anyPixel(label, label.bounds(), dark));
 }
 
-TEST_F(Controls, ALabelBreaksLinesUpToItsNumberOfLines) {
-    const auto label = std::make_shared<UILabel>();
-    label->setText("one two three four five six seven eight nine ten");
-    const double line = label->sizeThatFits({}).height;
-    label->setNumberOfLines(0);
-    EXPECT_GE(label->sizeThatFits({80, 0}).height, 4 * (line - 2));
-    label->setNumberOfLines(2);
-    EXPECT_LE(label->sizeThatFits({80, 0}).height, 2 * line + 1);
+TEST_F(Controls, ALongTextIsCutShrunkOrBroken) {
+    UILabel label(CGRectMake(0, 0, 150, 30));
+    label.setText("http://media.example.com/a/very/long/address/to/a/file.mp4?last=yes]");
+    ASSERT_GT(label.sizeThatFits({}).width, 300);
+    EXPECT_TRUE(anyPixel(label, CGRectMake(0, 7, 150, 4), isPainted)) << "cut, at full size";
+    label.setAdjustsFontSizeToFitWidth(true);
+    label.setMinimumFontSize(6);
+    EXPECT_FALSE(anyPixel(label, CGRectMake(0, 7, 150, 4), isPainted)) << "shrunk";
+    label.setText("one two three four five six seven eight nine ten");
+    const double line = label.sizeThatFits({}).height;
+    label.setNumberOfLines(0);
+    EXPECT_GE(label.sizeThatFits({80, 0}).height, 4 * (line - 2));
+    label.setNumberOfLines(2);
+    EXPECT_LE(label.sizeThatFits({80, 0}).height, 2 * line + 1);
 }
 
 TEST_F(Controls, TheSameTextRepaintsNothing) {
-    const auto label = std::make_shared<UILabel>(CGRectMake(0, 30, 60, 40));
-    label->setText("Received 1.00MB of 2.00MB");
-    window().addSubview(label);
-    pixelOf(screen(), 0, 0);
-    advance(1);
-    const int frames = display().frames();
-    label->setText("Received 1.00MB of 2.00MB");
-    advance(1);
-    EXPECT_EQ(display().frames(), frames);
-    label->setText("Received 1.01MB of 2.00MB");
-    advance(1);
-    EXPECT_GT(display().frames(), frames);
+    const auto label = add<UILabel>(CGRectMake(0, 30, 60, 40));
+    const auto framesFor = [&](const char* text) {
+        advance(1);
+        const int before = display().frames();
+        label->setText(text);
+        advance(1);
+        return display().frames() - before;
+    };
+    EXPECT_EQ(framesFor("1.00MB of 2.00MB"), 1);
+    EXPECT_EQ(framesFor("1.00MB of 2.00MB"), 0);
 }
 
 TEST_F(Controls, ASpinnerTurnsOnlyWhileItIsOnTheScreen) {
@@ -226,7 +180,6 @@ TEST_F(Controls, ASpinnerTurnsOnlyWhileItIsOnTheScreen) {
     EXPECT_NEAR(turnsIn(1), 12, 1);
     spinner->removeFromSuperview();
     EXPECT_EQ(turnsIn(1), 0);
-    window().addSubview(spinner);
     spinner->stopAnimating();
     EXPECT_TRUE(spinner->isHidden());
 }
@@ -239,26 +192,23 @@ TEST_F(Controls, AnImageViewShowsItsPictureOverItsBounds) {
     view->setImage(plainImage(1, 1, kOpaqueGreen));
     EXPECT_EQ(pixelOf(*view, 59, 39), kOpaqueGreen);
     view->setImage(nullptr);
-    EXPECT_EQ(pixelOf(*view, 59, 39), 0u);
+    EXPECT_EQ(pixelOf(*view, 59, 39), 0U);
 }
 
 TEST_F(Controls, TheProgressPanelCoversItsViewUntilItIsRemoved) {
-    const auto below = std::make_shared<UIButton>(CGRectMake(0, 20, 320, 460));
+    const auto below = add<UIButton>(CGRectMake(0, 20, 320, 460));
     int presses = 0;
     below->addTarget([&] { ++presses; }, UIControlEventTouchDown);
-    window().addSubview(below);
     const auto hud = UIProgressHUD::withWindow(window());
     hud->setText("Importing");
     hud->show(true);
     hud->show(true);
-    advance(1);
-    tap(CGPoint{100, 400});
+    act("wait 1; tap 100,400");
     EXPECT_EQ(presses, 0);
     EXPECT_NE(find(UIAccessibilityRole::Label, "Importing"), nullptr);
     hud->show(false);
-    advance(1);
+    act("wait 1; tap 100,400");
     EXPECT_EQ(hud->superview(), nullptr);
-    tap(CGPoint{100, 400});
     EXPECT_EQ(presses, 1);
 }
 

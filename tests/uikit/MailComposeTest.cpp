@@ -42,9 +42,11 @@ public:
 
 class MailCompose : public support::ScreenTest {
 protected:
-    void SetUp() override {
-        presenter_ = std::make_shared<UIViewController>();
+    MailCompose() {
         window().addSubview(presenter_->view());
+        compose();
+    }
+    void compose() {
         composer_ = std::make_shared<MFMailComposeViewController>();
         composer_->setMailComposeDelegate(ending_);
         composer_->setSubject("Vistrel Application Support");
@@ -63,7 +65,7 @@ protected:
     bool isShown() { return presenter_->modalViewController() != nullptr; }
 
     std::shared_ptr<Ending> ending_ = std::make_shared<Ending>();
-    std::shared_ptr<UIViewController> presenter_;
+    std::shared_ptr<UIViewController> presenter_ = std::make_shared<UIViewController>();
     std::shared_ptr<MFMailComposeViewController> composer_;
 };
 
@@ -71,9 +73,7 @@ TEST_F(MailCompose, SendsWhatWasWrittenAndEndsOnce) {
     typeInto("Cc", "\"Doe, Jane\" <jane@example.com>; two@example.com ,, ");
     typeInto("Bcc", "hidden@example.com");
     typeInto("Message", "Grüße. ");
-    tapButton("Send");
-    tapButton("Send");
-    advance(2);
+    act("button Send; button Send; wait 2");
     EXPECT_THAT(ending_->results, ElementsAre(2));
     EXPECT_FALSE(isShown());
     ASSERT_EQ(desktop().sentMails().size(), 1u);
@@ -91,9 +91,8 @@ TEST_F(MailCompose, AMailThatCannotBeSentIsSavedAsADraft) {
     RefusingDesktop refusing(loop());
     host::Desktop* const former = std::exchange(host::current().desktop, &refusing);
     typeInto("Message", "Dear support, ");
-    tapButton("Send");
+    act("button Send; key Escape");
     EXPECT_THAT(ending_->results, IsEmpty());
-    press(UIKeyCode::Escape);
     advance(2);
     EXPECT_THAT(ending_->results, ElementsAre(3)) << "Cancel waits while a mail is on its way";
     EXPECT_EQ(ending_->description, "Wrong password.");
@@ -105,14 +104,12 @@ TEST_F(MailCompose, AMailThatCannotBeSentIsSavedAsADraft) {
 
 TEST_F(MailCompose, AMailThatCanNeitherBeSentNorSavedIsReported) {
     desktop().setMailFailure(host::Failure{ECONNREFUSED, "The server refused the connection."});
-    tapButton("Send");
-    advance(2);
+    act("button Send; wait 2");
     EXPECT_THAT(ending_->results, ElementsAre(3));
     EXPECT_EQ(ending_->description, "The server refused the connection.");
     EXPECT_FALSE(isShown());
     EXPECT_EQ(alertTitle(), "Failed to Save Draft");
-    press(UIKeyCode::Escape);
-    advance(1);
+    act("key Escape; wait 1");
 }
 
 TEST_F(MailCompose, CancelOffersToDeleteSaveOrContinueADraft) {
@@ -129,16 +126,14 @@ TEST_F(MailCompose, CancelOffersToDeleteSaveOrContinueADraft) {
     for (const auto& test : cases) {
         if (!isShown()) {
             ending_->results.clear();
-            SetUp();
+            compose();
         }
         if (!test.choice.empty())
             typeInto("Message", "Written ");
-        press(UIKeyCode::Escape);
-        advance(1);
+        act("key Escape; wait 1");
         EXPECT_EQ(UIActionSheet::visibleSheet() != nullptr, !test.choice.empty());
         if (!test.choice.empty())
-            tapButton(test.choice);
-        advance(1);
+            act("button " + test.choice + "; wait 1");
         EXPECT_EQ(ending_->results, test.results) << test.choice;
         EXPECT_EQ(desktop().drafts().size() - drafts, test.drafts) << test.choice;
         EXPECT_EQ(isShown(), test.shown) << test.choice;
@@ -149,25 +144,19 @@ TEST_F(MailCompose, CancelOffersToDeleteSaveOrContinueADraft) {
 TEST_F(MailCompose, AFailedDraftLeavesTheComposerOpen) {
     typeInto("Message", "Precious ");
     desktop().setMailFailure(host::Failure{ENOSPC, "No space left on device"});
-    press(UIKeyCode::Escape);
-    advance(1);
-    tapButton("Save Draft");
-    advance(1);
+    act("key Escape; wait 1; button Save Draft; wait 1");
     EXPECT_THAT(ending_->results, IsEmpty());
-    press(UIKeyCode::Escape); // the alert
-    advance(1);
+    act("key Escape; wait 1"); // the alert
     EXPECT_TRUE(isShown());
     desktop().setMailFailure(std::nullopt);
-    tapButton("Send");
-    advance(2);
+    act("button Send; wait 2");
     EXPECT_THAT(ending_->results, ElementsAre(2));
     EXPECT_EQ(desktop().sentMails().front().body, "Precious Please Describe:\n\n1.0");
 }
 
 TEST_F(MailCompose, AMailWithARecipientIsSentEvenIfItsScreenGoesAway) {
     composer_->setToRecipients({});
-    tapButton("Send");
-    advance(1);
+    act("button Send; wait 1");
     EXPECT_THAT(desktop().sentMails(), IsEmpty());
     typeInto("Bcc", "x@example.com");
     tapButton("Send");

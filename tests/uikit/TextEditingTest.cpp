@@ -7,6 +7,9 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
+#include <map>
+
 namespace vistrel {
 namespace {
 
@@ -23,56 +26,78 @@ std::string picture(const UITextBuffer& buffer) {
 
 TEST(TextBuffer, EditsAndMovesOnlyBetweenCharacters) {
     using Buffer = UITextBuffer;
-    using Step = std::function<void(Buffer&)>;
-    const auto to = [](void (Buffer::*move)(Buffer::Extend), Buffer::Extend extend) {
-        return Step([=](Buffer& b) { (b.*move)(extend); });
-    };
-    const Step left = to(&Buffer::moveBackward, Buffer::Extend::No);
-    const Step right = to(&Buffer::moveForward, Buffer::Extend::No);
-    const Step shiftLeft = to(&Buffer::moveBackward, Buffer::Extend::Yes);
-    const Step wordLeft = to(&Buffer::moveWordBackward, Buffer::Extend::No);
-    const Step wordRight = to(&Buffer::moveWordForward, Buffer::Extend::No);
-    const Step backspace = &Buffer::deleteBackward;
-    const Step del = &Buffer::deleteForward;
-    const auto at = [](std::size_t offset) {
-        return Step([=](Buffer& b) { b.moveTo(offset, Buffer::Extend::No); });
-    };
-    const auto type = [](const std::string& text) {
-        return Step([=](Buffer& b) { b.insert(text); });
+    using enum UITextBuffer::Extend;
+    const std::map<std::string, std::function<void(Buffer&)>> kKeys{
+        {"left",
+         [](Buffer& b) {
+             b.moveBackward(No);
+         }},
+        {"right",
+         [](Buffer& b) {
+             b.moveForward(No);
+         }},
+        {"shift-left",
+         [](Buffer& b) {
+             b.moveBackward(Yes);
+         }},
+        {"word-left",
+         [](Buffer& b) {
+             b.moveWordBackward(No);
+         }},
+        {"word-right",
+         [](Buffer& b) {
+             b.moveWordForward(No);
+         }},
+        {"home",
+         [](Buffer& b) {
+             b.moveTo(0, No);
+         }},
+        {"at-4",
+         [](Buffer& b) {
+             b.moveTo(4, No);
+         }},
+        {"at-99",
+         [](Buffer& b) {
+             b.moveTo(99, No);
+         }},
+        {"backspace", &Buffer::deleteBackward},
+        {"delete", &Buffer::deleteForward},
     };
     struct Case {
         std::string text;
-        std::vector<Step> steps;
+        std::vector<std::string> keys; ///< what is none is typed
         std::string expected;
     };
-    const std::vector<Case> cases = {
-        {"", {backspace, del, left, right}, "|"},
-        {"ab", {left, type("x")}, "ax|b"},
-        {"Grüße", {left, left, backspace}, "Gr|ße"},
-        {"日本語", {left, left}, "日|本語"},
-        {"e\u0301te\u0301", {left}, "e\u0301t|e\u0301"},
-        {"e\u0301te\u0301", {backspace, backspace, backspace}, "|"},
-        {"a\u0300\u036F\u0370", {left, left}, "|a\u0300\u036F\u0370"},
-        {"👍🏻👍🏿", {left}, "👍🏻|👍🏿"},
-        {"👍🏽!", {at(0), right}, "👍🏽|!"},
-        {"👍🏽!", {at(0), del}, "|!"},
-        {"abcd", {left, shiftLeft, shiftLeft}, "a|bc^d"},
-        {"abcd", {left, shiftLeft, shiftLeft, type("é")}, "aé|d"},
-        {"abcd", {left, shiftLeft, shiftLeft, backspace}, "a|d"},
-        {"abcd", {left, shiftLeft, shiftLeft, left}, "a|bcd"},
-        {"abcd", {left, shiftLeft, shiftLeft, right}, "abc|d"},
-        {"one  two", {wordLeft, wordLeft}, "|one  two"},
-        {"one  two", {at(0), wordRight, wordRight}, "one  two|"},
-        {"a", {type("b\x01\x1b\tc\nd")}, "abc\nd|"},
-        {"a", {type("\xff\xc3")}, "a\uFFFD\uFFFD|"},
-        {"日本", {at(4)}, "日|本"},
-        {"日本", {at(99)}, "日本|"},
+    const Case cases[] = {
+        {"", {"backspace", "delete", "left", "right"}, "|"},
+        {"ab", {"left", "x"}, "ax|b"},
+        {"Grüße", {"left", "left", "backspace"}, "Gr|ße"},
+        {"日本語", {"left", "left"}, "日|本語"},
+        {"e\u0301te\u0301", {"left"}, "e\u0301t|e\u0301"},
+        {"e\u0301te\u0301", {"backspace", "backspace", "backspace"}, "|"},
+        {"a\u0300\u036F\u0370", {"left", "left"}, "|a\u0300\u036F\u0370"},
+        {"👍🏻👍🏿", {"left"}, "👍🏻|👍🏿"},
+        {"👍🏽!", {"home", "right"}, "👍🏽|!"},
+        {"👍🏽!", {"home", "delete"}, "|!"},
+        {"abcd", {"left", "shift-left", "shift-left"}, "a|bc^d"},
+        {"abcd", {"left", "shift-left", "shift-left", "é"}, "aé|d"},
+        {"abcd", {"left", "shift-left", "shift-left", "backspace"}, "a|d"},
+        {"abcd", {"left", "shift-left", "shift-left", "left"}, "a|bcd"},
+        {"abcd", {"left", "shift-left", "shift-left", "right"}, "abc|d"},
+        {"one  two", {"word-left", "word-left"}, "|one  two"},
+        {"one  two", {"home", "word-right", "word-right"}, "one  two|"},
+        {"a", {"b\x01\x1b\tc\nd"}, "abc\nd|"},
+        {"a", {"\xff\xc3"}, "a\uFFFD\uFFFD|"},
+        {"日本", {"at-4"}, "日|本"},
+        {"日本", {"at-99"}, "日本|"},
     };
     for (const Case& test : cases) {
         UITextBuffer buffer;
         buffer.setText(test.text);
-        for (const Step& step : test.steps)
-            step(buffer);
+        for (const std::string& key : test.keys) {
+            const auto known = kKeys.find(key);
+            known == kKeys.end() ? buffer.insert(key) : known->second(buffer);
+        }
         EXPECT_EQ(picture(buffer), test.expected) << test.text;
     }
 }
@@ -80,22 +105,15 @@ TEST(TextBuffer, EditsAndMovesOnlyBetweenCharacters) {
 class TextEditing : public support::ScreenTest {
 protected:
     std::shared_ptr<UITextField> makeField(double width) {
-        const auto made = std::make_shared<UITextField>(CGRectMake(10, 40, width, 40));
-        window().addSubview(made);
-        return made;
+        return add<UITextField>(CGRectMake(10, 40, width, 40));
     }
     std::shared_ptr<UITextView> makeTextView(const std::string& text) {
-        const auto made = std::make_shared<UITextView>(CGRectMake(0, 20, 200, 100));
+        const auto made = add<UITextView>(CGRectMake(0, 20, 200, 100));
         made->setText(text);
-        window().addSubview(made);
         return made;
     }
     void focus(const std::shared_ptr<UIView>& view) {
         application().events().setFirstResponder(view);
-    }
-    void pressTimes(int times, UIKeyCode code, bool shift = false) {
-        for (int time = 0; time < times; ++time)
-            press(code, shift);
     }
 };
 
@@ -128,18 +146,12 @@ TEST_F(TextEditing, AFieldInsertsWhatIsTypedAtTheCaret) {
     field->addTarget([&] { ++edits; }, UIControlEventEditingChanged);
     field->addTarget([&] { ++ends; }, UIControlEventEditingDidEndOnExit);
     EXPECT_FALSE(type("x")) << "not focused";
-    tap(*field);
-    type("a@b");
-    press(UIKeyCode::Left);
-    type("ö");
-    EXPECT_EQ(field->text(), "a@öb");
-    EXPECT_EQ(edits, 2);
-    pressTimes(2, UIKeyCode::Left, true);
-    EXPECT_EQ(field->selectedText(), "@ö");
-    press(UIKeyCode::Backspace);
-    press(UIKeyCode::Space);
-    EXPECT_EQ(field->text(), "a b");
-    press(UIKeyCode::Enter);
+    expectSteps({{"tap 20,60; type a@b; key Left; type ö", "a@öb "},
+                 {"shift Left 2", "a@öb @ö"},
+                 {"key Backspace; key Space", "a b "},
+                 {"key Enter", "a b "}},
+                [&] { return field->text() + " " + field->selectedText(); });
+    EXPECT_EQ(edits, 4);
     EXPECT_EQ(ends, 1);
     EXPECT_EQ(field->accessibilityElement().value, "a b");
     field->setText("two\nlines");
@@ -149,14 +161,9 @@ TEST_F(TextEditing, AFieldInsertsWhatIsTypedAtTheCaret) {
 TEST_F(TextEditing, ATapPlacesTheCaretBetweenTheNearestCharacters) {
     const auto field = makeField(200);
     field->setText("iiiiWWWW");
-    tap(CGPoint{11, 60});
-    type("<");
-    tap(CGPoint{200, 60});
-    type(">");
+    act("tap 11,60; type <; tap 200,60; type >");
     EXPECT_EQ(field->text(), "<iiiiWWWW>");
-    touchDown({11, 60});
-    touchMove({205, 60});
-    touchUp({205, 60});
+    act("down 11,60; move 205,60; up 205,60");
     EXPECT_EQ(field->selectedText(), "<iiiiWWWW>");
 }
 
@@ -171,10 +178,9 @@ TEST_F(TextEditing, TheCaretOfALongTextStaysInsideTheField) {
         EXPECT_LE(caret().maxX(), 80);
     }
     EXPECT_GT(caret().minX(), 60);
-    press(UIKeyCode::Home);
+    act("key Home");
     EXPECT_EQ(caret().minX(), 0);
-    press(UIKeyCode::End);
-    pressTimes(38, UIKeyCode::Backspace);
+    act("key End; key Backspace 38");
     EXPECT_GE(caret().minX(), 0);
     EXPECT_LE(caret().maxX(), 80);
 }
@@ -204,22 +210,16 @@ TEST_F(TextEditing, ATextViewMovesByLinesAndScrollsWithTheCaret) {
     int edits = 0;
     view->setTextChangeHandler([&] { ++edits; });
     focus(view);
-    press(UIKeyCode::Down);
-    press(UIKeyCode::End);
-    press(UIKeyCode::Down);
-    press(UIKeyCode::Down);
-    type("!");
+    act("key Down; key End; key Down 2; type !");
     EXPECT_EQ(view->text(), "first\nsecond line\nx\nfourth line!") << "the column is remembered";
-    press(UIKeyCode::Up, true);
+    act("shift Up");
     EXPECT_EQ(view->selectedText(), "\nfourth line!");
-    press(UIKeyCode::Down);
-    pressTimes(20, UIKeyCode::Enter);
+    act("key Down; key Enter 20");
     EXPECT_EQ(edits, 21);
     EXPECT_GT(view->contentOffset().y, 200);
-    pressTimes(40, UIKeyCode::Up);
+    act("key Up 40; type 0");
     EXPECT_LE(view->contentOffset().y, 8);
-    type("0 ");
-    EXPECT_EQ(view->text().substr(0, 7), "0 first");
+    EXPECT_TRUE(view->text().starts_with("0first"));
 }
 
 TEST_F(TextEditing, ADragScrollsATextViewAndATapPlacesTheCaret) {
@@ -227,18 +227,10 @@ TEST_F(TextEditing, ADragScrollsATextViewAndATapPlacesTheCaret) {
     for (int line = 0; line < 40; ++line)
         text += "line\n";
     const auto view = makeTextView(text);
-    touchDown({100, 100});
-    for (double y = 100; y > 40; y -= 10) {
-        advance(0.02);
-        touchMove({100, y});
-    }
-    advance(1);
-    touchUp({100, 40});
-    advance(3);
+    act("drag 100,100 100,40 0.12; wait 3");
     EXPECT_GT(view->contentOffset().y, 20);
     EXPECT_EQ(application().events().firstResponder(), nullptr);
-    tap(CGPoint{10, 60});
-    type("X");
+    act("tap 10,60; type X");
     EXPECT_NE(view->text(), text);
     EXPECT_NE(view->text().front(), 'X');
 }

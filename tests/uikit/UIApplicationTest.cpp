@@ -34,23 +34,18 @@ protected:
         made->makeKeyAndVisible();
         return made;
     }
-    std::vector<UIView*> windows() {
-        std::vector<UIView*> found;
-        for (const auto& view : screen().subviews())
-            found.push_back(view.get());
-        return found;
-    }
 };
 
 TEST_F(UIApplicationTest, WindowsAreOrderedByLevelThenByShowing) {
+    const auto first = window().shared_from_this();
     const auto alert = shown(UIWindowLevelAlert);
     const auto second = shown(UIWindowLevelNormal);
-    auto* bar = static_cast<UIView*>(&statusBar());
-    EXPECT_THAT(windows(), ElementsAre(&window(), second.get(), bar, alert.get()));
+    const auto bar = statusBar().shared_from_this();
+    EXPECT_THAT(screen().subviews(), ElementsAre(first, second, bar, alert));
     window().makeKeyAndVisible();
-    EXPECT_THAT(windows(), ElementsAre(second.get(), &window(), bar, alert.get()));
+    EXPECT_THAT(screen().subviews(), ElementsAre(second, first, bar, alert));
     window().setWindowLevel(UIWindowLevelAlert + 1);
-    EXPECT_THAT(windows(), ElementsAre(second.get(), bar, alert.get(), &window()));
+    EXPECT_THAT(screen().subviews(), ElementsAre(second, bar, alert, first));
 }
 
 TEST_F(UIApplicationTest, TheKeyWindowGoesBackWhenAnAlertLeaves) {

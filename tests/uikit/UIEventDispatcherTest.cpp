@@ -13,9 +13,6 @@
 namespace vistrel {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 using Events = std::vector<std::string>;
 
 /// Records what it hears.
@@ -73,162 +70,138 @@ private:
 
 class UIEventDispatcherTest : public support::ScreenTest {
 protected:
-    UIEventDispatcherTest() {
-        window().addSubview(list);
-        list->addSubview(row);
-    }
+    UIEventDispatcherTest() { list->addSubview(row); }
     UIEventDispatcher& dispatcher() { return application().events(); }
-    Events taken() { return std::exchange(events, {}); }
+    std::shared_ptr<Listener> listener(const std::string& name, CGRect frame) {
+        return add<Listener>(name, frame, events);
+    }
+    std::string taken() {
+        std::string text;
+        for (const std::string& event : std::exchange(events, {}))
+            text += (text.empty() ? "" : ", ") + event;
+        return text;
+    }
+    void expectSteps(const std::vector<Step>& steps) {
+        ScreenTest::expectSteps(steps, [this] { return taken(); });
+    }
     Events events;
-    std::shared_ptr<Listener> list =
-        std::make_shared<Listener>("list", CGRectMake(0, 100, 320, 300), events);
-    std::shared_ptr<Listener> row =
-        std::make_shared<Listener>("row", CGRectMake(0, 50, 320, 44), events);
+    std::shared_ptr<Listener> list = listener("list", CGRectMake(0, 100, 320, 300));
+    std::shared_ptr<Listener> row = listener("row", CGRectMake(0, 50, 320, 44));
 };
 
 TEST_F(UIEventDispatcherTest, OneViewOwnsTheFirstTouchFromDownToUp) {
     touchDown({10, 160});
     EXPECT_EQ(dispatcher().touchOwner(), row);
-    touchDown({10, 110}); // a second finger
-    touchMove({10, 390});
-    touchUp({10, 470});
-    EXPECT_THAT(taken(), ElementsAre("row began 10,10", "row moved 10,240", "row ended 10,320"));
+    expectSteps({{"down 10,110; move 10,390; up 10,470", // the first is that of a second finger
+                  "row began 10,10, row moved 10,240, row ended 10,320"}});
     EXPECT_EQ(dispatcher().touchOwner(), nullptr);
-    touchMove({10, 160});
-    touchUp({10, 160});
-    EXPECT_THAT(taken(), IsEmpty());
+    expectSteps({{"move 10,160; up 10,160", ""}});
 }
 
 TEST_F(UIEventDispatcherTest, AScrollingAncestorTakesTheTouchOver) {
     list->captureDistance = 10;
-    touchDown({10, 160});
-    touchMove({10, 165});
-    touchMove({10, 172});
-    touchMove({10, 180});
-    touchUp({10, 180});
-    EXPECT_THAT(taken(), ElementsAre("row began 10,10", "row moved 10,15", "row cancelled 10,22",
-                                     "list began 10,72", "list moved 10,72", "list moved 10,80",
-                                     "list ended 10,80"));
-
-    auto inner = std::make_shared<Listener>("inner", CGRectMake(0, 100, 320, 100), events);
+    expectSteps({{"down 10,160; move 10,165", "row began 10,10, row moved 10,15"},
+                 {"move 10,172", "row cancelled 10,22, list began 10,72, list moved 10,72"},
+                 {"move 10,180; up 10,180", "list moved 10,80, list ended 10,80"}});
+    auto inner = listener("inner", CGRectMake(0, 100, 320, 100));
     list->addSubview(inner);
     inner->addSubview(row);
     list->captureDistance = 20;
     inner->captureDistance = 10;
-    touchDown({5, 260});
-    touchMove({5, 275});
+    act("down 5,260; move 5,275");
     EXPECT_EQ(dispatcher().touchOwner(), inner) << "the innermost first";
-    touchMove({5, 285});
+    act("move 5,285");
     EXPECT_EQ(dispatcher().touchOwner(), list) << "an outer one may still take over";
 }
 
 TEST_F(UIEventDispatcherTest, AMovingListSwallowsTheTouchThatStopsIt) {
     list->swallows = true;
-    tap(CGPoint{10, 160});
-    EXPECT_THAT(taken(), ElementsAre("list began 10,60", "list ended 10,60"));
+    expectSteps({{"tap 10,160", "list began 10,60, list ended 10,60"}});
 }
 
 TEST_F(UIEventDispatcherTest, TapsInOnePlaceAreCounted) {
-    const auto tapsAfter = [&](double seconds, double x) {
-        advance(seconds);
-        tap(CGPoint{x, 160});
-        return row->taps;
-    };
-    EXPECT_EQ(tapsAfter(0, 10), 1);
-    EXPECT_EQ(tapsAfter(0.2, 12), 2);
-    EXPECT_EQ(tapsAfter(0.2, 12), 3);
-    EXPECT_EQ(tapsAfter(0.6, 12), 1) << "too late";
-    EXPECT_EQ(tapsAfter(0.1, 200), 1) << "too far";
-    touchDown({200, 160});
-    touchMove({260, 160});
-    touchUp({260, 160});
-    EXPECT_EQ(tapsAfter(0.1, 260), 1) << "a drag is not a tap";
+    ScreenTest::expectSteps(
+        {{"tap 10,160", "1"},
+         {"wait 0.2; tap 12,160", "2"},
+         {"wait 0.2; tap 12,160", "3"},
+         {"wait 0.6; tap 12,160", "1"},  // too late
+         {"wait 0.1; tap 200,160", "1"}, // too far
+         {"down 200,160; move 260,160; up 260,160; wait 0.1; tap 260,160", "1"}},
+        [this] { return std::to_string(row->taps); });
 }
 
 TEST_F(UIEventDispatcherTest, AnOwnerThatLeavesHearsThatItsTouchIsCancelled) {
-    touchDown({10, 160});
+    act("down 10,160");
     row->setHidden(true);
-    touchMove({10, 161});
-    touchUp({10, 161});
-    EXPECT_THAT(taken(), ElementsAre("row began 10,10", "row cancelled 10,11"));
+    expectSteps({{"move 10,161; up 10,161", "row began 10,10, row cancelled 10,11"}});
     row->setHidden(false);
-    touchDown({10, 160});
+    act("down 10,160");
     row->removeFromSuperview();
-    touchUp({10, 160});
-    EXPECT_THAT(taken(), ElementsAre("row began 10,10", testing::StartsWith("row cancelled")));
+    act("up 10,160");
+    EXPECT_THAT(taken(), testing::StartsWith("row began 10,10, row cancelled"));
     list->addSubview(row);
-    touchDown({10, 160});
+    act("down 10,160");
     row->removeFromSuperview();
     row.reset();
-    touchMove({10, 165});
-    touchUp({10, 165});
-    EXPECT_THAT(taken(), ElementsAre("row began 10,10")) << "destroyed under the finger";
+    expectSteps({{"move 10,165; up 10,165", "row began 10,10"}}); // destroyed under the finger
 }
 
 TEST_F(UIEventDispatcherTest, ATapMayCancelTouches) {
     row->onEnd = [&] {
         dispatcher().cancelTouch();
     };
-    tap(CGPoint{10, 160});
-    EXPECT_THAT(taken(), ElementsAre("row began 10,10", "row ended 10,10"));
-    touchDown({10, 160});
+    expectSteps({{"tap 10,160", "row began 10,10, row ended 10,10"}});
+    act("down 10,160");
     dispatcher().cancelTouch();
     dispatcher().cancelTouch();
-    touchUp({10, 160});
-    EXPECT_THAT(taken(), ElementsAre("row began 10,10", "row cancelled 10,10"));
+    expectSteps({{"up 10,160", "row began 10,10, row cancelled 10,10"}});
 }
 
 TEST_F(UIEventDispatcherTest, AWheelStepGoesToTheInnermostViewThatCanScroll) {
-    auto outer = std::make_shared<Listener>("outer", CGRectMake(0, 0, 320, 480), events);
-    window().addSubview(outer);
+    auto outer = listener("outer", CGRectMake(0, 0, 320, 480));
     outer->addSubview(list);
     outer->captureDistance = 1;
     dispatcher().sendScroll({10, 160}, 0, 5, 0);
     list->captureDistance = 1;
     dispatcher().sendScroll({10, 160}, 0, 5, 0);
     dispatcher().sendScroll({10, 160}, 0, -5, 0);
-    EXPECT_THAT(taken(), ElementsAre("outer scrolled", "list scrolled"));
+    EXPECT_EQ(taken(), "outer scrolled, list scrolled");
 }
 
 TEST_F(UIEventDispatcherTest, WithoutFocusKeysGoToTheFrontmostList) {
-    auto other = std::make_shared<Listener>("other", CGRectMake(0, 0, 320, 50), events);
-    window().addSubview(other);
+    auto other = listener("other", CGRectMake(0, 0, 320, 50));
     list->takesKeys = other->takesKeys = true;
     list->usedKey = other->usedKey = UIKeyCode::Down;
     EXPECT_TRUE(press(UIKeyCode::Down));
-    EXPECT_THAT(taken(), ElementsAre("other key"));
+    EXPECT_EQ(taken(), "other key");
     other->setHidden(true);
     EXPECT_TRUE(press(UIKeyCode::Down));
-    EXPECT_THAT(taken(), ElementsAre("list key"));
     EXPECT_FALSE(press(UIKeyCode::Left));
+    EXPECT_EQ(taken(), "list key, list key");
     list->setUserInteractionEnabled(false);
-    taken();
     EXPECT_FALSE(press(UIKeyCode::Down));
-    EXPECT_THAT(taken(), IsEmpty());
+    EXPECT_EQ(taken(), "");
 }
 
 TEST_F(UIEventDispatcherTest, AWindowAboveTakesTouchesAndKeys) {
     dispatcher().setFirstResponder(row);
     auto alert = std::make_shared<UIWindow>();
     alert->setWindowLevel(UIWindowLevelAlert);
-    auto panel = std::make_shared<Listener>("panel", CGRectMake(0, 0, 100, 100), events);
+    auto panel = listener("panel", CGRectMake(0, 0, 100, 100));
     panel->takesKeys = true;
     panel->usedKey = UIKeyCode::Enter;
     alert->addSubview(panel);
     alert->makeKeyAndVisible();
     taken();
-    tap(CGPoint{10, 160});
-    EXPECT_TRUE(press(UIKeyCode::Enter));
-    EXPECT_THAT(taken(), ElementsAre("panel key"));
+    expectSteps({{"tap 10,160; key Enter", "panel key"}});
     alert->removeFromSuperview();
     taken();
     tap(CGPoint{10, 160});
     EXPECT_FALSE(press(UIKeyCode::Enter));
-    EXPECT_THAT(taken(), ElementsAre("row began 10,10", "row ended 10,10", "row key", "list key"))
-        << "keys climb";
+    EXPECT_EQ(taken(), "row began 10,10, row ended 10,10, row key, list key") << "keys climb";
     row->usedKey = UIKeyCode::Enter;
     EXPECT_TRUE(press(UIKeyCode::Enter));
-    EXPECT_THAT(taken(), ElementsAre("row key")) << "until one is used";
+    EXPECT_EQ(taken(), "row key") << "until one is used";
 }
 
 TEST_F(UIEventDispatcherTest, KeysMoveAVisibleFocusAsThePictureReads) {
@@ -238,10 +211,8 @@ TEST_F(UIEventDispatcherTest, KeysMoveAVisibleFocusAsThePictureReads) {
         application().walkScreen(visitor);
         return std::string(bitmap->data(), bitmap->data() + bitmap->stride() * 480);
     };
-    auto other = std::make_shared<Listener>("other", CGRectMake(100, 10, 50, 50), events);
-    auto first = std::make_shared<Listener>("first", CGRectMake(20, 20, 50, 50), events);
-    window().addSubview(other);
-    window().addSubview(first);
+    auto other = listener("other", CGRectMake(100, 10, 50, 50));
+    auto first = listener("first", CGRectMake(20, 20, 50, 50));
     row->focusable = other->focusable = first->focusable = true;
     dispatcher().setFirstResponder(row);
     const auto untouched = picture();
@@ -264,27 +235,40 @@ TEST_F(UIEventDispatcherTest, KeysMoveAVisibleFocusAsThePictureReads) {
     EXPECT_EQ(picture(), untouched) << "a finger needs no ring";
 }
 
+/// Records the commands and Escapes that it is asked about.
+class RecordingScreen : public UIViewController {
+public:
+    RecordingScreen(std::string name, bool leaves, Events& events)
+        : takes(leaves)
+        , name_(std::move(name))
+        , events_(events) {}
+    bool performCommand(UICommand command) override {
+        commands.push_back(command);
+        return takes;
+    }
+    bool escapePressed() override {
+        events_.push_back(name_);
+        return takes;
+    }
+    std::vector<UICommand> commands;
+    bool takes;
+
+private:
+    std::string name_;
+    Events& events_;
+};
+
 TEST_F(UIEventDispatcherTest, EveryShortcutReachesTheScreenThenTheWindow) {
-    class Commanded : public UIViewController {
-    public:
-        bool performCommand(UICommand command) override {
-            commands.push_back(command);
-            return takes;
-        }
-        std::vector<UICommand> commands;
-        bool takes = true;
-    };
-    auto screen = std::make_shared<Commanded>();
+    auto screen = std::make_shared<RecordingScreen>("screen", true, events);
     window().addSubview(screen->view());
     std::vector<UICommand> expected;
     for (const auto& shortcut : kShortcuts) {
-        const UIKey key{shortcut.code, std::string(shortcut.character), false, shortcut.control,
-                        shortcut.alt};
+        UIKey key{shortcut.code, std::string(shortcut.character), false, shortcut.control,
+                  shortcut.alt};
         EXPECT_TRUE(dispatcher().sendKey(key)) << shortcut.keys;
         expected.push_back(shortcut.command);
-        auto plain = key;
-        plain.alt = !plain.alt;
-        EXPECT_FALSE(commandForKey(plain)) << shortcut.keys;
+        key.alt = !key.alt;
+        EXPECT_FALSE(commandForKey(key)) << shortcut.keys;
     }
     EXPECT_EQ(screen->commands, expected);
     screen->takes = false;
@@ -295,40 +279,21 @@ TEST_F(UIEventDispatcherTest, EveryShortcutReachesTheScreenThenTheWindow) {
     EXPECT_TRUE(display().isClosed());
 }
 
-class EscapableScreen : public UIViewController {
-public:
-    EscapableScreen(std::string name, bool leaves, Events& events)
-        : name_(std::move(name))
-        , leaves_(leaves)
-        , events_(events) {}
-    bool escapePressed() override {
-        events_.push_back(name_);
-        return leaves_;
-    }
-
-private:
-    std::string name_;
-    bool leaves_;
-    Events& events_;
-};
-
 TEST_F(UIEventDispatcherTest, EscapeAsksTheInnermostScreenFirstAndNeverTheOnesBehind) {
-    const auto screen = [&](const char* name, bool leaves) {
-        return std::make_shared<EscapableScreen>(name, leaves, events);
+    const auto screen = [&](const char* name, bool leaves, UIView& above) {
+        auto made = std::make_shared<RecordingScreen>(name, leaves, events);
+        above.addSubview(made->view());
+        return made;
     };
-    auto covered = screen("covered", true);
-    auto container = screen("container", true);
-    auto top = screen("top", false);
-    window().addSubview(covered->view());
-    window().addSubview(container->view());
-    container->view()->addSubview(top->view());
+    auto covered = screen("covered", true, window());
+    auto container = screen("container", true, window());
+    auto top = screen("top", false, *container->view());
     EXPECT_TRUE(press(UIKeyCode::Escape));
-    EXPECT_THAT(taken(), ElementsAre("top", "container"));
+    EXPECT_EQ(taken(), "top, container");
     container->view()->removeFromSuperview();
-    auto modal = screen("modal", false);
-    window().addSubview(modal->view());
+    auto modal = screen("modal", false, window());
     EXPECT_FALSE(press(UIKeyCode::Escape));
-    EXPECT_THAT(taken(), ElementsAre("modal"));
+    EXPECT_EQ(taken(), "modal");
 }
 
 }

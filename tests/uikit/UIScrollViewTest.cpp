@@ -3,56 +3,42 @@
 #include "platform/uikit/UIEventDispatcher.h"
 #include "tests/support/ui/ScreenTest.h"
 
+#include <sstream>
+
 namespace vistrel {
 namespace {
 
 /// A page of 320 x 2000 in a window of 320 x 400.
 class UIScrollViewTest : public support::ScreenTest {
 protected:
-    UIScrollViewTest() {
-        view = std::make_shared<UIScrollView>(CGRectMake(0, 0, 320, 400));
-        view->setContentSize({320, 2000});
-        window().addSubview(view);
-    }
-    ~UIScrollViewTest() override { view->removeFromSuperview(); }
+    UIScrollViewTest() { view->setContentSize({320, 2000}); }
 
-    void drag(double distance, double seconds) {
-        touchDown({100, 200});
-        for (int step = 1; step <= 6; ++step) {
-            advance(seconds / 6);
-            touchMove({100, 200 + distance * step / 6});
-        }
-        touchUp({100, 200 + distance});
-    }
     double y() const { return view->contentOffset().y; }
     void wheel(double dy) { application().events().sendScroll({100, 100}, 0, dy, loop().now()); }
+    /// "40 dragged", "0".
+    void expectSteps(const std::vector<Step>& steps) {
+        ScreenTest::expectSteps(steps, [this] {
+            std::ostringstream text;
+            text << y() + 0.0 << (view->isDragging() ? " dragged" : "")
+                 << (view->isDecelerating() ? " moving" : "");
+            return text.str();
+        });
+    }
 
-    std::shared_ptr<UIScrollView> view;
+    std::shared_ptr<UIScrollView> view = add<UIScrollView>(CGRectMake(0, 0, 320, 400));
 };
 
 TEST_F(UIScrollViewTest, FollowsATouchAfterTenPoints) {
-    touchDown({100, 300});
-    touchMove({100, 291});
-    EXPECT_FALSE(view->isDragging());
-    EXPECT_EQ(y(), 0);
-    touchMove({100, 290});
-    EXPECT_TRUE(view->isDragging());
-    EXPECT_EQ(y(), 0) << "the content does not jump";
-    touchMove({100, 250});
-    EXPECT_EQ(y(), 40);
-    advance(0.5);
-    touchUp({100, 250});
-    EXPECT_FALSE(view->isDragging());
-    EXPECT_EQ(y(), 40);
-    touchDown({100, 300});
-    touchMove({100, 280});
-    touchMove({100, 265.3});
-    EXPECT_EQ(y(), 55) << "offsets are whole pixels";
-    touchUp({100, 265.3});
+    expectSteps({{"down 100,300; move 100,291", "0"},
+                 {"move 100,290", "0 dragged"}, // the content does not jump
+                 {"move 100,250", "40 dragged"},
+                 {"wait 0.5; up 100,250", "40"},
+                 {"down 100,300; move 100,280; move 100,265.3", "55 dragged"}, // a whole pixel
+                 {"up 100,265.3; wait 1", "55"}});
 }
 
 TEST_F(UIScrollViewTest, AFlickCoastsAndRequestsFramesOnlyUntilItRests) {
-    drag(-60, 0.06);
+    drag({100, 200}, {100, 140}, 0.06);
     EXPECT_TRUE(view->isDecelerating());
     const double released = y();
     advance(5);
@@ -66,29 +52,24 @@ TEST_F(UIScrollViewTest, AFlickCoastsAndRequestsFramesOnlyUntilItRests) {
 
 TEST_F(UIScrollViewTest, APullPastTheTopSpringsBackAlsoWhenItIsCancelled) {
     for (const bool cancelled : {false, true}) {
-        touchDown({100, 100});
-        touchMove({100, 120});
-        touchMove({100, 300});
+        act("down 100,100; move 100,120; move 100,300");
         EXPECT_LT(y(), -30);
         advance(0.5);
         if (cancelled)
             application().events().cancelTouch();
         else
             touchUp({100, 300});
-        advance(2);
-        EXPECT_EQ(y(), 0);
+        expectSteps({{"wait 2", "0"}});
     }
 }
 
 TEST_F(UIScrollViewTest, ShortContentMovesOnlyWhereItAlwaysBounces) {
     view->setContentSize({320, 300});
-    drag(-100, 0.3);
-    EXPECT_EQ(y(), 0);
+    expectSteps({{"drag 100,200 100,100 0.3", "0"}});
     view->setAlwaysBounceVertical(true);
-    drag(-100, 0.3);
+    act("drag 100,200 100,100 0.3");
     EXPECT_GT(y(), 10);
-    advance(2);
-    EXPECT_EQ(y(), 0);
+    expectSteps({{"wait 2", "0"}});
 }
 
 TEST_F(UIScrollViewTest, AWheelScrollsWithinTheRange) {
@@ -132,9 +113,7 @@ TEST_F(UIScrollViewTest, TheInsetExtendsTheRange) {
     EXPECT_EQ(y(), -44);
     view->scrollRectToVisible(CGRectMake(0, 1990, 10, 10), false);
     EXPECT_EQ(y(), 1600);
-    ASSERT_TRUE(press(UIKeyCode::End));
-    advance(1);
-    EXPECT_EQ(y(), 1637);
+    expectSteps({{"key End; wait 1", "1637"}});
     view->setContentInset({});
     EXPECT_EQ(y(), 1600);
     view->setFrame(CGRectMake(0, 0, 320, 500));
@@ -142,17 +121,14 @@ TEST_F(UIScrollViewTest, TheInsetExtendsTheRange) {
 }
 
 TEST_F(UIScrollViewTest, TheIndicatorShowsWhileItMovesAndFadesAfterwards) {
-    touchDown({100, 300});
-    touchMove({100, 280});
-    touchMove({100, 200});
+    act("down 100,300; move 100,280; move 100,200");
     const auto indicator = view->subviews().back();
     EXPECT_EQ(indicator->alpha(), 1);
     const CGRect bar = indicator->frame();
     EXPECT_EQ(bar.maxX(), 318);
     EXPECT_EQ(bar.minY(), 80 + 2 + 16) << "in the content's coordinates";
     EXPECT_EQ(bar.size.height, 79);
-    advance(0.5);
-    touchUp({100, 200});
+    act("wait 0.5; up 100,200");
     EXPECT_EQ(indicator->alpha(), 1);
     advance(1);
     EXPECT_EQ(indicator->alpha(), 0);

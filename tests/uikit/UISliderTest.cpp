@@ -15,16 +15,13 @@ namespace {
 class UISliderTest : public support::ScreenTest {
 protected:
     UISliderTest() {
-        slider = std::make_shared<UISlider>(CGRectMake(0, 100, 220, 9));
         slider->setThumbImage(plainImage(20, 20, 0xff0000ff));
         slider->setMinimumTrackImage(plainImage(4, 9, 0xffff0000));
         slider->setMaximumTrackImage(plainImage(4, 9, 0xff00ff00));
         slider->addTarget([this] { ++changes; }, UIControlEventValueChanged);
-        window().addSubview(slider);
     }
-    ~UISliderTest() override { slider->removeFromSuperview(); }
 
-    std::shared_ptr<UISlider> slider;
+    std::shared_ptr<UISlider> slider = add<UISlider>(CGRectMake(0, 100, 220, 9));
     int changes = 0;
 };
 
@@ -56,35 +53,35 @@ TEST_F(UISliderTest, TracksMeetUnderTheThumbWhichMayBeTallerThanTheSlider) {
 }
 
 TEST_F(UISliderTest, AMoveOfLessThanAPixelComposesNothing) {
+    const auto bar = add<UIProgressView>(CGRectMake(0, 50, 202, 9));
     slider->setMaximumValue(1000);
     slider->setValue(500);
+    bar->setProgress(0.5F);
     advance(1);
-    const int frames = display().frames();
-    slider->setValue(501);
-    advance(1);
-    EXPECT_EQ(display().frames(), frames);
-    slider->setValue(506);
-    advance(1);
-    EXPECT_EQ(display().frames(), frames + 1);
+    const auto framesFor = [&](auto change) {
+        const int before = display().frames();
+        change();
+        advance(1);
+        return display().frames() - before;
+    };
+    EXPECT_EQ(framesFor([&] { slider->setValue(501); }), 0);
+    EXPECT_EQ(framesFor([&] { slider->setValue(506); }), 1);
+    EXPECT_EQ(framesFor([&] { bar->setProgress(0.501F); }), 0);
+    EXPECT_EQ(framesFor([&] { bar->setProgress(0.51F); }), 1);
 }
 
 TEST_F(UISliderTest, AFingerDragsOnlyTheThumb) {
-    touchDown({150, 104});
-    touchMove({180, 104});
-    EXPECT_EQ(slider->value(), 0);
-    touchUp({180, 104});
-    touchDown({14, 110});
-    EXPECT_TRUE(slider->isTracking());
-    EXPECT_EQ(slider->value(), 0) << "taking hold beside the middle moves nothing";
-    touchMove({114, 200});
-    EXPECT_FLOAT_EQ(slider->value(), 0.5F);
-    touchMove({114, 210});
-    EXPECT_EQ(changes, 1) << "one event for one change";
-    touchMove({900, 104});
-    EXPECT_EQ(slider->value(), 1);
-    touchUp({900, 104});
-    EXPECT_EQ(changes, 2);
-    EXPECT_FALSE(slider->isTracking());
+    expectSteps({{"down 150,104; move 180,104", "0%"},       // beside the thumb
+                 {"up 180,104; down 14,110", "0% tracking"}, // beside its middle
+                 {"move 114,200; move 114,210", "50% tracking, 1 change"},
+                 {"move 900,104", "100% tracking, 1 change"},
+                 {"up 900,104", "100%"}},
+                [this] {
+                    const int heard = std::exchange(changes, 0);
+                    return slider->accessibilityElement().value +
+                           (slider->isTracking() ? " tracking" : "") +
+                           (heard ? ", " + std::to_string(heard) + " change" : "");
+                });
 }
 
 TEST_F(UISliderTest, ArrowsMoveItAndAScreenReaderReadsIt) {
@@ -120,21 +117,6 @@ TEST_F(UIProgressViewTest, ClampsAndFillsThatMuch) {
     bar->setProgress(1);
     EXPECT_TRUE(anyPixel(*bar, CGRectMake(195, 4, 4, 1), blue));
     EXPECT_EQ(bar->accessibilityElement().value, "100%");
-}
-
-TEST_F(UIProgressViewTest, ProgressOfLessThanAPixelComposesNothing) {
-    auto bar = std::make_shared<UIProgressView>(CGRectMake(0, 50, 202, 9));
-    window().addSubview(bar);
-    bar->setProgress(0.5F);
-    advance(1);
-    const int frames = display().frames();
-    bar->setProgress(0.501F);
-    advance(1);
-    EXPECT_EQ(display().frames(), frames);
-    bar->setProgress(0.51F);
-    advance(1);
-    EXPECT_EQ(display().frames(), frames + 1);
-    bar->removeFromSuperview();
 }
 
 }
