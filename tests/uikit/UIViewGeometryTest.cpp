@@ -1,47 +1,45 @@
 #include "platform/uikit/UIView.h"
 
-#include <algorithm>
 #include <cmath>
 #include <gmock/gmock.h>
 
 namespace vistrel {
 namespace {
 
-std::shared_ptr<UIView> viewAt(double x, double y, double width, double height) {
+using testing::ElementsAre;
+using View = std::shared_ptr<UIView>;
+
+View viewAt(double x, double y, double width, double height) {
     return std::make_shared<UIView>(CGRectMake(x, y, width, height));
 }
 
-MATCHER_P(IsRect, expected, "") {
+MATCHER_P4(IsRect, x, y, width, height, "") {
     *result_listener << "(" << arg.minX() << ", " << arg.minY() << ", " << arg.size.width << ", "
                      << arg.size.height << ")";
-    const auto near = [](double a, double b) {
-        return std::abs(a - b) < 1e-9;
-    };
-    return near(arg.minX(), expected.minX()) && near(arg.minY(), expected.minY()) &&
-           near(arg.size.width, expected.size.width) && near(arg.size.height, expected.size.height);
+    return std::abs(arg.minX() - x) + std::abs(arg.minY() - y) + std::abs(arg.size.width - width) +
+               std::abs(arg.size.height - height) <
+           1e-9;
 }
 
 TEST(UIViewGeometryTest, TheFrameIsTheBoundingBoxUnderTheTransform) {
     const struct {
-        const char* name;
         CGAffineTransform transform;
-        CGRect frame;
+        testing::Matcher<CGRect> frame;
     } cases[] = {
-        {"none", {}, CGRectMake(10, 20, 100, 40)},
-        {"quarter turn", CGAffineTransformMakeRotation(M_PI / 2), CGRectMake(40, -10, 40, 100)},
-        {"half turn", CGAffineTransformMakeRotation(M_PI), CGRectMake(10, 20, 100, 40)},
-        {"doubled", CGAffineTransformMakeScale(2, 2), CGRectMake(-40, 0, 200, 80)},
-        {"moved", CGAffineTransformMakeTranslation(5, 7), CGRectMake(15, 27, 100, 40)},
+        {{}, IsRect(10, 20, 100, 40)},
+        {CGAffineTransformMakeRotation(M_PI / 2), IsRect(40, -10, 40, 100)},
+        {CGAffineTransformMakeRotation(M_PI), IsRect(10, 20, 100, 40)},
+        {CGAffineTransformMakeScale(2, 2), IsRect(-40, 0, 200, 80)},
+        {CGAffineTransformMakeTranslation(5, 7), IsRect(15, 27, 100, 40)},
     };
     for (const auto& test : cases) {
         auto view = viewAt(10, 20, 100, 40);
         view->setTransform(test.transform);
-        EXPECT_THAT(view->frame(), IsRect(test.frame)) << test.name;
-        EXPECT_EQ(view->bounds(), CGRectMake(0, 0, 100, 40)) << test.name;
-        const auto target = CGRectMake(30, 40, 60, 80);
-        view->setFrame(target);
-        EXPECT_THAT(view->frame(), IsRect(target)) << test.name;
-        EXPECT_EQ(view->transform(), test.transform) << test.name;
+        EXPECT_THAT(view->frame(), test.frame);
+        EXPECT_EQ(view->bounds(), CGRectMake(0, 0, 100, 40));
+        view->setFrame(CGRectMake(30, 40, 60, 80));
+        EXPECT_THAT(view->frame(), IsRect(30, 40, 60, 80));
+        EXPECT_EQ(view->transform(), test.transform);
     }
 }
 
@@ -54,7 +52,7 @@ TEST(UIViewGeometryTest, TheFrameKeepsTheScrollPositionAndBoundsGrowAroundTheCen
     EXPECT_EQ(view->bounds(), CGRectMake(0, 300, 20, 30));
 }
 
-TEST(UIViewGeometryTest, AutoresizingSharesTheGrowth) {
+TEST(UIViewGeometryTest, AutoresizingSharesTheGrowthDownTheTree) {
     constexpr unsigned left = UIViewAutoresizingFlexibleLeftMargin;
     constexpr unsigned width = UIViewAutoresizingFlexibleWidth;
     constexpr unsigned right = UIViewAutoresizingFlexibleRightMargin;
@@ -82,28 +80,19 @@ TEST(UIViewGeometryTest, AutoresizingSharesTheGrowth) {
         {"width and height", width | height, rect(0, 0, 100, 100), rect(0, 0, 200, 300)},
     };
     for (const auto& test : cases) {
+        auto root = viewAt(0, 0, 100, 100);
         auto parent = viewAt(0, 0, 100, 100);
         auto child = std::make_shared<UIView>(test.before);
+        parent->setAutoresizingMask(width | height);
         child->setAutoresizingMask(test.mask);
+        root->addSubview(parent);
         parent->addSubview(child);
-        parent->setFrame(CGRectMake(0, 0, 200, 300));
-        EXPECT_THAT(child->frame(), IsRect(test.after)) << test.name;
+        root->setFrame(CGRectMake(0, 0, 200, 300));
+        EXPECT_EQ(child->frame(), test.after) << test.name;
+        root->setAutoresizesSubviews(false);
+        root->setFrame(CGRectMake(0, 0, 400, 400));
+        EXPECT_EQ(parent->frame(), CGRectMake(0, 0, 200, 300)) << test.name;
     }
-}
-
-TEST(UIViewGeometryTest, AutoresizingReachesGrandchildrenAndCanBeSwitchedOff) {
-    auto top = viewAt(0, 0, 100, 100);
-    auto middle = viewAt(0, 0, 100, 100);
-    auto leaf = viewAt(10, 10, 80, 80);
-    middle->setAutoresizingMask(UIViewAutoresizingFlexibleWidth);
-    leaf->setAutoresizingMask(UIViewAutoresizingFlexibleWidth);
-    middle->addSubview(leaf);
-    top->addSubview(middle);
-    top->setFrame(CGRectMake(0, 0, 150, 100));
-    EXPECT_EQ(leaf->frame(), CGRectMake(10, 10, 130, 80));
-    top->setAutoresizesSubviews(false);
-    top->setFrame(CGRectMake(0, 0, 400, 100));
-    EXPECT_EQ(middle->frame(), CGRectMake(0, 0, 150, 100));
 }
 
 TEST(UIViewGeometryTest, TouchesReachTheRightPlaceOfARotatedView) {
@@ -115,7 +104,6 @@ TEST(UIViewGeometryTest, TouchesReachTheRightPlaceOfARotatedView) {
     video->setCenter({160, 240});
     video->setTransform(CGAffineTransformMakeRotation(M_PI / 2));
     video->addSubview(doneButton);
-    EXPECT_THAT(video->frame(), IsRect(CGRectMake(0, 0, 320, 480)));
     // The button's middle (40, 35) in the video is at the upper right of the portrait screen.
     const auto onScreen = video->convertPointToView({40, 35}, screen.get());
     EXPECT_NEAR(onScreen.x, 285, 1e-9);
@@ -126,7 +114,7 @@ TEST(UIViewGeometryTest, TouchesReachTheRightPlaceOfARotatedView) {
     EXPECT_NEAR(back.x, 30, 1e-9);
     EXPECT_NEAR(back.y, 15, 1e-9);
     EXPECT_THAT(doneButton->convertRectToView(doneButton->bounds(), screen.get()),
-                IsRect(CGRectMake(270, 10, 30, 60)));
+                IsRect(270, 10, 30, 60));
 }
 
 TEST(UIViewGeometryTest, ATouchGoesToTheFrontmostViewThatAcceptsIt) {
@@ -135,23 +123,19 @@ TEST(UIViewGeometryTest, ATouchGoesToTheFrontmostViewThatAcceptsIt) {
     auto above = viewAt(50, 0, 50, 100);
     root->addSubview(below);
     root->addSubview(above);
-    const auto hit = [&] {
+    const auto hitAfter = [&](auto change) {
+        change();
         return root->hitTest({75, 50});
     };
-    EXPECT_EQ(hit(), above);
-    root->bringSubviewToFront(*below);
-    EXPECT_EQ(hit(), below);
-    root->sendSubviewToBack(*below);
-    above->setHidden(true);
-    EXPECT_EQ(hit(), below);
+    EXPECT_EQ(hitAfter([] {}), above);
+    EXPECT_EQ(hitAfter([&] { root->bringSubviewToFront(*below); }), below);
+    EXPECT_EQ(hitAfter([&] { root->sendSubviewToBack(*below); }), above);
+    EXPECT_EQ(hitAfter([&] { above->setHidden(true); }), below);
     above->setHidden(false);
-    above->setAlpha(0);
-    EXPECT_EQ(hit(), below);
+    EXPECT_EQ(hitAfter([&] { above->setAlpha(0); }), below);
     above->setAlpha(1);
-    above->setUserInteractionEnabled(false);
-    EXPECT_EQ(hit(), below);
-    below->setUserInteractionEnabled(false);
-    EXPECT_EQ(hit(), root);
+    EXPECT_EQ(hitAfter([&] { above->setUserInteractionEnabled(false); }), below);
+    EXPECT_EQ(hitAfter([&] { below->setUserInteractionEnabled(false); }), root);
     EXPECT_EQ(root->hitTest({100, 50}), nullptr);
     const auto row = viewAt(0, 300, 100, 44);
     root->addSubview(row);
@@ -159,41 +143,29 @@ TEST(UIViewGeometryTest, ATouchGoesToTheFrontmostViewThatAcceptsIt) {
     EXPECT_EQ(root->hitTest({50, 320}), row) << "scrolled";
 }
 
-TEST(UIViewGeometryTest, SubviewsKeepTheOrderOfInsertion) {
+TEST(UIViewGeometryTest, SubviewsKeepTheOrderOfInsertionAndHaveOneSuperview) {
     auto root = viewAt(0, 0, 10, 10);
-    std::vector<std::shared_ptr<UIView>> views;
-    for (int i = 0; i < 4; ++i) {
-        views.push_back(viewAt(0, 0, 1, 1));
-        root->addSubview(views.back());
-    }
-    using testing::ElementsAre;
-    const auto order = [&](const UIView& view) {
-        std::vector<std::ptrdiff_t> indices;
-        for (const auto& child : view.subviews())
-            indices.push_back(std::find(views.begin(), views.end(), child) - views.begin());
-        return indices;
-    };
-    root->insertSubviewBelowSubview(views[3], *views[1]);
-    EXPECT_THAT(order(*root), ElementsAre(0, 3, 1, 2));
-    root->insertSubviewBelowSubview(views[3], *views[2]);
-    EXPECT_THAT(order(*root), ElementsAre(0, 1, 3, 2));
-    root->insertSubviewAtIndex(views[3], 0);
-    EXPECT_THAT(order(*root), ElementsAre(3, 0, 1, 2));
-    root->addSubview(views[0]);
-    EXPECT_THAT(order(*root), ElementsAre(3, 1, 2, 0));
-}
-
-TEST(UIViewGeometryTest, AViewHasOneSuperviewAtATime) {
-    auto first = viewAt(0, 0, 10, 10);
-    auto second = viewAt(0, 0, 10, 10);
-    auto child = viewAt(0, 0, 1, 1);
-    first->addSubview(child);
-    second->addSubview(child);
-    EXPECT_TRUE(first->subviews().empty());
-    EXPECT_EQ(child->superview(), second.get());
-    second.reset();
-    EXPECT_EQ(child->superview(), nullptr);
-    child->removeFromSuperview();
+    const View a = viewAt(0, 0, 1, 1);
+    const View b = viewAt(0, 0, 1, 1);
+    const View c = viewAt(0, 0, 1, 1);
+    const View d = viewAt(0, 0, 1, 1);
+    for (const View& each : {a, b, c, d})
+        root->addSubview(each);
+    root->insertSubviewBelowSubview(d, *b);
+    EXPECT_THAT(root->subviews(), ElementsAre(a, d, b, c));
+    root->insertSubviewBelowSubview(d, *c);
+    EXPECT_THAT(root->subviews(), ElementsAre(a, b, d, c));
+    root->insertSubviewAtIndex(d, 0);
+    EXPECT_THAT(root->subviews(), ElementsAre(d, a, b, c));
+    root->addSubview(a);
+    EXPECT_THAT(root->subviews(), ElementsAre(d, b, c, a));
+    auto other = viewAt(0, 0, 10, 10);
+    other->addSubview(a);
+    EXPECT_THAT(root->subviews(), ElementsAre(d, b, c));
+    EXPECT_EQ(a->superview(), other.get());
+    other.reset();
+    EXPECT_EQ(a->superview(), nullptr);
+    a->removeFromSuperview();
 }
 
 TEST(UIViewGeometryTest, LayoutRunsOncePerRequest) {
@@ -208,15 +180,15 @@ TEST(UIViewGeometryTest, LayoutRunsOncePerRequest) {
     auto leaf = std::make_shared<Counting>(CGRectMake(0, 0, 5, 5));
     middle->addSubview(leaf);
     root->addSubview(middle);
-    root->layoutIfNeeded();
-    root->layoutIfNeeded();
-    EXPECT_EQ(leaf->layouts, 1);
-    leaf->setFrame(CGRectMake(3, 3, 5, 5));
-    root->layoutIfNeeded();
-    EXPECT_EQ(leaf->layouts, 1) << "moving needs no layout";
-    leaf->setFrame(CGRectMake(3, 3, 6, 5));
-    root->layoutIfNeeded();
-    EXPECT_EQ(leaf->layouts, 2);
+    const auto layoutsAfter = [&](const CGRect& frame) {
+        leaf->setFrame(frame);
+        root->layoutIfNeeded();
+        return leaf->layouts;
+    };
+    EXPECT_EQ(layoutsAfter(CGRectMake(0, 0, 5, 5)), 1);
+    EXPECT_EQ(layoutsAfter(CGRectMake(0, 0, 5, 5)), 1);
+    EXPECT_EQ(layoutsAfter(CGRectMake(3, 3, 5, 5)), 1) << "moving needs no layout";
+    EXPECT_EQ(layoutsAfter(CGRectMake(3, 3, 6, 5)), 2);
 }
 
 }
