@@ -9,6 +9,7 @@
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::UnorderedElementsAre;
 
 namespace vistrel {
 namespace {
@@ -21,16 +22,20 @@ protected:
         const std::string& title, std::function<void()> action = [] {}) {
         return UIBarButtonItem::withTitle(title, UIBarButtonItemStyle::Bordered, std::move(action));
     }
-    /// A toolbar in the window.
-    std::shared_ptr<UIToolbar> toolbar() {
-        const auto bar = std::make_shared<UIToolbar>(CGRectMake(0, 436, 320, 44));
-        window().addSubview(bar);
+    std::shared_ptr<UIToolbar> toolbar() { return add<UIToolbar>(CGRectMake(0, 436, 320, 44)); }
+    /// With the items, the last of them on top.
+    std::shared_ptr<UINavigationBar>
+    navigationBar(std::vector<std::shared_ptr<UINavigationItem>> items) {
+        const auto bar = add<UINavigationBar>(CGRectMake(0, 20, 320, 44));
+        for (auto& item : items)
+            bar->pushNavigationItem(std::move(item), false);
         return bar;
     }
-    std::shared_ptr<UINavigationBar> navigationBar() {
-        const auto bar = std::make_shared<UINavigationBar>(CGRectMake(0, 20, 320, 44));
-        window().addSubview(bar);
-        return bar;
+    static std::shared_ptr<UINavigationItem> entitled(const std::string& title) {
+        return std::make_shared<UINavigationItem>(title);
+    }
+    std::vector<std::string> buttons(UIView& bar) {
+        return labels(UIAccessibilityRole::Button, bar);
     }
 };
 
@@ -55,8 +60,8 @@ TEST_F(Bars, FlexibleSpacesShareWhatTheButtonsLeave) {
 TEST_F(Bars, AReplacedItemTakesThePlaceOfTheOld) {
     const auto bar = toolbar();
     std::string heard;
-    const auto refresh = UIBarButtonItem::withBarButtonSystemItem(UIBarButtonSystemItem::Refresh,
-                                                                  [&] { heard += "refresh "; });
+    const auto refresh =
+        UIBarButtonItem::withBarButtonSystemItem(UIBarButtonSystemItem::Refresh, {});
     const auto stop = UIBarButtonItem::withBarButtonSystemItem(UIBarButtonSystemItem::Stop,
                                                                [&] { heard += "stop "; });
     const auto home = titled("Home", [&] {
@@ -68,10 +73,9 @@ TEST_F(Bars, AReplacedItemTakesThePlaceOfTheOld) {
     bar->setItems({home, stop});
     EXPECT_EQ(placeOfButton("Stop"), old);
     EXPECT_EQ(placeOfButton("Refresh"), CGRect{});
-    tapButton("Stop");
-    tapButton("Home");
+    act("button Stop; button Home");
     EXPECT_EQ(heard, "stop home ");
-    EXPECT_THAT(labels(UIAccessibilityRole::Button, *bar), ElementsAre("Stop"));
+    EXPECT_THAT(buttons(*bar), ElementsAre("Stop"));
 }
 
 TEST_F(Bars, ADisabledItemIsFaintAndDoesNothing) {
@@ -96,7 +100,7 @@ TEST_F(Bars, ADisabledItemIsFaintAndDoesNothing) {
     tapButton("Go");
     EXPECT_EQ(presses, 1);
     item->setTitle("Went");
-    EXPECT_THAT(labels(UIAccessibilityRole::Button, *bar), ElementsAre("Went"));
+    EXPECT_THAT(buttons(*bar), ElementsAre("Went"));
 }
 
 TEST_F(Bars, TheBackButtonHasThePreviousTitle) {
@@ -112,40 +116,32 @@ TEST_F(Bars, TheBackButtonHasThePreviousTitle) {
         const auto next = std::make_shared<UIViewController>();
         next->setTitle("Next");
         navigation->pushViewController(next, false);
-        EXPECT_THAT(labels(UIAccessibilityRole::Button, *navigation->navigationBar()),
-                    ElementsAre(button));
+        EXPECT_THAT(buttons(*navigation->navigationBar()), ElementsAre(button));
         EXPECT_THAT(labels(UIAccessibilityRole::Heading, *navigation->navigationBar()),
                     ElementsAre("Next"));
-        tapButton(button);
-        advance(1);
+        act("button " + button + "; wait 1");
         EXPECT_EQ(navigation->topViewController(), root);
-        EXPECT_THAT(labels(UIAccessibilityRole::Button, *navigation->navigationBar()), IsEmpty());
+        EXPECT_THAT(buttons(*navigation->navigationBar()), IsEmpty());
         navigation->view()->removeFromSuperview();
     }
 }
 
 TEST_F(Bars, ALeftItemReplacesTheBackButton) {
-    const auto bar = navigationBar();
-    bar->pushNavigationItem(std::make_shared<UINavigationItem>("One"), false);
-    const auto item = std::make_shared<UINavigationItem>("Two");
+    const auto item = entitled("Two");
     item->setLeftBarButtonItem(titled("Donate"));
     item->setRightBarButtonItem(titled("Done"));
-    bar->pushNavigationItem(item, false);
-    EXPECT_THAT(labels(UIAccessibilityRole::Button, *bar),
-                testing::UnorderedElementsAre("Donate", "Done"));
+    const auto bar = navigationBar({entitled("One"), item});
+    EXPECT_THAT(buttons(*bar), UnorderedElementsAre("Donate", "Done"));
     EXPECT_GT(placeOfButton("Done").minX(), placeOfButton("Donate").maxX());
     item->setLeftBarButtonItem(nullptr);
-    EXPECT_THAT(labels(UIAccessibilityRole::Button, *bar),
-                testing::UnorderedElementsAre("One", "Done"));
-    tapButton("One");
-    advance(1);
+    EXPECT_THAT(buttons(*bar), UnorderedElementsAre("One", "Done"));
+    act("button One; wait 1");
     EXPECT_EQ(bar->topItem()->title(), "One");
 }
 
 TEST_F(Bars, ARightItemFadesInAndOut) {
-    const auto bar = navigationBar();
-    const auto item = std::make_shared<UINavigationItem>("Music");
-    bar->pushNavigationItem(item, false);
+    const auto item = entitled("Music");
+    const auto bar = navigationBar({item});
     const auto spinner =
         std::make_shared<UIActivityIndicatorView>(UIActivityIndicatorViewStyle::White);
     spinner->startAnimating();
@@ -169,11 +165,9 @@ TEST_F(Bars, ARightItemFadesInAndOut) {
 }
 
 TEST_F(Bars, ALongTitleEndsBeforeTheButtons) {
-    const auto bar = navigationBar();
-    const auto item = std::make_shared<UINavigationItem>(std::string(80, 'W'));
+    const auto item = entitled(std::string(80, 'W'));
     item->setRightBarButtonItem(titled("Edit"));
-    bar->pushNavigationItem(std::make_shared<UINavigationItem>("Vistrel"), false);
-    bar->pushNavigationItem(item, false);
+    const auto bar = navigationBar({entitled("Vistrel"), item});
     const auto title = find(UIAccessibilityRole::Heading, item->title());
     ASSERT_NE(title, nullptr);
     EXPECT_GE(title->frame().minX(), placeOfButton("Vistrel").maxX());

@@ -17,10 +17,11 @@ using testing::IsEmpty;
 class UIAccessibilityTreeTest : public support::ScreenTest {
 protected:
     UIAccessibilityTreeTest() { application().setStatusBarHidden(true); }
-    static std::shared_ptr<UIView> element(UIAccessibilityRole role, const std::string& label,
-                                           CGRect frame) {
+    static std::shared_ptr<UIView> element(UIView& above, UIAccessibilityRole role,
+                                           const std::string& label, CGRect frame) {
         auto view = std::make_shared<UIView>(frame);
         view->setAccessibility({role, label, {}, true});
+        above.addSubview(view);
         return view;
     }
     std::vector<std::string> labels() {
@@ -39,19 +40,16 @@ protected:
 };
 
 TEST_F(UIAccessibilityTreeTest, OnlyWhatCanBePerceivedIsListed) {
-    auto list = std::make_shared<UIView>(CGRectMake(0, 100, 320, 100));
+    const auto list = add<UIView>(CGRectMake(0, 100, 320, 100));
     list->setClipsToBounds(true);
     const auto row = [&](const char* label, double y) {
-        auto view = element(UIAccessibilityRole::Row, label, CGRectMake(0, y, 320, 44));
-        list->addSubview(view);
-        return view;
+        return element(*list, UIAccessibilityRole::Row, label, CGRectMake(0, y, 320, 44));
     };
     row("above", -44);
     row("half", -20);
     auto faded = row("faded", 30);
     row("whole", 30);
     row("below", 100);
-    window().addSubview(list);
     faded->setAlpha(0);
     EXPECT_THAT(labels(), ElementsAre("half", "whole"));
     EXPECT_EQ(frameOf("half"), CGRectMake(0, 100, 320, 24)) << "as far as it is seen";
@@ -63,26 +61,22 @@ TEST_F(UIAccessibilityTreeTest, OnlyWhatCanBePerceivedIsListed) {
 }
 
 TEST_F(UIAccessibilityTreeTest, ElementsAreReadAsThePictureIs) {
-    const auto add = [](UIView& above, UIAccessibilityRole role, const char* label, CGRect frame) {
-        auto view = element(role, label, frame);
-        above.addSubview(view);
-        return view;
-    };
-    const auto row = add(window(), UIAccessibilityRole::Row, "Film", CGRectMake(0, 50, 320, 44));
-    add(*row, UIAccessibilityRole::Button, "Delete", CGRectMake(200, 0, 50, 20));
-    add(*row, UIAccessibilityRole::Label, "the row speaks for it", CGRectMake(0, 0, 50, 20));
-    add(window(), UIAccessibilityRole::Button, "Edit", CGRectMake(250, 4, 60, 36));
-    add(window(), UIAccessibilityRole::Heading, "Files", CGRectMake(100, 0, 100, 44));
-    const auto back = add(window(), UIAccessibilityRole::Button, "Back", CGRectMake(5, 7, 60, 30));
-    add(*back, UIAccessibilityRole::Label, "the button speaks for it", CGRectMake(0, 0, 50, 20));
+    using enum UIAccessibilityRole;
+    const auto row = element(window(), Row, "Film", CGRectMake(0, 50, 320, 44));
+    element(*row, Button, "Delete", CGRectMake(200, 0, 50, 20));
+    element(*row, Label, "the row speaks for it", CGRectMake(0, 0, 50, 20));
+    element(window(), Button, "Edit", CGRectMake(250, 4, 60, 36));
+    element(window(), Heading, "Files", CGRectMake(100, 0, 100, 44));
+    const auto back = element(window(), Button, "Back", CGRectMake(5, 7, 60, 30));
+    element(*back, Label, "the button speaks for it", CGRectMake(0, 0, 50, 20));
     EXPECT_THAT(labels(), ElementsAre("Back", "Files", "Edit", "Film", "Delete"));
 }
 
 TEST_F(UIAccessibilityTreeTest, AnAlertHidesWhatIsBelow) {
-    window().addSubview(element(UIAccessibilityRole::Button, "below", CGRectMake(0, 0, 50, 50)));
+    element(window(), UIAccessibilityRole::Button, "below", CGRectMake(0, 0, 50, 50));
     auto alert = std::make_shared<UIWindow>();
     alert->setWindowLevel(UIWindowLevelAlert);
-    alert->addSubview(element(UIAccessibilityRole::Button, "OK", CGRectMake(0, 0, 50, 50)));
+    element(*alert, UIAccessibilityRole::Button, "OK", CGRectMake(0, 0, 50, 50));
     alert->makeKeyAndVisible();
     EXPECT_THAT(labels(), ElementsAre("OK"));
     alert->setUserInteractionEnabled(false);
@@ -99,14 +93,13 @@ TEST_F(UIAccessibilityTreeTest, FramesFollowTurnsAndPressingTapsThere) {
         void touchesEnded(const UITouch&) override { ++taps; }
         int taps = 0;
     };
-    auto video = std::make_shared<UIView>();
+    const auto video = add<UIView>();
     video->setBounds(CGRectMake(0, 0, 480, 320));
     video->setCenter({160, 240});
     video->setTransform(CGAffineTransformMakeRotation(M_PI / 2));
     auto done = std::make_shared<Tapped>(CGRectMake(10, 20, 60, 30));
     done->setAccessibility({UIAccessibilityRole::Button, "Done", {}, true});
     video->addSubview(done);
-    window().addSubview(video);
     EXPECT_EQ(frameOf("Done"), CGRectMake(270, 10, 30, 60));
     done->accessibilityActivate();
     EXPECT_EQ(done->taps, 1);

@@ -67,22 +67,6 @@ TEST(UITableViewLayoutTest, ARowIsFoundByItsPlace) {
     EXPECT_EQ(UITableViewLayout().firstRowBelow(0), std::nullopt);
 }
 
-TEST(UITableViewLayoutTest, RowsAmongAMillionAreFoundByTheirMiddles) {
-    UITableViewLayout layout;
-    layout.beginSection(23);
-    for (int row = 0; row < 1000; ++row)
-        layout.appendRow(row % 7 == 3 ? 61.5 : 44);
-    layout.beginSection(23);
-    layout.appendRows(1000000, 60);
-    for (auto path = layout.first(); path; path = layout.next(*path)) {
-        const auto span = layout.row(*path);
-        ASSERT_EQ(layout.rowAt(span.top + span.height / 2), path);
-        if (path->section == 1)
-            path->row += 997;
-    }
-    EXPECT_EQ(layout.last(), (NSIndexPath{1, 999999}));
-}
-
 TEST(UITableViewCellLayoutTest, TheTextMakesRoomForTheControlsOfEachMode) {
     UITableViewCellLayoutInput input;
     input.size = {320, 44};

@@ -12,42 +12,39 @@ namespace {
 
 using support::ScriptedWebPage;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 struct Delegate : UIWebViewDelegate {
     bool webViewShouldStartLoadWithRequest(UIWebView&, const NSURLRequest& request,
                                            UIWebViewNavigationType type) override {
-        events.push_back("ask " + request.HTTPMethod() + " " +
-                         (request.URL() ? request.URL()->absoluteString() : "nowhere") + " " +
-                         std::to_string(static_cast<int>(type)));
-        requests.push_back(request);
+        heard += "ask " + request.HTTPMethod() + " " + request.URL()->absoluteString() + " " +
+                 std::to_string(static_cast<int>(type)) + "\n";
+        last = request;
         if (onAsk)
             onAsk();
         return allows;
     }
     void webViewDidStartLoad(UIWebView& view) override {
-        events.emplace_back(view.isLoading() ? "start" : "start, not loading");
+        heard += view.isLoading() ? "start\n" : "start, not loading\n";
     }
     void webViewDidFinishLoad(UIWebView& view) override {
-        events.emplace_back(view.isLoading() ? "finish, still loading" : "finish");
+        heard += view.isLoading() ? "finish, still loading\n" : "finish\n";
         if (onFinish)
             onFinish();
     }
     void webViewDidFailLoadWithError(UIWebView&, const NSError& error) override {
-        events.push_back("fail " + error.domain() + " " + std::to_string(error.code()) + " " +
-                         error.localizedDescription());
+        heard += "fail " + error.domain() + " " + std::to_string(error.code()) + " " +
+                 error.localizedDescription() + "\n";
     }
     bool webViewShouldShowResponse(UIWebView&, const NSURLResponse& response) override {
         answers.push_back(response);
-        return showsAnswers;
+        return allows;
     }
 
     bool allows = true;
-    bool showsAnswers = true;
     std::function<void()> onAsk;
     std::function<void()> onFinish;
-    std::vector<std::string> events;
-    std::vector<NSURLRequest> requests;
+    std::string heard;
+    NSURLRequest last{std::nullopt};
     std::vector<NSURLResponse> answers;
 };
 
@@ -58,6 +55,13 @@ protected:
     void load(const std::string& url) {
         view_->loadRequest(NSURLRequest(NSURL::URLWithString(url)));
     }
+    /// Until the page is loading; forgets what the delegate heard.
+    void open(const std::string& url) {
+        load(url);
+        turn();
+        delegate_.heard.clear();
+    }
+    std::string heard() { return std::exchange(delegate_.heard, {}); }
     ScriptedWebPage& page() { return *webEngine().page(); }
 
     std::shared_ptr<Delegate> owner_ = std::make_shared<Delegate>();
@@ -97,14 +101,14 @@ TEST_F(UIWebViewTest, ThePageIsCreatedAtTheFirstLoadWithEarlierSettings) {
 
 TEST_F(UIWebViewTest, ALoadIsMadeOnlyWhenTheDelegateAllowsIt) {
     load("http://site/a");
-    EXPECT_THAT(delegate_.events, IsEmpty());
+    EXPECT_EQ(heard(), "");
     turn();
     page().finishLoad();
-    EXPECT_THAT(delegate_.events, ElementsAre("ask GET http://site/a 5", "start", "finish"));
+    EXPECT_EQ(heard(), "ask GET http://site/a 5\nstart\nfinish\n");
     delegate_.allows = false;
     load("http://site/b");
     turn();
-    EXPECT_EQ(delegate_.events.back(), "ask GET http://site/b 5");
+    EXPECT_EQ(heard(), "ask GET http://site/b 5\n");
     EXPECT_FALSE(page().isLoading());
 }
 
@@ -124,28 +128,26 @@ TEST_F(UIWebViewTest, OnlyWebPagesAreLoaded) {
 }
 
 TEST_F(UIWebViewTest, NavigationsKeepTheirTypeMethodAndHeaders) {
-    load("http://site/a");
-    turn();
-    delegate_.events.clear();
+    using enum host::WebNavigationType;
+    open("http://site/a");
+    delegate_.allows = false;
     page().clickLink("http://site/link");
     page().submitForm("http://site/form");
-    page().navigate({"http://site/again", "GET", {}, host::WebNavigationType::Reload});
-    page().navigate({"http://site/back", "GET", {}, host::WebNavigationType::BackForward});
-    page().navigate({"http://site/form", "POST", {}, host::WebNavigationType::FormResubmitted});
+    page().navigate({"http://site/again", "GET", {}, Reload});
+    page().navigate({"http://site/back", "GET", {}, BackForward});
+    page().navigate({"http://site/form", "POST", {}, FormResubmitted});
     page().navigateFrame({"gmsg://load?x=1", "GET", {{"Referer", "http://site/a"}}});
-    std::vector<std::string> asked;
-    for (const std::string& event : delegate_.events)
-        if (event.starts_with("ask"))
-            asked.push_back(event);
-    EXPECT_THAT(asked, ElementsAre("ask GET http://site/link 0", "ask POST http://site/form 1",
-                                   "ask GET http://site/again 3", "ask GET http://site/back 2",
-                                   "ask POST http://site/form 4", "ask GET gmsg://load?x=1 5"));
-    EXPECT_EQ(delegate_.requests.back().valueForHTTPHeaderField("referer"), "http://site/a");
+    EXPECT_EQ(heard(), "ask GET http://site/link 0\n"
+                       "ask POST http://site/form 1\n"
+                       "ask GET http://site/again 3\n"
+                       "ask GET http://site/back 2\n"
+                       "ask POST http://site/form 4\n"
+                       "ask GET gmsg://load?x=1 5\n");
+    EXPECT_EQ(delegate_.last.valueForHTTPHeaderField("referer"), "http://site/a");
 }
 
 TEST_F(UIWebViewTest, EveryAddressOfTheEngineBecomesValid) {
-    load("http://site/a");
-    turn();
+    open("http://site/a");
     const std::pair<const char*, const char*> cases[] = {
         {"gmsg://m?x={\"a\":1}|b%20c&t=Gr\xC3\xBC\xC3\x9F e#f",
          "gmsg://m?x=%7B%22a%22:1%7D%7Cb%20c&t=Gr%C3%BC%C3%9F%20e#f"},
@@ -155,16 +157,14 @@ TEST_F(UIWebViewTest, EveryAddressOfTheEngineBecomesValid) {
     };
     for (const auto& [engine, expected] : cases) {
         page().navigateFrame({engine, "GET", {}});
-        ASSERT_TRUE(delegate_.requests.back().URL()) << engine;
-        EXPECT_EQ(delegate_.requests.back().URL()->absoluteString(), expected);
+        EXPECT_EQ(heard(), "ask GET " + std::string(expected) + " 5\n") << engine;
     }
-    EXPECT_EQ(delegate_.requests.back().valueForHTTPHeaderField("User-Agent"), "Scripted/1.0");
+    EXPECT_EQ(delegate_.last.valueForHTTPHeaderField("User-Agent"), "Scripted/1.0");
 }
 
 TEST_F(UIWebViewTest, TheDelegateDecidesWhetherAResponseIsShown) {
-    load("http://site/a");
-    turn();
-    delegate_.showsAnswers = false;
+    open("http://site/a");
+    delegate_.allows = false;
     EXPECT_FALSE(page().respond(
         {"http://site/100% a b.mp4",
          "video/mp4",
@@ -178,7 +178,7 @@ TEST_F(UIWebViewTest, TheDelegateDecidesWhetherAResponseIsShown) {
     EXPECT_EQ(answer.MIMEType(), "video/mp4");
     EXPECT_EQ(answer.expectedContentLength(), 4711);
     EXPECT_EQ(answer.suggestedFilename(), "a b.mp4");
-    delegate_.showsAnswers = true;
+    delegate_.allows = true;
     EXPECT_TRUE(page().respond({"http://site/form",
                                 "video/mp4",
                                 200,
@@ -189,14 +189,12 @@ TEST_F(UIWebViewTest, TheDelegateDecidesWhetherAResponseIsShown) {
 }
 
 TEST_F(UIWebViewTest, FailuresHaveTheirDomainCodeAndDescription) {
-    load("http://site/a");
-    turn();
+    open("http://site/a");
     page().failLoad({-999, "cancelled", "http://site/a"});
     page().startLoad();
     page().failLoad({102, "interrupted", "http://site/a"});
-    EXPECT_THAT(delegate_.events, ElementsAre("ask GET http://site/a 5", "start",
-                                              "fail NSURLErrorDomain -999 cancelled", "start",
-                                              "fail WebKitErrorDomain 102 interrupted"));
+    EXPECT_EQ(heard(), "fail NSURLErrorDomain -999 cancelled\nstart\n"
+                       "fail WebKitErrorDomain 102 interrupted\n");
     EXPECT_FALSE(view_->isLoading());
 }
 
@@ -206,15 +204,13 @@ TEST_F(UIWebViewTest, WithoutADelegateEverythingIsAllowed) {
             owner_.reset();
         else
             view_->setDelegate({});
-        load("http://site/a");
-        turn();
+        open("http://site/a");
         EXPECT_EQ(view_->delegate(), nullptr);
         EXPECT_TRUE(page().isLoading());
         EXPECT_TRUE(page().respond({"http://site/form", "video/mp4", 200, {}, true, "POST"}));
         page().finishLoad();
         EXPECT_FALSE(view_->isLoading());
-        load("http://site/b");
-        turn();
+        open("http://site/b");
         page().failLoad({102, "interrupted", "http://site/b"});
         EXPECT_FALSE(view_->isLoading());
         view_->setDelegate(owner_);
@@ -225,8 +221,7 @@ TEST_F(UIWebViewTest, TheViewMayBeDestroyedInEachCallback) {
     delegate_.onAsk = [this] {
         view_.reset();
     };
-    load("http://site/a");
-    turn();
+    open("http://site/a");
     EXPECT_TRUE(webEngine().pages().empty());
 
     delegate_.onAsk = {};
@@ -235,11 +230,10 @@ TEST_F(UIWebViewTest, TheViewMayBeDestroyedInEachCallback) {
     };
     view_ = std::make_shared<UIWebView>();
     view_->setDelegate(owner_);
-    load("http://site/b");
-    turn();
+    open("http://site/b");
     page().finishLoad();
     EXPECT_TRUE(webEngine().pages().empty());
-    EXPECT_EQ(delegate_.events.back(), "finish");
+    EXPECT_EQ(heard(), "finish\n");
 }
 
 TEST_F(UIWebViewTest, AScriptsResultComesLaterAndIsEmptyWithoutAPageEngine) {
@@ -256,7 +250,7 @@ TEST_F(UIWebViewTest, AScriptsResultComesLaterAndIsEmptyWithoutAPageEngine) {
         turn();
         EXPECT_EQ(result, unavailable ? "" : "Title");
         EXPECT_EQ(view_->userAgent(), unavailable ? "" : "Scripted/1.0");
-        EXPECT_EQ(delegate_.events.empty(), unavailable);
+        EXPECT_EQ(heard().empty(), unavailable);
     }
 }
 
