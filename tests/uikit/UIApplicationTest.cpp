@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -86,18 +87,16 @@ TEST_F(UIApplicationTest, TheStatusBarIsAtTheUpperEdge) {
 }
 
 TEST_F(UIApplicationTest, TheClockDrawsOnlyWhenTheMinuteChanges) {
-    auto last = statusBar().clockText();
-    ASSERT_EQ(last.size(), 5U);
     framesComposedIn(0.2);
-    int changes = 0;
-    const int framesBefore = display().frames();
-    for (int second = 0; second < 180; ++second) {
-        framesComposedIn(1);
-        const auto now = statusBar().clockText();
-        changes += std::exchange(last, now) != now ? 1 : 0;
+    std::set<std::string> texts{statusBar().clockText()};
+    EXPECT_EQ(texts.begin()->size(), 5U);
+    int frames = 0;
+    for (int minute = 0; minute < 3; ++minute) {
+        frames += framesComposedIn(60);
+        texts.insert(statusBar().clockText());
     }
-    EXPECT_EQ(changes, 3);
-    EXPECT_EQ(display().frames() - framesBefore, 3);
+    EXPECT_EQ(texts.size(), 4U);
+    EXPECT_EQ(frames, 3);
 }
 
 TEST_F(UIApplicationTest, NetworkActivityTurnsOnlyWhileVisible) {
@@ -137,31 +136,25 @@ TEST_F(UIApplicationTest, StateChangesAreAnnouncedInThePhonesOrder) {
 }
 
 TEST_F(UIApplicationTest, TheDelegateHearsLaunchMemoryWarningAndEnd) {
-    class Delegate : public UIApplicationDelegate {
-    public:
-        explicit Delegate(std::vector<std::string>& events)
-            : events_(events) {}
+    struct Delegate : UIApplicationDelegate {
+        explicit Delegate(std::string& heard)
+            : heard_(heard) {}
         void applicationDidFinishLaunching(UIApplication& application) override {
-            events_.emplace_back("launched");
             application.setDelegate(nullptr);
-            events_.emplace_back("still here");
+            heard_ += "launched and still here, ";
         }
-        void applicationDidReceiveMemoryWarning(UIApplication&) override {
-            events_.emplace_back("memory");
-        }
-        void applicationWillTerminate(UIApplication&) override { events_.emplace_back("end"); }
-
-    private:
-        std::vector<std::string>& events_;
+        void applicationDidReceiveMemoryWarning(UIApplication&) override { heard_ += "memory, "; }
+        void applicationWillTerminate(UIApplication&) override { heard_ += "end"; }
+        std::string& heard_;
     };
-    std::vector<std::string> events;
-    auto delegate = std::make_shared<Delegate>(events);
+    std::string heard;
+    auto delegate = std::make_shared<Delegate>(heard);
     application().setDelegate(delegate);
     application().finishLaunching();
     application().setDelegate(std::move(delegate));
     application().receiveMemoryWarning();
     application().terminate();
-    EXPECT_THAT(events, ElementsAre("launched", "still here", "memory", "end"));
+    EXPECT_EQ(heard, "launched and still here, memory, end");
 }
 
 TEST_F(UIApplicationTest, TheScreenTakesTheDisplaysScale) {

@@ -23,8 +23,6 @@ struct Timing {
 
 class UIViewAnimationTest : public support::ScreenTest {
 protected:
-    UIViewAnimationTest() { window().addSubview(view); }
-
     /// Runs `changes` in a block whose end is noted under `name`.
     void animate(const std::string& name, Timing timing, const std::function<void()>& changes) {
         UIViewAnimation::beginAnimations();
@@ -40,7 +38,9 @@ protected:
         UIViewAnimation::commitAnimations();
     }
 
-    std::shared_ptr<UIView> view = std::make_shared<UIView>(CGRectMake(0, 0, 100, 100));
+    double shownAlpha() { return view->presentationState().alpha; }
+
+    std::shared_ptr<UIView> view = add<UIView>(CGRectMake(0, 0, 100, 100));
     std::vector<std::string> ends;
     std::function<void()> onEnd;
 };
@@ -87,7 +87,7 @@ TEST_F(UIViewAnimationTest, CurvesRunAsTheirNamesSay) {
         animate("curve", {1, curve}, [&] { view->setAlpha(1); });
         for (const double expected : {quarter, half, threeQuarters, 1.0}) {
             advance(0.25);
-            EXPECT_NEAR(view->presentationState().alpha, expected, 5e-4) << static_cast<int>(curve);
+            EXPECT_NEAR(shownAlpha(), expected, 5e-4) << static_cast<int>(curve);
         }
     }
 }
@@ -95,9 +95,9 @@ TEST_F(UIViewAnimationTest, CurvesRunAsTheirNamesSay) {
 TEST_F(UIViewAnimationTest, ADelayHoldsTheOldValue) {
     animate("late", {1, UIViewAnimationCurve::Linear, 0.5}, [&] { view->setAlpha(0); });
     advance(0.4);
-    EXPECT_EQ(view->presentationState().alpha, 1);
+    EXPECT_EQ(shownAlpha(), 1);
     advance(0.6);
-    EXPECT_NEAR(view->presentationState().alpha, 0.5, 1e-6);
+    EXPECT_NEAR(shownAlpha(), 0.5, 1e-6);
     EXPECT_TRUE(ends.empty());
     advance(0.5);
     EXPECT_THAT(ends, ElementsAre("late"));
@@ -111,7 +111,7 @@ TEST_F(UIViewAnimationTest, ANewAnimationStartsFromWhatIsShownAndOthersGoOn) {
     EXPECT_NEAR(view->presentationState().center.x, 100, 1e-6);
     advance(0.5);
     EXPECT_NEAR(view->presentationState().center.x, 50, 1e-6);
-    EXPECT_NEAR(view->presentationState().alpha, 0.5, 1e-6);
+    EXPECT_NEAR(shownAlpha(), 0.5, 1e-6);
     advance(1);
     EXPECT_THAT(ends, ElementsAre("first cut", "second", "fade"));
 }
@@ -120,11 +120,11 @@ TEST_F(UIViewAnimationTest, AChangeOutsideABlockIsShownAtOnceAndCutsTheAnimation
     animate("fade", {}, [&] { view->setAlpha(0); });
     advance(0.5);
     view->setAlpha(0.8);
-    EXPECT_EQ(view->presentationState().alpha, 0.8);
+    EXPECT_EQ(shownAlpha(), 0.8);
     turn();
     EXPECT_THAT(ends, ElementsAre("fade cut"));
     advance(2);
-    EXPECT_EQ(view->presentationState().alpha, 0.8);
+    EXPECT_EQ(shownAlpha(), 0.8);
     EXPECT_EQ(ends.size(), 1U);
 }
 
@@ -149,14 +149,13 @@ TEST_F(UIViewAnimationTest, ABlockThatMovesNothingEndsAtTheNextTurn) {
     animate("nothing", {}, [&] { view->setAlpha(1); });
     animate("no time", {0}, [&] { view->setAlpha(0.5); });
     EXPECT_TRUE(ends.empty());
-    EXPECT_EQ(view->presentationState().alpha, 0.5);
+    EXPECT_EQ(shownAlpha(), 0.5);
     turn();
     EXPECT_THAT(ends, ElementsAre("nothing", "no time"));
 }
 
 TEST_F(UIViewAnimationTest, NestedBlocksKeepTheirTimesAndWithoutAnimationJumps) {
-    auto other = std::make_shared<UIView>(CGRectMake(0, 0, 10, 10));
-    window().addSubview(other);
+    const auto other = add<UIView>(CGRectMake(0, 0, 10, 10));
     animate("outer", {2}, [&] {
         view->setAlpha(0);
         animate("inner", {1}, [&] { other->setAlpha(0); });
@@ -166,7 +165,7 @@ TEST_F(UIViewAnimationTest, NestedBlocksKeepTheirTimesAndWithoutAnimationJumps) 
     EXPECT_EQ(view->presentationState().center, (CGPoint{9, 9}));
     advance(1);
     EXPECT_THAT(ends, ElementsAre("inner"));
-    EXPECT_NEAR(view->presentationState().alpha, 0.5, 1e-6);
+    EXPECT_NEAR(shownAlpha(), 0.5, 1e-6);
     advance(1);
     EXPECT_THAT(ends, ElementsAre("inner", "outer"));
 }
@@ -187,7 +186,7 @@ TEST_F(UIViewAnimationTest, AnAnimationMayBeginWhereAnotherEnds) {
     };
     animate("there", {}, [&] { view->setAlpha(0); });
     advance(1.5);
-    EXPECT_NEAR(view->presentationState().alpha, 0.5, 1e-6);
+    EXPECT_NEAR(shownAlpha(), 0.5, 1e-6);
     advance(0.5);
     EXPECT_THAT(ends, ElementsAre("there", "back"));
 }
@@ -243,44 +242,35 @@ protected:
     std::shared_ptr<UIView> back = std::make_shared<UIView>(CGRectMake(0, 0, 100, 100));
 };
 
-TEST_F(FlipTest, TheOldContentTurnsAwayAndTheNewAppears) {
-    flip("flip", *view, UIViewAnimationTransition::FlipFromLeft, [&] { showBack(); });
-    EXPECT_EQ(screenshot()->pixel(50, 50), kRed) << "nothing jumps at the start";
-    advance(0.25);
-    const auto early = screenshot();
-    EXPECT_TRUE(isMostly(early->pixel(50, 50), kRed)) << "the old side, shaded";
-    EXPECT_EQ(early->pixel(3, 50), 0xFF000000) << "narrower than the view";
-    advance(0.5);
-    EXPECT_TRUE(isMostly(screenshot()->pixel(50, 50), kBlue)) << "the new side";
-    advance(0.25);
-    EXPECT_EQ(screenshot()->pixel(3, 50), kBlue);
-    EXPECT_THAT(ends, ElementsAre("flip"));
-}
-
-TEST_F(FlipTest, TwoViewsFlipAtTheSameTimeInOppositeDirections) {
-    auto other = std::make_shared<UIView>(CGRectMake(200, 300, 100, 100));
+TEST_F(FlipTest, TheOldContentTurnsAwayAndTheNewAppearsInEitherDirection) {
+    const auto other = add<UIView>(CGRectMake(200, 300, 100, 100));
     other->setBackgroundColor(UIColor::redColor());
-    window().addSubview(other);
     flip("one", *view, UIViewAnimationTransition::FlipFromLeft, [&] { showBack(); });
     flip("two", *other, UIViewAnimationTransition::FlipFromRight, [&] {
         UIViewAnimation::withoutAnimation([&] { other->setBackgroundColor({0, 0, 1, 1}); });
     });
+    const auto expectBoth = [&](std::uint32_t color) {
+        const auto picture = screenshot();
+        EXPECT_TRUE(isMostly(picture->pixel(50, 50), color));
+        EXPECT_TRUE(isMostly(picture->pixel(250, 350), color));
+        return picture;
+    };
+    EXPECT_EQ(screenshot()->pixel(50, 50), kRed) << "nothing jumps at the start";
     advance(0.25);
-    const auto picture = screenshot();
+    const auto early = expectBoth(kRed); // the old sides, shaded
+    EXPECT_EQ(early->pixel(3, 50), 0xFF000000) << "narrower than the view";
     const auto heightAt = [&](int x) {
         int height = 0;
-        for (int y = 0; y < picture->height(); ++y)
-            height += (picture->pixel(x, y) & 0x00FF0000) != 0 ? 1 : 0;
+        for (int y = 0; y < early->height(); ++y)
+            height += (early->pixel(x, y) & 0x00FF0000) != 0 ? 1 : 0;
         return height;
     };
-    EXPECT_TRUE(isMostly(picture->pixel(50, 50), kRed));
-    EXPECT_TRUE(isMostly(picture->pixel(250, 350), kRed));
     EXPECT_GT(heightAt(25), heightAt(75)) << "the left edge is nearer";
     EXPECT_LT(heightAt(225), heightAt(275)) << "the right edge is nearer";
     advance(0.5);
-    EXPECT_TRUE(isMostly(screenshot()->pixel(50, 50), kBlue));
-    EXPECT_TRUE(isMostly(screenshot()->pixel(250, 350), kBlue));
+    expectBoth(kBlue);
     advance(0.25);
+    EXPECT_EQ(screenshot()->pixel(3, 50), kBlue);
     EXPECT_THAT(ends, ElementsAre("one", "two"));
 }
 
