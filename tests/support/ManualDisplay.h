@@ -1,11 +1,9 @@
 #pragma once
 #include "platform/host/Display.h"
+#include "platform/host/EventLoop.h"
 
+#include <cmath>
 #include <utility>
-
-namespace vistrel::host {
-class EventLoop;
-}
 
 namespace vistrel::support {
 
@@ -15,12 +13,23 @@ public:
     explicit ManualDisplay(host::EventLoop& loop)
         : loop_(loop) {}
 
-    void requestFrame() override;
+    void requestFrame() override {
+        constexpr double kFramesPerSecond = 60;
+        if (std::exchange(asked_, true))
+            return;
+        const double now = loop_.now();
+        const double next = (std::floor(now * kFramesPerSecond + 1e-6) + 1) / kFramesPerSecond;
+        loop_.schedule(next - now, [this] {
+            asked_ = false;
+            ++frames_;
+            if (const auto handler = handler_)
+                handler(loop_.now());
+        });
+    }
     void setFrameHandler(std::function<void(double now)> handler) override {
         handler_ = std::move(handler);
     }
     double scale() const override { return scale_; }
-
     void close() override { closed_ = true; }
     void toggleFullScreen() override { fullScreen_ = !fullScreen_; }
 

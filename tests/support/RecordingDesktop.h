@@ -1,12 +1,10 @@
 #pragma once
 #include "platform/host/Desktop.h"
+#include "platform/host/EventLoop.h"
 
 #include <optional>
 #include <set>
-
-namespace vistrel::host {
-class EventLoop;
-}
+#include <utility>
 
 namespace vistrel::support {
 
@@ -16,8 +14,15 @@ public:
     explicit RecordingDesktop(host::EventLoop& loop)
         : loop_(loop) {}
 
-    bool canOpenURL(const std::string& url) override;
-    bool openURL(const std::string& url) override;
+    bool canOpenURL(const std::string& url) override {
+        return schemes_.contains(url.substr(0, url.find(':')));
+    }
+    bool openURL(const std::string& url) override {
+        const bool opens = canOpenURL(url);
+        if (opens)
+            openedURLs_.push_back(url);
+        return opens;
+    }
     void setIdleTimerDisabled(bool disabled) override { idleTimerDisabled_ = disabled; }
     void vibrate() override { ++vibrations_; }
     void notify(const std::string& title, const std::string& text) override {
@@ -26,8 +31,17 @@ public:
     const std::vector<std::string>& notifications() const { return notifications_; }
     bool canSendMail() override { return canSendMail_; }
     void sendMail(host::OutgoingMail mail, std::function<void(double fraction)> progress,
-                  std::function<void(host::Status)> done) override;
-    host::Status saveDraft(const host::OutgoingMail& mail) override;
+                  std::function<void(host::Status)> done) override {
+        loop_.schedule(0, [this, mail = std::move(mail), progress = std::move(progress),
+                           done = std::move(done)] {
+            if (progress && !mailFailure_)
+                progress(1);
+            done(record(mail, sentMails_));
+        });
+    }
+    host::Status saveDraft(const host::OutgoingMail& mail) override {
+        return record(mail, drafts_);
+    }
 
     /// Schemes that something handles; "http", "https" and "mailto" at first.
     std::set<std::string>& schemes() { return schemes_; }
@@ -41,6 +55,13 @@ public:
     void setMailFailure(std::optional<host::Failure> failure) { mailFailure_ = std::move(failure); }
 
 private:
+    host::Status record(const host::OutgoingMail& mail, std::vector<host::OutgoingMail>& where) {
+        if (mailFailure_)
+            return *mailFailure_;
+        where.push_back(mail);
+        return host::Done{};
+    }
+
     host::EventLoop& loop_;
     std::set<std::string> schemes_{"http", "https", "mailto"};
     std::vector<std::string> openedURLs_;

@@ -17,18 +17,6 @@ UIEventDispatcher& events() {
     return UIApplication::sharedApplication().events();
 }
 
-std::shared_ptr<UIView> findBelow(const std::shared_ptr<UIView>& view, UIAccessibilityRole role,
-                                  const std::string& label) {
-    if (view->isHidden() || view->alpha() <= 0)
-        return nullptr;
-    for (auto child = view->subviews().rbegin(); child != view->subviews().rend(); ++child) {
-        if (auto found = findBelow(*child, role, label))
-            return found;
-    }
-    const auto element = view->accessibilityElement();
-    return element.role == role && element.label == label ? view : nullptr;
-}
-
 std::istream& operator>>(std::istream& words, CGPoint& point) {
     char comma = 0;
     return words >> point.x >> comma >> point.y;
@@ -48,14 +36,16 @@ std::string restOf(std::istream& words) {
     return rest;
 }
 
-void collect(UIView& view, UIAccessibilityRole role, std::vector<std::string>& labels) {
-    if (view.isHidden())
+using Views = std::vector<std::shared_ptr<UIView>>;
+
+/// What shows in the view and below it, from back to front.
+void collect(const std::shared_ptr<UIView>& view, UIAccessibilityRole role, Views& found) {
+    if (view->isHidden() || view->alpha() <= 0)
         return;
-    const auto element = view.accessibilityElement();
-    if (element.role == role)
-        labels.push_back(element.label);
-    for (const auto& child : view.subviews())
-        collect(*child, role, labels);
+    if (view->accessibilityElement().role == role)
+        found.push_back(view);
+    for (const auto& child : view->subviews())
+        collect(child, role, found);
 }
 
 }
@@ -260,7 +250,11 @@ void ScreenTest::pressKey(std::istream& words, bool shift) {
 }
 
 std::shared_ptr<UIView> ScreenTest::find(UIAccessibilityRole role, const std::string& label) {
-    return findBelow(screen().shared_from_this(), role, label);
+    Views found;
+    collect(screen().shared_from_this(), role, found);
+    std::erase_if(found,
+                  [&](const auto& view) { return view->accessibilityElement().label != label; });
+    return found.empty() ? nullptr : found.back();
 }
 
 CGRect ScreenTest::placeOfButton(const std::string& label) {
@@ -270,9 +264,12 @@ CGRect ScreenTest::placeOfButton(const std::string& label) {
 }
 
 std::vector<std::string> ScreenTest::labels(UIAccessibilityRole role, UIView& below) {
-    std::vector<std::string> found;
-    collect(below, role, found);
-    return found;
+    Views found;
+    collect(below.shared_from_this(), role, found);
+    std::vector<std::string> texts;
+    for (const auto& view : found)
+        texts.push_back(view->accessibilityElement().label);
+    return texts;
 }
 
 bool ScreenTest::tapAlertButton(const std::string& title) {
@@ -282,12 +279,12 @@ bool ScreenTest::tapAlertButton(const std::string& title) {
 
 std::string ScreenTest::alertTitle() const {
     const auto alerts = UIAlertView::visibleAlerts();
-    return alerts.empty() ? std::string() : alerts.back()->title();
+    return alerts.empty() ? "" : alerts.back()->title();
 }
 
 std::string ScreenTest::alertMessage() const {
     const auto alerts = UIAlertView::visibleAlerts();
-    return alerts.empty() ? std::string() : alerts.back()->message();
+    return alerts.empty() ? "" : alerts.back()->message();
 }
 
 int ScreenTest::alertCount() const {
