@@ -240,6 +240,8 @@ void ScreenWidget::snapshot(GtkWidget* widget, GtkSnapshot* snapshot) {
 
 void ScreenWidget::drawFrame(GtkSnapshot* snapshot) {
     const bool seesForeign = drawScreen(snapshot);
+    if (nodes_.isForSoftwareRenderer())
+        uploads_.keepFor(widget_);
     // New children have no allocation yet; they get one in the next frame.
     if (seesForeign && !sawForeign_)
         requestFrame();

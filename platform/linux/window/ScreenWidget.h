@@ -4,6 +4,7 @@
 #include "platform/linux/window/ForeignChildren.h"
 #include "platform/linux/window/PictureNodes.h"
 #include "platform/linux/window/SceneRecording.h"
+#include "platform/linux/window/UploadMemory.h"
 
 #include <gtk/gtk.h>
 
@@ -77,6 +78,7 @@ private:
     GtkWidget* widget_;
     double expectedUnitsPerPoint_;
     PictureNodes nodes_;
+    UploadMemory uploads_;
     SceneRecording recording_; ///< of the last frame
     ForeignChildren foreign_;
     AccessibleChildren accessible_;

@@ -1,0 +1,43 @@
+#include "platform/linux/window/UploadMemory.h"
+
+#include <gdk/x11/gdkx.h>
+
+#include <cairo-xlib.h>
+
+#include <algorithm>
+
+namespace vistrel {
+
+UploadMemory::~UploadMemory() {
+    keep(nullptr);
+}
+
+void UploadMemory::keep(cairo_surface_t* piece) {
+    if (piece_)
+        cairo_surface_destroy(piece_);
+    piece_ = piece;
+}
+
+void UploadMemory::keepFor(GtkWidget* widget) {
+    GdkSurface* window = gtk_native_get_surface(gtk_widget_get_native(widget));
+    if (!GDK_IS_X11_SURFACE(window))
+        return;
+    const int scale = gdk_surface_get_scale_factor(window);
+    const int width = gdk_surface_get_width(window) * scale;
+    const int height = gdk_surface_get_height(window) * scale;
+    if (width <= width_ && height <= height_)
+        return;
+    width_ = std::max(width, width_);
+    height_ = std::max(height, height_);
+    auto* display = gdk_x11_display_get_xdisplay(gdk_surface_get_display(window));
+    XWindowAttributes attributes;
+    if (XGetWindowAttributes(display, gdk_x11_surface_get_xid(window), &attributes) == 0)
+        return;
+    cairo_surface_t* screen = cairo_xlib_surface_create(display, gdk_x11_surface_get_xid(window),
+                                                        attributes.visual, width, height);
+    // A piece as large as a frame makes the library take memory for several.
+    keep(cairo_surface_create_similar_image(screen, CAIRO_FORMAT_RGB24, width_, height_));
+    cairo_surface_destroy(screen);
+}
+
+}
