@@ -37,7 +37,7 @@ const char* formatErrorText(OSStatus status) {
     }
 }
 
-/// Reads the raw tag and asks for its size; only to say in the log what is wrong with it.
+/// Reads the raw tag and its size, only to log errors in it.
 void checkRawTag(const AudioFileID& file, std::uint32_t byteCount) {
     const std::unique_ptr<std::byte[]> tag(new (std::nothrow) std::byte[byteCount]);
     if (!tag) {
@@ -57,7 +57,7 @@ void checkRawTag(const AudioFileID& file, std::uint32_t byteCount) {
     }
 }
 
-/// The number that the text begins with, after blanks; 0 when it begins with none.
+/// The number at the start of the text, after blanks; 0 when there is none.
 float leadingNumber(std::string_view text) {
     const auto start = text.find_first_not_of(" \t\n\r");
     if (start == std::string_view::npos)
@@ -142,7 +142,7 @@ std::string OvoAudioFile::durationInMinutes() const {
         OvoAudioPlayerLabels::wholeSeconds(static_cast<double>(seconds)));
 }
 
-/// Decoded once for as long as somebody shows it.
+/// Decoded once and kept while it is in use.
 std::shared_ptr<const UIImage> OvoAudioFile::coverImage() const {
     static std::weak_ptr<const UIImage> shared;
     static std::string sharedPath;

@@ -9,25 +9,25 @@
 namespace vistrel {
 class UIImage;
 
-/// One audio file and what its tags say of it. The file is read once: when the object is made, or,
-/// for a long list that must not hold the screen up, when something is first asked of it.
+/// An audio file and its tags. The file is read once: on construction, or, for a long list that
+/// must not delay the screen, when something is first requested.
 class OvoAudioFile {
 public:
     enum class Reading { AtOnce, WhenAsked };
 
-    /// `filePath` is a file address.
+    /// `filePath` is a file URL.
     explicit OvoAudioFile(NSURL filePath, Reading reading = Reading::AtOnce);
     static std::shared_ptr<OvoAudioFile> withPath(const NSURL& filePath) {
         return std::make_shared<OvoAudioFile>(filePath);
     }
 
-    /// The file's info dictionary, nothing when it cannot be read. Each step that fails is logged.
+    /// The file's info dictionary, nothing when it cannot be read. Logs each step that fails.
     std::optional<Value> songID3Tags() const;
-    /// Reads the file unless that was done.
+    /// Reads the file unless it has been read.
     void readIfNeeded() const;
     bool isRead() const { return read_; }
 
-    /// Without one in the tags, the end of the address, percent escapes included.
+    /// The tag's title, or the last part of the URL, including percent escapes.
     std::string title() const;
     std::string artist() const; ///< empty when unknown
     std::string album() const;  ///< empty when unknown

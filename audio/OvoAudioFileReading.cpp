@@ -6,7 +6,7 @@ namespace vistrel {
 
 namespace {
 
-/// Well below a frame of 16 ms, even when the last file of a turn is slow.
+/// Well below a frame of 16 ms, even if the last file is slow.
 constexpr double kSecondsATurn = 0.004;
 constexpr double kPause = 0.012;
 constexpr int kFilesATurn = 50;

@@ -160,7 +160,7 @@ void OvoAudioPlayerController::viewDidAppear(bool animated) {
     reading_ = std::make_unique<OvoAudioFileReading>(soundFiles_);
 }
 
-/// The timer has nothing left to show.
+/// Without playback, the timer has nothing to update.
 void OvoAudioPlayerController::viewWillDisappear(bool animated) {
     UIViewController::viewWillDisappear(animated);
     stopTimer();

@@ -24,9 +24,9 @@ class UITableViewCell;
 inline constexpr const char* kPlayerVolumeKey = "PlayerVolume";
 
 /// The music player: plays a queue of files one after another, with shuffle and repeat, cover and
-/// track table. A new player is made for each track; while a track's file cannot be opened there is
-/// none, requests to it do nothing, and its time, length and volume are 0. Present it modally: it
-/// plays once it has appeared, and stops when it goes.
+/// track table. A new player is made for each track; if the track's file cannot be opened, there is
+/// no player, requests to it do nothing, and its time, length and volume are 0. Present the
+/// controller modally: it starts to play when it has appeared and stops when it disappears.
 class OvoAudioPlayerController : public UIViewController,
                                  public UITableViewDataSource,
                                  public UITableViewDelegate,
@@ -34,7 +34,7 @@ class OvoAudioPlayerController : public UIViewController,
 public:
     using SoundFiles = std::vector<std::shared_ptr<OvoAudioFile>>;
 
-    /// At least one file; the index is one of theirs. Builds the screen at once.
+    /// Needs at least one file and a valid index. Builds the screen at once.
     static std::shared_ptr<OvoAudioPlayerController>
     withSoundFilesAtPathAndSelectedIndex(SoundFiles soundFiles, std::string path,
                                          std::uint32_t selectedIndex);
@@ -53,29 +53,29 @@ public:
     bool interrupted() const { return interrupted_; }
     void setInterrupted(bool interrupted) { interrupted_ = interrupted; }
 
-    /// Pauses when playing, else plays.
+    /// Pauses when playing, otherwise plays.
     void play();
-    /// By the modes; nothing at the end of the queue without one.
+    /// Follows the modes; without one, does nothing at the end of the queue.
     void next();
     void previous();
     bool canGoToNextTrack() const;
     bool canGoToPreviousTrack() const;
-    /// Whether the next button works: by the modes or the place.
+    /// Whether the next button is enabled.
     bool canGoOnToNext() const;
     void toggleShuffle();
     /// Off, all, one, off.
     void toggleRepeat();
-    /// Sets the volume, also for the next time the screen opens.
+    /// Sets the volume and stores it for the next time the screen opens.
     void volumeSliderMoved(const UISlider& slider);
     void progressSliderMoved(const UISlider& slider);
     void dismissAudioPlayer();
 
-    // The display; a null player reads as 0 everywhere.
+    // The display. All values of a null player are 0.
     void updateCurrentTime();
     void updateCurrentTimeForPlayer(AVAudioPlayer* player);
     void updateViewForPlayerInfo(AVAudioPlayer* player);
     void updateViewForPlayerState(AVAudioPlayer* player);
-    /// Fades the overlay in, or out when it is shown.
+    /// Fades the overlay in, or out if it is shown.
     void showOverlayView();
     /// Flips between the cover and the track table.
     void showSongFiles();
@@ -136,10 +136,10 @@ private:
     std::unique_ptr<OvoAudioPlayerRemote> remote_; ///< while on screen
     OvoAudioPlayModes modes_;
     bool interrupted_ = false;
-    bool overlayIsLeaving_ = false; ///< fading out, still in its place
+    bool overlayIsLeaving_ = false; ///< fading out, not yet removed
 };
 
-/// The audio session's way to the screen, which is its client data.
+/// The audio session's callback; the screen is its client data.
 void interruptionListenerCallback(void* inClientData, std::uint32_t interruptionState);
 
 }

@@ -1,4 +1,4 @@
-// What the screen shows of the player's state.
+// Shows the player's state on the screen.
 #include "audio/OvoAudioPlayerController.h"
 #include "audio/OvoAudioPlayerLabels.h"
 #include "audio/OvoAudioPlayerReflection.h"
@@ -109,7 +109,7 @@ void OvoAudioPlayerController::updateCurrentTime() {
     updateCurrentTimeForPlayer(player_.get());
 }
 
-/// A hundred times a second while playing: labels and slider draw only what has changed.
+/// Called a hundred times a second while playing. Labels and slider redraw only when they change.
 void OvoAudioPlayerController::updateCurrentTimeForPlayer(AVAudioPlayer* player) {
     if (!views_.overlayView)
         return;

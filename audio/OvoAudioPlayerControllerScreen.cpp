@@ -1,4 +1,4 @@
-// The screen: building it, the overlay, the flips, the track table.
+// Building the screen, the overlay, the flips and the track table.
 #include "audio/OvoAudioPlayerController.h"
 #include "audio/OvoAudioPlayerLabels.h"
 #include "audio/OvoAudioPlayerRootView.h"
@@ -123,7 +123,7 @@ void OvoAudioPlayerController::fadeOverlay(bool in) {
     UIViewAnimation::commitAnimations();
 }
 
-/// A tap may have called it back on its way out.
+/// A tap may have brought it back while it was fading out.
 void OvoAudioPlayerController::overlayHasFaded() {
     if (std::exchange(overlayIsLeaving_, false))
         views_.overlayView->removeFromSuperview();
@@ -200,7 +200,7 @@ void OvoAudioPlayerController::tableViewDidSelectRowAtIndexPath(UITableView& tab
     changeTrack(static_cast<std::uint32_t>(indexPath.row));
 }
 
-/// Only the row of the track that the player holds is marked.
+/// Only the row of the player's track is marked.
 void OvoAudioPlayerController::markSelectedRow() {
     const UITableView& table = *views_.songTableView;
     for (const auto& indexPath : table.indexPathsForVisibleRows())

@@ -5,16 +5,17 @@
 
 namespace vistrel {
 
-/// The texts that the music player shows of times and places.
+/// The music player's texts for times and positions.
 namespace OvoAudioPlayerLabels {
 
-/// Truncated toward zero; what is no time counts as 0.
+/// Truncated toward zero; 0 for NaN.
 int wholeSeconds(double seconds);
-/// Minutes, not folded into hours, and two-digit seconds.
+/// Minutes, also above 59, and two-digit seconds.
 std::string minutesAndSeconds(int seconds);
 
 std::string elapsed(double currentTime);
-/// With a leading minus sign. Of the whole seconds of both, so that the two labels always add up.
+/// With a leading minus sign. The difference of the whole seconds, so that the two labels always
+/// add up.
 std::string remaining(double currentTime, double duration);
 /// "3 of 12".
 std::string place(OvoAudioQueuePosition position);

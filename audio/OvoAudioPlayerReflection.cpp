@@ -12,7 +12,7 @@ namespace vistrel {
 
 namespace {
 
-/// All four channels times level / 255, rounded; two channels at a time.
+/// Multiplies all four channels by level / 255, rounded, two channels at a time.
 std::uint32_t shaded(std::uint32_t pixel, std::uint32_t level) {
     constexpr std::uint32_t kLow = 0x00FF00FF;
     constexpr std::uint32_t kHalf = 0x00800080;
@@ -23,7 +23,7 @@ std::uint32_t shaded(std::uint32_t pixel, std::uint32_t level) {
     return redBlue | alphaGreen;
 }
 
-/// The picture stretched over so many pixels; the picture's own when it has that size.
+/// The picture scaled to this many pixels; its own bitmap when it has that size.
 std::shared_ptr<const Bitmap> pixelsOf(const UIImage& image, int width, int height) {
     const auto& own = image.bitmap();
     if (own->width() == width && own->height() == height)
@@ -34,7 +34,7 @@ std::shared_ptr<const Bitmap> pixelsOf(const UIImage& image, int width, int heig
     return stretched;
 }
 
-/// Row after row of the cover from its last one upward, each dimmer.
+/// The cover's rows from the last one upwards, each dimmer than the one before.
 void reflect(const Bitmap& cover, const OvoGreyMask& mask, Bitmap& reflection) {
     const int rows = std::min(reflection.height(), cover.height());
     for (int y = 0; y < rows; ++y) {

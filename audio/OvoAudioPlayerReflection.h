@@ -9,7 +9,7 @@ class Bitmap;
 class UIButton;
 class UIImage;
 
-/// Grey levels that say how much of a drawing is let through: 255 all, 0 nothing.
+/// Grey levels of a mask: 255 is opaque, 0 transparent.
 struct OvoGreyMask {
     int width = 0;
     int height = 0;
@@ -20,15 +20,16 @@ struct OvoGreyMask {
     }
 };
 
-/// White in the top row, black in the bottom row, even steps between. Sizes in pixels, at least 1.
+/// White in the top row, black in the bottom row, linear between them. Sizes in pixels, at least 1.
 OvoGreyMask CreateGradientImage(int pixelsWide, int pixelsHigh);
 
-/// Transparent pixels to draw into: 32 bits each, alpha first and premultiplied. Sizes at least 1.
+/// A transparent bitmap to draw into, 32 bits per pixel, alpha first and premultiplied. Sizes at
+/// least 1.
 std::shared_ptr<Bitmap> MyCreateBitmapContext(int pixelsWide, int pixelsHigh);
 
-/// The mirror image of what the button shows stretched over its bounds: begins with the bottom row,
-/// climbs for `height` points, and fades from whole to nothing on the way. As wide as the button,
-/// at the screen's scale. Null when the height is 0.
+/// The mirror image of the button's picture, scaled to the button's bounds. Starts with the bottom
+/// row, is `height` points high and fades to nothing. As wide as the button, at the screen's scale.
+/// Null when the height is 0.
 std::shared_ptr<const UIImage> reflectedImageWithHeight(const UIButton& fromImage, unsigned height);
 
 }

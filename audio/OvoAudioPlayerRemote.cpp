@@ -17,7 +17,7 @@ Loop loopOf(const OvoAudioPlayerController& screen) {
     return screen.repeatAll() ? Loop::Queue : Loop::None;
 }
 
-/// At the track's beginning a player that does not play counts as stopped.
+/// A player that is not playing counts as stopped at the start of the track.
 MPNowPlayingInfo::State stateOf(const AVAudioPlayer& player) {
     if (player.isPlaying())
         return MPNowPlayingInfo::State::Playing;
@@ -71,7 +71,7 @@ void OvoAudioPlayerRemote::mediaPause() {
         screen_.play();
 }
 
-/// As at the end of the queue: still on the screen, at the track's beginning.
+/// As at the end of the queue: the screen stays, at the start of the track.
 void OvoAudioPlayerRemote::mediaStop() {
     mediaPause();
     mediaSeek(0);

@@ -4,15 +4,14 @@
 namespace vistrel {
 class OvoAudioPlayerController;
 
-/// The music player in the hands of media keys and lock screens. What the buttons do not offer is
-/// not done here either.
+/// Lets media keys and lock screens control the music player, within the limits of its buttons.
 class OvoAudioPlayerRemote : public MPRemoteControlsDelegate {
 public:
-    /// Owned by the screen. Takes the controls until it is destroyed.
+    /// Owned by the screen. Holds the media controls until it is destroyed.
     explicit OvoAudioPlayerRemote(OvoAudioPlayerController& screen);
     ~OvoAudioPlayerRemote() override;
 
-    /// Tells what the screen shows now.
+    /// Reports what the screen shows.
     void update() const;
 
     void mediaPlay() override;

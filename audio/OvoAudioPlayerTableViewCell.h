@@ -6,15 +6,16 @@
 namespace vistrel {
 
 /// One track: number, title and length in three columns, a darker band on every second row, and a
-/// triangle at the track that the player holds.
+/// triangle at the player's track.
 class OvoAudioPlayerTableViewCell : public OvoTableViewCell {
 public:
     explicit OvoAudioPlayerTableViewCell(std::string reuseIdentifier);
 
-    // The texts and the triangle request a redraw; the band does not: set it together with a text.
+    // Setting a text or the triangle requests a redraw; setting the band does not, so set it with a
+    // text.
     const std::string& title() const { return title_; }
     void setTitle(std::string title);
-    /// Such as "1.".
+    /// For example "1.".
     const std::string& number() const { return number_; }
     void setNumber(std::string number);
     /// Minutes and two-digit seconds.

@@ -153,7 +153,7 @@ void OvoAudioPlayerViews::addControlBar(UIView& root) {
     auto bar = std::make_shared<UIImageView>(CGRectMake(0, 364, root.bounds().size.width, 96));
     bar->setImage(stretchable("AudioPlayerBarBackground", 0, 0));
     root.addSubview(std::move(bar));
-    // Play stands 4 points further right than pause: its triangle looks centred so.
+    // Play is 4 points to the right of pause, where its triangle looks centred.
     playButton = transportButton(144, "AudioPlayerPlay", "Play");
     pauseButton = transportButton(140, "AudioPlayerPause", "Pause");
     nextButton = transportButton(220, "AudioPlayerNextTrack", "Next");

@@ -15,8 +15,8 @@ class UISlider;
 class UITableView;
 class UIView;
 
-/// The music player's views: made and placed here, filled and given their actions by the
-/// controller.
+/// The music player's views. They are created and laid out here; the controller fills them and sets
+/// their actions.
 struct OvoAudioPlayerViews {
     std::shared_ptr<CAGradientLayer> gradientLayer;
     std::shared_ptr<UIButton> playButton;
@@ -33,7 +33,7 @@ struct OvoAudioPlayerViews {
     std::shared_ptr<UIImageView> reflectionView;
     std::shared_ptr<UIView> containerView;
 
-    // Made with the overlay, when it is first shown.
+    // Created with the overlay when it is first shown.
     std::shared_ptr<UIView> overlayView;
     std::shared_ptr<UISlider> progressSlider;
     std::shared_ptr<UILabel> indexLabel;
@@ -42,7 +42,7 @@ struct OvoAudioPlayerViews {
     std::shared_ptr<UIButton> repeatButton;
     std::shared_ptr<UIButton> shuffleButton;
 
-    /// All but the overlay, into the empty root view. `dismiss` is what Done does.
+    /// Adds all but the overlay to the empty root view. Done calls `dismiss`.
     void build(UIView& root, std::function<void()> dismiss);
     void buildOverlay(double width);
 
@@ -54,9 +54,9 @@ private:
     void addControlBar(UIView& root);
 };
 
-/// A picture of the application's resources, read from its file.
+/// Reads a picture from the application's resources.
 std::shared_ptr<const UIImage> audioPlayerPicture(const std::string& name);
-/// What the button to the track table shows while the cover is shown.
+/// The picture on the button that shows the track table.
 std::shared_ptr<const UIImage> albumInfoPicture();
 
 }

@@ -3,7 +3,7 @@
 
 namespace vistrel {
 
-/// Hands its drawing back to the OvoTableViewCell that it lies in.
+/// Lets the OvoTableViewCell that contains it draw its content.
 class OvoTableViewCellView : public UIView {
 public:
     bool drawsContent() const override { return true; }

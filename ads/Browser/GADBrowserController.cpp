@@ -76,7 +76,7 @@ void GADBrowserController::viewDidLoad() {
         }));
 }
 
-/// The user has been elsewhere and found an empty page on return.
+/// Closes a page that is still empty when the user returns from another application.
 void GADBrowserController::closeUnlessLoaded() {
     const auto& delegate = vars()->webViewDelegate_;
     if (delegate && !delegate->hasLoadedAtLeastOnce())

@@ -17,19 +17,19 @@ public:
     GADBrowserController();
     ~GADBrowserController() override;
 
-    /// Loads now, or when the screen first appears. Nothing: does nothing.
+    /// Loads now, or when the screen first appears. Does nothing without an address.
     void load(const std::optional<NSURL>& url);
-    /// The same, sending the referring address as "Referer".
+    /// Likewise, and sends the referring address as "Referer".
     void loadReferringURL(const std::optional<NSURL>& url,
                           const std::optional<NSURL>& referringURL);
-    /// Go only where there is somewhere to go.
+    /// Do nothing at the end of the history.
     void back();
     void forward();
     void reload();
     void stop();
     /// Opens the current page in the system's browser.
     void openInSafari();
-    /// Brings the items in line with the page's state.
+    /// Updates the items from the page's state.
     void refreshToolbar();
     /// Null before the screen first appears.
     std::shared_ptr<GADWebView> webView() const;

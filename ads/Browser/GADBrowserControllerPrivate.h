@@ -14,7 +14,7 @@ class UIToolbar;
 /// The private half of the in-ad browser.
 class GADBrowserControllerPrivate : public GADViewControllerPrivate {
 public:
-    std::optional<NSURL> urlToLoad_; ///< asked for before there was a page
+    std::optional<NSURL> urlToLoad_; ///< requested before the page existed
     std::optional<NSURL> referringURLToLoad_;
     std::shared_ptr<GADBrowserWebViewDelegate> webViewDelegate_;
     std::shared_ptr<GADWebView> webView_;

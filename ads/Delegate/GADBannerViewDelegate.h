@@ -4,7 +4,7 @@ namespace vistrel {
 class GADBannerView;
 class GADRequestError;
 
-/// Hears what becomes of a banner. It may let go of the banner in any of these.
+/// Receives a banner's events. May destroy the banner in any of these calls.
 class GADBannerViewDelegate {
 public:
     virtual ~GADBannerViewDelegate() = default;

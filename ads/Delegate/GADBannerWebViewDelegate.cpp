@@ -12,7 +12,7 @@ namespace vistrel {
 
 namespace {
 
-/// A page that has just appeared under a finger was not meant by it.
+/// A touch on a page that has just appeared under the finger was meant for something else.
 constexpr double kSecondsBeforeClicks = 0.15;
 
 bool isClick(const GADObjectPrivate& ad, UIWebViewNavigationType type) {

@@ -7,8 +7,8 @@
 namespace vistrel {
 class GADObjectPrivate;
 
-/// The delegate of a banner's page. A click, which is any navigation of a shown ad soon after which
-/// it was touched, opens a full-screen screen and is never loaded in the banner.
+/// The delegate of a banner's page. A click, that is a navigation of a shown and touched ad, opens
+/// a full-screen screen and is never loaded in the banner.
 class GADBannerWebViewDelegate : public GADWebViewDelegate {
 public:
     /// The ad object; not retained.

@@ -9,10 +9,10 @@ class GADInterstitial;
 class GADInterstitialDelegate;
 class GADRequestError;
 
-/// Passes an ad's events on: to the banner's delegate, then to the library's own interstitial
-/// delegate, then to the host's. Retains none of them, nor the ad. While it calls out it keeps
-/// itself and the delegates alive until the next pass of the run loop, so that a delegate may let
-/// go of the ad.
+/// Forwards an ad's events to the banner's delegate, then to the library's own interstitial
+/// delegate, then to the host's. Retains neither them nor the ad. When it calls out, it keeps
+/// itself and the delegates alive until the next pass of the run loop, so a delegate may destroy
+/// the ad.
 class GADDelegateManager : public std::enable_shared_from_this<GADDelegateManager> {
 public:
     std::weak_ptr<GADBannerViewDelegate> bannerDelegate() const { return bannerDelegate_; }
@@ -29,7 +29,7 @@ public:
     void setInterstitial(std::weak_ptr<GADInterstitial> interstitial) {
         interstitial_ = std::move(interstitial);
     }
-    /// The start-up interstitial's; told before the host's.
+    /// The start-up interstitial's delegate; called before the host's.
     void setSDKInterstitialDelegate(std::weak_ptr<GADInterstitialDelegate> delegate) {
         sdkInterstitialDelegate_ = std::move(delegate);
     }

@@ -4,7 +4,7 @@ namespace vistrel {
 class GADInterstitial;
 class GADRequestError;
 
-/// Hears what becomes of an interstitial. It may let go of the interstitial in any of these.
+/// Receives an interstitial's events. May destroy the interstitial in any of these calls.
 class GADInterstitialDelegate {
 public:
     virtual ~GADInterstitialDelegate() = default;

@@ -2,8 +2,8 @@
 
 namespace vistrel {
 
-/// The timings of the pages that an ad leads to: "plpl" from the first load's start to the first
-/// end of one, "plpd" from there on.
+/// Times the pages that an ad leads to: "plpl" from the start of the first load to the first end of
+/// a load, "plpd" from there on.
 namespace GADLandingPageTiming {
 
 void loadStarted();

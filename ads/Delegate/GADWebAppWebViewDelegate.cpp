@@ -11,7 +11,7 @@
 namespace vistrel {
 
 namespace {
-/// Long enough for the page to hear that it goes, and to say so.
+/// Long enough for the page to be told that it is closing and to react.
 constexpr double kSecondsUntilEmptied = 2;
 }
 

@@ -15,10 +15,10 @@ public:
         webAppPrivate_ = std::move(object);
     }
 
-    /// The web app is on the screen: "onshow" is posted as soon as the page has loaded.
+    /// Call when the web app is on the screen: posts "onshow" as soon as the page has loaded.
     void postOnShow(UIWebView& webView);
-    /// The screen goes and the page follows: this delegate acts for nobody any more and, two
-    /// seconds from now, empties the web view and lets go of it.
+    /// Call when the screen goes: this delegate stops acting and, after two seconds, empties and
+    /// releases the web view.
     void releaseWithWebView(std::shared_ptr<GADWebView> webView);
 
     void webViewDidStartLoad(UIWebView& webView) override;

@@ -27,7 +27,7 @@ std::optional<NSURL> urlForKey(const std::string& key, const Value::Dictionary& 
     return NSURL::URLWithString(gadTextForKey(key, parameters));
 }
 
-/// What the engine says of a page's requests; it does not always say it with the navigation.
+/// The engine's name for a page's requests, which not every navigation carries.
 void rememberUserAgent(UIWebView& webView, const NSURLRequest& request) {
     const std::string sent = request.valueForHTTPHeaderField("User-Agent");
     GADNetworkUtilities::setUserAgentString(sent.empty() ? webView.userAgent() : sent);
@@ -64,7 +64,7 @@ bool GADWebViewDelegate::webViewShouldStartLoadWithRequest(UIWebView& webView,
         performCommand(*notification, url, page);
         return false;
     }
-    // What a page loads by itself when it begins is no action of the user's.
+    // Loads that a page starts by itself at its beginning are not the user's actions.
     if (type != UIWebViewNavigationType::Other || url.path().size() >= 2)
         postWebAction(url, std::nullopt, webView);
     return followURL(url, page);

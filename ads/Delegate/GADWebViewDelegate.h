@@ -19,9 +19,9 @@ class UIViewController;
 
 enum class GADSpamSignals { No, Yes };
 
-/// The delegate of every page of the library. A page asks for what it wants by navigating to a
-/// bridge address, which is acted upon and never loaded; addresses out of the web are opened by the
-/// system; the rest is loaded. Owned by whoever owns the web view.
+/// The delegate of every page of the library. A page sends a command by navigating to a bridge
+/// address, which is carried out and never loaded. The system opens addresses outside the web; all
+/// others are loaded. Owned by the owner of the web view.
 class GADWebViewDelegate : public std::enable_shared_from_this<GADWebViewDelegate>,
                            public UIWebViewDelegate,
                            public GADClickTrackerDelegate {
@@ -31,7 +31,7 @@ public:
 
     bool hasLoadedAtLeastOnce() const { return hasLoadedAtLeastOnce_; }
     GADOpener& opener() const { return *opener_; }
-    /// Presents what the page opens; not retained.
+    /// Presents the screens that the page opens; not retained.
     std::shared_ptr<UIViewController> viewController() const { return viewController_.lock(); }
     void setViewController(std::weak_ptr<UIViewController> controller) {
         viewController_ = std::move(controller);
@@ -45,10 +45,10 @@ public:
     static void notifyWebViewOfOrientationChange(UIWebView& webView,
                                                  UIInterfaceOrientation orientation);
     void trackURLStringAppendSpamSignals(const std::string& url, GADSpamSignals signals);
-    /// Answers the page which of the addresses the system can open.
+    /// Tells the page which of the addresses the system can open.
     void processCanOpenURLsWebView(const std::string& commaSeparatedURLs, UIWebView& webView);
-    /// Runs the parameter "js" in the page that opened this one and tells `webView`, which asked,
-    /// what came of it.
+    /// Runs the parameter "js" in the page that opened this one and sends the result to `webView`,
+    /// which asked for it.
     void evaluateJavaScriptInOpener(const Value::Dictionary& parameters,
                                     std::weak_ptr<UIWebView> webView);
     void processTouchSignals(const Value::Dictionary& parameters);

@@ -24,7 +24,7 @@ constexpr const char* kTimeoutKey = "applicationTimeout";
 constexpr double kDefaultTimeout = 5;
 
 void settingsDidArrive(const NSNotification& settings) {
-    // The keys of a bridge address arrive in lower case.
+    // A bridge address's keys arrive in lower case.
     for (const char* key : {kTimeoutKey, "applicationtimeout"}) {
         const Value* timeout = settings.userInfo.find(key);
         if (timeout && !timeout->string().empty())

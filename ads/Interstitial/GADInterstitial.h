@@ -11,8 +11,8 @@ class UIImage;
 class UIViewController;
 class UIWindow;
 
-/// A full-screen ad between two screens of the host, or over its launch picture. Loads once a
-/// request; may be presented once it is ready, and may be destroyed at any moment.
+/// A full-screen ad between two screens of the host, or over its launch picture. Loads once per
+/// request, can be presented when it is ready, and may be destroyed at any time.
 class GADInterstitial : public std::enable_shared_from_this<GADInterstitial> {
 public:
     static std::shared_ptr<GADInterstitial> make();
@@ -31,10 +31,10 @@ public:
 
     /// Null: a request without hints.
     void loadRequest(const std::shared_ptr<GADRequest>& request);
-    /// An interstitial that is not ready is logged and presents nothing.
+    /// When the interstitial is not ready, this is logged and nothing is presented.
     void presentFromRootViewController(const std::shared_ptr<UIViewController>& controller);
-    /// Covers the window with the launch picture, and shows the ad if it comes within the time that
-    /// the user default "applicationTimeout" gives, in seconds. At 0 or less nothing is done.
+    /// Covers the window with the launch picture and shows the ad if it arrives within the number
+    /// of seconds in the user default "applicationTimeout". Does nothing if that is 0 or less.
     void loadAndDisplayRequestUsingWindowInitialImage(const std::shared_ptr<GADRequest>& request,
                                                       const std::shared_ptr<UIWindow>& window,
                                                       std::shared_ptr<const UIImage> image);

@@ -11,9 +11,9 @@ class UIImage;
 class UIImageView;
 class UIWindow;
 
-/// Shows an interstitial when the application starts: keeps the launch picture on the window until
-/// the ad comes, fails or is late, then gives the window back as it was. Keeps itself alive until
-/// then.
+/// Shows an interstitial when the application starts: covers the window with the launch picture
+/// until the ad has arrived, failed or timed out, then restores the window. Keeps itself alive
+/// until then.
 class GADInterstitialAppController : public UIViewController, public GADInterstitialDelegate {
 public:
     static std::shared_ptr<GADInterstitialAppController>
@@ -22,7 +22,7 @@ public:
                                        std::shared_ptr<GADInterstitial> interstitial);
     ~GADInterstitialAppController() override;
 
-    /// The fraction is dropped; a server's nonsense is held in bounds.
+    /// Drops the fraction and limits a server's unreasonable values.
     static int wholeSeconds(float timeout);
 
     void interstitialDidReceiveAd(GADInterstitial& interstitial) override;

@@ -18,7 +18,7 @@ namespace vistrel {
 
 namespace {
 
-/// The present moment in whole seconds.
+/// The current time in whole seconds.
 std::string uniqueText() {
     std::array<char, 64> buffer{};
     std::snprintf(buffer.data(), buffer.size(), "%.0f", gadAbsoluteTime());

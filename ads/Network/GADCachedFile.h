@@ -16,8 +16,8 @@ namespace vistrel {
 
 class NSURLRequest;
 
-/// One address and its copy on disk, fetched and revalidated over HTTP. The copy of a successful
-/// fetch stays through any later failure. A running fetch keeps the object alive; the delegate is
+/// One address and its copy on disk, fetched and revalidated over HTTP. A later failure never
+/// removes the copy of a successful fetch. A running fetch keeps the object alive; the delegate is
 /// not retained.
 class GADCachedFile : public std::enable_shared_from_this<GADCachedFile>,
                       private NSURLConnectionDelegate {
@@ -30,7 +30,7 @@ public:
 
     /// Starts a fetch unless one is running.
     void validate();
-    /// The same with an address that no proxy can have cached.
+    /// Does the same with an address that no proxy can have cached.
     void validateWithCacheBuster();
     /// Stops the fetch; the copy stays.
     void cancel();
@@ -45,11 +45,11 @@ public:
     std::optional<std::string> fileModificationDate();
 
     const NSURL& sourceURL() const { return sourceURL_; }
-    /// The address of the last request that was made or was about to be.
+    /// The address of the last request, including one that the delegate prevented.
     const NSURL& httpDestinationURL() const { return httpDestinationURL_; }
-    /// Of the last answer that was no redirect; 0 before there was one.
+    /// Of the last response that was not a redirect; 0 before the first.
     int httpStatusCode() const { return httpStatusCode_; }
-    /// Of the last answer, redirects included.
+    /// Of the last response, including redirects.
     const NSURLResponse::HeaderFields& httpHeaders() const { return httpHeaders_; }
     std::shared_ptr<GADCachedFileDelegate> delegate() const { return delegate_.lock(); }
     void setDelegate(std::weak_ptr<GADCachedFileDelegate> delegate) {
@@ -68,7 +68,7 @@ private:
     void reportEnd();
     void reportFailure(const NSError* error);
     void cleanUp();
-    /// Unless the delegate has begun another fetch meanwhile.
+    /// Unless the delegate has started another fetch in the meantime.
     void cleanUpAfter(const NSURLConnection& connection);
 
     std::optional<NSURLRequest>

@@ -8,16 +8,16 @@ namespace vistrel {
 class GADCachedFile;
 class NSURL;
 
-/// Hears how a cached file's fetch goes. It may start, cancel or let go of the file in any of
-/// these.
+/// Receives the events of a cached file's fetch. May start, cancel or release the file in any of
+/// these calls.
 class GADCachedFileDelegate {
 public:
     virtual ~GADCachedFileDelegate() = default;
-    /// The file is current.
+    /// The copy is up to date.
     virtual void cachedFileDownloadDidEnd(GADCachedFile& file) = 0;
-    /// No error: the connection could not be made, or the status was an unexpected one.
+    /// `error` is null when the connection could not be made or the status was unexpected.
     virtual void cachedFileDownloadDidFail(GADCachedFile& file, const NSError* error) = 0;
-    /// Nothing follows the redirect; an error stops the fetch.
+    /// Return nothing to follow the redirect, or an error to stop the fetch.
     virtual std::optional<NSError> cachedFileShouldRedirectToURL(GADCachedFile& file,
                                                                  const NSURL& url) = 0;
 };

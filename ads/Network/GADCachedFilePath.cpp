@@ -22,8 +22,9 @@ bool isPlain(char character) {
            std::string_view("-._~:").find(character) != std::string_view::npos;
 }
 
-/// Escapes every unsafe character, the percent sign included, so that two hosts never share a name.
-/// An empty host and one of dots only, which would name another folder, get names that no host has.
+/// Escapes every unsafe character, including the percent sign, so that no two hosts share a name.
+/// Hosts that are empty or consist of dots would name another folder; they get names that no host
+/// has.
 std::string folderNameForHost(std::string_view host) {
     constexpr std::size_t longestName = 255;
     const bool onlyDots = host.find_first_not_of('.') == std::string_view::npos;

@@ -10,8 +10,8 @@ namespace vistrel {
 /// The application's first caches folder.
 inline constexpr const char* kGADCachesDirectory = "/var/mobile/Library/Caches";
 
-/// The path of an address's copy: a folder named after the host inside the caches folder, and in it
-/// a file named after the hash of the whole address. The folder is always a single plain name.
+/// The path of an address's copy: in the caches folder, a folder named after the host, and in that
+/// a file named after the hash of the whole address. The folder's name never contains a separator.
 std::string gadCachedFilePath(const NSURL& url);
 
 /// FNV-1a with 32 bits: the same number for the same text on every machine and in every version.

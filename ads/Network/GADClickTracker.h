@@ -7,8 +7,8 @@
 
 namespace vistrel {
 
-/// Pings one tracking address and follows its redirects through the web; a redirect out of the web
-/// is a success as well and is not followed. Reports at most once. The delegate is not retained.
+/// Pings one tracking address and follows its redirects. A redirect to an address outside the web
+/// also counts as success and is not followed. Reports at most once. The delegate is not retained.
 class GADClickTracker : public std::enable_shared_from_this<GADClickTracker>,
                         public GADCachedFileDelegate {
 public:
@@ -24,18 +24,18 @@ public:
     std::optional<NSURL> trackingURL() const;
     /// The ping has succeeded or failed.
     bool hasTracked() const { return hasTracked_; }
-    /// Gives up the running ping; nothing is reported.
+    /// Cancels the running ping without a report.
     void reset();
 
-    /// Whether any tracker of the process is waiting for its server. The system does not suspend
-    /// an application whose pings are under way: whoever is about to leave it waits for them.
+    /// Whether any tracker in the process is waiting for its server. Code that is about to leave
+    /// the application waits for them: once suspended, it could not finish its pings.
     static bool activeTrackings();
 
 private:
     explicit GADClickTracker(std::weak_ptr<GADClickTrackerDelegate> delegate);
     void beginTracking();
     void endTracking();
-    /// The delegate to tell, when the ping has not been reported yet; it counts as reported then.
+    /// The delegate to call if the ping has not been reported yet; marks it as reported.
     std::shared_ptr<GADClickTrackerDelegate> takeReport();
     void succeed();
 

@@ -5,7 +5,7 @@ class GADClickTracker;
 class NSError;
 class NSURL;
 
-/// Hears once how a tracking address was fetched.
+/// Receives the result of a ping, once.
 class GADClickTrackerDelegate {
 public:
     virtual ~GADClickTrackerDelegate() = default;

@@ -19,7 +19,7 @@ constexpr std::array<std::string_view, 7> kDays{"Sun", "Mon", "Tue", "Wed", "Thu
 constexpr std::array<std::string_view, 12> kMonths{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                                    "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
-/// Takes pieces off the front of a text; once one is not there, everything fails.
+/// Takes pieces off the front of a text. After one is missing, every call fails.
 class Scanner {
 public:
     explicit Scanner(std::string_view text)
@@ -65,7 +65,7 @@ private:
 }
 
 std::string GADHTTPDate::stringWithSeconds(double secondsSince1970) {
-    // Year 0 to year 9999, the dates that four digits can write.
+    // Years 0 to 9999, which have four digits.
     constexpr double earliest = -62167219200;
     constexpr double latest = 253402300799;
     const double bounded = std::isnan(secondsSince1970)

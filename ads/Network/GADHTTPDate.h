@@ -12,9 +12,9 @@ namespace GADHTTPDate {
 std::string stringWithSeconds(double seconds);
 
 /// Whole seconds since 1970-01-01 UTC; empty when the text is not such a date. Surrounding blanks
-/// are ignored: a "Last-Modified" field that is cut before "GMT" ends with one. Were it
-/// refused, the file would keep the time at which it was written, and a copy that the server
-/// changed between its dates and ours would pass for current.
+/// are ignored: a "Last-Modified" field from which "GMT" has been cut ends with one. If it were
+/// rejected, the file would keep the time at which it was written, and a change on the server
+/// between the two times would go unnoticed.
 std::optional<double> secondsWithString(std::string_view text);
 
 }

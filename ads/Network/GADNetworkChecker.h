@@ -9,20 +9,19 @@ namespace vistrel {
 /// The kind of network, with the library's numbers.
 enum class GADNetworkType { Unknown = 0, NotReachable = 1, WiFi = 2, Cellular = 3 };
 
-/// Watches how the vendor's host can be reached, for as long as it is enabled.
+/// Watches the reachability of the vendor's host while it is enabled.
 class GADNetworkChecker {
 public:
     /// Made and enabled on first use.
     static GADNetworkChecker& sharedChecker();
-    /// Disables and forgets the shared checker; the next use creates a new one.
+    /// Disables and releases the shared checker; the next use creates a new one.
     static void releaseSharedChecker();
 
     ~GADNetworkChecker();
     GADNetworkChecker(const GADNetworkChecker&) = delete;
     GADNetworkChecker& operator=(const GADNetworkChecker&) = delete;
 
-    /// The type is unknown at first; it comes with the first report, at the next turn of the run
-    /// loop, and with each change.
+    /// The type is unknown until the first report, in the next pass of the run loop.
     void setEnabled(bool enabled);
     bool isEnabled() const { return enabled_; }
     GADNetworkType networkType() const { return networkType_; }

@@ -17,7 +17,7 @@ std::string& sharedUserAgent() {
     return userAgent;
 }
 
-/// One "key=value" of a query; nothing when it is not just that, or not UTF-8.
+/// One "key=value" of a query; nothing when it has another form or is not UTF-8.
 std::optional<Value::Dictionary::Member> memberOf(std::string_view piece) {
     const auto equals = piece.find('=');
     if (equals == std::string_view::npos || piece.find('=', equals + 1) != std::string_view::npos)

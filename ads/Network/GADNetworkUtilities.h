@@ -11,7 +11,7 @@ namespace vistrel {
 /// Address handling, and the user agent of the library's requests.
 class GADNetworkUtilities {
 public:
-    /// What the library's web views call themselves; empty until one of them sent a request.
+    /// The library's web views' user agent; empty until one of them has sent a request.
     static const std::string& userAgentString();
     /// An empty text changes nothing.
     static void setUserAgentString(const std::string& userAgent);
@@ -19,8 +19,8 @@ public:
     /// Escapes every byte but letters, digits and "-._~".
     static std::string encodeURL(std::string_view text);
 
-    /// Adds the entries in their order. Keys are taken as they are, values escaped; an empty value
-    /// leaves the bare key. Empty when a key makes the result invalid.
+    /// Appends the entries in order. Keys are not escaped, values are; an empty value yields the
+    /// bare key. Empty when a key makes the result invalid.
     static std::optional<NSURL> appendQueryParametersToURL(const Value::Dictionary& parameters,
                                                            const NSURL& url);
     /// The same for one entry.
@@ -28,7 +28,7 @@ public:
                                                          std::optional<std::string_view> value,
                                                          const NSURL& url);
 
-    /// The first value of exactly that key in the query, as it is written there.
+    /// The first value of exactly this key in the query, not unescaped.
     static std::optional<std::string> parameterValueForKeyFromURL(std::string_view key,
                                                                   const NSURL& url);
 

@@ -8,7 +8,7 @@
 
 namespace vistrel {
 
-/// What an ad page asks of the library by navigating to a bridge address: a name and parameters.
+/// A command that an ad page gives by navigating to a bridge address: a name and parameters.
 class GADNotification {
 public:
     /// Whether the address belongs to either family of bridge addresses.
@@ -16,10 +16,10 @@ public:
     static bool isGMSGNotificationURL(const NSURL& url);
     static bool isGrokrufNotificationURL(const NSURL& url);
 
-    /// Nothing for any other address, and for a bridge address that asks for nothing known.
+    /// Nothing for any other address, and for a bridge address with an unknown command.
     static std::optional<GADNotification> notificationFromURL(const NSURL& url);
 
-    /// Empty when what the address gives is not UTF-8.
+    /// Empty when it is not UTF-8.
     const std::string& name() const { return name_; }
     const Value::Dictionary& parameters() const { return parameters_; }
     std::string description() const;

@@ -14,23 +14,23 @@ class UIWebView;
 /// "a" the command's name when it is a bridge address.
 inline constexpr const char* kGADDidReceiveWebActionNotification = "didReceiveWebAction";
 
-/// Posted by the library's full-screen screens, with the screen as object, when the presentation of
-/// one starts and when it is dismissed.
+/// Posted by the library's full-screen screens, with the screen as object, when they are presented
+/// and dismissed.
 inline constexpr const char* kGADViewControllerWillPresentFullScreenNotification =
     "GADViewControllerWillPresentFullScreen";
 inline constexpr const char* kGADViewControllerDidRelinquishFullScreenNotification =
     "GADViewControllerDidRelinquishFullScreen";
 
-/// What bridge addresses add to the platform's notification centre.
+/// Adds bridge addresses to the platform's notification centre.
 namespace GADNotificationCenter {
 
 /// The one shared centre.
 NSNotificationCenter& defaultCenter();
 
-/// Posts what a bridge address asks for, with its parameters; any other address posts nothing.
+/// Posts a bridge address's command with its parameters; any other address posts nothing.
 void postNotificationFromURLObject(const NSURL& url, const void* object);
-/// The same after `delay` seconds (0: the next pass of the run loop), unless the object is gone by
-/// then.
+/// Does the same after `delay` seconds (0: in the next pass of the run loop), unless the object no
+/// longer exists by then.
 void postNotificationFromURLObjectWithDelay(const NSURL& url, std::weak_ptr<const void> object,
                                             double delay);
 /// Calls the page's function "AFMA_ReceiveMessage" with the name and, if there is any, the user

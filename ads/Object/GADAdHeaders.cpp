@@ -15,7 +15,7 @@ namespace {
 
 using Fields = NSURLResponse::HeaderFields;
 
-/// A blank-separated list; a server may send the field several times.
+/// Reads a blank-separated list; a server may send the field several times.
 std::vector<NSURL> urlsOfField(const Fields& fields, std::string_view name) {
     std::vector<NSURL> urls;
     for (const std::string& list : valuesOfHeaderField(fields, name)) {

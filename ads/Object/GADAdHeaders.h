@@ -8,8 +8,8 @@
 
 namespace vistrel {
 
-/// What an ad's server says about the ad in the header fields of its answer. A field that is
-/// missing or empty says nothing; addresses that cannot be read are left out.
+/// The information about an ad in the header fields of its response. Missing and empty fields are
+/// treated alike; invalid addresses are left out.
 struct GADAdHeaders {
     static GADAdHeaders fromFields(const NSURLResponse::HeaderFields& fields);
 
@@ -17,7 +17,7 @@ struct GADAdHeaders {
     std::vector<NSURL> trackingURLs;
     /// Requested when a click has opened something.
     std::vector<NSURL> clickURLs;
-    /// Of the screens that the ad opens; None when the server does not say.
+    /// Of the screens that the ad opens; None when the server does not specify it.
     GADSupportedOrientations orientations = GADSupportedOrientations::None;
     /// Seconds to wait for the next start-up interstitial.
     std::optional<float> interstitialTimeout;

@@ -24,7 +24,7 @@ namespace {
 bool applicationHasFinishedLaunching = false;
 bool hasLoggedMissingServer = false;
 
-/// Runs before main: an ad object may be made long after the application has finished launching.
+/// Runs before main, because an ad object may be created long after launch.
 [[maybe_unused]] const bool watchesLaunch = [] {
     NSNotificationCenter::defaultCenter().addObserver(
         &applicationHasFinishedLaunching, UIApplicationDidFinishLaunchingNotification, nullptr,

@@ -25,7 +25,7 @@ class GADWebViewDelegate;
 class UIViewController;
 struct NSNotification;
 
-/// How far a load has come, with the library's numbers.
+/// The progress of a load, with the library's numbers.
 enum class GADAdState : int {
     Idle = 0,
     FetchingScript = 1,
@@ -37,10 +37,10 @@ enum class GADAdState : int {
     Failed = 7
 };
 
-/// The private half of a banner or an interstitial: loads an ad into its web view. One load goes
-/// from the request-building script, which runs in a hidden page, over the ad's address and its
-/// HTML to the page's end; what goes wrong on the way is told to the delegate manager. Calls that
-/// come while a load is under way, or while the application is not active, do nothing.
+/// The private half of a banner or an interstitial: loads an ad into its web view. A load fetches
+/// the request-building script, runs it in a hidden page to get the ad's address, fetches the ad's
+/// HTML and loads the page. Failures are reported to the delegate manager. Calls during a load, or
+/// while the application is not active, do nothing.
 class GADObjectPrivate : public GADPrivateObject,
                          public GADCachedFileDelegate,
                          public GADClickTrackerDelegate {
@@ -71,20 +71,20 @@ public:
     }
     const std::shared_ptr<GADDelegateManager>& delegateManager() const { return delegateManager_; }
     GADSupportedOrientations supportedOrientations() const { return supportedOrientations_; }
-    /// Monotonic seconds at which the ad was shown.
+    /// When the ad was shown, in monotonic seconds.
     double timeLastLoaded() const { return timeLastLoaded_; }
-    /// The load under way, or the last one, was the refresh timer's.
+    /// Whether the refresh timer started the current or last load.
     bool hasAutoRefreshed() const { return hasAutoRefreshed_; }
     std::vector<NSURL> pendingClickURLs() const { return pendingClickURLs_; }
     std::vector<NSURL> pendingTrackingURLs() const { return pendingTrackingURLs_; }
-    /// The ad's page and the address it came from; nothing before there was one.
+    /// The ad's page and its address; nothing before the first ad.
     std::optional<std::string> adHTMLString() const;
     std::optional<NSURL> adHTMLBaseURL() const;
     /// Path of the request-building script.
     virtual std::string jsBuildAdURL() const;
 
     void trackURLs(std::span<const NSURL> urls);
-    /// Ends the refresh timer and delayed calls.
+    /// Cancels the refresh timer and delayed calls.
     void cancelPendingActions();
     void reportErrorCode(GADErrorCode code);
 
@@ -92,7 +92,7 @@ public:
     void webViewDidFinishLoad();
     void webViewDidFailLoad();
 
-    /// Forgets what the process has seen, as if the application were to be launched again.
+    /// Resets the state that is shared by the process, as a new launch would.
     static void resetProcessState();
 
 protected:

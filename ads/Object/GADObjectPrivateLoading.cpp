@@ -35,7 +35,7 @@ std::optional<NSURL> scriptURL(const std::string& path) {
     return host.empty() ? std::nullopt : NSURL::URLWithString("http://" + host + path);
 }
 
-/// Between the tags of a page, no text of a request may end the script.
+/// Keeps a request's texts from ending the script element of the page.
 std::string scriptLiteral(const Value::Dictionary& dictionary) {
     const Value value = dictionary;
     std::string literal;
@@ -60,7 +60,7 @@ std::string parameter(const NSNotification& notification, const char* key) {
     return value ? std::string(value->string()) : std::string();
 }
 
-/// A request type whose servers number the requests of a sequence.
+/// The request type whose servers number the requests of a sequence.
 constexpr const char* kSequencedRequestType = "gwhirl";
 
 }

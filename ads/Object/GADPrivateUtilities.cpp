@@ -16,7 +16,7 @@ Table& table() {
 
 void GADPrivateUtilities::setPrivateObjectForKey(std::shared_ptr<GADPrivateObject> object,
                                                  const void* key) {
-    // What is replaced goes at the end of this function: it may use the table while it does.
+    // A replaced object is destroyed at the end of this function, since it may use the table then.
     std::swap(table()[key], object);
 }
 

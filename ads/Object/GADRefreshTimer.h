@@ -5,8 +5,8 @@
 namespace vistrel {
 class NSTimer;
 
-/// Asks for the next ad after an interval, once. It stands still while the application is in the
-/// background or a full-screen screen of an ad is up, and begins its interval again afterwards.
+/// Requests the next ad once, after an interval. Stops while the application is in the background
+/// or an ad's full-screen screen is shown, and restarts the interval afterwards.
 class GADRefreshTimer {
 public:
     explicit GADRefreshTimer(std::function<void()> action);
@@ -14,10 +14,9 @@ public:
     GADRefreshTimer(const GADRefreshTimer&) = delete;
     GADRefreshTimer& operator=(const GADRefreshTimer&) = delete;
 
-    /// Ends the running interval and begins one of so many seconds, which is remembered; 0 begins
-    /// none.
+    /// Ends the running interval and starts one of the given seconds; 0 starts none.
     void schedule(double seconds);
-    /// The last interval that was begun; 0 for none.
+    /// The last interval that was started; 0 for none.
     double seconds() const { return seconds_; }
     void invalidate();
 

@@ -21,7 +21,7 @@ inline constexpr int kGADMinimumOSMinorVersion = 0;
 /// A failed ad request, in the domain kGADErrorDomain.
 class GADRequestError : public NSError {
 public:
-    /// `parameters` are those of the request that failed; an invalid request's error carries them.
+    /// `parameters` are those of the failed request; the error of an invalid request carries them.
     GADRequestError(GADErrorCode code, const Value::Dictionary& parameters);
 };
 

@@ -3,7 +3,7 @@
 
 namespace vistrel {
 
-/// The private half of a search banner: its requests are built by a script of their own.
+/// The private half of a search banner, whose requests are built by a separate script.
 class GADSearchObjectPrivate : public GADObjectPrivate {
 public:
     static std::shared_ptr<GADObjectPrivate> withView(GADBannerView& view);

@@ -8,8 +8,8 @@
 
 namespace vistrel {
 
-/// What an ad page wants opened, read from a bridge command's parameters: "a" says how, "u" or
-/// "html" what, "o" in which orientation.
+/// What an ad page wants to open, from a bridge command's parameters: "a" is how, "u" or "html"
+/// what, "o" the orientation.
 struct GADOpenParameters {
     enum class Target {
         Nothing,

@@ -24,10 +24,10 @@ namespace {
 constexpr double kDelay = 0.3;
 constexpr int kMostDelays = 3;
 
-/// Delays taken in a row before the application is left.
+/// Consecutive delays before the application is left.
 int delaysTaken = 0;
 
-/// Keeps the opener that is to close it.
+/// Retains the opener that will close it.
 class AdMailComposer : public MFMailComposeViewController {
 public:
     explicit AdMailComposer(std::shared_ptr<GADOpener> opener)
@@ -116,7 +116,7 @@ void GADOpener::openApp(const std::optional<NSURL>& url) {
 }
 
 void GADOpener::leaveApplicationForURL(const NSURL& url) {
-    // Both calls are owed to the user: they happen also when the ad is gone by then.
+    // Both calls follow the user's click, so they are made even if the ad no longer exists by then.
     if (GADClickTracker::activeTrackings() && delaysTaken < kMostDelays) {
         ++delaysTaken;
         NSRunLoop::performAfterDelay(

@@ -16,21 +16,21 @@ class GADViewController;
 class GADWebView;
 class UIViewController;
 
-/// Opens what an ad was clicked for: a full-screen screen over the view controller, a mail, or
-/// another application. Without a view controller nothing is opened inside the application.
+/// Opens the target of a click on an ad: a full-screen screen over the view controller, a mail, or
+/// another application. Without a view controller, nothing is opened inside the application.
 class GADOpener : public std::enable_shared_from_this<GADOpener>,
                   public MFMailComposeViewControllerDelegate {
 public:
     void setDelegateManager(std::shared_ptr<GADDelegateManager> manager) {
         delegateManager_ = std::move(manager);
     }
-    /// Presents what is opened; not retained.
+    /// Presents the opened screens; not retained.
     void setViewController(std::weak_ptr<UIViewController> controller) {
         viewController_ = std::move(controller);
     }
     /// The page that contained the click.
     void setReferringURL(std::optional<NSURL> url) { referringURL_ = std::move(url); }
-    /// The page of the ad that is clicked; not retained.
+    /// The page of the clicked ad; not retained.
     void setOpeningWebView(std::weak_ptr<GADWebView> webView) {
         openingWebView_ = std::move(webView);
     }
@@ -39,10 +39,10 @@ public:
         adController_ = std::move(controller);
     }
 
-    /// Opens what a bridge command's parameters ask for; see GADOpenParameters.
+    /// Opens the target in a bridge command's parameters; see GADOpenParameters.
     void openNotification(const Value::Dictionary& parameters);
-    /// Hands the address to the system, which may open another application with it. Waits a little
-    /// for pings that are under way.
+    /// Has the system open the address, possibly in another application. Waits briefly for running
+    /// pings.
     void openApp(const std::optional<NSURL>& url);
     void openBrowserToURLSupportedOrientations(const NSURL& url,
                                                GADSupportedOrientations orientations);

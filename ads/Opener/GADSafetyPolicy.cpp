@@ -17,11 +17,11 @@ std::optional<GADSafetyPolicy>& shared() {
     return policy;
 }
 
-/// What the library itself listens for.
+/// The commands that the library itself observes.
 constexpr std::array<std::string_view, 4> kForwardedNames{"loadAdURL", "invalidRequest",
                                                           "unableToServe", "settings"};
 
-/// A page chooses what it asks for, and how long that is.
+/// The page chooses this text and its length.
 std::string excerpt(std::string_view text) {
     constexpr std::size_t mostCharacters = 120;
     return std::string(text.substr(0, mostCharacters)) +

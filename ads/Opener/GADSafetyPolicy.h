@@ -9,24 +9,24 @@
 namespace vistrel {
 class GADWebView;
 
-/// What a host may demand of ad pages, which are strangers' pages: the page engine cannot tell an
-/// ad's own page from a frame in it, so every caller is taken for hostile. Without a policy, which
-/// is the default, pages may do whatever the bridge offers.
+/// Restrictions that a host may impose on ad pages. The page engine cannot tell an ad's own page
+/// from a frame in it, so every caller is treated as hostile. By default there is no policy, and
+/// pages may use everything the bridge offers.
 ///
-/// With one, whatever leads out of an ad needs a touch on that ad since it was shown, not longer
-/// ago than `touchLifetime`; addresses that leave have one of the allowed schemes; and the bridge
-/// knows no names but its own. Each refusal is one line in the log.
+/// With a policy, an action that leads out of an ad requires a touch on the ad, since it was shown,
+/// within the last `touchLifetime` seconds; addresses that lead out must have one of the allowed
+/// schemes; and the bridge accepts only its own commands. Each refusal logs one line.
 class GADSafetyPolicy {
 public:
-    /// Seconds for which a touch permits what follows from it.
+    /// Seconds for which a touch permits actions.
     double touchLifetime = 3;
     /// In lower case.
     std::set<std::string, std::less<>> allowedSchemes{"http", "https", "mailto", "tel"};
 
-    /// The policy in force for the whole process; nothing ends it.
+    /// The process-wide policy; nothing removes it.
     static void setShared(std::optional<GADSafetyPolicy> policy);
 
-    /// Whether the page may do what leads out of it; `url` null: to no address.
+    /// Whether the page may lead out of the ad; `url` is null when no address is involved.
     static bool permitsLeaving(const GADWebView& webView, std::string_view action,
                                const NSURL* url);
     /// Whether the bridge forwards a name that is not one of its commands.

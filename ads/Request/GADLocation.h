@@ -5,30 +5,30 @@
 
 namespace vistrel {
 
-/// Where the user is: coordinates, or a description of the place.
+/// The user's location: coordinates or a description.
 class GADLocation {
 public:
-    /// Degrees, degrees and metres. Null unless the place is precise: in range, and neither on the
-    /// equator nor on the prime meridian, the place of coordinates that were never set.
+    /// Degrees, degrees and metres. Null unless the coordinates are in range and neither is 0, the
+    /// value of coordinates that were never set.
     static std::shared_ptr<GADLocation>
     withLatitudeLongitudeAccuracy(float latitude, float longitude, float accuracy);
     /// Null for an empty description.
     static std::shared_ptr<GADLocation> withDescription(std::string description);
-    /// Made the same way as this one, of the same moment.
+    /// A copy with the same timestamp.
     std::shared_ptr<GADLocation> copy() const;
 
     float latitude() const { return latitude_; }
     float longitude() const { return longitude_; }
     float accuracy() const { return accuracy_; }
-    /// Seconds since 1970-01-01 UTC; at first the moment at which the location was made.
+    /// Seconds since 1970-01-01 UTC; initially the time of creation.
     double timestamp() const { return timestamp_; }
     void setTimestamp(double timestamp) { timestamp_ = timestamp; }
     bool isPreciseLocation() const;
 
     std::string description() const;
-    /// Moments do not count.
+    /// Ignores the timestamps.
     bool isEqual(const GADLocation& other) const;
-    /// As it is sent; nothing when it cannot be encrypted.
+    /// The text that is sent; nothing when it cannot be encrypted.
     std::optional<std::string> oolongRepresentation() const;
 
 private:

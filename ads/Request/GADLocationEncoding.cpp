@@ -41,14 +41,14 @@ std::string preciseText(const GADLocation& location) {
     return prefixWithTimestamp(location.timestamp()) + buffer.data();
 }
 
-/// To whole blocks, by as many bytes of that number; never by none.
+/// Pads to whole blocks with bytes whose value is their number; always adds at least one.
 std::string padded(std::string text) {
     const std::size_t count = kBlockSize - text.size() % kBlockSize;
     text.append(count, static_cast<char>(count));
     return text;
 }
 
-/// Four little-endian integers: once to four times the moment in seconds.
+/// Four little-endian integers: the timestamp in seconds, times 1 to 4.
 host::Crypto::Block initialisationVector(double timestamp) {
     host::Crypto::Block vector{};
     for (std::size_t at = 0; at < vector.size(); ++at) {
@@ -61,7 +61,7 @@ host::Crypto::Block initialisationVector(double timestamp) {
     return vector;
 }
 
-/// Nothing when the setting is not the 32 digits of a key.
+/// Nothing when the setting is not a key of 32 digits.
 std::optional<host::Crypto::Block> locationKey() {
     const std::string text = gadSettingValue(kGADLocationKey);
     const auto bytes = GAD_StringEncoding::hexStringEncoding()->decode(text);

@@ -14,11 +14,11 @@ enum class GADGender : int { Unknown = 0, Male = 1, Female = 2 };
 /// How the ad server's script built a request, with the library's numbers.
 enum class GADRequestType : int { Unknown = 0, Contextual = 1, Grokruf = 4, Xfp = 5 };
 
-/// Targeting hints: what the host application knows about its user. request() creates one;
-/// the class itself is only its outside, and what it can do by itself does nothing.
+/// Targeting hints: what the host application knows about its user. request() creates one; this
+/// class is only the interface, and its own implementations do nothing.
 ///
-/// Objects that are set are retained, not copied: an array to which the host application adds later
-/// is the request's array.
+/// Objects that are set are retained, not copied, so later additions to an array change the
+/// request.
 class GADRequest {
 public:
     using Strings = std::vector<std::string>;
@@ -26,17 +26,17 @@ public:
     virtual ~GADRequest() = default;
 
     static std::shared_ptr<GADRequest> request();
-    /// A separate request with the same hints, sharing the objects.
+    /// A separate request with the same hints, which shares their objects.
     std::shared_ptr<GADRequest> copy() const;
 
-    /// Further entries for the server.
+    /// Additional entries for the server.
     virtual std::shared_ptr<const Value::Dictionary> additionalParameters() const = 0;
     virtual void
     setAdditionalParameters(std::shared_ptr<const Value::Dictionary> additionalParameters) = 0;
     /// Unique identifiers of the devices that get test ads.
     virtual std::shared_ptr<const Strings> testDevices() const = 0;
     virtual void setTestDevices(std::shared_ptr<const Strings> testDevices) = 0;
-    /// Obsolete; test devices take its place.
+    /// Obsolete; use test devices instead.
     virtual bool testing() const = 0;
     virtual void setTesting(bool testing) = 0;
     virtual GADGender gender() const = 0;

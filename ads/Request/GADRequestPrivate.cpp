@@ -22,7 +22,7 @@ namespace {
 constexpr int kFirstYear = 1;
 constexpr int kLastYear = 9999;
 
-/// The device's calendar at a moment; nothing outside the years that four digits can write.
+/// The calendar date in the device's time zone; nothing when the year does not have four digits.
 std::optional<std::tm> localDate(double secondsSince1970) {
     const auto moment =
         static_cast<std::time_t>(GADNumberUtilities::saturated<std::int64_t>(secondsSince1970));

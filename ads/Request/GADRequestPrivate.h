@@ -6,11 +6,11 @@
 
 namespace vistrel {
 
-/// What every request really is.
+/// The implementation of all requests.
 class GADRequestPrivate : public GADRequest {
 public:
     GADRequestPrivate() = default;
-    /// Takes over the hints of any request; the counter stays at 0.
+    /// Copies another request's hints; the counter stays at 0.
     explicit GADRequestPrivate(const GADRequest& request);
     GADRequestPrivate(const GADRequestPrivate& request)
         : GADRequestPrivate(static_cast<const GADRequest&>(request)) {}
@@ -42,12 +42,12 @@ public:
     /// Set by the ad object that shows full-screen ads.
     bool isInterstitialAd() const { return interstitialAd_; }
     void setInterstitialAd(bool interstitialAd) { interstitialAd_ = interstitialAd; }
-    /// Running number among all ad requests.
+    /// The number of this ad request, counted from the first.
     int counter() const { return counter_; }
     void setCounter(int counter) { counter_ = counter; }
 
-    /// The beginning of that day where the device is. A month or day beyond its end runs on into
-    /// the next; a year outside 1 to 9999 clears the birthday.
+    /// The start of this day in the device's time zone. Months and days that are too large carry
+    /// over; a year outside 1 to 9999 clears the birthday.
     void setBirthdayWithMonthDayYear(int month, int day, int year) override;
     /// Clears the location when the place is not precise.
     void setLocationWithLatitudeLongitudeAccuracy(float latitude, float longitude,
@@ -58,12 +58,11 @@ public:
 
     /// "m" or "f".
     std::optional<std::string> genderString() const;
-    /// Eight digits: year, month, day, where the device is.
+    /// Year, month and day in eight digits, in the device's time zone.
     std::optional<std::string> birthdayString() const;
-    /// All that is sent with the request. Takes, and so resets, what the statistics counted since
-    /// the last time.
+    /// Everything that is sent with the request. Takes the statistics' report, which resets it.
     Value::Dictionary parameters() const;
-    /// At most one entry, from the gatherer of signals.
+    /// At most one entry, from the signal gatherer.
     Value::Dictionary spamSignals() const;
     std::string description() const;
 

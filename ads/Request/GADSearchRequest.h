@@ -7,13 +7,13 @@
 
 namespace vistrel {
 
-/// What the user searches for, as a request of a search banner.
+/// A search banner's request, with the user's query.
 class GADSearchRequest {
 public:
     const std::string& query() const { return query_; }
     void setQuery(std::string query) { query_ = std::move(query); }
 
-    /// A new request that carries the query, when there is one.
+    /// A new request with the query, if there is one.
     std::shared_ptr<GADRequest> request() const;
 
 private:

@@ -23,7 +23,7 @@ std::unique_ptr<GADStatistics>& shared() {
     return *statistics;
 }
 
-/// A private generator: seeding the process-wide one would disturb its other users.
+/// Uses a private generator, since seeding the process-wide one would disturb its other users.
 std::uint32_t newSessionId() {
     std::minstd_rand generator(GADNumberUtilities::saturated<std::uint32_t>(gadAbsoluteTime()));
     const double drawn = generator();
@@ -79,8 +79,8 @@ Value::Dictionary GADStatistics::parameters() {
     return report;
 }
 
-/// The stopwatch stands still while the application sleeps, so a click that put it to sleep is
-/// measured by the date.
+/// The stopwatch stops while the application sleeps, so a click that put it to sleep is measured by
+/// the calendar.
 std::uint32_t GADStatistics::takeClickLatency() {
     const auto click = timingNamed("pcl");
     if (!click)

@@ -11,8 +11,8 @@
 
 namespace vistrel {
 
-/// What happened since the last ad request, for the next one to report. Both stores are kept in
-/// the user defaults.
+/// What happened since the last ad request, to be reported by the next one. Kept in the user
+/// defaults.
 class GADStatistics {
 public:
     /// Made on first use.
@@ -25,17 +25,17 @@ public:
     std::uint32_t sessionId() const { return sessionId_; }
     void synchronize();
 
-    /// The report. What counts only once is reset by it.
+    /// The report. Resets values that are reported only once.
     Value::Dictionary parameters();
 
-    /// Registers a click that opens the address; the address to open.
+    /// Registers a click on the address and returns the address to open.
     NSURL urlForClick(const NSURL& url);
-    /// The same; a click without an address is counted too.
+    /// Likewise; also counts a click without an address.
     std::optional<NSURL> urlForClick(const std::optional<NSURL>& url);
-    /// A click's tracking address has been fetched.
+    /// Call when a click's tracking address has been fetched.
     void addClickTrackingURL(const NSURL& url);
 
-    /// The new count.
+    /// Returns the new count.
     int incrementAdRequestCount();
     int adRequestCount() const;
     void setAdRequestCount(int count);
@@ -63,7 +63,7 @@ public:
     void removeTimingNamed(const std::string& name);
     /// Null when there is none.
     std::shared_ptr<GADTiming> timingNamed(const std::string& name) const;
-    /// A click is open.
+    /// Whether a click is being timed.
     bool isTimingClick() const;
 
 private:

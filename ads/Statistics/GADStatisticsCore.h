@@ -6,8 +6,9 @@
 
 namespace vistrel {
 
-/// Named values that survive restarts of the application: kept in the user defaults when asked to
-/// and when destroyed. Getters give null for a missing key; setters ignore a value of another kind.
+/// Named values that survive restarts of the application. Stored in the user defaults by
+/// synchronize() and on destruction. Getters return null for a missing key; setters ignore values
+/// of another kind.
 class GADStatisticsCore {
 public:
     explicit GADStatisticsCore(std::string identifier);
@@ -29,7 +30,7 @@ public:
     void setArrayForKey(const Value& value, std::string_view key);
     void setDictionaryForKey(const Value& value, std::string_view key);
 
-    /// Adds to the number of the key, 0 when missing; the new number.
+    /// Adds to the key's number, 0 when missing, and returns the new number.
     int addValueNumberForKey(int value, std::string_view key);
     void removeObjectForKey(std::string_view key) { statistics_.erase(key); }
     void removeAllObjects() { statistics_.clear(); }

@@ -7,8 +7,8 @@
 
 namespace vistrel {
 
-/// A stopwatch with a name and values attached to it. Times are seconds of the monotonic clock,
-/// 0 when not set; they lose their meaning when the device is restarted.
+/// A stopwatch with a name and attached values. Times are seconds of the monotonic clock, 0 when
+/// not set, and meaningless after a restart of the device.
 class GADTiming {
 public:
     /// Null without a name.
@@ -22,17 +22,17 @@ public:
 
     /// Restarts.
     void start();
-    /// Only a timing that was started ends.
+    /// Does nothing unless the timing was started.
     void end();
-    /// Forgets both times.
+    /// Clears both times.
     void reset();
-    /// Started and not ended.
+    /// Whether it was started and has not ended.
     bool isActive() const { return startSeconds_ > 0 && endSeconds_ == 0; }
 
     const std::string& category() const { return category_; }
     double startSeconds() const { return startSeconds_; }
     double endSeconds() const { return endSeconds_; }
-    /// Until now while it has not ended.
+    /// Up to now while it has not ended.
     std::uint32_t elapsedMilliseconds() const;
     std::string elapsedMillisecondsString() const;
 

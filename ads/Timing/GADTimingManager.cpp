@@ -56,7 +56,7 @@ std::shared_ptr<GADTiming> GADTimingManager::timingForCategory(std::string_view 
 }
 
 void GADTimingManager::removeTiming(const GADTiming& timing) {
-    // Its name is compared until the last timing has been looked at.
+    // Keeps the name alive while it is compared with every timing's.
     const auto held = timingForCategory(timing.category());
     removeTimingForCategory(timing.category());
 }

@@ -9,8 +9,8 @@
 
 namespace vistrel {
 
-/// Named timings that survive restarts of the application: kept in the user defaults when asked
-/// to, when the application terminates and when destroyed.
+/// Named timings that survive restarts of the application. Stored in the user defaults on request,
+/// when the application terminates and on destruction.
 class GADTimingManager {
 public:
     explicit GADTimingManager(std::string identifier);

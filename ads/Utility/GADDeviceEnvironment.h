@@ -17,7 +17,7 @@ enum class GADInterfaceOrientation {
     LandscapeLeft = 4
 };
 
-/// The screen's measures in points.
+/// The screen's dimensions in points.
 struct GADScreenFrames {
     float applicationWidth = 320;
     float applicationHeight = 460;
@@ -25,15 +25,15 @@ struct GADScreenFrames {
     bool isStatusBarHidden = false;
 };
 
-/// What the library has to know of the device and the application around it. The library knows no
-/// screen: the application installs one of these that does, at its start.
+/// What the library needs to know about the device and the application. The library has no access
+/// to the screen, so the application installs an implementation that does when it starts.
 class GADDeviceEnvironment {
 public:
     virtual ~GADDeviceEnvironment() = default;
 
-    /// The one that was installed, else one that knows what the host knows.
+    /// The installed environment, or one that reports what the host knows.
     static GADDeviceEnvironment& current();
-    /// Null takes the installed one away.
+    /// Null removes the installed one.
     static void install(std::shared_ptr<GADDeviceEnvironment> environment);
 
     virtual std::string model() = 0;
@@ -45,10 +45,10 @@ public:
     /// In the user's order of preference.
     virtual std::vector<std::string> languages() = 0;
     virtual bool canOpenURL(const std::string& url) = 0;
-    /// The name of the output route, empty without one; nothing when the audio session cannot be
-    /// had or asked.
+    /// The name of the output route, empty when there is none; nothing when the audio session is
+    /// unavailable.
     virtual std::optional<std::string> audioRoute() = 0;
-    /// Empty when the bundle does not say.
+    /// Empty when the bundle has none.
     virtual std::string bundleVersion() = 0;
     virtual std::string bundleIdentifier() = 0;
 

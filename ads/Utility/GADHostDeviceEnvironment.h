@@ -3,8 +3,8 @@
 
 namespace vistrel {
 
-/// What the host and the bundle know; the screen is a phone's, held upright. The application
-/// overrides the members that ask for the screen.
+/// Reports what the host and the bundle know, and a phone's screen held upright. The application
+/// overrides the members about the screen.
 class GADHostDeviceEnvironment : public GADDeviceEnvironment {
 public:
     std::string model() override;

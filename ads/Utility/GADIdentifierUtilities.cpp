@@ -42,7 +42,7 @@ std::string applicationName() {
     return name + "iphone." + environment().bundleIdentifier();
 }
 
-/// Which book shops are on the device.
+/// Which book shops are installed.
 int bookStores() {
     return (environment().canOpenURL("itms-books://") ? 1 : 0) +
            (environment().canOpenURL("kindle://home") ? 2 : 0);

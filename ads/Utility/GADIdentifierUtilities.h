@@ -8,7 +8,7 @@
 namespace vistrel {
 
 /// Describes the device to the ad server. Device identifier, submodel and locale are computed once
-/// and kept; everything else is read afresh.
+/// and kept; everything else is read each time.
 class GADIdentifierUtilities {
 public:
     struct ScreenSize {
@@ -17,7 +17,7 @@ public:
     };
 
     static GADIdentifierUtilities& sharedInstance();
-    /// Forgets the shared instance; the next use creates a new one.
+    /// Releases the shared instance; the next use creates a new one.
     static void resetSharedInstance();
 
     bool isPhoneIdiom() const { return isPhoneIdiom_; }
@@ -33,12 +33,12 @@ public:
     bool isOrientationLandscape() const;
     float screenDensity() const;
     ScreenSize screenSize() const;
-    /// Each address with whether the system can open it.
+    /// Maps each address to whether the system can open it.
     Value::Dictionary canOpenURLs(std::span<const std::string> urls) const;
     /// The device's part of an ad request.
     Value::Dictionary parameters();
 
-    /// A number that is wanted is set, to 0 where the system version has no such component.
+    /// Null pointers are ignored. A component that the system version does not have is 0.
     static void getOSMajorMinorBugFix(int* major, int* minor, int* bugFix);
     static bool isOSAtLeastMajorMinorBug(int major, int minor, int bug);
 

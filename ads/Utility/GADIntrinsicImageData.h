@@ -3,8 +3,8 @@
 
 namespace vistrel {
 
-/// The pictures that the ad library carries in itself: PNG files as base64 text, to be shown at
-/// scale 2. The texts are written by resources/encode-intrinsic-images from the drawings beside it.
+/// The ad library's built-in pictures: PNG files as base64 text, shown at scale 2.
+/// resources/encode-intrinsic-images makes the texts from the drawings beside it.
 
 /// 50 by 50 pixels.
 extern const std::string_view kGADCloseButtonImageData;

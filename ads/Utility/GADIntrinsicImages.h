@@ -5,8 +5,8 @@
 namespace vistrel {
 class UIImage;
 
-/// The pictures that the library carries in itself: it depends on no resource of its host. Decoded
-/// at the first use, then kept for the life of the process.
+/// The library's built-in pictures, for which it needs no resources of its host. Decoded on first
+/// use, then kept for the life of the process.
 class GADIntrinsicImages {
 public:
     /// 25 x 25 points.
@@ -15,7 +15,7 @@ public:
     static std::shared_ptr<const UIImage> browserBackButton();
     static std::shared_ptr<const UIImage> browserForwardButton();
 
-    /// A PNG file as standard base64, two pixels a point. Null when it is none.
+    /// Decodes a PNG file in standard base64, two pixels per point. Null when the text is not one.
     static std::shared_ptr<const UIImage> createImageFromEncoding(std::string_view encoding);
 };
 

@@ -6,11 +6,11 @@
 #include <string_view>
 
 namespace vistrel {
-/// The two calls through which the ad library uses JSON.
+/// The ad library's two JSON calls.
 class GADMacros {
 public:
-    /// The JSON text of a dictionary or array; the empty string for any other value, and nothing
-    /// for null.
+    /// The JSON text of a dictionary or array; an empty string for any other value, nothing for
+    /// null.
     [[nodiscard]] static std::optional<std::string> jsonify(const Value* object);
     /// The dictionary in the text; empty when there is no text, it does not parse or it contains
     /// anything else.

@@ -8,18 +8,17 @@ namespace vistrel {
 
 namespace GADNumberUtilities {
 
-/// The number with at most six decimals and none that are not needed: 320, 1.5.
+/// The number with at most six decimals and no trailing zeros: 320, 1.5.
 std::string stringWithFloat(float number);
 
-/// The whole number at the beginning of a text, after blanks; 0 when there is none, the nearest
-/// end of the range when it lies outside.
+/// The whole number at the start of a text, after blanks; 0 when there is none, the nearest limit
+/// when it is out of range.
 int integerWithString(std::string_view text);
 
-/// The decimal number at the beginning of a text, after blanks; 0 when there is none.
+/// The decimal number at the start of a text, after blanks; 0 when there is none.
 float floatWithString(std::string_view text);
 
-/// The number without its fraction; the nearest end of the range when it lies outside, 0 for what
-/// is no number.
+/// The number without its fraction; the nearest limit when it is out of range, 0 for NaN.
 template <std::integral Integer>
 Integer saturated(double number) {
     using Limits = std::numeric_limits<Integer>;

@@ -3,7 +3,7 @@
 
 namespace vistrel {
 
-/// In which orientations an ad's full-screen content may be shown, with the library's numbers.
+/// The orientations in which an ad's full-screen content may be shown, with the library's numbers.
 enum class GADSupportedOrientations : int { None = 0, Any = 1, Portrait = 2, Landscape = 3 };
 
 /// "any", "portrait" or "landscape", exactly; None for anything else.

@@ -10,10 +10,10 @@ namespace vistrel {
 /// The text with the letters A to Z in lower case.
 std::string gadLowerCased(std::string text);
 
-/// The pieces between the separators, empty ones included.
+/// The pieces between the separators, including empty ones.
 std::vector<std::string> gadComponents(std::string_view text, char separator);
 
-/// The text of that key; empty when there is none.
+/// The key's text; empty when there is none.
 std::string gadTextForKey(std::string_view key, const Value::Dictionary& dictionary);
 
 }

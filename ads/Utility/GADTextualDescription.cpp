@@ -13,7 +13,7 @@ namespace {
 
 void describe(std::string& text, const Value& value, std::size_t depth);
 
-/// Inside a container, a text that is more than one plain word stands between quotes.
+/// In a container, a text is quoted unless it is one plain word.
 std::string quotedText(std::string_view text) {
     const bool plain = !text.empty() && std::ranges::all_of(text, [](char character) {
         return (character >= '0' && character <= '9') || (character >= 'a' && character <= 'z') ||
@@ -64,7 +64,7 @@ void describe(std::string& text, const Value::Dictionary& dictionary, std::size_
 }
 
 void describe(std::string& text, const Value& value, std::size_t depth) {
-    // What an ad page sends may be nested deeper than the stack is.
+    // An ad page may send values that are nested deeper than the stack allows.
     constexpr std::size_t deepest = 256;
     if (depth > deepest) {
         text += "...";

@@ -5,8 +5,8 @@
 
 namespace vistrel {
 
-/// A value as the phone prints it: a text or a number as it stands, a boolean as 1 or 0, a date in
-/// UTC, and containers over several lines with their entries indented.
+/// A value as the phone prints it: texts and numbers unchanged, booleans as 1 or 0, dates in UTC,
+/// and containers on several lines with indented entries.
 std::string gadTextualDescription(const Value& value);
 
 /// The same for a dictionary that is not wrapped in a value.

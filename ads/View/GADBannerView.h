@@ -11,9 +11,9 @@ class GADRequest;
 class GADWebView;
 class UIViewController;
 
-/// An advertising banner: given an ad unit, a root view controller and perhaps a delegate, put into
-/// a view and asked to load, it runs by itself. It may be destroyed at any moment, also by its
-/// delegate.
+/// An advertising banner. Set its ad unit, root view controller and optionally a delegate, add it
+/// to a view and load it; after that it runs by itself. It may be destroyed at any time, also by
+/// its delegate.
 class GADBannerView : public UIView {
 public:
     static std::shared_ptr<GADBannerView> withFrame(CGRect frame);
@@ -27,7 +27,7 @@ public:
     /// Not retained.
     void setDelegate(std::weak_ptr<GADBannerViewDelegate> delegate);
     std::shared_ptr<GADWebView> webView() const;
-    /// The ad that is loading, or was loaded last, is the refresh timer's.
+    /// Whether the refresh timer requested the current or last ad.
     bool hasAutoRefreshed() const;
 
     /// Null: a request without hints.
@@ -35,7 +35,7 @@ public:
 
 protected:
     explicit GADBannerView(CGRect frame);
-    /// Ties the banner to its private half.
+    /// Connects the banner to its private half.
     void setPrivate(std::shared_ptr<GADObjectPrivate> object);
 
 private:

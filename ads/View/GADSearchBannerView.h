@@ -3,7 +3,7 @@
 
 namespace vistrel {
 
-/// A banner of ads for a search; its requests are GADSearchRequest's.
+/// A banner with ads for a search; its requests are GADSearchRequest objects.
 class GADSearchBannerView : public GADBannerView {
 public:
     static std::shared_ptr<GADBannerView> withFrame(CGRect frame);

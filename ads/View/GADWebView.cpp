@@ -41,7 +41,7 @@ std::optional<double> GADWebView::secondsSinceTouch() const {
 
 void GADWebView::empty() {
     setDelegate({});
-    // A view that never loaded anything has no page yet, and need not start the engine to have one.
+    // A view that has not loaded anything has no page yet and need not start the engine for one.
     if (foreignContent())
         loadHTMLStringBaseURL("", std::nullopt);
 }

@@ -7,8 +7,8 @@
 namespace vistrel {
 class GADWebViewPrivate;
 
-/// A web page of the library: clips, scales its pages, resizes with its parent, and shows what is
-/// behind it where the page paints nothing. Remembers whether the user has touched it.
+/// A web page of the library: clips, scales its pages, resizes with its parent, and is transparent
+/// where the page paints nothing. Records whether the user has touched it.
 class GADWebView : public UIWebView {
 public:
     static std::shared_ptr<GADWebView> withFrame(CGRect frame);
@@ -19,7 +19,7 @@ public:
     void setTouched(bool touched);
     /// Seconds since the last touch; nothing when the page has not been touched.
     std::optional<double> secondsSinceTouch() const;
-    /// Detaches the delegate and shows nothing any more.
+    /// Detaches the delegate and empties the page.
     void empty();
 
     bool touchWillBeginInside(const UITouch& touch) override;

@@ -6,7 +6,7 @@
 
 namespace vistrel {
 
-/// What a GADWebView remembers.
+/// The private half of a GADWebView.
 class GADWebViewPrivate : public GADPrivateObject {
 public:
     bool touched() const { return touched_; }

@@ -20,7 +20,7 @@ namespace vistrel {
 
 namespace {
 
-/// By then a presentation has ended, whether or not the host forwards the screens' calls.
+/// A presentation has ended by then, even if the host does not forward the screens' calls.
 constexpr double kSecondsUntilAppeared = 0.6;
 
 bool isLandscape(UIInterfaceOrientation orientation) {
@@ -139,7 +139,7 @@ void GADViewController::relinquishScreen() {
         kGADViewControllerDidRelinquishFullScreenNotification, this);
 }
 
-/// The host dismissed the screen, or a screen under it went.
+/// The host has dismissed this screen or one below it.
 void GADViewController::letGo() {
     const auto vars = privateObject();
     if (!vars->hold_ || parentViewController())

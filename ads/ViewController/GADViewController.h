@@ -10,18 +10,18 @@ class GADDelegateManager;
 class GADViewControllerPrivate;
 class GADWebView;
 
-/// Base of the full-screen screens of an ad. The first one over the host tells the host's delegate,
-/// hides the status bar and keeps the device awake; when it goes, it gives back what it found. A
-/// screen that is presented from another ad screen does none of that. Keeps itself alive from
-/// presentFromViewController to relinquishScreen.
+/// Base of the full-screen screens of an ad. The first one over the host notifies the host's
+/// delegate, hides the status bar and keeps the device awake, and restores the previous state when
+/// it is dismissed. A screen that is presented from another ad screen does none of this. Keeps
+/// itself alive from presentFromViewController to relinquishScreen.
 class GADViewController : public UIViewController {
 public:
     GADViewController();
     ~GADViewController() override;
 
-    /// Null is logged and presents nothing.
+    /// When it is null, this is logged and nothing is presented.
     void presentFromViewController(const std::shared_ptr<UIViewController>& controller);
-    /// Dismisses the screen; the Done and close buttons do this, and the page's "close" command.
+    /// Dismisses the screen, as the Done and close buttons and the page's "close" command do.
     void relinquishScreen();
 
     static GADSupportedOrientations orientationFromString(std::string_view text) {
@@ -32,12 +32,12 @@ public:
     /// The page of the ad that opened this screen; not retained.
     std::shared_ptr<GADWebView> openingWebView() const;
     void setOpeningWebView(std::weak_ptr<GADWebView> webView);
-    /// An empty one when none has been set.
+    /// Empty when none has been set.
     std::shared_ptr<GADDelegateManager> delegateManager() const;
     void setDelegateManager(std::shared_ptr<GADDelegateManager> manager);
     bool statusBarWasHidden() const;
     void setStatusBarWasHidden(bool hidden);
-    /// Presented over the host's screen and not over another ad screen.
+    /// Whether the screen is presented over the host's screen and not over another ad screen.
     bool isFirstGADViewController() const;
 
     void viewDidLoad() override;
@@ -48,7 +48,7 @@ public:
 
 protected:
     explicit GADViewController(std::shared_ptr<GADViewControllerPrivate> privateObject);
-    /// The page to tell of rotations; null for none.
+    /// The page that is notified of rotations; null for none.
     virtual std::shared_ptr<GADWebView> rotatingWebView() const { return nullptr; }
     std::shared_ptr<GADViewControllerPrivate> privateObject() const;
 

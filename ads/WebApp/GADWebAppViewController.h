@@ -10,8 +10,8 @@ namespace vistrel {
 class GADObjectPrivate;
 class GADWebAppViewControllerPrivate;
 
-/// A full-screen ad: a borderless page, and over it a close button that is the screen's own and
-/// works whatever the page does.
+/// A full-screen ad: a borderless page under a close button that belongs to the screen and works
+/// whatever the page does.
 class GADWebAppViewController : public GADViewController {
 public:
     GADWebAppViewController();

@@ -18,7 +18,7 @@ public:
     /// The first page has finished loading.
     void removeLoadingSpinner();
 
-    std::optional<NSURL> urlToLoad_; ///< asked for before there was a page
+    std::optional<NSURL> urlToLoad_; ///< requested before the page existed
     std::optional<std::string> htmlToLoad_;
     std::optional<NSURL> htmlBaseURLToLoad_;
     std::shared_ptr<GADWebAppWebViewDelegate> webViewDelegate_;

@@ -138,8 +138,8 @@ std::string GAD_StringEncoding::encodeString(std::string_view text) const {
 /// Bytes or text, allocated once at the maximum size.
 template <typename Bytes>
 std::optional<Bytes> GAD_StringEncoding::decoded(std::string_view text) const {
-    // After an unusual character, the general path handles this many before the tables are tried
-    // again.
+    // After an unusual character, the general path handles this many characters before the tables
+    // are used again.
     constexpr std::size_t kGeneralRun = 64;
     // Trailing padding carries no information.
     while (!text.empty() && reverseCharMap_[placeOf(text.back())] == kPaddingChar)

@@ -11,8 +11,8 @@
 #include <vector>
 
 namespace vistrel {
-/// Bytes as text over an alphabet of 2, 4, 8, 16, 32, 64 or 128 ASCII characters and back. The bits
-/// are taken most significant first; the last character is filled up with zero bits.
+/// Converts between bytes and text over an alphabet of 2, 4, 8, 16, 32, 64 or 128 ASCII characters.
+/// Takes the most significant bits first and pads the last character with zero bits.
 class GAD_StringEncoding {
 public:
     /// "01"
@@ -28,29 +28,28 @@ public:
     static std::shared_ptr<GAD_StringEncoding> rfc4648Base64StringEncoding();
     static std::shared_ptr<GAD_StringEncoding> rfc4648Base64WebsafeStringEncoding();
 
-    /// Null when the alphabet is not ASCII, repeats a character or has not one of the lengths
-    /// above.
+    /// Null when the alphabet is not ASCII, repeats a character or has another length.
     static std::shared_ptr<GAD_StringEncoding> stringEncodingWithString(std::string_view alphabet);
 
     [[nodiscard]] std::string encode(std::span<const std::byte> bytes) const;
     [[nodiscard]] std::string encodeString(std::string_view text) const;
 
-    /// Nothing for a character without a meaning, a value after padding, or left-over bits that are
+    /// Nothing when there is an invalid character, a value after padding or a remaining bit that is
     /// not zero. Padding may be missing or longer than needed.
     [[nodiscard]] std::optional<std::vector<std::byte>> decode(std::string_view text) const;
-    /// The decoded bytes as text; nothing as well when they are not valid UTF-8.
+    /// The decoded bytes as text; also nothing when they are not valid UTF-8.
     [[nodiscard]] std::optional<std::string> stringByDecoding(std::string_view text) const;
 
     /// Whether encoded text is padded to whole blocks.
     [[nodiscard]] bool doPad() const { return doPad_; }
     void setDoPad(bool doPad) { doPad_ = doPad; }
-    /// An ASCII character that decodes as padding from now on.
+    /// Sets the ASCII character that is used for padding.
     void setPaddingChar(char character);
 
-    /// Every character without a value gets that of the last character before it that has one:
-    /// "AaBb" lets a decode as A and b as B.
+    /// Gives each character without a value that of the last character before it with one: with
+    /// "AaBb", a decodes as A and b as B.
     void addDecodeSynonyms(std::string_view characters);
-    /// ASCII characters to be skipped in decoding; none may have a meaning already.
+    /// Skips these ASCII characters when decoding. None may have a value already.
     void ignoreCharacters(std::string_view characters);
 
     /// "<Base64 StringEncoder: ABC…>"

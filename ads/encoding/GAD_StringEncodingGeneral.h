@@ -6,14 +6,14 @@
 #include <string_view>
 
 /// The general path of GAD_StringEncoding: any shift from 1 to 7, one character at a time. It
-/// defines the encodings; the tables only speed up whole steps.
+/// defines the encodings; the tables only make whole steps faster.
 namespace vistrel::stringEncodingGeneral {
 using ReverseMap = GAD_StringEncodingTables::ReverseMap;
 
 /// Reverse map entries of characters without a value.
 enum Meaning : std::int8_t { kUnknownChar = -1, kPaddingChar = -2, kIgnoredChar = -3 };
 
-/// Writes enough characters for all bits, the last one padded with zero bits.
+/// Writes all bits, padding the last character with zero bits.
 inline void encode(unsigned shift, const char* alphabet, const unsigned char* bytes,
                    std::size_t size, char* out) {
     const unsigned mask = (1U << shift) - 1;
@@ -31,7 +31,7 @@ inline void encode(unsigned shift, const char* alphabet, const unsigned char* by
         *out = alphabet[buffer << (shift - bits) & mask];
 }
 
-/// Decodes a text piece by piece into memory that is large enough for all of its bits.
+/// Decodes a text in pieces into memory that is large enough for all of its bits.
 class Decoder {
 public:
     Decoder(unsigned shift, const ReverseMap& values, unsigned char* out)
@@ -39,15 +39,15 @@ public:
         , out_(out)
         , shift_(shift) {}
 
-    /// Whether what comes next may be decoded without looking at what has been.
+    /// Whether the next character starts a new group.
     [[nodiscard]] bool isBetweenGroups() const { return bits_ == 0 && !sawPadding_; }
     /// Where the next byte goes.
     [[nodiscard]] unsigned char* out() const { return out_; }
-    /// Bytes were decoded by other means.
+    /// Call after decoding bytes by other means.
     void skip(std::size_t bytes) { out_ += bytes; }
 
-    /// Takes at least that many characters, then continues to the end of a group or of the text.
-    /// Returns how many it took; empty when one is invalid.
+    /// Decodes at least this many characters, then continues to the end of a group or of the text.
+    /// Returns how many; empty when one is invalid.
     std::optional<std::size_t> take(std::string_view text, std::size_t atLeast) {
         std::size_t at = 0;
         for (; at < text.size() && (at < atLeast || !isBetweenGroups()); ++at) {
@@ -68,7 +68,7 @@ public:
         return at;
     }
 
-    /// Whether no bits but zeros are left over.
+    /// Whether all remaining bits are zero.
     [[nodiscard]] bool finish() const { return (buffer_ & ((1U << bits_) - 1)) == 0; }
 
 private:

@@ -5,7 +5,7 @@
 
 namespace vistrel {
 namespace {
-/// The eight bytes at a place, the first in the number's highest byte.
+/// Reads eight bytes, the first into the number's highest byte.
 std::uint64_t loadBigEndian(const void* at) {
     std::uint64_t word;
     std::memcpy(&word, at, sizeof word);

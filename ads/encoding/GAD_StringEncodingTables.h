@@ -7,9 +7,9 @@
 
 namespace vistrel {
 /// The inner loops of GAD_StringEncoding for alphabets of 16, 32 and 64 characters: eight
-/// characters a step, two by two when encoding, through tables that are made beforehand. They do
-/// whole steps from the front of their input and leave the rest to the general path; for other
-/// alphabets they do nothing.
+/// characters per step, in pairs when encoding, with precomputed tables. They process whole steps
+/// from the start of the input and leave the rest to the general path; for other alphabets they do
+/// nothing.
 class GAD_StringEncodingTables {
 public:
     /// A value, or a negative number, for every byte.
@@ -19,15 +19,15 @@ public:
 
     void setReverseMap(const ReverseMap& values);
 
-    /// How many bytes were encoded; a multiple of the bits of a character.
+    /// Returns how many bytes were encoded: a multiple of a character's bits.
     std::size_t encode(const unsigned char* bytes, std::size_t size, char* out) const;
-    /// How many characters were decoded, none of them without a value; a multiple of eight.
-    /// Writes nothing beyond what all `size` characters would give.
+    /// Returns how many valid characters were decoded: a multiple of eight. Writes no more than the
+    /// bytes of all `size` characters.
     std::size_t decode(const char* text, std::size_t size, unsigned char* out) const;
 
 private:
     using Pair = std::array<char, 2>;
-    /// Each character's value where it belongs among the four of a quad, or kNoValue.
+    /// Each character's value, shifted to its position in a group of four, or kNoValue.
     using Quads = std::array<std::array<std::uint32_t, 256>, 4>;
     static constexpr std::uint32_t kNoValue = std::uint32_t{1} << 31;
 

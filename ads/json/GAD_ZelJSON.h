@@ -9,10 +9,10 @@
 namespace vistrel {
 /// The ad library's JSON reader and writer.
 ///
-/// Reading is strict about values but takes white space of the whole standard class, and members
-/// or elements without a comma between them. Numbers keep their exact text and are not checked for
-/// range. A text is expected to be valid UTF-8. Neither direction recurses: with `maxDepth` 0 any
-/// nesting that fits into memory is read and written.
+/// Reading is strict about values but accepts all standard white space and missing commas between
+/// members or elements. Numbers keep their exact text and are not checked for range. Texts must be
+/// valid UTF-8. Neither direction recurses: with `maxDepth` 0, any nesting that fits into memory is
+/// read and written.
 class GAD_ZelJSON {
 public:
     /// Either the value or the error that stopped the reader.
@@ -26,25 +26,25 @@ public:
         GAD_ZelJSONErrorPointer error;
     };
 
-    /// Reads a text that contains an object or an array; a missing text is an error, too.
+    /// Reads a text that contains an object or an array; a missing text is also an error.
     [[nodiscard]] Reading objectWithString(std::optional<std::string_view> text) const;
     /// Reads a text that contains any value.
     [[nodiscard]] Reading fragmentWithString(std::optional<std::string_view> text) const;
 
     /// Writes a dictionary or an array.
     [[nodiscard]] Writing stringWithObject(const Value& object) const;
-    /// Writes any value. A date and data become strings of their descriptions.
+    /// Writes any value. Dates and data are written as strings.
     [[nodiscard]] Writing stringWithFragment(const Value& fragment) const;
 
-    /// One member or element a line, indented by two blanks a level.
+    /// Writes one member or element per line, indented by two blanks per level.
     [[nodiscard]] bool humanReadable() const { return humanReadable_; }
     void setHumanReadable(bool humanReadable) { humanReadable_ = humanReadable; }
 
-    /// Keys in ascending order instead of the dictionary's own.
+    /// Writes keys in ascending order instead of the dictionary's order.
     [[nodiscard]] bool sortKeys() const { return sortKeys_; }
     void setSortKeys(bool sortKeys) { sortKeys_ = sortKeys; }
 
-    /// How deep containers may be nested in a text that is read; 0 for no limit.
+    /// How deeply containers may be nested when reading; 0 for no limit.
     [[nodiscard]] unsigned maxDepth() const { return maxDepth_; }
     void setMaxDepth(unsigned maxDepth) { maxDepth_ = maxDepth; }
 

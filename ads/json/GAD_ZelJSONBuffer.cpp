@@ -49,7 +49,7 @@ void GAD_ZelJSONBuffer::putBlanks(std::size_t count) {
     at_ += count;
 }
 
-/// The rest of a string after its opening quote, if it is long or needs escapes.
+/// Writes the rest of a string after its opening quote if it is long or needs escapes.
 void GAD_ZelJSONBuffer::putLong(std::string_view text) {
     const char* from = text.data();
     std::size_t left = text.size();
@@ -67,8 +67,8 @@ void GAD_ZelJSONBuffer::putLong(std::string_view text) {
     *at_++ = '"';
 }
 
-/// The rest of a string, somewhere in which there is a character to escape. Blocks of plain
-/// characters are still copied whole.
+/// Writes the rest of a string that contains a character to escape. Blocks of plain characters are
+/// still copied whole.
 void GAD_ZelJSONBuffer::putEscaped(std::string_view text) {
     const char* from = text.data();
     const char* const end = from + text.size();

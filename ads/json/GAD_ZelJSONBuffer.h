@@ -6,10 +6,10 @@
 #include <string_view>
 
 namespace vistrel {
-/// The one growing text that the JSON writer writes into.
+/// The JSON writer's growing output.
 class GAD_ZelJSONBuffer {
 public:
-    /// Room that every function leaves after what it wrote.
+    /// The room that every function leaves after its output.
     static constexpr std::size_t kSlack = 32;
 
     GAD_ZelJSONBuffer() { grow(0); }
@@ -17,12 +17,12 @@ public:
     GAD_ZelJSONBuffer& operator=(const GAD_ZelJSONBuffer&) = delete;
     ~GAD_ZelJSONBuffer();
 
-    /// One of the characters that there is slack for.
+    /// Appends a character for which there is slack.
     void putWithinSlack(char c) { *at_++ = c; }
     void makeSlack() { makeRoom(0); }
     void put(std::string_view text) {
         makeRoom(text.size());
-        // A call for a few bytes would cost more than they do.
+        // A call would cost more than copying these few bytes.
         if (text.size() < 16)
             jsonScan::copyShortPlain(at_, text.data(), text.size());
         else
@@ -30,7 +30,7 @@ public:
         at_ += text.size();
     }
     void putBlanks(std::size_t count);
-    /// The text as a JSON string.
+    /// Appends the text as a JSON string.
     void putQuoted(std::string_view text) {
         makeRoom(text.size() + 2);
         *at_++ = '"';
@@ -47,7 +47,7 @@ public:
     }
 
 private:
-    /// Ensures room for a text of that size and the slack after it.
+    /// Ensures room for a text of this size and the slack after it.
     void makeRoom(std::size_t size) {
         if (static_cast<std::size_t>(end_ - at_) < size + kSlack)
             grow(size);

@@ -19,7 +19,7 @@ std::string paddedCopy(std::string_view text) {
 }
 
 char* skipBlanks(char* at) {
-    // Most of the time there is nothing to skip, and everything that may follow is above the blank.
+    // Usually there is nothing to skip, and any character that may follow is greater than a blank.
     if (*at > ' ')
         return at;
     while (jsonScan::isBlank(*at))
@@ -46,7 +46,7 @@ std::optional<Value> GAD_ZelJSONReader::read() {
     return builder_.finish();
 }
 
-/// One value with all that it contains. Containers are kept on the builder's stack, not on ours.
+/// Reads one value with everything in it. Containers are kept on the builder's stack, not on ours.
 char* GAD_ZelJSONReader::readAll() {
     char* at = value(skipBlanks(text_.data()));
     while (at && builder_.openContainers() != 0)
@@ -54,7 +54,7 @@ char* GAD_ZelJSONReader::readAll() {
     return at;
 }
 
-/// The elements of an array up to its end or the next container, which is only opened.
+/// Reads an array's elements up to its end or the next container, which it only opens.
 char* GAD_ZelJSONReader::element(char* at) {
     const std::size_t depth = builder_.openContainers();
     do {
@@ -77,7 +77,7 @@ char* GAD_ZelJSONReader::element(char* at) {
     return at;
 }
 
-/// The members of a dictionary up to its end or the next container, which is only opened.
+/// Reads a dictionary's members up to its end or the next container, which it only opens.
 char* GAD_ZelJSONReader::member(char* at) {
     const std::size_t depth = builder_.openContainers();
     do {
@@ -109,7 +109,7 @@ char* GAD_ZelJSONReader::member(char* at) {
     return at;
 }
 
-/// What may follow a value inside a container: a comma that is not the last thing in it.
+/// Skips the comma that may follow a value in a container; it must not be the last thing there.
 inline char* GAD_ZelJSONReader::endOfElement(char* at) {
     if (builder_.openContainers() == 0)
         return at;

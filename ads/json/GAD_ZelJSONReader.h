@@ -7,11 +7,11 @@
 #include <string_view>
 
 namespace vistrel {
-/// Reads one text, once. Scans a copy of the text that ends in zero bytes, so that it can be looked
-/// at in wide steps; strings with escapes are unescaped in place.
+/// Reads one text, once. Scans a copy of the text that ends in zero bytes, which allows reads
+/// beyond the end; strings with escapes are unescaped in place.
 ///
-/// The scanning functions take the place in the text where they begin and return the place behind
-/// what they read, or null after a failure.
+/// The scanning functions take the position at which they begin and return the one after what they
+/// read, or null after a failure.
 class GAD_ZelJSONReader {
 public:
     /// Containers may be nested maxDepth deep; 0 for no limit.
@@ -34,7 +34,7 @@ private:
     char* longNumber(char* at);
     char* badNumber(const char* at);
     char* open(char* at);
-    /// Reads a string after its opening quote and yields its unescaped text.
+    /// Reads a string after its opening quote and stores its unescaped text.
     char* string(char* at, std::string_view& text);
     char* escapedString(char* begin, char* at, std::string_view& text);
     char* escape(char* at, char*& out);

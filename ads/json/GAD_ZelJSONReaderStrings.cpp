@@ -54,8 +54,8 @@ char* appendUTF8(char* out, unsigned character) {
 }
 }
 
-/// The rest of a string from its first escape or control character. Unescaped text is never
-/// longer than the escaped one, so it is moved down over it.
+/// Reads the rest of a string from its first escape or control character. Unescaped text is never
+/// longer than escaped text, so it is written over it.
 char* GAD_ZelJSONReader::escapedString(char* begin, char* at, std::string_view& text) {
     char* out = at;
     while (*at != '"') {
@@ -75,7 +75,7 @@ char* GAD_ZelJSONReader::escapedString(char* begin, char* at, std::string_view& 
     return at + 1;
 }
 
-/// Reads an escape after its backslash.
+/// Reads an escape sequence after its backslash.
 char* GAD_ZelJSONReader::escape(char* at, char*& out) {
     if (const char character = kEscapes[static_cast<unsigned char>(*at)]) {
         *out++ = character;

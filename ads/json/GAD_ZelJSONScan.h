@@ -8,8 +8,8 @@
 #include <emmintrin.h>
 #endif
 
-/// Wide scanning for the JSON reader and writer. Every function exists in portable
-/// form and, where the processor's vector registers pay, in a second form that does the same.
+/// Wide scanning for the JSON reader and writer. Every function has a portable form and, where
+/// vector instructions are available, an equivalent faster one.
 namespace vistrel::jsonScan {
 
 /// Whether a byte ends a run of plain characters inside a string.
@@ -26,7 +26,7 @@ namespace portable {
 constexpr std::uint64_t kOnes = 0x0101010101010101U;
 constexpr std::uint64_t kHighBits = 0x8080808080808080U;
 
-/// Not 0 when a byte of the word is special.
+/// Nonzero when a byte of the word is special.
 constexpr std::uint64_t specialBytes(std::uint64_t word) {
     const std::uint64_t quote = word ^ kOnes * '"';
     const std::uint64_t backslash = word ^ kOnes * '\\';
@@ -42,7 +42,7 @@ Word load(const char* at) {
     return word;
 }
 
-/// The first special byte at or after a place; the text ends in at least 16 zero bytes.
+/// The first special byte at or after a position; the text ends in at least 16 zero bytes.
 inline const char* plainEnd(const char* at) {
     while (specialBytes(load<std::uint64_t>(at)) == 0)
         at += 8;
@@ -51,7 +51,7 @@ inline const char* plainEnd(const char* at) {
     return at;
 }
 
-/// Copies 16 bytes; whether none of them is special.
+/// Copies 16 bytes; returns whether all of them are plain.
 inline bool copyPlainBlock(char* to, const char* from) {
     const auto first = load<std::uint64_t>(from);
     const auto second = load<std::uint64_t>(from + 8);
@@ -60,7 +60,7 @@ inline bool copyPlainBlock(char* to, const char* from) {
     return (specialBytes(first) | specialBytes(second)) == 0;
 }
 
-/// Bit n is set when the byte n after the place is a digit; 32 bytes are looked at.
+/// Bit n is set when byte n after the position is a digit; examines 32 bytes.
 inline std::uint32_t digits(const char* at) {
     std::uint32_t mask = 0;
     for (unsigned i = 0; i < 32; ++i)
@@ -115,7 +115,7 @@ using portable::digits;
 using portable::plainEnd;
 #endif
 
-/// Copies a text of less than 16 bytes; whether none of them is special.
+/// Copies fewer than 16 bytes; returns whether all of them are plain.
 inline bool copyShortPlain(char* to, const char* from, std::size_t size) {
     using portable::load;
     using portable::specialBytes;

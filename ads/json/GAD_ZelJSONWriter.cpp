@@ -6,8 +6,8 @@
 
 namespace vistrel {
 namespace {
-/// The order of the texts' UTF-16 units, which is that of the bytes but for characters beyond the
-/// basic plane: their surrogates come before U+E000.
+/// Compares by UTF-16 units. This is the order of the bytes except for characters beyond the basic
+/// plane, whose surrogates come before U+E000.
 bool isBefore(std::string_view a, std::string_view b) {
     const auto [left, right] = std::ranges::mismatch(a, b);
     if (left == a.end() || right == b.end())
@@ -38,7 +38,7 @@ std::string GAD_ZelJSONWriter::write(const Value& value) {
     return out_.text();
 }
 
-/// Writes anything but a container; whether it did.
+/// Writes any value but a container; returns whether it did.
 inline bool GAD_ZelJSONWriter::writeScalar(const Value& value) {
     switch (value.kind()) {
     case Value::Kind::String:
@@ -64,7 +64,7 @@ inline bool GAD_ZelJSONWriter::writeScalar(const Value& value) {
     return false;
 }
 
-/// Writes the rest of an array up to its next container, which is only opened; the functions for
+/// Writes the rest of an array up to its next container, which it only opens. The functions for
 /// dictionaries below do the same.
 void GAD_ZelJSONWriter::writeElements() {
     Frame& frame = frames_.back();
@@ -97,7 +97,7 @@ void GAD_ZelJSONWriter::writeSortedMembers() {
     }
 }
 
-/// Whether the member is written whole; false when its value is a container, which is opened.
+/// Writes a member; returns false when its value is a container, which it only opens.
 inline bool GAD_ZelJSONWriter::writeMember(Frame& frame, std::string_view key, const Value& value) {
     separate(frame);
     out_.putQuoted(key);
@@ -111,7 +111,7 @@ inline bool GAD_ZelJSONWriter::writeMember(Frame& frame, std::string_view key, c
     return false;
 }
 
-/// Goes over to the next element or member.
+/// Moves on to the next element or member.
 inline void GAD_ZelJSONWriter::separate(Frame& frame) {
     if (!frame.isFirst)
         out_.putWithinSlack(',');

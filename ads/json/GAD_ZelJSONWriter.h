@@ -24,7 +24,7 @@ public:
 private:
     using Member = std::pair<std::string_view, const Value*>;
 
-    /// A container that is being written: what of it is left.
+    /// A container that is being written: its remaining part.
     struct Frame {
         const Value* element;
         Value::Dictionary::ConstIterator member;
@@ -46,7 +46,7 @@ private:
     Layout layout_;
     GAD_ZelJSONBuffer out_;
     std::vector<Frame> frames_;
-    /// The members of the open dictionaries that are still to be written, the next one last.
+    /// The open dictionaries' remaining members, the next one last.
     std::vector<Member> sorted_;
 };
 }

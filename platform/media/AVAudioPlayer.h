@@ -13,23 +13,23 @@ namespace vistrel {
 class AVAudioPlayer : public std::enable_shared_from_this<AVAudioPlayer>,
                       private host::PlaybackClient {
 public:
-    /// Null, with the reason in `error`, when the file cannot be opened or holds no sound.
+    /// Null, with the reason in `error`, when the file cannot be opened or contains no sound.
     static std::shared_ptr<AVAudioPlayer> withContentsOfURL(const NSURL& url,
                                                             std::optional<NSError>* error);
     ~AVAudioPlayer() override;
 
     void setDelegate(std::weak_ptr<AVAudioPlayerDelegate> delegate);
-    /// Repeats after the first time; negative: until stopped.
+    /// Repetitions after the first time; negative: until stopped.
     void setNumberOfLoops(int loops) { numberOfLoops_ = loops; }
     int numberOfLoops() const { return numberOfLoops_; }
     float volume() const;
     void setVolume(float volume); ///< 0 to 1
 
     void prepareToPlay();
-    /// False when it cannot be played. After an end it plays from the beginning.
+    /// False when it cannot be played. After the end, plays from the start.
     bool play();
     void pause();
-    /// Keeps the position; gives up what playing needs.
+    /// Keeps the position; releases what playing needs.
     void stop();
     bool isPlaying() const;
     /// 0 after the end.
@@ -45,7 +45,7 @@ private:
     void playbackDidEnd() override;
     void playbackDidFail(const std::string& message) override;
     void playbackInterrupted(bool begins) override;
-    /// A player that is stopped never hears the end of its interruption; the session still must.
+    /// A stopped player is not told about the end of its interruption, but the session must be.
     void endInterruption();
 
     NSURL url_;

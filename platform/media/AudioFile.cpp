@@ -29,7 +29,7 @@ OSStatus statusOf(const host::Failure& failure) {
     }
 }
 
-/// The tag, or the status that stands for its absence.
+/// The tag, or the status for its absence.
 OSStatus readTag(const AudioFileID& file, AudioFilePropertyID property,
                  std::vector<std::byte>& tag) {
     if (!file)

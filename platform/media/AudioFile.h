@@ -13,7 +13,7 @@ namespace host {
 class AudioFileReader;
 }
 
-/// An open audio file; empty: none.
+/// An open audio file; may be empty.
 using AudioFileID = std::shared_ptr<host::AudioFileReader>;
 
 inline constexpr OSStatus kAudioFileUnspecifiedError = fourCharCode("wht?");
@@ -28,16 +28,16 @@ using AudioFilePropertyID = std::uint32_t;
 inline constexpr AudioFilePropertyID kAudioFilePropertyID3Tag = fourCharCode("id3t");
 inline constexpr AudioFilePropertyID kAudioFilePropertyInfoDictionary = fourCharCode("info");
 
-/// Keys of the info dictionary. Each is there only when the file says it; all are strings.
+/// Keys of the info dictionary. Only values that the file contains are present; all are strings.
 inline constexpr const char* kAFInfoDictionary_Title = "title";
 inline constexpr const char* kAFInfoDictionary_Artist = "artist";
 inline constexpr const char* kAFInfoDictionary_Album = "album";
 inline constexpr const char* kAFInfoDictionary_ApproximateDurationInSeconds =
     "approximate duration in seconds";
 
-/// Opens for reading; `file` is empty after a failure. Letting go of `file` closes it.
+/// Opens for reading; `file` is empty after a failure. Releasing `file` closes it.
 OSStatus AudioFileOpenURL(const NSURL& url, AudioFileID& file);
-/// Bytes that the property takes; 'id3t' of a file without a tag is an unsupported property.
+/// The property's size in bytes; 'id3t' of a file without a tag is an unsupported property.
 OSStatus AudioFileGetPropertyInfo(const AudioFileID& file, AudioFilePropertyID property,
                                   std::uint32_t& size);
 /// Raw bytes, 'id3t': `buffer` must hold the whole property; `size` is set to what was read.

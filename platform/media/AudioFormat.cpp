@@ -26,7 +26,7 @@ OSStatus AudioFormatGetProperty(AudioFormatPropertyID property,
         return kAudioFormatBadSpecifierSizeError;
     if (std::memcmp(specifier.data(), "ID3", 3) != 0)
         return kAudioFormatUnknownFormatError;
-    // ID3v2.4, 3.1: major version, then the size in four bytes of seven bits, header not counted.
+    // ID3v2.4, 3.1: major version, then the size without the header in four bytes of seven bits.
     const unsigned version = at(specifier, 3);
     if (version < 2 || version > 4)
         return kAudioFormatUnsupportedDataFormatError;

@@ -16,9 +16,9 @@ inline constexpr OSStatus kAudioFormatUnknownFormatError = fourCharCode("!fmt");
 using AudioFormatPropertyID = std::uint32_t;
 inline constexpr AudioFormatPropertyID kAudioFormatProperty_ID3TagSize = fourCharCode("id3s");
 
-/// 'id3s': how many bytes the ID3 tag takes that begins in `specifier` (its ten-byte header is
-/// enough). `resultSize` must be 4. A specifier too short for a header, one without a tag, and a
-/// tag of an unknown version each have their own status.
+/// 'id3s': the size in bytes of the ID3 tag at the start of `specifier`, which needs only its
+/// ten-byte header. `resultSize` must be 4. A specifier that is too short for a header, one without
+/// a tag, and a tag of an unknown version each have their own status.
 OSStatus AudioFormatGetProperty(AudioFormatPropertyID property,
                                 std::span<const std::byte> specifier, std::uint32_t& resultSize,
                                 std::uint32_t& result);

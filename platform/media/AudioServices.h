@@ -5,7 +5,7 @@ namespace vistrel {
 
 using SystemSoundID = std::uint32_t;
 
-/// The only system sound that the layer knows: the device shakes, where it can.
+/// The only supported system sound: the device vibrates if it can.
 inline constexpr SystemSoundID kSystemSoundID_Vibrate = 4095;
 
 void AudioServicesPlaySystemSound(SystemSoundID sound);

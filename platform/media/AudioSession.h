@@ -5,7 +5,7 @@
 
 namespace vistrel {
 
-/// The application's part in the machine's sound. One session; main thread only.
+/// The application's use of the machine's sound. There is one session; main thread only.
 
 inline constexpr OSStatus kAudioSessionNotInitialized = fourCharCode("!ini");
 inline constexpr OSStatus kAudioSessionAlreadyInitialized = fourCharCode("init");
@@ -22,20 +22,20 @@ inline constexpr std::uint32_t kAudioSessionCategory_MediaPlayback = fourCharCod
 
 using AudioSessionInterruptionListener = void (*)(void* clientData, std::uint32_t state);
 
-/// A listener of null asks for no interruptions. When the session is initialised already the status
-/// says so; a listener given then takes the place of the earlier one, so that each screen that
-/// plays hears of interruptions.
+/// A null listener receives no interruptions. When the session is already initialised, the status
+/// says so; a listener given then replaces the previous one, so that each screen that plays is told
+/// about interruptions.
 OSStatus AudioSessionInitialize(AudioSessionInterruptionListener listener, void* clientData);
-/// Whoever was client data says so before it goes.
+/// Client data must be removed with this before it is destroyed.
 void AudioSessionRemoveInterruptionListener(const void* clientData);
 OSStatus AudioSessionSetActive(bool active);
 OSStatus AudioSessionSetProperty(AudioSessionPropertyID property, std::uint32_t value);
-/// The route's name: "Speaker", "Headphone", ...; empty when sound goes nowhere.
+/// The route's name: "Speaker", "Headphone", ...; empty when there is no output.
 OSStatus AudioSessionGetProperty(AudioSessionPropertyID property, std::string& value);
 
-/// The players' way in: tells the listener.
+/// For players: notifies the listener.
 void AudioSessionInterrupt(std::uint32_t state);
-/// Forgets everything (between tests).
+/// Resets the session between tests.
 void AudioSessionReset();
 
 }

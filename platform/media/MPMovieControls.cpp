@@ -143,7 +143,7 @@ bool MPMovieControls::pointInside(CGPoint point) const {
 
 void MPMovieControls::update(const State& state) {
     state_ = state;
-    // A thumb under a finger stays there.
+    // A thumb that is being dragged stays under the finger.
     if (!position_->isTracking()) {
         position_->setMaximumValue(static_cast<float>(std::max(state.duration, 0.1)));
         position_->setValue(static_cast<float>(state.elapsed));

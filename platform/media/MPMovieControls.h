@@ -11,12 +11,12 @@ class UIButton;
 class UILabel;
 class UISlider;
 
-/// The full-screen controls of a movie: a bar at the top with Done, elapsed time, position and
-/// remaining time, a bar at the bottom with play and pause and the volume. They fade a few seconds
-/// after the last touch while the movie plays.
+/// The full-screen controls of a movie: a top bar with Done, elapsed time, position and remaining
+/// time, and a bottom bar with play and pause and the volume. While the movie plays, they fade a
+/// few seconds after the last touch.
 class MPMovieControls : public UIView {
 public:
-    /// What the controls ask of the player.
+    /// The actions that the controls call.
     struct Actions {
         std::function<void()> done;
         std::function<void()> togglePlay;
@@ -37,18 +37,18 @@ public:
     bool areShown() const { return shown_; }
     void show();
     void hide();
-    /// Restarts the few seconds.
+    /// Restarts the time until they fade.
     void keepShown();
 
     void layoutSubviews() override;
-    /// Touches between the bars are not the controls'.
+    /// The controls do not take touches between the bars.
     bool pointInside(CGPoint point) const override;
 
 private:
     MPMovieControls(CGRect frame, Actions actions);
     void makeTopBar();
     void makeBottomBar();
-    /// Has the parts report to `actions_`.
+    /// Connects the parts to `actions_`.
     void connect();
     void fadeIfPlaying();
 
@@ -66,7 +66,7 @@ private:
     std::shared_ptr<MPMovieTransportButton> transport_;
 };
 
-/// "0:07", "12:34", "1:02:03"; a fraction of a second does not count.
+/// "0:07", "12:34", "1:02:03"; fractions of a second are cut off.
 std::string MPMovieTimeText(double seconds);
 
 }

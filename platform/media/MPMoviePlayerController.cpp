@@ -18,7 +18,7 @@ namespace vistrel {
 
 namespace {
 
-/// Often enough that a time label never skips a second.
+/// Often enough that the time labels never skip a second.
 constexpr double kRefreshInterval = 0.25;
 constexpr CGRect kLandscape = {{0, 0}, {480, 320}};
 
@@ -206,7 +206,7 @@ void MPMoviePlayerController::playbackDidFail(const std::string& message) {
 }
 
 void MPMoviePlayerController::playbackInterrupted(bool begins) {
-    // A film waits for its viewer after a call.
+    // After a call, a film stays paused until the viewer resumes it.
     if (begins)
         setPlaying(false);
     view_->controls().show();

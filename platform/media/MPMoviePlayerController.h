@@ -19,7 +19,7 @@ inline constexpr const char* MPMoviePlayerPlaybackDidFinishNotification =
 inline constexpr const char* MPMoviePlayerPlaybackDidFinishReasonUserInfoKey =
     "MPMoviePlayerPlaybackDidFinishReasonUserInfoKey";
 
-/// Numbers are the phone's.
+/// The numbers are the phone's.
 enum class MPMovieFinishReason { PlaybackEnded = 0, PlaybackError = 1, UserExited = 2 };
 enum class MPMovieControlStyle { None = 0, Embedded = 1, Fullscreen = 2 };
 enum MPMovieLoadState : unsigned {
@@ -29,20 +29,20 @@ enum MPMovieLoadState : unsigned {
     MPMovieLoadStateStalled = 4
 };
 
-/// Plays one video, local or remote, with full-screen controls: Done, play and pause, position with
-/// seeking, elapsed and remaining time, volume; they fade after a few seconds and come back at a
-/// touch. The screen does not sleep while it plays, and media keys control it. Ends with one
+/// Plays one local or remote video with full-screen controls: Done, play and pause, position with
+/// seeking, elapsed and remaining time, volume. The controls fade after a few seconds and return on
+/// a touch. The screen stays awake while the video plays, and media keys control it. Ends with one
 /// playback-finished notification.
 class MPMoviePlayerController : public std::enable_shared_from_this<MPMoviePlayerController>,
                                 private host::PlaybackClient {
 public:
-    /// Which interface the player offers: load states and an embeddable view, or only the preload
-    /// notification.
+    /// The interface that the player offers: load states and an embeddable view, or only the
+    /// preload notification.
     enum class Interface { LoadStates, Preload };
-    /// For the next player made; the newer one is the default.
+    /// Applies to players created from now on; the newer one is the default.
     static void setOfferedInterface(Interface offered);
 
-    /// With the older interface the content is preloaded at once.
+    /// With the older interface, the content is preloaded at once.
     static std::shared_ptr<MPMoviePlayerController> withContentURL(const NSURL& url);
     ~MPMoviePlayerController() override;
 
@@ -54,7 +54,7 @@ public:
     void setFullscreen(bool fullscreen);
     std::shared_ptr<UIView> view();
     void prepareToPlay();
-    /// With the older interface the player shows itself full screen, turned to landscape.
+    /// With the older interface, the player shows itself full screen in landscape.
     void play();
     void pause();
     bool isPlaying() const { return playing_; }

@@ -7,7 +7,7 @@ namespace vistrel {
 class MPMoviePlayerController;
 class NSURL;
 
-/// A film in the desktop's media controls, from its creation to its end.
+/// Shows a film in the desktop's media controls while this object exists.
 class MPMovieRemote : public MPRemoteControlsDelegate {
 public:
     /// Owned by the player.
@@ -21,7 +21,7 @@ public:
 
     void mediaPlay() override;
     void mediaPause() override;
-    /// Pauses at the beginning: leaving the film's screen is up to the user.
+    /// Pauses at the start; leaving the film's screen is up to the user.
     void mediaStop() override;
     void mediaNext() override {}
     void mediaPrevious() override {}

@@ -3,7 +3,7 @@
 
 namespace vistrel {
 
-/// The button that plays and pauses: shows what a press would do.
+/// The button that plays and pauses. Shows what a press does.
 class MPMovieTransportButton : public UIControl {
 public:
     explicit MPMovieTransportButton(CGRect frame = {});

@@ -7,18 +7,17 @@
 
 namespace vistrel {
 
-/// What a movie player shows: its picture, as large as fits with its own proportions, on black,
-/// and the controls above it. A touch on the picture brings the controls or takes them away;
-/// Space plays and pauses, left and right move by ten seconds, up and down change the volume,
-/// Escape is Done.
+/// A movie player's view: its picture, as large as fits without distortion, on black, with the
+/// controls above it. A touch on the picture shows or hides the controls; Space plays and pauses,
+/// left and right seek by ten seconds, up and down change the volume, and Escape works like Done.
 class MPMovieView : public UIView {
 public:
     MPMovieView(CGRect frame, MPMovieControls::Actions actions);
 
-    /// Null: no picture. Not owned; cleared before the player goes.
+    /// Null for no picture. Not owned; must be cleared before the player is destroyed.
     void setPlayback(host::MoviePlayback* playback);
     void setControlsWanted(bool wanted);
-    /// Takes position, volume and picture size from the player.
+    /// Updates position, volume and picture size from the player.
     void refresh(bool playing);
     MPMovieControls& controls() { return *controls_; }
 

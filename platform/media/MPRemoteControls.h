@@ -4,16 +4,16 @@
 namespace vistrel {
 
 using MPNowPlayingInfo = host::NowPlaying;
-/// Hears what is asked from outside the screen, on the main thread.
+/// Receives commands from outside the screen, on the main thread.
 using MPRemoteControlsDelegate = host::MediaControlsClient;
 
-/// Media keys, lock screens and remote controls: tells them what plays and does what they ask for.
-/// Where the desktop has none of them, nothing happens.
+/// Media keys, lock screens and remote controls: tells them what is playing and forwards their
+/// commands. Does nothing where the desktop has none.
 namespace MPRemoteControls {
 
-/// The delegate is not retained: it resigns before it dies.
+/// The delegate is not retained and must resign before it is destroyed.
 void setDelegate(MPRemoteControlsDelegate* delegate);
-/// Does nothing when another delegate has taken its place.
+/// Does nothing when another delegate has replaced this one.
 void resignDelegate(const MPRemoteControlsDelegate& delegate);
 void setNowPlayingInfo(const MPNowPlayingInfo& info);
 /// After a seek, in seconds.

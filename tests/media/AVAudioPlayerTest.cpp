@@ -38,12 +38,12 @@ protected:
 };
 
 TEST_F(AVAudioPlayerTest, AFileThatCannotBeOpenedYieldsNoPlayerAndTheReason) {
-    media().at("file:///bad.mp3").failure = "The file holds no sound.";
+    media().at("file:///bad.mp3").failure = "The file contains no sound.";
     std::optional<NSError> error;
     EXPECT_EQ(AVAudioPlayer::withContentsOfURL(NSURL::fileURLWithPath("/bad.mp3"), &error),
               nullptr);
     ASSERT_TRUE(error);
-    EXPECT_EQ(error->localizedDescription(), "The file holds no sound.");
+    EXPECT_EQ(error->localizedDescription(), "The file contains no sound.");
     EXPECT_NE(AVAudioPlayer::withContentsOfURL(NSURL::fileURLWithPath("/good.mp3"), &error),
               nullptr);
     EXPECT_FALSE(error);

@@ -22,7 +22,7 @@ double processorSeconds() {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 
-/// As many bytes as there are, whatever interrupts.
+/// Reads as many bytes as there are, despite interruptions by signals.
 std::size_t readFully(int file, long offset, std::size_t count, char* to) {
     std::size_t done = 0;
     while (done < count) {
@@ -60,7 +60,7 @@ bool BufferedFile::isInWindow(long offset, std::size_t count) const {
            static_cast<std::size_t>(offset - windowOffset_) + count <= window_.size();
 }
 
-/// Near the end the window reaches back, so that what stands there is read at once.
+/// Near the end of the file, the window extends backwards so that one read covers the end.
 void BufferedFile::moveWindowTo(long offset) {
     constexpr long kLength = kWindow;
     windowOffset_ = std::clamp(offset, 0L, std::max(size_ - kLength, 0L));
@@ -76,7 +76,7 @@ std::size_t BufferedFile::read(long offset, std::size_t count, char* to) {
         return readFully(file_, offset, count, to);
     if (!isInWindow(offset, count))
         moveWindowTo(offset);
-    if (!isInWindow(offset, count)) // the file has shrunk meanwhile
+    if (!isInWindow(offset, count)) // the file has shrunk in the meantime
         return readFully(file_, offset, count, to);
     std::copy_n(window_.begin() + (offset - windowOffset_), count, to);
     return count;

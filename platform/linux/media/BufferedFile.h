@@ -7,23 +7,22 @@
 
 namespace vistrel {
 
-/// An open file for the tag library to read, never to write. Reads a window at a time: tags and
-/// properties stand close together at both ends of a file, and each system call is dear. A file in
-/// which nothing is found is given up after a while instead of being searched to its end: from then
-/// on it reads as empty.
+/// An open file for the tag library, read-only. Reads a window at a time, because tags and
+/// properties are close together at both ends of a file and system calls are slow. A file in which
+/// nothing is found is not searched to its end: after some time it reads as empty.
 class BufferedFile : public TagLib::IOStream {
 public:
-    /// 0, or why the file cannot be read: the system's code. What is no regular file is not read.
+    /// 0, or the system's error code if the file cannot be read. Only regular files are read.
     int open(const std::string& path);
     BufferedFile() = default;
     ~BufferedFile() override;
     BufferedFile(const BufferedFile&) = delete;
     BufferedFile& operator=(const BufferedFile&) = delete;
 
-    /// Copies up to `count` bytes from an offset; how many there were.
+    /// Copies up to `count` bytes from an offset and returns how many there were.
     std::size_t read(long offset, std::size_t count, char* to);
 
-    /// Lets the tag library go by the content instead of the name.
+    /// Makes the tag library recognise files by content instead of name.
     void forgetName() { path_.clear(); }
 
     TagLib::FileName name() const override { return path_.c_str(); }
@@ -50,7 +49,7 @@ private:
     long position_ = 0;
     long windowOffset_ = 0;
     std::vector<char> window_;
-    double startedAt_ = 0; ///< seconds of this thread's processor time
+    double startedAt_ = 0; ///< in seconds of this thread's processor time
     unsigned blocks_ = 0;
 };
 

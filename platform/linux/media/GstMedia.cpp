@@ -21,8 +21,8 @@ void startGStreamer() {
     static_cast<void>(started);
 }
 
-/// The renderer takes and frees bitmaps as large as the window for each frame of a film. Left to
-/// itself the allocator maps each from the system, whose fresh pages cost more than the painting.
+/// The renderer allocates and frees bitmaps as large as the window for each frame of a film. By
+/// default the allocator maps each from the system, whose fresh pages cost more than the painting.
 void keepLargeBlocks() {
 #ifdef __GLIBC__
     mallopt(M_MMAP_THRESHOLD, 16 << 20);
@@ -30,7 +30,7 @@ void keepLargeBlocks() {
 #endif
 }
 
-/// The device path of a file address; empty when it is none.
+/// A file URL's device path; empty for any other URL.
 std::string devicePath(const std::string& url) {
     constexpr std::string_view kScheme = "file://";
     if (!url.starts_with(kScheme))
@@ -43,7 +43,7 @@ std::string devicePath(const std::string& url) {
     return result;
 }
 
-/// One field for all cookies: sources send a field for each string.
+/// Joins all cookies into one field, because sources send a field for each string.
 std::vector<std::string> cookiesFor(SoupCookieJar* jar, const std::string& url) {
     std::vector<std::string> result;
     GUri* uri = g_uri_parse(url.c_str(), GUriFlags(SOUP_HTTP_URI_FLAGS), nullptr);

@@ -219,7 +219,8 @@ void GstPlayback::stateChanged(GstPlayState state) {
 }
 
 void GstPlayback::tellWhenReady() {
-    // An address is "paused" before its first byte has come: only its streams tell that it plays.
+    // A remote source is "paused" before its first byte has arrived: only its streams show that it
+    // plays.
     if (ready_ || failed_ || !play_ || !opened_ || !hasStreams())
         return;
     ready_ = true;
@@ -272,7 +273,7 @@ void GstPlayback::stateRequested(GstState state) {
         if (client_)
             client_->playbackInterrupted(true);
     } else if (state == GST_STATE_PLAYING && interrupted_) {
-        // Whether to go on is the application's choice; the pipeline has already begun to.
+        // The pipeline has already resumed, but that is the application's choice.
         interrupted_ = playing_ = false;
         gst_play_pause(play_);
         if (client_)

@@ -25,8 +25,8 @@ struct PlaybackSource {
     std::optional<StreamCredential> credential;
     std::string userAgent;
     double duration = 0; ///< seconds if known beforehand; overrides the pipeline's guess
-    /// Finds the source that a redirected address leads to. The streaming library would send
-    /// cookies and credentials along to any server, so a source that has some stops at a redirect.
+    /// Finds the final address of a redirect. The streaming library would send cookies and
+    /// credentials to any server, so a source that has any stops at a redirect.
     using Found = std::function<void(std::optional<PlaybackSource>)>;
     std::function<void(Found found)> followRedirect;
 };
@@ -70,17 +70,17 @@ private:
     void stateChanged(GstPlayState state);
     void tellWhenReady();
     void fail(const std::string& message);
-    /// Plays what a redirect leads to; whether that is being found out.
+    /// Follows a redirect; returns whether its target is being looked up.
     bool followRedirect(const std::string& message);
     void redirected(std::optional<PlaybackSource> source, const std::string& message);
-    /// A server without ranges cannot be seeked in; trying would end the playback.
+    /// Seeking fails on a server without range requests and would end the playback.
     bool isSeekable() const;
     bool hasStreams() const;
-    /// The pipeline's position: asked for now and then, counted on by the clock in between, because
-    /// a screen that shows it asks a hundred times a second.
+    /// The pipeline's position, queried from time to time and extrapolated by the clock in between,
+    /// because a screen that shows it asks a hundred times a second.
     double runningTime() const;
     void forgetRunningTime() { askedAt_ = 0; }
-    /// The sound server took the sound away, or gave it back.
+    /// Handles the sound server's request to pause or to resume.
     void stateRequested(GstState state);
 
     PlaybackSource source_;
@@ -88,7 +88,7 @@ private:
     std::unique_ptr<VideoPicture> picture_;
     host::PlaybackClient* client_ = nullptr;
     GstPlay* play_ = nullptr;
-    NativeReference<GstBus> bus_; ///< what GstPlay reports
+    NativeReference<GstBus> bus_; ///< carries GstPlay's reports
     std::array<SignalConnection, 4> connections_;
     bool playing_ = false; ///< wanted
     bool opened_ = false;  ///< paused or playing
@@ -98,7 +98,7 @@ private:
     /// Set on the pipeline's threads.
     std::shared_ptr<std::atomic<bool>> stoppedAtRedirect_ =
         std::make_shared<std::atomic<bool>>(false);
-    bool redirecting_ = false; ///< there is no pipeline until the new address is known
+    bool redirecting_ = false; ///< no pipeline until the new address is known
     int redirects_ = 0;
     bool interrupted_ = false;
     float volume_ = 1;

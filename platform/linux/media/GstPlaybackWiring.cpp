@@ -6,7 +6,7 @@ namespace vistrel {
 
 namespace {
 
-/// What an HTTP source sends with its requests.
+/// The header fields of an HTTP source's requests.
 struct Dress {
     std::vector<std::string> cookies;
     std::optional<StreamCredential> credential;
@@ -27,7 +27,7 @@ void dress(GstElement* element, const Dress& what) {
     for (const std::string& cookie : what.cookies)
         fields.push_back(cookie.c_str());
     fields.push_back(nullptr);
-    // The source would send secrets on to wherever a redirect leads.
+    // The source would send secrets to any server that a redirect leads to.
     const bool hasSecrets = what.credential || !what.cookies.empty();
     g_object_set(element, "cookies", fields.data(), "automatic-redirect",
                  static_cast<gboolean>(!hasSecrets), nullptr);
@@ -43,9 +43,9 @@ SignalConnection watchMessages(GstElement* pipeline, const char* signal,
 
 constexpr guint kRetirement = 100; ///< milliseconds
 
-/// A message holds its player. If the last reference were dropped on the player's own thread, the
-/// thread would wait for itself. So the bus is emptied here, and the last reference is dropped
-/// here, once no message is on its way.
+/// A message holds a reference to its player. If the last one were dropped on the player's own
+/// thread, the thread would wait for itself. So the bus is emptied and the last reference is
+/// dropped here, when no message is on its way.
 void releaseWhenQuiet(GstPlay* play) {
     GstBus* bus = gst_play_get_message_bus(play);
     gst_bus_set_flushing(bus, TRUE);

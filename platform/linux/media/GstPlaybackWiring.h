@@ -9,11 +9,12 @@
 
 namespace vistrel {
 
-/// Where the volume is set from now on. The pipeline leaks its own volume element with each player.
+/// Inserts an element that sets the volume. The pipeline's own volume element leaks with each
+/// player.
 NativeReference<GstElement> insertVolume(GstElement* pipeline);
-/// Gives cookies, credential and agent to HTTP sources.
+/// Passes cookies, credential and user agent to HTTP sources.
 [[nodiscard]] SignalConnection dressSource(GstElement* pipeline, const PlaybackSource& source);
-/// Calls `requested` on the main loop when the sound server asks for a state.
+/// Calls `requested` on the main loop when the sound server requests a state.
 [[nodiscard]] SignalConnection watchRequests(GstElement* pipeline,
                                              std::function<void(GstState state)> requested);
 /// Sets `stopped` before the pipeline reports that its source has stopped at a redirect.

@@ -16,23 +16,23 @@ struct StreamCredential {
     std::string password;
 };
 
-/// What the players' module is given when it is created.
+/// The players' module's dependencies.
 struct MediaSetup {
-    /// Cookies for videos that are streamed; may be null, and may give null.
+    /// Supplies cookies for streamed videos; may be null and may return null.
     std::function<SoupCookieJar*()> cookieJar;
-    std::string userAgent; ///< for the same; empty: the streaming library's own
-    /// The credential that the user has given for the origin of an address, if any.
+    std::string userAgent; ///< for streamed videos; empty: the streaming library's own
+    /// The user's credential for a URL's origin, if any.
     std::function<std::optional<StreamCredential>(const std::string& url)> credential;
-    /// Follows the redirects of an address; calls `found` on the loop with the address that
-    /// answered, or with an empty text.
+    /// Follows the redirects of a URL; calls `found` on the loop with the final URL, or with an
+    /// empty text.
     std::function<void(const std::string& url, std::function<void(const std::string&)> found)>
         followRedirects;
-    /// Where a device path lies on the machine.
+    /// Maps a device path to a path on the machine.
     std::function<std::string(const std::string& devicePath)> machinePath;
     std::function<void(const std::string& line)> log;
 };
 
-/// The module's one entry point. The caller owns what it returns.
+/// The module's only entry point. The caller owns the result.
 using CreateMedia = host::Media* (*)(const MediaSetup& setup);
 inline constexpr const char* kCreateMediaSymbol = "vistrel_create_media";
 

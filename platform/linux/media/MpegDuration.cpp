@@ -14,7 +14,7 @@ namespace vistrel {
 
 namespace {
 
-/// A file's bytes for reading, mapped; empty when that fails.
+/// A file's bytes, mapped for reading; empty when that fails.
 class MappedFile {
 public:
     explicit MappedFile(const std::string& path) {
@@ -35,7 +35,7 @@ public:
     MappedFile(const MappedFile&) = delete;
     MappedFile& operator=(const MappedFile&) = delete;
 
-    /// The part between two offsets, cut to the file.
+    /// The part between two offsets, limited to the file.
     std::span<const unsigned char> part(std::int64_t begin, std::int64_t end) const {
         if (!bytes_)
             return {};
@@ -97,7 +97,7 @@ std::optional<Frame> frameAt(std::span<const unsigned char> bytes, std::size_t a
     return frame;
 }
 
-/// A frame that another of its kind follows; where it stands is moved into `at`.
+/// Finds a frame that is followed by another of its kind and stores its position in `at`.
 std::optional<Frame> findFrame(std::span<const unsigned char> bytes, std::size_t& at) {
     for (; at + 4 <= bytes.size(); ++at) {
         const auto frame = frameAt(bytes, at);
@@ -140,7 +140,7 @@ double MpegDuration::byWalking(const std::string& path, std::int64_t firstFrame,
     const auto bytes = file.part(firstFrame, end);
     double seconds = 0;
     std::size_t at = 0;
-    // Far enough for a good guess; a file of hours must not hold up the screen.
+    // Far enough for a good estimate; a file of several hours must not delay the screen.
     const auto walked = bytes.first(std::min(bytes.size(), kMostWalked));
     while (at < walked.size()) {
         auto frame = frameAt(walked, at);

@@ -4,13 +4,13 @@
 
 namespace vistrel {
 
-/// The length of an MPEG audio file whose bit rate varies and that has no header to say so, found
-/// by walking its frames.
+/// Finds the length of an MPEG audio file with a variable bit rate and no header for it by reading
+/// all frames.
 namespace MpegDuration {
 
-/// Whether frames at a few places between the offsets have different bit rates.
+/// Whether frames at a few positions between the offsets have different bit rates.
 bool variesInRate(const std::string& path, std::int64_t firstFrame, std::int64_t end);
-/// Seconds of all frames between the offsets; 0 when there are none.
+/// The total length of the frames between the offsets in seconds; 0 when there are none.
 double byWalking(const std::string& path, std::int64_t firstFrame, std::int64_t end);
 
 }

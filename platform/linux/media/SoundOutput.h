@@ -8,16 +8,16 @@
 
 namespace vistrel {
 
-/// Where sound goes: the sound server, else the sound card, else nowhere, in time. Chosen at the
-/// first use; that there is none is logged once.
+/// Chooses the sound output on first use: the sound server, else the sound card, else a silent sink
+/// that keeps time. A missing device is logged once.
 class SoundOutput {
 public:
     explicit SoundOutput(std::function<void(const std::string& line)> log);
 
-    /// A new sink. `role` ("music", "video") is what the sound server decides by who must be silent
-    /// during a call. The caller owns the (floating) reference.
+    /// A new sink. By its `role` ("music", "video"), the sound server decides which streams to
+    /// silence during a call. The caller owns the (floating) reference.
     GstElement* makeSink(const char* role);
-    /// What the sound comes out of, in the audio session's words; a failure without a device.
+    /// The output's name as the audio session reports it; a failure without a device.
     host::Result<std::string> route();
 
 private:

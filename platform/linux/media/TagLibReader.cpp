@@ -23,7 +23,7 @@ host::Failure failureOf(int code) {
     return {code, std::strerror(code)};
 }
 
-/// A lone half of a surrogate pair makes the library drop the whole text.
+/// The library drops the whole text when it contains an unpaired surrogate.
 std::string utf8Of(TagLib::String text) {
     const auto isHigh = [](wchar_t unit) {
         return unit >= 0xD800 && unit < 0xDC00;
@@ -40,7 +40,7 @@ std::string utf8Of(TagLib::String text) {
     return text.to8Bit(true);
 }
 
-/// Music of other kinds under the name of an MPEG file.
+/// Music in other formats with an MPEG file's name.
 bool isForeign(BufferedFile& file) {
     std::array<char, 8> start{};
     if (file.read(0, start.size(), start.data()) != start.size())
@@ -58,7 +58,7 @@ double durationOf(TagLib::FileRef& file, const std::string& path) {
     auto* mpeg = dynamic_cast<TagLib::MPEG::File*>(file.file());
     if (!mpeg || !mpeg->audioProperties() || mpeg->audioProperties()->xingHeader())
         return said;
-    // The library takes the first frame's rate for all.
+    // The library assumes that all frames have the first one's bit rate.
     const std::int64_t first = mpeg->firstFrameOffset();
     std::int64_t end = mpeg->length();
     if (mpeg->hasID3v1Tag())
@@ -79,11 +79,11 @@ TagLibReader::open(const std::string& machinePath) {
         reader->bytes_.forgetName();
     TagLib::FileRef file(&reader->bytes_, true, TagLib::AudioProperties::Average);
     if (file.isNull())
-        return host::Failure{EINVAL, "The file holds no sound."};
+        return host::Failure{EINVAL, "The file contains no sound."};
     Info& info = reader->info_;
     info.duration = durationOf(file, machinePath);
     if (info.duration <= 0)
-        return host::Failure{EINVAL, "The file holds no sound."};
+        return host::Failure{EINVAL, "The file contains no sound."};
     if (const TagLib::Tag* tag = file.tag()) {
         info.title = utf8Of(tag->title());
         info.artist = utf8Of(tag->artist());

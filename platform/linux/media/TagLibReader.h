@@ -7,12 +7,11 @@
 
 namespace vistrel {
 
-/// One audio file's tags and length. The info is read when it is opened, the raw tag when it
-/// is asked for.
+/// An audio file's tags and length. Reads the info when it is opened and the raw tag on request.
 class TagLibReader : public host::AudioFileReader {
 public:
-    /// `machinePath` lies on the machine. Fails with the system's reason when the file cannot be
-    /// read, and with EINVAL when it holds no sound.
+    /// `machinePath` is a path on the machine. Fails with the system's error when the file cannot
+    /// be read, and with EINVAL when it contains no sound.
     static host::Result<std::unique_ptr<host::AudioFileReader>>
     open(const std::string& machinePath);
 

@@ -12,7 +12,7 @@ namespace vistrel {
 
 namespace {
 
-/// The renderer may still paint from frames before the newest.
+/// The renderer may still be painting from earlier frames.
 constexpr std::size_t kFramesHeld = 3;
 
 YuvPlane planeOf(const GstVideoFrame& frame, guint component) {
@@ -29,7 +29,7 @@ YuvColors colorsOf(const GstVideoInfo& info) {
     return YuvColors::make(red, blue, info.colorimetry.range == GST_VIDEO_COLOR_RANGE_0_255);
 }
 
-/// With square pixels, before any turn.
+/// With square pixels, before rotation.
 CGSize sizeOf(const GstVideoInfo& info) {
     const double aspect =
         static_cast<double>(GST_VIDEO_INFO_PAR_N(&info)) / std::max(GST_VIDEO_INFO_PAR_D(&info), 1);
@@ -135,7 +135,7 @@ void VideoFeed::aimAt(const Target& target) {
         target_ = target;
         undrawn_ = 0;
     }
-    // Rare: the first frame, a new size, or back on the screen.
+    // Happens rarely: for the first frame, a new size, or on return to the screen.
     if (!isReady)
         prepare();
     takeWaiting();
@@ -172,7 +172,7 @@ void VideoFeed::redraw() {
 }
 
 void VideoFeed::draw(GtkSnapshot* snapshot, CGSize size) {
-    // A picture that is only passing by, in a flip, keeps the pixels that it has.
+    // A picture that is only moving, in a flip, keeps its pixels.
     const bool isSoftware = !shown_.empty() && shown_.back()->quarters != 0;
     aimAt(isSoftware ? Target{shown_.back()->width, shown_.back()->height, shown_.back()->quarters}
                      : Target{});

@@ -12,10 +12,10 @@
 
 namespace vistrel {
 
-/// The way of a film's frames from the pipeline to the screen. The pipeline's thread scales, turns
-/// and converts each frame to the pixels that the screen has asked for; the main loop only puts the
-/// finished one there. A frame is prepared only while the frames before it are being drawn: what is
-/// covered, minimised or taken off the screen costs nothing but its decoding.
+/// Brings a film's frames from the pipeline to the screen. The pipeline's thread scales, rotates
+/// and converts each frame to the size that the screen needs; the main loop only shows the result.
+/// Frames are prepared only while earlier ones are being drawn: a film that is covered, minimised
+/// or off the screen costs only its decoding.
 class VideoFeed : public ForeignPicture, public std::enable_shared_from_this<VideoFeed> {
 public:
     VideoFeed() = default;
@@ -24,14 +24,15 @@ public:
     VideoFeed& operator=(const VideoFeed&) = delete;
 
     enum class Moment { Paused, Playing };
-    /// A decoded I420 frame at its time; takes over the reference. On the pipeline's thread.
+    /// Receives a decoded I420 frame at its time and takes over the reference. On the pipeline's
+    /// thread.
     void offer(GstSample* sample, Moment moment);
-    /// How the film's own data say that it is to be shown. On the pipeline's thread.
+    /// Sets the orientation from the film's metadata. On the pipeline's thread.
     void setOrientation(PictureTurn orientation);
 
-    /// As it is to be shown, with square pixels and upright; 0 before the first frame.
+    /// The size to show, upright and with square pixels; 0 before the first frame.
     CGSize size() const;
-    /// How many frames of the playing film were drawn.
+    /// How many frames were drawn while playing.
     unsigned framesShown() const { return framesShown_; }
 
     void setScreen(GtkWidget* screen) override;
@@ -39,7 +40,7 @@ public:
     void drawPixels(GtkSnapshot* snapshot, const PixelPlace& place, double pixelsPerUnit) override;
 
 private:
-    /// So many unseen frames mean that nobody is looking.
+    /// After this many undrawn frames, the film is considered invisible.
     static constexpr int kMostUndrawn = 6;
     struct Target {
         int width = 0; ///< 0: the film's own size
@@ -49,7 +50,7 @@ private:
     };
     void prepare();
     std::shared_ptr<VideoFrame> make(GstSample* sample, PictureTurn orientation, Target target);
-    /// Makes what is shown from now on fit the target; the newest frame is at hand afterwards.
+    /// Prepares frames for this target from now on, including the newest one.
     void aimAt(const Target& target);
     void takeWaiting();
     void redraw();

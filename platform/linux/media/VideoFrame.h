@@ -10,17 +10,17 @@
 
 namespace vistrel {
 
-/// A frame ready to be put on the screen.
+/// A frame that is ready for the screen.
 struct VideoFrame {
     std::vector<std::uint32_t> pixels; ///< blue, green, red, 255
     int width = 0;
     int height = 0;
-    int quarters = 0;     ///< how far it is turned clockwise already
-    bool isMoving = true; ///< not the still that is shown while the player is paused
+    int quarters = 0;     ///< clockwise rotation that has already been applied
+    bool isMoving = true; ///< false for the still picture of a paused player
 };
 
-/// Memory of frames that are gone, used again for the next: touching fresh pages costs more than
-/// making a frame. Any thread.
+/// Memory of earlier frames, reused because touching fresh pages costs more than making a frame.
+/// Any thread.
 class VideoFramePool : public std::enable_shared_from_this<VideoFramePool> {
 public:
     std::shared_ptr<VideoFrame> take(int width, int height);
@@ -32,8 +32,8 @@ private:
     std::vector<std::unique_ptr<VideoFrame>> free_;
 };
 
-/// A node that shows a frame in the bounds. The software renderer paints from the frame's own
-/// memory, and would copy it if the frame were gone before the node.
+/// A node that shows a frame in the bounds. The software renderer paints from the frame's memory
+/// and would copy it if the frame were destroyed before the node.
 GskRenderNode* makeSoftwareNode(const std::shared_ptr<const VideoFrame>& frame,
                                 const graphene_rect_t& bounds);
 GskRenderNode* makeTextureNode(const std::shared_ptr<const VideoFrame>& frame,

@@ -54,7 +54,7 @@ GstPadProbeReturn lookForOrientation(GstPad*, GstPadProbeInfo* info, gpointer da
 
 GstElement* VideoPicture::makeSink() {
     GstElement* sink = gst_element_factory_make("appsink", nullptr);
-    // What a decoder yields as a rule; the pipeline converts the rest.
+    // The usual output of decoders; the pipeline converts other formats.
     GstCaps* caps = gst_caps_new_simple("video/x-raw", "format", G_TYPE_STRING, "I420", nullptr);
     g_object_set(sink, "caps", caps, "sync", TRUE, "max-buffers", 1U, "drop", TRUE, nullptr);
     gst_caps_unref(caps);

@@ -9,7 +9,7 @@
 
 namespace vistrel {
 
-/// The moving picture of a player, and the video sink that plays into it.
+/// A player's moving picture and the video sink that supplies it.
 class VideoPicture : public host::ForeignContent, public GtkForeignContent {
 public:
     /// A new sink that plays into this picture. The caller owns the (floating) reference.

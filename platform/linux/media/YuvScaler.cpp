@@ -9,20 +9,20 @@ namespace vistrel {
 namespace {
 
 constexpr int kFractionBits = 13;
-/// Rows that are turned at once, so that a column of them is written in one go.
+/// Rows that are rotated together, so that one column of them is written at a time.
 constexpr int kBlockRows = 16;
 
 std::size_t count(int width, int height) {
     return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
 }
 
-/// A place between two samples.
+/// A position between two samples.
 struct Between {
     int first;
     std::uint16_t share; ///< of the next sample, of 256
 };
 
-/// What lies at the middle of sample `index` of `to` when `from` samples are stretched over them.
+/// The source position of the middle of sample `index` when `from` samples are scaled to `to`.
 Between between(int index, int from, int to) {
     const double at =
         std::clamp((index + 0.5) * from / to - 0.5, 0.0, static_cast<double>(from - 1));
@@ -90,7 +90,8 @@ void YuvScaler::scalePlane(YuvPlane plane, PictureTurn turn, int width, int heig
     const int columns = turn.swapsSides() ? height : width;
     const int rows = turn.swapsSides() ? width : height;
     to.resize(count(width, height));
-    // Two samples are mixed below; with more to a pixel, fine patterns would flicker.
+    // The code below mixes two samples. With more of them per pixel, fine patterns would flicker,
+    // so halve the planes first.
     while (plane.width >= 2 * columns && plane.height >= 2 * rows && plane.height > 1)
         plane = halved(plane);
     findColumns(plane.width, columns);
@@ -114,7 +115,7 @@ void YuvScaler::scalePlane(YuvPlane plane, PictureTurn turn, int width, int heig
     }
 }
 
-/// Averages of two by two samples.
+/// Averages blocks of two by two samples.
 YuvPlane YuvScaler::halved(const YuvPlane& plane) {
     const int width = plane.width / 2;
     const int height = plane.height / 2;
@@ -145,7 +146,7 @@ void YuvScaler::makeRow(const YuvPlane& plane, int row, int rows, std::uint8_t* 
     const Between place = between(row, plane.height, rows);
     const std::uint8_t* upper = rowOf(plane, place.first);
     const std::uint8_t* lower = rowOf(plane, std::min(place.first + 1, plane.height - 1));
-    // Copies in locals: a byte that is written might otherwise be any of them.
+    // Local copies, because a written byte could alias any of these fields.
     std::uint8_t* blended = blended_.data();
     const int samples = plane.width;
     const auto lowerShare = place.share;
@@ -162,7 +163,7 @@ void YuvScaler::makeRow(const YuvPlane& plane, int row, int rows, std::uint8_t* 
     }
 }
 
-/// What the colour differences add to each channel of the two pixels that share them.
+/// The amounts that the colour differences add to each channel of the two pixels that share them.
 void YuvScaler::findColorTerms(const YuvColors& colors, const std::uint8_t* blue,
                                const std::uint8_t* red, int count) {
     std::int32_t* redTerms = redTerms_.data();

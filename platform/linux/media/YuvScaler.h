@@ -5,7 +5,7 @@
 
 namespace vistrel {
 
-/// One component of a decoded frame, a byte for each sample.
+/// One component of a decoded frame, one byte per sample.
 struct YuvPlane {
     const std::uint8_t* samples;
     int width;
@@ -13,7 +13,7 @@ struct YuvPlane {
     std::ptrdiff_t stride; ///< bytes from one row to the next
 };
 
-/// How luma and colour differences become red, green and blue: factors in units of 2^-13.
+/// The factors that convert luma and colour differences to red, green and blue, in units of 2^-13.
 struct YuvColors {
     int lumaOffset;
     std::int16_t luma;
@@ -34,7 +34,7 @@ struct YuvFrame {
     YuvColors colors;
 };
 
-/// A picture is mirrored left to right first, then turned clockwise.
+/// First mirrors a picture left to right, then rotates it clockwise.
 struct PictureTurn {
     bool mirrored = false;
     int quarters = 0; ///< 0 to 3
@@ -43,17 +43,18 @@ struct PictureTurn {
     PictureTurn turnedFurther(int more) const { return {mirrored, (quarters + more) % 4}; }
 };
 
-/// Scales, turns and converts decoded frames in one go. A player needs this thirty times a second
-/// without a graphics processor, so it touches each source byte once and keeps its scratch memory.
+/// Scales, rotates and converts decoded frames in one pass. A player needs this thirty times a
+/// second without a graphics processor, so it touches each source byte once and keeps its scratch
+/// memory.
 class YuvScaler {
 public:
-    /// Writes `width` × `height` pixels, sizes as they are after the turn, as blue, green, red and
-    /// 255 in memory order; `pixels` has no padding.
+    /// Writes `width` × `height` pixels, the size after rotation, as blue, green, red and 255 in
+    /// memory order; `pixels` has no padding.
     void scale(const YuvFrame& frame, PictureTurn turn, int width, int height,
                std::uint32_t* pixels);
 
 private:
-    /// Where the samples of a scaled plane go: each next column and each next row, in samples.
+    /// The layout of a scaled plane: the steps to the next column and the next row, in samples.
     struct Layout {
         std::ptrdiff_t first;
         std::ptrdiff_t column;
