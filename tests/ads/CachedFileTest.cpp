@@ -66,13 +66,14 @@ protected:
         file().validate();
         advance(10);
     }
-    /// Fetches a first copy and forgets that it did.
+    /// Fetches a first copy and clears the records of that.
     void haveACopy(const std::string& text = "old copy") {
         network().at(kAddress).body(text).header("Last-Modified", kModified);
         fetch();
         network().forgetRequests();
         delegate_->events.clear();
     }
+    std::vector<std::string> takeEvents() { return std::exchange(delegate_->events, {}); }
     std::string sentHeader(const std::string& field) {
         return network().requests().empty()
                    ? "nothing sent"
@@ -231,7 +232,7 @@ TEST_F(GADCachedFileTest, AFetchThatFailsReportsItsErrorAndKeepsTheOldCopy) {
         fault(network().at(kAddress).body("a longer new copy"));
         fetch();
         files().clearFaults();
-        EXPECT_EQ(std::exchange(delegate_->events, {}), std::vector{event});
+        EXPECT_THAT(takeEvents(), ElementsAre(event));
         EXPECT_EQ(file().content(), "old copy");
         EXPECT_EQ(modificationTime(), kModifiedSeconds);
     }
@@ -242,46 +243,35 @@ TEST_F(GADCachedFileTest, AFetchThatFailsReportsItsErrorAndKeepsTheOldCopy) {
     EXPECT_FALSE(file().hasContent());
 }
 
-TEST_F(GADCachedFileTest, FollowsARedirectAndReadsItsHeaders) {
-    network()
-        .at(kAddress)
-        .redirectsTo("http://cdn.example/a")
-        .header("X-Afma-Tracking-Urls", "http://t/");
-    network().at("http://cdn.example/a").body("moved");
-    file().validate();
-    delegate_->onEnd = [](GADCachedFile& ended) {
-        EXPECT_EQ(ended.httpDestinationURL().absoluteString(), "http://cdn.example/a");
-    };
-    advance(10);
-    EXPECT_THAT(delegate_->events, ElementsAre("redirect http://cdn.example/a", "end"));
-    EXPECT_EQ(file().content(), "moved");
-    EXPECT_EQ(file().sourceURL().absoluteString(), kAddress);
-    EXPECT_EQ(file().filePath(), gadCachedFilePath(*NSURL::URLWithString(kAddress)));
-}
-
-TEST_F(GADCachedFileTest, AVetoStopsAtTheRedirectWithTheDelegatesError) {
+TEST_F(GADCachedFileTest, ARedirectIsFollowedUnlessTheDelegateVetoesIt) {
     haveACopy();
+    const std::string path = file().filePath();
     network().at(kAddress).redirectsTo("http://cdn.example/a").header("X-Mark", "redirect");
     network().at("http://cdn.example/a").body("moved");
     delegate_->veto = NSError("veto", 7, "not there");
     fetch();
-    EXPECT_THAT(delegate_->events, ElementsAre("redirect http://cdn.example/a", "fail veto 7"));
+    EXPECT_THAT(takeEvents(), ElementsAre("redirect http://cdn.example/a", "fail veto 7"));
     EXPECT_THAT(network().requestedURLs(), ElementsAre(kAddress));
     EXPECT_EQ(file().httpDestinationURL().absoluteString(), "http://cdn.example/a");
     EXPECT_THAT(file().httpHeaders(), ::testing::Contains(::testing::Pair("X-Mark", "redirect")));
     EXPECT_EQ(file().content(), "old copy");
-    network().at(kAddress).redirectsTo("tel:123"); // leaves the web
-    delegate_->events.clear();
-    fetch();
     delegate_->veto.reset();
     fetch();
-    EXPECT_THAT(delegate_->events, ElementsAre("redirect tel:123", "fail veto 7",
-                                               "redirect tel:123", "fail NSURLErrorDomain -1002"));
+    EXPECT_THAT(takeEvents(), ElementsAre("redirect http://cdn.example/a", "end"));
+    EXPECT_EQ(file().content(), "moved");
+    EXPECT_EQ(file().sourceURL().absoluteString(), kAddress);
+    EXPECT_EQ(file().filePath(), path);
+    network().at(kAddress).redirectsTo("tel:123"); // leaves the web
+    fetch();
+    EXPECT_THAT(takeEvents(), ElementsAre("redirect tel:123", "fail NSURLErrorDomain -1002"));
+    delegate_->veto = NSError("veto", 7, "enough");
+    fetch();
+    EXPECT_THAT(takeEvents(), ElementsAre("redirect tel:123", "fail veto 7"));
 }
 
-TEST_F(GADCachedFileTest, TheCacheBusterIsTheMomentInTheAddress) {
+TEST_F(GADCachedFileTest, TheCacheBusterPutsTheTimeIntoTheAddress) {
     const std::string busted = std::string(kAddress) + "?unique=321692800";
-    // 2011-03-13 07:06:40 is so many seconds after the first moment of 2001.
+    // The seconds from the start of 2001 to 2011-03-13 07:06:40.
     loop().setWallClockAtStart(1'300'000'000.4 - loop().now());
     network().at(busted).body("fresh");
     file().validateWithCacheBuster();
@@ -292,37 +282,26 @@ TEST_F(GADCachedFileTest, TheCacheBusterIsTheMomentInTheAddress) {
     EXPECT_EQ(file().filePath(), gadCachedFilePath(*NSURL::URLWithString(kAddress)));
 }
 
-TEST_F(GADCachedFileTest, CancelKeepsTheCopyAndReportsNothing) {
+TEST_F(GADCachedFileTest, CancelAndInvalidateStopAFetchSilentlyAndTheLatterDeletesTheCopy) {
     haveACopy();
     network().at(kAddress).body("new copy").after(1);
-    file().validate();
-    advance(0.5);
-    EXPECT_EQ(network().runningTransfers(), 1);
-    file().cancel();
-    EXPECT_EQ(network().runningTransfers(), 0);
-    advance(10);
-    EXPECT_THAT(delegate_->events, IsEmpty());
-    EXPECT_EQ(file().content(), "old copy");
+    for (const bool deletes : {false, true}) {
+        file().validate();
+        advance(0.5);
+        EXPECT_EQ(network().runningTransfers(), 1);
+        deletes ? file().invalidate() : file().cancel();
+        EXPECT_EQ(network().runningTransfers(), 0);
+        advance(10);
+        EXPECT_THAT(takeEvents(), IsEmpty());
+        EXPECT_EQ(file().content(), deletes ? std::nullopt : std::optional("old copy"));
+    }
+    file().invalidate(); // a second time
     fetch();
+    EXPECT_EQ(sentHeader("If-Modified-Since"), "");
     EXPECT_EQ(file().content(), "new copy");
 }
 
-TEST_F(GADCachedFileTest, InvalidateStopsAndDeletes) {
-    haveACopy();
-    network().at(kAddress).body("new copy").after(1);
-    file().validate();
-    advance(0.5);
-    file().invalidate();
-    file().invalidate();
-    advance(10);
-    EXPECT_THAT(delegate_->events, IsEmpty());
-    EXPECT_FALSE(file().hasContent());
-    network().forgetRequests();
-    fetch();
-    EXPECT_EQ(sentHeader("If-Modified-Since"), "");
-}
-
-TEST_F(GADCachedFileTest, TextThatIsNotUTF8IsNoContent) {
+TEST_F(GADCachedFileTest, TextThatIsNotUTF8IsNotReturned) {
     network().at(kAddress).body("caf\xE9");
     fetch();
     EXPECT_TRUE(file().hasContent());
@@ -376,7 +355,7 @@ TEST_F(GADCachedFileTest, TheDelegateMayLetTheFileGoInAnyCallback) {
     EXPECT_FALSE(file().hasContent());
 }
 
-TEST_F(GADCachedFileTest, WithoutADelegateItFetchesAllTheSame) {
+TEST_F(GADCachedFileTest, ItFetchesWithoutADelegate) {
     file().setDelegate({});
     network().at(kAddress).redirectsTo("http://h/");
     network().at("http://h/").body("a");
