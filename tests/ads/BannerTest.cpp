@@ -43,7 +43,7 @@ BannerTest::~BannerTest() {
             std::dynamic_pointer_cast<GADViewController>(navigation().modalViewController()))
         screen->relinquishScreen();
     letGoOfBanner();
-    advance(10); // what lives a little longer than its screen
+    advance(10); // some objects outlive their screen briefly
     GADSafetyPolicy::setShared(std::nullopt);
     GADObjectPrivate::resetProcessState();
     overrideGADSetting(kGADStaticContentHost, "");

@@ -22,13 +22,13 @@ protected:
         network().at("http://click.example/1").body("ok");
     }
 
-    /// An ad is on the screen, and a touch in it counts from now on.
+    /// Shows an ad and waits until a touch on it counts.
     void showAd() {
         show();
         advance(0.2);
     }
 
-    /// Everything that the navigation of the ad's page sets off.
+    /// Everything that a navigation of the ad's page causes.
     std::string outcomeOf(const std::string& url, host::WebNavigationType type) {
         support::ScriptedWebPage& ad = page();
         const auto calls = ad.calls().size();
@@ -61,7 +61,7 @@ struct Row {
     const char* name;
     const char* url;
     std::vector<std::string> touched;
-    /// Where the host demands a touch and there was none. Without such a host: as when touched.
+    /// The outcome without a touch when the host requires one.
     std::vector<std::string> refused;
     bool isRefused = refused != touched;
 };
@@ -117,7 +117,7 @@ struct Navigation {
 
 class ClickTest : public BridgeTest, public testing::WithParamInterface<Navigation> {};
 
-TEST_P(ClickTest, NeedsATouchAndATimeToSeeTheAd) {
+TEST_P(ClickTest, NeedsATouchAndTimeToSeeTheAd) {
     const Navigation& row = GetParam();
     network().at(kAdURL).body("<p>Ad</p>").header("X-Afma-Click-Tracking-Urls", row.header);
     load();

@@ -113,7 +113,7 @@ TEST_F(GADCachedFileTest, FetchesAFileWithItsStatusAndHeaders) {
                                         "\tfile: /var/mobile/Library/Caches/ads.example/.*"));
 }
 
-TEST_F(GADCachedFileTest, LiesInAFolderOfItsHostWithinTheCachesAndIsNamedByAStableHash) {
+TEST_F(GADCachedFileTest, TheCopyIsInItsHostsFolderAndNamedByAStableHash) {
     // Published values of the hash.
     EXPECT_EQ(gadStableHash(""), 0x811c9dc5U);
     EXPECT_EQ(gadStableHash("foobar"), 0xbf9cf968U);
@@ -330,7 +330,7 @@ TEST_F(GADCachedFileTest, TheDelegateMayFetchAgainFromAnEndOrAFailure) {
     EXPECT_EQ(network().requests().size(), 3U);
 }
 
-TEST_F(GADCachedFileTest, TheDelegateMayLetTheFileGoInAnyCallback) {
+TEST_F(GADCachedFileTest, TheDelegateMayReleaseTheFileInAnyCallback) {
     const auto letGoOfIt = [this](GADCachedFile& done) {
         done.setDelegate({});
         done.invalidate();

@@ -45,7 +45,7 @@ protected:
         ASSERT_TRUE(screen) << url;
         page().finishLoad();
         screen->relinquishScreen();
-        screen.reset(); // its page is emptied two seconds after it went
+        screen.reset(); // its page is emptied two seconds later
         advance(5);
     }
 
@@ -75,7 +75,7 @@ TEST_F(EnduranceTest, AdsAndTheirScreensLeaveNothingBehind) {
         for (const char* url :
              {"http://shop.example/a", "gmsg://ads/open?a=browser&u=http://shop.example/b"})
             ASSERT_NO_FATAL_FAILURE(openAndClose(url));
-        advance(60); // a server that does not answer is given up
+        advance(60); // until a server that does not answer times out
         const std::string now = footprint();
         if (first.empty()) {
             first = now;
@@ -83,7 +83,7 @@ TEST_F(EnduranceTest, AdsAndTheirScreensLeaveNothingBehind) {
         }
         ASSERT_EQ(now, first);
         if (loop().pendingWork() != pendingWork)
-            advance(1); // the status bar's clock may have been due at that very moment
+            advance(1); // the status bar's clock may have been due just then
         ASSERT_EQ(loop().pendingWork(), pendingWork);
     }
     EXPECT_THAT(first, testing::HasSubstr(" 0 transfers"));

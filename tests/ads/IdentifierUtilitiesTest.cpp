@@ -26,7 +26,7 @@ protected:
     }
 };
 
-TEST_F(GADIdentifierUtilitiesTest, WhatIsNotKnownIsLeftOut) {
+TEST_F(GADIdentifierUtilitiesTest, UnknownValuesAreLeftOut) {
     phone().modelName = "";
     phone().machineName = "";
     phone().identifier = "";
@@ -37,7 +37,7 @@ TEST_F(GADIdentifierUtilitiesTest, WhatIsNotKnownIsLeftOut) {
     EXPECT_EQ(parameter("app_name"), "iphone.org.vistrel.Vistrel");
 }
 
-TEST_F(GADIdentifierUtilitiesTest, ATabletThatRunsAPhoneApplicationSaysSo) {
+TEST_F(GADIdentifierUtilitiesTest, ATabletThatRunsAPhoneApplicationIsReported) {
     using Idiom = GADInterfaceIdiom;
     const std::tuple<std::string, std::optional<Idiom>, std::string> cases[] = {
         {"iPad", Idiom::Phone, "1"},
@@ -91,7 +91,7 @@ TEST_F(GADIdentifierUtilitiesTest, ReportsTheDeviceAsItIsNow) {
               (Value::Dictionary{{"itms-books://", true}, {"tel:1", false}}));
 }
 
-TEST_F(GADIdentifierUtilitiesTest, KeepsWhatCannotChangeAndRereadsWhatCan) {
+TEST_F(GADIdentifierUtilitiesTest, KeepsConstantValuesAndRereadsTheOthers) {
     (void)identifiers().parameters();
     phone().identifier = "another";
     phone().machineName = "iPad1,1";
@@ -131,7 +131,7 @@ TEST_F(GADIdentifierUtilitiesTest, ComparesVersionsComponentByComponent) {
             << major << '.' << minor << '.' << bug;
 }
 
-TEST_F(GADIdentifierUtilitiesTest, TheHostsEnvironmentKnowsWhatTheHostKnows) {
+TEST_F(GADIdentifierUtilitiesTest, TheHostEnvironmentReportsTheHostsValues) {
     GADHostDeviceEnvironment environment;
     EXPECT_EQ(environment.machine(), "Machine1,1");
     EXPECT_EQ(environment.systemVersion(), "12.5");

@@ -67,7 +67,7 @@ protected:
     PlainCrypto crypto_;
 };
 
-TEST_F(GADLocationTest, OnlyAPrecisePlaceOrATextIsALocation) {
+TEST_F(GADLocationTest, OnlyPreciseCoordinatesOrATextMakeALocation) {
     const float tiny = std::numeric_limits<float>::epsilon();
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const struct {
@@ -84,7 +84,7 @@ TEST_F(GADLocationTest, OnlyAPrecisePlaceOrATextIsALocation) {
     EXPECT_EQ(GADLocation::withDescription(""), nullptr);
 }
 
-TEST_F(GADLocationTest, EqualsAnotherOfItsKindWhateverTheMoment) {
+TEST_F(GADLocationTest, EqualityAndCopiesIgnoreTheTime) {
     const auto london = at(51.5F, -0.25F, 30);
     const auto paris = GADLocation::withDescription("Paris");
     const double moment = loop().wallClock();
@@ -104,7 +104,7 @@ TEST_F(GADLocationTest, EqualsAnotherOfItsKindWhateverTheMoment) {
     }
 }
 
-TEST_F(GADLocationTest, ADescriptiveOneIsSentAsText) {
+TEST_F(GADLocationTest, ADescriptionIsSentAsText) {
     const auto location = GADLocation::withDescription("the \"Old\" Town");
     location->setTimestamp(1300000000.25);
     const std::string text = *location->oolongRepresentation();
@@ -115,7 +115,7 @@ TEST_F(GADLocationTest, ADescriptiveOneIsSentAsText) {
               "timestamp: 1300000000250000 loc: \"the 'Old' Town\"");
 }
 
-TEST_F(GADLocationTest, APreciseOneIsItsPaddedTextBehindItsVector) {
+TEST_F(GADLocationTest, CoordinatesAreSentAsPaddedTextAfterTheirVector) {
     useCrypto();
     const auto location = at(51.5F, -0.25F, 125);
     location->setTimestamp(700000000.75);
@@ -146,7 +146,7 @@ TEST_F(GADLocationTest, PaddingFillsTheLastBlockWhateverItsLength) {
     EXPECT_TRUE(std::all_of(seen.begin() + 1, seen.end(), [](bool one) { return one; }));
 }
 
-TEST_F(GADLocationTest, NumbersBeyondTheRangeStopAtItsEnd) {
+TEST_F(GADLocationTest, NumbersOutOfRangeAreClamped) {
     useCrypto();
     const auto location = at(90, 180, 1e9F);
     location->setTimestamp(1e12);
@@ -155,9 +155,9 @@ TEST_F(GADLocationTest, NumbersBeyondTheRangeStopAtItsEnd) {
     EXPECT_THAT(text, ::testing::HasSubstr("longitude_e7: 1800000000> radius: 2147483647"));
 }
 
-/// The cipher text was made with another program:
-/// openssl enc -aes-128-cbc -nopad -K 000102...0f -iv 01000000020000000300000004000000
-TEST_F(GADLocationTest, APreciseOneIsEncryptedUnderTheKeyOfTheSettings) {
+/// The cipher text was made with openssl enc -aes-128-cbc -nopad -K 000102...0f -iv
+/// 01000000020000000300000004000000
+TEST_F(GADLocationTest, CoordinatesAreEncryptedWithTheKeyFromTheSettings) {
     deterministicHost().settings["ads/location-key"] = "000102030405060708090a0b0c0d0e0f";
     const auto location = at(51.5F, -0.25F, 1);
     location->setTimestamp(1);

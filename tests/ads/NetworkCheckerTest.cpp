@@ -10,7 +10,7 @@ namespace {
 
 using NetworkCheckerTest = AdsTest;
 
-TEST_F(NetworkCheckerTest, NamesTheNetworkOnceItIsReportedAndHearsNothingWhileDisabled) {
+TEST_F(NetworkCheckerTest, ReportsTheKindOfNetworkWhileEnabled) {
     GADNetworkChecker& checker = GADNetworkChecker::sharedChecker();
     EXPECT_TRUE(checker.isEnabled());
     EXPECT_EQ(network().watchedHost(), gadSettingValue(kGADReachabilityHost));

@@ -57,7 +57,7 @@ TEST(GADNetworkUtilities, AppendsEntriesInTheirOrder) {
     EXPECT_EQ(bare->absoluteString(), "http://h/?k");
 }
 
-TEST(GADNetworkUtilities, FindsTheFirstValueOfExactlyTheKey) {
+TEST(GADNetworkUtilities, FindsTheFirstValueOfExactlyThisKey) {
     const struct {
         std::string_view query;
         std::optional<std::string> value;
@@ -140,7 +140,7 @@ TEST(GADNumberUtilities, ReadsTheWholeNumberAtTheStartOfAText) {
         EXPECT_EQ(GADNumberUtilities::integerWithString(text), number) << text;
 }
 
-TEST(GADNumberUtilities, ConversionsStopAtTheEndsOfTheRange) {
+TEST(GADNumberUtilities, ConversionsAreClamped) {
     using GADNumberUtilities::saturated;
     EXPECT_EQ(saturated<std::int32_t>(2147483648.0), 2147483647);
     EXPECT_EQ(saturated<std::int32_t>(-1e300), std::numeric_limits<std::int32_t>::min());
@@ -167,7 +167,7 @@ TEST(GADTextualDescription, PrintsValuesAsTheDeviceLogDoes) {
     EXPECT_EQ(gadTextualDescription(Value(1.5)), "1.5");
 }
 
-TEST(GADTextualDescription, NestingDeeperThanAnyoneReadsIsCut) {
+TEST(GADTextualDescription, ExcessiveNestingIsCut) {
     Value value;
     for (int depth = 0; depth < 20'000; ++depth) {
         Value::Array outer;

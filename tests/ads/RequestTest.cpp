@@ -88,7 +88,7 @@ TEST_F(GADRequestTest, OnlyTheOldTestSwitchAndListedDevicesGetTestAds) {
     }
 }
 
-TEST_F(GADRequestTest, KeywordsAreSharedAndBeginWithTheFirstThatIsNotEmpty) {
+TEST_F(GADRequestTest, KeywordsAreSharedAndEmptyOnesIgnored) {
     const auto request = aRequest();
     request->addKeyword("");
     EXPECT_EQ(request->keywords(), nullptr);
@@ -102,7 +102,7 @@ TEST_F(GADRequestTest, KeywordsAreSharedAndBeginWithTheFirstThatIsNotEmpty) {
     EXPECT_THAT(*keywords, ::testing::ElementsAre("later", "own"));
 }
 
-TEST_F(GADRequestTest, APlaceThatIsNotPreciseClearsTheLocation) {
+TEST_F(GADRequestTest, ImpreciseCoordinatesClearTheLocation) {
     const auto request = aRequest();
     request->setLocationWithLatitudeLongitudeAccuracy(51.5F, -0.25F, 10);
     EXPECT_THAT(sent(*request, "uule"), ::testing::StartsWith("\"e1+"));
@@ -117,13 +117,16 @@ TEST_F(GADRequestTest, APlaceThatIsNotPreciseClearsTheLocation) {
     EXPECT_EQ(request->location(), nullptr);
 }
 
-/// Another time zone for as long as it lives.
+/// Sets another time zone while it exists.
 struct TimeZone {
     explicit TimeZone(const char* zone) {
         setenv("TZ", zone, 1);
         tzset();
     }
-    ~TimeZone() { unsetenv("TZ"); }
+    ~TimeZone() {
+        unsetenv("TZ");
+        tzset();
+    }
     TimeZone(const TimeZone&) = delete;
     TimeZone& operator=(const TimeZone&) = delete;
 };
@@ -149,7 +152,7 @@ TEST_F(GADRequestTest, ABirthdayIsTheSameDayEverywhereAndHasFourDigitsOfYear) {
         {1, 1, 2147483647, nullptr},
         {-2147483647 - 1, 1, 2000, nullptr},
     };
-    // In São Paulo 18 October 2015 began at one o'clock.
+    // In São Paulo, 18 October 2015 began at one o'clock.
     for (const char* zone : {"UTC", "America/Sao_Paulo", "Pacific/Kiritimati", "Pacific/Midway"}) {
         const TimeZone here(zone);
         const auto request = aRequest();
@@ -165,7 +168,7 @@ TEST_F(GADRequestTest, ABirthdayIsTheSameDayEverywhereAndHasFourDigitsOfYear) {
     EXPECT_EQ(sent(*request, "cust_age"), "none");
 }
 
-TEST_F(GADRequestTest, ACopyTakesOverTheHintsButNotTheCounter) {
+TEST_F(GADRequestTest, ACopyHasTheHintsButNotTheCounter) {
     const auto request = aRequest();
     request->setTesting(true);
     request->setTestDevices(std::make_shared<GADRequest::Strings>());
@@ -217,7 +220,7 @@ private:
     std::string text_;
 };
 
-TEST_F(GADRequestTest, SignalsAreOneEntryOrNone) {
+TEST_F(GADRequestTest, SignalsMakeAtMostOneEntry) {
     const auto request = aRequest();
     EXPECT_TRUE(request->spamSignals().empty());
     const std::pair<const char*, Value::Dictionary> cases[] = {

@@ -34,7 +34,7 @@ protected:
         screen->presentFromViewController(from);
         return screen;
     }
-    /// Closes the screen and lets it go.
+    /// Closes and releases the screen.
     void close(std::shared_ptr<GADViewController> screen) {
         screen->relinquishScreen();
         screen = nullptr;
@@ -48,7 +48,7 @@ protected:
     std::shared_ptr<UIViewController> host() { return navigation().topViewController(); }
 };
 
-TEST_F(AdScreensTest, TheHostGetsItsStatusBarAndIdleTimerBackAsTheyWere) {
+TEST_F(AdScreensTest, StatusBarAndIdleTimerAreRestored) {
     const struct {
         bool barHidden;
         bool idleDisabled;
@@ -73,7 +73,7 @@ TEST_F(AdScreensTest, TheHostGetsItsStatusBarAndIdleTimerBackAsTheyWere) {
     }
 }
 
-TEST_F(AdScreensTest, AScreenOpenedFromAWebAppReturnsToItAndTellsNobody) {
+TEST_F(AdScreensTest, AScreenOpenedFromAWebAppReturnsToItWithoutEvents) {
     auto webApp = present<GADWebAppViewController>(host());
     settle();
     auto browser = present<GADBrowserController>(webApp);
@@ -197,7 +197,7 @@ TEST_F(AdScreensTest, TheBuiltInPicturesAreDecoded) {
         EXPECT_EQ(GADIntrinsicImages::createImageFromEncoding(broken), nullptr);
 }
 
-TEST_F(AdScreensTest, AnInterstitialIsReadyWhenItsPageHasLoadedAndPingsTwice) {
+TEST_F(AdScreensTest, AnInterstitialIsReadyOnceItsPageHasLoadedAndPingsTwice) {
     network().at(kAdURL).body("<b>Ad</b>").header("X-Afma-Tracking-Urls", "http://t.example/shown");
     network().at("http://t.example/shown").body("ok");
     auto ad = GADInterstitial::make();
@@ -219,7 +219,7 @@ TEST_F(AdScreensTest, AnInterstitialIsReadyWhenItsPageHasLoadedAndPingsTwice) {
     EXPECT_EQ(navigation().modalViewController(), nullptr);
 }
 
-TEST_F(AdScreensTest, AStartUpInterstitialAlwaysGivesTheWindowBack) {
+TEST_F(AdScreensTest, AStartUpInterstitialAlwaysRestoresTheWindow) {
     constexpr const char* kLoadAd = "gmsg://ads/loadAdURL?url=http://ads.example/ad%3Fid%3D1";
     const struct {
         const char* what;

@@ -1,4 +1,4 @@
-// Every event in every state of an ad, as the table in docs/ads.md has it.
+// Every event in every state of an ad, as in the table in docs/ads.md.
 #include "ads/Object/GADObjectPrivate.h"
 #include "ads/Object/GADPrivateUtilities.h"
 #include "ads/View/GADWebView.h"
@@ -29,7 +29,7 @@ std::vector<std::string> cellsOf(const std::string& line) {
     return cells;
 }
 
-/// Event and state to "State", "State, delegate's event", or one of the two marks.
+/// Maps event and state to "State", "State, delegate's event", or one of the two marks.
 std::map<std::string, std::map<std::string, std::string>> documentedTable() {
     std::map<std::string, std::map<std::string, std::string>> table;
     std::ifstream page(SOURCE_FOLDER "/docs/ads.md");
@@ -55,7 +55,7 @@ protected:
         const char* name;
         void (StateTable::*act)();
         void (*answer)(Answer&) = nullptr; ///< of the file that the state waits for
-        const char* url = "";              ///< that the hidden page goes to
+        const char* url = "";              ///< to which the hidden page goes
     };
     static const Event kEvents[17];
 

@@ -19,7 +19,7 @@ class GADStatisticsTest : public AdsTest {
 protected:
     static GADStatistics& statistics() { return GADStatistics::sharedStatistics(); }
 
-    /// The report without the session, in its order, as one line.
+    /// The report in order as one line, without the session.
     static std::string report() {
         std::string line;
         for (const auto& [key, value] : statistics().parameters()) {
@@ -41,7 +41,7 @@ TEST_F(GADStatisticsTest, AnEmptyReportHoldsTheSessionAloneAndEachStartHasItsOwn
     EXPECT_NE(statistics().sessionId(), first);
 }
 
-TEST_F(GADStatisticsTest, ARequestIsCountedForEverAndItsTimeKept) {
+TEST_F(GADStatisticsTest, RequestCountAndTimeAreNotResetByTheReport) {
     EXPECT_EQ(statistics().incrementAdRequestCount(), 1);
     statistics().startTimingNamed("ptime");
     advance(2);
@@ -72,7 +72,7 @@ TEST_F(GADStatisticsTest, CountsAndFlagsAreReportedOnceInOrder) {
     EXPECT_EQ(report(), "") << "flags that were taken back";
 }
 
-TEST_F(GADStatisticsTest, TimingsAreReportedInOrderAndForgotten) {
+TEST_F(GADStatisticsTest, TimingsAreReportedOnceInOrder) {
     for (const std::string& name : GADStatistics::allTimingNames())
         statistics().startTimingNamed(name);
     advance(0.5);
@@ -97,10 +97,10 @@ TEST_F(GADStatisticsTest, TimeToTheClickNeedsAClick) {
     EXPECT_EQ(report(), "pcl='1500' ppcl='3000' pcrl='0' pcc=1");
 }
 
-TEST_F(GADStatisticsTest, AClickThatPutTheApplicationToSleepIsMeasuredByTheDate) {
+TEST_F(GADStatisticsTest, AClickThatPutTheApplicationToSleepIsMeasuredByTheCalendar) {
     (void)statistics().urlForClick(address("http://h/"));
     statistics().setClickBackgroundedApp();
-    // While the device sleeps its stopwatch stands still and its calendar goes on.
+    // While the device sleeps, its stopwatch stops and its calendar does not.
     loop().setWallClockAtStart(1'300'000'000 + 3600);
     advance(2);
     EXPECT_EQ(report(), "pcl=3602000 pcrl='0' pclb=1 pcc=1");
@@ -158,7 +158,7 @@ TEST_F(GADStatisticsTest, ATrackedClickIsNamedByItsPath) {
     EXPECT_EQ(report(), "");
 }
 
-TEST_F(GADStatisticsTest, WhatWasCountedOutlivesTheApplication) {
+TEST_F(GADStatisticsTest, CountsSurviveARestart) {
     statistics().incrementAdRequestCount();
     statistics().incrementClickCount();
     statistics().startTimingNamed("ptime");
@@ -199,7 +199,7 @@ TEST_F(GADStatisticsCoreTest, SettersTakeOnlyTheirKind) {
     }
 }
 
-TEST_F(GADStatisticsCoreTest, AddsToWhatIsThere) {
+TEST_F(GADStatisticsCoreTest, AddsToTheStoredNumber) {
     GADStatisticsCore store("sums");
     EXPECT_EQ(store.addValueNumberForKey(3, "n"), 3);
     EXPECT_EQ(store.addValueNumberForKey(-5, "n"), -2);
@@ -209,7 +209,7 @@ TEST_F(GADStatisticsCoreTest, AddsToWhatIsThere) {
     EXPECT_EQ(store.addValueNumberForKey(1, "t"), 1);
 }
 
-TEST_F(GADStatisticsCoreTest, IsKeptUnderItsOwnName) {
+TEST_F(GADStatisticsCoreTest, IsStoredUnderItsOwnName) {
     {
         GADStatisticsCore store("GADObjectPrivate");
         store.setDateForKey(Value::date(86400), "expireDate");

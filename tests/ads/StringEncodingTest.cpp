@@ -121,7 +121,7 @@ TEST(StringEncoding, SynonymsAndIgnoredCharactersChangeOnlyDecoding) {
     encoding->addDecodeSynonyms("xAaBbx");
     encoding->ignoreCharacters(" \n");
     EXPECT_EQ(hexOf(encoding->decode("aB bA\n")), "14");
-    EXPECT_EQ(hexOf(encoding->decode("xAAA")), "40") << "x follows b and stands for B";
+    EXPECT_EQ(hexOf(encoding->decode("xAAA")), "40") << "x follows b and means B";
     EXPECT_EQ(hexOf(encoding->decode("cAAA")), "nothing");
     EXPECT_EQ(encoding->encodeString("\x14"), "ABBA");
 
@@ -172,7 +172,7 @@ TEST_P(StringEncodingOfBase, AgreesWithItsDefinition) {
         const std::vector<std::byte> bytes = randomBytes(random, size);
         const std::string text = encoding->encode(bytes);
         ASSERT_EQ(text, encodedBitwise(alphabet, bytes));
-        // In memory that ends where the text ends, for the sanitizers to see.
+        // In memory that ends with the text, so that sanitizers find reads beyond it.
         const std::vector<char> copy(text.begin(), text.end());
         ASSERT_EQ(encoding->decode({copy.data(), copy.size()}), bytes);
     }

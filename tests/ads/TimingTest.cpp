@@ -40,12 +40,12 @@ TEST_F(GADTimingTest, ElapsedTimeStaysInRange) {
             {{"category", "x"}, {"start", start}, {"end", end}});
     };
     EXPECT_EQ(lasting(10, 1e12)->elapsedMilliseconds(), 4294967295U);
-    // Started before the device was, which only a restart explains.
+    // A start in the future, as after a restart of the device.
     EXPECT_EQ(lasting(1e9, 0)->elapsedMilliseconds(), 0U);
     EXPECT_EQ(lasting(10, 3'000'010)->elapsedMillisecondsString(), "-1294967296");
 }
 
-TEST_F(GADTimingTest, HasANameAndTravelsAsADictionary) {
+TEST_F(GADTimingTest, NeedsANameAndConvertsToADictionary) {
     EXPECT_EQ(GADTiming::withCategory(""), nullptr);
     EXPECT_EQ(GADTiming::withDictionaryRepresentation({{"start", 1.5}}), nullptr);
     EXPECT_EQ(GADTiming::withDictionaryRepresentation({{"category", 5}}), nullptr);
@@ -68,7 +68,7 @@ TEST_F(GADTimingTest, HasANameAndTravelsAsADictionary) {
                 ::testing::MatchesRegex("GADTiming \\(0x[0-9a-f]+\\): \\{.*"));
 }
 
-TEST_F(GADTimingManagerTest, KeepsOneTimingOfEachName) {
+TEST_F(GADTimingManagerTest, KeepsOneTimingPerName) {
     GADTimingManager manager("test");
     const auto first = manager.addTimingWithCategory("a");
     const auto other = manager.addTimingWithCategory("b");
@@ -88,7 +88,7 @@ TEST_F(GADTimingManagerTest, KeepsOneTimingOfEachName) {
     EXPECT_TRUE(manager.timings().empty());
 }
 
-TEST_F(GADTimingManagerTest, TimingsOutliveTheApplicationWhetherItTerminatesOrIsKilled) {
+TEST_F(GADTimingManagerTest, TimingsSurviveTerminationAndDestruction) {
     for (const bool told : {false, true}) {
         auto manager = std::make_optional<GADTimingManager>("test");
         const auto timing = manager->addTimingWithCategory("ptime");
@@ -111,7 +111,7 @@ TEST_F(GADTimingManagerTest, TimingsOutliveTheApplicationWhetherItTerminatesOrIs
     }
 }
 
-TEST_F(GADTimingManagerTest, StoredNonsenseIsNoTiming) {
+TEST_F(GADTimingManagerTest, InvalidStoredTimingsAreIgnored) {
     NSUserDefaults::standardUserDefaults().setObjectForKey(
         Value::Dictionary{{"a", "text"},
                           {"b", Value::Dictionary{{"start", 1}}},

@@ -82,7 +82,7 @@ const Failure kFailures[] = {
 TEST(ZelJSONReader, FailuresAreReportedWithTheirCauses) {
     for (const auto& [errors, texts] : kFailures) {
         for (const std::string_view text : texts) {
-            // In memory that ends right behind the text, for the sanitizers to see.
+            // In memory that ends with the text, so that sanitizers find reads beyond it.
             const std::vector<char> copy(text.begin(), text.end());
             const std::string_view exact(copy.data(), copy.size());
             EXPECT_EQ(chain(GAD_ZelJSON().fragmentWithString(exact)), errors) << text;
@@ -132,7 +132,7 @@ TEST(ZelJSONReader, UnescapesStrings) {
         EXPECT_EQ(read(text).string(), string) << text;
 }
 
-TEST(ZelJSONReader, TakesBlanksAnywhereAndMissingCommas) {
+TEST(ZelJSONReader, AcceptsBlanksAnywhereAndMissingCommas) {
     const Value value = read(" \v{ \"a\"\f:\r[ 1\t2 ,3\"x\"[ ]{ } ]\n\"b\" : null \"c\":true,"
                              "\"d\":false } \n");
     const Value expected =
@@ -143,7 +143,7 @@ TEST(ZelJSONReader, TakesBlanksAnywhereAndMissingCommas) {
     EXPECT_EQ(value, expected);
 }
 
-TEST(ZelJSONReader, ALaterMemberReplacesTheEarlierOneOfItsKey) {
+TEST(ZelJSONReader, ALaterMemberReplacesAnEarlierOneWithItsKey) {
     const Value value = read(R"({"a":1,"b":2,"\u0061":3})");
     EXPECT_EQ(GAD_ZelJSON().stringWithObject(value).text, R"({"a":3,"b":2})");
 }
@@ -152,7 +152,7 @@ std::string nested(std::size_t depth) {
     return std::string(depth, '[') + std::string(depth, ']');
 }
 
-TEST(ZelJSONReader, NestsAsDeepAsItIsAllowedTo) {
+TEST(ZelJSONReader, LimitsTheDepthOfNesting) {
     GAD_ZelJSON json;
     EXPECT_EQ(chain(json.objectWithString(nested(512))), "a value");
     EXPECT_EQ(chain(json.objectWithString(nested(513))), "7 Nested too deep");

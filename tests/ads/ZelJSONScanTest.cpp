@@ -40,7 +40,7 @@ TEST(ZelJSONScan, BothFormsFindTheFirstSpecialByteAndTheSameDigits) {
     }
 }
 
-TEST(ZelJSONScan, CopiesSayWhetherAllIsPlain) {
+TEST(ZelJSONScan, CopiesReportWhetherAllBytesArePlain) {
     std::mt19937 random(7);
     for (int round = 0; round < 20000; ++round) {
         const std::string text = randomText(random, false);
@@ -56,7 +56,7 @@ TEST(ZelJSONScan, CopiesSayWhetherAllIsPlain) {
         std::array<char, 16> shortCopy{};
         ASSERT_EQ(copyShortPlain(shortCopy.data(), text.data(), size), plain >= size);
         ASSERT_EQ(std::string(shortCopy.data(), size), text.substr(0, size));
-        ASSERT_EQ(shortCopy[size], '\0') << "wrote on";
+        ASSERT_EQ(shortCopy[size], '\0') << "wrote too far";
     }
 }
 }

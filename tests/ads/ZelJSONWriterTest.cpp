@@ -64,7 +64,7 @@ TEST(ZelJSONWriter, OnlyContainersAreObjects) {
     EXPECT_EQ(GAD_ZelJSON().stringWithObject(Value::Array{1}).text, "[1]");
 }
 
-TEST(ZelJSONWriter, LaysOutForPeopleAndSortsKeys) {
+TEST(ZelJSONWriter, FormatsForReadingAndSortsKeys) {
     GAD_ZelJSON json;
     json.setSortKeys(true);
     const Value value = Value::Dictionary{
@@ -115,7 +115,7 @@ Value randomValue(std::mt19937& random, int depth) {
     }
 }
 
-TEST(ZelJSONWriter, WhatItWritesReadsBackEqual) {
+TEST(ZelJSONWriter, ItsOutputReadsBackEqual) {
     std::mt19937 random(7);
     for (int round = 0; round < 300; ++round) {
         const Value value = randomValue(random, 4);
@@ -130,7 +130,7 @@ TEST(ZelJSONWriter, WhatItWritesReadsBackEqual) {
     }
 }
 
-TEST(GADMacrosJSON, TurnsFailuresIntoEmptyOrNothing) {
+TEST(GADMacrosJSON, FailuresYieldAnEmptyTextOrNothing) {
     const Value object = Value::Dictionary{{"a", 1}};
     const Value scalar = 1;
     EXPECT_EQ(GADMacros::jsonify(&object), "{\"a\":1}");

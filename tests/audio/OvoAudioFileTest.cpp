@@ -35,7 +35,7 @@ protected:
     }
 };
 
-TEST_F(OvoAudioFileTest, TagsAnswerAndNothingIsLogged) {
+TEST_F(OvoAudioFileTest, TagsAreReadWithoutLogging) {
     media().setTags(kSong, {"Song", "Singer", "Record", 245.7}, goodTag());
     const auto file = song();
     EXPECT_EQ(file->title(), "Song");
@@ -46,7 +46,7 @@ TEST_F(OvoAudioFileTest, TagsAnswerAndNothingIsLogged) {
     EXPECT_THAT(logLines(), IsEmpty());
 }
 
-TEST_F(OvoAudioFileTest, AFileThatCannotBeOpenedFailsInEveryStepAndStillAnswers) {
+TEST_F(OvoAudioFileTest, AFileThatCannotBeOpenedFailsInEveryStepAndHasDefaults) {
     const auto file = song();
     EXPECT_THAT(
         logLines(),
@@ -93,7 +93,7 @@ TEST_F(OvoAudioFileTest, ALengthIsTheNumberAtTheStartOfItsText) {
     }
 }
 
-TEST_F(OvoAudioFileTest, TheFallbackTitleIsTheAddressBehindItsLastSlash) {
+TEST_F(OvoAudioFileTest, TheFallbackTitleIsTheLastPartOfTheURL) {
     const struct {
         const char* path;
         const char* title;
@@ -103,7 +103,7 @@ TEST_F(OvoAudioFileTest, TheFallbackTitleIsTheAddressBehindItsLastSlash) {
                 {"/a/", ""}};
     for (const auto& row : rows)
         EXPECT_EQ(OvoAudioFile(NSURL::fileURLWithPath(row.path)).title(), row.title);
-    EXPECT_EQ(songWith("title", "")->title(), "") << "a value that is there counts";
+    EXPECT_EQ(songWith("title", "")->title(), "") << "an empty title is still a title";
 }
 
 TEST_F(OvoAudioFileTest, EveryFileHasTheSameCover) {
@@ -115,7 +115,7 @@ TEST_F(OvoAudioFileTest, EveryFileHasTheSameCover) {
     EXPECT_EQ(a->bitmap(), b->bitmap());
 }
 
-TEST_F(OvoAudioFileTest, AListIsReadInPiecesAndEachFileOnceUnlessItIsGivenUp) {
+TEST_F(OvoAudioFileTest, AListIsReadInPiecesOnceAndCanBeCancelled) {
     std::vector<std::shared_ptr<OvoAudioFile>> files;
     for (int i = 0; i < 2000; ++i) {
         const std::string path = "/" + std::to_string(i) + ".mp3";
@@ -129,12 +129,12 @@ TEST_F(OvoAudioFileTest, AListIsReadInPiecesAndEachFileOnceUnlessItIsGivenUp) {
 
     auto reading = std::make_unique<OvoAudioFileReading>(files);
     turn();
-    EXPECT_FALSE(files[0]->isRead()) << "the screen comes first";
+    EXPECT_FALSE(files[0]->isRead()) << "not before the screen has been shown";
     advance(0.013);
     EXPECT_TRUE(files[0]->isRead());
     reading.reset();
     advance(10);
-    EXPECT_FALSE(files[1999]->isRead()) << "given up";
+    EXPECT_FALSE(files[1999]->isRead()) << "cancelled";
     const OvoAudioFileReading again(files);
     ASSERT_TRUE(runUntil([&] { return files[1999]->isRead(); }, 10));
     EXPECT_EQ(logLines().size(), 1000U * 6) << "each unreadable file once, line by line";

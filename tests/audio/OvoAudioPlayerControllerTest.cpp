@@ -23,7 +23,7 @@ protected:
     }
 };
 
-TEST_F(OvoAudioPlayerControllerTest, TheScreenIsBuiltWithItsPlayerAndPlaysOnceItHasAppeared) {
+TEST_F(OvoAudioPlayerControllerTest, TheScreenIsBuiltAtOnceAndPlaysWhenItHasAppeared) {
     setTags(1, 200);
     make(3, 1);
     EXPECT_TRUE(player().isViewLoaded());
@@ -55,7 +55,7 @@ TEST_F(OvoAudioPlayerControllerTest, OneButtonPausesAndPlays) {
     EXPECT_FALSE(isPlaying());
 }
 
-TEST_F(OvoAudioPlayerControllerTest, ButtonsAreEnabledByPlaceAndMode) {
+TEST_F(OvoAudioPlayerControllerTest, PositionAndModeDecideWhichButtonsAreEnabled) {
     const auto buttons = [this] {
         return std::pair(views().previousButton->isEnabled(), views().nextButton->isEnabled());
     };
@@ -74,7 +74,7 @@ TEST_F(OvoAudioPlayerControllerTest, ButtonsAreEnabledByPlaceAndMode) {
     EXPECT_EQ(buttons(), std::pair(true, true));
 }
 
-TEST_F(OvoAudioPlayerControllerTest, NextAndPreviousMakeAFreshPlayerWithTheSlidersVolume) {
+TEST_F(OvoAudioPlayerControllerTest, NextAndPreviousCreateAPlayerWithTheSlidersVolume) {
     open(3, 1);
     views().volumeSlider->setValue(0.25F);
     advance(30);
@@ -94,10 +94,10 @@ TEST_F(OvoAudioPlayerControllerTest, NextAndPreviousMakeAFreshPlayerWithTheSlide
     EXPECT_EQ(player().selectedIndex(), 0U);
     player().toggleRepeat();
     player().previous();
-    EXPECT_EQ(player().selectedIndex(), 0U) << "whatever the modes";
+    EXPECT_EQ(player().selectedIndex(), 0U) << "in every mode";
 }
 
-TEST_F(OvoAudioPlayerControllerTest, TheEndOfATrackGoesOnByTheModesButNeverWraps) {
+TEST_F(OvoAudioPlayerControllerTest, TheEndOfATrackFollowsTheModesButNeverWraps) {
     const struct {
         const char* name;
         std::uint32_t index;
@@ -142,7 +142,7 @@ TEST_F(OvoAudioPlayerControllerTest, ThousandsOfTrackChangesStayInTheQueueAndLea
     EXPECT_LT(loop().pendingWork(), 10U);
 }
 
-TEST_F(OvoAudioPlayerControllerTest, TheVolumeIsRememberedButTheFirstTrackDoesNotTakeIt) {
+TEST_F(OvoAudioPlayerControllerTest, TheVolumeIsStoredButTheFirstTrackDoesNotUseIt) {
     open(3);
     EXPECT_EQ(views().volumeSlider->value(), 1.0F) << "the player's own";
     moveVolumeTo(0.3F);
@@ -160,10 +160,10 @@ TEST_F(OvoAudioPlayerControllerTest, TheVolumeIsRememberedButTheFirstTrackDoesNo
     close();
 
     open(3);
-    EXPECT_EQ(views().volumeSlider->value(), 1.0F) << "silence counts as nothing stored";
+    EXPECT_EQ(views().volumeSlider->value(), 1.0F) << "a stored volume of 0 is ignored";
 }
 
-TEST_F(OvoAudioPlayerControllerTest, AnInterruptionIsNotedAndPlaybackGoesOnAfterIt) {
+TEST_F(OvoAudioPlayerControllerTest, PlaybackResumesAfterAnInterruption) {
     open(1);
     advance(12);
     testing::internal::CaptureStdout();
@@ -186,12 +186,12 @@ TEST_F(OvoAudioPlayerControllerTest, AnInterruptionIsNotedAndPlaybackGoesOnAfter
     EXPECT_FALSE(player().interrupted());
 }
 
-TEST_F(OvoAudioPlayerControllerTest, OnlyALastTrackThatIsInterruptedPlaysAgain) {
+TEST_F(OvoAudioPlayerControllerTest, OnlyAnInterruptedLastTrackPlaysAgain) {
     open(2);
     media().player()->interrupt(true);
     ASSERT_TRUE(player().interrupted());
     tap(*views().nextButton);
-    EXPECT_FALSE(player().interrupted()) << "an interruption does not outlive its player";
+    EXPECT_FALSE(player().interrupted()) << "an interruption ends with its player";
     player().setInterrupted(true);
     media().player()->end();
     advance(1);
@@ -203,7 +203,7 @@ TEST_F(OvoAudioPlayerControllerTest, OnlyALastTrackThatIsInterruptedPlaysAgain) 
     EXPECT_EQ(player().selectedIndex(), 1U);
 }
 
-TEST_F(OvoAudioPlayerControllerTest, ADecodeErrorIsShownAndTheQueueGoesOn) {
+TEST_F(OvoAudioPlayerControllerTest, ADecodeErrorIsShownAndTheQueueContinues) {
     open(2);
     media().player()->fail("bits are missing");
     ASSERT_EQ(UIAlertView::visibleAlerts().size(), 1U);
@@ -293,7 +293,7 @@ TEST_F(OvoAudioPlayerControllerTest, ATickThatChangesNothingVisibleRequestsNoFra
     EXPECT_EQ(display().frames(), before + 1) << "the second has changed";
 }
 
-TEST_F(OvoAudioPlayerControllerTest, AtMostOneTimerRunsAndNothingWhenTheScreenHasGone) {
+TEST_F(OvoAudioPlayerControllerTest, AtMostOneTimerRunsAndNoneAfterTheScreen) {
     advance(1);
     const auto before = loop().pendingWork();
     open(3);
@@ -327,7 +327,7 @@ TEST_F(OvoAudioPlayerControllerTest, ClosedWhileItSlidesInItNeverPlays) {
     EXPECT_EQ(loop().pendingWork(), before);
 }
 
-TEST_F(OvoAudioPlayerControllerTest, AnInterruptionAfterTheScreenHasDiedReachesNobody) {
+TEST_F(OvoAudioPlayerControllerTest, AnInterruptionAfterTheScreenReachesNobody) {
     open(1);
     close();
     const auto opened = AVAudioPlayer::withContentsOfURL(trackURL(0), nullptr);

@@ -13,7 +13,7 @@ class OvoAudioPlayerReflectionTest : public testing::Test {
 protected:
     ~OvoAudioPlayerReflectionTest() override { UIImage::setScreenScale(1); }
 
-    /// Each pixel tells its row and column.
+    /// Each pixel encodes its row and column.
     static std::shared_ptr<const UIImage> cover(int pixels, double scale) {
         auto bitmap = std::make_shared<Bitmap>(pixels, pixels);
         for (int y = 0; y < pixels; ++y)
@@ -34,7 +34,7 @@ protected:
     static unsigned channel(std::uint32_t pixel, int shift) { return pixel >> shift & 0xFF; }
 };
 
-TEST_F(OvoAudioPlayerReflectionTest, TheMaskFallsInEvenStepsFromWhiteToBlack) {
+TEST_F(OvoAudioPlayerReflectionTest, TheMaskIsLinearFromWhiteToBlack) {
     const auto mask = CreateGradientImage(3, 208);
     ASSERT_EQ(mask.levels.size(), 3U * 208);
     EXPECT_EQ(mask.level(0, 0), 255);
@@ -49,7 +49,7 @@ TEST_F(OvoAudioPlayerReflectionTest, TheMaskFallsInEvenStepsFromWhiteToBlack) {
     EXPECT_EQ(CreateGradientImage(1, 2).level(0, 1), 0);
 }
 
-TEST_F(OvoAudioPlayerReflectionTest, RowsClimbFromTheCoversLastOneAndFade) {
+TEST_F(OvoAudioPlayerReflectionTest, RowsStartWithTheCoversLastOneAndFade) {
     for (const int scale : {1, 2}) {
         SCOPED_TRACE(scale);
         UIImage::setScreenScale(scale);
@@ -77,7 +77,7 @@ TEST_F(OvoAudioPlayerReflectionTest, RowsClimbFromTheCoversLastOneAndFade) {
     }
 }
 
-TEST_F(OvoAudioPlayerReflectionTest, ACoverOfAnotherSizeIsStretchedOverTheButton) {
+TEST_F(OvoAudioPlayerReflectionTest, ACoverOfAnotherSizeIsScaledToTheButton) {
     auto bitmap = std::make_shared<Bitmap>(2, 4);
     for (int y = 0; y < 4; ++y)
         for (int x = 0; x < 2; ++x)
@@ -92,7 +92,7 @@ TEST_F(OvoAudioPlayerReflectionTest, ACoverOfAnotherSizeIsStretchedOverTheButton
     EXPECT_GT(channel(picture.pixel(160, 300), 16), 5U);
 }
 
-TEST_F(OvoAudioPlayerReflectionTest, WithoutHeightThereIsNoneAndWithoutPictureItIsClear) {
+TEST_F(OvoAudioPlayerReflectionTest, ItIsNullWithoutHeightAndTransparentWithoutPicture) {
     EXPECT_EQ(reflectedImageWithHeight(*artwork(cover(320, 1)), 0), nullptr);
     const auto empty = reflectedImageWithHeight(*artwork(nullptr), 10);
     ASSERT_TRUE(empty);

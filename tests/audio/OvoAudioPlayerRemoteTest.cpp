@@ -1,4 +1,4 @@
-// Media keys and lock screens obey the rules of the buttons.
+// Media keys and lock screens follow the same rules as the buttons.
 #include "tests/audio/PlayerTest.h"
 
 #include "platform/foundation/NSUserDefaults.h"
@@ -16,7 +16,7 @@ protected:
     host::MediaControlsClient& keys() { return *mediaControls().client(); }
 };
 
-TEST_F(OvoAudioPlayerRemoteTest, TheDesktopIsToldWhatPlaysWhileTheScreenIsThere) {
+TEST_F(OvoAudioPlayerRemoteTest, TheDesktopIsToldWhatPlaysWhileTheScreenIsShown) {
     setTags(1, 200);
     make(3, 1);
     EXPECT_EQ(mediaControls().client(), nullptr);
@@ -58,7 +58,7 @@ TEST_F(OvoAudioPlayerRemoteTest, KeysDoWhatTheButtonsWould) {
     EXPECT_EQ(told().track, 0U);
 }
 
-TEST_F(OvoAudioPlayerRemoteTest, SeekingShowsOnTheScreenAndIsToldBack) {
+TEST_F(OvoAudioPlayerRemoteTest, SeekingUpdatesTheScreenAndIsReportedBack) {
     open(1);
     showOverlay();
     keys().mediaSeek(30.25);
@@ -72,7 +72,7 @@ TEST_F(OvoAudioPlayerRemoteTest, SeekingShowsOnTheScreenAndIsToldBack) {
     EXPECT_EQ(keys().mediaPosition(), 0);
 }
 
-TEST_F(OvoAudioPlayerRemoteTest, EveryJumpIsToldOfALoopedTrackAndTheEndOfTheQueueToo) {
+TEST_F(OvoAudioPlayerRemoteTest, JumpsOfALoopedTrackAndTheEndOfTheQueueAreReported) {
     open(1);
     player().toggleRepeat();
     player().toggleRepeat();

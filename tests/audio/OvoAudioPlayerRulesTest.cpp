@@ -25,7 +25,7 @@ int seven() {
     return 7;
 }
 
-TEST(OvoAudioPlayerRulesTest, TheNextTrackFollowsTheModesAndThePlace) {
+TEST(OvoAudioPlayerRulesTest, TheNextTrackFollowsTheModesAndThePosition) {
     struct Row {
         const char* name;
         OvoAudioPlayModes modes;
@@ -68,7 +68,7 @@ TEST(OvoAudioPlayerRulesTest, ThePreviousTrackIsTheOneBefore) {
     EXPECT_TRUE(canGoToPreviousTrack({1, 3}));
 }
 
-TEST(OvoAudioPlayerRulesTest, TheEndOfATrackLooksAtThePlaceOnly) {
+TEST(OvoAudioPlayerRulesTest, TheEndOfATrackDependsOnThePositionOnly) {
     struct Row {
         OvoAudioQueuePosition position;
         bool interrupted;
@@ -94,7 +94,7 @@ TEST(OvoAudioPlayerRulesTest, RepeatGoesRoundAndLeavesShuffleAlone) {
     }
 }
 
-TEST(OvoAudioPlayerLabelsTest, TimesAreCutToWholeSecondsBeforeTheyAreTakenApart) {
+TEST(OvoAudioPlayerLabelsTest, TimesAreTruncatedToWholeSecondsBeforeTheyAreSubtracted) {
     struct Row {
         double time, duration;
         const char* elapsed;

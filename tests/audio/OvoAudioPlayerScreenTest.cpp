@@ -1,4 +1,4 @@
-// Where the player's views lie and how overlay and table come and go.
+// The layout of the player's views, and the transitions of overlay and table.
 #include "tests/audio/PlayerTest.h"
 
 #include "audio/OvoAudioPlayerTableViewCell.h"
@@ -36,7 +36,7 @@ protected:
     }
 };
 
-TEST_F(OvoAudioPlayerScreenTest, EveryViewLiesWhereItBelongs) {
+TEST_F(OvoAudioPlayerScreenTest, EveryViewHasItsFrameAndParent) {
     open(3, 1);
     showOverlay();
     const auto& v = views();
@@ -78,7 +78,7 @@ TEST_F(OvoAudioPlayerScreenTest, EveryViewLiesWhereItBelongs) {
                 ElementsAre(v.artworkView.get(), v.reflectionView.get(), v.overlayView.get()));
 }
 
-TEST_F(OvoAudioPlayerScreenTest, TheOverlayFadesInAndOutAndATapMeanwhileTurnsItRound) {
+TEST_F(OvoAudioPlayerScreenTest, TheOverlayFadesInAndOutAndATapReversesTheFade) {
     open(1);
     EXPECT_FALSE(views().overlayView);
     tap(*views().artworkView);
@@ -94,10 +94,10 @@ TEST_F(OvoAudioPlayerScreenTest, TheOverlayFadesInAndOutAndATapMeanwhileTurnsItR
     EXPECT_DOUBLE_EQ(alpha(), 1);
     tap(*views().artworkView);
     advance(0.2);
-    EXPECT_GT(alpha(), 0) << "on its way out";
+    EXPECT_GT(alpha(), 0) << "fading out";
     tap(*views().artworkView);
     advance(1);
-    EXPECT_DOUBLE_EQ(alpha(), 1) << "turned round";
+    EXPECT_DOUBLE_EQ(alpha(), 1) << "reversed";
     tap(*views().artworkView);
     advance(0.45);
     EXPECT_EQ(alpha(), -1) << "gone";
@@ -106,7 +106,7 @@ TEST_F(OvoAudioPlayerScreenTest, TheOverlayFadesInAndOutAndATapMeanwhileTurnsItR
     advance(0.1);
     player().showSongFiles();
     advance(1);
-    EXPECT_EQ(alpha(), -1) << "a flip takes it away";
+    EXPECT_EQ(alpha(), -1) << "removed by the flip";
     player().showSongFiles();
     advance(1);
     showOverlay();
@@ -128,7 +128,7 @@ TEST_F(OvoAudioPlayerScreenTest, FlippingSwapsCoverAndTableAndBack) {
     EXPECT_TRUE(shows(*v.artworkView, "AudioPlayerTableBackground"));
     advance(1);
     tap(*v.nextButton);
-    EXPECT_TRUE(shows(*v.artworkView, "AudioPlayerTableBackground")) << "a refresh leaves it alone";
+    EXPECT_TRUE(shows(*v.artworkView, "AudioPlayerTableBackground")) << "a refresh keeps it";
 
     tap(*v.toggleButton);
     EXPECT_THAT(children(*v.containerView),
@@ -139,7 +139,7 @@ TEST_F(OvoAudioPlayerScreenTest, FlippingSwapsCoverAndTableAndBack) {
     EXPECT_NE(v.reflectionView->image(), nullptr);
 }
 
-TEST_F(OvoAudioPlayerScreenTest, BothFlipsTurnAtOnceForThreeQuartersOfASecond) {
+TEST_F(OvoAudioPlayerScreenTest, BothFlipsRunTogetherForThreeQuartersOfASecond) {
     open(3);
     UIView& root = *player().view();
     const CGRect button = views().toggleButton->convertRectToView({{0, 0}, {30, 30}}, &root);
@@ -154,14 +154,14 @@ TEST_F(OvoAudioPlayerScreenTest, BothFlipsTurnAtOnceForThreeQuartersOfASecond) {
     EXPECT_EQ(edges(), before) << "nothing jumps";
     advance(0.37);
     const auto middle = edges();
-    EXPECT_EQ(middle.first, 0xFF000000U) << "seen from the side, only the ground is there";
+    EXPECT_EQ(middle.first, 0xFF000000U) << "seen from the side, only the background is visible";
     EXPECT_NE(middle.second, before.second);
     advance(0.36);
     EXPECT_NE(edges().first, middle.first);
     advance(0.03);
     const auto after = edges();
     advance(1);
-    EXPECT_EQ(edges(), after) << "at its end after 0.75 seconds";
+    EXPECT_EQ(edges(), after) << "finished after 0.75 seconds";
 }
 
 TEST_F(OvoAudioPlayerScreenTest, ModeButtonsShowTheirStates) {
@@ -184,7 +184,7 @@ TEST_F(OvoAudioPlayerScreenTest, ModeButtonsShowTheirStates) {
     }
 }
 
-TEST_F(OvoAudioPlayerScreenTest, RowsTellNumberTitleAndLength) {
+TEST_F(OvoAudioPlayerScreenTest, RowsShowNumberTitleAndLength) {
     setTags(1, 61.9);
     open(5, 1);
     player().showSongFiles();
@@ -214,7 +214,7 @@ TEST_F(OvoAudioPlayerScreenTest, RowsTellNumberTitleAndLength) {
         EXPECT_EQ(row(i)->isSelectedIndex(), i == 4) << i;
 }
 
-TEST_F(OvoAudioPlayerScreenTest, TheGradientDarkensTheTablesEnd) {
+TEST_F(OvoAudioPlayerScreenTest, TheGradientDarkensTheEndOfTheTable) {
     open(20);
     player().showSongFiles();
     advance(1);

@@ -32,7 +32,7 @@ struct State {
     bool even, selected, highlighted;
     std::uint32_t background;
     bool lines;
-    std::uint32_t mark; ///< in the triangle's middle
+    std::uint32_t mark; ///< at the middle of the triangle
 };
 
 // Premultiplied: black at 0.25; the mark (0.09, 0.274, 0.873).
@@ -64,7 +64,7 @@ TEST_F(OvoAudioPlayerTableViewCellTest, BandLinesAndMarkFollowTheRowsState) {
     }
 }
 
-TEST_F(OvoAudioPlayerTableViewCellTest, TextsStayInTheirColumnsAndLongOnesAreCut) {
+TEST_F(OvoAudioPlayerTableViewCellTest, TextsStayInTheirColumnsAndLongOnesAreTruncated) {
     cell->setTitle("MMMMMMMMMMMMMMMMMMMMMMMMMMMMMMMM");
     auto picture = content();
     EXPECT_FALSE(textBetween(*picture, 0, 62));

@@ -23,22 +23,22 @@ protected:
     /// Tracks "0.mp3", "1.mp3" and so on, a minute long each.
     static OvoAudioPlayerController::SoundFiles tracks(int count);
     void setLength(int track, double seconds);
-    /// Title "Title 3" and so on, and the track's length.
+    /// Sets the title "Title 3" and so on, and the track's length.
     void setTags(int track, double seconds);
 
-    /// Made, not yet presented.
+    /// Creates the screen without presenting it.
     OvoAudioPlayerController& make(int count, std::uint32_t index);
     void present();
-    /// Presented, and playing.
+    /// Creates and presents the screen, which plays.
     OvoAudioPlayerController& open(int count, std::uint32_t index = 0);
-    /// Out of the screen and out of memory.
+    /// Dismisses and destroys the screen.
     void close();
     OvoAudioPlayerController& player() { return *player_; }
     const OvoAudioPlayerViews& views() { return player_->views(); }
     /// Number of the track that the newest player plays.
     int trackPlaying();
     bool isPlaying();
-    /// What the labels say, "1:15 -2:05".
+    /// The time labels' texts, "1:15 -2:05".
     std::string times();
     void tap(UIControl& control);
     void showOverlay();

@@ -49,7 +49,7 @@ TEST_F(AVAudioPlayerTest, AFileThatCannotBeOpenedYieldsNoPlayerAndTheReason) {
     EXPECT_FALSE(error);
 }
 
-TEST_F(AVAudioPlayerTest, PlaysInTimeAndEndsOnceAtPositionZero) {
+TEST_F(AVAudioPlayerTest, PlaysInRealTimeAndEndsOnceAtPositionZero) {
     auto played = player();
     EXPECT_DOUBLE_EQ(played->duration(), 10);
     EXPECT_TRUE(played->play());
@@ -77,7 +77,7 @@ TEST_F(AVAudioPlayerTest, PlaysInTimeAndEndsOnceAtPositionZero) {
     EXPECT_THAT(listener_->events, ElementsAre("finished", "finished", "finished"));
 }
 
-TEST_F(AVAudioPlayerTest, RepeatsAsOftenAsToldAndTellsOneEnd) {
+TEST_F(AVAudioPlayerTest, RepeatsAsOftenAsSetAndReportsOneEnd) {
     auto played = player();
     played->setNumberOfLoops(2);
     played->play();
@@ -104,7 +104,7 @@ TEST_F(AVAudioPlayerTest, ADecodeErrorReachesTheDelegate) {
     EXPECT_FALSE(played->isPlaying());
 }
 
-TEST_F(AVAudioPlayerTest, AnInterruptionTellsTheSessionAndThenTheDelegateAndWaitsToBeResumed) {
+TEST_F(AVAudioPlayerTest, AnInterruptionIsReportedToTheSessionThenTheDelegateAndPauses) {
     static std::vector<std::string>* order;
     order = &listener_->events;
     AudioSessionInitialize(
@@ -131,7 +131,7 @@ TEST_F(AVAudioPlayerTest, AnInterruptionTellsTheSessionAndThenTheDelegateAndWait
     EXPECT_EQ(listener_->events.size(), 5u);
 }
 
-TEST_F(AVAudioPlayerTest, ThePlayerMayGoInItsOwnCallbackAndADeadDelegateIsNotCalled) {
+TEST_F(AVAudioPlayerTest, ThePlayerMayBeDestroyedInItsCallbackAndADeadDelegateIsNotCalled) {
     auto played = player();
     listener_->onFinish = [&](AVAudioPlayer&) {
         played.reset();

@@ -16,7 +16,7 @@ std::vector<std::byte> bytes(std::initializer_list<int> values) {
     return result;
 }
 
-TEST_F(AudioServicesTest, TheInfoDictionaryHoldsWhatTheFileSaysAndNothingElse) {
+TEST_F(AudioServicesTest, TheInfoDictionaryContainsOnlyTheFilesValues) {
     media().setTags("/var/a b.mp3", {"Song", "", "Album", 245.7}, {});
     media().setTags("/var/bare.mp3", {}, {});
     AudioFileID file;
@@ -31,7 +31,7 @@ TEST_F(AudioServicesTest, TheInfoDictionaryHoldsWhatTheFileSaysAndNothingElse) {
     EXPECT_TRUE(info->dictionary().empty());
 }
 
-TEST_F(AudioServicesTest, TheRawTagComesWithItsSizeIntoABufferThatHoldsIt) {
+TEST_F(AudioServicesTest, TheRawTagNeedsABufferOfItsSize) {
     const auto tag = bytes({'I', 'D', '3', 4, 0, 0, 0, 0, 0, 2, 7, 9});
     media().setTags("/a.mp3", {}, tag);
     AudioFileID file;
@@ -47,7 +47,7 @@ TEST_F(AudioServicesTest, TheRawTagComesWithItsSizeIntoABufferThatHoldsIt) {
               kAudioFileBadPropertySizeError);
 }
 
-TEST_F(AudioServicesTest, EveryStepWithoutAFileFailsOnItsOwn) {
+TEST_F(AudioServicesTest, EveryStepFailsWithoutAFile) {
     AudioFileID file;
     EXPECT_EQ(AudioFileOpenURL(NSURL::fileURLWithPath("/none.mp3"), file),
               kAudioFileFileNotFoundError);
@@ -68,7 +68,7 @@ TEST_F(AudioServicesTest, EveryStepWithoutAFileFailsOnItsOwn) {
               kAudioFileUnsupportedPropertyError);
 }
 
-TEST_F(AudioServicesTest, TheFormatServiceReadsATagsSizeOrSaysWhatIsWrong) {
+TEST_F(AudioServicesTest, TheFormatServiceReadsATagsSizeOrReportsWhatIsWrong) {
     const struct {
         const char* name;
         std::vector<std::byte> specifier;
@@ -107,7 +107,7 @@ TEST_F(AudioServicesTest, TheFormatServiceReadsATagsSizeOrSaysWhatIsWrong) {
               kAudioFormatUnsupportedPropertyError);
 }
 
-TEST_F(AudioServicesTest, TheSessionAnswersOnceInitialisedAndSaysWhenItIsAlready) {
+TEST_F(AudioServicesTest, TheSessionMustBeInitialisedOnce) {
     std::string route;
     EXPECT_EQ(AudioSessionGetProperty(kAudioSessionProperty_AudioRoute, route),
               kAudioSessionNotInitialized);

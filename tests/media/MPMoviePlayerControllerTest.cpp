@@ -47,7 +47,7 @@ protected:
         player_ = MPMoviePlayerController::withContentURL(*NSURL::URLWithString(kFilm));
     }
 
-    /// As the video screen does it: full screen, turned, in a window.
+    /// As the video screen does: full screen, rotated, in a window.
     void showPlaying() {
         media().at(kFilm).duration = 90;
         makePlayer();
@@ -64,7 +64,7 @@ protected:
         player_->prepareToPlay();
         turn();
         player_->play();
-        layOut();
+        screen().layoutIfNeeded();
         events_.clear();
     }
 
@@ -91,7 +91,7 @@ protected:
         return result;
     }
 
-    /// At a point of the turned 480 x 320 picture.
+    /// At a point of the rotated 480 x 320 picture.
     void tapPicture(double x, double y) {
         tap(player_->view()->convertPointToView({x, y}, nullptr));
     }
@@ -102,7 +102,7 @@ protected:
     std::shared_ptr<MPMoviePlayerController> player_;
 };
 
-TEST_F(MPMoviePlayerControllerTest, TheNewerInterfaceTellsItsLoadStateAndOneEnd) {
+TEST_F(MPMoviePlayerControllerTest, TheNewerInterfaceReportsItsLoadStateAndOneEnd) {
     media().at(kFilm).duration = 5;
     makePlayer();
     EXPECT_TRUE(player_->offersLoadState());
@@ -141,7 +141,7 @@ TEST_F(MPMoviePlayerControllerTest, TheOlderInterfacePreloadsAtOnceAndShowsItsel
     EXPECT_EQ(player_->view()->superview(), nullptr);
 }
 
-TEST_F(MPMoviePlayerControllerTest, WhatCannotBePlayedEndsOnceWithTheErrorReason) {
+TEST_F(MPMoviePlayerControllerTest, AnUnplayableFilmEndsOnceWithTheErrorReason) {
     for (const auto interface : {MPMoviePlayerController::Interface::LoadStates,
                                  MPMoviePlayerController::Interface::Preload}) {
         MPMoviePlayerController::setOfferedInterface(interface);
@@ -157,7 +157,7 @@ TEST_F(MPMoviePlayerControllerTest, WhatCannotBePlayedEndsOnceWithTheErrorReason
     EXPECT_THAT(logLines(), testing::Contains(testing::HasSubstr("This is a text file.")));
 }
 
-TEST_F(MPMoviePlayerControllerTest, DoneEndsWithTheUsersReasonAndThePlayerMayGoThere) {
+TEST_F(MPMoviePlayerControllerTest, DoneEndsWithTheUsersReasonAndThePlayerMayBeDestroyed) {
     showPlaying();
     onFinish_ = [this] {
         player_->view()->removeFromSuperview();

@@ -1,5 +1,5 @@
-// What pages of every kind reach through the bridge, on the real page engine, as the table in
-// docs/ads.md has it.
+// What every kind of page can do through the bridge with the real page engine, as in the table in
+// docs/ads.md.
 #include "ads/GADSettings.h"
 #include "ads/Notification/GADNotificationCenter.h"
 #include "ads/Object/GADObjectPrivate.h"
@@ -45,7 +45,7 @@ constexpr Command kCommands[] = {{"`httpTrack`", "gmsg://ads/httpTrack?u=about:x
                                  {"`file`", "file:///etc/passwd"},
                                  {"any other scheme", "odd:address"}};
 
-/// Sends each command by a statement in which COMMAND and NUMBER stand for it.
+/// Runs a statement for each command, which is in the variables `command` and `number`.
 std::string scriptThatSends(const std::string& statement) {
     std::string script = "<script>var list=[";
     for (const auto& command : kCommands)
@@ -147,7 +147,7 @@ protected:
     }
     void touch() { (void)banner_->webView()->touchWillBeginInside(UITouch{}); }
 
-    /// What became of each command; one that is missing was not heard.
+    /// Each command's outcome; commands without one were not received.
     std::map<std::string, std::string> outcomesOf(const Caller& caller, bool touched) {
         loadBanner(caller.page);
         turnFor(0.3);
@@ -160,14 +160,14 @@ protected:
                 [](const std::string&) {});
             EXPECT_TRUE(turnUntil([&] { return navigation_->modalViewController() != nullptr; }));
         } else {
-            // The screens that commands open would cover the page.
+            // Screens that commands open would cover the page.
             banner_->setRootViewController({});
         }
         if (caller.isReplaced) {
             loadBanner("<p>Next</p>");
             outcomes_.clear();
         }
-        // Who is heard at all is heard to the end of the list.
+        // A page whose first command arrives can send all of them.
         if (turnUntil([&] { return !outcomes_.empty(); }, 2))
             turnUntil([&] { return outcomes_.contains(std::rbegin(kCommands)->name); }, 6);
         turnFor(0.1);

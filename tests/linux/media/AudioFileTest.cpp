@@ -15,7 +15,7 @@ class AudioFileTest : public PlaybackFixture {
 protected:
     AudioFileTest() { std::filesystem::create_directories(std::string(SAMPLES_FOLDER) + "/made"); }
 
-    /// A file of these bytes; its device path.
+    /// Writes a file and returns its device path.
     static std::string made(const std::string& bytes) {
         std::ofstream(std::string(SAMPLES_FOLDER) + "/made/file.mp3", std::ios::binary) << bytes;
         return "/made/file.mp3";
@@ -26,7 +26,7 @@ protected:
                 static_cast<char>(size >> 7 & 0x7F), static_cast<char>(size & 0x7F)};
     }
 
-    /// An ID3v2 tag of one title frame and `padding` zero bytes.
+    /// An ID3v2 tag with one title frame and `padding` zero bytes.
     static std::string tag(int version, const std::string& content, std::size_t padding = 0,
                            char flags = 0) {
         std::string frame = version == 2 ? "TT2" : "TIT2";
@@ -76,7 +76,7 @@ TEST_F(AudioFileTest, TagsOfEveryVersionAndEncodingAreRead) {
     }
 }
 
-TEST_F(AudioFileTest, TheRawTagIsHandedOutByteForByte) {
+TEST_F(AudioFileTest, TheRawTagIsReturnedByteForByte) {
     const std::string sound = sample("untagged.mp3");
     std::string tooLarge = tag(3, std::string("\0X", 2)) + std::string(100, '\0');
     tooLarge.replace(6, 4, sized(200u << 20));
@@ -106,7 +106,7 @@ TEST_F(AudioFileTest, OtherKindsOfMusicAreRecognisedByTheirContent) {
     }
 }
 
-TEST_F(AudioFileTest, AFileThatCannotBeReadSaysWhyAndSoon) {
+TEST_F(AudioFileTest, AFileThatCannotBeReadFailsQuicklyWithAReason) {
     const std::clock_t before = std::clock();
     const std::pair<const char*, int> files[] = {{"/missing.mp3", ENOENT},
                                                  {"/made", EISDIR},
@@ -118,7 +118,7 @@ TEST_F(AudioFileTest, AFileThatCannotBeReadSaysWhyAndSoon) {
     EXPECT_LT(std::clock() - before, CLOCKS_PER_SEC / 10);
 }
 
-TEST_F(AudioFileTest, ALengthIsRightWithinOnePercentWhereTheRateVariesAndNoHeaderSaysSo) {
+TEST_F(AudioFileTest, ALengthIsWithinOnePercentForVariableRatesWithoutAHeader) {
     EXPECT_NEAR(open("/headerless.mp3")->info().value().duration, 40, 0.4);
     EXPECT_NEAR(open("/varying.mp3")->info().value().duration, 20, 0.2);
     // With an old tag at the end and rubbish in the middle.

@@ -13,7 +13,7 @@ using testing::HasSubstr;
 
 using AudioPlaybackTest = PlaybackFixture;
 
-/// What the sound server does when a call comes, as a message of the player's sound sink.
+/// Posts the message with which the sound sink forwards the sound server's request during a call.
 void requestState(host::Playback& playback, GstState state) {
     GstPlay* native = dynamic_cast<GstPlayback&>(playback).native();
     GstElement* pipeline = gst_play_get_pipeline(native);
@@ -36,7 +36,7 @@ TEST_F(AudioPlaybackTest, TheLengthIsKnownAtOnceOrTheFileRefusedWithAReason) {
     }
 }
 
-/// What the pipeline multiplies the sound by; negative when nothing does.
+/// The pipeline's volume; negative when it has no element for it.
 double pipelineVolume(host::Playback& playback) {
     GstElement* pipeline = gst_play_get_pipeline(dynamic_cast<GstPlayback&>(playback).native());
     GstElement* filter = nullptr;
@@ -69,7 +69,7 @@ TEST_F(AudioPlaybackTest, SeekingLandsWithinFiftyMilliseconds) {
         turnFor(0.3);
         EXPECT_NEAR(playback->currentTime(), second, 0.05);
     }
-    // What is left to play says where it really stands.
+    // The remaining time shows where it really is.
     const auto start = Clock::now();
     playback->play();
     ASSERT_TRUE(turnUntil([&] { return client_.ended == 1; }));
@@ -93,7 +93,7 @@ TEST_F(AudioPlaybackTest, ItStartsAtThePositionThatWasSetAndFromTheBeginningAfte
     EXPECT_LT(playback->currentTime(), 1);
 }
 
-TEST_F(AudioPlaybackTest, ASoundServersRequestInterruptsAndGivesTheChoiceBack) {
+TEST_F(AudioPlaybackTest, ASoundServersRequestInterruptsAndLeavesTheResumingToTheApplication) {
     auto playback = audio("steady.mp3");
     ASSERT_TRUE(starts(*playback));
     requestState(*playback, GST_STATE_PAUSED);
@@ -113,14 +113,14 @@ TEST_F(AudioPlaybackTest, ASoundServersRequestInterruptsAndGivesTheChoiceBack) {
     playback->play();
     EXPECT_TRUE(turnUntil([&] { return playback->currentTime() > held + 0.4; }));
 
-    // A request may still be on its way when the player goes.
+    // A request may be pending when the player is destroyed.
     requestState(*playback, GST_STATE_PAUSED);
     playback.reset();
     turnFor(0.1);
     EXPECT_THAT(client_.interruptions, ElementsAre(true, false));
 }
 
-TEST_F(AudioPlaybackTest, WhileItIsPausedARequestIsNoInterruption) {
+TEST_F(AudioPlaybackTest, ARequestDuringAPauseIsNoInterruption) {
     auto playback = audio("steady.mp3");
     ASSERT_TRUE(starts(*playback));
     playback->pause();
@@ -164,9 +164,9 @@ TEST_F(AudioPlaybackTest, ManyTrackChangesLeaveNeitherThreadsNorMemory) {
     const long memoryBefore = kilobytes();
     const auto threadsBefore = threadCount();
     change(200);
-    // The streaming library keeps a few idle ones; one a change would be two hundred.
+    // The streaming library keeps a few idle ones; one per change would be two hundred.
     EXPECT_LE(threadCount(), threadsBefore + 8);
-    // A player that stayed would be about 200 kB.
+    // A leaked player would be about 200 kB.
     EXPECT_LT(kilobytes() - memoryBefore, 8192);
 }
 

@@ -1,4 +1,4 @@
-// Films through the real player: pictures in time, seeking, ends and errors.
+// Films in the real player: timing of pictures, seeking, ends and errors.
 #include "platform/linux/window/ForeignPicture.h"
 #include "platform/linux/window/GtkForeignContent.h"
 #include "tests/linux/media/PlaybackFixture.h"
@@ -54,7 +54,7 @@ protected:
         return colour;
     }
 
-    /// Draws, as a screen would, until more than so many frames have been shown.
+    /// Draws, as a screen would, until more than `count` frames have been shown.
     static bool framesPass(host::MoviePlayback& playback, unsigned count) {
         return turnUntil([&] {
             colourShown(playback);
@@ -75,7 +75,7 @@ protected:
     TestPageServer server_;
 };
 
-TEST_F(MoviePlaybackTest, AFilmPlaysInItsOwnTimeWithItsPicturesAndEndsOnce) {
+TEST_F(MoviePlaybackTest, AFilmPlaysInRealTimeAndEndsOnce) {
     auto playback = movie("file:///colours.mp4");
     playback->prepare();
     ASSERT_TRUE(turnUntil([&] { return client_.ready == 1; }));
@@ -98,7 +98,7 @@ TEST_F(MoviePlaybackTest, AFilmPlaysInItsOwnTimeWithItsPicturesAndEndsOnce) {
         return client_.ended == 1;
     }));
     EXPECT_NEAR(secondsSince(start), 3, 0.5);
-    // Seventy-five were made; a late main loop may leave some out.
+    // The film has seventy-five; a late main loop may skip some.
     EXPECT_GE(playback->framesShown(), 60u);
     EXPECT_LE(playback->framesShown(), 76u);
     turnFor(0.3);
@@ -109,7 +109,7 @@ TEST_F(MoviePlaybackTest, AFilmPlaysInItsOwnTimeWithItsPicturesAndEndsOnce) {
     EXPECT_TRUE(client_.failures.empty());
 }
 
-TEST_F(MoviePlaybackTest, WhatNobodyDrawsIsNotPreparedAndComesBackAtOnce) {
+TEST_F(MoviePlaybackTest, FramesAreOnlyPreparedWhileTheyAreDrawn) {
     auto playback = movie("file:///colours.mp4");
     playback->play();
     ASSERT_TRUE(framesPass(*playback, 3));
@@ -178,7 +178,7 @@ TEST_F(MoviePlaybackTest, AnythingButAFilmFailsOnceAndCannotBePlayed) {
     }
 }
 
-TEST_F(MoviePlaybackTest, AFilmBehindALoginStreamsWithTheSecretsOfItsAddressOnly) {
+TEST_F(MoviePlaybackTest, AFilmBehindALoginIsSentItsOwnSecretsOnly) {
     serveFilm("/members/film.mp4", {.login = "me:sesame"});
     const std::string url = server_.url("/members/film.mp4");
     setCookie(url, "session=open; Path=/members; HttpOnly");
@@ -193,7 +193,7 @@ TEST_F(MoviePlaybackTest, AFilmBehindALoginStreamsWithTheSecretsOfItsAddressOnly
         << "one field";
 }
 
-TEST_F(MoviePlaybackTest, ARedirectIsFollowedWithTheSecretsOfEachAddressOnly) {
+TEST_F(MoviePlaybackTest, EachAddressOfARedirectIsSentItsOwnSecretsOnly) {
     TestPageServer elsewhere;
     const std::string film = server_.url("/film.mp4");
     const std::string start = elsewhere.url("/start.mp4");
@@ -232,7 +232,7 @@ TEST_F(MoviePlaybackTest, ARedirectIsFollowedWithTheSecretsOfEachAddressOnly) {
     }
 }
 
-TEST_F(MoviePlaybackTest, ARedirectThatLeadsNowhereFails) {
+TEST_F(MoviePlaybackTest, ARedirectWithoutATargetFails) {
     server_.serve("/start.mp4", {302, "text/plain", "", {{"Location", "/loop.mp4"}}});
     const std::string start = server_.url("/start.mp4");
     setCookie(start, "secret=1; Path=/start.mp4");
@@ -265,7 +265,7 @@ TEST_F(MoviePlaybackTest, PausedOrStoppedItPlaysOnFromThere) {
     EXPECT_LT(playback->currentTime(), stopped + 1);
 }
 
-TEST_F(MoviePlaybackTest, APlayerMayGoAtAnyMomentAndLeavesNoThreadBehind) {
+TEST_F(MoviePlaybackTest, APlayerMayBeDestroyedAtAnyTimeAndLeavesNoThread) {
     {
         auto warm = movie("file:///colours.mp4");
         warm->play();

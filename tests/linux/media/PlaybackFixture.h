@@ -25,7 +25,7 @@ inline double secondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-/// How many threads the process has.
+/// The number of threads of the process.
 inline auto threadCount() {
     return std::distance(std::filesystem::directory_iterator("/proc/self/task"), {});
 }
@@ -49,7 +49,7 @@ struct PlaybackRecorder : host::PlaybackClient {
     std::vector<bool> interruptions;
 };
 
-/// The real players on the sample files; device paths are names of samples.
+/// The real players with the sample files; device paths are the samples' names.
 class PlaybackFixture : public testing::Test {
 protected:
     PlaybackFixture() {
@@ -84,7 +84,7 @@ protected:
         return std::move(made.value());
     }
 
-    /// Plays it; whether it is on its way soon.
+    /// Plays it and waits until its position moves; whether it does.
     static bool starts(host::Playback& playback) {
         const double from = playback.currentTime();
         return playback.play() && turnUntil([&] { return playback.currentTime() > from + 0.2; });

@@ -1,4 +1,4 @@
-// Interruptions by a real sound server: a call's stream takes the sound away and gives it back.
+// Interruptions by a real sound server during a call's stream.
 #include "tests/linux/media/PlaybackFixture.h"
 
 #include <gmock/gmock.h>
@@ -38,7 +38,7 @@ private:
     GPid process_ = 0;
 };
 
-/// A sound server with a silent device and its rule for calls.
+/// A sound server with a silent device that silences music during calls.
 class SoundServerTest : public PlaybackFixture {
 protected:
     SoundServerTest() {
@@ -59,7 +59,7 @@ protected:
         std::filesystem::remove_all(folder_);
     }
 
-    /// A stream with a role, for as long as it lives.
+    /// A stream with a role that runs until it is destroyed.
     static std::unique_ptr<Program> stream(const std::string& role) {
         return std::make_unique<Program>("gst-launch-1.0 audiotestsrc ! pulsesink "
                                          "stream-properties=props,media.role=" +
@@ -70,7 +70,7 @@ protected:
     std::unique_ptr<Program> server_;
 };
 
-TEST_F(SoundServerTest, ACallInterruptsMusicAndItsEndGivesTheSoundBack) {
+TEST_F(SoundServerTest, ACallInterruptsMusicUntilItEnds) {
     auto music = audio("varying.mp3");
     ASSERT_TRUE(starts(*music));
     {

@@ -1,4 +1,4 @@
-// Frames scaled, turned and converted in memory.
+// Frames scaled, rotated and converted in memory.
 #include "platform/linux/media/YuvScaler.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@
 namespace vistrel {
 namespace {
 
-/// A frame of one colour, or of four quadrants that differ in luma.
+/// A frame of one colour, or with four quadrants of different luma.
 struct Frame {
     Frame(int columns, int rows)
         : width(columns)
@@ -47,7 +47,7 @@ struct Frame {
 
 const YuvColors kFullRange = YuvColors::make(0.299, 0.114, true);
 
-TEST(YuvScalerTest, EveryTurnAndMirrorImagePutsTheQuartersWhereTheyBelong) {
+TEST(YuvScalerTest, RotationAndMirroringMoveTheQuarters) {
     Frame frame(12, 8);
     frame.quarter({10, 20, 30, 40});
     const struct {

@@ -12,7 +12,7 @@ namespace {
 
 using MusicMetadataTest = MusicTest;
 
-TEST_F(MusicMetadataTest, AFileTellsItsTagsAndLength) {
+TEST_F(MusicMetadataTest, AFilesTagsAndLengthAreRead) {
     makeTone("My Song.mp3", 3, "-metadata title=Grüße -metadata artist=Ä -metadata album=Tones");
     const OvoAudioFile file(url("My Song.mp3"));
     EXPECT_EQ(file.title(), "Grüße");

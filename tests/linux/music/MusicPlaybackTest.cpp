@@ -42,7 +42,7 @@ protected:
     std::shared_ptr<OvoAudioPlayerController> player_;
 };
 
-TEST_F(MusicPlaybackTest, OneTrackFollowsAnotherWithinATenthOfASecondAndAHalf) {
+TEST_F(MusicPlaybackTest, OneTrackFollowsAnotherWithin150Milliseconds) {
     makeTone("a.mp3", 2);
     makeTone("b.mp3", 2);
     auto& player = open({"a.mp3", "b.mp3"});
@@ -61,7 +61,7 @@ TEST_F(MusicPlaybackTest, OneTrackFollowsAnotherWithinATenthOfASecondAndAHalf) {
     EXPECT_EQ(player.selectedIndex(), 1U);
 }
 
-TEST_F(MusicPlaybackTest, NextTappedFasterThanTracksLoadPlaysTheLastOneAsked) {
+TEST_F(MusicPlaybackTest, NextTappedFasterThanTracksLoadPlaysTheLastOneRequested) {
     std::vector<std::string> names;
     makeTone("0.mp3", 3);
     for (int i = 0; i < 30; ++i) {

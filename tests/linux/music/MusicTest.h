@@ -14,7 +14,7 @@
 
 namespace vistrel {
 
-/// A device with the real loop, files and players; nothing is shown.
+/// A device with the real loop, files and players, but no display.
 class MusicTest : public testing::Test {
 protected:
     MusicTest();
@@ -23,7 +23,7 @@ protected:
     std::string machinePath(const std::string& name) const { return root_ + "/" + name; }
     static NSURL url(const std::string& name) { return NSURL::fileURLWithPath("/" + name); }
     void write(const std::string& name, const std::string& bytes) const;
-    /// A tone of so many seconds; `options` go to the encoder.
+    /// Encodes a tone; `options` are the encoder's.
     void makeTone(const std::string& name, double seconds, const std::string& options = "") const;
     std::string contents(const std::string& name) const;
 
