@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
 #include <tuple>
 #include <utility>
@@ -122,13 +123,12 @@ TEST_F(GADIdentifierUtilitiesTest, SplitsTheSystemVersion) {
 
 TEST_F(GADIdentifierUtilitiesTest, ComparesVersionsComponentByComponent) {
     phone().version = "4.3.5";
-    const std::tuple<int, int, int, bool> cases[] = {
-        {4, 3, 5, true}, {4, 3, 6, false}, {4, 2, 9, true},
-        {3, 9, 9, true}, {5, 0, 0, false}, {4, 4, 0, false},
-    };
-    for (const auto& [major, minor, bug, expected] : cases)
-        EXPECT_EQ(GADIdentifierUtilities::isOSAtLeastMajorMinorBug(major, minor, bug), expected)
-            << major << '.' << minor << '.' << bug;
+    const std::array<int, 3> reached[] = {{4, 3, 5}, {4, 2, 9}, {3, 9, 9}};
+    for (const auto& [major, minor, bug] : reached)
+        EXPECT_TRUE(GADIdentifierUtilities::isOSAtLeastMajorMinorBug(major, minor, bug)) << minor;
+    const std::array<int, 3> missed[] = {{4, 3, 6}, {5, 0, 0}, {4, 4, 0}};
+    for (const auto& [major, minor, bug] : missed)
+        EXPECT_FALSE(GADIdentifierUtilities::isOSAtLeastMajorMinorBug(major, minor, bug)) << minor;
 }
 
 TEST_F(GADIdentifierUtilitiesTest, TheHostEnvironmentReportsTheHostsValues) {

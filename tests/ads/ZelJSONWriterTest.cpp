@@ -43,11 +43,9 @@ TEST(ZelJSONWriter, WritesEveryKindAndEscapesOnlyWhatMustBe) {
 TEST(ZelJSONWriter, FindsTheCharacterToEscapeAtEveryPlace) {
     for (std::size_t size = 1; size <= 70; ++size) {
         for (std::size_t place = 0; place < size; ++place) {
-            std::string text(size, 'x');
-            text[place] = '\n';
-            const std::string expected =
-                '"' + std::string(place, 'x') + "\\n" + std::string(size - place - 1, 'x') + '"';
-            ASSERT_EQ(written(text), expected);
+            const std::string before(place, 'x');
+            const std::string after(size - place - 1, 'x');
+            ASSERT_EQ(written(before + '\n' + after), '"' + before + "\\n" + after + '"');
         }
     }
     EXPECT_EQ(written(std::string(5000, '\x02')).size(), 5000U * 6 + 2);
