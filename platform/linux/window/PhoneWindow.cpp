@@ -1,5 +1,7 @@
 #include "platform/linux/window/PhoneWindow.h"
 
+#include "platform/host/EventLoop.h"
+#include "platform/host/Host.h"
 #include "platform/linux/NativeReference.h"
 #include "platform/uikit/UIApplication.h"
 
@@ -16,6 +18,7 @@ namespace {
 constexpr int kScreenWidth = 320;
 constexpr int kScreenHeight = 480;
 constexpr double kShareOfMonitor = 0.9;
+constexpr double kTurnSeconds = 0.3; ///< a film that cannot be played has gone by then
 
 /// Null when there is none.
 NativeReference<GdkMonitor> firstMonitor() {
@@ -67,6 +70,7 @@ PhoneWindow::PhoneWindow(double scale)
     gtk_window_set_default_size(window_, static_cast<int>(std::lround(kScreenWidth * factor)),
                                 static_cast<int>(std::lround(kScreenHeight * factor)));
     gtk_window_set_child(window_, screen_->widget());
+    screen_->setTurnHandler([this](bool landscape) { turnSoon(landscape); });
     connections_.push_back(
         connectSignal<gboolean()>(window_, "close-request", [this] { return closeRequested(); }));
     connections_.push_back(connectSignal<void()>(
@@ -85,6 +89,8 @@ PhoneWindow::PhoneWindow(double scale)
 PhoneWindow::~PhoneWindow() {
     // The application has ended already and must not be told of the window's end.
     connections_.clear();
+    if (turning_ != 0)
+        host::current().loop->cancel(turning_);
     input_.reset();
     screen_.reset();
     gtk_window_destroy(window_);
@@ -101,6 +107,28 @@ void PhoneWindow::stateChanged() {
     UIApplication::sharedApplication().setState(gtk_widget_get_mapped(GTK_WIDGET(window_)) != FALSE
                                                     ? UIApplicationState::Active
                                                     : UIApplicationState::Background);
+}
+
+void PhoneWindow::turnSoon(bool landscape) {
+    host::EventLoop& loop = *host::current().loop;
+    if (turning_ != 0)
+        loop.cancel(turning_);
+    turning_ = loop.schedule(kTurnSeconds, [this, landscape] {
+        turning_ = 0;
+        turn(landscape);
+    });
+}
+
+void PhoneWindow::turn(bool landscape) {
+    // The toolkit keeps it up to date when the user changes the window's size.
+    int width = 0;
+    int height = 0;
+    gtk_window_get_default_size(window_, &width, &height);
+    const bool isOwnSize = !gtk_window_is_maximized(window_) && !gtk_window_is_fullscreen(window_);
+    if (landscape == lies_ || !isOwnSize || (landscape && width >= height))
+        return;
+    lies_ = landscape;
+    gtk_window_set_default_size(window_, height, width);
 }
 
 void PhoneWindow::setIcon() {

@@ -5,6 +5,7 @@
 
 #include <gtk/gtk.h>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -36,11 +37,17 @@ public:
 private:
     bool closeRequested();
     void stateChanged();
+    /// Exchanges width and height once that is settled, where the desktop lets the window have its
+    /// own size.
+    void turnSoon(bool landscape);
+    void turn(bool landscape);
 
     GtkWindow* window_;
     std::unique_ptr<ScreenWidget> screen_;
     std::unique_ptr<ScreenInput> input_;
     std::function<void()> close_;
+    std::uint64_t turning_ = 0;
+    bool lies_ = false; ///< width and height are exchanged
     std::vector<SignalConnection> connections_;
 };
 

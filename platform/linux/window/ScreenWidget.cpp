@@ -1,6 +1,7 @@
 #include "platform/linux/window/ScreenWidget.h"
 
 #include "platform/graphics/UIImage.h"
+#include "platform/host/Desktop.h"
 #include "platform/host/EventLoop.h"
 #include "platform/host/ForeignContent.h"
 #include "platform/host/Host.h"
@@ -24,6 +25,11 @@ constexpr double kScreenWidth = 320;
 constexpr double kScreenHeight = 480;
 constexpr double kDescribeSeconds = 0.2;     ///< after the last frame
 constexpr double kMostDescribeSeconds = 1.0; ///< while frames keep coming
+
+bool isTurnedByHand() {
+    const std::string& model = host::current().device->identity().model;
+    return model == "Handset" || model == "Tablet";
+}
 
 }
 
@@ -92,10 +98,25 @@ gboolean ScreenWidget::ticked(GtkWidget*, GdkFrameClock*, gpointer self) {
 void ScreenWidget::frameTick() {
     if (frameHandler_)
         frameHandler_(host::current().loop->now());
+    turnUpright();
     if (sawForeign_ || !foreign_.isEmpty())
         placeForeign();
     gtk_widget_queue_draw(widget_);
     describeLater();
+}
+
+void ScreenWidget::turnUpright() {
+    auto& application = UIApplication::sharedApplication();
+    const auto wanted = application.statusBarOrientation();
+    const bool lies = UIInterfaceOrientationIsLandscape(wanted);
+    // The screen that a landscape one slides over is still upright.
+    if (wanted == upright_ || (lies && application.events().isIgnoringInteraction()) ||
+        isTurnedByHand())
+        return;
+    upright_ = wanted;
+    gtk_widget_queue_allocate(widget_);
+    if (turned_)
+        turned_(lies);
 }
 
 void ScreenWidget::placeForeign() {
@@ -186,16 +207,12 @@ void ScreenWidget::setFrameHandler(std::function<void(double now)> handler) {
 }
 
 double ScreenWidget::scale() const {
-    const double factor = std::min(width() / kScreenWidth, height() / kScreenHeight);
-    return (factor > 0 ? factor : expectedUnitsPerPoint_) * gtk_widget_get_scale_factor(widget_);
+    const double factor = width() > 0 ? placement().unitsPerPoint() : expectedUnitsPerPoint_;
+    return factor * gtk_widget_get_scale_factor(widget_);
 }
 
-CGAffineTransform ScreenWidget::screenTransform() const {
-    const double factor =
-        std::max(0.01, std::min(width() / kScreenWidth, height() / kScreenHeight));
-    const double left = std::floor((width() - kScreenWidth * factor) / 2);
-    const double top = std::floor((height() - kScreenHeight * factor) / 2);
-    return {factor, 0, 0, factor, left, top};
+ScreenPlacement ScreenWidget::placement() const {
+    return {CGSize{static_cast<double>(width()), static_cast<double>(height())}, upright_};
 }
 
 GtkSizeRequestMode ScreenWidget::requestMode(GtkWidget*) {
@@ -267,9 +284,7 @@ bool ScreenWidget::drawScreen(GtkSnapshot* snapshot) {
 }
 
 void ScreenWidget::fillBeside(GtkSnapshot* snapshot) const {
-    const CGAffineTransform place = screenTransform();
-    if (place.tx == 0 && place.ty == 0 && kScreenWidth * place.a >= width() &&
-        kScreenHeight * place.d >= height())
+    if (placement().fillsWindow())
         return;
     const GdkRGBA black{0, 0, 0, 1};
     const graphene_rect_t bounds =

@@ -4,6 +4,7 @@
 #include "platform/linux/window/ForeignChildren.h"
 #include "platform/linux/window/PictureNodes.h"
 #include "platform/linux/window/SceneRecording.h"
+#include "platform/linux/window/ScreenPlacement.h"
 #include "platform/linux/window/UploadMemory.h"
 
 #include <gtk/gtk.h>
@@ -33,6 +34,11 @@ public:
     bool saveScreenshot(const std::string& machinePath) override;
     unsigned framesDrawn() const override { return framesDrawn_; }
 
+    /// Called when a machine that is not turned by hand shows landscape instead of portrait, or
+    /// portrait again.
+    void setTurnHandler(std::function<void(bool landscape)> handler) {
+        turned_ = std::move(handler);
+    }
     /// Called once, after the first frame is on screen.
     void setFirstFrameHandler(std::function<void()> handler) { firstFrame_ = std::move(handler); }
     void close() override;
@@ -45,7 +51,7 @@ public:
     /// Whether a page has the toolkit's focus.
     bool pageHasFocus() const { return foreign_.hasFocus(); }
     /// From points of the screen to coordinates of this widget.
-    CGAffineTransform screenTransform() const;
+    CGAffineTransform screenTransform() const { return placement().transform(); }
 
 private:
     struct Instance;
@@ -63,7 +69,9 @@ private:
 
     int width() const { return gtk_widget_get_width(widget_); }
     int height() const { return gtk_widget_get_height(widget_); }
+    ScreenPlacement placement() const;
     void frameTick();
+    void turnUpright();
     void drawFrame(GtkSnapshot* snapshot);
     void scaleMayHaveChanged();
     /// Whether the view tree shows foreign content.
@@ -84,6 +92,8 @@ private:
     AccessibleChildren accessible_;
     std::function<void(double)> frameHandler_;
     std::function<void()> firstFrame_;
+    std::function<void(bool)> turned_;
+    UIInterfaceOrientation upright_ = UIInterfaceOrientation::Portrait;
     unsigned tick_ = 0;
     std::uint64_t describing_ = 0;
     double describeAt_ = 0; ///< seconds of the loop

@@ -185,6 +185,26 @@ TEST_F(BrowserJourney, AFilmBehindCookiesAPasswordAndARedirectPlays) {
     NSURLCredentialStorage::sharedCredentialStorage().removeAll();
 }
 
+TEST_F(BrowserJourney, AFilmIsUprightInALandscapeWindowWhereNobodyTurnsTheMachine) {
+    server_->serve("/film.mp4", {.type = "video/mp4", .body = sampleFilm()});
+    const auto screen =
+        FileDownloadViewController::withURL(*NSURL::URLWithString(server_->url("/film.mp4")));
+    navigation_->pushViewController(screen, false);
+    GtkWidget* widget = shown_->screen().widget();
+    const auto hasSize = [widget](int width, int height) {
+        return gtk_widget_get_width(widget) == width && gtk_widget_get_height(widget) == height;
+    };
+    turnFor(0.3);
+    ASSERT_TRUE(play(*screen));
+    EXPECT_TRUE(turnUntil([&] { return hasSize(480, 320); }));
+    // The phone shows the film's upper left corner in its upper right one.
+    const CGPoint corner = shown_->screen().screenTransform().apply(CGPoint{320, 0});
+    EXPECT_NEAR(corner.x, 0, 1e-9);
+    EXPECT_NEAR(corner.y, 0, 1e-9);
+    closeFilm();
+    EXPECT_TRUE(turnUntil([&] { return hasSize(320, 480); }));
+}
+
 TEST_F(BrowserJourney, VisitsDownloadsAndFilmsLeaveNothingOpen) {
     // The server shares this process and would keep connections that its clients have closed.
     server_->serve(

@@ -1,0 +1,58 @@
+#include "platform/linux/window/ScreenPlacement.h"
+
+#include <gtest/gtest.h>
+
+namespace vistrel {
+namespace {
+
+TEST(ScreenPlacementTest, TheScreenIsUprightInTheMiddleAsLargeAsFits) {
+    // The corners of what is shown: its upper left and lower right ones as it is looked at.
+    const struct {
+        UIInterfaceOrientation orientation;
+        CGPoint first;
+        CGPoint last;
+        CGSize window;
+        CGRect shown;
+        bool fills;
+    } cases[] = {
+        {UIInterfaceOrientation::Portrait, {0, 0}, {320, 480}, {640, 960}, {0, 0, 640, 960}, true},
+        {UIInterfaceOrientation::Portrait,
+         {0, 0},
+         {320, 480},
+         {801, 480},
+         {240, 0, 320, 480},
+         false},
+        {UIInterfaceOrientation::LandscapeRight,
+         {320, 0},
+         {0, 480},
+         {960, 640},
+         {0, 0, 960, 640},
+         true},
+        {UIInterfaceOrientation::LandscapeRight,
+         {320, 0},
+         {0, 480},
+         {480, 400},
+         {0, 40, 480, 320},
+         false},
+        {UIInterfaceOrientation::LandscapeLeft,
+         {0, 480},
+         {320, 0},
+         {320, 480},
+         {0, 133, 320, 640.0 / 3},
+         false},
+    };
+    for (const auto& each : cases) {
+        const ScreenPlacement placement(each.window, each.orientation);
+        const CGPoint first = placement.transform().apply(each.first);
+        const CGPoint last = placement.transform().apply(each.last);
+        SCOPED_TRACE(static_cast<int>(each.orientation));
+        EXPECT_NEAR(first.x, each.shown.minX(), 1e-9);
+        EXPECT_NEAR(first.y, each.shown.minY(), 1e-9);
+        EXPECT_NEAR(last.x, each.shown.maxX(), 1e-9);
+        EXPECT_NEAR(last.y, each.shown.maxY(), 1e-9);
+        EXPECT_EQ(placement.fillsWindow(), each.fills);
+    }
+}
+
+}
+}
