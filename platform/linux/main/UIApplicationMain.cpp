@@ -76,7 +76,7 @@ void quitOnSignals(host::EventLoop& loop) {
 int runApplication(const UILaunchOptions& options, const UIMainInterface& mainInterface,
                    LinuxHost& host, RunningInstance& instance) {
     // The largest picture. The toolkit needs longer to create a window than this takes to read.
-    UIImage::readAhead(kLaunchPicture, PhoneWindow::expectedPixelsPerPoint(options.scale));
+    UIImage::readAhead(kLaunchPicture, WindowSize::initialPixelsPerPoint(options.scale));
     PhoneWindow window(options.scale);
     host.setDisplay(&window.screen());
     auto& application = UIApplication::sharedApplication();

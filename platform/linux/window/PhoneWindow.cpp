@@ -5,8 +5,7 @@
 #include "platform/linux/NativeReference.h"
 #include "platform/uikit/UIApplication.h"
 
-#include <algorithm>
-#include <cmath>
+#include <utility>
 #ifdef GDK_WINDOWING_X11
 #include <gdk/x11/gdkx.h>
 #endif
@@ -15,28 +14,7 @@ namespace vistrel {
 
 namespace {
 
-constexpr int kScreenWidth = 320;
-constexpr int kScreenHeight = 480;
-constexpr double kShareOfMonitor = 0.9;
 constexpr double kTurnSeconds = 0.3; ///< a film that cannot be played has gone by then
-
-/// Null when there is none.
-NativeReference<GdkMonitor> firstMonitor() {
-    GListModel* monitors = gdk_display_get_monitors(gdk_display_get_default());
-    return NativeReference<GdkMonitor>::adopt(GDK_MONITOR(g_list_model_get_item(monitors, 0)));
-}
-
-/// In halves, so that pictures made for whole scales stay sharp; never below 1.
-double unitsPerPoint(double asked) {
-    const auto monitor = firstMonitor();
-    if (asked > 0 || !monitor)
-        return asked > 0 ? asked : 1;
-    GdkRectangle area;
-    gdk_monitor_get_geometry(monitor.get(), &area);
-    const double fits = std::min(area.width * kShareOfMonitor / kScreenWidth,
-                                 area.height * kShareOfMonitor / kScreenHeight);
-    return std::clamp(std::floor(fits * 2) / 2, 1.0, 2.0);
-}
 
 /// Without a window manager, the toolkit still looks for one to synchronise with at the start and
 /// the end of each frame, and waits for the display's reply each time.
@@ -54,21 +32,15 @@ void drawFreelyWithoutWindowManager(GtkWidget* window) {
 
 }
 
-double PhoneWindow::expectedPixelsPerPoint(double scale) {
-    const auto monitor = firstMonitor();
-    return unitsPerPoint(scale) * (monitor ? gdk_monitor_get_scale_factor(monitor.get()) : 1);
-}
-
 PhoneWindow::PhoneWindow(double scale)
-    : window_(GTK_WINDOW(gtk_window_new())) {
-    const double factor = unitsPerPoint(scale);
-    screen_ = std::make_unique<ScreenWidget>(factor);
+    : window_(GTK_WINDOW(gtk_window_new()))
+    , openedWith_(WindowSize::initial(scale)) {
+    screen_ = std::make_unique<ScreenWidget>(openedWith_.unitsPerPoint());
     input_ = std::make_unique<ScreenInput>(*screen_);
     gtk_window_set_title(window_, "Vistrel");
     // The screen paints the whole window.
     gtk_widget_remove_css_class(GTK_WIDGET(window_), "background");
-    gtk_window_set_default_size(window_, static_cast<int>(std::lround(kScreenWidth * factor)),
-                                static_cast<int>(std::lround(kScreenHeight * factor)));
+    gtk_window_set_default_size(window_, openedWith_.width, openedWith_.height);
     gtk_window_set_child(window_, screen_->widget());
     screen_->setTurnHandler([this](bool landscape) { turnSoon(landscape); });
     connections_.push_back(
@@ -89,6 +61,11 @@ PhoneWindow::PhoneWindow(double scale)
 PhoneWindow::~PhoneWindow() {
     // The application has ended already and must not be told of the window's end.
     connections_.clear();
+    WindowSize last = size();
+    if (lies_)
+        std::swap(last.width, last.height);
+    if (hasOwnSize() && last != openedWith_)
+        last.remember();
     if (turning_ != 0)
         host::current().loop->cancel(turning_);
     input_.reset();
@@ -120,15 +97,22 @@ void PhoneWindow::turnSoon(bool landscape) {
 }
 
 void PhoneWindow::turn(bool landscape) {
-    // The toolkit keeps it up to date when the user changes the window's size.
-    int width = 0;
-    int height = 0;
-    gtk_window_get_default_size(window_, &width, &height);
-    const bool isOwnSize = !gtk_window_is_maximized(window_) && !gtk_window_is_fullscreen(window_);
-    if (landscape == lies_ || !isOwnSize || (landscape && width >= height))
+    const WindowSize now = size();
+    if (landscape == lies_ || !hasOwnSize() || (landscape && now.width >= now.height))
         return;
     lies_ = landscape;
-    gtk_window_set_default_size(window_, height, width);
+    gtk_window_set_default_size(window_, now.height, now.width);
+}
+
+WindowSize PhoneWindow::size() const {
+    // The toolkit keeps it up to date when the user changes the window's size.
+    WindowSize size{};
+    gtk_window_get_default_size(window_, &size.width, &size.height);
+    return size;
+}
+
+bool PhoneWindow::hasOwnSize() const {
+    return !gtk_window_is_maximized(window_) && !gtk_window_is_fullscreen(window_);
 }
 
 void PhoneWindow::setIcon() {

@@ -2,6 +2,7 @@
 #include "platform/linux/NativeCallback.h"
 #include "platform/linux/window/ScreenInput.h"
 #include "platform/linux/window/ScreenWidget.h"
+#include "platform/linux/window/WindowSize.h"
 
 #include <gtk/gtk.h>
 
@@ -17,10 +18,8 @@ namespace vistrel {
 /// hidden.
 class PhoneWindow {
 public:
-    /// Initial units per point; 0 chooses what fits the monitor.
+    /// `scale` as in WindowSize::initial().
     explicit PhoneWindow(double scale);
-    /// The pixels per point that such a window will start with.
-    static double expectedPixelsPerPoint(double scale);
     ~PhoneWindow();
     PhoneWindow(const PhoneWindow&) = delete;
     PhoneWindow& operator=(const PhoneWindow&) = delete;
@@ -41,8 +40,12 @@ private:
     /// own size.
     void turnSoon(bool landscape);
     void turn(bool landscape);
+    WindowSize size() const;
+    /// Neither maximised nor full screen.
+    bool hasOwnSize() const;
 
     GtkWindow* window_;
+    WindowSize openedWith_;
     std::unique_ptr<ScreenWidget> screen_;
     std::unique_ptr<ScreenInput> input_;
     std::function<void()> close_;
