@@ -92,8 +92,11 @@ protected:
     std::string alertMessage() const;
     int alertCount() const;
 
-private:
+protected:
+    /// Lays out the window's views, as a frame would.
     void layOut();
+
+private:
     void pressKey(std::istream& words, bool shift);
 
     std::shared_ptr<UIWindow> window_;
