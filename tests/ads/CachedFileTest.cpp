@@ -66,14 +66,18 @@ protected:
         file().validate();
         advance(10);
     }
+    /// Fetches and returns the delegate's events.
+    std::vector<std::string> fetched() {
+        fetch();
+        return takeEvents();
+    }
+    std::vector<std::string> takeEvents() { return std::exchange(delegate_->events, {}); }
     /// Fetches a first copy and clears the records of that.
     void haveACopy(const std::string& text = "old copy") {
         network().at(kAddress).body(text).header("Last-Modified", kModified);
-        fetch();
+        fetched();
         network().forgetRequests();
-        delegate_->events.clear();
     }
-    std::vector<std::string> takeEvents() { return std::exchange(delegate_->events, {}); }
     std::string sentHeader(const std::string& field) {
         return network().requests().empty()
                    ? "nothing sent"
@@ -210,8 +214,7 @@ TEST_F(GADCachedFileTest, AnUnexpectedStatusKeepsTheOldCopy) {
     for (const int status : {404, 400, 503, 204, 206, 301}) {
         haveACopy();
         network().at(kAddress).status(status).body("an error page");
-        fetch();
-        EXPECT_THAT(delegate_->events, ElementsAre("fail")) << status;
+        EXPECT_THAT(fetched(), ElementsAre("fail")) << status;
         EXPECT_EQ(file().httpStatusCode(), status);
         EXPECT_EQ(file().content(), "old copy");
         EXPECT_EQ(network().runningTransfers(), 0);
@@ -238,8 +241,7 @@ TEST_F(GADCachedFileTest, AFetchThatFailsReportsItsErrorAndKeepsTheOldCopy) {
     }
     file().invalidate();
     files().makeReadOnly("/var");
-    fetch();
-    EXPECT_THAT(delegate_->events, ElementsAre(::testing::StartsWith("fail NSPOSIXErrorDomain ")));
+    EXPECT_THAT(fetched(), ElementsAre(::testing::StartsWith("fail NSPOSIXErrorDomain ")));
     EXPECT_FALSE(file().hasContent());
 }
 
@@ -249,24 +251,20 @@ TEST_F(GADCachedFileTest, ARedirectIsFollowedUnlessTheDelegateVetoesIt) {
     network().at(kAddress).redirectsTo("http://cdn.example/a").header("X-Mark", "redirect");
     network().at("http://cdn.example/a").body("moved");
     delegate_->veto = NSError("veto", 7, "not there");
-    fetch();
-    EXPECT_THAT(takeEvents(), ElementsAre("redirect http://cdn.example/a", "fail veto 7"));
+    EXPECT_THAT(fetched(), ElementsAre("redirect http://cdn.example/a", "fail veto 7"));
     EXPECT_THAT(network().requestedURLs(), ElementsAre(kAddress));
     EXPECT_EQ(file().httpDestinationURL().absoluteString(), "http://cdn.example/a");
     EXPECT_THAT(file().httpHeaders(), ::testing::Contains(::testing::Pair("X-Mark", "redirect")));
     EXPECT_EQ(file().content(), "old copy");
     delegate_->veto.reset();
-    fetch();
-    EXPECT_THAT(takeEvents(), ElementsAre("redirect http://cdn.example/a", "end"));
+    EXPECT_THAT(fetched(), ElementsAre("redirect http://cdn.example/a", "end"));
     EXPECT_EQ(file().content(), "moved");
     EXPECT_EQ(file().sourceURL().absoluteString(), kAddress);
     EXPECT_EQ(file().filePath(), path);
     network().at(kAddress).redirectsTo("tel:123"); // leaves the web
-    fetch();
-    EXPECT_THAT(takeEvents(), ElementsAre("redirect tel:123", "fail NSURLErrorDomain -1002"));
+    EXPECT_THAT(fetched(), ElementsAre("redirect tel:123", "fail NSURLErrorDomain -1002"));
     delegate_->veto = NSError("veto", 7, "enough");
-    fetch();
-    EXPECT_THAT(takeEvents(), ElementsAre("redirect tel:123", "fail veto 7"));
+    EXPECT_THAT(fetched(), ElementsAre("redirect tel:123", "fail veto 7"));
 }
 
 TEST_F(GADCachedFileTest, TheCacheBusterPutsTheTimeIntoTheAddress) {
@@ -324,8 +322,7 @@ TEST_F(GADCachedFileTest, TheDelegateMayFetchAgainFromAnEndOrAFailure) {
     delegate_->onFail = [](GADCachedFile& failed) {
         failed.validate();
     };
-    fetch();
-    EXPECT_THAT(delegate_->events, ElementsAre("end", "fail NSURLErrorDomain -1001", "end"));
+    EXPECT_THAT(fetched(), ElementsAre("end", "fail NSURLErrorDomain -1001", "end"));
     EXPECT_EQ(file().content(), "third");
     EXPECT_EQ(network().requests().size(), 3U);
 }
@@ -349,9 +346,8 @@ TEST_F(GADCachedFileTest, TheDelegateMayReleaseTheFileInAnyCallback) {
     fetch();
     delegate_->veto = NSError("veto", 7, "not there");
     network().at(kAddress).redirectsTo("http://h/");
-    fetch();
-    EXPECT_THAT(delegate_->events, ElementsAre("end", "end", "fail", "fail NSURLErrorDomain -1",
-                                               "redirect http://h/", "fail veto 7"));
+    EXPECT_THAT(fetched(), ElementsAre("end", "end", "fail", "fail NSURLErrorDomain -1",
+                                       "redirect http://h/", "fail veto 7"));
     EXPECT_FALSE(file().hasContent());
 }
 

@@ -2,7 +2,6 @@
 
 #include "platform/graphics/UIImage.h"
 #include "platform/media/AudioSession.h"
-#include "platform/uikit/UIApplication.h"
 
 namespace vistrel {
 
@@ -10,10 +9,7 @@ namespace {
 
 constexpr const char* kFolder = "/var/mobile/Library/Downloads/";
 
-const bool kForgets = support::HostTest::addResetHook([] {
-    UIApplication::resetSharedApplication();
-    AudioSessionReset();
-});
+const bool kForgets = support::HostTest::addResetHook(AudioSessionReset);
 
 std::string trackPath(int number) {
     return kFolder + std::to_string(number) + ".mp3";
@@ -21,15 +17,14 @@ std::string trackPath(int number) {
 
 }
 
-PlayerTest::PlayerTest()
-    : window_(std::make_shared<UIWindow>())
-    , presenter_(std::make_shared<UIViewController>()) {
+PlayerTest::PlayerTest() {
     deterministicHost().host.resourcePath = RESOURCES_FOLDER;
-    window_->addSubview(presenter_->view());
-    window_->makeKeyAndVisible();
+    window().addSubview(presenter_->view());
 }
 
-PlayerTest::~PlayerTest() = default;
+PlayerTest::~PlayerTest() {
+    presenter_->view()->removeFromSuperview();
+}
 
 NSURL PlayerTest::trackURL(int number) {
     return NSURL::fileURLWithPath(trackPath(number));

@@ -5,8 +5,7 @@
 #include "platform/uikit/UILabel.h"
 #include "platform/uikit/UISlider.h"
 #include "platform/uikit/UITableView.h"
-#include "platform/uikit/UIWindow.h"
-#include "tests/support/HostTest.h"
+#include "tests/support/ui/ScreenTest.h"
 
 #include <memory>
 #include <string>
@@ -14,7 +13,7 @@
 namespace vistrel {
 
 /// Tests of the music player on screen: a window, a screen that presents it, and tracks.
-class PlayerTest : public support::HostTest {
+class PlayerTest : public support::ScreenTest {
 protected:
     PlayerTest();
     ~PlayerTest() override;
@@ -40,14 +39,14 @@ protected:
     bool isPlaying();
     /// The time labels' texts, "1:15 -2:05".
     std::string times();
+    using ScreenTest::tap;
     void tap(UIControl& control);
     void showOverlay();
 
     UIViewController& presenter() { return *presenter_; }
 
 private:
-    std::shared_ptr<UIWindow> window_;
-    std::shared_ptr<UIViewController> presenter_;
+    std::shared_ptr<UIViewController> presenter_ = std::make_shared<UIViewController>();
     std::shared_ptr<OvoAudioPlayerController> player_;
 };
 
