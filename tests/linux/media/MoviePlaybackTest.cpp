@@ -77,8 +77,7 @@ protected:
 
 TEST_F(MoviePlaybackTest, AFilmPlaysInRealTimeAndEndsOnce) {
     auto playback = movie("file:///colours.mp4");
-    playback->prepare();
-    ASSERT_TRUE(turnUntil([&] { return client_.ready == 1; }));
+    ASSERT_TRUE(becomesReady(*playback));
     EXPECT_NEAR(playback->duration(), 3, 0.1);
     ASSERT_TRUE(turnUntil([&] { return playback->pictureWidth() > 0; }));
     EXPECT_EQ(playback->pictureWidth(), 64);
@@ -132,8 +131,7 @@ TEST_F(MoviePlaybackTest, OddFilmsShowTheirFirstPictureUpright) {
     for (const auto& film : films) {
         client_ = {};
         auto playback = movie(std::string("file:///") + film.name);
-        playback->prepare();
-        ASSERT_TRUE(turnUntil([&] { return client_.ready == 1; })) << film.name;
+        ASSERT_TRUE(becomesReady(*playback)) << film.name;
         EXPECT_EQ(playback->pictureWidth(), film.width) << film.name;
         EXPECT_EQ(playback->pictureHeight(), film.height) << film.name;
         EXPECT_EQ(strongest(colourShown(*playback)), 0) << film.name;
@@ -144,8 +142,7 @@ TEST_F(MoviePlaybackTest, OddFilmsShowTheirFirstPictureUpright) {
 
 TEST_F(MoviePlaybackTest, SeekingWhilePausedShowsThePictureOfThatMoment) {
     auto playback = movie("file:///colours.mp4");
-    playback->prepare();
-    ASSERT_TRUE(turnUntil([&] { return client_.ready == 1; }));
+    ASSERT_TRUE(becomesReady(*playback));
     const struct {
         double second;
         int colour;

@@ -84,6 +84,11 @@ protected:
         return std::move(made.value());
     }
 
+    bool becomesReady(host::Playback& playback) {
+        playback.prepare();
+        return turnUntil([&] { return client_.ready == 1; });
+    }
+
     /// Plays it and waits until its position moves; whether it does.
     static bool starts(host::Playback& playback) {
         const double from = playback.currentTime();
