@@ -1,5 +1,6 @@
 #include "ads/Browser/GADBrowserController.h"
 #include "ads/Interstitial/GADInterstitial.h"
+#include "ads/Notification/GADNotificationCenter.h"
 #include "ads/Object/GADObjectPrivate.h"
 #include "ads/Object/GADPrivateUtilities.h"
 #include "ads/Statistics/GADStatistics.h"
@@ -181,6 +182,23 @@ TEST_F(AdScreensTest, TheOrientationSettingDecidesWhichRotationsAreAllowed) {
         for (const auto lying : {Orientation::LandscapeLeft, Orientation::LandscapeRight})
             EXPECT_EQ(screen.shouldAutorotateToInterfaceOrientation(lying), landscape) << text;
     }
+}
+
+TEST_F(AdScreensTest, AWebAppsPageIsToldThatItIsShownAndItsScreenTakesSettings) {
+    auto screen = present<GADWebAppViewController>(host());
+    screen->load(*NSURL::URLWithString("http://shop.example/"));
+    settle();
+    EXPECT_THAT(page().calls(), testing::Not(Contains(testing::HasSubstr("'onshow'"))));
+    page().finishLoad();
+    advance(1);
+    EXPECT_THAT(page().calls(), Contains(testing::HasSubstr("'onshow'")));
+    GADNotificationCenter::defaultCenter().postNotification(
+        "settings", screen->view().get(),
+        Value::Dictionary{{"supportedorientations", "landscape"}});
+    using Orientation = UIInterfaceOrientation;
+    EXPECT_TRUE(screen->shouldAutorotateToInterfaceOrientation(Orientation::LandscapeLeft));
+    EXPECT_FALSE(screen->shouldAutorotateToInterfaceOrientation(Orientation::Portrait));
+    close(std::move(screen));
 }
 
 TEST_F(AdScreensTest, TheBuiltInPicturesAreDecoded) {

@@ -124,6 +124,8 @@ TEST(ZelJSONReader, UnescapesStrings) {
         {R"("\"\\\/\b\f\n\r\t")", "\"\\/\b\f\n\r\t"},
         {R"("a\u0041\u00e9\u20AC\ud83d\ude00z")", "aA\u00e9\u20ac\U0001F600z"},
         {R"("\u0000")", std::string_view("\0", 1)},
+        {R"("\u007f\u0080\u07ff\u0800\uffff\ud800\udc00")",
+         "\x7f\u0080\u07ff\u0800\uffff\U00010000"},
         {R"("0123456789\n0123456789abcdef\t0123456789abcdef0123")",
          "0123456789\n0123456789abcdef\t0123456789abcdef0123"},
         {"\"\x7f\u00e9\u20ac\"", "\x7f\u00e9\u20ac"},
