@@ -20,6 +20,23 @@ protected:
     static std::shared_ptr<GADRequestPrivate> aRequest() {
         return std::static_pointer_cast<GADRequestPrivate>(GADRequest::request());
     }
+    /// Everything is set.
+    std::shared_ptr<GADRequestPrivate> aFullRequest() {
+        const auto request = aRequest();
+        request->setTesting(true);
+        request->setTestDevices(std::make_shared<GADRequest::Strings>(
+            GADRequest::Strings{"another", phone().identifier}));
+        request->setAdditionalParameters(
+            std::make_shared<Value::Dictionary>(Value::Dictionary{{"q", "shoes"}}));
+        request->setGender(GADGender::Female);
+        request->setBirthday(352'814'400); // noon of 7 March 1981
+        request->addKeyword("cinema");
+        request->addKeyword("music");
+        request->setLocationWithDescription("Paris");
+        request->setInterstitialAd(true);
+        request->setCounter(12);
+        return request;
+    }
     static std::string sent(const GADRequestPrivate& request, std::string_view key) {
         const auto parameters = request.parameters();
         const Value* value = parameters.find(key);
@@ -43,18 +60,7 @@ TEST_F(GADRequestTest, ARequestWithNothingSetSendsTheDeviceAndTheStatistics) {
 TEST_F(GADRequestTest, EverythingThatIsSetIsSentInOrder) {
     (void)GADNetworkChecker::sharedChecker();
     turn();
-    const auto request = aRequest();
-    request->setTesting(true);
-    request->setTestDevices(
-        std::make_shared<GADRequest::Strings>(GADRequest::Strings{"another", phone().identifier}));
-    request->setAdditionalParameters(
-        std::make_shared<Value::Dictionary>(Value::Dictionary{{"q", "shoes"}}));
-    request->setGender(GADGender::Female);
-    request->setBirthdayWithMonthDayYear(3, 7, 1981);
-    request->addKeyword("cinema");
-    request->addKeyword("music");
-    request->setLocationWithDescription("Paris");
-    request->setCounter(12);
+    const auto request = aFullRequest();
     GADStatistics::sharedStatistics().setAdRequestCount(40);
     const std::string text = *GAD_ZelJSON().stringWithObject(Value(request->parameters())).text;
     EXPECT_THAT(text.substr(text.find("\"js\"")),
@@ -169,45 +175,29 @@ TEST_F(GADRequestTest, ABirthdayIsTheSameDayEverywhereAndHasFourDigitsOfYear) {
 }
 
 TEST_F(GADRequestTest, ACopyHasTheHintsButNotTheCounter) {
-    const auto request = aRequest();
-    request->setTesting(true);
-    request->setTestDevices(std::make_shared<GADRequest::Strings>());
-    request->setAdditionalParameters(std::make_shared<Value::Dictionary>());
-    request->setGender(GADGender::Male);
-    request->setBirthday(5);
-    request->setLocationWithDescription("Paris");
-    request->addKeyword("one");
-    request->setInterstitialAd(true);
-    request->setCounter(9);
+    const auto request = aFullRequest();
     const auto copy = std::dynamic_pointer_cast<GADRequestPrivate>(request->copy());
     ASSERT_NE(copy, nullptr);
     EXPECT_TRUE(copy->testing());
     EXPECT_EQ(copy->testDevices(), request->testDevices());
     EXPECT_EQ(copy->additionalParameters(), request->additionalParameters());
-    EXPECT_EQ(copy->gender(), GADGender::Male);
-    EXPECT_EQ(copy->birthday(), 5);
+    EXPECT_EQ(copy->gender(), GADGender::Female);
+    EXPECT_EQ(copy->birthday(), request->birthday());
     EXPECT_EQ(copy->location(), request->location());
     EXPECT_EQ(copy->keywords(), request->keywords());
     EXPECT_TRUE(copy->isInterstitialAd());
     EXPECT_EQ(copy->counter(), 0);
-    copy->setGender(GADGender::Female);
-    EXPECT_EQ(request->gender(), GADGender::Male);
+    copy->setGender(GADGender::Male);
+    EXPECT_EQ(request->gender(), GADGender::Female);
 }
 
 TEST_F(GADRequestTest, DescribesWhatIsSet) {
-    const auto request = aRequest();
-    EXPECT_THAT(request->description(),
+    EXPECT_THAT(aRequest()->description(),
                 ::testing::MatchesRegex("GADRequestPrivate<0x[0-9a-f]+>: "));
-    request->setGender(GADGender::Female);
-    request->setBirthday(0);
-    request->setLocationWithDescription("Paris");
-    request->addKeyword("one");
-    request->setAdditionalParameters(
-        std::make_shared<Value::Dictionary>(Value::Dictionary{{"q", "x"}}));
-    const std::string description = request->description();
+    const std::string description = aFullRequest()->description();
     EXPECT_EQ(description.substr(description.find('\n')),
-              "\ngender:Female\nbirthday:1970-01-01 00:00:00 +0000\nlocation:Paris"
-              "\nkeywords:(\n    one\n)\nadditionalParameters:{\n    q = x;\n}");
+              "\ngender:Female\nbirthday:1981-03-07 12:00:00 +0000\nlocation:Paris"
+              "\nkeywords:(\n    cinema,\n    music\n)\nadditionalParameters:{\n    q = shoes;\n}");
 }
 
 class Signals : public GADSignalGathering {
