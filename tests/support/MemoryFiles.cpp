@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <utility>
 
 namespace vistrel::support {
@@ -15,11 +16,7 @@ host::Failure failure(int code) {
 
 /// The path without repeated slashes or one at its end.
 std::string normal(const std::string& path) {
-    std::string text;
-    for (const char c : "/" + path) {
-        if (c != '/' || !text.ends_with('/'))
-            text += c;
-    }
+    std::string text = std::filesystem::path("/" + path).lexically_normal().string();
     if (text.ends_with('/'))
         text.pop_back();
     return text;

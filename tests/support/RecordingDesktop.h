@@ -32,12 +32,15 @@ public:
     bool canSendMail() override { return canSendMail_; }
     void sendMail(host::OutgoingMail mail, std::function<void(double fraction)> progress,
                   std::function<void(host::Status)> done) override {
-        loop_.schedule(0, [this, mail = std::move(mail), progress = std::move(progress),
-                           done = std::move(done)] {
-            if (progress && !mailFailure_)
-                progress(1);
-            done(record(mail, sentMails_));
-        });
+        loop_.schedule(
+            sendFailure_ ? 0.5 : 0,
+            [this, mail = std::move(mail), progress = std::move(progress), done = std::move(done)] {
+                if (sendFailure_)
+                    return done(*sendFailure_);
+                if (progress && !mailFailure_)
+                    progress(1);
+                done(record(mail, sentMails_));
+            });
     }
     host::Status saveDraft(const host::OutgoingMail& mail) override {
         return record(mail, drafts_);
@@ -53,6 +56,8 @@ public:
     void setCanSendMail(bool can) { canSendMail_ = can; }
     /// Sending, or keeping a draft, fails.
     void setMailFailure(std::optional<host::Failure> failure) { mailFailure_ = std::move(failure); }
+    /// Sending fails, half a second later; drafts are kept.
+    void setSendFailure(host::Failure failure) { sendFailure_ = std::move(failure); }
 
 private:
     host::Status record(const host::OutgoingMail& mail, std::vector<host::OutgoingMail>& where) {
@@ -68,6 +73,7 @@ private:
     std::vector<host::OutgoingMail> sentMails_;
     std::vector<host::OutgoingMail> drafts_;
     std::optional<host::Failure> mailFailure_;
+    std::optional<host::Failure> sendFailure_;
     bool idleTimerDisabled_ = false;
     bool canSendMail_ = true;
     int vibrations_ = 0;

@@ -61,19 +61,6 @@ bool VirtualLoop::runUntil(const std::function<bool()>& condition, double atMost
     return true;
 }
 
-int VirtualLoop::run() {
-    quitting_ = false;
-    status_ = -1;
-    while (!quitting_ && !queue_.empty())
-        runNext(queue_.begin()->first.first);
-    return status_;
-}
-
-void VirtualLoop::quit(int status) {
-    quitting_ = true;
-    status_ = status;
-}
-
 void VirtualLoop::clear() {
     moments_.clear();
     const auto work = std::exchange(queue_, {});

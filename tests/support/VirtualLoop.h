@@ -2,7 +2,9 @@
 #include "platform/host/EventLoop.h"
 
 #include <cstddef>
+#include <limits>
 #include <map>
+#include <optional>
 #include <utility>
 
 namespace vistrel::support {
@@ -16,8 +18,12 @@ public:
     Token schedule(double delay, std::function<void()> work) override;
     void cancel(Token token) override;
     /// Runs all work, moving the clock, until quit() or until nothing is left to do (status -1).
-    int run() override;
-    void quit(int status) override;
+    int run() override {
+        status_.reset();
+        runUntil([this] { return status_.has_value(); }, kForever);
+        return status_.value_or(-1);
+    }
+    void quit(int status) override { status_ = status; }
 
     /// Moves the clock and runs what comes due, including what that work schedules within the time.
     void advance(double seconds);
@@ -34,6 +40,7 @@ public:
 
 private:
     using Moment = std::pair<double, Token>;
+    static constexpr double kForever = std::numeric_limits<double>::infinity();
 
     bool runNext(double until);
 
@@ -42,8 +49,7 @@ private:
     Token lastToken_ = 0;
     std::map<Moment, std::function<void()>> queue_;
     std::map<Token, Moment> moments_;
-    bool quitting_ = false;
-    int status_ = 0;
+    std::optional<int> status_;
 };
 
 }

@@ -26,7 +26,7 @@ protected:
     /// With the items, the last of them on top.
     std::shared_ptr<UINavigationBar>
     navigationBar(std::vector<std::shared_ptr<UINavigationItem>> items) {
-        const auto bar = add<UINavigationBar>(CGRectMake(0, 20, 320, 44));
+        auto bar = add<UINavigationBar>(CGRectMake(0, 20, 320, 44));
         for (auto& item : items)
             bar->pushNavigationItem(std::move(item), false);
         return bar;

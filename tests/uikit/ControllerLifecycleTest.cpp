@@ -1,4 +1,3 @@
-#include "platform/foundation/NSNotificationCenter.h"
 #include "platform/uikit/UIButton.h"
 #include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UINavigationBar.h"
@@ -96,23 +95,39 @@ protected:
         std::string second;
         words >> verb >> first >> second;
         const bool animated = verb.ends_with('~');
-        if (verb.starts_with("push"))
-            navigation_->pushViewController(screens_.at(first), animated);
-        else if (verb.starts_with("pop"))
-            navigation_->popViewControllerAnimated(animated);
-        else if (verb.starts_with("root"))
-            navigation_->popToRootViewControllerAnimated(animated);
-        else if (verb.starts_with("present"))
-            named(first).presentModalViewController(screens_.at(second), animated);
-        else if (verb.starts_with("dismiss"))
-            named(first).dismissModalViewControllerAnimated(animated);
-        else if (verb == "memory")
-            NSNotificationCenter::defaultCenter().postNotification(
-                UIApplicationDidReceiveMemoryWarningNotification);
-        else if (verb == "escape" && !press(UIKeyCode::Escape))
-            log_.emplace_back("ignored");
-        else if (verb == "moment")
-            advance(0.1);
+        const std::map<std::string, std::function<void()>> verbs{
+            {"push",
+             [&] {
+                 navigation_->pushViewController(screens_.at(first), animated);
+             }},
+            {"pop",
+             [&] {
+                 navigation_->popViewControllerAnimated(animated);
+             }},
+            {"root",
+             [&] {
+                 navigation_->popToRootViewControllerAnimated(animated);
+             }},
+            {"present",
+             [&] {
+                 named(first).presentModalViewController(screens_.at(second), animated);
+             }},
+            {"dismiss",
+             [&] {
+                 named(first).dismissModalViewControllerAnimated(animated);
+             }},
+            {"memory",
+             [&] {
+                 application().receiveMemoryWarning();
+             }},
+            {"escape",
+             [&] {
+                 press(UIKeyCode::Escape) ? (void)0 : log_.push_back("ignored");
+             }},
+            {"moment", [&] {
+                 advance(0.1);
+             }}};
+        verbs.at(animated ? verb.substr(0, verb.size() - 1) : verb)();
     }
     std::string seen() {
         std::string names;

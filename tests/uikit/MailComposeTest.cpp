@@ -1,6 +1,4 @@
 #include "platform/foundation/NSError.h"
-#include "platform/host/EventLoop.h"
-#include "platform/host/Host.h"
 #include "platform/uikit/MFMailComposeViewController.h"
 #include "platform/uikit/UIActionSheet.h"
 #include "platform/uikit/UIEventDispatcher.h"
@@ -26,18 +24,6 @@ struct Ending : MFMailComposeViewControllerDelegate {
 
     std::vector<int> results;
     std::string description;
-};
-
-/// Sends nothing, but keeps drafts.
-class RefusingDesktop : public support::RecordingDesktop {
-public:
-    using RecordingDesktop::RecordingDesktop;
-    void sendMail(host::OutgoingMail, std::function<void(double)>,
-                  std::function<void(host::Status)> done) override {
-        host::current().loop->schedule(0.5, [done] {
-            done(host::Failure{EACCES, "Wrong password."});
-        });
-    }
 };
 
 class MailCompose : public support::ScreenTest {
@@ -88,18 +74,16 @@ TEST_F(MailCompose, SendsWhatWasWrittenAndEndsOnce) {
 }
 
 TEST_F(MailCompose, AMailThatCannotBeSentIsSavedAsADraft) {
-    RefusingDesktop refusing(loop());
-    host::Desktop* const former = std::exchange(host::current().desktop, &refusing);
+    desktop().setSendFailure(host::Failure{EACCES, "Wrong password."});
     typeInto("Message", "Dear support, ");
     act("button Send; key Escape");
     EXPECT_THAT(ending_->results, IsEmpty());
     advance(2);
     EXPECT_THAT(ending_->results, ElementsAre(3)) << "Cancel waits while a mail is on its way";
     EXPECT_EQ(ending_->description, "Wrong password.");
-    ASSERT_EQ(refusing.drafts().size(), 1u);
-    EXPECT_EQ(refusing.drafts().front().body, "Dear support, Please Describe:\n\n1.0");
+    ASSERT_EQ(desktop().drafts().size(), 1u);
+    EXPECT_EQ(desktop().drafts().front().body, "Dear support, Please Describe:\n\n1.0");
     EXPECT_EQ(alertCount(), 0);
-    host::current().desktop = former;
 }
 
 TEST_F(MailCompose, AMailThatCanNeitherBeSentNorSavedIsReported) {

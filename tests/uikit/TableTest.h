@@ -3,6 +3,7 @@
 #include "platform/uikit/UITableViewCell.h"
 #include "tests/support/ui/ScreenTest.h"
 
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -13,23 +14,26 @@ namespace vistrel {
 /// A cell that paints itself and counts how often.
 class CountingCell : public UITableViewCell {
 public:
-    CountingCell();
+    CountingCell()
+        : UITableViewCell(UITableViewCellStyle::Default, "Cell") {
+        ++made;
+    }
     bool drawsContent() const override { return true; }
-    void drawRect(const CGRect& rect) override;
+    void drawRect(const CGRect&) override { ++painted; }
     std::string accessibilityLabel() const override { return text; }
 
     std::string text;
-    static int made;
-    static int painted;
+    inline static int made = 0;
+    inline static int painted = 0;
 };
 
 /// Rows by section, with what a table asks of its owner.
 class RowsOwner : public UITableViewDataSource, public UITableViewDelegate {
 public:
     std::vector<std::vector<std::string>> rows;
-    std::vector<std::string> titles;                  ///< of the headers; empty: none
-    std::vector<std::shared_ptr<UIView>> headerViews; ///< before titles
-    std::vector<double> headerHeights;                ///< set while a header view is handed out
+    std::map<int, std::string> titles;                  ///< of the headers
+    std::map<int, std::shared_ptr<UIView>> headerViews; ///< before titles
+    std::map<int, double> headerHeights;                ///< set while a header view is handed out
     std::optional<double> height;
     bool deletes = false;
     std::set<NSIndexPath> fixedRows;
@@ -38,23 +42,58 @@ public:
     std::vector<NSIndexPath> committed;
     int heightsAsked = 0;
 
-    int numberOfSectionsInTableView(UITableView& table) override;
-    int tableViewNumberOfRowsInSection(UITableView& table, int section) override;
+    int numberOfSectionsInTableView(UITableView&) override { return static_cast<int>(rows.size()); }
+    int tableViewNumberOfRowsInSection(UITableView&, int section) override {
+        return static_cast<int>(rows.at(static_cast<std::size_t>(section)).size());
+    }
     std::shared_ptr<UITableViewCell>
-    tableViewCellForRowAtIndexPath(UITableView& table, const NSIndexPath& path) override;
-    std::optional<std::string> tableViewTitleForHeaderInSection(UITableView& table,
-                                                                int section) override;
+    tableViewCellForRowAtIndexPath(UITableView& table, const NSIndexPath& path) override {
+        auto cell =
+            std::static_pointer_cast<CountingCell>(table.dequeueReusableCellWithIdentifier("Cell"));
+        if (!cell)
+            cell = std::make_shared<CountingCell>();
+        cell->text = *at(path);
+        cell->setNeedsDisplay();
+        return cell;
+    }
+    std::optional<std::string> tableViewTitleForHeaderInSection(UITableView&,
+                                                                int section) override {
+        return titles.contains(section) ? std::optional(titles[section]) : std::nullopt;
+    }
     std::shared_ptr<UIView> tableViewViewForHeaderInSection(UITableView& table,
-                                                            int section) override;
-    std::optional<double> tableViewHeightForRowAtIndexPath(UITableView& table,
-                                                           const NSIndexPath& path) override;
-    std::optional<bool> tableViewCanEditRowAtIndexPath(UITableView& table,
-                                                       const NSIndexPath& path) override;
+                                                            int section) override {
+        if (headerHeights.contains(section))
+            table.setSectionHeaderHeight(headerHeights[section]);
+        return headerViews[section];
+    }
+    std::optional<double> tableViewHeightForRowAtIndexPath(UITableView&,
+                                                           const NSIndexPath&) override {
+        ++heightsAsked;
+        return height;
+    }
+    std::optional<bool> tableViewCanEditRowAtIndexPath(UITableView&,
+                                                       const NSIndexPath& path) override {
+        return !fixedRows.contains(path);
+    }
     bool implementsCommitEditingStyle() const override { return deletes; }
     void tableViewCommitEditingStyleForRowAtIndexPath(UITableView& table,
                                                       UITableViewCellEditingStyle style,
-                                                      const NSIndexPath& path) override;
-    void tableViewDidSelectRowAtIndexPath(UITableView& table, const NSIndexPath& path) override;
+                                                      const NSIndexPath& path) override {
+        EXPECT_EQ(style, UITableViewCellEditingStyle::Delete);
+        committed.push_back(path);
+        table.beginUpdates();
+        rows[static_cast<std::size_t>(path.section)].erase(at(path));
+        table.deleteRowsAtIndexPaths({path}, UITableViewRowAnimation::Top);
+        table.endUpdates();
+    }
+    void tableViewDidSelectRowAtIndexPath(UITableView&, const NSIndexPath& path) override {
+        selected.push_back(path);
+    }
+
+private:
+    std::vector<std::string>::iterator at(const NSIndexPath& path) {
+        return rows[static_cast<std::size_t>(path.section)].begin() + path.row;
+    }
 };
 
 /// A table of 320 x 400 at the window's top, with rows of 40 points unless the owner says more.

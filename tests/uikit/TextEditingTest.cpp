@@ -108,7 +108,7 @@ protected:
         return add<UITextField>(CGRectMake(10, 40, width, 40));
     }
     std::shared_ptr<UITextView> makeTextView(const std::string& text) {
-        const auto made = add<UITextView>(CGRectMake(0, 20, 200, 100));
+        auto made = add<UITextView>(CGRectMake(0, 20, 200, 100));
         made->setText(text);
         return made;
     }

@@ -84,6 +84,13 @@ protected:
     void expectSteps(const std::vector<Step>& steps) {
         ScreenTest::expectSteps(steps, [this] { return taken(); });
     }
+    /// Of the screen with the ring around what has the focus.
+    std::string picture() {
+        auto bitmap = std::make_shared<Bitmap>(320, 480);
+        BitmapVisitor visitor(bitmap, 1);
+        application().walkScreen(visitor);
+        return std::string(bitmap->data(), bitmap->data() + std::ptrdiff_t{480} * bitmap->stride());
+    }
     Events events;
     std::shared_ptr<Listener> list = listener("list", CGRectMake(0, 100, 320, 300));
     std::shared_ptr<Listener> row = listener("row", CGRectMake(0, 50, 320, 44));
@@ -178,6 +185,13 @@ TEST_F(UIEventDispatcherTest, WithoutFocusKeysGoToTheFrontmostList) {
     EXPECT_TRUE(press(UIKeyCode::Down));
     EXPECT_FALSE(press(UIKeyCode::Left));
     EXPECT_EQ(taken(), "list key, list key");
+    const auto unfocused = picture();
+    list->focusable = true;
+    EXPECT_TRUE(press(UIKeyCode::Down));
+    EXPECT_EQ(dispatcher().firstResponder(), list) << "arrows move over its rows";
+    EXPECT_NE(picture(), unfocused);
+    dispatcher().setFirstResponder(nullptr);
+    taken();
     list->setUserInteractionEnabled(false);
     EXPECT_FALSE(press(UIKeyCode::Down));
     EXPECT_EQ(taken(), "");
@@ -205,12 +219,6 @@ TEST_F(UIEventDispatcherTest, AWindowAboveTakesTouchesAndKeys) {
 }
 
 TEST_F(UIEventDispatcherTest, KeysMoveAVisibleFocusAsThePictureReads) {
-    const auto picture = [this] {
-        auto bitmap = std::make_shared<Bitmap>(320, 480);
-        BitmapVisitor visitor(bitmap, 1);
-        application().walkScreen(visitor);
-        return std::string(bitmap->data(), bitmap->data() + bitmap->stride() * 480);
-    };
     auto other = listener("other", CGRectMake(100, 10, 50, 50));
     auto first = listener("first", CGRectMake(20, 20, 50, 50));
     row->focusable = other->focusable = first->focusable = true;

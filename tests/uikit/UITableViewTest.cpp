@@ -46,9 +46,9 @@ TEST_F(UITableViewTest, HeightsAreRequestedOncePerReload) {
 
 TEST_F(UITableViewTest, AHeaderTakesTheHeightThatIsSetWhileItIsHandedOut) {
     owner.rows = {{}, {"a", "b"}, {"c"}, {"d"}, {"e"}};
-    owner.headerHeights = {75, 32, 32, 50};
+    owner.headerHeights = {{0, 75}, {1, 32}, {2, 32}, {3, 50}};
     for (int section = 0; section < 3; ++section)
-        owner.headerViews.push_back(std::make_shared<UIView>(CGRectMake(0, 15, 320, 15)));
+        owner.headerViews[section] = std::make_shared<UIView>(CGRectMake(0, 15, 320, 15));
     table->reloadData();
     screenshot();
     EXPECT_EQ(table->rectForHeaderInSection(0), CGRectMake(0, 0, 320, 75));
@@ -64,7 +64,7 @@ TEST_F(UITableViewTest, AHeaderTakesTheHeightThatIsSetWhileItIsHandedOut) {
 
 TEST_F(UITableViewTest, HeadersStickAndPushOneAnother) {
     owner.rows = {std::vector<std::string>(20, "a"), std::vector<std::string>(20, "b")};
-    owner.titles = {"First", "Second"};
+    owner.titles = {{0, "First"}, {1, "Second"}};
     table->reloadData();
     struct Case {
         double offset;

@@ -250,7 +250,7 @@ TEST_F(FlipTest, TheOldContentTurnsAwayAndTheNewAppearsInEitherDirection) {
         UIViewAnimation::withoutAnimation([&] { other->setBackgroundColor({0, 0, 1, 1}); });
     });
     const auto expectBoth = [&](std::uint32_t color) {
-        const auto picture = screenshot();
+        auto picture = screenshot();
         EXPECT_TRUE(isMostly(picture->pixel(50, 50), color));
         EXPECT_TRUE(isMostly(picture->pixel(250, 350), color));
         return picture;
