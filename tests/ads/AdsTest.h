@@ -1,5 +1,9 @@
 #pragma once
+#include "ads/Network/GADNetworkChecker.h"
+#include "ads/Statistics/GADStatistics.h"
 #include "ads/Utility/GADDeviceEnvironment.h"
+#include "ads/Utility/GADIdentifierUtilities.h"
+#include "ads/Utility/GADSignalGathering.h"
 #include "tests/support/ui/ScreenTest.h"
 
 #include <algorithm>
@@ -46,12 +50,20 @@ public:
 /// Base of the ad library's tests. Each test gets new shared objects of the library.
 class AdsTest : public support::ScreenTest {
 protected:
-    AdsTest();
-    ~AdsTest() override;
+    AdsTest() { GADDeviceEnvironment::install(phone_); }
+    ~AdsTest() override {
+        restartLibrary();
+        GADSignalGathering::setShared(nullptr);
+        GADDeviceEnvironment::install(nullptr);
+    }
 
     ScriptedDevice& phone() { return *phone_; }
     /// Drops the shared objects, as a restart of the application does.
-    void restartLibrary();
+    void restartLibrary() {
+        GADStatistics::releaseSharedStatistics();
+        GADNetworkChecker::releaseSharedChecker();
+        GADIdentifierUtilities::resetSharedInstance();
+    }
 
 private:
     std::shared_ptr<ScriptedDevice> phone_ = std::make_shared<ScriptedDevice>();

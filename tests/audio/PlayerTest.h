@@ -1,6 +1,8 @@
 #pragma once
 #include "audio/OvoAudioPlayerController.h"
+#include "platform/graphics/UIImage.h"
 #include "platform/media/AVAudioPlayer.h"
+#include "platform/media/AudioSession.h"
 #include "platform/uikit/UIButton.h"
 #include "platform/uikit/UILabel.h"
 #include "platform/uikit/UISlider.h"
@@ -15,37 +17,80 @@ namespace vistrel {
 /// Tests of the music player on screen: a window, a screen that presents it, and tracks.
 class PlayerTest : public support::ScreenTest {
 protected:
-    PlayerTest();
-    ~PlayerTest() override;
+    PlayerTest() {
+        deterministicHost().host.resourcePath = RESOURCES_FOLDER;
+        window().addSubview(presenter_->view());
+    }
+    ~PlayerTest() override {
+        presenter_->view()->removeFromSuperview();
+        AudioSessionReset();
+    }
 
-    static NSURL trackURL(int number);
-    /// Tracks "0.mp3", "1.mp3" and so on, a minute long each.
-    static OvoAudioPlayerController::SoundFiles tracks(int count);
-    void setLength(int track, double seconds);
+    static NSURL trackURL(int number) { return NSURL::fileURLWithPath(trackPath(number)); }
+    void setLength(int track, double seconds) {
+        media().at(trackURL(track).absoluteString()).duration = seconds;
+    }
     /// Sets the title "Title 3" and so on, and the track's length.
-    void setTags(int track, double seconds);
+    void setTags(int track, double seconds) {
+        const std::string number = std::to_string(track);
+        media().setTags(trackPath(track),
+                        {"Title " + number, "Artist " + number, "Album " + number, seconds});
+        setLength(track, seconds);
+    }
 
-    /// Creates the screen without presenting it.
-    OvoAudioPlayerController& make(int count, std::uint32_t index);
-    void present();
+    /// Creates the screen without presenting it. The tracks "0.mp3", "1.mp3" and so on are a
+    /// minute long.
+    OvoAudioPlayerController& make(int count, std::uint32_t index) {
+        OvoAudioPlayerController::SoundFiles tracks;
+        for (int i = 0; i < count; ++i)
+            tracks.push_back(
+                std::make_shared<OvoAudioFile>(trackURL(i), OvoAudioFile::Reading::WhenAsked));
+        player_ = OvoAudioPlayerController::withSoundFilesAtPathAndSelectedIndex(std::move(tracks),
+                                                                                 kFolder, index);
+        return *player_;
+    }
+    void present() {
+        presenter_->presentModalViewController(player_, true);
+        advance(1);
+    }
     /// Creates and presents the screen, which plays.
-    OvoAudioPlayerController& open(int count, std::uint32_t index = 0);
+    OvoAudioPlayerController& open(int count, std::uint32_t index = 0) {
+        make(count, index);
+        presenter_->presentModalViewController(player_, false);
+        return *player_;
+    }
     /// Dismisses and destroys the screen.
-    void close();
+    void close() {
+        player_->dismissAudioPlayer();
+        advance(1);
+        player_ = nullptr;
+    }
     OvoAudioPlayerController& player() { return *player_; }
     const OvoAudioPlayerViews& views() { return player_->views(); }
     /// Number of the track that the newest player plays.
-    int trackPlaying();
-    bool isPlaying();
+    int trackPlaying() {
+        const auto* playing = media().player();
+        return playing ? std::stoi(NSURL::URLWithString(playing->url())->lastPathComponent()) : -1;
+    }
+    bool isPlaying() { return player_->player() && player_->player()->isPlaying(); }
     /// The time labels' texts, "1:15 -2:05".
-    std::string times();
+    std::string times() { return views().currentTime->text() + " " + views().duration->text(); }
     using ScreenTest::tap;
-    void tap(UIControl& control);
-    void showOverlay();
+    static void tap(UIControl& control) {
+        if (control.isEnabled())
+            control.sendActionsForControlEvents(UIControlEventTouchUpInside);
+    }
+    void showOverlay() {
+        tap(*views().artworkView);
+        advance(0.5);
+    }
 
     UIViewController& presenter() { return *presenter_; }
 
 private:
+    static constexpr const char* kFolder = "/var/mobile/Library/Downloads/";
+    static std::string trackPath(int number) { return kFolder + std::to_string(number) + ".mp3"; }
+
     std::shared_ptr<UIViewController> presenter_ = std::make_shared<UIViewController>();
     std::shared_ptr<OvoAudioPlayerController> player_;
 };
