@@ -204,7 +204,7 @@ void VideoFeed::drawPixels(GtkSnapshot* snapshot, const PixelPlace& place, doubl
     };
     const graphene_rect_t bounds =
         grapheneRectangle(units(place.x), units(place.y), units(place.width), units(place.height));
-    GskRenderNode* node = makeSoftwareNode(shown_.back(), bounds);
+    GskRenderNode* node = makeSoftwareNode(*shown_.back(), bounds);
     gtk_snapshot_append_node(snapshot, node);
     gsk_render_node_unref(node);
 }

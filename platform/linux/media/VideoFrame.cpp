@@ -16,6 +16,18 @@ void dropReference(gpointer reference) {
 
 }
 
+VideoFrame::VideoFrame(int columns, int rows)
+    : width(columns)
+    , height(rows)
+    , pixels(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows))
+    , surface(cairo_image_surface_create_for_data(reinterpret_cast<unsigned char*>(pixels.data()),
+                                                  CAIRO_FORMAT_RGB24, columns, rows, columns * 4)) {
+}
+
+VideoFrame::~VideoFrame() {
+    cairo_surface_destroy(surface);
+}
+
 std::shared_ptr<VideoFrame> VideoFramePool::take(int width, int height) {
     std::unique_ptr<VideoFrame> frame;
     {
@@ -28,12 +40,8 @@ std::shared_ptr<VideoFrame> VideoFramePool::take(int width, int height) {
             free_.pop_back();
         }
     }
-    if (!frame) {
-        frame = std::make_unique<VideoFrame>();
-        frame->width = width;
-        frame->height = height;
-        frame->pixels.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
-    }
+    if (!frame)
+        frame = std::make_unique<VideoFrame>(width, height);
     return {frame.release(), [pool = weak_from_this()](VideoFrame* done) {
                 std::unique_ptr<VideoFrame> owned(done);
                 if (const auto alive = pool.lock())
@@ -47,13 +55,7 @@ void VideoFramePool::giveBack(std::unique_ptr<VideoFrame> frame) {
         free_.push_back(std::move(frame));
 }
 
-GskRenderNode* makeSoftwareNode(const FrameReference& frame, const graphene_rect_t& bounds) {
-    static const cairo_user_data_key_t key{};
-    auto* memory =
-        reinterpret_cast<unsigned char*>(const_cast<std::uint32_t*>(frame->pixels.data()));
-    cairo_surface_t* surface = cairo_image_surface_create_for_data(
-        memory, CAIRO_FORMAT_RGB24, frame->width, frame->height, frame->width * 4);
-    cairo_surface_set_user_data(surface, &key, new FrameReference(frame), dropReference);
+GskRenderNode* makeSoftwareNode(const VideoFrame& frame, const graphene_rect_t& bounds) {
     GskRenderNode* node = gsk_cairo_node_new(&bounds);
     cairo_t* cairo = gsk_cairo_node_get_draw_context(node);
     const auto width = static_cast<double>(bounds.size.width);
@@ -61,13 +63,12 @@ GskRenderNode* makeSoftwareNode(const FrameReference& frame, const graphene_rect
     cairo_translate(cairo, static_cast<double>(bounds.origin.x),
                     static_cast<double>(bounds.origin.y));
     cairo_rectangle(cairo, 0, 0, width, height);
-    if (width != frame->width || height != frame->height)
-        cairo_scale(cairo, width / frame->width, height / frame->height);
-    cairo_set_source_surface(cairo, surface, 0, 0);
+    if (width != frame.width || height != frame.height)
+        cairo_scale(cairo, width / frame.width, height / frame.height);
+    cairo_set_source_surface(cairo, frame.surface, 0, 0);
     cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_PAD);
     cairo_fill(cairo);
     cairo_destroy(cairo);
-    cairo_surface_destroy(surface);
     return node;
 }
 

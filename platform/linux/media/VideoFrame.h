@@ -12,9 +12,17 @@ namespace vistrel {
 
 /// A frame that is ready for the screen.
 struct VideoFrame {
+    VideoFrame(int columns, int rows);
+    ~VideoFrame();
+    VideoFrame(const VideoFrame&) = delete;
+    VideoFrame& operator=(const VideoFrame&) = delete;
+
+    const int width;
+    const int height;
     std::vector<std::uint32_t> pixels; ///< blue, green, red, 255
-    int width = 0;
-    int height = 0;
+    /// The pixels' memory as the software renderer takes it. It lives as long as they do: the
+    /// renderer copies the pixels of a surface that goes before the nodes that show it.
+    cairo_surface_t* const surface;
     int quarters = 0;     ///< clockwise rotation that has already been applied
     bool isMoving = true; ///< false for the still picture of a paused player
 };
@@ -32,10 +40,9 @@ private:
     std::vector<std::unique_ptr<VideoFrame>> free_;
 };
 
-/// A node that shows a frame in the bounds. The software renderer paints from the frame's memory
-/// and would copy it if the frame were destroyed before the node.
-GskRenderNode* makeSoftwareNode(const std::shared_ptr<const VideoFrame>& frame,
-                                const graphene_rect_t& bounds);
+/// A node that shows a frame in the bounds. The software renderer paints from the frame's own
+/// memory: keep the frame until the node after this one has been painted.
+GskRenderNode* makeSoftwareNode(const VideoFrame& frame, const graphene_rect_t& bounds);
 GskRenderNode* makeTextureNode(const std::shared_ptr<const VideoFrame>& frame,
                                const graphene_rect_t& bounds);
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace vistrel {
 
@@ -14,24 +13,6 @@ constexpr int kBlockRows = 16;
 
 std::size_t count(int width, int height) {
     return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
-}
-
-/// A position between two samples.
-struct Between {
-    int first;
-    std::uint16_t share; ///< of the next sample, of 256
-};
-
-/// The source position of the middle of sample `index` when `from` samples are scaled to `to`.
-Between between(int index, int from, int to) {
-    const double at =
-        std::clamp((index + 0.5) * from / to - 0.5, 0.0, static_cast<double>(from - 1));
-    const int first = std::clamp(static_cast<int>(at), 0, std::max(from - 2, 0));
-    return {first, static_cast<std::uint16_t>(std::lround((at - first) * 256))};
-}
-
-std::uint8_t mixed(unsigned a, unsigned b, unsigned share) {
-    return static_cast<std::uint8_t>((a * (256 - share) + b * share + 128) >> 8);
 }
 
 const std::uint8_t* rowOf(const YuvPlane& plane, int row) {
@@ -63,9 +44,9 @@ void YuvScaler::scale(const YuvFrame& frame, PictureTurn turn, int width, int he
                       std::uint32_t* pixels) {
     const int colorWidth = (width + 1) / 2;
     const int colorHeight = (height + 1) / 2;
-    scalePlane(frame.luma, turn, width, height, luma_);
-    scalePlane(frame.blueDifference, turn, colorWidth, colorHeight, blue_);
-    scalePlane(frame.redDifference, turn, colorWidth, colorHeight, red_);
+    scalePlane(frame.luma, lumaRows_, turn, width, height, luma_);
+    scalePlane(frame.blueDifference, colorRows_, turn, colorWidth, colorHeight, blue_);
+    scalePlane(frame.redDifference, colorRows_, turn, colorWidth, colorHeight, red_);
     convert(frame.colors, width, height, pixels);
 }
 
@@ -84,8 +65,8 @@ YuvScaler::Layout YuvScaler::layoutFor(PictureTurn turn, int width, int height) 
     return layout;
 }
 
-void YuvScaler::scalePlane(YuvPlane plane, PictureTurn turn, int width, int height,
-                           std::vector<std::uint8_t>& to) {
+void YuvScaler::scalePlane(YuvPlane plane, RowScaler& rowScaler, PictureTurn turn, int width,
+                           int height, std::vector<std::uint8_t>& to) {
     const Layout layout = layoutFor(turn, width, height);
     const int columns = turn.swapsSides() ? height : width;
     const int rows = turn.swapsSides() ? width : height;
@@ -94,13 +75,13 @@ void YuvScaler::scalePlane(YuvPlane plane, PictureTurn turn, int width, int heig
     // so halve the planes first.
     while (plane.width >= 2 * columns && plane.height >= 2 * rows && plane.height > 1)
         plane = halved(plane);
-    findColumns(plane.width, columns);
+    rowScaler.prepare(plane.width, columns);
     block_.resize(count(columns, kBlockRows));
-    blended_.resize(static_cast<std::size_t>(plane.width) + 1);
+    blended_.resize(static_cast<std::size_t>(plane.width) + RowScaler::kPadding);
     for (int row = 0; row < rows; row += kBlockRows) {
         const int together = std::min(kBlockRows, rows - row);
         for (int i = 0; i < together; ++i)
-            makeRow(plane, row + i, rows, block_.data() + count(columns, i), columns);
+            makeRow(plane, rowScaler, row + i, rows, block_.data() + count(columns, i));
         std::uint8_t* corner = to.data() + layout.first + layout.row * row;
         if (turn.swapsSides()) {
             for (int column = 0; column < columns; ++column, corner += layout.column)
@@ -132,18 +113,9 @@ YuvPlane YuvScaler::halved(const YuvPlane& plane) {
     return {to.data(), width, height, width};
 }
 
-void YuvScaler::findColumns(int from, int to) {
-    columns_.resize(static_cast<std::size_t>(to));
-    shares_.resize(static_cast<std::size_t>(to));
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-        const Between place = between(static_cast<int>(i), from, to);
-        columns_[i] = place.first;
-        shares_[i] = place.share;
-    }
-}
-
-void YuvScaler::makeRow(const YuvPlane& plane, int row, int rows, std::uint8_t* to, int width) {
-    const Between place = between(row, plane.height, rows);
+void YuvScaler::makeRow(const YuvPlane& plane, const RowScaler& rowScaler, int row, int rows,
+                        std::uint8_t* to) {
+    const Between place = Between::of(row, plane.height, rows);
     const std::uint8_t* upper = rowOf(plane, place.first);
     const std::uint8_t* lower = rowOf(plane, std::min(place.first + 1, plane.height - 1));
     // Local copies, because a written byte could alias any of these fields.
@@ -155,12 +127,7 @@ void YuvScaler::makeRow(const YuvPlane& plane, int row, int rows, std::uint8_t* 
         blended[x] = static_cast<std::uint8_t>(
             static_cast<std::uint16_t>(upper[x] * upperShare + lower[x] * lowerShare + 128) >> 8);
     blended[samples] = blended[samples - 1];
-    const int* columns = columns_.data();
-    const std::uint16_t* shares = shares_.data();
-    for (int x = 0; x < width; ++x) {
-        const std::uint8_t* pair = blended + columns[x];
-        to[x] = mixed(pair[0], pair[1], shares[x]);
-    }
+    rowScaler.scale(blended, to);
 }
 
 /// The amounts that the colour differences add to each channel of the two pixels that share them.

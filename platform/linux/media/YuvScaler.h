@@ -1,4 +1,6 @@
 #pragma once
+#include "platform/linux/media/RowScaler.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -61,11 +63,11 @@ private:
         std::ptrdiff_t row;
     };
     static Layout layoutFor(PictureTurn turn, int width, int height);
-    void scalePlane(YuvPlane plane, PictureTurn turn, int width, int height,
+    void scalePlane(YuvPlane plane, RowScaler& rowScaler, PictureTurn turn, int width, int height,
                     std::vector<std::uint8_t>& to);
     YuvPlane halved(const YuvPlane& plane);
-    void findColumns(int from, int to);
-    void makeRow(const YuvPlane& plane, int row, int rows, std::uint8_t* to, int width);
+    void makeRow(const YuvPlane& plane, const RowScaler& rowScaler, int row, int rows,
+                 std::uint8_t* to);
     void convert(const YuvColors& colors, int width, int height, std::uint32_t* pixels);
     void findColorTerms(const YuvColors& colors, const std::uint8_t* blue, const std::uint8_t* red,
                         int count);
@@ -73,8 +75,8 @@ private:
     std::vector<std::uint8_t> half_[2];
     std::vector<std::uint8_t> blended_;
     std::vector<std::uint8_t> block_;
-    std::vector<int> columns_;
-    std::vector<std::uint16_t> shares_; ///< of the next column, of 256
+    RowScaler lumaRows_;
+    RowScaler colorRows_;
     std::vector<std::uint8_t> luma_;
     std::vector<std::uint8_t> blue_;
     std::vector<std::uint8_t> red_;
