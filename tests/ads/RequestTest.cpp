@@ -22,7 +22,7 @@ protected:
     }
     /// Everything is set.
     std::shared_ptr<GADRequestPrivate> aFullRequest() {
-        const auto request = aRequest();
+        auto request = aRequest();
         request->setTesting(true);
         request->setTestDevices(std::make_shared<GADRequest::Strings>(
             GADRequest::Strings{"another", phone().identifier}));
