@@ -80,8 +80,10 @@ bool readHead(Reading& reading) {
     if (setjmp(png_jmpbuf(reading.png)) != 0)
         return false;
     png_set_read_fn(reading.png, &reading.rest, readSome);
+#ifdef PNG_IGNORE_ADLER32 // which not every libpng has
     // Compressed data has its own checksums.
     png_set_option(reading.png, PNG_IGNORE_ADLER32, PNG_OPTION_ON);
+#endif
     png_read_info(reading.png, reading.info);
     reading.hasAlpha =
         (png_get_color_type(reading.png, reading.info) & PNG_COLOR_MASK_ALPHA) != 0 ||

@@ -88,10 +88,10 @@ bool BufferedFile::isGivenUp() {
     return size_ == 0;
 }
 
-TagLib::ByteVector BufferedFile::readBlock(unsigned long length) {
+TagLib::ByteVector BufferedFile::readBlock(TagLength length) {
     if (isGivenUp() || position_ < 0 || position_ >= size_)
         return {};
-    const auto count = std::min(length, static_cast<unsigned long>(size_ - position_));
+    const auto count = std::min(length, static_cast<TagLength>(size_ - position_));
     TagLib::ByteVector bytes(static_cast<unsigned>(count));
     const std::size_t got = read(position_, count, bytes.data());
     bytes.resize(static_cast<unsigned>(got));
@@ -99,12 +99,12 @@ TagLib::ByteVector BufferedFile::readBlock(unsigned long length) {
     return bytes;
 }
 
-void BufferedFile::seek(long offset, Position from) {
+void BufferedFile::seek(TagOffset offset, Position from) {
     if (from == Current)
         offset += position_;
     else if (from == End)
         offset += size_;
-    position_ = std::max(offset, 0L);
+    position_ = std::max(offset, TagOffset{0});
 }
 
 }

@@ -1,4 +1,5 @@
 #pragma once
+#include <taglib/taglib.h>
 #include <taglib/tiostream.h>
 
 #include <cstddef>
@@ -6,6 +7,17 @@
 #include <vector>
 
 namespace vistrel {
+
+/// The tag library's types, which its second version changed.
+#if TAGLIB_MAJOR_VERSION >= 2
+using TagOffset = TagLib::offset_t;
+using TagStart = TagLib::offset_t;
+using TagLength = std::size_t;
+#else
+using TagOffset = long;
+using TagStart = unsigned long;
+using TagLength = unsigned long;
+#endif
 
 /// An open file for the tag library, read-only. Reads a window at a time, because tags and
 /// properties are close together at both ends of a file and system calls are slow. A file in which
@@ -26,16 +38,16 @@ public:
     void forgetName() { path_.clear(); }
 
     TagLib::FileName name() const override { return path_.c_str(); }
-    TagLib::ByteVector readBlock(unsigned long length) override;
+    TagLib::ByteVector readBlock(TagLength length) override;
     void writeBlock(const TagLib::ByteVector&) override {}
-    void insert(const TagLib::ByteVector&, unsigned long, unsigned long) override {}
-    void removeBlock(unsigned long, unsigned long) override {}
+    void insert(const TagLib::ByteVector&, TagStart, TagLength) override {}
+    void removeBlock(TagStart, TagLength) override {}
     bool readOnly() const override { return true; }
     bool isOpen() const override { return file_ >= 0; }
-    void seek(long offset, Position from) override;
-    long tell() const override { return position_; }
-    long length() override { return size_; }
-    void truncate(long) override {}
+    void seek(TagOffset offset, Position from) override;
+    TagOffset tell() const override { return position_; }
+    TagOffset length() override { return size_; }
+    void truncate(TagOffset) override {}
 
 private:
     bool isInWindow(long offset, std::size_t count) const;

@@ -168,8 +168,10 @@ plist_t nodeOf(const Value& value) {
 
 std::optional<Value> valueFromPropertyList(std::span<const std::byte> bytes) {
     plist_t root = nullptr;
-    plist_from_memory(reinterpret_cast<const char*>(bytes.data()),
-                      static_cast<std::uint32_t>(bytes.size()), &root);
+    const auto* data = reinterpret_cast<const char*>(bytes.data());
+    const auto size = static_cast<std::uint32_t>(bytes.size());
+    const auto read = plist_is_binary(data, size) ? plist_from_bin : plist_from_xml;
+    read(data, size, &root);
     if (!root)
         return std::nullopt;
     const Node owned(root, plist_free);
@@ -181,10 +183,9 @@ std::vector<std::byte> propertyListFromValue(const Value& value) {
     char* bytes = nullptr;
     std::uint32_t size = 0;
     plist_to_bin(root.get(), &bytes, &size);
+    const OwnedText owned(bytes);
     const auto* begin = reinterpret_cast<const std::byte*>(bytes);
-    std::vector<std::byte> list(begin, begin + size);
-    plist_to_bin_free(bytes);
-    return list;
+    return {begin, begin + size};
 }
 
 }

@@ -23,10 +23,13 @@ void drawFreelyWithoutWindowManager(GtkWidget* window) {
     GdkSurface* surface = gtk_native_get_surface(GTK_NATIVE(window));
     if (!GDK_IS_X11_SURFACE(surface))
         return;
+    // The whole interface to this kind of display is deprecated.
+    G_GNUC_BEGIN_IGNORE_DEPRECATIONS;
     GdkX11Screen* screen = gdk_x11_display_get_screen(gdk_surface_get_display(surface));
     const bool drawsInStep =
         gdk_x11_screen_supports_net_wm_hint(screen, g_intern_static_string("_NET_WM_FRAME_DRAWN"));
     gdk_x11_surface_set_frame_sync_enabled(surface, static_cast<gboolean>(drawsInStep));
+    G_GNUC_END_IGNORE_DEPRECATIONS;
 #endif
 }
 

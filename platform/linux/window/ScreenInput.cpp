@@ -166,10 +166,12 @@ CGPoint ScreenInput::screenPoint(GdkEvent* event) const {
     double surfaceX = 0;
     double surfaceY = 0;
     gtk_native_get_surface_transform(native, &surfaceX, &surfaceY);
-    double localX = x - surfaceX;
-    double localY = y - surfaceY;
-    gtk_widget_translate_coordinates(GTK_WIDGET(native), widget, localX, localY, &localX, &localY);
-    return screen_.screenTransform().inverted().apply(CGPoint{localX, localY});
+    const graphene_point_t onWindow{static_cast<float>(x - surfaceX),
+                                    static_cast<float>(y - surfaceY)};
+    graphene_point_t local = onWindow;
+    if (!gtk_widget_compute_point(GTK_WIDGET(native), widget, &onWindow, &local))
+        return pointer_;
+    return screen_.screenTransform().inverted().apply(CGPoint{local.x, local.y});
 }
 
 bool ScreenInput::isOverForeignContent(CGPoint point) const {
