@@ -5,8 +5,9 @@
 set -euo pipefail
 build=$(readlink -f "$1")
 root=$(dirname "$(dirname "$(readlink -f "$0")")")
-cmake --build "$build" --target bench-our-start bench-plain-window bench-page-window vistrel-demo-site \
-    resources >/dev/null
+targets=(bench-our-start bench-plain-window bench-page-window vistrel-demo-site resources)
+[ -z "${BENCH_INSTALLED:-}" ] || targets+=(vistrel)
+cmake --build "$build" --target "${targets[@]}" >/dev/null
 if [ -z "${BENCH_ON_DISPLAY:-}" ]; then
     exec env BENCH_ON_DISPLAY=1 "$root/tests/journeys/in-display" bash "$0" "$build"
 fi
@@ -18,6 +19,13 @@ trap 'kill $server 2>/dev/null || true; rm -rf "$work"' EXIT
 read -r -t 30 -u "$answers" site
 page=$site/partner/1/
 bin=$build
+program=$bin/bench-our-start
+if [ -n "${BENCH_INSTALLED:-}" ]; then
+    # Beside the installed program, it finds the installed modules and resources as that does.
+    cmake --install "$build" --prefix "$work/usr" >/dev/null
+    cp "$program" "$work/usr/bin"
+    program=$work/usr/bin/bench-our-start
+fi
 
 descendants() {
     local child
@@ -71,10 +79,10 @@ rounds=11
 compare_start() {
     local name=$1
     shift
-    measure no "$bin/bench-our-start" menu "$work/device" "$@"
+    measure no "$program" menu "$work/device" "$@"
     measure no "$bin/bench-plain-window"
     for _ in $(seq $rounds); do
-        measure no "$bin/bench-our-start" menu "$work/device" "$@"; echo "$measured_time" >>"$work/ours"
+        measure no "$program" menu "$work/device" "$@"; echo "$measured_time" >>"$work/ours"
         measure no "$bin/bench-plain-window"; echo "$measured_time" >>"$work/peer"
     done
     compare "$name" 1.4 ms || status=1
@@ -83,10 +91,10 @@ compare_start() {
 compare_start "start to the menu's first frame"
 compare_start "the same with a banner" "$site"
 
-measure no "$bin/bench-our-start" page "$work/device" "$page"
+measure no "$program" page "$work/device" "$page"
 measure no "$bin/bench-page-window" "$page"
 for _ in $(seq $rounds); do
-    measure yes "$bin/bench-our-start" page "$work/device" "$page"
+    measure yes "$program" page "$work/device" "$page"
     echo "$measured_time" >>"$work/ours"; echo "$measured_memory" >>"$work/ours-memory"
     measure yes "$bin/bench-page-window" "$page"
     echo "$measured_time" >>"$work/peer"; echo "$measured_memory" >>"$work/peer-memory"
@@ -100,7 +108,7 @@ count_frames() {
     local name=$1 frames
     shift
     said=
-    measure no "$bin/bench-our-start" idle "$work/device" "$@"
+    measure no "$program" idle "$work/device" "$@"
     frames=${said#idle }
     printf '%s: %s 0 frames - 0 %s\n' "$name" "$frames" "$([ "$frames" = 0 ] && echo ok || echo short)"
     [ "$frames" = 0 ] || status=1
