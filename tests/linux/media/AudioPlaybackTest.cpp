@@ -84,13 +84,27 @@ TEST_F(AudioPlaybackTest, ItStartsAtThePositionThatWasSetAndFromTheBeginningAfte
     EXPECT_LT(playback->currentTime(), 1);
 }
 
-TEST_F(AudioPlaybackTest, AnInterruptionMayBePendingWhenThePlayerIsDestroyed) {
+TEST_F(AudioPlaybackTest, ARequestIsIgnoredDuringAPauseAndMayOutliveThePlayer) {
     auto playback = audio("steady.mp3");
+    const auto request = [&](GstState state) {
+        GstElement* pipeline =
+            gst_play_get_pipeline(dynamic_cast<GstPlayback&>(*playback).native());
+        gst_element_post_message(pipeline,
+                                 gst_message_new_request_state(GST_OBJECT(pipeline), state));
+        gst_object_unref(pipeline);
+    };
     ASSERT_TRUE(starts(*playback));
-    GstElement* pipeline = gst_play_get_pipeline(dynamic_cast<GstPlayback&>(*playback).native());
-    gst_element_post_message(pipeline,
-                             gst_message_new_request_state(GST_OBJECT(pipeline), GST_STATE_PAUSED));
-    gst_object_unref(pipeline);
+    playback->pause();
+    request(GST_STATE_PAUSED);
+    turnFor(0.3);
+    request(GST_STATE_PLAYING);
+    turnFor(0.3);
+    const double held = playback->currentTime();
+    turnFor(0.3);
+    EXPECT_DOUBLE_EQ(playback->currentTime(), held);
+    EXPECT_THAT(client_.interruptions, testing::IsEmpty());
+    ASSERT_TRUE(starts(*playback));
+    request(GST_STATE_PAUSED);
     playback.reset();
     turnFor(0.1);
     EXPECT_THAT(client_.interruptions, testing::IsEmpty());

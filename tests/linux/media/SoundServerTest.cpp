@@ -89,6 +89,9 @@ TEST_F(SoundServerTest, ACallInterruptsMusicUntilItEnds) {
     ASSERT_TRUE(turnUntil([&] { return client_.interruptions.size() == 2; }, 10));
     EXPECT_THAT(client_.interruptions, ElementsAre(true, false));
     EXPECT_FALSE(music->isPlaying()) << "whether to go on is the application's choice";
+    const double held = music->currentTime();
+    turnFor(0.6);
+    EXPECT_NEAR(music->currentTime(), held, 0.1);
     EXPECT_TRUE(starts(*music));
 }
 
