@@ -1,10 +1,11 @@
 #!/bin/bash
 # A film of 1280 × 720 at 30 frames, shown 720 × 405: processor seconds of 20 s of steady playing and peak memory against
-# two players that show it in the same size on the same display, in turns; and the share of frames shown.
+# two players that show it in the same size on the same display, in turns; the share of frames shown; and the time to the
+# first moving picture, from a file and over HTTP: here from the request to play, there from the start of the process.
 set -euo pipefail
 build=$(readlink -f "$1")
 root=$(dirname "$(dirname "$(readlink -f "$0")")")
-cmake --build "$build" --target bench-our-film vistrel-media resources >/dev/null
+cmake --build "$build" --target bench-our-film bench-serve-file vistrel-media resources >/dev/null
 if [ -z "${BENCH_ON_DISPLAY:-}" ]; then
     exec env BENCH_ON_DISPLAY=1 "$root/tests/journeys/in-display" bash "$0" "$build"
 fi
@@ -12,11 +13,11 @@ fi
 seconds=20
 rounds=${BENCH_ROUNDS:-3}
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
+trap 'kill "${server:-}" 2>/dev/null || true; rm -rf "$work"' EXIT
 film=$work/device/film.mp4
 mkdir "$work/device"
 ffmpeg -nostdin -loglevel error -f lavfi -i "testsrc2=s=1280x720:r=30:d=40,noise=alls=6:allf=t" \
-    -f lavfi -i "sine=440:d=40" -c:v libx264 -preset veryfast -pix_fmt yuv420p -g 60 -b:v 3M -c:a aac "$film"
+    -f lavfi -i "sine=440:d=40" -c:v libx264 -preset veryfast -pix_fmt yuv420p -g 60 -b:v 3M -c:a aac -movflags +faststart "$film"
 
 # measure NAME COMMAND...: appends "hundredths of a second, KiB" to the contender's file.
 measure() {
@@ -24,7 +25,7 @@ measure() {
     shift
     "$@" >"$work/$name.out" 2>/dev/null &
     pid=$!
-    sleep 4
+    sleep 6
     before=$(awk '{ print $14 + $15 }' "/proc/$pid/stat")
     sleep "$seconds"
     after=$(awk '{ print $14 + $15 }' "/proc/$pid/stat")
@@ -35,11 +36,27 @@ measure() {
     echo "$((after - before)) $peak" >>"$work/$name"
 }
 
+gst_play=(gst-play-1.0 --audiosink="fakesink sync=true"
+    --videosink="videoscale ! video/x-raw,width=720,height=405 ! ximagesink")
+
+# first NAME FILM: milliseconds until the first moving picture, appended to the contenders' files of that name. The peer draws
+# the first picture once while it is still paused.
+first() {
+    timeout 5 "$build/bench-our-film" "$work/device" "${2#"$work/device"}" 1 2>/dev/null |
+        awk '/^first/ { print $2 }' >>"$work/ours-$1" || true
+    GST_DEBUG_NO_COLOR=1 GST_DEBUG=ximagesink:6 timeout 5 "${gst_play[@]}" "$2" 2>&1 >/dev/null |
+        awk '/PutImage on/ && ++count == 2 { split($1, time, ":"); print time[3] * 1000 }' >>"$work/gst-play-$1" || true
+}
+
+exec {answers}< <(exec "$build/bench-serve-file" "$film")
+server=$!
+read -r -t 30 -u "$answers" address
 for ((round = 0; round < rounds; ++round)); do
+    first file "$film"
+    first http "$address"
     measure ours "$build/bench-our-film" "$work/device" /film.mp4 "$seconds"
     awk '/^frames/ { print $2 }' "$work/ours.out" >>"$work/frames"
-    measure gst-play gst-play-1.0 --audiosink="fakesink sync=true" \
-        --videosink="videoscale ! video/x-raw,width=720,height=405 ! ximagesink" "$film"
+    measure gst-play "${gst_play[@]}" "$film"
     measure mpv mpv --no-config --vo=x11 --ao=null --osc=no --no-border --geometry=720x405 "$film"
 done
 
@@ -58,7 +75,11 @@ figure() {
 figure "processor, gst-play" "$(best "$work/ours")" "$(best "$work/gst-play")" s 1.25 100
 figure "processor, mpv" "$(best "$work/ours")" "$(best "$work/mpv")" s 1.00 100
 figure "peak memory, gst-play" "$(peak "$work/ours")" "$(peak "$work/gst-play")" MiB 1.30 1024
-echo "spread of the peers over $rounds rounds: $(spread "$work/gst-play") % and $(spread "$work/mpv") %"
+figure "first moving picture, file" "$(best "$work/ours-file")" "$(best "$work/gst-play-file")" ms 1.20 1
+figure "first moving picture, HTTP" "$(best "$work/ours-http")" "$(best "$work/gst-play-http")" ms 1.20 1
+for peer in gst-play mpv gst-play-file gst-play-http; do
+    echo "spread of $peer over $rounds rounds: $(spread "$work/$peer") %"
+done
 awk -v seconds="$seconds" '{ if ($1 > most) most = $1 } END {
     share = most / seconds / 30 * 100
     holds = share >= 99
