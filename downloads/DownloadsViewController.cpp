@@ -47,6 +47,12 @@ void DownloadsViewController::updateArray() {
         NSLog(listing.error->description());
 }
 
+void DownloadsViewController::refresh() {
+    updateArray();
+    if (tableView_)
+        tableView_->reloadData();
+}
+
 void DownloadsViewController::checkForFilesInWrongDirectories() {
     std::vector<std::string> found;
     for (const char* folder : kStrayFolders) {
@@ -75,9 +81,7 @@ void DownloadsViewController::moveFiles() {
     panel->show(true);
     view()->setUserInteractionEnabled(false);
     moveStrayFiles();
-    updateArray();
-    if (tableView_)
-        tableView_->reloadData();
+    refresh();
     panel->show(false);
     view()->setUserInteractionEnabled(true);
 }

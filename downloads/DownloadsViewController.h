@@ -30,6 +30,8 @@ public:
 
     /// Rebuilds both lists from the folder.
     void updateArray();
+    /// The same, and shows them.
+    void refresh();
     /// Asks whether to move stray files in, when there are any.
     void checkForFilesInWrongDirectories();
     void moveFiles();

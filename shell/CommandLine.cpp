@@ -3,6 +3,7 @@
 #include "platform/foundation/NSURL.h"
 
 #include <charconv>
+#include <filesystem>
 #include <string_view>
 
 namespace vistrel {
@@ -29,6 +30,19 @@ std::optional<double> parseScale(std::string_view text) {
 bool isWebAddress(const std::string& text) {
     const auto url = NSURL::URLWithString(text);
     return url && url->isHTTP() && !url->host().empty();
+}
+
+/// The address of what is to be opened: a web page, or a file that exists. Empty for others.
+std::string addressOf(const std::string& argument) {
+    if (isWebAddress(argument))
+        return argument;
+    const auto url = NSURL::URLWithString(argument);
+    const bool isFileAddress = url && url->scheme() == "file";
+    std::error_code error;
+    const auto path = std::filesystem::absolute(isFileAddress ? url->path() : argument, error);
+    if (error || !std::filesystem::is_regular_file(path, error))
+        return {};
+    return NSURL::fileURLWithPath(path.lexically_normal().string()).absoluteString();
 }
 
 /// Stores the option's value; returns what is wrong with it, or nothing.
@@ -90,10 +104,10 @@ CommandLine CommandLine::parse(std::span<char* const> arguments) {
             line.action = Action::ShowVersion;
             return line;
         } else if (!option.starts_with('-') && line.openAddress.empty()) {
-            line.openAddress = option;
-            if (!isWebAddress(line.openAddress))
-                return refuse("cannot open '" + line.openAddress +
-                              "', which is not an http or https address");
+            line.openAddress = addressOf(std::string(option));
+            if (line.openAddress.empty())
+                return refuse("cannot open '" + std::string(option) +
+                              "', which is neither an http or https address nor a file");
         } else {
             return refuse("unexpected argument '" + std::string(option) + "'");
         }
@@ -102,8 +116,10 @@ CommandLine CommandLine::parse(std::span<char* const> arguments) {
 }
 
 std::string CommandLine::helpText() {
-    return "Usage: vistrel [OPTION]... [URL]\n"
-           "Browses sites for video and music, downloads it and plays it. Opens the page at URL.\n"
+    return "Usage: vistrel [OPTION]... [URL|FILE]\n"
+           "Browses sites for video and music, downloads it and plays it. Opens the page at URL, "
+           "or\n"
+           "offers to copy FILE into the downloads folder.\n"
            "\n"
            "  --site URL         the content site (default: from the settings file)\n"
            "  --ads URL          the ad server (default: from the settings file)\n"

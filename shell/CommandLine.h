@@ -9,7 +9,7 @@ namespace vistrel {
 struct CommandLine {
     std::string site;          ///< address of the content site; empty: from the settings
     std::string adServer;      ///< address of the ad server; empty: from the settings
-    std::string openAddress;   ///< address of a page to show; empty: the menu
+    std::string openAddress;   ///< of a page or a media file to open; empty: the menu
     std::string deviceRoot;    ///< empty: the default
     double scale = 0;          ///< 0: what fits the monitor
     std::string tourDirectory; ///< where the guided tour saves its pictures; empty: no tour

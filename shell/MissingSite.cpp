@@ -15,10 +15,6 @@ namespace vistrel {
 
 namespace {
 
-std::string localized(const char* text) {
-    return NSBundle::mainBundle().localizedStringForKeyValue(text);
-}
-
 void createSettingsFile(const std::filesystem::path& path) {
     std::error_code error;
     if (std::filesystem::exists(path, error))
@@ -40,7 +36,8 @@ public:
         createSettingsFile(path);
         const auto url = NSURL::fileURLWithPath(path);
         if (!UIApplication::sharedApplication().openURL(url))
-            UIAlertView::withTitle(localized("Settings"), path, {}, localized("OK"))->show();
+            UIAlertView::withTitle(NSLocalizedString("Settings"), path, {}, NSLocalizedString("OK"))
+                ->show();
     }
 };
 
@@ -52,9 +49,9 @@ void remindOfMissingSite() {
         return;
     static const auto offer = std::make_shared<SettingsOffer>();
     UIAlertView::withTitle(
-        localized("No content site"),
-        localized("Shows, movies and music come from a site that is not set yet."), offer,
-        localized("Later"), {localized("Set Site")})
+        NSLocalizedString("No content site"),
+        NSLocalizedString("Shows, movies and music come from a site that is not set yet."), offer,
+        NSLocalizedString("Later"), {NSLocalizedString("Set Site")})
         ->show();
 }
 

@@ -47,16 +47,12 @@ constexpr UIColor kBarTint = UIColor::colorWithRedGreenBlueAlpha(0.156F, 0.155F,
 constexpr UIColor kTableBackground = UIColor::colorWithRedGreenBlueAlpha(0.114F, 0.113F, 0.143F, 1);
 
 MenuRecord webRecord(const char* title, const char* image, std::string url) {
-    return {NSBundle::mainBundle().localizedStringForKeyValue(title), nullptr,
-            UIImage::imageNamed(image), std::move(url)};
+    return {NSLocalizedString(title), nullptr, UIImage::imageNamed(image), std::move(url)};
 }
 
 MenuRecord nativeRecord(const char* title, const char* image,
                         std::shared_ptr<UIViewController> controller) {
-    return {NSBundle::mainBundle().localizedStringForKeyValue(title),
-            std::move(controller),
-            UIImage::imageNamed(image),
-            {}};
+    return {NSLocalizedString(title), std::move(controller), UIImage::imageNamed(image), {}};
 }
 
 /// A section's header: a picture of text, and the text for a screen reader.

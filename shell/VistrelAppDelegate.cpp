@@ -1,5 +1,6 @@
 #include "shell/VistrelAppDelegate.h"
 
+#include "downloads/FileImport.h"
 #include "platform/foundation/NSFileManager.h"
 #include "platform/foundation/NSLog.h"
 #include "platform/foundation/NSURL.h"
@@ -37,10 +38,15 @@ void VistrelAppDelegate::applicationDidFinishLaunching(UIApplication&) {
 }
 
 bool VistrelAppDelegate::applicationHandleOpenURL(UIApplication&, const NSURL& url) {
-    if (!url.isHTTP())
+    const bool isFile = url.scheme() == "file";
+    if (!isFile && !url.isHTTP())
         return false;
     if (navigationController_->modalViewController())
         navigationController_->dismissModalViewControllerAnimated(false);
+    if (isFile) {
+        FileImport::offer(url, *navigationController_);
+        return true;
+    }
     navigationController_->pushViewController(
         WebBrowserViewController::withTitleURL(url.host(), url.absoluteString()), false);
     return true;

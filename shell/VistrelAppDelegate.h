@@ -24,7 +24,7 @@ public:
     void setNavigationController(std::shared_ptr<UINavigationController> controller);
 
     void applicationDidFinishLaunching(UIApplication& application) override;
-    /// Shows a page on top of whatever is open.
+    /// Shows a page on top of whatever is open, or offers to copy a file into the library.
     bool applicationHandleOpenURL(UIApplication& application, const NSURL& url) override;
     void startupAnimationDone();
 

@@ -51,10 +51,6 @@ std::optional<NSURL> typedAddress(const std::string& text) {
     return NSURL::URLWithString(hasScheme ? text : "http://" + text);
 }
 
-std::string localized(const char* key) {
-    return NSBundle::mainBundle().localizedStringForKeyValue(key);
-}
-
 }
 
 bool isDownloadableMIMEType(const std::string& mimeType) {
@@ -123,11 +119,11 @@ void WebBrowserViewController::homeAction() {
 }
 
 void WebBrowserViewController::addressAction() {
-    const auto prompt = UIAlertView::withTitle(localized("Go to Address"), {},
-                                               weakReference<UIAlertViewDelegate>(this),
-                                               localized("Cancel"), {localized("Go")});
+    const auto prompt = UIAlertView::withTitle(
+        NSLocalizedString("Go to Address"), {}, weakReference<UIAlertViewDelegate>(this),
+        NSLocalizedString("Cancel"), {NSLocalizedString("Go")});
     prompt->setAlertViewStyle(UIAlertViewStyle::PlainTextInput);
-    prompt->textFieldAtIndex(0)->setPlaceholder(localized("Address"));
+    prompt->textFieldAtIndex(0)->setPlaceholder(NSLocalizedString("Address"));
     addressPrompt_ = prompt;
     prompt->show();
 }
@@ -282,9 +278,10 @@ bool WebBrowserViewController::mayResend(const NSURLRequest& request,
                          type == UIWebViewNavigationType::FormResubmitted;
     if (!repeats || request.isSafeToRepeat() || std::exchange(resends_, false))
         return true;
-    UIAlertView::withTitle(
-        localized("Send Again?"), localized("To show this page, the form has to be sent again."),
-        weakReference<UIAlertViewDelegate>(this), localized("Cancel"), {localized("Send")})
+    UIAlertView::withTitle(NSLocalizedString("Send Again?"),
+                           NSLocalizedString("To show this page, the form has to be sent again."),
+                           weakReference<UIAlertViewDelegate>(this), NSLocalizedString("Cancel"),
+                           {NSLocalizedString("Send")})
         ->show();
     return false;
 }
@@ -367,15 +364,17 @@ void WebBrowserViewController::showNotice(const NSError& error) {
         return;
     if (error.domain() == NSURLErrorDomain &&
         error.code() == NSURLErrorServerCertificateUntrusted) {
-        const PageNotice notice{localized("This Connection Is Not Secure"),
-                                localized("The certificate is not valid. Nothing was sent."),
-                                {}};
+        const PageNotice notice{
+            NSLocalizedString("This Connection Is Not Secure"),
+            NSLocalizedString("The certificate is not valid. Nothing was sent."),
+            {}};
         webView_->showNotice(notice.html(*url), *url);
     } else if (error.domain() == WebKitErrorDomain &&
                error.code() == WebKitErrorWebContentProcessTerminated) {
-        const PageNotice notice{localized("The Page Has Stopped"),
-                                localized("Something went wrong while this page was shown."),
-                                localized("Load Again")};
+        const PageNotice notice{
+            NSLocalizedString("The Page Has Stopped"),
+            NSLocalizedString("Something went wrong while this page was shown."),
+            NSLocalizedString("Load Again")};
         webView_->showNotice(notice.html(*url), *url);
     }
 }

@@ -47,4 +47,8 @@ std::string NSBundle::localizedStringForKeyValue(const std::string& key,
     return value.empty() ? key : value;
 }
 
+std::string NSLocalizedString(const std::string& key) {
+    return NSBundle::mainBundle().localizedStringForKeyValue(key);
+}
+
 }

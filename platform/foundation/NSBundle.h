@@ -26,4 +26,7 @@ private:
     bool infoRead_ = false;
 };
 
+/// The main bundle's translation of `key`, or the key itself.
+std::string NSLocalizedString(const std::string& key);
+
 }

@@ -28,6 +28,12 @@ public:
     /// Shows a notification; plain text.
     virtual void notify(const std::string& title, const std::string& text) = 0;
 
+    /// Copies a file of the machine, given by its address, to a machine path that is free: whole or
+    /// not at all. Both functions run on the loop, `done` once.
+    virtual void copyFile(const std::string& url, const std::string& machinePath,
+                          std::function<void(double fraction)> progress,
+                          std::function<void(Status)> done) = 0;
+
     /// True when an outgoing account is configured.
     virtual bool canSendMail() = 0;
     /// `done` runs once, on the loop, with the outcome.

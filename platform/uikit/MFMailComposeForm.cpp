@@ -51,10 +51,6 @@ private:
     std::shared_ptr<UITextField> field_;
 };
 
-std::string translated(const std::string& key) {
-    return NSBundle::mainBundle().localizedStringForKeyValue(key);
-}
-
 }
 
 MFMailComposeForm::MFMailComposeForm(CGRect frame)
@@ -62,8 +58,8 @@ MFMailComposeForm::MFMailComposeForm(CGRect frame)
     , body_(std::make_shared<UITextView>()) {
     UIView::setBackgroundColor(UIColor::whiteColor());
     for (const char* label : {"To:", "Cc:", "Bcc:", "Subject:"})
-        addRow(translated(label));
-    body_->setAccessibility({UIAccessibilityRole::Field, translated("Message"), {}, true});
+        addRow(NSLocalizedString(label));
+    body_->setAccessibility({UIAccessibilityRole::Field, NSLocalizedString("Message"), {}, true});
     body_->setTextChangeHandler([this] { edited(); });
     UIView::addSubview(body_);
 }

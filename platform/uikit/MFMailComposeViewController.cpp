@@ -19,13 +19,9 @@ namespace {
 
 using Row = MFMailComposeForm::Row;
 
-std::string translated(const std::string& key) {
-    return NSBundle::mainBundle().localizedStringForKeyValue(key);
-}
-
 void tellDraftIsLost(const host::Failure& failure) {
-    UIAlertView::withTitle(translated("Failed to Save Draft"), failure.message, {},
-                           translated("OK"))
+    UIAlertView::withTitle(NSLocalizedString("Failed to Save Draft"), failure.message, {},
+                           NSLocalizedString("OK"))
         ->show();
 }
 
@@ -37,7 +33,7 @@ bool MFMailComposeViewController::canSendMail() {
 
 MFMailComposeViewController::MFMailComposeViewController()
     : bar_(std::make_shared<UINavigationBar>())
-    , item_(std::make_shared<UINavigationItem>(translated("New Message")))
+    , item_(std::make_shared<UINavigationItem>(NSLocalizedString("New Message")))
     , form_(std::make_shared<MFMailComposeForm>(CGRectMake(0, kUIBarHeight, 320, 416))) {}
 
 MFMailComposeViewController::~MFMailComposeViewController() = default;
@@ -78,7 +74,7 @@ void MFMailComposeViewController::viewDidLoad() {
     item_->setLeftBarButtonItem(UIBarButtonItem::withBarButtonSystemItem(
         UIBarButtonSystemItem::Cancel, weakly(this, &Composer::cancel)));
     item_->setRightBarButtonItem(UIBarButtonItem::withTitle(
-        translated("Send"), UIBarButtonItemStyle::Done, weakly(this, &Composer::send)));
+        NSLocalizedString("Send"), UIBarButtonItemStyle::Done, weakly(this, &Composer::send)));
     bar_->setFrame(CGRectMake(0, 0, root->bounds().size.width, kUIBarHeight));
     bar_->setAutoresizingMask(UIViewAutoresizingFlexibleWidth);
     bar_->setItems({item_}, false);
@@ -124,8 +120,9 @@ void MFMailComposeViewController::cancel() {
         finish(MFMailComposeResult::Cancelled, nullptr);
         return;
     }
-    UIActionSheet::withTitle({}, weakReference<UIActionSheetDelegate>(this), translated("Cancel"),
-                             translated("Delete Draft"), {translated("Save Draft")})
+    UIActionSheet::withTitle({}, weakReference<UIActionSheetDelegate>(this),
+                             NSLocalizedString("Cancel"), NSLocalizedString("Delete Draft"),
+                             {NSLocalizedString("Save Draft")})
         ->showInView(*view());
 }
 
@@ -164,7 +161,7 @@ void MFMailComposeViewController::send() {
 
 void MFMailComposeViewController::showProgress(double fraction) {
     const auto percent = std::lround(std::min(1.0, std::max(0.0, fraction)) * 100);
-    std::string text = translated("Sending");
+    std::string text = NSLocalizedString("Sending");
     if (percent > 0)
         text += " " + std::to_string(percent) + "%";
     hud_->setText(text);

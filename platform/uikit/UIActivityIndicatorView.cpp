@@ -66,7 +66,7 @@ UIAccessibilityElement UIActivityIndicatorView::accessibilityElement() const {
     UIAccessibilityElement element = UIView::accessibilityElement();
     element.role = UIAccessibilityRole::ProgressBar;
     if (element.label.empty())
-        element.label = NSBundle::mainBundle().localizedStringForKeyValue("In progress");
+        element.label = NSLocalizedString("In progress");
     return element;
 }
 

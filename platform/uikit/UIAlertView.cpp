@@ -81,8 +81,7 @@ void UIAlertView::setAlertViewStyle(UIAlertViewStyle style) {
     }
     for (const char* placeholder : {"Name", "Password"}) {
         fields_.push_back(std::make_shared<UITextField>());
-        fields_.back()->setPlaceholder(
-            NSBundle::mainBundle().localizedStringForKeyValue(placeholder));
+        fields_.back()->setPlaceholder(NSLocalizedString(placeholder));
     }
     fields_.back()->setSecureTextEntry(true);
 }

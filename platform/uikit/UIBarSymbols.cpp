@@ -164,7 +164,7 @@ void draw(UIBarButtonSystemItem item, CGPoint center, const UIColor& color) {
 
 std::string name(UIBarButtonSystemItem item) {
     const std::string english = key(item);
-    return english.empty() ? english : NSBundle::mainBundle().localizedStringForKeyValue(english);
+    return english.empty() ? english : NSLocalizedString(english);
 }
 
 }

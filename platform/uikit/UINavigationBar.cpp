@@ -142,7 +142,7 @@ UINavigationBar::Slot UINavigationBar::leftSlot() const {
     };
     const bool usesTitle = !back->title().empty() && !tooLong(back->title());
     return {nullptr, items_[items_.size() - 2],
-            usesTitle ? back->title() : NSBundle::mainBundle().localizedStringForKeyValue("Back")};
+            usesTitle ? back->title() : NSLocalizedString("Back")};
 }
 
 UINavigationBar::Slot UINavigationBar::titleSlot() const {

@@ -88,8 +88,8 @@ void UITableViewCellDeleteCircle::drawRect(const CGRect& rect) {
 UIAccessibilityElement UITableViewCellDeleteCircle::accessibilityElement() const {
     if (alpha() == 0 || !superview())
         return {};
-    const std::string label = NSBundle::mainBundle().localizedStringForKeyValue("Delete") + " " +
-                              superview()->accessibilityElement().label;
+    const std::string label =
+        NSLocalizedString("Delete") + " " + superview()->accessibilityElement().label;
     return {UIAccessibilityRole::Button, label, {}, isEnabled()};
 }
 

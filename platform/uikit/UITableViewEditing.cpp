@@ -46,7 +46,7 @@ void UITableViewEditing::showConfirmation(const NSIndexPath& path) {
     if (const auto delegate = table_.delegate())
         title = delegate->tableViewTitleForDeleteConfirmationButton(table_, path);
     if (title.empty())
-        title = NSBundle::mainBundle().localizedStringForKeyValue("Delete");
+        title = NSLocalizedString("Delete");
     confirming_ = path;
     cell->controls().setConfirmationTitle(title);
     cell->setShowingDeleteConfirmation(true, true);

@@ -71,8 +71,7 @@ void UIViewController::setEditing(bool editing, bool /*animated*/) {
     editing_ = editing;
     if (!editButtonItem_)
         return;
-    const NSBundle& bundle = NSBundle::mainBundle();
-    editButtonItem_->setTitle(bundle.localizedStringForKeyValue(editing ? "Done" : "Edit"));
+    editButtonItem_->setTitle(NSLocalizedString(editing ? "Done" : "Edit"));
     editButtonItem_->setStyle(editing ? UIBarButtonItemStyle::Done
                                       : UIBarButtonItemStyle::Bordered);
 }

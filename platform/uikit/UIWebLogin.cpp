@@ -17,10 +17,6 @@ std::map<std::string, std::shared_ptr<UIWebLogin>>& openLogins() {
     return logins;
 }
 
-std::string localized(const char* key) {
-    return NSBundle::mainBundle().localizedStringForKeyValue(key);
-}
-
 }
 
 void UIWebLogin::answer(const host::WebChallenge& challenge, Answer answer) {
@@ -50,8 +46,9 @@ void UIWebLogin::show() {
     const std::string where = challenge_.realm.empty()
                                   ? challenge_.origin
                                   : challenge_.origin + "\n\u201c" + challenge_.realm + "\u201d";
-    const auto alert = UIAlertView::withTitle(localized("Log In"), where, weak_from_this(),
-                                              localized("Cancel"), {localized("Log In")});
+    const auto alert =
+        UIAlertView::withTitle(NSLocalizedString("Log In"), where, weak_from_this(),
+                               NSLocalizedString("Cancel"), {NSLocalizedString("Log In")});
     alert->setAlertViewStyle(UIAlertViewStyle::LoginAndPasswordInput);
     alert->show();
 }

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <vector>
 
 namespace vistrel {
@@ -52,6 +55,18 @@ TEST(CommandLine, AMistakeIsReportedInOneLine) {
         EXPECT_NE(line.refusal.find(mentions), std::string::npos) << line.refusal;
         EXPECT_EQ(line.refusal.find('\n'), std::string::npos);
     }
+}
+
+TEST(CommandLine, AFileThatExistsIsOpenedByItsAddress) {
+    char pattern[] = "/tmp/vistrel-line-XXXXXX";
+    const std::string folder = ::mkdtemp(pattern);
+    std::ofstream(folder + "/A Film.mp4") << "film";
+    const std::string address = "file://" + folder + "/A%20Film.mp4";
+    EXPECT_EQ(parse({folder + "/./A Film.mp4"}).openAddress, address);
+    EXPECT_EQ(parse({address}).openAddress, address);
+    EXPECT_EQ(parse({folder}).action, CommandLine::Action::Refuse) << "a folder";
+    std::filesystem::remove_all(folder);
+    EXPECT_EQ(parse({address}).action, CommandLine::Action::Refuse) << "gone";
 }
 
 TEST(CommandLine, HelpAndVersionComeBeforeTheRest) {

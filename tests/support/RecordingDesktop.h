@@ -29,6 +29,11 @@ public:
         notifications_.push_back(title + ": " + text);
     }
     const std::vector<std::string>& notifications() const { return notifications_; }
+    void copyFile(const std::string& url, const std::string& machinePath,
+                  std::function<void(double fraction)> progress,
+                  std::function<void(host::Status)> done) override {
+        copies_.push_back({url, machinePath, std::move(progress), std::move(done)});
+    }
     bool canSendMail() override { return canSendMail_; }
     void sendMail(host::OutgoingMail mail, std::function<void(double fraction)> progress,
                   std::function<void(host::Status)> done) override {
@@ -46,6 +51,15 @@ public:
         return record(mail, drafts_);
     }
 
+    /// A copy that was asked for; the test reports how it goes.
+    struct Copy {
+        std::string url;
+        std::string machinePath;
+        std::function<void(double)> progress;
+        std::function<void(host::Status)> done;
+    };
+    const std::vector<Copy>& copies() const { return copies_; }
+
     /// Schemes that something handles; "http", "https" and "mailto" at first.
     std::set<std::string>& schemes() { return schemes_; }
     const std::vector<std::string>& openedURLs() const { return openedURLs_; }
@@ -60,6 +74,7 @@ public:
     void setSendFailure(host::Failure failure) { sendFailure_ = std::move(failure); }
 
 private:
+    std::vector<Copy> copies_;
     host::Status record(const host::OutgoingMail& mail, std::vector<host::OutgoingMail>& where) {
         if (mailFailure_)
             return *mailFailure_;

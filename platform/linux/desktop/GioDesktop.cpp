@@ -2,8 +2,13 @@
 
 #include "platform/foundation/Weakly.h"
 #include "platform/linux/NativeCallback.h"
+#include "platform/linux/files/NewFile.h"
 #include "platform/linux/mail/MailService.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -128,6 +133,38 @@ void GioDesktop::notify(const std::string& title, const std::string& text) {
                            g_variant_new("(susssasa{sv}i)", "Vistrel", 0U, kApplicationID,
                                          title.c_str(), body.get(), nullptr, &hints, -1),
                            nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr, nullptr);
+}
+
+void GioDesktop::copyFile(const std::string& url, const std::string& machinePath,
+                          std::function<void(double fraction)> progress,
+                          std::function<void(host::Status)> done) {
+    const std::string hidden =
+        machinePath.substr(0, machinePath.find_last_of('/') + 1) + newHiddenName();
+    const auto from = NativeReference<GFile>::adopt(g_file_new_for_uri(url.c_str()));
+    const auto to = NativeReference<GFile>::adopt(g_file_new_for_path(hidden.c_str()));
+    const auto report = std::make_shared<std::function<void(double)>>(std::move(progress));
+    const GFileProgressCallback progressed = [](goffset now, goffset all, gpointer data) {
+        if (all > 0)
+            (*static_cast<std::function<void(double)>*>(data))(static_cast<double>(now) /
+                                                               static_cast<double>(all));
+    };
+    // The lambda keeps `report`, which the callback reaches until then.
+    const auto copied = [from, report, hidden, machinePath,
+                         done = std::move(done)](GAsyncResult* result) {
+        GError* error = nullptr;
+        host::Status outcome = host::Done{};
+        if (g_file_copy_finish(from.get(), result, &error))
+            outcome = renameWithoutReplacing(AT_FDCWD, hidden, AT_FDCWD, machinePath);
+        else
+            outcome = host::Failure{EIO, error->message};
+        g_clear_error(&error);
+        if (!outcome)
+            ::unlink(hidden.c_str());
+        done(outcome);
+    };
+    callAsync(copied, g_file_copy_async, from.get(), to.get(),
+              static_cast<GFileCopyFlags>(G_FILE_COPY_TARGET_DEFAULT_PERMS), G_PRIORITY_DEFAULT,
+              cancellable_.get(), progressed, static_cast<gpointer>(report.get()));
 }
 
 bool GioDesktop::canSendMail() {

@@ -24,6 +24,9 @@ public:
     void setIdleTimerDisabled(bool disabled) override;
     void vibrate() override;
     void notify(const std::string& title, const std::string& text) override;
+    void copyFile(const std::string& url, const std::string& machinePath,
+                  std::function<void(double fraction)> progress,
+                  std::function<void(host::Status)> done) override;
     bool canSendMail() override;
     void sendMail(host::OutgoingMail mail, std::function<void(double fraction)> progress,
                   std::function<void(host::Status)> done) override;

@@ -90,6 +90,7 @@ int runApplication(const UILaunchOptions& options, const UIMainInterface& mainIn
             openAddress(address);
             window.raise(startupToken);
         });
+        window.setDropHandler(openAddress);
         host.webEngine().warmUp();
         window.setIcon();
     });

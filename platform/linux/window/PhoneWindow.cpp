@@ -71,6 +71,7 @@ PhoneWindow::~PhoneWindow() {
         last.remember();
     if (turning_ != 0)
         host::current().loop->cancel(turning_);
+    drop_.reset();
     input_.reset();
     screen_.reset();
     gtk_window_destroy(window_);
@@ -126,6 +127,10 @@ void PhoneWindow::raise(const std::string& startupToken) {
     if (!startupToken.empty())
         gtk_window_set_startup_id(window_, startupToken.c_str());
     gtk_window_present(window_);
+}
+
+void PhoneWindow::setDropHandler(FileDrop::Dropped handler) {
+    drop_ = std::make_unique<FileDrop>(screen_->widget(), std::move(handler));
 }
 
 void PhoneWindow::setFirstFrameHandler(std::function<void()> handler) {

@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/linux/NativeCallback.h"
+#include "platform/linux/window/FileDrop.h"
 #include "platform/linux/window/ScreenInput.h"
 #include "platform/linux/window/ScreenWidget.h"
 #include "platform/linux/window/WindowSize.h"
@@ -27,6 +28,8 @@ public:
     ScreenWidget& screen() { return *screen_; }
     void setFirstFrameHandler(std::function<void()> handler);
     void setCloseHandler(std::function<void()> handler) { close_ = std::move(handler); }
+    /// Called with the address of each file that is dropped on the window.
+    void setDropHandler(FileDrop::Dropped handler);
     /// Slow, because it reads the icon theme: call it after the first frame.
     void setIcon();
     /// Asks the desktop to bring it to the front; `startupToken` is the desktop's permission.
@@ -48,6 +51,7 @@ private:
     WindowSize openedWith_;
     std::unique_ptr<ScreenWidget> screen_;
     std::unique_ptr<ScreenInput> input_;
+    std::unique_ptr<FileDrop> drop_;
     std::function<void()> close_;
     std::uint64_t turning_ = 0;
     bool lies_ = false; ///< width and height are exchanged

@@ -10,6 +10,9 @@
 
 #include <stdlib.h>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -43,6 +46,38 @@ TEST_F(BareSessionTest, EachServiceIsAbsentWithoutHarm) {
         EXPECT_FALSE(desktop_->canOpenURL(url)) << url;
         EXPECT_FALSE(desktop_->openURL(url)) << url;
     }
+}
+
+TEST_F(BareSessionTest, AFileIsCopiedWholeOrNotAtAllAndReplacesNothing) {
+    char pattern[] = "/tmp/vistrel-copy-XXXXXX";
+    const std::string folder = ::mkdtemp(pattern);
+    const std::string film(3'000'000, 'f');
+    std::ofstream(folder + "/film.mp4") << film;
+    std::ofstream(folder + "/there.mp4") << "there";
+    const auto copy = [&](const std::string& from, const std::string& to) {
+        std::optional<bool> succeeded;
+        double last = 0;
+        desktop_->copyFile(
+            "file://" + folder + "/" + from, folder + "/" + to,
+            [&](double fraction) { last = fraction; },
+            [&](const host::Status& outcome) { succeeded = outcome.ok(); });
+        EXPECT_TRUE(turnUntil([&] { return succeeded.has_value(); }));
+        return succeeded.value_or(false) && last == 1;
+    };
+    const auto content = [&](const std::string& name) {
+        std::ifstream file(folder + "/" + name);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    EXPECT_TRUE(copy("film.mp4", "copied.mp4"));
+    EXPECT_TRUE(content("copied.mp4") == film);
+    EXPECT_FALSE(copy("film.mp4", "there.mp4"));
+    EXPECT_EQ(content("there.mp4"), "there");
+    EXPECT_FALSE(copy("missing.mp4", "new.mp4"));
+    EXPECT_FALSE(copy("film.mp4", "no/folder.mp4"));
+    std::error_code ignored;
+    const std::filesystem::directory_iterator files(folder);
+    EXPECT_EQ(std::distance(begin(files), end(files)), 3) << "nothing hidden is left";
+    std::filesystem::remove_all(folder, ignored);
 }
 
 /// A session whose desktop shows notifications and keeps the screen awake, and records the calls.
