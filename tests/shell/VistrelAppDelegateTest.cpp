@@ -1,6 +1,7 @@
 #include "shell/VistrelAppDelegate.h"
 
 #include "platform/foundation/NSURL.h"
+#include "platform/uikit/UIAlertView.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UINavigationController.h"
@@ -60,7 +61,10 @@ TEST_F(StartUpTest, AnAddressFromTheDesktopOpensOnTopOfWhatIsOpen) {
     const auto navigation = delegate_->navigationController();
     navigation->presentModalViewController(std::make_shared<UIViewController>(), false);
     EXPECT_TRUE(open("http://films.example/page"));
-    EXPECT_FALSE(open("file:///etc/passwd"));
+    EXPECT_FALSE(open("ftp://films.example/page"));
+    EXPECT_TRUE(open("file:///etc/passwd"));
+    ASSERT_EQ(UIAlertView::visibleAlerts().size(), 1U) << "a file is never a page";
+    EXPECT_EQ(UIAlertView::visibleAlerts().front()->title(), "Cannot Be Played");
     EXPECT_FALSE(navigation->modalViewController()) << "at once";
     advance(1);
     EXPECT_EQ(navigation->viewControllers().size(), 2U);
