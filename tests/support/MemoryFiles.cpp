@@ -140,6 +140,7 @@ host::Result<std::vector<std::string>> MemoryFiles::list(const std::string& path
     }
     std::ranges::sort(entries);
     std::vector<std::string> names;
+    names.reserve(entries.size());
     for (auto& [order, name] : entries)
         names.push_back(std::move(name));
     return names;

@@ -7,7 +7,7 @@ namespace vistrel {
 
 namespace {
 
-constexpr CGSize kScreen{320, 480};
+constexpr CGSize kScreen = ScreenPlacement::kScreen;
 
 /// Turns the portrait screen so that a view in that orientation is upright, with its origin in the
 /// corner.

@@ -9,6 +9,9 @@ namespace vistrel {
 /// the phone is turned by a quarter, so that what it shows is upright.
 class ScreenPlacement {
 public:
+    /// The phone's screen in points, held upright.
+    static constexpr CGSize kScreen{320, 480};
+
     /// `window` in the toolkit's units.
     ScreenPlacement(CGSize window, UIInterfaceOrientation orientation);
 

@@ -21,8 +21,7 @@ namespace vistrel {
 
 namespace {
 
-constexpr double kScreenWidth = 320;
-constexpr double kScreenHeight = 480;
+constexpr CGSize kScreen = ScreenPlacement::kScreen;
 constexpr double kDescribeSeconds = 0.2;     ///< after the last frame
 constexpr double kMostDescribeSeconds = 1.0; ///< while frames keep coming
 
@@ -221,8 +220,8 @@ GtkSizeRequestMode ScreenWidget::requestMode(GtkWidget*) {
 
 void ScreenWidget::measure(GtkWidget*, GtkOrientation orientation, int, int* minimum, int* natural,
                            int* minimumBaseline, int* naturalBaseline) {
-    *natural =
-        static_cast<int>(orientation == GTK_ORIENTATION_HORIZONTAL ? kScreenWidth : kScreenHeight);
+    *natural = static_cast<int>(orientation == GTK_ORIENTATION_HORIZONTAL ? kScreen.width
+                                                                          : kScreen.height);
     *minimum = *natural / 2;
     *minimumBaseline = *naturalBaseline = -1;
 }
@@ -273,7 +272,7 @@ bool ScreenWidget::drawScreen(GtkSnapshot* snapshot) {
     fillBeside(snapshot);
     recording_.begin(gtk_widget_get_scale_factor(widget_));
     recording_.pushTransform(screenTransform());
-    recording_.pushClip(CGRectMake(0, 0, kScreenWidth, kScreenHeight));
+    recording_.pushClip(CGRectMake(0, 0, kScreen.width, kScreen.height));
     UIApplication::sharedApplication().walkScreen(recording_);
     recording_.pop();
     recording_.pop();

@@ -29,12 +29,16 @@ void UploadMemory::keepFor(GtkWidget* widget) {
         return;
     width_ = std::max(width, width_);
     height_ = std::max(height, height_);
+    // The whole interface to this kind of display is deprecated.
+    G_GNUC_BEGIN_IGNORE_DEPRECATIONS;
     auto* display = gdk_x11_display_get_xdisplay(gdk_surface_get_display(window));
+    const auto target = gdk_x11_surface_get_xid(window);
+    G_GNUC_END_IGNORE_DEPRECATIONS;
     XWindowAttributes attributes;
-    if (XGetWindowAttributes(display, gdk_x11_surface_get_xid(window), &attributes) == 0)
+    if (XGetWindowAttributes(display, target, &attributes) == 0)
         return;
-    cairo_surface_t* screen = cairo_xlib_surface_create(display, gdk_x11_surface_get_xid(window),
-                                                        attributes.visual, width, height);
+    cairo_surface_t* screen =
+        cairo_xlib_surface_create(display, target, attributes.visual, width, height);
     // A piece as large as a frame makes the library take memory for several.
     keep(cairo_surface_create_similar_image(screen, CAIRO_FORMAT_RGB24, width_, height_));
     cairo_surface_destroy(screen);

@@ -13,8 +13,7 @@ namespace vistrel {
 
 namespace {
 
-constexpr double kScreenWidth = 320;
-constexpr double kScreenHeight = 480;
+constexpr CGSize kScreen = ScreenPlacement::kScreen;
 constexpr double kShareOfMonitor = 0.9;
 constexpr double kSmallestScale = 0.5;
 constexpr double kLargestScale = 2;
@@ -28,14 +27,14 @@ NativeReference<GdkMonitor> firstMonitor() {
 }
 
 WindowSize scaled(double scale) {
-    return {static_cast<int>(std::lround(kScreenWidth * scale)),
-            static_cast<int>(std::lround(kScreenHeight * scale))};
+    return {static_cast<int>(std::lround(kScreen.width * scale)),
+            static_cast<int>(std::lround(kScreen.height * scale))};
 }
 
 /// In halves, so that pictures made for whole scales stay sharp.
 double scaleThatFits(WindowSize area) {
-    const double fits = std::min(area.width * kShareOfMonitor / kScreenWidth,
-                                 area.height * kShareOfMonitor / kScreenHeight);
+    const double fits = std::min(area.width * kShareOfMonitor / kScreen.width,
+                                 area.height * kShareOfMonitor / kScreen.height);
     return std::clamp(std::floor(fits * 2) / 2, kSmallestScale, kLargestScale);
 }
 
@@ -43,7 +42,7 @@ double scaleThatFits(WindowSize area) {
 
 WindowSize WindowSize::initial(double scale) {
     const auto monitor = firstMonitor();
-    GdkRectangle area{0, 0, static_cast<int>(kScreenWidth), static_cast<int>(kScreenHeight)};
+    GdkRectangle area{0, 0, static_cast<int>(kScreen.width), static_cast<int>(kScreen.height)};
     if (monitor)
         gdk_monitor_get_geometry(monitor.get(), &area);
     const WindowSize most{area.width, area.height};
