@@ -125,12 +125,12 @@ double GstPlayback::runningTime() const {
 }
 
 bool GstPlayback::hasStreams() const {
-    GstElement* pipeline = gst_play_get_pipeline(play_);
-    int pictures = 0;
-    int sounds = 0;
-    g_object_get(pipeline, "n-video", &pictures, "n-audio", &sounds, nullptr);
-    gst_object_unref(pipeline);
-    return pictures + sounds > 0;
+    GstPlayMediaInfo* info = gst_play_get_media_info(play_);
+    const bool has = info && gst_play_media_info_get_number_of_video_streams(info) +
+                                     gst_play_media_info_get_number_of_audio_streams(info) >
+                                 0;
+    g_clear_object(&info);
+    return has;
 }
 
 bool GstPlayback::isSeekable() const {

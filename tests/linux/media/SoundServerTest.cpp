@@ -91,7 +91,7 @@ TEST_F(SoundServerTest, ACallInterruptsMusicUntilItEnds) {
     EXPECT_FALSE(music->isPlaying()) << "whether to go on is the application's choice";
     const double held = music->currentTime();
     turnFor(0.6);
-    EXPECT_NEAR(music->currentTime(), held, 0.1);
+    EXPECT_NEAR(music->currentTime(), held, 0.2) << "the server may play what it still has";
     EXPECT_TRUE(starts(*music));
 }
 
