@@ -11,7 +11,7 @@ constexpr int kZlibFormat = MAX_WBITS;
 constexpr int kNoFormat = -MAX_WBITS;
 /// The first byte of a gzip member; a body may have several.
 constexpr std::byte kGzipStart{0x1F};
-/// A body may grow so many times, and to this size whatever it was.
+/// A body may grow by this factor, and to this size in any case.
 constexpr std::uint64_t kMostGrowth = 100;
 constexpr std::uint64_t kHarmlessSize = std::uint64_t{16} * 1024 * 1024;
 

@@ -9,10 +9,10 @@
 
 namespace vistrel {
 
-/// Unpacks a body that was compressed for the way (Content-Encoding: gzip or deflate).
+/// Decompresses a body with a Content-Encoding of gzip or deflate.
 class BodyDecoder {
 public:
-    /// Null for a coding that is not unpacked here: the body is delivered as it comes.
+    /// Null for any other coding: such a body is delivered as it arrives.
     static std::unique_ptr<BodyDecoder> forCoding(std::string_view coding);
     ~BodyDecoder();
     BodyDecoder(const BodyDecoder&) = delete;
@@ -29,7 +29,7 @@ public:
     /// a body that grows far beyond what came over the network.
     Step decode(std::span<const std::byte> input, std::span<std::byte> output);
 
-    /// Whether the body ended where its format says, with a checksum that fits.
+    /// Whether the compressed data has ended, with a matching checksum.
     bool isComplete() const { return complete_; }
 
 private:
@@ -40,8 +40,8 @@ private:
     bool isGzip_;
     bool started_ = false;
     bool complete_ = false;
-    bool ended_ = false;         ///< something followed that is not part of the body
-    bool outputPending_ = false; ///< the output had no room for what the input held
+    bool ended_ = false;         ///< what follows is not part of the body
+    bool outputPending_ = false; ///< the output was too small for all of the input
     std::uint64_t read_ = 0;
     std::uint64_t written_ = 0;
 };

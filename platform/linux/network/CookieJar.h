@@ -3,8 +3,8 @@
 
 namespace vistrel {
 
-/// The cookies of the whole process: the connections', and, kept equal both ways, the page
-/// engine's. Lives until the process ends.
+/// The cookies of the whole process, shared by connections and, synchronised in both directions,
+/// the page engine. Lives until the process ends.
 [[nodiscard]] SoupCookieJar* sharedCookieJar();
 
 }

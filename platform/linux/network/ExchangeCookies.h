@@ -13,7 +13,7 @@ namespace vistrel {
 class ExchangeCookies {
 public:
     /// `mainDocument` is the page that makes the request: cookies that are not meant for its
-    /// requests to other sites are left out, as for a frame. Empty: the application's own request.
+    /// requests to other sites are left out, as for a frame. Empty for the application's own.
     ExchangeCookies(host::CookieUse use, const std::string& mainDocument);
     ~ExchangeCookies();
     ExchangeCookies(const ExchangeCookies&) = delete;

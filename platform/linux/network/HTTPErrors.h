@@ -7,7 +7,7 @@
 
 namespace vistrel {
 
-/// What a failed transfer means to people. `detail` is the library's own text, which may be empty.
+/// The error to show for a failed transfer. `detail` is libcurl's message, which may be empty.
 [[nodiscard]] host::TransferError transferErrorOf(CURLcode result, const std::string& detail);
 
 }

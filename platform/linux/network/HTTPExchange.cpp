@@ -11,7 +11,7 @@ namespace vistrel {
 
 namespace {
 
-/// What is read and handed on at a time. Larger pieces fall out of the processor's cache in
+/// How much is read and delivered at a time. Larger pieces fall out of the processor's cache in
 /// between; smaller ones cost more calls.
 constexpr std::size_t kPieceSize = std::size_t{256} * 1024;
 constexpr int kMostRedirects = 20;
@@ -57,7 +57,7 @@ void HTTPExchange::proxiesFound(GAsyncResult* result) {
     g_strfreev(proxies);
     if (proxy == "direct://")
         proxy.clear();
-    // The desktop's word for a proxy that also looks up names.
+    // The desktop's name for a proxy that also resolves host names.
     else if (proxy.starts_with("socks://"))
         proxy.replace(0, 5, "socks5h");
     if (client_)
@@ -157,7 +157,7 @@ void HTTPExchange::follow(const std::string& location) {
         cancel();
         return;
     }
-    // The connection is kept when the answer's body has come with its head.
+    // The connection is reused if the body arrived together with the head.
     stop();
     received_.clear();
     request_ = requestAfterRedirect(std::move(request_), head_.status(), target);
@@ -199,7 +199,7 @@ void HTTPExchange::deliverDecoded() {
     switch (step.state) {
     case BodyDecoder::State::MoreOutput:
         restartTimeout();
-        wake(); // the rest has to wait for its turn
+        wake(); // the rest is decoded in a later turn of the loop
         break;
     case BodyDecoder::State::MoreInput:
         received_.clear();
@@ -236,7 +236,7 @@ bool HTTPExchange::bodyIsWhole() const {
 
 void HTTPExchange::finish() {
     if (headIsTooLong_) {
-        fail({host::TransferErrorKind::Other, "The head of the server's answer does not end."});
+        fail({host::TransferErrorKind::Other, "The head of the server's answer is too long."});
     } else if (*result_ != CURLE_OK) {
         fail(transferErrorOf(*result_, errorText()));
     } else if (!bodyIsWhole()) {

@@ -24,7 +24,7 @@ public:
     ~HTTPExchange() override;
 
     void begin();
-    /// The client hears nothing more, and the connection is closed.
+    /// Closes the connection; the client is not called again.
     void cancel();
 
 private:
@@ -53,7 +53,7 @@ private:
 
     host::EventLoop& loop_;
     host::TransferRequest request_;
-    host::TransferClient* client_; ///< null once it is to hear nothing more
+    host::TransferClient* client_; ///< null once it must not be called again
     ExchangeCookies cookies_;
     NativeReference<GCancellable> cancellable_;
     int redirects_ = 0;
@@ -64,7 +64,7 @@ private:
     bool headIsTooLong_ = false;
     bool answered_ = false;
     std::int64_t expected_ = -1;
-    std::vector<std::byte> received_; ///< and not yet delivered
+    std::vector<std::byte> received_; ///< but not yet delivered
     std::size_t decodedBytes_ = 0;    ///< of received_
     bool paused_ = false;
     std::unique_ptr<BodyDecoder> decoder_;

@@ -8,23 +8,23 @@
 
 namespace vistrel {
 
-/// The head of an answer, put together line by line. Interim answers (1xx) are passed over.
+/// The head of a response, assembled line by line. Interim responses (1xx) are skipped.
 class HTTPHead {
 public:
-    /// One line with its end; the blank one completes the head. False when the server sends more
-    /// than any head needs.
+    /// Takes a line with its line break; an empty one completes the head. False when the head
+    /// exceeds any reasonable size.
     [[nodiscard]] bool take(std::string_view line);
 
-    /// Of the final answer; lines that follow are ignored.
+    /// Of the final response; later lines are ignored.
     bool isComplete() const { return complete_; }
     int status() const { return status_; }
     const host::HeaderFields& fields() const { return fields_; }
     /// The value of the fields of that name, empty when absent.
     std::string field(std::string_view name) const;
 
-    /// Type and subtype as they stand in the field.
+    /// Type and subtype, spelled as in the field.
     std::string mimeType() const;
-    /// The address that a redirect answer names; nothing for any other answer.
+    /// The target of a redirect; nothing for any other response.
     std::optional<std::string> location() const;
 
 private:

@@ -25,7 +25,7 @@ bool fitsOneLine(std::string_view text) {
 void append(HeaderList& list, const std::string& field, const std::string& value) {
     if (field.empty() || !fitsOneLine(field) || !fitsOneLine(value))
         return;
-    // The library takes "Field:" for one that is not to be sent.
+    // libcurl reads "Field:" as a field to leave out.
     const std::string line = value.empty() ? field + ";" : field + ": " + value;
     curl_slist* longer = curl_slist_append(list.get(), line.c_str());
     (void)list.release();

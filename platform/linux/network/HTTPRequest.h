@@ -17,19 +17,19 @@ using ParsedURI = std::unique_ptr<GUri, HTTPRequestDeleters>;
 using HeaderList = std::unique_ptr<curl_slist, HTTPRequestDeleters>;
 
 [[nodiscard]] bool isHTTP(const std::string& url);
-/// Null for what is not an address with a host.
+/// Null unless the address is valid and has a host.
 [[nodiscard]] ParsedURI parsedURI(const std::string& url);
-/// The address that a redirect's Location means, seen from `base`; empty when it is malformed.
+/// A redirect's Location resolved against `base`; empty when it is malformed.
 [[nodiscard]] std::string resolvedURL(GUri* base, const std::string& location);
 [[nodiscard]] std::string textOf(GUri* uri);
 
-/// The request's header lines, with the cookies given; fields that would begin a further line are
+/// The request's header lines, including the given cookies; fields that contain line breaks are
 /// left out.
 [[nodiscard]] HeaderList headerLines(const host::TransferRequest& request,
                                      const std::string& cookies);
 
-/// The request for the next hop: the method follows from the answer's status, and other sites are
-/// not told what was meant for the first.
+/// The request for the next hop: the status decides the method, and credentials for the first site
+/// are not sent to another one.
 [[nodiscard]] host::TransferRequest requestAfterRedirect(host::TransferRequest request, int status,
                                                          const std::string& target);
 

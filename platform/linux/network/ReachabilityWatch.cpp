@@ -8,7 +8,7 @@ namespace vistrel {
 
 namespace {
 
-constexpr guint16 kPort = 80; ///< the monitor looks for a route only
+constexpr guint16 kPort = 80; ///< any will do: the monitor only looks for a route
 
 }
 

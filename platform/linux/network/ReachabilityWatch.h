@@ -11,7 +11,7 @@
 
 namespace vistrel {
 
-/// Asks the system's network monitor about one host, now and whenever the network changes.
+/// Reports whether a host can be reached, now and whenever the network changes.
 class ReachabilityWatch : public std::enable_shared_from_this<ReachabilityWatch> {
 public:
     using Handler = std::function<void(host::Reachability)>;
@@ -29,7 +29,7 @@ private:
 
     GNetworkMonitor* monitor_ = g_network_monitor_get_default();
     NativeReference<GSocketConnectable> host_;
-    NativeReference<GCancellable> question_; ///< null while none is open
+    NativeReference<GCancellable> question_; ///< null unless an answer is pending
     SignalConnection changes_;
     Handler handler_;
 };
