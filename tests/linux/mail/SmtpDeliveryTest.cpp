@@ -25,9 +25,6 @@ protected:
         account_.host = "127.0.0.1";
         account_.security = MailSecurity::None;
         account_.user = "me";
-        message_ = {"me@example.com",
-                    {"a@example.com", "b@example.com"},
-                    "Subject: x\r\n\r\n.dot\r\nend\r\n"};
     }
 
     /// Sends to a server that behaves so, and waits for the outcome.
@@ -59,7 +56,8 @@ protected:
 
     std::shared_ptr<CurlLoop> curl_ = std::make_shared<CurlLoop>();
     MailAccount account_;
-    MailMessage message_;
+    MailMessage message_{
+        "me@example.com", {"a@example.com", "b@example.com"}, "Subject: x\r\n\r\n.dot\r\nend\r\n"};
     std::vector<host::Status> outcomes_;
     std::vector<double> progress_;
     std::vector<std::string> commands_;

@@ -1,19 +1,13 @@
 #pragma once
-#include "platform/linux/NativeReference.h"
+#include "tests/linux/LoopbackListener.h"
 
-#include <gio/gio.h>
-
-#include <cstdint>
 #include <map>
 #include <mutex>
-#include <optional>
-#include <string>
-#include <thread>
 #include <vector>
 
 namespace vistrel {
 
-/// A mail server on 127.0.0.1 that answers as a test says, from its own thread.
+/// A mail server on loopback that answers as a test says.
 class SmtpTestServer {
 public:
     struct Behaviour {
@@ -31,37 +25,91 @@ public:
         std::string injected{};
     };
 
-    explicit SmtpTestServer(Behaviour behaviour);
-    ~SmtpTestServer();
-    SmtpTestServer(const SmtpTestServer&) = delete;
-    SmtpTestServer& operator=(const SmtpTestServer&) = delete;
+    explicit SmtpTestServer(Behaviour behaviour)
+        : behaviour_(std::move(behaviour)) {}
 
-    std::uint16_t port() const { return port_; }
+    std::uint16_t port() const { return listener_.port(); }
     /// Commands as they came; those that came encrypted begin with "*".
-    std::vector<std::string> commands();
+    std::vector<std::string> commands() {
+        const std::lock_guard lock(mutex_);
+        return commands_;
+    }
     /// As it came, dots and all, without the final one.
-    std::string message();
+    std::string message() {
+        const std::lock_guard lock(mutex_);
+        return message_;
+    }
 
 private:
-    void serve();
-    void converse();
-    void say(const std::string& text);
-    std::optional<std::string> readLine();
-    bool readMessage();
-    bool encrypt();
-    bool answer(const std::string& command);
+    void converse(LoopbackConnection& connection) {
+        if ((behaviour_.encrypted && !encrypt(connection)) || !answer(connection, "greeting"))
+            return;
+        while (const auto line = connection.readLine()) {
+            {
+                const std::lock_guard lock(mutex_);
+                commands_.push_back((connection.isEncrypted() ? "*" : "") + *line);
+            }
+            if (!answer(connection, *line))
+                return;
+        }
+    }
+    bool encrypt(LoopbackConnection& connection) const {
+        return connection.encrypt(behaviour_.certificateFile, behaviour_.keyFile);
+    }
+    bool answer(LoopbackConnection& connection, const std::string& command) {
+        std::map<std::string, std::string> replies = behaviour_.replies;
+        replies.insert({{"greeting", "220 test"},
+                        {"STARTTLS", "220 go"},
+                        {"AUTH", "235 welcome"},
+                        {"MAIL", "250 ok"},
+                        {"RCPT", "250 ok"},
+                        {"DATA", "354 go on"},
+                        {"message", "250 kept"},
+                        {"QUIT", "221 goodbye"},
+                        {"EHLO", "250 HELP"},
+                        {"bWU=", "334 UGFzc3dvcmQ6"}, // the user name of AUTH LOGIN
+                        {"czNjcmV0LXBhc3M=", "235 welcome"}});
+        const std::string word = command.substr(0, command.find(' '));
+        if (word == "QUIT" && behaviour_.staysOpen)
+            return connection.readLine().has_value();
+        if (word == "EHLO") {
+            for (const std::string& extension : behaviour_.extensions)
+                (void)connection.send("250-" + extension + "\r\n");
+        }
+        const std::string reply = replies.contains(word) ? replies[word] : "500 what?";
+        if (reply.empty())
+            return false;
+        (void)connection.send(reply + "\r\n" + (word == "STARTTLS" ? behaviour_.injected : ""));
+        if (reply.front() > '3')
+            return true;
+        if (word == "STARTTLS")
+            return encrypt(connection);
+        if (word == "DATA")
+            return readMessage(connection) && answer(connection, "message");
+        return word != "QUIT";
+    }
+    bool readMessage(LoopbackConnection& connection) {
+        std::string text;
+        while (const auto line = connection.readLine()) {
+            if (*line == ".") {
+                const std::lock_guard lock(mutex_);
+                message_ = text;
+                return true;
+            }
+            text += *line + "\r\n";
+            if (behaviour_.messageBytes && text.size() >= *behaviour_.messageBytes)
+                return false;
+        }
+        return false;
+    }
 
     Behaviour behaviour_;
-    NativeReference<GSocketListener> listener_;
-    NativeReference<GCancellable> cancellable_;
-    std::uint16_t port_ = 0;
-    NativeReference<GIOStream> stream_;
-    std::string unread_;
-    bool secure_ = false;
     std::mutex mutex_;
     std::vector<std::string> commands_;
     std::string message_;
-    std::thread thread_;
+    LoopbackListener listener_{[this](LoopbackConnection& connection) {
+        converse(connection);
+    }};
 };
 
 }

@@ -1,33 +1,18 @@
 #include "platform/linux/network/BodyDecoder.h"
 
+#include "tests/linux/network/Packed.h"
+
 #include <gtest/gtest.h>
-#include <zlib.h>
 
 #include <algorithm>
-#include <string>
 #include <vector>
 
 namespace vistrel {
 namespace {
 
-std::string gzipped(std::string text) {
-    std::string packed(compressBound(text.size()) + 32, '\0');
-    z_stream stream{};
-    deflateInit2(&stream, Z_BEST_SPEED, Z_DEFLATED, MAX_WBITS + 16, MAX_MEM_LEVEL,
-                 Z_DEFAULT_STRATEGY);
-    stream.next_in = reinterpret_cast<Bytef*>(text.data());
-    stream.avail_in = static_cast<uInt>(text.size());
-    stream.next_out = reinterpret_cast<Bytef*>(packed.data());
-    stream.avail_out = static_cast<uInt>(packed.size());
-    deflate(&stream, Z_FINISH);
-    packed.resize(stream.total_out);
-    deflateEnd(&stream);
-    return packed;
-}
-
 /// What comes out when so many bytes at a time go in; "cut" when the body does not end there.
-std::string unpacked(const std::string& body, std::size_t piece) {
-    const auto decoder = BodyDecoder::forCoding("gzip");
+std::string unpacked(const char* coding, const std::string& body, std::size_t piece) {
+    const auto decoder = BodyDecoder::forCoding(coding);
     std::string text;
     std::vector<std::byte> output(11);
     const auto input = std::as_bytes(std::span(body));
@@ -43,22 +28,32 @@ std::string unpacked(const std::string& body, std::size_t piece) {
 }
 
 TEST(BodyDecoder, PiecesOfAnySizeMakeTheSameText) {
-    const std::string member = gzipped("some text that is packed");
+    const std::string text = "some text that is packed";
+    const std::string member = packed(text);
+    const std::string padded = member + std::string(9, '\0');
+    std::string damaged = member;
+    damaged[member.size() - 6] ^= 1; // in the checksum
     const struct {
         const char* name;
+        const char* coding;
         std::string body;
-        const char* text;
+        std::string text;
     } rows[] = {
-        {"one member", member, "some text that is packed"},
-        {"two members", member + gzipped(", and more"), "some text that is packed, and more"},
-        {"padding", member + std::string(9, '\0'), "some text that is packed"},
-        {"padding that looks like a member", member + std::string(9, '\0') + "\x1F junk",
-         "some text that is packed"},
-        {"cut", member.substr(0, member.size() - 1), "cut"},
+        {"one member", "gzip", member, text},
+        {"two members", "x-gzip", member + packed(", and more"), text + ", and more"},
+        {"padding", "gzip", padded, text},
+        {"padding that looks like a member", "gzip", padded + "\x1F junk", text},
+        {"cut", "gzip", member.substr(0, member.size() - 1), "cut"},
+        {"no trailer", "gzip", member.substr(0, member.size() - 8), "cut"},
+        {"a wrong checksum", "gzip", damaged, "damaged"},
+        {"not packed", "gzip", text, "damaged"},
+        {"deflate", "Deflate", packed(text, G_ZLIB_COMPRESSOR_FORMAT_ZLIB), text},
+        {"no header", "deflate", packed(text, G_ZLIB_COMPRESSOR_FORMAT_RAW), text},
     };
     for (const auto& row : rows) {
         for (std::size_t piece = 1; piece <= row.body.size(); ++piece)
-            ASSERT_EQ(unpacked(row.body, piece), row.text) << row.name << " by " << piece;
+            ASSERT_EQ(unpacked(row.coding, row.body, piece), row.text)
+                << row.name << " by " << piece;
     }
 }
 

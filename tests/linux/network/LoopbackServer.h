@@ -1,65 +1,81 @@
 #pragma once
-#include <condition_variable>
-#include <functional>
+#include "tests/linux/LoopbackListener.h"
+
 #include <map>
 #include <mutex>
-#include <string>
-#include <thread>
 #include <vector>
 
 namespace vistrel {
 
-/// One accepted connection, as a test's answer sees it. Runs on its own thread.
-class LoopbackConnection {
-public:
-    explicit LoopbackConnection(int socket)
-        : socket_(socket) {}
-
-    /// False once the client has gone.
-    bool send(const std::string& bytes) const;
-    /// Returns when the client has closed the connection.
-    void waitForClose() const;
-
-private:
-    int socket_;
-};
-
-/// A server on 127.0.0.1 that answers each path with bytes as a test gives them, right or wrong.
+/// A web server on loopback that answers each path with bytes as a test gives them, right or wrong.
 class LoopbackServer {
 public:
-    using Answer = std::function<void(const LoopbackConnection&)>;
+    using Answer = std::function<void(LoopbackConnection&)>;
 
-    LoopbackServer();
-    ~LoopbackServer();
-    LoopbackServer(const LoopbackServer&) = delete;
-    LoopbackServer& operator=(const LoopbackServer&) = delete;
-
-    std::string url(const std::string& path) const;
-    /// The connection is kept for further requests when the answer says its length.
-    void at(const std::string& path, std::string bytes);
-    void at(const std::string& path, Answer answer);
-
+    std::string url(const std::string& path) const {
+        return "http://127.0.0.1:" + std::to_string(listener_.port()) + path;
+    }
+    void at(const std::string& path, Answer answer) {
+        const std::lock_guard lock(mutex_);
+        answers_.insert_or_assign(path, std::move(answer));
+    }
+    /// Keeps the connection for further requests, unless the path begins with "/last".
+    void at(const std::string& path, std::string bytes) {
+        at(path, [bytes = std::move(bytes)](const LoopbackConnection& connection) {
+            (void)connection.send(bytes);
+        });
+    }
     /// Heads of the requests so far.
-    std::vector<std::string> requests();
-    int connections();
+    std::vector<std::string> requests() {
+        const std::lock_guard lock(mutex_);
+        return requests_;
+    }
+    int connections() {
+        const std::lock_guard lock(mutex_);
+        return connections_;
+    }
     /// Whether the connection that asked for the path has ended.
-    bool isClosed(const std::string& path);
+    bool isClosed(const std::string& path) {
+        const std::lock_guard lock(mutex_);
+        return closed_[path];
+    }
 
 private:
-    void acceptConnections();
-    void serve(int socket);
-    bool answer(int socket, const std::string& head);
+    void serve(LoopbackConnection& connection) {
+        std::string path;
+        {
+            const std::lock_guard lock(mutex_);
+            ++connections_;
+        }
+        while (const auto request = connection.readLine()) {
+            std::string head = *request + "\r\n";
+            for (auto line = connection.readLine(); line && !line->empty();
+                 line = connection.readLine())
+                head += *line + "\r\n";
+            path = request->substr(4, request->rfind(' ') - 4);
+            Answer answer;
+            {
+                const std::lock_guard lock(mutex_);
+                requests_.push_back(head);
+                answer = answers_.at(path);
+            }
+            answer(connection);
+            if (path.starts_with("/last"))
+                break;
+        }
+        connection.close();
+        const std::lock_guard lock(mutex_);
+        closed_[path] = true;
+    }
 
-    int listener_ = -1;
-    int port_ = 0;
     std::mutex mutex_;
     std::map<std::string, Answer> answers_;
     std::vector<std::string> requests_;
     std::map<std::string, bool> closed_;
-    std::vector<int> sockets_;
-    std::vector<std::thread> threads_;
-    std::thread acceptor_;
-    bool stopping_ = false;
+    int connections_ = 0;
+    LoopbackListener listener_{[this](LoopbackConnection& connection) {
+        serve(connection);
+    }};
 };
 
 }
