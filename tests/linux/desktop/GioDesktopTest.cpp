@@ -4,19 +4,10 @@
 #include "platform/linux/loop/GLibEventLoop.h"
 #include "platform/linux/mail/SmtpMailService.h"
 #include "tests/linux/MainLoop.h"
+#include "tests/linux/TestBus.h"
+#include "tests/support/TemporaryFolder.h"
 
-#include <gio/gio.h>
 #include <gmock/gmock.h>
-
-#include <stdlib.h>
-
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <memory>
-#include <optional>
-#include <string>
-#include <vector>
 
 namespace vistrel {
 namespace {
@@ -49,47 +40,34 @@ TEST_F(BareSessionTest, EachServiceIsAbsentWithoutHarm) {
 }
 
 TEST_F(BareSessionTest, AFileIsCopiedWholeOrNotAtAllAndReplacesNothing) {
-    char pattern[] = "/tmp/vistrel-copy-XXXXXX";
-    const std::string folder = ::mkdtemp(pattern);
+    const support::TemporaryFolder folder;
     const std::string film(3'000'000, 'f');
-    std::ofstream(folder + "/film.mp4") << film;
-    std::ofstream(folder + "/there.mp4") << "there";
+    folder.put("film.mp4", film);
+    folder.put("there.mp4", "there");
     const auto copy = [&](const std::string& from, const std::string& to) {
         std::optional<bool> succeeded;
         double last = 0;
         desktop_->copyFile(
-            "file://" + folder + "/" + from, folder + "/" + to,
+            "file://" + folder.path(from), folder.path(to),
             [&](double fraction) { last = fraction; },
             [&](const host::Status& outcome) { succeeded = outcome.ok(); });
         EXPECT_TRUE(turnUntil([&] { return succeeded.has_value(); }));
         return succeeded.value_or(false) && last == 1;
     };
-    const auto content = [&](const std::string& name) {
-        std::ifstream file(folder + "/" + name);
-        return std::string(std::istreambuf_iterator<char>(file), {});
-    };
     EXPECT_TRUE(copy("film.mp4", "copied.mp4"));
-    EXPECT_TRUE(content("copied.mp4") == film);
+    EXPECT_TRUE(support::contentsOf(folder.path("copied.mp4")) == film);
     EXPECT_FALSE(copy("film.mp4", "there.mp4"));
-    EXPECT_EQ(content("there.mp4"), "there");
+    EXPECT_EQ(support::contentsOf(folder.path("there.mp4")), "there");
     EXPECT_FALSE(copy("missing.mp4", "new.mp4"));
     EXPECT_FALSE(copy("film.mp4", "no/folder.mp4"));
-    std::error_code ignored;
-    const std::filesystem::directory_iterator files(folder);
+    const std::filesystem::directory_iterator files(folder.path());
     EXPECT_EQ(std::distance(begin(files), end(files)), 3) << "nothing hidden is left";
-    std::filesystem::remove_all(folder, ignored);
 }
 
 /// A session whose desktop shows notifications and keeps the screen awake, and records the calls.
-class SessionTest : public ::testing::Test {
+class SessionTest : public BareSessionTest {
 protected:
     SessionTest() {
-        g_test_dbus_up(bus_);
-        connection_ = g_dbus_connection_new_for_address_sync(
-            g_test_dbus_get_bus_address(bus_),
-            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-            nullptr, nullptr, nullptr);
         serve("org.freedesktop.Notifications", "/org/freedesktop/Notifications",
               "<method name='Notify'><arg type='s'/><arg type='u'/><arg type='s'/><arg type='s'/>"
               "<arg type='s'/><arg type='as'/><arg type='a{sv}'/><arg type='i'/>"
@@ -98,14 +76,8 @@ protected:
               "<method name='Inhibit'><arg type='s'/><arg type='s'/>"
               "<arg type='u' direction='out'/></method>"
               "<method name='UnInhibit'><arg type='u'/></method>");
-        desktop_ = std::make_shared<GioDesktop>(mail_);
     }
-    ~SessionTest() override {
-        desktop_ = nullptr;
-        g_object_unref(connection_);
-        g_test_dbus_stop(bus_);
-        g_object_unref(bus_);
-    }
+    ~SessionTest() override { desktop_ = nullptr; }
 
     void serve(const char* name, const char* path, const std::string& methods) {
         const std::string xml =
@@ -114,9 +86,8 @@ protected:
         static const GDBusInterfaceVTable kCalls = {
             [](GDBusConnection*, const char*, const char*, const char*, const char* method,
                GVariant* arguments, GDBusMethodInvocation* invocation, gpointer self) {
-                char* text = g_variant_print(arguments, FALSE);
-                static_cast<SessionTest*>(self)->calls_.push_back(std::string(method) + text);
-                g_free(text);
+                static_cast<SessionTest*>(self)->calls_.push_back(
+                    method + printed(g_variant_ref(arguments)));
                 const bool answers = std::string(method) != "UnInhibit";
                 g_dbus_method_invocation_return_value(invocation,
                                                       answers ? g_variant_new("(u)", 7U) : nullptr);
@@ -124,25 +95,15 @@ protected:
             nullptr,
             nullptr,
             {}};
-        g_dbus_connection_register_object(connection_, path, node->interfaces[0], &kCalls, this,
-                                          nullptr, nullptr);
+        g_dbus_connection_register_object(bus_.connection(), path, node->interfaces[0], &kCalls,
+                                          this, nullptr, nullptr);
         g_dbus_node_info_unref(node);
-        GVariant* answer = g_dbus_connection_call_sync(
-            connection_, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-            "RequestName", g_variant_new("(su)", name, 0U), nullptr, G_DBUS_CALL_FLAGS_NONE, -1,
-            nullptr, nullptr);
-        g_variant_unref(answer);
+        g_bus_own_name_on_connection(bus_.connection(), name, G_BUS_NAME_OWNER_FLAGS_NONE, nullptr,
+                                     nullptr, nullptr, nullptr);
     }
 
-    GTestDBus* bus_ = g_test_dbus_new(G_TEST_DBUS_NONE);
-    GDBusConnection* connection_ = nullptr;
+    TestBus bus_;
     std::vector<std::string> calls_;
-    GLibEventLoop loop_;
-    DeviceFiles files_{"/nonexistent"};
-    SmtpMailService mail_{loop_, files_, [](const auto&, const auto&) {
-                              return std::nullopt;
-                          }};
-    std::shared_ptr<GioDesktop> desktop_;
 };
 
 TEST_F(SessionTest, ANotificationIsPlainText) {

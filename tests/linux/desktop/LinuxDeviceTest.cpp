@@ -1,57 +1,60 @@
 #include "platform/linux/desktop/LinuxDevice.h"
 
+#include "tests/support/TemporaryFolder.h"
+
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <stdlib.h>
 #include <sys/utsname.h>
-
-#include <filesystem>
-#include <fstream>
 
 namespace vistrel {
 namespace {
 
 using ::testing::ElementsAre;
 
-class LinuxDeviceTest : public ::testing::Test {
-protected:
-    LinuxDeviceTest() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "machine-XXXXXX").string();
-        folder_ = ::mkdtemp(pattern.data());
-    }
-    ~LinuxDeviceTest() override { std::filesystem::remove_all(folder_); }
-
-    std::string file(const std::string& name, const std::string& text) const {
-        std::ofstream(folder_ + "/" + name, std::ios::binary) << text;
-        return folder_ + "/" + name;
-    }
-    MachineFiles nothing() const {
-        const std::string none = folder_ + "/none";
-        return {none, none, none, none, none};
-    }
-
-    std::string folder_;
+/// Contents of a machine's files; those that are empty do not exist.
+struct Machine {
+    std::string machineID{};
+    std::string osRelease{};
+    std::string deviceTreeModel{};
+    std::string productName{};
+    std::string chassisType{};
 };
 
-TEST_F(LinuxDeviceTest, ReadsAComputersTables) {
-    MachineFiles files = nothing();
-    files.osRelease = file("os-release", "PRETTY_NAME=\"Debian 12\"\nNAME=\"Debian GNU/Linux\"\n"
-                                         "VERSION_ID=\"12\"\n");
-    files.productName = file("product", "Vendor Book 7\n");
-    files.chassisType = file("chassis", "10\n");
-    LinuxDevice device(files);
-    EXPECT_EQ(device.identity().model, "Laptop");
-    EXPECT_EQ(device.identity().machine, "Vendor Book 7");
-    EXPECT_EQ(device.identity().systemName, "Debian GNU/Linux");
-    EXPECT_EQ(device.identity().systemVersion, "12");
+host::DeviceIdentity identityOf(const Machine& machine) {
+    const support::TemporaryFolder folder;
+    const auto file = [&](const char* name, const std::string& text) {
+        return text.empty() ? folder.path(name) : folder.put(name, text);
+    };
+    return LinuxDevice({file("id", machine.machineID), file("os-release", machine.osRelease),
+                        file("model", machine.deviceTreeModel),
+                        file("product", machine.productName), file("chassis", machine.chassisType)})
+        .identity();
 }
 
-TEST_F(LinuxDeviceTest, ASystemWithoutReleasesHasItsKernelsVersion) {
-    const auto versionOf = [this](const std::string& release) {
-        MachineFiles files = nothing();
-        files.osRelease = file("os-release", release);
-        return LinuxDevice(files).identity().systemVersion;
+TEST(LinuxDeviceTest, ComputersAndDeviceTreesAreDescribedAndSilentMachinesHaveAnIdentity) {
+    const auto computer = identityOf({.osRelease = "PRETTY_NAME=\"Debian 12\"\n"
+                                                   "NAME=\"Debian GNU/Linux\"\nVERSION_ID=\"12\"\n",
+                                      .productName = "Vendor Book 7\n",
+                                      .chassisType = "10\n"});
+    EXPECT_EQ(computer.model, "Laptop");
+    EXPECT_EQ(computer.machine, "Vendor Book 7");
+    EXPECT_EQ(computer.systemName, "Debian GNU/Linux");
+    EXPECT_EQ(computer.systemVersion, "12");
+
+    const auto phone = identityOf({.deviceTreeModel = std::string("Pocket Phone 2\0", 15)});
+    EXPECT_EQ(phone.model, "Handset");
+    EXPECT_EQ(phone.machine, "Pocket Phone 2");
+
+    const auto silent = identityOf({});
+    EXPECT_EQ(silent.systemName, "Linux");
+    EXPECT_FALSE(silent.machine.empty());
+    EXPECT_EQ(silent.uniqueIdentifier, "");
+    EXPECT_FALSE(silent.languages.empty());
+}
+
+TEST(LinuxDeviceTest, ASystemWithoutReleasesHasItsKernelsVersion) {
+    const auto versionOf = [](const std::string& release) {
+        return identityOf({.osRelease = release}).systemVersion;
     };
     EXPECT_EQ(versionOf("VERSION_ID=v23.12\n"), "23.12");
     EXPECT_EQ(versionOf("VERSION_ID=\"23.05.1-rc2\"\n"), "23.05.1");
@@ -64,32 +67,14 @@ TEST_F(LinuxDeviceTest, ASystemWithoutReleasesHasItsKernelsVersion) {
     }
 }
 
-TEST_F(LinuxDeviceTest, ReadsADeviceTreesModel) {
-    MachineFiles files = nothing();
-    files.deviceTreeModel = file("model", std::string("Pocket Phone 2\0", 15));
-    LinuxDevice device(files);
-    EXPECT_EQ(device.identity().model, "Handset");
-    EXPECT_EQ(device.identity().machine, "Pocket Phone 2");
-}
-
-TEST_F(LinuxDeviceTest, AMachineThatSaysNothingStillHasAnIdentity) {
-    LinuxDevice device(nothing());
-    EXPECT_EQ(device.identity().systemName, "Linux");
-    EXPECT_FALSE(device.identity().machine.empty());
-    EXPECT_EQ(device.identity().uniqueIdentifier, "");
-    EXPECT_FALSE(device.identity().languages.empty());
-}
-
-TEST_F(LinuxDeviceTest, TheIdentifierIsAKeyedDigestOfTheMachines) {
-    MachineFiles files = nothing();
-    files.machineID = file("id", "0123456789abcdef0123456789abcdef\n");
-    LinuxDevice device(files);
+TEST(LinuxDeviceTest, TheIdentifierIsAKeyedDigestOfTheMachines) {
     // printf %s 0123456789abcdef0123456789abcdef |
     //     openssl dgst -sha256 -hmac org.vistrel.Vistrel/device-identifier/1
-    EXPECT_EQ(device.identity().uniqueIdentifier, "f16177fad3f1fafbbdcdce81f0d2b9bbbf82cde1");
+    EXPECT_EQ(identityOf({.machineID = "0123456789abcdef0123456789abcdef\n"}).uniqueIdentifier,
+              "f16177fad3f1fafbbdcdce81f0d2b9bbbf82cde1");
 }
 
-TEST_F(LinuxDeviceTest, LanguagesAreCodesInTheLocalesOrder) {
+TEST(LinuxDeviceTest, LanguagesAreCodesInTheLocalesOrder) {
     EXPECT_THAT(languagesFrom({"de_AT.UTF-8", "de_AT", "de.UTF-8", "de", "fr", "C"}),
                 ElementsAre("de", "fr", "en"));
     EXPECT_THAT(languagesFrom({"C"}), ElementsAre("en"));

@@ -4,12 +4,11 @@
 #include "platform/linux/loop/GLibEventLoop.h"
 #include "tests/linux/MainLoop.h"
 #include "tests/linux/mail/SmtpTestServer.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 
 namespace vistrel {
 namespace {
@@ -19,17 +18,11 @@ using ::testing::HasSubstr;
 class MailServiceTest : public ::testing::Test {
 protected:
     MailServiceTest() {
-        char pattern[] = "/tmp/vistrel-mail-XXXXXX";
-        root_ = ::mkdtemp(pattern);
-        files_ = std::make_unique<DeviceFiles>(root_);
         mail_.to = {"a@example.com"};
         mail_.subject = "Hello";
         mail_.body = "World";
     }
-    ~MailServiceTest() override {
-        ::unsetenv("VISTREL_MAIL_PASSWORD");
-        std::filesystem::remove_all(root_);
-    }
+    ~MailServiceTest() override { ::unsetenv("VISTREL_MAIL_PASSWORD"); }
 
     SettingLookup lookup() {
         return [this](const std::string& group, const std::string& key) {
@@ -38,7 +31,7 @@ protected:
         };
     }
     host::Status send() {
-        SmtpMailService service(loop_, *files_, lookup());
+        SmtpMailService service(loop_, files_, lookup());
         std::optional<host::Status> outcome;
         service.sendMail(mail_, {}, [&outcome](host::Status s) { outcome = std::move(s); });
         EXPECT_FALSE(outcome) << "reported before sendMail returned";
@@ -53,8 +46,8 @@ protected:
     }
 
     GLibEventLoop loop_;
-    std::string root_;
-    std::unique_ptr<DeviceFiles> files_;
+    support::TemporaryFolder root_;
+    DeviceFiles files_{root_.path()};
     std::map<std::string, std::string> settings_;
     host::OutgoingMail mail_;
 };
@@ -80,7 +73,7 @@ TEST_F(MailServiceTest, AnAccountNeedsAServerAndASender) {
     };
     for (const auto& each : cases) {
         settings_ = each.settings;
-        EXPECT_EQ(SmtpMailService(loop_, *files_, lookup()).canSendMail(), each.canSend);
+        EXPECT_EQ(SmtpMailService(loop_, files_, lookup()).canSendMail(), each.canSend);
         const auto account = mailAccountFrom(lookup());
         ASSERT_EQ(account.has_value(), each.canSend);
         if (account) {
@@ -111,20 +104,19 @@ TEST_F(MailServiceTest, AMailIsBuiltAndDeliveredUnlessSomethingIsMissing) {
 }
 
 TEST_F(MailServiceTest, EachDraftIsAFileAndAFailureToKeepItIsReported) {
-    SmtpMailService service(loop_, *files_, lookup());
+    SmtpMailService service(loop_, files_, lookup());
     EXPECT_TRUE(service.saveDraft(mail_).ok());
     EXPECT_TRUE(service.saveDraft(mail_).ok());
-    const auto names = files_->list(MailService::kDraftsFolder);
+    const auto names = files_.list(MailService::kDraftsFolder);
     ASSERT_TRUE(names.ok());
     ASSERT_EQ(names.value().size(), 2U);
     const std::string path = std::string(MailService::kDraftsFolder) + "/" + names.value().front();
-    std::string text;
-    std::getline(std::ifstream(files_->machinePath(path)), text, '\0');
+    const std::string text = support::contentsOf(files_.machinePath(path));
     EXPECT_THAT(text, HasSubstr("Subject: Hello\r\n"));
     EXPECT_THAT(text, HasSubstr("To: a@example.com\r\n"));
 
-    EXPECT_TRUE(files_->remove("/var/mobile/Library"));
-    EXPECT_TRUE(files_->createFile("/var/mobile/Library"));
+    EXPECT_TRUE(files_.remove("/var/mobile/Library"));
+    EXPECT_TRUE(files_.createFile("/var/mobile/Library"));
     EXPECT_FALSE(service.saveDraft(mail_).ok());
 }
 

@@ -3,8 +3,8 @@
 
 #include "platform/linux/mpris/MprisInterface.h"
 #include "tests/linux/MainLoop.h"
+#include "tests/linux/TestBus.h"
 
-#include <gio/gio.h>
 #include <gmock/gmock.h>
 
 #include <memory>
@@ -45,10 +45,6 @@ public:
 class MprisControlsTest : public testing::Test {
 protected:
     MprisControlsTest() {
-        g_test_dbus_up(bus_);
-        desktop_ = connect();
-        controls_ = std::make_unique<MprisControls>(
-            [](const std::string& url) { return "file:///device" + url.substr(7); }, address());
         playing_.track = 3;
         playing_.title = "A Song";
         playing_.artist = "A Singer";
@@ -58,47 +54,21 @@ protected:
         playing_.canGoNext = playing_.canPlay = true;
         playing_.volume = 0.5F;
     }
-    ~MprisControlsTest() override {
-        controls_ = nullptr;
-        g_object_unref(desktop_);
-        g_test_dbus_stop(bus_);
-        g_object_unref(bus_);
-    }
-
-    std::string address() const { return g_test_dbus_get_bus_address(bus_); }
-    GDBusConnection* connect() const {
-        return g_dbus_connection_new_for_address_sync(
-            address().c_str(),
-            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-            nullptr, nullptr, nullptr);
-    }
     /// The answer as text, or "error".
     std::string ask(const char* destination, const char* path, const char* interface,
                     const char* method, GVariant* arguments) {
-        struct Answer {
-            bool came = false;
-            std::string text;
-        } answer;
+        std::optional<std::string> answer;
         g_dbus_connection_call(
-            desktop_, destination, path, interface, method, arguments, nullptr,
+            bus_.connection(), destination, path, interface, method, arguments, nullptr,
             G_DBUS_CALL_FLAGS_NO_AUTO_START, 5000, nullptr,
             [](GObject* source, GAsyncResult* result, gpointer data) {
-                auto& got = *static_cast<Answer*>(data);
-                got.came = true;
                 GVariant* value =
                     g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr);
-                got.text = "error";
-                if (!value)
-                    return;
-                char* printed = g_variant_print(value, FALSE);
-                got.text = printed;
-                g_free(printed);
-                g_variant_unref(value);
+                *static_cast<std::optional<std::string>*>(data) = value ? printed(value) : "error";
             },
             &answer);
-        EXPECT_TRUE(turnUntil([&] { return answer.came; }, 6));
-        return answer.text;
+        EXPECT_TRUE(turnUntil([&] { return answer.has_value(); }, 6));
+        return answer.value_or("");
     }
     std::string call(const char* method, GVariant* arguments = nullptr) {
         return ask(kMprisBusName, kMprisPath, kMprisPlayer, method, arguments);
@@ -123,9 +93,9 @@ protected:
         ASSERT_TRUE(turnUntil([this] { return isOnBus(); }, 6));
     }
 
-    GTestDBus* bus_ = g_test_dbus_new(G_TEST_DBUS_NONE);
-    GDBusConnection* desktop_ = nullptr;
-    std::unique_ptr<MprisControls> controls_;
+    TestBus bus_;
+    std::unique_ptr<MprisControls> controls_ = std::make_unique<MprisControls>(
+        [](const std::string& url) { return "file:///device" + url.substr(7); }, bus_.address());
     RecordingClient client_;
     host::NowPlaying playing_;
 };
@@ -218,12 +188,11 @@ TEST_F(MprisControlsTest, OnlyChangesAreAnnouncedAndOnlyOnce) {
     appear();
     std::vector<std::string> told;
     const guint subscription = g_dbus_connection_signal_subscribe(
-        desktop_, nullptr, nullptr, nullptr, kMprisPath, nullptr, G_DBUS_SIGNAL_FLAGS_NONE,
+        bus_.connection(), nullptr, nullptr, nullptr, kMprisPath, nullptr, G_DBUS_SIGNAL_FLAGS_NONE,
         [](GDBusConnection*, const char*, const char*, const char*, const char* signal,
            GVariant* arguments, gpointer data) {
-            char* printed = g_variant_print(arguments, FALSE);
-            static_cast<std::vector<std::string>*>(data)->push_back(std::string(signal) + printed);
-            g_free(printed);
+            static_cast<std::vector<std::string>*>(data)->push_back(
+                signal + printed(g_variant_ref(arguments)));
         },
         &told, nullptr);
     isOnBus(); // the subscription has reached the bus with this answer
@@ -236,7 +205,7 @@ TEST_F(MprisControlsTest, OnlyChangesAreAnnouncedAndOnlyOnce) {
     EXPECT_THAT(told, ElementsAre("PropertiesChanged('org.mpris.MediaPlayer2.Player', "
                                   "{'PlaybackStatus': <'Paused'>}, [])",
                                   "Seeked(1500000,)"));
-    g_dbus_connection_signal_unsubscribe(desktop_, subscription);
+    g_dbus_connection_signal_unsubscribe(bus_.connection(), subscription);
 }
 
 TEST(MprisWithoutBusTest, NothingHappensWithoutABus) {
