@@ -168,6 +168,18 @@ void UIEventDispatcher::sendScroll(CGPoint location, double dx, double dy, doubl
     }
 }
 
+bool UIEventDispatcher::sendMenuRequest(CGPoint location) {
+    if (touch_ || isIgnoringInteraction()) {
+        return false;
+    }
+    auto view = root_.hitTest(location);
+    while (view && !view->menuRequested(view->convertPointFromView(location, &root_))) {
+        auto* above = view->superview();
+        view = above != nullptr ? above->shared_from_this() : nullptr;
+    }
+    return view != nullptr;
+}
+
 void UIEventDispatcher::setFirstResponder(const std::shared_ptr<UIView>& view) {
     const auto old = firstResponder_.lock();
     if (old == view) {

@@ -23,6 +23,9 @@ public:
     /// Wheel or touchpad movement in points; goes to the innermost scroll view under the point that
     /// can scroll that way.
     void sendScroll(CGPoint location, double dx, double dy, double timestamp);
+    /// The mouse's second button; goes to the innermost view under the point that has a menu. True
+    /// when it was used.
+    bool sendMenuRequest(CGPoint location);
     /// Shortcuts become commands. Other keys go first to the focused view and its superviews, when
     /// they are in the front window; then to the views of that window that take keys without focus,
     /// front to back, deepest first. Escape goes to the controllers on that path, but never past

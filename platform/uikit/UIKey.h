@@ -18,6 +18,7 @@ enum class UIKeyCode {
     End,
     PageUp,
     PageDown,
+    Menu, ///< asks for the menu of what has the focus
     F5,
     F11,
     Character

@@ -267,6 +267,15 @@ std::optional<NSIndexPath> UITableView::indexPathForDeleteConfirmation() const {
     return editing_->confirming();
 }
 
+void UITableView::showDeleteConfirmationForRowAtIndexPath(const NSIndexPath& indexPath) {
+    loadIfNeeded();
+    if (!editing_->canDelete(indexPath))
+        return;
+    scrollToRowAtIndexPath(indexPath, false);
+    layoutIfNeeded();
+    editing_->showConfirmation(indexPath);
+}
+
 void UITableView::beginUpdates() {
     loadIfNeeded();
     updates_->begin();

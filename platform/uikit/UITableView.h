@@ -73,6 +73,8 @@ public:
     void setEditing(bool editing, bool animated);
     /// The row that shows its delete confirmation, if any.
     std::optional<NSIndexPath> indexPathForDeleteConfirmation() const;
+    /// Scrolls to the row and asks as after a swipe, if it can be deleted.
+    void showDeleteConfirmationForRowAtIndexPath(const NSIndexPath& indexPath);
 
     void beginUpdates();
     void endUpdates();
@@ -84,8 +86,9 @@ public:
     void layoutSubviews() override;
     void setFrame(const CGRect& frame) override;
     /// Arrows, page keys, Home and End move a highlight over the rows, Enter selects the row under
-    /// it, Delete asks for its deletion.
+    /// it, Delete asks for its deletion, Menu for its menu.
     bool keyPressed(const UIKey& key) override;
+    bool menuRequested(CGPoint point) override;
     bool canBecomeFirstResponder() const override { return true; }
     void focusChanged(bool focused) override;
     /// The row under the keyboard's highlight.
@@ -104,6 +107,7 @@ protected:
 
 private:
     void cellTouchBegan(UITableViewCell& cell) override;
+    void cellTouchStrayed() override;
     void cellTouchEnded() override;
     void cellTouchCancelled() override;
     void cellActivated(UITableViewCell& cell) override;

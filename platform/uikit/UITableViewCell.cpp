@@ -10,11 +10,14 @@
 #include "platform/uikit/UITouch.h"
 #include "platform/uikit/UIViewAnimation.h"
 
+#include <cmath>
+
 namespace vistrel {
 
 namespace {
 
 constexpr double kModeDuration = 0.3;
+constexpr double kLongPressSlop = 10;
 
 }
 
@@ -164,8 +167,14 @@ void UITableViewCell::touchesBegan(const UITouch&) {
 
 void UITableViewCell::touchesMoved(const UITouch& touch) {
     auto* table = owner();
-    if (table && !pointInside(touch.locationInView(*this)))
+    if (!table)
+        return;
+    const double across = touch.windowLocation.x - touch.startWindowLocation.x;
+    const double along = touch.windowLocation.y - touch.startWindowLocation.y;
+    if (!pointInside(touch.locationInView(*this)))
         table->cellTouchCancelled();
+    else if (std::hypot(across, along) > kLongPressSlop)
+        table->cellTouchStrayed();
 }
 
 void UITableViewCell::touchesEnded(const UITouch&) {

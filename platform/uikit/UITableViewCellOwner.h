@@ -9,6 +9,8 @@ class UITableViewCellOwner {
 public:
     virtual ~UITableViewCellOwner() = default;
     virtual void cellTouchBegan(UITableViewCell& cell) = 0;
+    /// Moved within the row, too far for a long press.
+    virtual void cellTouchStrayed() = 0;
     virtual void cellTouchEnded() = 0;
     virtual void cellTouchCancelled() = 0;
     /// A tap without a touch, from a screen reader.

@@ -24,6 +24,11 @@ public:
         return nullptr;
     }
     virtual void tableViewDidSelectRowAtIndexPath(UITableView&, const NSIndexPath&) {}
+    /// The user asks what can be done with a row, by a long press, the mouse's second button or the
+    /// menu key. Shows it and returns true, unless there is nothing.
+    virtual bool tableViewShowMenuForRowAtIndexPath(UITableView&, const NSIndexPath&) {
+        return false;
+    }
     /// Empty: "Delete".
     virtual std::string tableViewTitleForDeleteConfirmationButton(UITableView&,
                                                                   const NSIndexPath&) {

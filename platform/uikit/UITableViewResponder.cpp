@@ -15,6 +15,11 @@ bool UITableView::keyPressed(const UIKey& key) {
     return selection_->keyPressed(key) || UIScrollView::keyPressed(key);
 }
 
+bool UITableView::menuRequested(CGPoint point) {
+    const auto path = indexPathForRowAtPoint(point);
+    return path && selection_->showMenu(*path);
+}
+
 void UITableView::focusChanged(bool focused) {
     if (!focused)
         selection_->leaveKeyboard();
@@ -53,6 +58,10 @@ void UITableView::touchesMoved(const UITouch& touch) {
 
 void UITableView::cellTouchBegan(UITableViewCell& cell) {
     selection_->touchBegan(cell);
+}
+
+void UITableView::cellTouchStrayed() {
+    selection_->touchStrayed();
 }
 
 void UITableView::cellTouchEnded() {

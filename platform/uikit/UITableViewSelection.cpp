@@ -16,11 +16,13 @@ namespace {
 
 // Long enough that a row under a finger that starts to scroll does not flash.
 constexpr double kHighlightDelay = 0.1;
+constexpr double kLongPressSeconds = 0.5;
 
 }
 
 UITableViewSelection::~UITableViewSelection() {
     NSRunLoop::cancelPerform(delay_);
+    NSRunLoop::cancelPerform(longPress_);
 }
 
 void UITableViewSelection::select(const NSIndexPath& path, bool animated) {
@@ -80,14 +82,27 @@ void UITableViewSelection::touchBegan(UITableViewCell& cell) {
         delay_ = 0;
         highlight(pressed_, true);
     });
+    longPress_ = NSRunLoop::performAfterDelay(kLongPressSeconds, [this] {
+        longPress_ = 0;
+        const auto path = pressed_;
+        // The rest of the touch selects nothing.
+        if (path && showMenu(*path))
+            touchCancelled();
+    });
+}
+
+void UITableViewSelection::touchStrayed() {
+    NSRunLoop::cancelPerform(std::exchange(longPress_, 0));
 }
 
 void UITableViewSelection::touchCancelled() {
+    touchStrayed();
     NSRunLoop::cancelPerform(std::exchange(delay_, 0));
     highlight(std::exchange(pressed_, std::nullopt), false);
 }
 
 void UITableViewSelection::touchEnded() {
+    touchStrayed();
     NSRunLoop::cancelPerform(std::exchange(delay_, 0));
     if (const auto path = std::exchange(pressed_, std::nullopt))
         selectForUser(*path);
@@ -103,6 +118,16 @@ void UITableViewSelection::selectForUser(const NSIndexPath& path) {
     select(path, false);
     if (const auto delegate = table_.delegate())
         delegate->tableViewDidSelectRowAtIndexPath(table_, path);
+}
+
+bool UITableViewSelection::showMenu(const NSIndexPath& path) {
+    const auto hold = table_.weak_from_this().lock();
+    const auto delegate = table_.delegate();
+    if (!delegate || table_.isEditing() ||
+        !delegate->tableViewShowMenuForRowAtIndexPath(table_, path))
+        return false;
+    editing_.hideConfirmation(true);
+    return true;
 }
 
 // The keyboard.
@@ -168,6 +193,8 @@ bool UITableViewSelection::keyPressed(const UIKey& key) {
     case UIKeyCode::Delete:
     case UIKeyCode::Backspace:
         return askForDeletion();
+    case UIKeyCode::Menu:
+        return focused_ && showMenu(NSIndexPath(*focused_));
     case UIKeyCode::Escape:
         return editing_.hideConfirmation(true);
     default:

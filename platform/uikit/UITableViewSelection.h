@@ -35,12 +35,15 @@ public:
     void prepareCell(UITableViewCell& cell, const NSIndexPath& path);
 
     void touchBegan(UITableViewCell& cell);
+    void touchStrayed();
     void touchEnded();
     void touchCancelled();
     /// Acts like a tap.
     void activate(UITableViewCell& cell);
 
     bool keyPressed(const UIKey& key);
+    /// The row's own menu; false when it has none.
+    bool showMenu(const NSIndexPath& path);
     /// The keyboard's highlight appears, on the selected row or the first that is shown.
     void enterKeyboard();
     const std::optional<NSIndexPath>& focused() const { return focused_; }
@@ -63,6 +66,7 @@ private:
     std::optional<NSIndexPath> pressed_; ///< under the finger
     std::optional<NSIndexPath> focused_; ///< under the keyboard's highlight
     NSRunLoop::Token delay_ = 0;
+    NSRunLoop::Token longPress_ = 0;
 };
 
 }

@@ -147,6 +147,9 @@ public:
     virtual bool keyPressed(const UIKey& key);
     /// A wheel or touchpad step in points; returns whether the content could move that way.
     virtual bool scrollBy(double /*dx*/, double /*dy*/, double /*timestamp*/) { return false; }
+    /// The mouse's second button was pressed at that point (own coordinates). Returns whether a
+    /// menu is shown now.
+    virtual bool menuRequested(CGPoint /*point*/) { return false; }
     /// Whether this view is offered keys that the focused view does not use: lists, and screens
     /// with shortcuts.
     virtual bool takesUnfocusedKeys() const { return viewController_ != nullptr; }

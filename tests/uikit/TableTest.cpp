@@ -50,6 +50,8 @@ std::string TableTest::state() {
         text << " selected " << path.row;
     for (const NSIndexPath& path : std::exchange(owner.committed, {}))
         text << " deleted " << path.row;
+    for (const NSIndexPath& path : std::exchange(owner.menus, {}))
+        text << " menu " << path.row;
     return text.str().empty() ? "" : text.str().substr(1);
 }
 

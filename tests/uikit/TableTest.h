@@ -40,6 +40,8 @@ public:
 
     std::vector<NSIndexPath> selected;
     std::vector<NSIndexPath> committed;
+    std::vector<NSIndexPath> menus; ///< shown; rows named "1" have none
+    bool hasMenus = false;
     int heightsAsked = 0;
 
     int numberOfSectionsInTableView(UITableView&) override { return static_cast<int>(rows.size()); }
@@ -89,6 +91,11 @@ public:
     void tableViewDidSelectRowAtIndexPath(UITableView&, const NSIndexPath& path) override {
         selected.push_back(path);
     }
+    bool tableViewShowMenuForRowAtIndexPath(UITableView&, const NSIndexPath& path) override {
+        if (hasMenus && *at(path) != "1")
+            menus.push_back(path);
+        return hasMenus && *at(path) != "1";
+    }
 
 private:
     std::vector<std::string>::iterator at(const NSIndexPath& path) {
@@ -111,9 +118,9 @@ protected:
     UITableViewCell& cell(int row, int section = 0) {
         return *table->cellForRowAtIndexPath({section, row});
     }
-    /// "at 120 dragged lit 12 offers 12 selected 11 deleted 3": the offset unless it is 0, whether
-    /// it is dragged or moves, highlighted rows, the row that offers its deletion, and what the
-    /// owner heard since the last time.
+    /// "at 120 dragged lit 12 offers 12 selected 11 deleted 3 menu 4": the offset unless it is 0,
+    /// whether it is dragged or moves, highlighted rows, the row that offers its deletion, and what
+    /// the owner heard since the last time.
     std::string state();
     void expectSteps(const std::vector<Step>& steps) {
         ScreenTest::expectSteps(steps, [this] { return state(); });

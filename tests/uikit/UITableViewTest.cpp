@@ -184,5 +184,29 @@ TEST_F(UITableViewTest, TheKeyboardMovesAHighlightScrollsAndSelects) {
     EXPECT_EQ(state(), "lit 3 selected 3") << "as a screen reader does";
 }
 
+TEST_F(UITableViewTest, ALongPressTheSecondButtonAndTheMenuKeyShowARowsMenu) {
+    owner.deletes = true;
+    owner.hasMenus = true;
+    fill(20);
+    expectSteps({{"down 100,100; wait 0.4", "lit 2"},
+                 {"wait 0.2", "menu 2"},
+                 {"up 100,100", ""},
+                 {"down 100,60; wait 0.6; up 100,60", "lit 1 selected 1"}, // has none
+                 {"second 100,140", "lit 1 menu 3"},
+                 {"second 100,60", "lit 1"},
+                 {"key Menu", "lit 1"}, // no row has the keys
+                 {"key Down; key Menu", "lit 1 lit 2 menu 2"}});
+    // No long press: a shake, a scroll, a swipe, a second press after a short one.
+    expectSteps({{"down 100,100; move 112,100; wait 0.6", "lit 1 lit 2"},
+                 {"up 112,100", "lit 2 selected 2"},
+                 {"down 100,100; move 100,80; wait 0.6; up 100,80; show 2", "lit 2"},
+                 {"down 200,140; move 120,144; wait 0.6; up 120,144", "lit 2 offers 3"},
+                 {"second 100,200", "lit 2 menu 5"}, // the offer is withdrawn
+                 {"down 100,190; wait 0.3; up 100,190; down 100,190; wait 0.3; up 100,190",
+                  "lit 4 selected 4 selected 4"}});
+    table->setEditing(true, false);
+    expectSteps({{"down 100,100; wait 0.6; up 100,100; second 100,100", "lit 4"}});
+}
+
 }
 }

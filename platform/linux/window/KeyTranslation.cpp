@@ -7,7 +7,7 @@ namespace vistrel {
 
 namespace {
 
-constexpr std::array<std::pair<guint, UIKeyCode>, 28> kKeys{{
+constexpr std::array<std::pair<guint, UIKeyCode>, 29> kKeys{{
     {GDK_KEY_Up, UIKeyCode::Up},
     {GDK_KEY_KP_Up, UIKeyCode::Up},
     {GDK_KEY_Down, UIKeyCode::Down},
@@ -34,6 +34,7 @@ constexpr std::array<std::pair<guint, UIKeyCode>, 28> kKeys{{
     {GDK_KEY_KP_Page_Up, UIKeyCode::PageUp},
     {GDK_KEY_Page_Down, UIKeyCode::PageDown},
     {GDK_KEY_KP_Page_Down, UIKeyCode::PageDown},
+    {GDK_KEY_Menu, UIKeyCode::Menu},
     {GDK_KEY_F5, UIKeyCode::F5},
     {GDK_KEY_F11, UIKeyCode::F11},
 }};
@@ -54,6 +55,8 @@ UIKey keyFromGdk(guint value, GdkModifierType state) {
     key.shift = (state & GDK_SHIFT_MASK) != 0;
     key.control = (state & GDK_CONTROL_MASK) != 0;
     key.alt = (state & GDK_ALT_MASK) != 0;
+    if (value == GDK_KEY_F10 && key.shift)
+        key.code = UIKeyCode::Menu;
     return key;
 }
 

@@ -54,6 +54,8 @@ bool ScreenInput::handleEvent(GdkEvent* event) {
     switch (type) {
     case GDK_BUTTON_PRESS:
     case GDK_BUTTON_RELEASE:
+        if (gdk_button_event_get_button(event) == GDK_BUTTON_SECONDARY)
+            return type == GDK_BUTTON_PRESS && handleMenuRequest(event);
         return gdk_button_event_get_button(event) == GDK_BUTTON_PRIMARY &&
                handlePointer(event, type);
     case GDK_MOTION_NOTIFY:
@@ -93,6 +95,12 @@ bool ScreenInput::handlePointer(GdkEvent* event, GdkEventType type) {
     events().sendTouch(type == GDK_TOUCH_CANCEL ? UITouchPhase::Cancelled : UITouchPhase::Ended,
                        pointer_, now());
     return true;
+}
+
+bool ScreenInput::handleMenuRequest(GdkEvent* event) {
+    const CGPoint point = screenPoint(event);
+    // A page has its own menu.
+    return !isOverForeignContent(point) && events().sendMenuRequest(point);
 }
 
 bool ScreenInput::handleScroll(GdkEvent* event) {

@@ -24,6 +24,7 @@ public:
 private:
     bool handleEvent(GdkEvent* event);
     bool handlePointer(GdkEvent* event, GdkEventType type);
+    bool handleMenuRequest(GdkEvent* event);
     bool handleScroll(GdkEvent* event);
     bool handleKey(guint value, GdkModifierType state);
     CGPoint screenPoint(GdkEvent* event) const;

@@ -188,6 +188,10 @@ void ScreenTest::act(const std::string& inputs) {
          [this](auto& words) {
              tap(read<CGPoint>(words));
          }},
+        {"second",
+         [](auto& words) {
+             events().sendMenuRequest(read<CGPoint>(words));
+         }},
         {"drag",
          [this](auto& words) {
              const auto from = read<CGPoint>(words);
@@ -230,19 +234,11 @@ void ScreenTest::act(const std::string& inputs) {
 
 void ScreenTest::pressKey(std::istream& words, bool shift) {
     using enum UIKeyCode;
-    static const std::map<std::string, UIKeyCode> kKeys{{"Up", Up},
-                                                        {"Down", Down},
-                                                        {"Left", Left},
-                                                        {"Right", Right},
-                                                        {"Enter", Enter},
-                                                        {"Escape", Escape},
-                                                        {"Space", Space},
-                                                        {"Tab", Tab},
-                                                        {"Delete", Delete},
-                                                        {"Home", Home},
-                                                        {"End", End},
-                                                        {"PageUp", PageUp},
-                                                        {"Backspace", Backspace}};
+    static const std::map<std::string, UIKeyCode> kKeys{
+        {"Up", Up},         {"Down", Down},          {"Left", Left},   {"Right", Right},
+        {"Enter", Enter},   {"Escape", Escape},      {"Space", Space}, {"Tab", Tab},
+        {"Delete", Delete}, {"Menu", Menu},          {"Home", Home},   {"End", End},
+        {"PageUp", PageUp}, {"Backspace", Backspace}};
     const auto key = kKeys.at(read<std::string>(words));
     const int times = words.eof() ? 1 : read<int>(words);
     for (int time = 0; time < times; ++time)
