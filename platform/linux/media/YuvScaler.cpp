@@ -8,6 +8,8 @@ namespace vistrel {
 namespace {
 
 constexpr int kFractionBits = 13;
+/// Colours are summed in units of 2^-5: then no sum leaves 16 bits, and a register holds eight.
+constexpr int kTermBits = 5;
 /// Rows that are rotated together, so that one column of them is written at a time.
 constexpr int kBlockRows = 16;
 
@@ -19,8 +21,9 @@ const std::uint8_t* rowOf(const YuvPlane& plane, int row) {
     return plane.samples + plane.stride * row;
 }
 
-std::uint32_t channel(std::int32_t value) {
-    return static_cast<std::uint32_t>(std::clamp(value >> kFractionBits, 0, 255));
+std::uint16_t channel(int value) {
+    const auto level = static_cast<std::int16_t>(static_cast<std::int16_t>(value) >> kTermBits);
+    return static_cast<std::uint16_t>(std::clamp<std::int16_t>(level, 0, 255));
 }
 
 }
@@ -80,9 +83,13 @@ void YuvScaler::scalePlane(YuvPlane plane, RowScaler& rowScaler, PictureTurn tur
     blended_.resize(static_cast<std::size_t>(plane.width) + RowScaler::kPadding);
     for (int row = 0; row < rows; row += kBlockRows) {
         const int together = std::min(kBlockRows, rows - row);
-        for (int i = 0; i < together; ++i)
-            makeRow(plane, rowScaler, row + i, rows, block_.data() + count(columns, i));
         std::uint8_t* corner = to.data() + layout.first + layout.row * row;
+        const bool isInPlace = layout.column == 1;
+        for (int i = 0; i < together; ++i)
+            makeRow(plane, rowScaler, row + i, rows,
+                    isInPlace ? corner + layout.row * i : block_.data() + count(columns, i));
+        if (isInPlace)
+            continue;
         if (turn.swapsSides()) {
             for (int column = 0; column < columns; ++column, corner += layout.column)
                 for (int i = 0; i < together; ++i)
@@ -133,37 +140,49 @@ void YuvScaler::makeRow(const YuvPlane& plane, const RowScaler& rowScaler, int r
 /// The amounts that the colour differences add to each channel of the two pixels that share them.
 void YuvScaler::findColorTerms(const YuvColors& colors, const std::uint8_t* blue,
                                const std::uint8_t* red, int count) {
-    std::int32_t* redTerms = redTerms_.data();
-    std::int32_t* greenTerms = greenTerms_.data();
-    std::int32_t* blueTerms = blueTerms_.data();
-    const std::int32_t rounding = (1 << (kFractionBits - 1)) - colors.lumaOffset * colors.luma;
-    for (std::ptrdiff_t x = 0; x < count; ++x) {
-        const auto b = static_cast<std::int16_t>(blue[x] - 128);
-        const auto r = static_cast<std::int16_t>(red[x] - 128);
-        redTerms[2 * x] = redTerms[2 * x + 1] = colors.redFromRed * r + rounding;
-        greenTerms[2 * x] = greenTerms[2 * x + 1] =
-            colors.greenFromRed * r + colors.greenFromBlue * b + rounding;
-        blueTerms[2 * x] = blueTerms[2 * x + 1] = colors.blueFromBlue * b + rounding;
-    }
+    constexpr int kShift = kFractionBits - kTermBits;
+    const int rounding =
+        (1 << (kFractionBits - 1)) - colors.lumaOffset * colors.luma + (1 << (kShift - 1));
+    const auto find = [&](std::vector<std::int16_t>& terms, std::int16_t fromBlue,
+                          std::int16_t fromRed) {
+        std::int16_t* __restrict to = terms.data();
+        for (std::ptrdiff_t x = 0; x < count; ++x) {
+            const auto b = static_cast<std::int16_t>(blue[x] - 128);
+            const auto r = static_cast<std::int16_t>(red[x] - 128);
+            const auto term =
+                static_cast<std::int16_t>((fromBlue * b + fromRed * r + rounding) >> kShift);
+            to[2 * x] = to[2 * x + 1] = term;
+        }
+    };
+    find(redTerms_, 0, colors.redFromRed);
+    find(greenTerms_, colors.greenFromBlue, colors.greenFromRed);
+    find(blueTerms_, colors.blueFromBlue, 0);
 }
 
 void YuvScaler::convert(const YuvColors& colors, int width, int height, std::uint32_t* pixels) {
     const int pairs = (width + 1) / 2;
     for (auto* terms : {&redTerms_, &greenTerms_, &blueTerms_})
         terms->resize(static_cast<std::size_t>(pairs) * 2);
+    // In units of 2^-7: the product with a byte fills 16 bits.
+    const auto lumaFactor = static_cast<std::uint16_t>((colors.luma + 32) >> 6);
     for (int row = 0; row < height; ++row) {
         if (row % 2 == 0)
             findColorTerms(colors, blue_.data() + count(pairs, row / 2),
                            red_.data() + count(pairs, row / 2), pairs);
         const std::uint8_t* luma = luma_.data() + count(width, row);
-        const std::int32_t* red = redTerms_.data();
-        const std::int32_t* green = greenTerms_.data();
-        const std::int32_t* blue = blueTerms_.data();
-        std::uint32_t* out = pixels + count(width, row);
+        const std::int16_t* red = redTerms_.data();
+        const std::int16_t* green = greenTerms_.data();
+        const std::int16_t* blue = blueTerms_.data();
+        std::uint32_t* __restrict out = pixels + count(width, row);
         for (int x = 0; x < width; ++x) {
-            const std::int32_t light = static_cast<std::int16_t>(luma[x]) * colors.luma;
-            out[x] = 0xFF000000U | channel(light + red[x]) << 16 | channel(light + green[x]) << 8 |
-                     channel(light + blue[x]);
+            const auto light =
+                static_cast<std::int16_t>(static_cast<std::uint16_t>(luma[x] * lumaFactor) >> 2);
+            const std::uint16_t r = channel(light + red[x]);
+            const std::uint16_t g = channel(light + green[x]);
+            const std::uint16_t b = channel(light + blue[x]);
+            const auto low = static_cast<std::uint16_t>(b | g << 8);
+            const auto high = static_cast<std::uint16_t>(r | 0xFF00);
+            out[x] = low | static_cast<std::uint32_t>(high) << 16;
         }
     }
 }

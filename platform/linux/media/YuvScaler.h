@@ -80,9 +80,9 @@ private:
     std::vector<std::uint8_t> luma_;
     std::vector<std::uint8_t> blue_;
     std::vector<std::uint8_t> red_;
-    std::vector<std::int32_t> redTerms_;
-    std::vector<std::int32_t> greenTerms_;
-    std::vector<std::int32_t> blueTerms_;
+    std::vector<std::int16_t> redTerms_;
+    std::vector<std::int16_t> greenTerms_;
+    std::vector<std::int16_t> blueTerms_;
 };
 
 }
