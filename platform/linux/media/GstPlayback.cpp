@@ -49,7 +49,7 @@ void GstPlayback::open() {
     gst_play_set_subtitle_track_enabled(play_, FALSE);
     bus_ = NativeReference<GstBus>::adopt(gst_play_get_message_bus(play_));
     gst_bus_add_signal_watch(bus_.get());
-    connections_ = {dressSource(pipeline, source_),
+    connections_ = {dressSource(pipeline, source_), limitDecoders(pipeline),
                     watchRequests(pipeline, weakly(this, &GstPlayback::stateRequested)),
                     watchRedirects(pipeline, stoppedAtRedirect_),
                     connectSignal<void(GstMessage*)>(bus_.get(), "message",

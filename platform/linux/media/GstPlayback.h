@@ -89,7 +89,7 @@ private:
     host::PlaybackClient* client_ = nullptr;
     GstPlay* play_ = nullptr;
     NativeReference<GstBus> bus_; ///< carries GstPlay's reports
-    std::array<SignalConnection, 4> connections_;
+    std::array<SignalConnection, 5> connections_;
     bool playing_ = false; ///< wanted
     bool opened_ = false;  ///< paused or playing
     bool ready_ = false;

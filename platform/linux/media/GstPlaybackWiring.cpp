@@ -41,6 +41,37 @@ SignalConnection watchMessages(GstElement* pipeline, const char* signal,
     return connectSignal<void(GstMessage*)>(bus.get(), signal, std::move(received));
 }
 
+/// True if a slow core decodes such pictures in time. Without a frame rate, an ordinary one.
+bool isLight(const GstCaps* caps) {
+    constexpr double kMostPixels = 1280.0 * 720 * 31; ///< a second
+    const GstStructure* format = gst_caps_get_structure(caps, 0);
+    gint width = 0;
+    gint height = 0;
+    gint frames = 0;
+    gint seconds = 1;
+    gst_structure_get_int(format, "width", &width);
+    gst_structure_get_int(format, "height", &height);
+    gst_structure_get_fraction(format, "framerate", &frames, &seconds);
+    const double rate = frames > 0 && seconds > 0 ? static_cast<double>(frames) / seconds : 30;
+    return width * static_cast<double>(height) * rate <= kMostPixels;
+}
+
+/// Decoders read the number of threads when they receive the format.
+GstPadProbeReturn chooseThreads(GstPad* pad, GstPadProbeInfo* info, gpointer) {
+    GstEvent* event = gst_pad_probe_info_get_event(info);
+    if (GST_EVENT_TYPE(event) != GST_EVENT_CAPS)
+        return GST_PAD_PROBE_OK;
+    GstCaps* caps = nullptr;
+    gst_event_parse_caps(event, &caps);
+    constexpr gint kAutomatic = 0;
+    GstElement* decoder = gst_pad_get_parent_element(pad);
+    if (!decoder)
+        return GST_PAD_PROBE_OK;
+    g_object_set(decoder, "max-threads", isLight(caps) ? 1 : kAutomatic, nullptr);
+    gst_object_unref(decoder);
+    return GST_PAD_PROBE_OK;
+}
+
 constexpr guint kRetirement = 100; ///< milliseconds
 
 /// A message holds a reference to its player. If the last one were dropped on the player's own
@@ -97,6 +128,19 @@ SignalConnection watchRedirects(GstElement* pipeline, std::shared_ptr<std::atomi
                              if (status / 100 == 3)
                                  *stopped = true;
                          });
+}
+
+SignalConnection limitDecoders(GstElement* pipeline) {
+    return connectSignal<void(GstElement*)>(pipeline, "element-setup", [](GstElement* element) {
+        if (!g_object_class_find_property(G_OBJECT_GET_CLASS(element), "max-threads"))
+            return;
+        GstPad* pad = gst_element_get_static_pad(element, "sink");
+        if (!pad)
+            return;
+        gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM, chooseThreads, nullptr,
+                          nullptr);
+        gst_object_unref(pad);
+    });
 }
 
 void retire(GstPlay* play) {

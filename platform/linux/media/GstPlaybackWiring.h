@@ -20,6 +20,9 @@ NativeReference<GstElement> insertVolume(GstElement* pipeline);
 /// Sets `stopped` before the pipeline reports that its source has stopped at a redirect.
 [[nodiscard]] SignalConnection watchRedirects(GstElement* pipeline,
                                               std::shared_ptr<std::atomic<bool>> stopped);
+/// Lets decoders use one thread for pictures that one can well decode: each further thread costs
+/// memory for several frames, and processor time.
+[[nodiscard]] SignalConnection limitDecoders(GstElement* pipeline);
 /// Stops the pipeline at once and releases it a little later, taking over the reference.
 void retire(GstPlay* play);
 

@@ -50,6 +50,16 @@ GstPadProbeReturn lookForOrientation(GstPad*, GstPadProbeInfo* info, gpointer da
     return GST_PAD_PROBE_OK;
 }
 
+/// Decoders pad their frames. Unless the sink says that it reads the layout from the frame, they
+/// copy each one into a frame without padding.
+GstPadProbeReturn acceptPaddedFrames(GstPad*, GstPadProbeInfo* info, gpointer) {
+    GstQuery* query = gst_pad_probe_info_get_query(info);
+    if (GST_QUERY_TYPE(query) != GST_QUERY_ALLOCATION)
+        return GST_PAD_PROBE_OK;
+    gst_query_add_allocation_meta(query, GST_VIDEO_META_API_TYPE, nullptr);
+    return GST_PAD_PROBE_HANDLED;
+}
+
 }
 
 GstElement* VideoPicture::makeSink() {
@@ -72,6 +82,8 @@ GstElement* VideoPicture::makeSink() {
     GstPad* pad = gst_element_get_static_pad(sink, "sink");
     gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM, lookForOrientation,
                       new FeedReference(feed_), dropReference);
+    gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, acceptPaddedFrames, nullptr,
+                      nullptr);
     gst_object_unref(pad);
     return sink;
 }
