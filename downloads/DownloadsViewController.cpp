@@ -1,6 +1,7 @@
 #include "downloads/DownloadsViewController.h"
 
 #include "audio/OvoAudioPlayerController.h"
+#include "downloads/DownloadMenu.h"
 #include "downloads/DownloadsFolder.h"
 #include "downloads/DownloadsTableViewCell.h"
 #include "platform/foundation/NSArrayPathUtilities.h"
@@ -18,6 +19,7 @@
 #include "platform/uikit/UITableView.h"
 #include "web/OvoMoviePlayerViewController.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vistrel {
@@ -212,6 +214,24 @@ void DownloadsViewController::tableViewDidSelectRowAtIndexPath(UITableView& tabl
         playVideo(movieFiles_[static_cast<std::size_t>(indexPath.row)]);
     else if (indexPath.section == kMusicSection)
         playMusic(static_cast<std::uint32_t>(indexPath.row));
+}
+
+bool DownloadsViewController::tableViewShowMenuForRowAtIndexPath(UITableView&,
+                                                                 const NSIndexPath& indexPath) {
+    menu_ = std::make_shared<DownloadMenu>(
+        *this, filesOfSection(indexPath.section)[static_cast<std::size_t>(indexPath.row)]);
+    menu_->show();
+    return true;
+}
+
+void DownloadsViewController::askForDeletion(const std::string& name) {
+    for (const int section : {kVideoSection, kMusicSection}) {
+        const auto& names = filesOfSection(section);
+        const auto found = std::ranges::find(names, name);
+        if (found != names.end())
+            tableView_->showDeleteConfirmationForRowAtIndexPath(
+                {section, static_cast<int>(found - names.begin())});
+    }
 }
 
 void DownloadsViewController::playVideo(const std::string& name) {

@@ -10,11 +10,12 @@
 #include <vector>
 
 namespace vistrel {
+class DownloadMenu;
 class UITableView;
 
 /// The downloads folder as two sections, videos and music. Reads the folder whenever it is about to
 /// appear, offers to move in what other tools have left elsewhere, deletes files, opens the
-/// players.
+/// players, shows what else can be done with a file.
 class DownloadsViewController : public UIViewController,
                                 public UITableViewDataSource,
                                 public UITableViewDelegate,
@@ -35,6 +36,8 @@ public:
     /// Asks whether to move stray files in, when there are any.
     void checkForFilesInWrongDirectories();
     void moveFiles();
+    /// As after a swipe over the file's row.
+    void askForDeletion(const std::string& name);
     void alertViewClickedButtonAtIndex(UIAlertView& alertView, int buttonIndex) override;
 
     void viewDidLoad() override;
@@ -59,6 +62,8 @@ public:
                                                            const NSIndexPath& indexPath) override;
     void tableViewDidSelectRowAtIndexPath(UITableView& tableView,
                                           const NSIndexPath& indexPath) override;
+    bool tableViewShowMenuForRowAtIndexPath(UITableView& tableView,
+                                            const NSIndexPath& indexPath) override;
 
 private:
     const std::vector<std::string>& filesOfSection(int section) const;
@@ -69,6 +74,7 @@ private:
     std::vector<std::string> movieFiles_;
     std::vector<std::string> musicFiles_;
     std::shared_ptr<UITableView> tableView_;
+    std::shared_ptr<DownloadMenu> menu_; ///< the last one
 };
 
 }

@@ -34,6 +34,11 @@ public:
                           std::function<void(double fraction)> progress,
                           std::function<void(Status)> done) = 0;
 
+    /// Opens a file of the machine with a program that the user chooses, and shows it in the file
+    /// manager. `done` runs once, on the loop; a failure's message may be empty.
+    virtual void openWith(const std::string& machinePath, std::function<void(Status)> done) = 0;
+    virtual void showInFolder(const std::string& machinePath, std::function<void(Status)> done) = 0;
+
     /// True when an outgoing account is configured.
     virtual bool canSendMail() = 0;
     /// `done` runs once, on the loop, with the outcome.

@@ -34,6 +34,16 @@ public:
                   std::function<void(host::Status)> done) override {
         copies_.push_back({url, machinePath, std::move(progress), std::move(done)});
     }
+    void openWith(const std::string& machinePath, std::function<void(host::Status)> done) override {
+        handOver("open " + machinePath, std::move(done));
+    }
+    void showInFolder(const std::string& machinePath,
+                      std::function<void(host::Status)> done) override {
+        handOver("show " + machinePath, std::move(done));
+    }
+    /// "open /path" and "show /path", in order.
+    const std::vector<std::string>& handedOver() const { return handedOver_; }
+    void setHandOverFailure(host::Failure failure) { handOverFailure_ = std::move(failure); }
     bool canSendMail() override { return canSendMail_; }
     void sendMail(host::OutgoingMail mail, std::function<void(double fraction)> progress,
                   std::function<void(host::Status)> done) override {
@@ -74,7 +84,16 @@ public:
     void setSendFailure(host::Failure failure) { sendFailure_ = std::move(failure); }
 
 private:
+    void handOver(std::string what, std::function<void(host::Status)> done) {
+        handedOver_.push_back(std::move(what));
+        loop_.schedule(0, [this, done = std::move(done)] {
+            done(handOverFailure_ ? host::Status(*handOverFailure_) : host::Done{});
+        });
+    }
+
     std::vector<Copy> copies_;
+    std::vector<std::string> handedOver_;
+    std::optional<host::Failure> handOverFailure_;
     host::Status record(const host::OutgoingMail& mail, std::vector<host::OutgoingMail>& where) {
         if (mailFailure_)
             return *mailFailure_;

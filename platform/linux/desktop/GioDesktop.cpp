@@ -2,6 +2,7 @@
 
 #include "platform/foundation/Weakly.h"
 #include "platform/linux/NativeCallback.h"
+#include "platform/linux/desktop/FileOpener.h"
 #include "platform/linux/files/NewFile.h"
 #include "platform/linux/mail/MailService.h"
 
@@ -165,6 +166,17 @@ void GioDesktop::copyFile(const std::string& url, const std::string& machinePath
     callAsync(copied, g_file_copy_async, from.get(), to.get(),
               static_cast<GFileCopyFlags>(G_FILE_COPY_TARGET_DEFAULT_PERMS), G_PRIORITY_DEFAULT,
               cancellable_.get(), progressed, static_cast<gpointer>(report.get()));
+}
+
+void GioDesktop::openWith(const std::string& machinePath, std::function<void(host::Status)> done) {
+    FileOpener(NativeReference<GDBusConnection>::ref(bus()), cancellable_)
+        .openWith(machinePath, std::move(done));
+}
+
+void GioDesktop::showInFolder(const std::string& machinePath,
+                              std::function<void(host::Status)> done) {
+    FileOpener(NativeReference<GDBusConnection>::ref(bus()), cancellable_)
+        .showInFolder(machinePath, std::move(done));
 }
 
 bool GioDesktop::canSendMail() {

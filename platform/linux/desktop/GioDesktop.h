@@ -27,6 +27,9 @@ public:
     void copyFile(const std::string& url, const std::string& machinePath,
                   std::function<void(double fraction)> progress,
                   std::function<void(host::Status)> done) override;
+    void openWith(const std::string& machinePath, std::function<void(host::Status)> done) override;
+    void showInFolder(const std::string& machinePath,
+                      std::function<void(host::Status)> done) override;
     bool canSendMail() override;
     void sendMail(host::OutgoingMail mail, std::function<void(double fraction)> progress,
                   std::function<void(host::Status)> done) override;

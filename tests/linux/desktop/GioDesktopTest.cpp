@@ -12,14 +12,53 @@
 namespace vistrel {
 namespace {
 
-/// A session without a bus and without handlers.
+/// The user's data folder, where three programs are installed that copy what they open: this one
+/// and another for files of any kind, and one for folders. GLib looks for it once per process.
+const std::string& dataFolder() {
+    static const std::string folder = [] {
+        char pattern[] = "/tmp/vistrel-programs-XXXXXX";
+        std::string made = ::mkdtemp(pattern);
+        const std::string programs = made + "/applications/";
+        std::filesystem::create_directory(programs);
+        for (const char* name : {"org.vistrel.Vistrel", "other", "folders"}) {
+            std::ofstream(programs + name + ".desktop")
+                << "[Desktop Entry]\nType=Application\nName=" << name << "\nExec=cp -r %f " << made
+                << "/by-" << name << "\n";
+        }
+        std::ofstream(programs + "mimeinfo.cache")
+            << "[MIME Cache]\ninode/directory=folders.desktop;\n"
+            << "application/octet-stream=org.vistrel.Vistrel.desktop;other.desktop;\n";
+        std::filesystem::create_directory(made + "/device");
+        std::ofstream(made + "/device/a film.bin") << std::string("\0film", 5);
+        return made;
+    }();
+    return folder;
+}
+
+class DataFolder : public testing::Environment {
+    void SetUp() override {
+        ::setenv("XDG_DATA_DIRS", "/nonexistent", 1);
+        ::setenv("XDG_CONFIG_HOME", "/nonexistent", 1);
+        ::setenv("XDG_DATA_HOME", dataFolder().c_str(), 1);
+    }
+    void TearDown() override {
+        std::error_code ignored;
+        std::filesystem::remove_all(dataFolder(), ignored);
+    }
+};
+const auto* const kEnvironment = testing::AddGlobalTestEnvironment(new DataFolder);
+
+/// Whether the program has copied that.
+bool opened(const std::string& program, const std::string& what) {
+    const std::string copy = dataFolder() + "/by-" + program;
+    return turnUntil(
+        [&] { return std::filesystem::exists(copy + (what.empty() ? "" : "/" + what)); });
+}
+
+/// A session without a bus.
 class BareSessionTest : public ::testing::Test {
 protected:
-    BareSessionTest() {
-        ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus", 1);
-        ::setenv("XDG_DATA_DIRS", "/nonexistent", 1);
-        ::setenv("XDG_DATA_HOME", "/nonexistent", 1);
-    }
+    BareSessionTest() { ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus", 1); }
     GLibEventLoop loop_;
     DeviceFiles files_{"/nonexistent"};
     SmtpMailService mail_{loop_, files_, [](const auto&, const auto&) {
@@ -64,7 +103,34 @@ TEST_F(BareSessionTest, AFileIsCopiedWholeOrNotAtAllAndReplacesNothing) {
     EXPECT_EQ(std::distance(begin(files), end(files)), 3) << "nothing hidden is left";
 }
 
-/// A session whose desktop shows notifications and keeps the screen awake, and records the calls.
+TEST_F(BareSessionTest, AFileGoesToAnotherProgramAndItsFolderToTheFileManagers) {
+    const std::string film = dataFolder() + "/device/a film.bin";
+    for (const bool hasBus : {false, true}) {
+        std::optional<TestBus> bus;
+        if (hasBus)
+            bus.emplace(); // without the portal and FileManager1
+        const auto desktop = std::make_shared<GioDesktop>(mail_);
+        std::vector<bool> outcomes;
+        const auto note = [&](const host::Status& outcome) {
+            outcomes.push_back(outcome.ok());
+        };
+        desktop->openWith(film, note);
+        EXPECT_TRUE(opened("other", ""));
+        EXPECT_FALSE(std::filesystem::exists(dataFolder() + "/by-org.vistrel.Vistrel"));
+        desktop->showInFolder(film, note);
+        EXPECT_TRUE(opened("folders", "a film.bin"));
+        EXPECT_TRUE(turnUntil([&] { return outcomes.size() == 2; }));
+        desktop->openWith(dataFolder() + "/device/missing.bin", note);
+        EXPECT_EQ(outcomes.size(), 2U) << "reported on the loop";
+        EXPECT_TRUE(turnUntil([&] { return outcomes.size() == 3; }));
+        EXPECT_THAT(outcomes, testing::ElementsAre(true, true, false));
+        for (const char* copy : {"/by-other", "/by-folders"})
+            std::filesystem::remove_all(dataFolder() + copy);
+    }
+}
+
+/// A session whose desktop shows notifications and files, asks for programs and keeps the screen
+/// awake, and records the calls.
 class SessionTest : public BareSessionTest {
 protected:
     SessionTest() {
@@ -76,21 +142,28 @@ protected:
               "<method name='Inhibit'><arg type='s'/><arg type='s'/>"
               "<arg type='u' direction='out'/></method>"
               "<method name='UnInhibit'><arg type='u'/></method>");
+        serve("org.freedesktop.FileManager1", "/org/freedesktop/FileManager1",
+              "<method name='ShowItems'><arg type='as'/><arg type='s'/></method>");
+        serve("org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop",
+              "<method name='OpenFile'><arg type='s'/><arg type='h'/><arg type='a{sv}'/>"
+              "<arg type='o' direction='out'/></method>",
+              "org.freedesktop.portal.OpenURI");
     }
     ~SessionTest() override { desktop_ = nullptr; }
 
-    void serve(const char* name, const char* path, const std::string& methods) {
-        const std::string xml =
-            "<node><interface name='" + std::string(name) + "'>" + methods + "</interface></node>";
+    /// The interface has the service's name unless another is given.
+    void serve(const char* name, const char* path, const std::string& methods,
+               const char* interface = nullptr) {
+        const std::string xml = "<node><interface name='" +
+                                std::string(interface ? interface : name) + "'>" + methods +
+                                "</interface></node>";
         GDBusNodeInfo* node = g_dbus_node_info_new_for_xml(xml.c_str(), nullptr);
         static const GDBusInterfaceVTable kCalls = {
             [](GDBusConnection*, const char*, const char*, const char*, const char* method,
                GVariant* arguments, GDBusMethodInvocation* invocation, gpointer self) {
                 static_cast<SessionTest*>(self)->calls_.push_back(
                     method + printed(g_variant_ref(arguments)));
-                const bool answers = std::string(method) != "UnInhibit";
-                g_dbus_method_invocation_return_value(invocation,
-                                                      answers ? g_variant_new("(u)", 7U) : nullptr);
+                g_dbus_method_invocation_return_value(invocation, answerTo(method));
             },
             nullptr,
             nullptr,
@@ -100,6 +173,12 @@ protected:
         g_dbus_node_info_unref(node);
         g_bus_own_name_on_connection(bus_.connection(), name, G_BUS_NAME_OWNER_FLAGS_NONE, nullptr,
                                      nullptr, nullptr, nullptr);
+    }
+
+    static GVariant* answerTo(const std::string& method) {
+        if (method == "OpenFile")
+            return g_variant_new("(o)", "/request/1");
+        return method == "UnInhibit" || method == "ShowItems" ? nullptr : g_variant_new("(u)", 7U);
     }
 
     TestBus bus_;
@@ -121,6 +200,21 @@ TEST_F(SessionTest, TheScreenStaysAwakeUntilItMaySleepAgain) {
     ASSERT_TRUE(turnUntil([&] { return calls_.size() == 2; }));
     EXPECT_THAT(calls_,
                 testing::ElementsAre("Inhibit('org.vistrel.Vistrel', 'Playing')", "UnInhibit(7,)"));
+}
+
+TEST_F(SessionTest, ThePortalAsksForAProgramAndTheFileManagerShowsAFile) {
+    const std::string film = dataFolder() + "/device/a film.bin";
+    int succeeded = 0;
+    const auto note = [&](const host::Status& outcome) {
+        succeeded += outcome.ok() ? 1 : 0;
+    };
+    desktop_->openWith(film, note);
+    ASSERT_TRUE(turnUntil([&] { return succeeded == 1; }));
+    desktop_->showInFolder(film, note);
+    ASSERT_TRUE(turnUntil([&] { return succeeded == 2; }));
+    EXPECT_THAT(calls_, testing::ElementsAre("OpenFile('', 0, {'ask': <true>})",
+                                             "ShowItems(['file://" + dataFolder() +
+                                                 "/device/a%20film.bin'], '')"));
 }
 
 }

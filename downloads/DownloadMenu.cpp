@@ -1,0 +1,120 @@
+#include "downloads/DownloadMenu.h"
+
+#include "downloads/DownloadsFolder.h"
+#include "downloads/DownloadsViewController.h"
+#include "platform/foundation/NSArrayPathUtilities.h"
+#include "platform/foundation/NSBundle.h"
+#include "platform/foundation/NSFileManager.h"
+#include "platform/foundation/Weakly.h"
+#include "platform/host/Desktop.h"
+#include "platform/host/Files.h"
+#include "platform/host/Host.h"
+#include "platform/uikit/UITextField.h"
+#include "web/DownloadFile.h"
+
+#include <cerrno>
+#include <utility>
+
+namespace vistrel {
+
+namespace {
+
+enum Choice { OpenWith, ShowInFolder, Rename, Delete };
+
+/// Without the spaces around it.
+std::string trimmed(const std::string& text) {
+    const auto first = text.find_first_not_of(' ');
+    return first == std::string::npos ? ""
+                                      : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+bool canBeName(const std::string& stem) {
+    return !stem.empty() && stem.front() != '.' && stem.find('/') == std::string::npos;
+}
+
+/// Why a file cannot get that name; empty when it has it now. An unfinished download keeps its own,
+/// and a name that one will have soon is taken.
+std::string failureOfRenaming(const std::string& from, const std::string& to) {
+    if (DownloadFile(from, DownloadFile::Existing::Replace).name() != from)
+        return NSLocalizedString("This file is still being downloaded.");
+    const DownloadFile target(to, DownloadFile::Existing::Keep);
+    if (target.name() != to)
+        return NSLocalizedString("There is already a file of this name.");
+    const auto error = NSFileManager::defaultManager().moveItemAtPathToPath(pathOfDownload(from),
+                                                                            pathOfDownload(to));
+    return error ? error->localizedDescription() : std::string();
+}
+
+}
+
+DownloadMenu::DownloadMenu(DownloadsViewController& screen, std::string name)
+    : screen_(screen)
+    , name_(std::move(name)) {}
+
+DownloadMenu::~DownloadMenu() = default;
+
+void DownloadMenu::show() {
+    // Deleting asks once more, so it is not shown as what destroys.
+    UIActionSheet::withTitle(name_, weakReference<UIActionSheetDelegate>(this),
+                             NSLocalizedString("Cancel"), {},
+                             {NSLocalizedString("Open With…"), NSLocalizedString("Show in Folder"),
+                              NSLocalizedString("Rename…"), NSLocalizedString("Delete")})
+        ->showInView(*screen_.view());
+}
+
+void DownloadMenu::actionSheetClickedButtonAtIndex(UIActionSheet&, int buttonIndex) {
+    if (buttonIndex == OpenWith || buttonIndex == ShowInFolder)
+        handOver(buttonIndex == OpenWith);
+    else if (buttonIndex == Rename)
+        askForName(std::string(stringByDeletingPathExtension(name_)), {});
+    else if (buttonIndex == Delete)
+        screen_.askForDeletion(name_);
+}
+
+void DownloadMenu::handOver(bool toProgram) const {
+    const auto& host = host::current();
+    const std::string path = host.files->machinePath(pathOfDownload(name_));
+    const auto done = [name = name_](const host::Status& outcome) {
+        if (outcome)
+            return;
+        const std::string& reason = outcome.failure().message;
+        UIAlertView::withTitle(NSLocalizedString("Cannot Be Opened"),
+                               reason.empty() ? name : reason, {}, NSLocalizedString("OK"))
+            ->show();
+    };
+    if (toProgram)
+        host.desktop->openWith(path, done);
+    else
+        host.desktop->showInFolder(path, done);
+}
+
+void DownloadMenu::askForName(const std::string& typed, std::string complaint) {
+    const auto question = UIAlertView::withTitle(
+        NSLocalizedString("Rename"), std::move(complaint), weakReference<UIAlertViewDelegate>(this),
+        NSLocalizedString("Cancel"), {NSLocalizedString("Rename")});
+    question->setAlertViewStyle(UIAlertViewStyle::PlainTextInput);
+    question->textFieldAtIndex(0)->setText(typed);
+    question->show();
+}
+
+void DownloadMenu::alertViewClickedButtonAtIndex(UIAlertView& alertView, int buttonIndex) {
+    if (buttonIndex == 1)
+        rename(alertView.textFieldAtIndex(0)->text());
+}
+
+void DownloadMenu::rename(const std::string& typed) {
+    const std::string stem = trimmed(typed);
+    const auto ownStem = stringByDeletingPathExtension(name_);
+    if (typed == ownStem || stem == ownStem)
+        return;
+    if (!canBeName(stem))
+        return askForName(
+            typed,
+            NSLocalizedString("A name cannot be empty, begin with a dot or contain a slash."));
+    std::string failure = failureOfRenaming(name_, stem + name_.substr(ownStem.size()));
+    if (!failure.empty())
+        return askForName(typed, std::move(failure));
+    screen_.refresh();
+}
+
+}

@@ -1,0 +1,145 @@
+#include "downloads/DownloadsTableViewCell.h"
+#include "downloads/DownloadsViewController.h"
+#include "platform/uikit/UIActionSheet.h"
+#include "platform/uikit/UIAlertView.h"
+#include "platform/uikit/UITableView.h"
+#include "platform/uikit/UITextField.h"
+#include "tests/support/ui/ScreenTest.h"
+#include "web/DownloadFile.h"
+
+#include <gmock/gmock.h>
+
+#include <cerrno>
+#include <optional>
+
+namespace vistrel {
+namespace {
+
+using testing::ElementsAre;
+
+const std::string kFolder = "/var/mobile/Library/Downloads/";
+
+class DownloadMenuTest : public support::ScreenTest {
+protected:
+    DownloadMenuTest() {
+        for (const char* name : {"Film.mp4", "Other.mp4", "Song.MP3"})
+            files().put(kFolder + name, name);
+        push(screen_);
+        settle();
+    }
+    /// Opens the menu of a row and chooses from it.
+    void choose(const std::string& choice, NSIndexPath row = {0, 0}) {
+        screen_->tableViewShowMenuForRowAtIndexPath(*screen_->tableView(), row);
+        settle();
+        EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, choice)) << choice;
+        EXPECT_EQ(UIActionSheet::visibleSheet(), nullptr);
+    }
+    UITextField& field() { return *UIAlertView::visibleAlerts().back()->textFieldAtIndex(0); }
+    void answer(const std::string& name) {
+        field().setText(name);
+        ASSERT_TRUE(tapAlertButton("Rename"));
+        settle();
+    }
+    std::shared_ptr<DownloadsViewController> screen_ = std::make_shared<DownloadsViewController>();
+};
+
+TEST_F(DownloadMenuTest, ALongPressTheOtherButtonAndTheMenuKeyOfferFourThingsAndCancel) {
+    for (const char* way :
+         {"down 160,100; wait 0.6; up 160,100", "second 160,100", "key Down; key Menu"}) {
+        act(way);
+        settle();
+        const auto sheet = UIActionSheet::visibleSheet();
+        ASSERT_TRUE(sheet) << way;
+        EXPECT_EQ(sheet->title(), "Film.mp4");
+        EXPECT_THAT(labels(UIAccessibilityRole::Button, *screen().subviews().back()),
+                    ElementsAre("Open With…", "Show in Folder", "Rename…", "Delete", "Cancel"));
+        EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, "Cancel"));
+        EXPECT_FALSE(media().player()) << "the row is not opened as well";
+    }
+    EXPECT_THAT(desktop().handedOver(), testing::IsEmpty());
+    EXPECT_EQ(alertCount(), 0);
+}
+
+TEST_F(DownloadMenuTest, OtherProgramsGetTheMachinesFileAndAFailureIsExplained) {
+    choose("Open With…");
+    choose("Show in Folder", {1, 0});
+    EXPECT_THAT(desktop().handedOver(), ElementsAre("open /memory" + kFolder + "Film.mp4",
+                                                    "show /memory" + kFolder + "Song.MP3"));
+    EXPECT_EQ(alertCount(), 0);
+    const std::pair<const char*, const char*> reasons[] = {{"", "Film.mp4"},
+                                                           {"Gone astray", "Gone astray"}};
+    for (const auto& [reason, shown] : reasons) {
+        desktop().setHandOverFailure({ENOENT, reason});
+        choose("Open With…");
+        EXPECT_EQ(alertTitle(), "Cannot Be Opened");
+        EXPECT_EQ(alertMessage(), shown);
+        EXPECT_TRUE(tapAlertButton("OK"));
+        settle();
+    }
+}
+
+TEST_F(DownloadMenuTest, ARenamedFileKeepsItsExtension) {
+    choose("Rename…", {1, 0});
+    EXPECT_EQ(field().text(), "Song");
+    answer("  Nico & die Würfel.mp4 ");
+    EXPECT_THAT(screen_->musicFiles(), ElementsAre("Nico & die Würfel.mp4.MP3"));
+    EXPECT_EQ(files().contents(kFolder + "Nico & die Würfel.mp4.MP3"), "Song.MP3");
+    const auto cell = std::dynamic_pointer_cast<DownloadsTableViewCell>(
+        screen_->tableView()->cellForRowAtIndexPath({1, 0}));
+    ASSERT_TRUE(cell);
+    EXPECT_EQ(cell->fileName(), "Nico & die Würfel.mp4");
+    EXPECT_EQ(alertCount(), 0);
+}
+
+TEST_F(DownloadMenuTest, ANameThatCannotBeUsedIsAskedForAgainWithTheReason) {
+    const DownloadFile coming("Coming.mp4", DownloadFile::Existing::Keep);
+    const char* rules = "A name cannot be empty, begin with a dot or contain a slash.";
+    const char* taken = "There is already a file of this name.";
+    const std::pair<std::string, std::string> cases[] = {
+        {"", rules},           {"   ", rules},   {".Film", rules},  {" .. ", rules},
+        {"../../Film", rules}, {"Other", taken}, {"Coming", taken},
+    };
+    choose("Rename…");
+    EXPECT_EQ(alertMessage(), "");
+    for (const auto& [typed, reason] : cases) {
+        answer(typed);
+        EXPECT_EQ(alertMessage(), reason) << typed;
+        EXPECT_EQ(alertCount(), 1);
+        EXPECT_EQ(field().text(), typed);
+    }
+    files().failMove(kFolder + "Film.mp4", ENAMETOOLONG);
+    answer("A name that the disk refuses");
+    EXPECT_FALSE(alertMessage().empty());
+    EXPECT_TRUE(tapAlertButton("Cancel"));
+    settle();
+    EXPECT_THAT(screen_->movieFiles(), ElementsAre("Film.mp4", "Other.mp4"));
+    EXPECT_EQ(files().contents(kFolder + "Other.mp4"), "Other.mp4");
+}
+
+TEST_F(DownloadMenuTest, AnUnfinishedDownloadKeepsItsNameAndTheSameNameAsksNothing) {
+    std::optional<DownloadFile> running(std::in_place, "Film.mp4", DownloadFile::Existing::Replace);
+    choose("Rename…");
+    answer("Film");
+    EXPECT_EQ(alertCount(), 0);
+    choose("Rename…");
+    answer("New");
+    EXPECT_EQ(alertMessage(), "This file is still being downloaded.");
+    running.reset();
+    answer("New");
+    EXPECT_EQ(alertCount(), 0);
+    EXPECT_TRUE(files().contents(kFolder + "New.mp4"));
+}
+
+TEST_F(DownloadMenuTest, DeletingAsksOnTheRowAsAfterASwipe) {
+    choose("Delete", {0, 1});
+    EXPECT_EQ(screen_->tableView()->indexPathForDeleteConfirmation(), (NSIndexPath{0, 1}));
+    EXPECT_TRUE(files().contents(kFolder + "Other.mp4"));
+    act("key Escape");
+    EXPECT_EQ(screen_->tableView()->indexPathForDeleteConfirmation(), std::nullopt);
+    act("key Down 2; key Menu; show 1; key Down 4; key Enter; show 1; key Enter; show 1");
+    EXPECT_FALSE(files().contents(kFolder + "Other.mp4"));
+    EXPECT_TRUE(files().contents(kFolder + "Film.mp4"));
+}
+
+}
+}
