@@ -9,6 +9,8 @@
 #include "tests/support/ui/ScreenTest.h"
 #include "web/DownloadFile.h"
 
+#include <gmock/gmock.h>
+
 #include <cerrno>
 #include <map>
 
@@ -26,6 +28,16 @@ protected:
         auto screen = FileDownloadViewController::withURL(*NSURL::URLWithString(kAddress));
         push(screen);
         return screen;
+    }
+    /// Opens the screen and taps its button.
+    std::shared_ptr<FileDownloadViewController> download(double seconds = 5) {
+        auto screen = open();
+        tap(*screen->downloadButton());
+        advance(seconds);
+        return screen;
+    }
+    void setManners(bool careful) {
+        deterministicHost().settings["manners/careful"] = careful ? "yes" : "no";
     }
     support::ScriptedAnswer& answer() { return network().at(kAddress).type("video/mp4"); }
     std::map<std::string, std::string> filesInFolder() {
@@ -74,36 +86,24 @@ TEST_F(FileDownloadTest, ADownloadEndsWithTheWholeFileAFullBarAndOneAlert) {
     EXPECT_TRUE(network().requests().back().ignoresCache);
 }
 
-/// What the delegate's callbacks do, driven chunk by chunk.
-struct Arithmetic {
-    const char* name;
-    std::int64_t expected;
-    std::vector<std::int64_t> chunks;
-    int alerts;
-    float percent;
-    const char* text;
-};
-
 TEST_F(FileDownloadTest, ProgressIsReckonedInSinglePrecision) {
-    const Arithmetic cases[] = {
-        {"exact", 1000, {500, 500}, 1, 100.0F, "Received 0.00MB of 0.00MB"},
-        {"half way", 4'194'304, {2'097'152}, 0, 50.0F, "Received 2.00MB of 4.00MB"},
-        {"more than announced", 1000, {1000, 10, 10}, 3, 100.0F, "Received 0.00MB of 0.00MB"},
-        {"one byte short of 16 MiB and one",
-         16'777'217,
-         {16'777'216, 1},
-         2,
-         100.0F,
-         "Received 16.00MB of 16.00MB"},
-        {"below 16 MiB every byte counts",
-         16'777'216,
-         {16'777'215, 1},
-         1,
-         100.0F,
-         "Received 16.00MB of 16.00MB"},
-        {"no length", -1, {1000, 1000}, 0, 0.0F, ""},
+    // What the delegate's callbacks do, driven chunk by chunk.
+    const struct {
+        const char* name;
+        std::int64_t expected;
+        std::vector<std::size_t> chunks;
+        int alerts;
+        float percent;
+        const char* text;
+    } cases[] = {
+        {"exact", 1000, {500, 500}, 1, 100, "Received 0.00MB of 0.00MB"},
+        {"half way", 4'194'304, {2'097'152}, 0, 50, "Received 2.00MB of 4.00MB"},
+        {"too much", 1000, {1000, 10, 10}, 3, 100, "Received 0.00MB of 0.00MB"},
+        {"rounded", 16'777'217, {16'777'216, 1}, 2, 100, "Received 16.00MB of 16.00MB"},
+        {"not rounded", 16'777'216, {16'777'215, 1}, 1, 100, "Received 16.00MB of 16.00MB"},
+        {"no length", -1, {1000, 1000}, 0, 0, ""},
     };
-    for (const Arithmetic& each : cases) {
+    for (const auto& each : cases) {
         SCOPED_TRACE(each.name);
         const auto screen = open();
         NSURLConnection& none = *NSURLConnection::withRequestDelegate(
@@ -111,19 +111,12 @@ TEST_F(FileDownloadTest, ProgressIsReckonedInSinglePrecision) {
         screen->connectionDidReceiveResponse(
             none,
             NSURLResponse(*NSURL::URLWithString(kAddress), 200, {}, "video/mp4", each.expected));
-        int alerts = 0;
-        for (const std::int64_t size : each.chunks) {
-            const std::vector<std::byte> bytes(static_cast<std::size_t>(size));
-            screen->connectionDidReceiveData(none, bytes);
-            alerts = alertCount();
-        }
-        EXPECT_EQ(alerts, each.alerts);
+        for (const std::size_t size : each.chunks)
+            screen->connectionDidReceiveData(none, std::vector<std::byte>(size));
+        EXPECT_EQ(alertCount(), each.alerts);
         EXPECT_EQ(screen->percentComplete(), each.percent);
         EXPECT_EQ(screen->progressLabel()->text(), each.text);
-        while (alertCount() > 0)
-            tapAlertButton("OK");
-        navigation().popViewControllerAnimated(false);
-        settle();
+        startAgain();
     }
 }
 
@@ -131,10 +124,7 @@ TEST_F(FileDownloadTest, AFailedTransferSaysWhyAndKeepsWhatHasCome) {
     answer()
         .body(std::string(1000, 'v'))
         .failsAfter(400, host::TransferErrorKind::ConnectionLost, "The connection was lost");
-    const auto screen = open();
-    tap(*screen->downloadButton());
-    advance(60);
-
+    const auto screen = download();
     EXPECT_EQ(alertTitle(), "Failed to Download File");
     EXPECT_EQ(alertMessage(), "The connection was lost");
     EXPECT_EQ(screen->progressLabel()->text(), "Failed: The connection was lost");
@@ -153,26 +143,30 @@ struct Ending {
 
 TEST_F(FileDownloadTest, BothMannersEndEachDownloadTheirOwnWay) {
     using Script = std::function<void(support::ScriptedAnswer&)>;
-    const Ending failed{"Failed to Download File", "Failed", {}};
-    const Ending failedAgain{"Failed to Download File", "Try Again", {}};
-    const Ending whole{"Download Succeeded", "Done!", {{"film.mp4", "film"}}};
-    struct Case {
-        const char* name;
-        Script script;
-        Ending phone;
-        Ending careful;
+    using Files = std::map<std::string, std::string>;
+    const auto failed = [](const Files& files) {
+        return Ending{"Failed to Download File", "Failed", files};
     };
+    const auto failedAgain = [](const Files& files) {
+        return Ending{"Failed to Download File", "Try Again", files};
+    };
+    const Ending whole{"Download Succeeded", "Done!", {{"film.mp4", "film"}}};
     const auto status = [](int code) {
         return Script(
             [code](support::ScriptedAnswer& answer) { answer.status(code).body("film"); });
     };
-    const Case cases[] = {
+    const struct {
+        const char* name;
+        Script script;
+        Ending phone;
+        Ending careful;
+    } cases[] = {
         {"plain", status(200), whole, whole},
-        {"not found", status(404), whole, failedAgain},
-        {"server error", status(500), whole, failedAgain},
-        {"no content", status(204), whole, failedAgain},
-        {"not modified", status(304), whole, failedAgain},
-        {"a part nobody asked for", status(206), whole, failedAgain},
+        {"not found", status(404), whole, failedAgain({})},
+        {"server error", status(500), whole, failedAgain({})},
+        {"no content", status(204), whole, failedAgain({})},
+        {"not modified", status(304), whole, failedAgain({})},
+        {"a part nobody asked for", status(206), whole, failedAgain({})},
         {"unknown length",
          [](auto& answer) { answer.body("film").announces(-1); },
          {"", "Downloading...", {{"film.mp4", "film"}}},
@@ -187,7 +181,7 @@ TEST_F(FileDownloadTest, BothMannersEndEachDownloadTheirOwnWay) {
              files().makeReadOnly(kDownloadsFolder);
          },
          {"Download Succeeded", "Done!", {}},
-         failedAgain},
+         failedAgain({})},
         {"an older file of that name",
          [this](auto& answer) {
              answer.body("film");
@@ -202,24 +196,20 @@ TEST_F(FileDownloadTest, BothMannersEndEachDownloadTheirOwnWay) {
              answer.body("film").chunks({2, 2});
              files().failWritesFrom(2, ENOSPC);
          },
-         {failed.alert, failed.button, {{"film.mp4", "fi"}}},
-         {failed.alert, failedAgain.button, {{"film.mp4", "fi"}}}},
+         failed({{"film.mp4", "fi"}}), failedAgain({{"film.mp4", "fi"}})},
         {"a disk that is full when the file is closed",
          [this](auto& answer) {
              answer.body("film");
              files().failClose(EDQUOT);
          },
-         {failed.alert, failed.button, {{"film.mp4", "film"}}},
-         {failed.alert, failedAgain.button, {{"film.mp4", "film"}}}},
+         failed({{"film.mp4", "film"}}), failedAgain({{"film.mp4", "film"}})},
     };
-    for (const Case& each : cases) {
+    for (const auto& each : cases) {
         for (const bool careful : {false, true}) {
             SCOPED_TRACE(std::string(each.name) + (careful ? ", careful" : ""));
-            deterministicHost().settings["manners/careful"] = careful ? "yes" : "no";
+            setManners(careful);
             each.script(answer());
-            const auto screen = open();
-            tap(*screen->downloadButton());
-            advance(5);
+            const auto screen = download();
             const Ending& ending = careful ? each.careful : each.phone;
             EXPECT_EQ(alertTitle(), ending.alert);
             EXPECT_EQ(buttonTitle(*screen), ending.button);
@@ -232,7 +222,10 @@ TEST_F(FileDownloadTest, BothMannersEndEachDownloadTheirOwnWay) {
 }
 
 TEST_F(FileDownloadTest, AFailedDownloadIsContinuedWhereItStopped) {
-    struct Case {
+    const char* const succeeded = "Download Succeeded";
+    const char* const failed = "Failed to Download File";
+    const char* const all = "0123456789";
+    const struct {
         const char* name;
         const char* tag;
         int status;
@@ -241,19 +234,18 @@ TEST_F(FileDownloadTest, AFailedDownloadIsContinuedWhereItStopped) {
         const char* asksFor;
         const char* alert;
         const char* file;
-    };
-    const char* const succeeded = "Download Succeeded";
-    const char* const failed = "Failed to Download File";
-    const Case cases[] = {
-        {"continued", "\"a\"", 206, "bytes 4-9/10", "456789", "bytes=4-", succeeded, "0123456789"},
+        const char* meanwhile = nullptr; ///< what somebody puts in place of the first part
+    } cases[] = {
+        {"continued", "\"a\"", 206, "bytes 4-9/10", "456789", "bytes=4-", succeeded, all},
         {"changed meanwhile", "\"a\"", 200, "", "abcdefghij", "bytes=4-", succeeded, "abcdefghij"},
         {"another part", "\"a\"", 206, "bytes 2-9/10", "23456789", "bytes=4-", failed, "0123"},
-        {"no mark", "", 200, "", "0123456789", "", succeeded, "0123456789"},
-        {"weak mark", "W/\"a\"", 200, "", "0123456789", "", succeeded, "0123456789"},
+        {"no mark", "", 200, "", all, "", succeeded, all},
+        {"weak mark", "W/\"a\"", 200, "", all, "", succeeded, all},
         {"shortened", "\"a\"", 206, "bytes 4-9/10", "456", "bytes=4-", failed, "0123456"},
+        {"another file", "\"a\"", 200, "", all, "", succeeded, all, "012"},
     };
-    deterministicHost().settings["manners/careful"] = "yes";
-    for (const Case& each : cases) {
+    setManners(true);
+    for (const auto& each : cases) {
         SCOPED_TRACE(each.name);
         answer()
             .header("ETag", each.tag)
@@ -263,10 +255,10 @@ TEST_F(FileDownloadTest, AFailedDownloadIsContinuedWhereItStopped) {
         second.header("ETag", each.tag).header("Content-Range", each.range).body(each.body);
         if (std::string(each.name) == "shortened")
             second.announces(6);
-        const auto screen = open();
-        tap(*screen->downloadButton());
-        advance(5);
+        const auto screen = download();
         ASSERT_TRUE(tapAlertButton("OK"));
+        if (each.meanwhile)
+            files().put(kPath, each.meanwhile);
         tap(*screen->downloadButton());
         advance(5);
         const auto& request = network().requests().back();
@@ -281,35 +273,15 @@ TEST_F(FileDownloadTest, AFailedDownloadIsContinuedWhereItStopped) {
     }
 }
 
-TEST_F(FileDownloadTest, ABrokenDownloadWhoseFileWasChangedBeginsAgain) {
-    deterministicHost().settings["manners/careful"] = "yes";
-    answer()
-        .header("ETag", "\"a\"")
-        .body("0123456789")
-        .failsAfter(4, host::TransferErrorKind::ConnectionLost, "lost");
-    network().thenAt(kAddress).type("video/mp4").body("0123456789");
-    const auto screen = open();
-    tap(*screen->downloadButton());
-    advance(5);
-    ASSERT_TRUE(tapAlertButton("OK"));
-    files().put(kPath, "012");
-    tap(*screen->downloadButton());
-    advance(5);
-    EXPECT_EQ(support::ScriptedNetwork::header(network().requests().back(), "Range"), "");
-    EXPECT_EQ(files().contents(kPath), "0123456789");
-}
-
 TEST_F(FileDownloadTest, BehindOtherWindowsCarefulMannersNotifyOfTheEnd) {
     using State = UIApplicationState;
     for (const bool careful : {false, true}) {
-        deterministicHost().settings["manners/careful"] = careful ? "yes" : "no";
+        setManners(careful);
         for (const State state : {State::Active, State::Inactive, State::Background}) {
             UIApplication::sharedApplication().setState(state);
             const auto before = desktop().notifications().size();
             answer().body("film");
-            const auto screen = open();
-            tap(*screen->downloadButton());
-            advance(5);
+            download();
             const bool notifies = careful && state != State::Active;
             EXPECT_EQ(desktop().notifications().size() - before, notifies ? 1U : 0U);
             startAgain();
@@ -321,13 +293,9 @@ TEST_F(FileDownloadTest, BehindOtherWindowsCarefulMannersNotifyOfTheEnd) {
 
 TEST_F(FileDownloadTest, TwoRunningDownloadsOfOneNameKeepTheirBytesApart) {
     answer().body("first").chunks({2, 3}).secondsBetweenChunks(5);
-    const auto first = open();
-    tap(*first->downloadButton());
-    advance(6);
+    const auto first = download(6);
     answer().body("second");
-    const auto second = open();
-    tap(*second->downloadButton());
-    advance(20);
+    const auto second = download(20);
     EXPECT_EQ(filesInFolder(), (std::map<std::string, std::string>{{"film.mp4", "first"},
                                                                    {"film 2.mp4", "second"}}));
     EXPECT_EQ(alertCount(), 2);
@@ -335,9 +303,7 @@ TEST_F(FileDownloadTest, TwoRunningDownloadsOfOneNameKeepTheirBytesApart) {
 
 TEST_F(FileDownloadTest, ADownloadGoesOnAfterTheUserHasLeft) {
     answer().body(std::string(1000, 'v')).chunks({500, 500}).secondsBetweenChunks(5);
-    auto screen = open();
-    tap(*screen->downloadButton());
-    advance(1);
+    auto screen = download(1);
     navigation().popViewControllerAnimated(true);
     const std::weak_ptr<FileDownloadViewController> watch = screen;
     screen.reset();
@@ -351,8 +317,7 @@ TEST_F(FileDownloadTest, ADownloadGoesOnAfterTheUserHasLeft) {
 
 TEST_F(FileDownloadTest, PlayStreamsTheAddressWhileTheTransferGoesOn) {
     answer().body(std::string(1000, 'v')).secondsBetweenChunks(5);
-    const auto screen = open();
-    tap(*screen->downloadButton());
+    const auto screen = download(0);
     tap(*screen->playButton());
     settle();
     ASSERT_TRUE(media().player());

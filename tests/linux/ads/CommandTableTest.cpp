@@ -80,18 +80,17 @@ class CommandTable : public RealWindow {
 protected:
     void SetUp() override {
         RealWindow::SetUp();
-        const std::string origin = server_->url("");
+        const std::string origin = server_.url("");
         overrideGADSetting(kGADAdServerOrigin, origin);
         overrideGADSetting(kGADStaticContentHost, origin.substr(std::string("http://").size()));
-        server_->serve(
+        server_.serve(
             "/afma/sdk-core-v40.js",
             {.type = "text/javascript",
              .body = "function AFMA_buildAdURL(){location.href='gmsg://ads/loadAdURL?url='+"
                      "encodeURIComponent('" +
-                     server_->url("/ad") + "')}"});
+                     server_.url("/ad") + "')}"});
         for (std::size_t i = 0; i < std::size(kCommands); ++i)
-            server_->serve("/redirect/" + std::to_string(i),
-                           {302, "text/html", "", {{"Location", kCommands[i].url}}});
+            server_.redirect("/redirect/" + std::to_string(i), kCommands[i].url);
         host::current().log = [this](const std::string& line) {
             logged(line);
         };
@@ -126,7 +125,7 @@ protected:
     }
 
     void loadBanner(const std::string& page) {
-        server_->serve("/ad", {.body = page});
+        server_.serve("/ad", {.body = page});
         if (!banner_) {
             banner_ = GADBannerView::withFrame(CGRectMake(0, 366, 320, 50));
             navigation_->topViewController()->view()->addSubview(banner_);
@@ -154,9 +153,9 @@ protected:
         if (touched || caller.opensBrowser)
             touch();
         if (caller.opensBrowser) {
-            server_->serve("/browsed", {.body = scriptThatSends("location.href=command")});
+            server_.serve("/browsed", {.body = scriptThatSends("location.href=command")});
             banner_->webView()->stringByEvaluatingJavaScriptFromString(
-                "location.href='gmsg://ads/open?a=browser&u=" + server_->url("/browsed") + "'",
+                "location.href='gmsg://ads/open?a=browser&u=" + server_.url("/browsed") + "'",
                 [](const std::string&) {});
             EXPECT_TRUE(turnUntil([&] { return navigation_->modalViewController() != nullptr; }));
         } else {
@@ -176,7 +175,7 @@ protected:
             screen->relinquishScreen();
             turnUntil([&] { return navigation_->modalViewController() != screen; }, 3);
         }
-        const auto outcomes = std::exchange(outcomes_, {});
+        auto outcomes = std::exchange(outcomes_, {});
         banner_->removeFromSuperview();
         banner_.reset();
         turnFor(0.1);
@@ -218,9 +217,8 @@ TEST_F(CommandTable, IsAsDocumented) {
 }
 
 TEST_F(CommandTable, ThereIsAWayOutOfAPageThatHangsOrHasCrashed) {
-    server_->serve("/plain", {.body = "<p>Plain</p>"});
-    server_->serve("/hangs",
-                   {.body = "<script>setTimeout(function(){while(true){}},300)</script>"});
+    server_.serve("/plain", {.body = "<p>Plain</p>"});
+    server_.serve("/hangs", {.body = "<script>setTimeout(function(){while(true){}},300)</script>"});
     for (const auto& [screen, button] : {std::pair{"browser", "Done"}, {"webapp", "Close"}}) {
         for (const char* path : {"/hangs", "/plain"}) {
             SCOPED_TRACE(std::string(screen) + path);
@@ -229,7 +227,7 @@ TEST_F(CommandTable, ThereIsAWayOutOfAPageThatHangsOrHasCrashed) {
             touch();
             banner_->webView()->stringByEvaluatingJavaScriptFromString(
                 "location.href='gmsg://ads/open?a=" + std::string(screen) +
-                    "&u=" + server_->url(path) + "'",
+                    "&u=" + server_.url(path) + "'",
                 [](const std::string&) {});
             ASSERT_TRUE(turnUntil([&] { return navigation_->modalViewController() != nullptr; }));
             turnFor(1.5);

@@ -3,8 +3,6 @@
 
 #include <gmock/gmock.h>
 
-#include <fstream>
-
 namespace vistrel {
 namespace {
 
@@ -129,21 +127,14 @@ TEST_F(AudioPlaybackTest, ManyTrackChangesLeaveNeitherThreadsNorMemory) {
         }
         turnFor(0.2);
     };
-    const auto kilobytes = [] {
-        std::ifstream status("/proc/self/statm");
-        long total = 0;
-        long resident = 0;
-        status >> total >> resident;
-        return resident * 4;
-    };
     change(100);
-    const long memoryBefore = kilobytes();
-    const auto threadsBefore = threadCount();
+    const double memoryBefore = residentMegabytes();
+    const auto threadsBefore = runningThreads();
     change(200);
     // The streaming library keeps a few idle ones; one per change would be two hundred.
-    EXPECT_LE(threadCount(), threadsBefore + 8);
+    EXPECT_LE(runningThreads(), threadsBefore + 8);
     // A leaked player would be about 200 kB.
-    EXPECT_LT(kilobytes() - memoryBefore, 8192);
+    EXPECT_LT(residentMegabytes() - memoryBefore, 8);
 }
 
 TEST_F(AudioPlaybackTest, AMissingSoundDeviceIsLoggedOnce) {

@@ -16,13 +16,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::SizeIs;
 
-std::string basic(const std::string& login) {
-    char* encoded = g_base64_encode(reinterpret_cast<const guchar*>(login.data()), login.size());
-    const std::string field = std::string("Basic ") + encoded;
-    g_free(encoded);
-    return field;
-}
-
 class MoviePlaybackTest : public PlaybackFixture {
 protected:
     static void SetUpTestSuite() { ASSERT_TRUE(gtk_init_check()) << "no display"; }
@@ -41,12 +34,11 @@ protected:
         GskRenderNode* node = gtk_snapshot_free_to_node(snapshot);
         if (!node)
             return {-1, -1, -1};
-        cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 64, 48);
+        cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 1, 1);
         cairo_t* context = cairo_create(surface);
+        cairo_translate(context, -32, -24);
         gsk_render_node_draw(node, context);
-        cairo_surface_flush(surface);
-        const unsigned char* pixel = cairo_image_surface_get_data(surface) +
-                                     24 * cairo_image_surface_get_stride(surface) + 32 * 4;
+        const unsigned char* pixel = cairo_image_surface_get_data(surface);
         const std::array<int, 3> colour{pixel[2], pixel[1], pixel[0]};
         cairo_destroy(context);
         cairo_surface_destroy(surface);
@@ -178,9 +170,9 @@ TEST_F(MoviePlaybackTest, AnythingButAFilmFailsOnceAndCannotBePlayed) {
 TEST_F(MoviePlaybackTest, AFilmBehindALoginIsSentItsOwnSecretsOnly) {
     serveFilm("/members/film.mp4", {.login = "me:sesame"});
     const std::string url = server_.url("/members/film.mp4");
-    setCookie(url, "session=open; Path=/members; HttpOnly");
-    setCookie(url, "member=7; Path=/members");
-    setCookie(url, "other=no; Path=/elsewhere");
+    jar_.set(url, "session=open; Path=/members; HttpOnly");
+    jar_.set(url, "member=7; Path=/members");
+    jar_.set(url, "other=no; Path=/elsewhere");
     credentials_[url] = {"me", "sesame"};
     auto playback = movie(url);
     playback->play();
@@ -210,12 +202,12 @@ TEST_F(MoviePlaybackTest, EachAddressOfARedirectIsSentItsOwnSecretsOnly) {
         elsewhere.serve("/start.mp4",
                         {302, "text/plain", "", {{"Location", film}}, road.loginAtStart});
         credentials_.clear();
-        clearCookies();
+        jar_.clear();
         for (const auto& [url, cookie, login] :
              {std::tuple{start, road.cookieAtStart, road.loginAtStart},
               std::tuple{film, road.cookieOfFilm, road.loginOfFilm}}) {
             if (*cookie)
-                setCookie(url, std::string(cookie) + "; Path=" + url.substr(url.rfind('/')));
+                jar_.set(url, std::string(cookie) + "; Path=" + url.substr(url.rfind('/')));
             if (*login)
                 credentials_[url] = {"me", std::string(login).substr(3)};
         }
@@ -225,14 +217,14 @@ TEST_F(MoviePlaybackTest, EachAddressOfARedirectIsSentItsOwnSecretsOnly) {
         EXPECT_EQ(elsewhere.seen("/start.mp4").back().cookie, road.cookieAtStart);
         EXPECT_EQ(server_.seen("/film.mp4").back().cookie, road.cookieOfFilm);
         for (const auto& request : server_.seen("/film.mp4"))
-            EXPECT_THAT(request.authorization, testing::AnyOf("", basic("me:second")));
+            EXPECT_THAT(request.authorization, testing::AnyOf("", basicCredential("me:second")));
     }
 }
 
 TEST_F(MoviePlaybackTest, ARedirectWithoutATargetFails) {
     server_.serve("/start.mp4", {302, "text/plain", "", {{"Location", "/loop.mp4"}}});
     const std::string start = server_.url("/start.mp4");
-    setCookie(start, "secret=1; Path=/start.mp4");
+    jar_.set(start, "secret=1; Path=/start.mp4");
     for (const std::string& target : {std::string(), start}) {
         client_ = {};
         redirects_[start] = target;
@@ -269,15 +261,15 @@ TEST_F(MoviePlaybackTest, APlayerMayBeDestroyedAtAnyTimeAndLeavesNoThread) {
         turnFor(0.3);
     }
     turnFor(0.3);
-    const auto before = threadCount();
+    const auto before = runningThreads();
     for (int i = 0; i < 10; ++i) {
         auto playback = movie("file:///colours.mp4");
         playback->play();
         turnFor(i * 0.03);
         playback->setCurrentTime(1);
     }
-    EXPECT_TRUE(turnUntil([&] { return threadCount() <= before + 2; }, 5))
-        << threadCount() << " " << before;
+    EXPECT_TRUE(turnUntil([&] { return runningThreads() <= before + 2; }, 5))
+        << runningThreads() << " " << before;
 }
 
 }

@@ -3,20 +3,14 @@
 #include "platform/linux/NativeCallback.h"
 #include "platform/linux/media/GstMedia.h"
 #include "tests/linux/MainLoop.h"
+#include "tests/linux/TestCookieJar.h"
+#include "tests/linux/web/ProcessTree.h"
 
 #include <gtest/gtest.h>
-#include <libsoup/soup.h>
 
 #include <chrono>
-#include <filesystem>
-#include <fstream>
-#include <functional>
-#include <iterator>
 #include <map>
-#include <memory>
 #include <optional>
-#include <string>
-#include <vector>
 
 namespace vistrel {
 
@@ -25,14 +19,8 @@ inline double secondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-/// The number of threads of the process.
-inline auto threadCount() {
-    return std::distance(std::filesystem::directory_iterator("/proc/self/task"), {});
-}
-
 inline std::string sample(const std::string& name) {
-    std::ifstream file(std::string(SAMPLES_FOLDER) + "/" + name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    return support::contentsOf(std::string(SAMPLES_FOLDER) + "/" + name);
 }
 
 /// What a player reported.
@@ -55,7 +43,7 @@ protected:
     PlaybackFixture() {
         MediaSetup setup;
         setup.cookieJar = [this] {
-            return jar_;
+            return jar_.get();
         };
         setup.credential = [this](const std::string& url) -> std::optional<StreamCredential> {
             const auto known = credentials_.find(url);
@@ -73,7 +61,6 @@ protected:
         };
         media_ = std::make_unique<GstMedia>(setup);
     }
-    ~PlaybackFixture() override { g_object_unref(jar_); }
 
     std::shared_ptr<host::Playback> audio(const std::string& name) {
         auto made = media_->createAudioPlayback("file:///" + name);
@@ -95,18 +82,7 @@ protected:
         return playback.play() && turnUntil([&] { return playback.currentTime() > from + 0.2; });
     }
 
-    void setCookie(const std::string& url, const std::string& cookie) {
-        GUri* uri = g_uri_parse(url.c_str(), GUriFlags(SOUP_HTTP_URI_FLAGS), nullptr);
-        soup_cookie_jar_set_cookie(jar_, uri, cookie.c_str());
-        g_uri_unref(uri);
-    }
-
-    void clearCookies() {
-        g_object_unref(jar_);
-        jar_ = soup_cookie_jar_new();
-    }
-
-    SoupCookieJar* jar_ = soup_cookie_jar_new();
+    TestCookieJar jar_;
     std::map<std::string, StreamCredential> credentials_; ///< by address
     std::map<std::string, std::string> redirects_;        ///< to the address that answers
     std::vector<std::string> log_;

@@ -1,4 +1,3 @@
-#include "tests/linux/web/LoopTurns.h"
 #include "tests/linux/web/RealWindow.h"
 
 #include <string>
@@ -36,8 +35,8 @@ TEST_F(PhoneWindowTest, TheWindowOpensWithTheSizeThatTheUserGaveItUnlessTheDispl
 
 TEST_F(PhoneWindowTest, FilesThatAreDroppedOnItAreReportedByTheirAddresses) {
     std::vector<std::string> dropped;
-    shown_->setDropHandler([&](const std::string& address) { dropped.push_back(address); });
-    GListModel* controllers = gtk_widget_observe_controllers(shown_->screen().widget());
+    shown_.setDropHandler([&](const std::string& address) { dropped.push_back(address); });
+    GListModel* controllers = gtk_widget_observe_controllers(shown_.screen().widget());
     GObject* target = nullptr;
     for (guint i = 0; i < g_list_model_get_n_items(controllers); ++i) {
         auto* item = static_cast<GObject*>(g_list_model_get_item(controllers, i));

@@ -12,7 +12,7 @@ using testing::ElementsAre;
 TEST_F(WebKitPageTest, AsksOnceForThePageItsFrameAndARedirectThenTellsStartAndEndOnce) {
     page("/page", "<title>Shown</title><iframe src='/frame'></iframe>");
     page("/frame", "inside");
-    server_.serve("/start", {302, "text/plain", "", {{"Location", "/page"}}});
+    server_.redirect("/start", "/page");
     ASSERT_TRUE(load("/start"));
     EXPECT_THAT(client_.asked(),
                 ElementsAre(server_.url("/start"), server_.url("/page"), server_.url("/frame")));
@@ -70,7 +70,7 @@ TEST_F(WebKitPageTest, HistoryGoesBackAndForwardAndTellsItsNavigationTypes) {
     page("/two", "two");
     ASSERT_TRUE(load("/one"));
     EXPECT_FALSE(page_->canGoBack());
-    evaluate("document.getElementById('to').click()");
+    click("to");
     ASSERT_TRUE(turnUntil([&] { return client_.finished == 2; }));
     EXPECT_EQ(client_.navigation(server_.url("/two"))->type, host::WebNavigationType::LinkClicked);
     ASSERT_TRUE(page_->canGoBack());
@@ -110,13 +110,7 @@ TEST_F(WebKitPageTest, APostIsSentOnceAndItsAnswerIsAskedAboutWithTypeAndHeaders
 }
 
 TEST_F(WebKitPageTest, LoadsThatEndBadlyFailOnceWithThePhonesNumbers) {
-    guint closedPort = 0;
-    {
-        TestPageServer gone;
-        const std::string url = gone.url("");
-        closedPort = static_cast<guint>(std::atoi(url.substr(url.rfind(':') + 1).c_str()));
-    }
-    page_->load("http://127.0.0.1:" + std::to_string(closedPort) + "/", {});
+    page_->load(TestPageServer().url("/"), {});
     ASSERT_TRUE(turnUntil([&] { return !client_.failures.empty(); }));
     EXPECT_EQ(client_.failures[0].code, -1004);
     EXPECT_FALSE(client_.failures[0].message.empty());
@@ -143,7 +137,7 @@ TEST_F(WebKitPageTest, LoadsThatEndBadlyFailOnceWithThePhonesNumbers) {
 TEST_F(WebKitPageTest, APageThatOnlyMovesWithinItselfIsToldApart) {
     page("/page", "<a id='to' href='#below'>below</a><p id='below'>a</p>");
     ASSERT_TRUE(load("/page"));
-    evaluate("document.getElementById('to').click()");
+    click("to");
     ASSERT_TRUE(turnUntil([&] { return page_->url() == server_.url("/page#below"); }, 5));
     turnFor(0.2);
     for (const auto& navigation : client_.navigations)

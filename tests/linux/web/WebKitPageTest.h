@@ -2,13 +2,13 @@
 #include "platform/linux/modules/DeferredWebEngine.h"
 #include "platform/linux/window/GtkForeignContent.h"
 #include "tests/linux/MainLoop.h"
+#include "tests/linux/TestCookieJar.h"
 #include "tests/linux/web/TestPageServer.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtk/gtk.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -68,26 +68,17 @@ protected:
     static void SetUpTestSuite() { ASSERT_TRUE(gtk_init_check()) << "no display"; }
 
     void SetUp() override {
-        char pattern[] = "/tmp/vistrel-web-XXXXXX";
-        folder_ = mkdtemp(pattern);
         makeEngine();
         makePage();
     }
-
-    void TearDown() override {
-        closePage();
-        engine_.reset();
-        g_object_unref(jar_);
-        std::error_code error;
-        std::filesystem::remove_all(folder_, error);
-    }
+    void TearDown() override { closePage(); }
 
     void makeEngine() {
         WebEngineSetup setup;
-        setup.dataDirectory = folder_ + "/data";
-        setup.cacheDirectory = folder_ + "/cache";
+        setup.dataDirectory = folder_.path("data");
+        setup.cacheDirectory = folder_.path("cache");
         setup.cookieJar = [this] {
-            return jar_;
+            return jar_.get();
         };
         setup.log = [this](const std::string& line) {
             log_ += line + "\n";
@@ -119,7 +110,7 @@ protected:
     }
 
     void page(const std::string& path, const std::string& body) {
-        server_.serve(path, {200, "text/html", body, {}});
+        server_.serve(path, {.body = body});
     }
 
     bool load(const std::string& path) {
@@ -135,27 +126,15 @@ protected:
         return answer.value_or("(no answer)");
     }
 
-    std::string jarValue(const std::string& path, const std::string& name) {
-        GUri* uri = g_uri_parse(server_.url(path).c_str(), GUriFlags(SOUP_HTTP_URI_FLAGS), nullptr);
-        GSList* cookies = soup_cookie_jar_get_cookie_list(jar_, uri, TRUE);
-        std::string value;
-        for (GSList* entry = cookies; entry; entry = entry->next)
-            if (name == soup_cookie_get_name(static_cast<SoupCookie*>(entry->data)))
-                value = soup_cookie_get_value(static_cast<SoupCookie*>(entry->data));
-        g_slist_free_full(cookies, reinterpret_cast<GDestroyNotify>(soup_cookie_free));
-        g_uri_unref(uri);
-        return value;
-    }
+    void click(const std::string& id) { evaluate("document.getElementById('" + id + "').click()"); }
 
-    void setJarCookie(const std::string& header) {
-        GUri* uri = g_uri_parse(server_.url("/").c_str(), GUriFlags(SOUP_HTTP_URI_FLAGS), nullptr);
-        soup_cookie_jar_set_cookie(jar_, uri, header.c_str());
-        g_uri_unref(uri);
+    std::string jarValue(const std::string& name) const {
+        return jar_.value(server_.url("/"), name);
     }
 
     TestPageServer server_;
-    SoupCookieJar* jar_ = soup_cookie_jar_new();
-    std::string folder_;
+    TestCookieJar jar_;
+    support::TemporaryFolder folder_;
     std::string log_;
     Recorder client_;
     std::unique_ptr<DeferredWebEngine> engine_;
