@@ -23,20 +23,6 @@ bool answers(int port) {
     return true;
 }
 
-/// The display's socket is in the runtime folder. Of the folders that it can be in, the page
-/// engine's sandbox shows only the user's cache to the engine's processes, which end without a
-/// display. Sound servers keep their own sockets.
-void moveRuntimeFolder() {
-    const char* set = std::getenv("XDG_RUNTIME_DIR"); // GLib would keep this one
-    const std::string before = set ? set : g_get_user_cache_dir();
-    const std::string folder = std::string(g_get_user_cache_dir()) + "/vistrel/runtime";
-    if (g_mkdir_with_parents(folder.c_str(), 0700) != 0)
-        return;
-    setenv("PIPEWIRE_RUNTIME_DIR", before.c_str(), 0);
-    setenv("PULSE_RUNTIME_PATH", (before + "/pulse").c_str(), 0);
-    setenv("XDG_RUNTIME_DIR", folder.c_str(), 1);
-}
-
 }
 
 BroadwayServer::~BroadwayServer() {
@@ -47,7 +33,6 @@ BroadwayServer::~BroadwayServer() {
 }
 
 bool BroadwayServer::start() {
-    moveRuntimeFolder();
     for (port_ = kFirstPort; port_ < kFirstPort + kPorts && answers(port_); ++port_) {
     }
     const std::string display = ":" + std::to_string(port_ - kDisplayBase);

@@ -11,8 +11,8 @@ class BroadwayServer {
 public:
     ~BroadwayServer();
 
-    /// Starts it on a free loopback port and makes it the display of this process. False when it
-    /// cannot be started.
+    /// Its socket is in the runtime folder. Starts it on a free loopback port and makes it the
+    /// display of this process. False when it cannot be started.
     bool start();
     /// For the web browser.
     std::string address() const;

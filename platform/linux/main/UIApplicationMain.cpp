@@ -8,6 +8,7 @@
 #include "platform/linux/main/GraphicsChoice.h"
 #include "platform/linux/main/LinuxHost.h"
 #include "platform/linux/main/RunningInstance.h"
+#include "platform/linux/main/RuntimeFolder.h"
 #include "platform/linux/window/PhoneWindow.h"
 #include "platform/linux/window/ToolkitLog.h"
 #include "platform/uikit/UIApplication.h"
@@ -27,8 +28,9 @@ constexpr const char* kApplicationID = "org.vistrel.Vistrel";
 /// The phone shows the picture of this name while an application starts.
 constexpr const char* kLaunchPicture = "Default.png";
 
-bool openDisplay(bool serveToBrowser, BroadwayServer& broadway) {
+bool openDisplay(bool serveToBrowser, BroadwayServer& broadway, RuntimeFolder& runtimeFolder) {
     if (serveToBrowser) {
+        runtimeFolder.replaceForDisplay();
         if (!broadway.start()) {
             std::fputs("vistrel: gtk4-broadwayd cannot be started; is it installed?\n", stderr);
             return false;
@@ -114,11 +116,13 @@ int UIApplicationMain(int, char*[], const UILaunchOptions& options,
     g_set_prgname(kApplicationID);
     const std::string deviceRoot =
         options.deviceRoot.empty() ? defaultDeviceRoot() : options.deviceRoot;
+    RuntimeFolder runtimeFolder;
+    runtimeFolder.replaceMissing();
     RunningInstance instance(deviceRoot, options.deviceRoot.empty());
     if (!instance.isFirst())
         return handOver(instance, deviceRoot, options.openAddress);
     BroadwayServer broadway;
-    if (!openDisplay(options.serveToBrowser, broadway))
+    if (!openDisplay(options.serveToBrowser, broadway, runtimeFolder))
         return 1;
     LinuxHost host(deviceRoot);
     return runApplication(options, mainInterface, host, instance);
