@@ -3,41 +3,28 @@
 #include "platform/linux/files/DeviceRoot.h"
 #include "platform/linux/files/NewFile.h"
 #include "platform/linux/files/StrayFiles.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <fcntl.h>
 #include <signal.h>
-#include <stdlib.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <filesystem>
-#include <fstream>
-
 namespace vistrel {
 namespace {
 
 namespace fs = std::filesystem;
+using support::contentsOf;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
 
-std::string temporaryFolder(const fs::path& in) {
-    std::string pattern = (in / "vistrel-XXXXXX").string();
-    return ::mkdtemp(pattern.data());
-}
-
 void put(const std::string& path, const std::string& text = {}) {
     std::ofstream(path, std::ios::binary) << text;
-}
-
-std::string contents(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 std::vector<std::string> names(const std::string& folder) {
@@ -75,18 +62,20 @@ private:
 /// Each test runs with both ways of walking paths.
 class DeviceFilesTest : public ::testing::TestWithParam<PathResolver::Walk> {
 protected:
-    ~DeviceFilesTest() override {
-        fs::remove_all(base_);
-        fs::remove_all(other_);
-    }
     std::string at(const std::string& path) const { return root_ + path; }
 
-    std::string base_ = temporaryFolder(fs::temp_directory_path());
-    std::string root_ = base_ + "/device";
-    std::string other_ = temporaryFolder("/dev/shm");
+    support::TemporaryFolder base_;
+    std::string root_ = base_.path("device");
     bool made_ = prepareDeviceRoot(root_).ok();
     DeviceFiles files_{root_, GetParam()};
+    /// Another file system, and the machine's root as the device's: tests may not mount.
+    support::TemporaryFolder inbox_{"/dev/shm"};
+    DeviceFiles whole_{"/", GetParam()};
 };
+
+INSTANTIATE_TEST_SUITE_P(Walks, DeviceFilesTest,
+                         ::testing::Values(PathResolver::Walk::ByKernel,
+                                           PathResolver::Walk::ByComponents));
 
 TEST_P(DeviceFilesTest, APreparedDeviceHasTheShippedFoldersButNoDownloads) {
     ASSERT_TRUE(made_);
@@ -95,7 +84,7 @@ TEST_P(DeviceFilesTest, APreparedDeviceHasTheShippedFoldersButNoDownloads) {
     EXPECT_EQ(files_.info("/var/mobile/Library/Downloads").failure().code, ENOENT);
     put(at("/var/mobile/Media/kept"), "kept");
     EXPECT_TRUE(prepareDeviceRoot(root_));
-    EXPECT_EQ(contents(at("/var/mobile/Media/kept")), "kept");
+    EXPECT_EQ(contentsOf(at("/var/mobile/Media/kept")), "kept");
 }
 
 TEST_P(DeviceFilesTest, ListsNamesAsBytesInTheFoldersOrder) {
@@ -110,7 +99,7 @@ TEST_P(DeviceFilesTest, ListsNamesAsBytesInTheFoldersOrder) {
 }
 
 TEST_P(DeviceFilesTest, NothingIsCreatedOrReadThroughALinkThatLeadsOut) {
-    const std::string outside = base_ + "/outside";
+    const std::string outside = base_.path("outside");
     fs::create_directory(outside);
     put(outside + "/secret", "secret");
     fs::create_directory_symlink(outside, at("/var/mobile/Library/Downloads"));
@@ -129,7 +118,7 @@ TEST_P(DeviceFilesTest, NothingIsCreatedOrReadThroughALinkThatLeadsOut) {
     EXPECT_FALSE(files_.read("/var/mobile/Media/link.mp4"));
     EXPECT_FALSE(files_.openForUpdating("/var/mobile/Media/link.mp4"));
     EXPECT_THAT(names(outside), ElementsAre("secret"));
-    EXPECT_EQ(contents(outside + "/secret"), "secret");
+    EXPECT_EQ(contentsOf(outside + "/secret"), "secret");
 }
 
 TEST_P(DeviceFilesTest, ACreatedFileReplacesWhateverHadItsName) {
@@ -143,7 +132,8 @@ TEST_P(DeviceFilesTest, ACreatedFileReplacesWhateverHadItsName) {
     ASSERT_EQ(::lstat(at(path).c_str(), &attributes), 0);
     EXPECT_EQ(attributes.st_size, 0);
     EXPECT_EQ(attributes.st_mode & 0111U, 0U) << "never executable";
-    EXPECT_EQ(contents(at("/var/mobile/Media/other-name")), "an old, long and executable content");
+    EXPECT_EQ(contentsOf(at("/var/mobile/Media/other-name")),
+              "an old, long and executable content");
 
     fs::remove(at(path));
     fs::create_symlink("target", at(path));
@@ -155,8 +145,8 @@ TEST_P(DeviceFilesTest, ACreatedFileReplacesWhateverHadItsName) {
         ASSERT_TRUE(stream.value()->write(bytesOf(text)));
         EXPECT_TRUE(stream.value()->close());
     }
-    EXPECT_EQ(contents(at("/var/mobile/Media/target")), "target");
-    EXPECT_EQ(contents(at(path)), "one two");
+    EXPECT_EQ(contentsOf(at("/var/mobile/Media/target")), "target");
+    EXPECT_EQ(contentsOf(at(path)), "one two");
 
     fs::create_directory(at("/var/mobile/Media/folder.mp4"));
     EXPECT_EQ(codeOf(files_.createFile("/var/mobile/Media/folder.mp4")), EISDIR);
@@ -190,78 +180,15 @@ TEST_P(DeviceFilesTest, AMoveNeverReplacesAFile) {
     put(at("/tmp/a.mp4"), "mine");
     put(at("/var/mobile/Media/a.mp4"), "yours");
     EXPECT_EQ(codeOf(files_.move("/tmp/a.mp4", "/var/mobile/Media/a.mp4")), EEXIST);
-    EXPECT_EQ(contents(at("/tmp/a.mp4")), "mine");
-    EXPECT_EQ(contents(at("/var/mobile/Media/a.mp4")), "yours");
+    EXPECT_EQ(contentsOf(at("/tmp/a.mp4")), "mine");
+    EXPECT_EQ(contentsOf(at("/var/mobile/Media/a.mp4")), "yours");
     EXPECT_TRUE(files_.move("/tmp/a.mp4", "/var/mobile/Media/b.mp4"));
-    EXPECT_EQ(contents(at("/var/mobile/Media/b.mp4")), "mine");
+    EXPECT_EQ(contentsOf(at("/var/mobile/Media/b.mp4")), "mine");
     EXPECT_EQ(codeOf(files_.move("/tmp/a.mp4", "/var/mobile/Media/c.mp4")), ENOENT);
 }
 
-/// A folder of the device that lies on another file system, as a mount would.
-class AcrossFileSystemsTest : public DeviceFilesTest {
-protected:
-    AcrossFileSystemsTest() {
-        // The tests may not mount: the roots change places instead.
-        fs::create_directories(other_ + "/inbox");
-    }
-    /// Moves between the two file systems through the machine's root as the device's.
-    DeviceFiles whole_{"/", GetParam()};
-};
-
-TEST_P(AcrossFileSystemsTest, AMoveIsWholeAndKeepsTheTime) {
-    struct stat here {};
-    struct stat there {};
-    ASSERT_EQ(::stat(root_.c_str(), &here), 0);
-    ASSERT_EQ(::stat(other_.c_str(), &there), 0);
-    ASSERT_NE(here.st_dev, there.st_dev) << "/dev/shm and the temporary folder must differ";
-    const std::string source = other_ + "/inbox/clip.mp4";
-    const std::string target = at("/var/mobile/Media/clip.mp4");
-    std::string body(3'000'000, 'v');
-    body[2'000'000] = '\0';
-    put(source, body);
-    ::chmod(source.c_str(), 0755);
-    const timespec times[2] = {{1'200'000'000, 0}, {1'200'000'000, 0}};
-    ::utimensat(AT_FDCWD, source.c_str(), times, 0);
-    EXPECT_TRUE(whole_.move(source, target));
-    EXPECT_FALSE(fs::exists(source));
-    EXPECT_EQ(contents(target), body);
-    struct stat attributes {};
-    ::stat(target.c_str(), &attributes);
-    EXPECT_EQ(attributes.st_mtime, 1'200'000'000);
-    EXPECT_EQ(attributes.st_mode & 0111U, 0U);
-
-    put(source, "another");
-    EXPECT_EQ(codeOf(whole_.move(source, target)), EEXIST);
-    EXPECT_EQ(contents(source), "another");
-    EXPECT_EQ(contents(target), body);
-    EXPECT_THAT(names(at("/var/mobile/Media")), ElementsAre("clip.mp4"));
-}
-
-TEST_P(AcrossFileSystemsTest, AMoveThatDoesNotFitLeavesTheFileWhole) {
-    const std::string source = other_ + "/inbox/clip.mp4";
-    put(source, std::string(300'000, 'v'));
-    {
-        const FullDisk disk;
-        EXPECT_EQ(codeOf(whole_.move(source, at("/var/mobile/Media/clip.mp4"))), EFBIG);
-    }
-    EXPECT_EQ(fs::file_size(source), 300'000U);
-    EXPECT_THAT(names(at("/var/mobile/Media")), IsEmpty());
-}
-
-TEST_P(AcrossFileSystemsTest, AFolderMovesWithItsContents) {
-    const std::string source = other_ + "/inbox/series.mp4";
-    fs::create_directories(source + "/one/two");
-    put(source + "/one/two/a", "a");
-    put(source + "/b", "b");
-    fs::create_symlink("b", source + "/link");
-    EXPECT_TRUE(whole_.move(source, at("/var/mobile/Media/series.mp4")));
-    EXPECT_FALSE(fs::exists(source));
-    EXPECT_EQ(contents(at("/var/mobile/Media/series.mp4/one/two/a")), "a");
-    EXPECT_EQ(fs::read_symlink(at("/var/mobile/Media/series.mp4/link")), "b");
-}
-
 TEST_P(DeviceFilesTest, RemovesFoldersWithTheirContentsAndLinksWithoutTheirTargets) {
-    const std::string outside = base_ + "/outside";
+    const std::string outside = base_.path("outside");
     fs::create_directory(outside);
     put(outside + "/kept");
     fs::create_directories(at("/tmp/folder.mp4/deep/deeper"));
@@ -298,13 +225,59 @@ TEST_P(DeviceFilesTest, WritesAtomicallyReadsBackAndSetsTimes) {
     EXPECT_EQ(files_.machinePath("/../../etc/passwd"), at("/etc/passwd"));
 }
 
-std::string walkName(const ::testing::TestParamInfo<PathResolver::Walk>& info) {
-    return info.param == PathResolver::Walk::ByKernel ? "ByKernel" : "ByComponents";
+TEST_P(DeviceFilesTest, AMoveFromAnotherFileSystemIsWholeAndKeepsTheTime) {
+    struct stat here {};
+    struct stat there {};
+    ASSERT_EQ(::stat(root_.c_str(), &here), 0);
+    ASSERT_EQ(::stat(inbox_.path().c_str(), &there), 0);
+    ASSERT_NE(here.st_dev, there.st_dev) << "/dev/shm and the temporary folder must differ";
+    std::string body(3'000'000, 'v');
+    body[2'000'000] = '\0';
+    const std::string source = inbox_.put("clip.mp4", body);
+    const std::string target = at("/var/mobile/Media/clip.mp4");
+    ::chmod(source.c_str(), 0755);
+    const timespec times[2] = {{1'200'000'000, 0}, {1'200'000'000, 0}};
+    ::utimensat(AT_FDCWD, source.c_str(), times, 0);
+    EXPECT_TRUE(whole_.move(source, target));
+    EXPECT_FALSE(fs::exists(source));
+    EXPECT_EQ(contentsOf(target), body);
+    struct stat attributes {};
+    ::stat(target.c_str(), &attributes);
+    EXPECT_EQ(attributes.st_mtime, 1'200'000'000);
+    EXPECT_EQ(attributes.st_mode & 0111U, 0U);
+
+    put(source, "another");
+    EXPECT_EQ(codeOf(whole_.move(source, target)), EEXIST);
+    EXPECT_EQ(contentsOf(source), "another");
+    EXPECT_EQ(contentsOf(target), body);
+    EXPECT_THAT(names(at("/var/mobile/Media")), ElementsAre("clip.mp4"));
+}
+
+TEST_P(DeviceFilesTest, AMoveThatDoesNotFitLeavesTheFileWhole) {
+    const std::string source = inbox_.put("clip.mp4", std::string(300'000, 'v'));
+    {
+        const FullDisk disk;
+        EXPECT_EQ(codeOf(whole_.move(source, at("/var/mobile/Media/clip.mp4"))), EFBIG);
+    }
+    EXPECT_EQ(fs::file_size(source), 300'000U);
+    EXPECT_THAT(names(at("/var/mobile/Media")), IsEmpty());
+}
+
+TEST_P(DeviceFilesTest, AFolderMovesToAnotherFileSystemWithItsContents) {
+    const std::string source = inbox_.path("series.mp4");
+    fs::create_directories(source + "/one/two");
+    put(source + "/one/two/a", "a");
+    fs::create_symlink("b", source + "/link");
+    EXPECT_TRUE(whole_.move(source, at("/var/mobile/Media/series.mp4")));
+    EXPECT_FALSE(fs::exists(source));
+    EXPECT_EQ(contentsOf(at("/var/mobile/Media/series.mp4/one/two/a")), "a");
+    EXPECT_EQ(fs::read_symlink(at("/var/mobile/Media/series.mp4/link")), "b");
 }
 
 TEST(StrayFiles, WhatKilledProcessesLeftIsRemovedAndNothingElse) {
-    const std::string root = temporaryFolder(fs::temp_directory_path());
-    const std::string downloads = root + "/var/mobile/Library/Downloads";
+    const support::TemporaryFolder temporary;
+    const std::string& root = temporary.path();
+    const std::string downloads = temporary.path("var/mobile/Library/Downloads");
     fs::create_directories(downloads + "/.vistrel-12-1/inside");
     put(downloads + "/.vistrel-12-1/inside/film.mp4", "film");
     const std::string own = ".vistrel-" + std::to_string(::getpid()) + "-1";
@@ -325,17 +298,7 @@ TEST(StrayFiles, WhatKilledProcessesLeftIsRemovedAndNothingElse) {
     EXPECT_THAT(names(root), ElementsAre("var"));
     EXPECT_THAT(names(downloads), UnorderedElementsAre(own, ".vistrel-", ".vistrel-notes",
                                                        ".vistrel-1-x", "a.vistrel-1-1"));
-    fs::remove_all(root);
 }
-
-INSTANTIATE_TEST_SUITE_P(Walks, DeviceFilesTest,
-                         ::testing::Values(PathResolver::Walk::ByKernel,
-                                           PathResolver::Walk::ByComponents),
-                         walkName);
-INSTANTIATE_TEST_SUITE_P(Walks, AcrossFileSystemsTest,
-                         ::testing::Values(PathResolver::Walk::ByKernel,
-                                           PathResolver::Walk::ByComponents),
-                         walkName);
 
 }
 }

@@ -6,40 +6,22 @@ namespace vistrel {
 namespace {
 
 TEST(ScreenPlacementTest, TheScreenIsUprightInTheMiddleAsLargeAsFits) {
-    // The corners of what is shown: its upper left and lower right ones as it is looked at.
+    constexpr auto kUpright = UIInterfaceOrientation::Portrait;
+    constexpr auto kRight = UIInterfaceOrientation::LandscapeRight;
+    constexpr auto kLeft = UIInterfaceOrientation::LandscapeLeft;
     const struct {
         UIInterfaceOrientation orientation;
-        CGPoint first;
-        CGPoint last;
+        CGPoint first; ///< the corner that is seen at the upper left
+        CGPoint last;  ///< the one at the lower right
         CGSize window;
         CGRect shown;
         bool fills;
     } cases[] = {
-        {UIInterfaceOrientation::Portrait, {0, 0}, {320, 480}, {640, 960}, {0, 0, 640, 960}, true},
-        {UIInterfaceOrientation::Portrait,
-         {0, 0},
-         {320, 480},
-         {801, 480},
-         {240, 0, 320, 480},
-         false},
-        {UIInterfaceOrientation::LandscapeRight,
-         {320, 0},
-         {0, 480},
-         {960, 640},
-         {0, 0, 960, 640},
-         true},
-        {UIInterfaceOrientation::LandscapeRight,
-         {320, 0},
-         {0, 480},
-         {480, 400},
-         {0, 40, 480, 320},
-         false},
-        {UIInterfaceOrientation::LandscapeLeft,
-         {0, 480},
-         {320, 0},
-         {320, 480},
-         {0, 133, 320, 640.0 / 3},
-         false},
+        {kUpright, {0, 0}, {320, 480}, {640, 960}, {0, 0, 640, 960}, true},
+        {kUpright, {0, 0}, {320, 480}, {801, 480}, {240, 0, 320, 480}, false},
+        {kRight, {320, 0}, {0, 480}, {960, 640}, {0, 0, 960, 640}, true},
+        {kRight, {320, 0}, {0, 480}, {480, 400}, {0, 40, 480, 320}, false},
+        {kLeft, {0, 480}, {320, 0}, {320, 480}, {0, 133, 320, 640.0 / 3}, false},
     };
     for (const auto& each : cases) {
         const ScreenPlacement placement(each.window, each.orientation);
