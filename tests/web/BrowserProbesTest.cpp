@@ -25,55 +25,45 @@ TEST_F(BrowserProbesTest, AnOrdinaryStartPageOpensTheGateAndIsLoadedFromItsFinal
 }
 
 TEST_F(BrowserProbesTest, OnlyTheThreeMediaTypesSpelledExactlyTurnALinkIntoADownload) {
-    struct Case {
-        const char* type;
-        bool downloads;
-    };
-    const Case cases[] = {
+    const std::pair<const char*, bool> cases[] = {
         {"video/mp4", true},   {"video/m4v", true},  {"audio/mpeg", true},
         {"video/MP4", false},  {"audio/mp3", false}, {"video/quicktime", false},
         {"video/mp4x", false}, {"", false},          {"text/html", false},
         {"Video/mp4", false},
     };
-    for (const Case& each : cases) {
+    for (const auto& [type, downloads] : cases) {
         const auto browser = openPage();
-        const std::string link = std::string("http://site.example/f?") + each.type;
-        network().at(link).type(each.type).body("media");
-        EXPECT_TRUE(page().clickLink(link)) << "the open gate lets the engine load, too";
+        site("/file").type(type);
+        EXPECT_TRUE(page().clickLink("http://site.example/file"))
+            << "the open gate lets the engine load, too";
         advance(1);
-        EXPECT_EQ(downloadOnTop() != nullptr, each.downloads) << each.type;
-        navigation().popToRootViewControllerAnimated(false);
-        settle();
+        EXPECT_EQ(downloadOnTop() != nullptr, downloads) << type;
+        backToRoot();
     }
 }
 
 TEST_F(BrowserProbesTest, TheDownloadScreenGetsTheFinalAddressAndTheProbeIsCancelled) {
     openPage();
-    network().at("http://site.example/go").redirectsTo("http://cdn.example/film.mp4");
-    network()
-        .at("http://cdn.example/film.mp4")
-        .type("video/mp4")
-        .body(std::string(1000, 'x'))
-        .secondsBetweenChunks(5);
+    site("/go").redirectsTo("http://site.example/film.mp4");
+    site("/film.mp4").body(std::string(1000, 'x')).secondsBetweenChunks(5);
     page().clickLink("http://site.example/go");
     advance(1);
 
     ASSERT_TRUE(downloadOnTop());
     EXPECT_EQ(downloadOnTop()->downloadRequest().URL()->absoluteString(),
-              "http://cdn.example/film.mp4");
+              "http://site.example/film.mp4");
     EXPECT_EQ(network().runningTransfers(), 0);
     EXPECT_GE(countOfCalls("stopLoading"), 1) << "the engine's own load of the file ends";
 }
 
 TEST_F(BrowserProbesTest, AnAnswerThatArrivesWhileThePageSlidesOutOpensNothing) {
     openPage();
-    const char* link = "http://site.example/film.mp4";
-    network().at(link).type("video/mp4").body("media").after(0.2);
-    page().clickLink(link);
+    site("/film.mp4").after(0.2);
+    page().clickLink("http://site.example/film.mp4");
     turn();
     navigation().popViewControllerAnimated(true);
     advance(1);
-    EXPECT_EQ(navigation().viewControllers().size(), 1U);
+    EXPECT_EQ(screens(), 1U);
 }
 
 TEST_F(BrowserProbesTest, HomeProbesAMediaStartAddressAgainAfterItsDownloadScreen) {
@@ -86,54 +76,43 @@ TEST_F(BrowserProbesTest, HomeProbesAMediaStartAddressAgainAfterItsDownloadScree
         EXPECT_EQ(countOfRequests(kStart), visit);
         navigation().popViewControllerAnimated(false);
         settle();
-        EXPECT_EQ(navigation().topViewController(), browser);
         EXPECT_FALSE(page().isLoading());
         browser->homeAction();
     }
 }
 
 TEST_F(BrowserProbesTest, ProbeAndEngineOpenOneScreenWhicheverAnswersFirst) {
-    constexpr const char* kLink = "http://site.example/film";
-    constexpr const char* kFilm = "http://cdn.example/film.mp4?once=1";
-    struct Case {
-        const char* name;
-        double probeSeconds;
-        const char* engineFilm; ///< where the engine's own redirect leads
-    };
-    const Case cases[] = {
-        {"the probe is faster", 0, kFilm},
-        {"the engine is faster", 0.3, kFilm},
-        {"the probe is faster, and was sent elsewhere", 0, "http://cdn.example/film.mp4?once=2"},
-        {"the engine is faster, and was sent elsewhere", 0.3, "http://cdn.example/film.mp4?once=2"},
-    };
-    for (const Case& each : cases) {
-        SCOPED_TRACE(each.name);
-        openPage();
-        network().at(kLink).redirectsTo(kFilm).after(each.probeSeconds);
-        for (const char* film : {kFilm, "http://cdn.example/film.mp4?once=2"})
-            network().at(film).type("video/mp4").body("x").after(each.probeSeconds);
-        page().clickLink(kLink);
-        advance(0.1);
-        // A screen that covers the browser ends the engine's load; one that comes late does not.
-        navigate(each.engineFilm, true);
-        EXPECT_EQ(respond(each.engineFilm, "video/mp4"), !browserIsWatching());
-        advance(2);
-        EXPECT_EQ(screens(), 3U);
-        EXPECT_EQ(network().runningTransfers(), 0);
-        navigation().popToRootViewControllerAnimated(false);
-        settle();
+    const std::string film = "http://site.example/film.mp4?once=1";
+    const std::string other = "http://site.example/film.mp4?once=2";
+    for (const double probeSeconds : {0.0, 0.3}) {
+        for (const std::string& engineFilm : {film, other}) {
+            SCOPED_TRACE(engineFilm + " after " + std::to_string(probeSeconds));
+            openPage();
+            site("/film").redirectsTo(film).after(probeSeconds);
+            site("/film.mp4?once=1").after(probeSeconds);
+            site("/film.mp4?once=2").after(probeSeconds);
+            page().clickLink("http://site.example/film");
+            advance(0.1);
+            // A screen that covers the browser ends the engine's load; one that comes late does
+            // not.
+            const bool isCovered = downloadOnTop() != nullptr;
+            page().navigateFrame({.url = engineFilm, .headers = {}, .isRedirect = true});
+            EXPECT_EQ(respond(engineFilm, "video/mp4"), isCovered);
+            advance(2);
+            EXPECT_EQ(screens(), 3U);
+            EXPECT_EQ(network().runningTransfers(), 0);
+            backToRoot();
+        }
     }
 }
 
 TEST_F(BrowserProbesTest, MovingWithinADocumentProbesNothing) {
     openPage();
     network().forgetRequests();
-    for (int i = 0; i < 500; ++i) {
-        host::WebNavigation step;
-        step.url = std::string(kStart) + "#" + std::to_string(i);
-        step.isSameDocument = true;
-        EXPECT_TRUE(page().navigateFrame(step));
-    }
+    for (int i = 0; i < 500; ++i)
+        EXPECT_TRUE(page().navigateFrame({.url = std::string(kStart) + "#" + std::to_string(i),
+                                          .headers = {},
+                                          .isSameDocument = true}));
     advance(1);
     EXPECT_TRUE(network().requests().empty());
 }
@@ -141,9 +120,9 @@ TEST_F(BrowserProbesTest, MovingWithinADocumentProbesNothing) {
 TEST_F(BrowserProbesTest, OfManyProbesTheOldestGiveWayAndNoneKeepsALeftScreen) {
     const std::weak_ptr<WebBrowserViewController> browser = openPage();
     for (int i = 0; i < 300; ++i) {
-        const std::string frame = "http://site.example/slow?" + std::to_string(i);
-        network().at(frame).neverAnswers();
-        navigate(frame);
+        const std::string frame = "/slow?" + std::to_string(i);
+        site(frame).neverAnswers();
+        navigate("http://site.example" + frame);
     }
     advance(1);
     EXPECT_EQ(network().runningTransfers(), 6);
@@ -157,8 +136,8 @@ TEST_F(BrowserProbesTest, OfManyProbesTheOldestGiveWayAndNoneKeepsALeftScreen) {
 
 TEST_F(BrowserProbesTest, ACoveredScreenKeepsItsProbes) {
     openPage();
-    network().at("http://site.example/late.mp4").type("video/mp4").body("x").after(3);
-    network().at("http://site.example/soon.mp4").type("video/mp4").body("x");
+    site("/late.mp4").after(3);
+    site("/soon.mp4");
     navigate("http://site.example/late.mp4");
     navigate("http://site.example/soon.mp4");
     advance(1);
@@ -190,14 +169,10 @@ TEST_F(BrowserProbesTest, AnAddressThatDoesNotParseProbesNothing) {
     EXPECT_TRUE(network().requests().empty());
 }
 
-TEST_F(BrowserProbesTest, ProbesSendThePagesCookiesAndKeepNone) {
+TEST_F(BrowserProbesTest, OnlyHttpIsProbedWithThePagesCookiesAndKeepsNone) {
     openPage();
     for (const auto& request : network().requests())
         EXPECT_EQ(request.cookies, host::CookieUse::SendOnly) << request.url;
-}
-
-TEST_F(BrowserProbesTest, OnlyHttpIsProbed) {
-    openPage();
     network().forgetRequests();
     for (const char* address : {"file:///etc/passwd", "about:blank", "data:text/html,x",
                                 "mailto:a@b.example", "ftp://site.example/a.mp4"})
@@ -225,22 +200,21 @@ TEST_F(BrowserProbesTest, TwoMediaFramesPushTwoDownloadScreensAndManyNoMore) {
     for (const int frames : {1, 2, 300}) {
         openPage();
         for (int i = 0; i < frames; ++i) {
-            const std::string frame = "http://site.example/" + std::to_string(i) + ".mp4";
-            network().at(frame).type("video/mp4").body("x");
-            navigate(frame);
+            const std::string frame = "/" + std::to_string(i) + ".mp4";
+            site(frame);
+            navigate("http://site.example" + frame);
         }
         advance(3);
         EXPECT_EQ(screens(), 2U + static_cast<std::size_t>(std::min(frames, 2))) << frames;
-        navigation().popToRootViewControllerAnimated(false);
-        settle();
+        backToRoot();
     }
 }
 
 TEST_F(BrowserProbesTest, AScreenThatComesBackWatchesItsPageOnlyWithCarefulManners) {
     for (const bool careful : {false, true}) {
-        deterministicHost().settings["manners/careful"] = careful ? "yes" : "no";
+        setManners(careful);
         const auto browser = openPage();
-        network().at("http://site.example/a.mp4").type("video/mp4").body("x");
+        site("/a.mp4");
         page().clickLink("http://site.example/a.mp4");
         advance(2);
         navigation().popViewControllerAnimated(false);
@@ -254,8 +228,7 @@ TEST_F(BrowserProbesTest, AScreenThatComesBackWatchesItsPageOnlyWithCarefulManne
         page().clickLink("http://site.example/a.mp4");
         advance(2);
         EXPECT_EQ(downloadOnTop() != nullptr, careful);
-        navigation().popToRootViewControllerAnimated(false);
-        settle();
+        backToRoot();
     }
 }
 

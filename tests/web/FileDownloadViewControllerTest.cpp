@@ -120,20 +120,6 @@ TEST_F(FileDownloadTest, ProgressIsReckonedInSinglePrecision) {
     }
 }
 
-TEST_F(FileDownloadTest, AFailedTransferSaysWhyAndKeepsWhatHasCome) {
-    answer()
-        .body(std::string(1000, 'v'))
-        .failsAfter(400, host::TransferErrorKind::ConnectionLost, "The connection was lost");
-    const auto screen = download();
-    EXPECT_EQ(alertTitle(), "Failed to Download File");
-    EXPECT_EQ(alertMessage(), "The connection was lost");
-    EXPECT_EQ(screen->progressLabel()->text(), "Failed: The connection was lost");
-    EXPECT_EQ(screen->progressLabel()->textColor(), UIColor::redColor());
-    EXPECT_EQ(buttonTitle(*screen), "Failed");
-    EXPECT_FALSE(screen->downloadButton()->isEnabled());
-    EXPECT_EQ(files().contents(kPath)->size(), 400U);
-}
-
 /// How a download ends.
 struct Ending {
     const char* alert; ///< its title; empty for none
@@ -197,6 +183,11 @@ TEST_F(FileDownloadTest, BothMannersEndEachDownloadTheirOwnWay) {
              files().failWritesFrom(2, ENOSPC);
          },
          failed({{"film.mp4", "fi"}}), failedAgain({{"film.mp4", "fi"}})},
+        {"a lost connection",
+         [](auto& answer) {
+             answer.body("film").failsAfter(2, host::TransferErrorKind::ConnectionLost, "It broke");
+         },
+         failed({{"film.mp4", "fi"}}), failedAgain({{"film.mp4", "fi"}})},
         {"a disk that is full when the file is closed",
          [this](auto& answer) {
              answer.body("film");
@@ -213,6 +204,10 @@ TEST_F(FileDownloadTest, BothMannersEndEachDownloadTheirOwnWay) {
             const Ending& ending = careful ? each.careful : each.phone;
             EXPECT_EQ(alertTitle(), ending.alert);
             EXPECT_EQ(buttonTitle(*screen), ending.button);
+            if (ending.alert == std::string("Failed to Download File")) {
+                EXPECT_EQ(screen->progressLabel()->text(), "Failed: " + alertMessage());
+                EXPECT_EQ(screen->downloadButton()->isEnabled(), careful);
+            }
             EXPECT_EQ(filesInFolder(), ending.files);
             EXPECT_EQ(files().openStreams(), 0);
             EXPECT_EQ(network().runningTransfers(), 0);

@@ -31,26 +31,30 @@ protected:
         advance(1);
         return browser;
     }
+    void backToRoot() {
+        navigation().popToRootViewControllerAnimated(false);
+        settle();
+    }
+    /// What the site answers for a path. There is a film unless the test says otherwise.
+    support::ScriptedAnswer& site(const std::string& path) {
+        return network().at("http://site.example" + path).type("video/mp4").body("x");
+    }
+    void setManners(bool careful) {
+        deterministicHost().settings["manners/careful"] = careful ? "yes" : "no";
+    }
     support::ScriptedWebPage& page() { return *webEngine().page(); }
     std::shared_ptr<FileDownloadViewController> downloadOnTop() {
         return std::dynamic_pointer_cast<FileDownloadViewController>(
             navigation().topViewController());
     }
     /// A navigation of the page, as after a script or a redirect.
-    bool navigate(const std::string& url, bool isRedirect = false) {
-        host::WebNavigation navigation;
-        navigation.url = url;
-        navigation.isRedirect = isRedirect;
-        return page().navigateFrame(navigation);
+    bool navigate(const std::string& url) {
+        return page().navigateFrame({.url = url, .headers = {}});
     }
     /// The head of the engine's own answer; whether the engine may show it.
     bool respond(const std::string& url, const std::string& type,
                  const std::string& method = "GET") {
         return page().respond({url, type, 200, {}, true, method});
-    }
-    bool browserIsWatching() {
-        return std::dynamic_pointer_cast<WebBrowserViewController>(
-                   navigation().topViewController()) != nullptr;
     }
     void sendKey(const std::string& text) { send({UIKeyCode::Character, text}); }
     void sendKey(UIKeyCode code) { send({code, {}}); }

@@ -60,7 +60,7 @@ TEST_F(WebBrowserTest, OneLoginServesThePageAndWhatComesAfterItAtThatOriginOnly)
     EXPECT_THAT(page().credentials(), ::testing::ElementsAre("none", "Ann:\u00fcx", "Ann:\u00fcx"));
 
     network().forgetRequests();
-    network().at("http://site.example/a.mp4").type("video/mp4").body("x");
+    site("/a.mp4");
     network().at("http://other.example/b").type("text/html").body("x");
     navigate("http://other.example/b");
     navigate("http://site.example/a.mp4");
@@ -82,18 +82,17 @@ TEST_F(WebBrowserTest, OneLoginServesThePageAndWhatComesAfterItAtThatOriginOnly)
 }
 
 TEST_F(WebBrowserTest, PagesThatCannotBeShownSaySoInTheirPlace) {
-    struct Case {
+    const struct {
         host::WebError error;
         const char* says;
         bool offersAgain;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {{host::WebError::kCertificate, "bad", kStart}, "certificate is not valid", false},
         {{host::WebError::kProcessEnded, "gone", kStart}, "The Page Has Stopped", true},
         {{-1004, "no connection", kStart}, "", false},
         {{102, "interrupted", kStart}, "", false},
     };
-    for (const Case& each : cases) {
+    for (const auto& each : cases) {
         SCOPED_TRACE(each.error.message);
         openPage();
         page().startLoad();
@@ -104,8 +103,7 @@ TEST_F(WebBrowserTest, PagesThatCannotBeShownSaySoInTheirPlace) {
         EXPECT_EQ(page().loadedHTML().find(std::string("href=\"") + kStart) != std::string::npos,
                   each.offersAgain);
         EXPECT_EQ(alertCount(), 0);
-        navigation().popToRootViewControllerAnimated(false);
-        settle();
+        backToRoot();
     }
 }
 
@@ -188,39 +186,12 @@ TEST_F(WebBrowserTest, BackAndForwardFollowTheHistory) {
     EXPECT_TRUE(enabled(1));
 }
 
-TEST_F(WebBrowserTest, EveryFinishedPageKeepsItsLinksInTheSameFrame) {
-    openPage();
-    EXPECT_EQ(countOfCalls("evaluate { var a = document.getElementsByTagName(\"a\"); for (var i=0; "
-                           "i<a.length; i++) a[i].target = \"_self\"; }"),
-              1);
-}
-
 TEST_F(WebBrowserTest, PageAndToolbarShareTheSpaceUnderTheBar) {
     network().at(kStart).type("text/html").body("<p>");
     const auto browser = open(kStart);
     EXPECT_EQ(browser->webView()->frame(), CGRectMake(0, 0, 320, 372));
     EXPECT_EQ(browser->toolbar()->frame(), CGRectMake(0, 372, 320, 44));
     EXPECT_EQ(browser->toolbar()->items().size(), 7U);
-}
-
-TEST_F(WebBrowserTest, ReplacingAnItemTakesTheFirstWithTheTagOnly) {
-    const auto shared = std::make_shared<UIToolbar>();
-    UIToolbar& toolbar = *shared;
-    const auto item = [](int tag) {
-        auto made = UIBarButtonItem::withTitle("x", UIBarButtonItemStyle::Plain, {});
-        made->setTag(tag);
-        return made;
-    };
-    const auto a = item(3);
-    const auto b = item(3);
-    const auto c = item(7);
-    toolbar.setItems({a, b});
-    EXPECT_EQ(itemWithTag(toolbar, 3), a);
-    EXPECT_EQ(itemWithTag(toolbar, 7), nullptr);
-    replaceItemWithTagWithItem(toolbar, 3, c);
-    EXPECT_THAT(toolbar.items(), ::testing::ElementsAre(c, b));
-    replaceItemWithTagWithItem(toolbar, 9, a);
-    EXPECT_THAT(toolbar.items(), ::testing::ElementsAre(c, b));
 }
 
 }
