@@ -55,7 +55,7 @@ DownloadMenu::~DownloadMenu() = default;
 
 void DownloadMenu::show() {
     // Deleting asks once more, so it is not shown as what destroys.
-    UIActionSheet::withTitle(name_, weakReference<UIActionSheetDelegate>(this),
+    UIActionSheet::withTitle(shownName(name_), weakReference<UIActionSheetDelegate>(this),
                              NSLocalizedString("Cancel"), {},
                              {NSLocalizedString("Open With…"), NSLocalizedString("Show in Folder"),
                               NSLocalizedString("Rename…"), NSLocalizedString("Delete")})
@@ -74,7 +74,7 @@ void DownloadMenu::actionSheetClickedButtonAtIndex(UIActionSheet&, int buttonInd
 void DownloadMenu::handOver(bool toProgram) const {
     const auto& host = host::current();
     const std::string path = host.files->machinePath(pathOfDownload(name_));
-    const auto done = [name = name_](const host::Status& outcome) {
+    const auto done = [name = shownName(name_)](const host::Status& outcome) {
         if (outcome)
             return;
         const std::string& reason = outcome.failure().message;

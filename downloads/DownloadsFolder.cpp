@@ -3,12 +3,31 @@
 #include "platform/foundation/NSArrayPathUtilities.h"
 #include "platform/foundation/NSFileManager.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vistrel {
 
+namespace {
+
+// The line is left to right, as extensions are; in it, the name keeps to itself.
+const std::string kLeftToRightMark = "\u200E";
+const std::string kFirstStrongIsolate = "\u2068";
+const std::string kPopDirectionalIsolate = "\u2069";
+
+}
+
 std::string pathOfDownload(const std::string& name) {
     return kDownloadsFolder + name;
+}
+
+std::string shownName(const std::string& name) {
+    const bool isPlain =
+        std::ranges::all_of(name, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    const std::string stem(stringByDeletingPathExtension(name));
+    return isPlain ? name
+                   : kLeftToRightMark + kFirstStrongIsolate + stem + kPopDirectionalIsolate +
+                         name.substr(stem.size());
 }
 
 std::vector<std::string> strayFilesInFolder(const std::string& folder) {

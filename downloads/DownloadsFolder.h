@@ -15,6 +15,8 @@ inline constexpr std::array<const char*, 4> kStrayFolders{
 
 /// One file of the downloads folder.
 std::string pathOfDownload(const std::string& name);
+/// A file's name as people read it: its own direction of writing never reaches the extension.
+std::string shownName(const std::string& name);
 /// The media files of one stray folder, in listing order; empty when it cannot be read.
 std::vector<std::string> strayFilesInFolder(const std::string& folder);
 /// Moves every stray file into the downloads folder. What cannot be moved stays where it is.

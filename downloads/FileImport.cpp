@@ -1,5 +1,6 @@
 #include "downloads/FileImport.h"
 
+#include "downloads/DownloadsFolder.h"
 #include "downloads/DownloadsViewController.h"
 #include "platform/foundation/NSArrayPathUtilities.h"
 #include "platform/foundation/NSBundle.h"
@@ -53,12 +54,12 @@ void say(std::string title, const std::string& text) {
 void FileImport::offer(const NSURL& file, UINavigationController& navigation) {
     std::string name = libraryName(file.lastPathComponent());
     if (name.empty())
-        return say(NSLocalizedString("Cannot Be Played"), file.lastPathComponent());
+        return say(NSLocalizedString("Cannot Be Played"), shownName(file.lastPathComponent()));
     const std::shared_ptr<FileImport> import(
         new FileImport(file.absoluteString(), std::move(name),
                        weakReference<UINavigationController>(&navigation)));
     openImports().insert(import);
-    UIAlertView::withTitle(NSLocalizedString("Copy to Downloads?"), import->name_,
+    UIAlertView::withTitle(NSLocalizedString("Copy to Downloads?"), shownName(import->name_),
                            weakReference<UIAlertViewDelegate>(import.get()),
                            NSLocalizedString("Cancel"), {NSLocalizedString("Copy")})
         ->show();

@@ -74,6 +74,17 @@ CGSize sizeWithFont(const std::string& text, const UIFont& font) {
     return {std::ceil(widestLine(layout)), text.empty() ? 0 : std::ceil(font.lineHeight())};
 }
 
+double caretPositionInLine(const std::string& line, const UIFont& font, std::size_t offset) {
+    auto* layout = TextLayout::layoutFor(line, font, kAnyWidth, UILineBreakMode::Clip);
+    // What is no text is replaced, and the offsets are others.
+    if (line != pango_layout_get_text(layout)) {
+        return sizeWithFont(line.substr(0, offset), font).width;
+    }
+    PangoRectangle caret;
+    pango_layout_get_cursor_pos(layout, static_cast<int>(offset), &caret, nullptr);
+    return std::ceil(points(caret.x));
+}
+
 CGSize sizeWithFontConstrainedToSize(const std::string& text, const UIFont& font, CGSize size,
                                      UILineBreakMode mode) {
     if (text.empty()) {

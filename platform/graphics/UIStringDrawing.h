@@ -2,6 +2,7 @@
 #include "platform/graphics/CGGeometry.h"
 #include "platform/graphics/UIFont.h"
 
+#include <cstddef>
 #include <string>
 
 namespace vistrel {
@@ -18,6 +19,9 @@ enum class UITextAlignment { Left, Center, Right };
 
 /// Size of one line, in points.
 CGSize sizeWithFont(const std::string& text, const UIFont& font);
+/// Where the caret before the byte at `offset` stands in a line, in whole points from its left
+/// edge: in text that is read from right to left, to the right of that character.
+double caretPositionInLine(const std::string& line, const UIFont& font, std::size_t offset);
 /// Size of the text broken to `width`, at most `height` high (whole lines).
 CGSize sizeWithFontConstrainedToSize(const std::string& text, const UIFont& font, CGSize size,
                                      UILineBreakMode mode = UILineBreakMode::WordWrap);

@@ -60,6 +60,10 @@ double UITextLines::widthBetween(std::size_t start, std::size_t end) const {
     return start == end ? 0 : sizeWithFont(text_.substr(start, end - start), font_).width;
 }
 
+double UITextLines::caretPosition(const Line& line, std::size_t offset) const {
+    return caretPositionInLine(textOf(line), font_, offset - line.start);
+}
+
 std::size_t UITextLines::nextCharacter(std::size_t offset) const {
     do
         ++offset;
@@ -77,7 +81,7 @@ std::size_t UITextLines::lineOf(std::size_t offset) const {
 CGRect UITextLines::caretRect(std::size_t offset) const {
     const std::size_t index = lineOf(offset);
     const Line& line = lines_[index];
-    return CGRectMake(widthBetween(line.start, std::min(offset, line.end)),
+    return CGRectMake(caretPosition(line, std::min(offset, line.end)),
                       static_cast<double>(index) * lineHeight(), 0, lineHeight());
 }
 
@@ -89,17 +93,17 @@ std::size_t UITextLines::offsetAt(CGPoint point) const {
 
 std::size_t UITextLines::offsetInLine(std::size_t index, double x) const {
     const Line& line = lines_[std::min(index, lines_.size() - 1)];
-    double before = 0;
-    std::size_t offset = line.start;
-    while (offset < line.end) {
-        const std::size_t next = nextCharacter(offset);
-        const double after = widthBetween(line.start, next);
-        if (x < (before + after) / 2)
-            break;
-        before = after;
-        offset = next;
+    std::size_t nearest = line.start;
+    double distance = std::abs(x - caretPosition(line, nearest));
+    for (std::size_t offset = line.start; offset < line.end;) {
+        offset = nextCharacter(offset);
+        const double further = std::abs(x - caretPosition(line, offset));
+        if (further <= distance) {
+            nearest = offset;
+            distance = further;
+        }
     }
-    return offset;
+    return nearest;
 }
 
 CGRect UITextLines::selectionRect(std::size_t index, std::size_t from, std::size_t to) const {
@@ -108,10 +112,10 @@ CGRect UITextLines::selectionRect(std::size_t index, std::size_t from, std::size
     const std::size_t end = std::min(to, line.end);
     if (start > end || (start == end && from != to && to <= line.end))
         return {};
-    const double x = widthBetween(line.start, start);
+    const auto [left, right] = std::minmax({caretPosition(line, start), caretPosition(line, end)});
     const bool takesBreak = to > line.end;
-    const double width = widthBetween(line.start, end) - x + (takesBreak ? 4 : 0);
-    return CGRectMake(x, static_cast<double>(index) * lineHeight(), width, lineHeight());
+    return CGRectMake(left, static_cast<double>(index) * lineHeight(),
+                      right - left + (takesBreak ? 4 : 0), lineHeight());
 }
 
 std::string UITextLines::textOf(const Line& line) const {

@@ -42,6 +42,7 @@ public:
 private:
     void breakParagraph(std::size_t start, std::size_t end, double width);
     std::size_t fittingEnd(std::size_t start, std::size_t end, double width) const;
+    double caretPosition(const Line& line, std::size_t offset) const;
     double widthBetween(std::size_t start, std::size_t end) const;
     std::size_t nextCharacter(std::size_t offset) const;
 

@@ -1,5 +1,7 @@
+#include "downloads/DownloadsFolder.h"
 #include "downloads/DownloadsTableViewCell.h"
 #include "downloads/DownloadsViewController.h"
+#include "platform/graphics/UIStringDrawing.h"
 #include "platform/uikit/UIActionSheet.h"
 #include "platform/uikit/UIAlertView.h"
 #include "platform/uikit/UITableView.h"
@@ -58,6 +60,22 @@ TEST_F(DownloadMenuTest, ALongPressTheOtherButtonAndTheMenuKeyOfferFourThingsAnd
     }
     EXPECT_THAT(desktop().handedOver(), testing::IsEmpty());
     EXPECT_EQ(alertCount(), 0);
+}
+
+TEST_F(DownloadMenuTest, AnExtensionStandsBehindANameOfAnyDirection) {
+    const UIFont font = UIFont::systemFontOfSize(17);
+    const double extension = sizeWithFont(".mp4", font).width;
+    for (const std::string name :
+         {"plain", "مسلسل (2) HD", "שיר", "映画", "\u202Egpm", "🎬 פרק 12"}) {
+        const std::string shown = shownName(name + ".mp4");
+        const double dot = caretPositionInLine(shown, font, shown.rfind('.'));
+        EXPECT_NEAR(dot, sizeWithFont(shown, font).width - extension, 2) << name;
+        EXPECT_NEAR(dot, sizeWithFont(name, font).width, 2) << name;
+    }
+    files().put(kFolder + "שיר.mp3");
+    screen_->refresh();
+    screen_->tableViewShowMenuForRowAtIndexPath(*screen_->tableView(), {1, 1});
+    EXPECT_EQ(UIActionSheet::visibleSheet()->title(), shownName("שיר.mp3"));
 }
 
 TEST_F(DownloadMenuTest, OtherProgramsGetTheMachinesFileAndAFailureIsExplained) {

@@ -71,6 +71,38 @@ TEST(UIStringDrawingTest, WrappedSizesHoldWholeLines) {
     EXPECT_EQ(sizeWithFontConstrainedToSize("", font, {100, 100}), CGSize{});
 }
 
+TEST(UIStringDrawingTest, TheCaretGoesWithTheDirectionOfTheText) {
+    const std::string hebrew = "שיר";
+    const double width = sizeWithFont(hebrew, font).width;
+    const struct {
+        std::string line;
+        std::size_t offset;
+        double x;
+    } cases[] = {
+        {"Film", 0, 0},
+        {"Film", 4, sizeWithFont("Film", font).width},
+        {hebrew, 0, width},
+        {hebrew, hebrew.size(), 0},
+        {hebrew + " 2", hebrew.size(), sizeWithFont(" 2", font).width},
+        {"a" + hebrew, 1, sizeWithFont("a", font).width},
+        {"a\xE9z", 2, sizeWithFont("a\xE9", font).width}, // no text: its bytes in their order
+    };
+    for (const auto& [line, offset, x] : cases)
+        EXPECT_NEAR(caretPositionInLine(line, font, offset), x, 1.5) << line << " " << offset;
+}
+
+TEST(UIStringDrawingTest, TruncationCutsTextWhereItsReadingEnds) {
+    // Of the text's end nothing shows; a gap of twice the width parts it from the start.
+    const auto rect = CGRectMake(0, 0, 200, 20);
+    std::string gap;
+    for (int i = 0; i < 100; ++i)
+        gap += "\u00A0";
+    EXPECT_LT(inkOf("ab" + gap + "yz", rect, UILineBreakMode::TailTruncation).box.minX(), 5);
+    const auto hebrew = inkOf("אב" + gap + "ג", rect, UILineBreakMode::TailTruncation);
+    EXPECT_GT(hebrew.box.maxX(), 195) << "the start is at the right";
+    EXPECT_LT(hebrew.box.minX(), 30) << "the ellipsis at the left";
+}
+
 TEST(UIStringDrawingTest, TruncationKeepsTheLineInsideTheRectangle) {
     const std::string text = "A rather long title of a film that does not fit";
     const auto rect = CGRectMake(20, 30, 120, 5);
