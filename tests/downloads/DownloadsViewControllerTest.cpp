@@ -22,16 +22,30 @@ class DownloadsTest : public support::ScreenTest {
 protected:
     DownloadsTest() { files().putFolder("/var/mobile/Library/Downloads"); }
 
+    void put(const std::vector<std::string>& names) {
+        for (const std::string& name : names)
+            files().put(kFolder + name);
+    }
     std::shared_ptr<DownloadsViewController> open() {
         auto screen = std::make_shared<DownloadsViewController>();
         push(screen);
         settle();
         return screen;
     }
+    void openAgain(const std::shared_ptr<DownloadsViewController>& screen) {
+        navigation().popViewControllerAnimated(false);
+        push(screen);
+        settle();
+    }
     std::shared_ptr<DownloadsTableViewCell> cell(const DownloadsViewController& screen, int section,
                                                  int row) {
         return std::dynamic_pointer_cast<DownloadsTableViewCell>(
             screen.tableView()->cellForRowAtIndexPath({section, row}));
+    }
+    void select(DownloadsViewController& screen, NSIndexPath path) {
+        screen.tableViewDidSelectRowAtIndexPath(*screen.tableView(), path);
+        settle();
+        ASSERT_TRUE(media().player());
     }
     void commitDelete(DownloadsViewController& screen, NSIndexPath path) {
         screen.tableViewCommitEditingStyleForRowAtIndexPath(
@@ -41,9 +55,8 @@ protected:
 };
 
 TEST_F(DownloadsTest, OnlyTheSixSpellingsCountAndTheFoldersOrderIsKept) {
-    for (const char* name : {"b.mp4", "Clip.MP4", "Clip.Mp4", "Clip.mov", "Song.mp3", "Song.m4a",
-                             "a.m4v", "A.M4V", "loud.MP3", "mp4", "x.mp4.part", "Show.S01E01.mp4"})
-        files().put(kFolder + name);
+    put({"b.mp4", "Clip.MP4", "Clip.Mp4", "Clip.mov", "Song.mp3", "Song.m4a", "a.m4v", "A.M4V",
+         "loud.MP3", "mp4", "x.mp4.part", "Show.S01E01.mp4"});
     files().putFolder(kFolder + "folder.mp4");
     files().put(kFolder + ".hidden.mp4");
     const auto screen = open();
@@ -52,6 +65,9 @@ TEST_F(DownloadsTest, OnlyTheSixSpellingsCountAndTheFoldersOrderIsKept) {
                                                   "Show.S01E01.mp4", "folder.mp4", ".hidden.mp4"));
     EXPECT_THAT(screen->musicFiles(), ElementsAre("Song.mp3", "loud.MP3"));
     EXPECT_EQ(cell(*screen, 0, 4)->fileName(), "Show.S01E01");
+    auto& table = *screen->tableView();
+    EXPECT_EQ(screen->tableViewTitleForHeaderInSection(table, 0), "Videos");
+    EXPECT_EQ(screen->tableViewTitleForHeaderInSection(table, 1), "Music");
     EXPECT_THAT(logLines(), IsEmpty());
 }
 
@@ -77,8 +93,7 @@ TEST_F(DownloadsTest, StrayFilesAreOfferedAtEveryAppearanceUntilTheyAreMoved) {
     EXPECT_TRUE(files().contents("/var/mobile/Media/Downloads/Song.mp3"));
     EXPECT_EQ(alertCount(), 0);
 
-    navigation().popViewControllerAnimated(false);
-    push(screen);
+    openAgain(screen);
     ASSERT_TRUE(tapAlertButton("Yes"));
     EXPECT_EQ(files().contents(kFolder + "Song.mp3"), "song");
     EXPECT_EQ(files().contents(kFolder + "Clip.MP4"), "clip");
@@ -87,9 +102,7 @@ TEST_F(DownloadsTest, StrayFilesAreOfferedAtEveryAppearanceUntilTheyAreMoved) {
     EXPECT_TRUE(cell(*screen, 1, 0));
     EXPECT_TRUE(screen->view()->isUserInteractionEnabled());
 
-    navigation().popViewControllerAnimated(false);
-    push(screen);
-    settle();
+    openAgain(screen);
     EXPECT_EQ(alertCount(), 0);
 }
 
@@ -101,9 +114,7 @@ TEST_F(DownloadsTest, OfTwoStrayFilesWithOneNameTheEarlierFoldersIsMoved) {
     EXPECT_EQ(files().contents(kFolder + "Clip.mp4"), "earlier");
     EXPECT_EQ(files().contents("/var/mobile/Media/Downloads/Clip.mp4"), "later");
 
-    navigation().popViewControllerAnimated(false);
-    push(screen);
-    settle();
+    openAgain(screen);
     EXPECT_EQ(alertTitle(), "Detected Files") << "the other keeps the question coming back";
 }
 
@@ -118,10 +129,8 @@ TEST_F(DownloadsTest, AStrayFileThatCannotBeMovedStaysAndTheOthersMove) {
     EXPECT_EQ(alertCount(), 0);
 }
 
-TEST_F(DownloadsTest, DeletingRemovesTheFileAndItsRow) {
-    files().put(kFolder + "a.mp4");
-    files().put(kFolder + "b.mp4");
-    files().put(kFolder + "c.mp3");
+TEST_F(DownloadsTest, DeletingRemovesTheFileAndItsRowUnlessItCannotBeDeleted) {
+    put({"a.mp4", "b.mp4", "c.mp3"});
     const auto screen = open();
     commitDelete(*screen, {0, 0});
     EXPECT_FALSE(files().contents(kFolder + "a.mp4"));
@@ -130,11 +139,15 @@ TEST_F(DownloadsTest, DeletingRemovesTheFileAndItsRow) {
     commitDelete(*screen, {1, 0});
     EXPECT_FALSE(files().contents(kFolder + "c.mp3"));
     EXPECT_EQ(screen->tableView()->numberOfRowsInSection(1), 0);
+    files().makeReadOnly("/var/mobile/Library/Downloads");
+    commitDelete(*screen, {0, 0});
+    EXPECT_EQ(screen->tableView()->numberOfRowsInSection(0), 1);
+    EXPECT_TRUE(cell(*screen, 0, 0));
+    EXPECT_EQ(alertCount(), 0);
 }
 
 TEST_F(DownloadsTest, RowsNameTheirFilesWhenTheFolderListsThemInAnotherOrder) {
-    for (const char* name : {"a.mp4", "b.mp4", "c.mp4", "x.mp3", "y.mp3"})
-        files().put(kFolder + name);
+    put({"a.mp4", "b.mp4", "c.mp4", "x.mp3", "y.mp3"});
     const auto screen = open();
     const auto listLast = [&](const std::string& name) {
         ASSERT_TRUE(files().remove(kFolder + name).ok());
@@ -152,42 +165,25 @@ TEST_F(DownloadsTest, RowsNameTheirFilesWhenTheFolderListsThemInAnotherOrder) {
     EXPECT_TRUE(files().contents(kFolder + "c.mp4"));
 }
 
-TEST_F(DownloadsTest, AFileThatCannotBeDeletedKeepsItsRow) {
-    files().put(kFolder + "a.mp4");
-    const auto screen = open();
-    files().makeReadOnly("/var/mobile/Library/Downloads");
-    commitDelete(*screen, {0, 0});
-    EXPECT_EQ(screen->tableView()->numberOfRowsInSection(0), 1);
-    EXPECT_TRUE(cell(*screen, 0, 0));
-    EXPECT_EQ(alertCount(), 0);
-}
-
 TEST_F(DownloadsTest, ContentStandsThirtyPointsToTheRightOnlyWhileEditing) {
-    files().put(kFolder + "a.mp4");
+    put({"a.mp4"});
     const auto screen = open();
     const auto row = cell(*screen, 0, 0);
-    const auto content = [&] {
+    for (const auto& [edits, confirms] :
+         {std::pair(false, false), {true, false}, {true, true}, {true, false}, {false, false}}) {
+        screen->setEditing(edits, false);
+        row->setShowingDeleteConfirmation(confirms, false);
         row->setNeedsLayout();
         row->layoutIfNeeded();
-        return row->contentView()->frame();
-    };
-    EXPECT_EQ(content(), CGRectMake(-30, 0, 350, 60));
-    screen->setEditing(true, false);
-    EXPECT_EQ(content(), CGRectMake(0, 0, 350, 60));
-    row->setShowingDeleteConfirmation(true, false);
-    EXPECT_EQ(content(), CGRectMake(-30, 0, 350, 60));
-    row->setShowingDeleteConfirmation(false, false);
-    EXPECT_EQ(content(), CGRectMake(0, 0, 350, 60));
-    screen->setEditing(false, false);
-    EXPECT_EQ(content(), CGRectMake(-30, 0, 350, 60));
+        EXPECT_EQ(row->contentView()->frame(),
+                  CGRectMake(edits && !confirms ? 0 : -30, 0, 350, 60));
+    }
 }
 
 TEST_F(DownloadsTest, AVideoRowPlaysItsFile) {
     files().put(kFolder + "Zwei Würfel.mp4");
     const auto screen = open();
-    screen->tableViewDidSelectRowAtIndexPath(*screen->tableView(), {0, 0});
-    settle();
-    ASSERT_TRUE(media().player());
+    select(*screen, {0, 0});
     EXPECT_EQ(media().player()->url(),
               "file:///var/mobile/Library/Downloads/Zwei%20W%C3%BCrfel.mp4");
     files().put(kFolder + "new.mp4");
@@ -197,11 +193,9 @@ TEST_F(DownloadsTest, AVideoRowPlaysItsFile) {
 }
 
 TEST_F(DownloadsTest, AMusicRowPlaysItInTheMidstOfAllTheMusic) {
-    for (const char* name : {"b.mp3", "Clip.mp4", "A Song.MP3", "c.mp3"})
-        files().put(kFolder + name);
+    put({"b.mp3", "Clip.mp4", "A Song.MP3", "c.mp3"});
     const auto screen = open();
-    screen->tableViewDidSelectRowAtIndexPath(*screen->tableView(), {1, 2});
-    settle();
+    select(*screen, {1, 2});
     const auto player =
         std::dynamic_pointer_cast<OvoAudioPlayerController>(navigation().modalViewController());
     ASSERT_TRUE(player);
@@ -213,7 +207,6 @@ TEST_F(DownloadsTest, AMusicRowPlaysItInTheMidstOfAllTheMusic) {
                                    "file:///var/mobile/Library/Downloads/c.mp3"));
     EXPECT_EQ(player->soundFilesPath(), kFolder);
     EXPECT_EQ(player->selectedIndex(), 2U);
-    ASSERT_TRUE(media().player());
     EXPECT_EQ(media().player()->url(), queue[2]);
     EXPECT_TRUE(media().player()->isPlaying());
 
@@ -221,16 +214,6 @@ TEST_F(DownloadsTest, AMusicRowPlaysItInTheMidstOfAllTheMusic) {
     player->dismissAudioPlayer();
     settle();
     EXPECT_EQ(screen->musicFiles().size(), 4U) << "the folder is read again behind the player";
-}
-
-TEST_F(DownloadsTest, SectionsAreTitledAndOthersAreNot) {
-    const auto screen = open();
-    auto& table = *screen->tableView();
-    EXPECT_EQ(screen->tableViewTitleForHeaderInSection(table, 0), "Videos");
-    EXPECT_EQ(screen->tableViewTitleForHeaderInSection(table, 1), "Music");
-    EXPECT_FALSE(screen->tableViewTitleForHeaderInSection(table, 2));
-    EXPECT_EQ(screen->tableViewNumberOfRowsInSection(table, 2), 0);
-    EXPECT_EQ(table.frame(), CGRectMake(0, 0, 320, 416));
 }
 
 }

@@ -280,7 +280,7 @@ TEST(StrayFiles, WhatKilledProcessesLeftIsRemovedAndNothingElse) {
     const std::string downloads = temporary.path("var/mobile/Library/Downloads");
     fs::create_directories(downloads + "/.vistrel-12-1/inside");
     put(downloads + "/.vistrel-12-1/inside/film.mp4", "film");
-    const std::string own = ".vistrel-" + std::to_string(::getpid()) + "-1";
+    const std::string own = (testing::Message() << ".vistrel-" << ::getpid() << "-1").GetString();
     for (const std::string& kept : {own, std::string(".vistrel-"), std::string(".vistrel-notes"),
                                     std::string(".vistrel-1-x"), std::string("a.vistrel-1-1")})
         put(downloads + "/" + kept);

@@ -17,11 +17,11 @@ TEST(ScreenPlacementTest, TheScreenIsUprightInTheMiddleAsLargeAsFits) {
         CGRect shown;
         bool fills;
     } cases[] = {
-        {kUpright, {0, 0}, {320, 480}, {640, 960}, {0, 0, 640, 960}, true},
-        {kUpright, {0, 0}, {320, 480}, {801, 480}, {240, 0, 320, 480}, false},
-        {kRight, {320, 0}, {0, 480}, {960, 640}, {0, 0, 960, 640}, true},
-        {kRight, {320, 0}, {0, 480}, {480, 400}, {0, 40, 480, 320}, false},
-        {kLeft, {0, 480}, {320, 0}, {320, 480}, {0, 133, 320, 640.0 / 3}, false},
+        {kUpright, {0, 0}, {320, 480}, {640, 960}, CGRectMake(0, 0, 640, 960), true},
+        {kUpright, {0, 0}, {320, 480}, {801, 480}, CGRectMake(240, 0, 320, 480), false},
+        {kRight, {320, 0}, {0, 480}, {960, 640}, CGRectMake(0, 0, 960, 640), true},
+        {kRight, {320, 0}, {0, 480}, {480, 400}, CGRectMake(0, 40, 480, 320), false},
+        {kLeft, {0, 480}, {320, 0}, {320, 480}, CGRectMake(0, 133, 320, 640.0 / 3), false},
     };
     for (const auto& each : cases) {
         const ScreenPlacement placement(each.window, each.orientation);
