@@ -6,12 +6,6 @@
 #include "ads/Utility/GADSignalGathering.h"
 #include "tests/support/ui/ScreenTest.h"
 
-#include <algorithm>
-#include <memory>
-#include <optional>
-#include <string>
-#include <vector>
-
 namespace vistrel {
 
 /// A device whose every property a test can set.

@@ -10,10 +10,6 @@
 #include "platform/foundation/NSNotificationCenter.h"
 #include "platform/uikit/UITouch.h"
 
-#include <gmock/gmock.h>
-
-#include <algorithm>
-
 namespace vistrel {
 
 void RecordingBannerDelegate::hear(const std::string& event) {
@@ -98,8 +94,6 @@ int BannerTest::requestsFor(const std::string& url) {
 }
 
 namespace {
-
-using testing::HasSubstr;
 
 TEST_F(BannerTest, AnAdIsBuiltFetchedShownAndCountedOnce) {
     network()
@@ -201,8 +195,8 @@ TEST_F(BannerTest, WithoutARootViewControllerNothingIsFetched) {
     load();
     EXPECT_EQ(takeEvents(), "failed 0");
     EXPECT_THAT(logLines(),
-                testing::Contains("<GAD> Must set the rootViewController property of GADBannerView "
-                                  "before calling loadRequest:"));
+                Contains("<GAD> Must set the rootViewController property of GADBannerView "
+                         "before calling loadRequest:"));
     EXPECT_TRUE(network().requests().empty());
 }
 

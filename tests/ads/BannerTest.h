@@ -3,10 +3,6 @@
 #include "ads/View/GADBannerView.h"
 #include "tests/ads/AdsTest.h"
 
-#include <functional>
-#include <memory>
-#include <string>
-
 namespace vistrel {
 
 /// Records what it is told. A test can react to each event.

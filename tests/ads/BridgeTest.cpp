@@ -5,13 +5,8 @@
 #include "platform/uikit/UIApplication.h"
 #include "tests/ads/BannerTest.h"
 
-#include <gmock/gmock.h>
-
 namespace vistrel {
 namespace {
-
-using testing::Contains;
-using testing::HasSubstr;
 
 class BridgeTest : public BannerTest {
 protected:

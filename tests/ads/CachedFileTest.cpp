@@ -5,12 +5,6 @@
 #include "ads/Network/GADNetworkUtilities.h"
 #include "tests/ads/AdsTest.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <memory>
-
 namespace vistrel {
 namespace {
 
@@ -89,9 +83,6 @@ protected:
     std::shared_ptr<GADCachedFile> file_;
 };
 
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-
 TEST_F(GADCachedFileTest, FetchesAFileWithItsStatusAndHeaders) {
     GADNetworkUtilities::setUserAgentString("Library/4.1");
     network().at(kAddress).body("var a = 1;").header("X-Afma-Refresh-Rate", "30");
@@ -103,8 +94,7 @@ TEST_F(GADCachedFileTest, FetchesAFileWithItsStatusAndHeaders) {
     advance(10);
     EXPECT_THAT(delegate_->events, ElementsAre("end"));
     EXPECT_EQ(file().content(), "var a = 1;");
-    EXPECT_THAT(file().httpHeaders(),
-                ::testing::Contains(::testing::Pair("X-Afma-Refresh-Rate", "30")));
+    EXPECT_THAT(file().httpHeaders(), ::Contains(::testing::Pair("X-Afma-Refresh-Rate", "30")));
     EXPECT_EQ(file().httpDestinationURL().absoluteString(), kAddress);
     EXPECT_EQ(network().requests().size(), 1U);
     EXPECT_TRUE(network().requests().front().ignoresCache);
@@ -241,7 +231,7 @@ TEST_F(GADCachedFileTest, AFetchThatFailsReportsItsErrorAndKeepsTheOldCopy) {
     }
     file().invalidate();
     files().makeReadOnly("/var");
-    EXPECT_THAT(fetched(), ElementsAre(::testing::StartsWith("fail NSPOSIXErrorDomain ")));
+    EXPECT_THAT(fetched(), ElementsAre(::StartsWith("fail NSPOSIXErrorDomain ")));
     EXPECT_FALSE(file().hasContent());
 }
 
@@ -254,7 +244,7 @@ TEST_F(GADCachedFileTest, ARedirectIsFollowedUnlessTheDelegateVetoesIt) {
     EXPECT_THAT(fetched(), ElementsAre("redirect http://cdn.example/a", "fail veto 7"));
     EXPECT_THAT(network().requestedURLs(), ElementsAre(kAddress));
     EXPECT_EQ(file().httpDestinationURL().absoluteString(), "http://cdn.example/a");
-    EXPECT_THAT(file().httpHeaders(), ::testing::Contains(::testing::Pair("X-Mark", "redirect")));
+    EXPECT_THAT(file().httpHeaders(), ::Contains(::testing::Pair("X-Mark", "redirect")));
     EXPECT_EQ(file().content(), "old copy");
     delegate_->veto.reset();
     EXPECT_THAT(fetched(), ElementsAre("redirect http://cdn.example/a", "end"));

@@ -2,13 +2,7 @@
 #include "ads/ViewController/GADViewController.h"
 #include "tests/ads/BannerTest.h"
 
-#include <gmock/gmock.h>
-
 #include <cstddef>
-#include <cstdlib>
-#include <memory>
-#include <sstream>
-#include <string>
 
 namespace vistrel {
 namespace {
@@ -86,7 +80,7 @@ TEST_F(EnduranceTest, AdsAndTheirScreensLeaveNothingBehind) {
             advance(1); // the status bar's clock may have been due just then
         ASSERT_EQ(loop().pendingWork(), pendingWork);
     }
-    EXPECT_THAT(first, testing::HasSubstr(" 0 transfers"));
+    EXPECT_THAT(first, HasSubstr(" 0 transfers"));
     EXPECT_EQ(GADStatistics::sharedStatistics().adRequestCount(), rounds);
     EXPECT_EQ(requestsFor("http://click.example/a"), 2 * rounds);
 }

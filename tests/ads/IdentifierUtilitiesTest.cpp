@@ -4,12 +4,7 @@
 #include "platform/foundation/NSUserDefaults.h"
 #include "tests/ads/AdsTest.h"
 
-#include <gtest/gtest.h>
-
-#include <array>
-#include <functional>
 #include <tuple>
-#include <utility>
 
 namespace vistrel {
 namespace {

@@ -5,13 +5,6 @@
 #include "platform/host/Crypto.h"
 #include "tests/ads/AdsTest.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstdint>
-#include <limits>
-
 namespace vistrel {
 namespace {
 
@@ -109,7 +102,7 @@ TEST_F(GADLocationTest, ADescriptionIsSentAsText) {
     location->setTimestamp(1300000000.25);
     const std::string text = *location->oolongRepresentation();
     ASSERT_TRUE(text.starts_with("a+"));
-    EXPECT_THAT(text, ::testing::Not(::testing::HasSubstr("=")));
+    EXPECT_THAT(text, ::testing::Not(::HasSubstr("=")));
     EXPECT_EQ(decoded(text.substr(2)),
               "role: 6 producer: 24 historical_role: 1 historical_producer: 12 "
               "timestamp: 1300000000250000 loc: \"the 'Old' Town\"");
@@ -152,7 +145,7 @@ TEST_F(GADLocationTest, NumbersOutOfRangeAreClamped) {
     location->setTimestamp(1e12);
     const auto [vector, text] = sent(*location);
     EXPECT_THAT(vectorNumbers(vector), ::testing::Each(2147483647));
-    EXPECT_THAT(text, ::testing::HasSubstr("longitude_e7: 1800000000> radius: 2147483647"));
+    EXPECT_THAT(text, ::HasSubstr("longitude_e7: 1800000000> radius: 2147483647"));
 }
 
 /// The cipher text was made with openssl enc -aes-128-cbc -nopad -K 000102...0f -iv

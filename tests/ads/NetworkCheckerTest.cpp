@@ -3,8 +3,6 @@
 #include "ads/GADSettings.h"
 #include "tests/ads/AdsTest.h"
 
-#include <gtest/gtest.h>
-
 namespace vistrel {
 namespace {
 

@@ -2,16 +2,7 @@
 
 #include "ads/Utility/GADNumberUtilities.h"
 #include "ads/Utility/GADTextualDescription.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <limits>
-#include <map>
-#include <string>
-#include <string_view>
-#include <utility>
-#include <vector>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {
@@ -174,7 +165,7 @@ TEST(GADTextualDescription, ExcessiveNestingIsCut) {
         outer.push_back(std::move(value));
         value = Value(std::move(outer));
     }
-    EXPECT_THAT(gadTextualDescription(value), ::testing::HasSubstr("..."));
+    EXPECT_THAT(gadTextualDescription(value), ::HasSubstr("..."));
 }
 
 }

@@ -1,11 +1,5 @@
 #include "ads/Notification/GADNotification.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <optional>
-#include <string>
-#include <string_view>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {

@@ -6,10 +6,6 @@
 #include "ads/json/GAD_ZelJSON.h"
 #include "tests/ads/AdsTest.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <cstdlib>
 #include <ctime>
 
 namespace vistrel {
@@ -105,13 +101,13 @@ TEST_F(GADRequestTest, KeywordsAreSharedAndEmptyOnesIgnored) {
     keywords->push_back("later");
     EXPECT_EQ(sent(*request, "kw"), "[\"later\"]");
     request->addKeyword("own");
-    EXPECT_THAT(*keywords, ::testing::ElementsAre("later", "own"));
+    EXPECT_THAT(*keywords, ::ElementsAre("later", "own"));
 }
 
 TEST_F(GADRequestTest, ImpreciseCoordinatesClearTheLocation) {
     const auto request = aRequest();
     request->setLocationWithLatitudeLongitudeAccuracy(51.5F, -0.25F, 10);
-    EXPECT_THAT(sent(*request, "uule"), ::testing::StartsWith("\"e1+"));
+    EXPECT_THAT(sent(*request, "uule"), ::StartsWith("\"e1+"));
     deterministicHost().settings["ads/location-key"] = "broken";
     EXPECT_EQ(sent(*request, "uule"), "none");
     EXPECT_EQ(sent(*request, "preqs"), "0") << "nothing else is dropped";

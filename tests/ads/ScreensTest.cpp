@@ -12,12 +12,8 @@
 #include "platform/uikit/UIToolbar.h"
 #include "tests/ads/BannerTest.h"
 
-#include <gmock/gmock.h>
-
 namespace vistrel {
 namespace {
-
-using ::testing::Contains;
 
 constexpr const char* kOpenedAndClosed = "will present, will dismiss, did dismiss";
 
@@ -188,10 +184,10 @@ TEST_F(AdScreensTest, AWebAppsPageIsToldThatItIsShownAndItsScreenTakesSettings) 
     auto screen = present<GADWebAppViewController>(host());
     screen->load(*NSURL::URLWithString("http://shop.example/"));
     settle();
-    EXPECT_THAT(page().calls(), testing::Not(Contains(testing::HasSubstr("'onshow'"))));
+    EXPECT_THAT(page().calls(), testing::Not(Contains(HasSubstr("'onshow'"))));
     page().finishLoad();
     advance(1);
-    EXPECT_THAT(page().calls(), Contains(testing::HasSubstr("'onshow'")));
+    EXPECT_THAT(page().calls(), Contains(HasSubstr("'onshow'")));
     GADNotificationCenter::defaultCenter().postNotification(
         "settings", screen->view().get(),
         Value::Dictionary{{"supportedorientations", "landscape"}});

@@ -5,9 +5,6 @@
 #include "tests/ads/BannerTest.h"
 
 #include <fstream>
-#include <functional>
-#include <map>
-#include <sstream>
 #include <tuple>
 
 namespace vistrel {

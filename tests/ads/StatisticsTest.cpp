@@ -5,9 +5,6 @@
 #include "platform/foundation/NSUserDefaults.h"
 #include "tests/ads/AdsTest.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 namespace vistrel {
 namespace {
 

@@ -1,8 +1,6 @@
 #include "ads/encoding/GAD_StringEncoding.h"
+#include "tests/support/Testing.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <bit>
 #include <numeric>
 #include <random>

@@ -4,9 +4,6 @@
 #include "platform/foundation/NSUserDefaults.h"
 #include "tests/ads/AdsTest.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 namespace vistrel {
 namespace {
 
@@ -77,13 +74,13 @@ TEST_F(GADTimingManagerTest, KeepsOneTimingPerName) {
     EXPECT_EQ(manager.addTimingWithCategory(""), nullptr);
     EXPECT_NE(first, second);
     EXPECT_EQ(manager.timingForCategory("a"), second);
-    EXPECT_THAT(manager.categories(), ::testing::UnorderedElementsAre("a", "b"));
+    EXPECT_THAT(manager.categories(), ::UnorderedElementsAre("a", "b"));
     manager.removeTiming(*other);
     EXPECT_EQ(manager.timingForCategory("b"), nullptr);
     manager.addTimingWithCategory("c");
     const std::vector<std::string> names{"a", "missing"};
     manager.removeTimingsForCategories(names);
-    EXPECT_THAT(manager.categories(), ::testing::ElementsAre("c"));
+    EXPECT_THAT(manager.categories(), ::ElementsAre("c"));
     manager.removeAllTimings();
     EXPECT_TRUE(manager.timings().empty());
 }
@@ -118,7 +115,7 @@ TEST_F(GADTimingManagerTest, InvalidStoredTimingsAreIgnored) {
                           {"c", Value::Dictionary{{"category", "c"}, {"userData", 5}}}},
         "gad_timing_test");
     const GADTimingManager manager("test");
-    EXPECT_THAT(manager.categories(), ::testing::ElementsAre("c"));
+    EXPECT_THAT(manager.categories(), ::ElementsAre("c"));
     EXPECT_TRUE(manager.timingForCategory("c")->keysAndValues().empty());
     NSUserDefaults::standardUserDefaults().setObjectForKey("no dictionary", "gad_timing_other");
     EXPECT_TRUE(GADTimingManager("other").timings().empty());

@@ -1,6 +1,5 @@
 #include "ads/json/GAD_ZelJSON.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {

@@ -1,10 +1,7 @@
 #include "ads/json/GAD_ZelJSONScan.h"
+#include "tests/support/Testing.h"
 
-#include <gtest/gtest.h>
-
-#include <array>
 #include <random>
-#include <string>
 
 namespace vistrel::jsonScan {
 namespace {

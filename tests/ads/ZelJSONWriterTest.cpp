@@ -1,7 +1,6 @@
 #include "ads/Utility/GADMacros.h"
 #include "ads/json/GAD_ZelJSON.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <random>
 

@@ -4,13 +4,8 @@
 #include "platform/graphics/UIImage.h"
 #include "tests/support/HostTest.h"
 
-#include <gmock/gmock.h>
-
 namespace vistrel {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class OvoAudioFileTest : public support::HostTest {
 protected:

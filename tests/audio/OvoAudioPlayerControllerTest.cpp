@@ -5,14 +5,8 @@
 #include "platform/uikit/UIAlertView.h"
 #include "platform/uikit/UIKey.h"
 
-#include <gmock/gmock.h>
-
 namespace vistrel {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 class OvoAudioPlayerControllerTest : public PlayerTest {
 protected:

@@ -3,8 +3,7 @@
 #include "platform/graphics/Bitmap.h"
 #include "platform/graphics/UIImage.h"
 #include "platform/uikit/UIButton.h"
-
-#include <gmock/gmock.h>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {

@@ -3,8 +3,6 @@
 
 #include "platform/foundation/NSUserDefaults.h"
 
-#include <gmock/gmock.h>
-
 namespace vistrel {
 namespace {
 
@@ -66,7 +64,7 @@ TEST_F(OvoAudioPlayerRemoteTest, SeekingUpdatesTheScreenAndIsReportedBack) {
     EXPECT_DOUBLE_EQ(keys().mediaPosition(), 30.25);
     views().progressSlider->setValue(10);
     views().progressSlider->sendActionsForControlEvents(UIControlEventValueChanged);
-    EXPECT_THAT(mediaControls().jumps(), testing::ElementsAre(30.25, 10));
+    EXPECT_THAT(mediaControls().jumps(), ElementsAre(30.25, 10));
     keys().mediaStop();
     EXPECT_EQ(told().state, State::Stopped);
     EXPECT_EQ(keys().mediaPosition(), 0);
@@ -78,9 +76,9 @@ TEST_F(OvoAudioPlayerRemoteTest, JumpsOfALoopedTrackAndTheEndOfTheQueueAreReport
     player().toggleRepeat();
     advance(20);
     keys().mediaNext();
-    EXPECT_THAT(mediaControls().jumps(), testing::ElementsAre(0));
+    EXPECT_THAT(mediaControls().jumps(), ElementsAre(0));
     advance(61);
-    EXPECT_THAT(mediaControls().jumps(), testing::ElementsAre(0, 0));
+    EXPECT_THAT(mediaControls().jumps(), ElementsAre(0, 0));
     EXPECT_EQ(told().state, State::Stopped);
 }
 

@@ -1,11 +1,7 @@
 #include "audio/OvoAudioPlayerRules.h"
 
 #include "audio/OvoAudioPlayerLabels.h"
-
-#include <gmock/gmock.h>
-
-#include <cmath>
-#include <limits>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {

@@ -9,12 +9,8 @@
 #include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UIViewAnimation.h"
 
-#include <gmock/gmock.h>
-
 namespace vistrel {
 namespace {
-
-using testing::ElementsAre;
 
 class OvoAudioPlayerScreenTest : public PlayerTest {
 protected:

@@ -9,9 +9,6 @@
 #include "platform/uikit/UITableView.h"
 #include "tests/support/ui/ScreenTest.h"
 
-#include <memory>
-#include <string>
-
 namespace vistrel {
 
 /// Tests of the music player on screen: a window, a screen that presents it, and tracks.

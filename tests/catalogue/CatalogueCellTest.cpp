@@ -11,8 +11,6 @@
 #include "platform/uikit/ImageRenderer.h"
 #include "tests/support/ui/ScreenTest.h"
 
-#include <optional>
-
 namespace vistrel {
 namespace {
 

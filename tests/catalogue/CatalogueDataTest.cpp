@@ -1,16 +1,9 @@
 #include "catalogue/MovieCatalogue.h"
 #include "catalogue/TVShowCatalogue.h"
-
-#include <gmock/gmock.h>
-
-#include <map>
-#include <string>
-#include <vector>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {
-
-using testing::ElementsAre;
 
 TEST(TVShowCatalogue, TitlesAreUniqueAndAddressesNeedNoEscaping) {
     std::map<std::string_view, std::vector<std::size_t>> rowsOfPath;

@@ -10,8 +10,6 @@
 #include "tests/support/ui/ScreenTest.h"
 #include "web/WebBrowserViewController.h"
 
-#include <gmock/gmock.h>
-
 namespace vistrel {
 namespace {
 

@@ -5,15 +5,10 @@
 #include "platform/foundation/NSUserDefaults.h"
 #include "tests/support/HostTest.h"
 
-#include <gmock/gmock.h>
-
 #include <cerrno>
 
 namespace vistrel {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 std::span<const std::byte> bytesOf(std::string_view text) {
     return std::as_bytes(std::span(text.data(), text.size()));

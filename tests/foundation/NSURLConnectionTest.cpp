@@ -6,16 +6,8 @@
 #include "platform/foundation/NSURLResponse.h"
 #include "tests/support/HostTest.h"
 
-#include <gmock/gmock.h>
-
-#include <map>
-
 namespace vistrel {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-using ::testing::UnorderedElementsAre;
 
 constexpr const char* kURL = "http://site/clip.mp4";
 

@@ -1,10 +1,5 @@
 #include "platform/foundation/NSURL.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <string_view>
-#include <utility>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {

@@ -4,13 +4,8 @@
 #include "platform/host/Host.h"
 #include "tests/support/HostTest.h"
 
-#include <gmock/gmock.h>
-
 namespace vistrel {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 class NSTimerTest : public support::HostTest {
 protected:

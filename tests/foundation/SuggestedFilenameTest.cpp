@@ -1,9 +1,5 @@
 #include "platform/foundation/SuggestedFilename.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
-#include <utility>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {

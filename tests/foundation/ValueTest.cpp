@@ -1,14 +1,9 @@
 #include "platform/foundation/Value.h"
 #include "platform/foundation/ValueBuilder.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <limits>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {
-using testing::ElementsAre;
 
 constexpr const char* kLongText = "a text that is too long to stand in the value itself";
 

@@ -1,9 +1,5 @@
 #include "platform/foundation/Weakly.h"
-
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <string>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {

@@ -2,10 +2,7 @@
 
 #include "platform/graphics/Bitmap.h"
 #include "platform/graphics/PixelPool.h"
-
-#include <algorithm>
-#include <cmath>
-#include <gmock/gmock.h>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {

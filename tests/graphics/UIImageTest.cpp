@@ -9,7 +9,6 @@
 #include <fstream>
 #include <png.h>
 #include <turbojpeg.h>
-#include <vector>
 
 namespace vistrel {
 namespace {

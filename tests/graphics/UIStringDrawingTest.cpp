@@ -3,9 +3,7 @@
 #include "platform/graphics/Bitmap.h"
 #include "platform/graphics/CGContext.h"
 #include "platform/graphics/ValidText.h"
-
-#include <cmath>
-#include <gmock/gmock.h>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {

@@ -5,13 +5,8 @@
 #include "shell/RootViewController.h"
 #include "tests/support/ui/ScreenTest.h"
 
-#include <gmock/gmock.h>
-
 namespace vistrel {
 namespace {
-
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 class AboutPageTest : public support::ScreenTest {
 protected:

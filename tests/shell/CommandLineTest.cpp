@@ -1,11 +1,8 @@
 #include "shell/CommandLine.h"
+#include "tests/support/Testing.h"
 
-#include <gtest/gtest.h>
-
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <vector>
 
 namespace vistrel {
 namespace {

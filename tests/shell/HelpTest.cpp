@@ -5,18 +5,9 @@
 #include "shell/RootViewController.h"
 #include "tests/support/ui/ScreenTest.h"
 
-#include <gmock/gmock.h>
-
-#include <set>
-#include <utility>
-
 namespace vistrel {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::StartsWith;
 using Titles = std::vector<std::string>;
 
 class HelpTest : public support::ScreenTest {

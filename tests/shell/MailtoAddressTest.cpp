@@ -1,6 +1,5 @@
 #include "shell/MailtoAddress.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {

@@ -2,8 +2,6 @@
 
 #include "tests/support/ui/ScreenTest.h"
 
-#include <gmock/gmock.h>
-
 #include <filesystem>
 #include <fstream>
 
@@ -29,10 +27,10 @@ TEST_F(MissingSiteTest, TheSettingsFileIsCreatedAndOpenedUnlessTheSiteIsSet) {
     remindOfMissingSite();
     EXPECT_TRUE(tapAlertButton("Set Site"));
     EXPECT_EQ(alertCount(), 0);
-    EXPECT_THAT(desktop().openedURLs(), testing::ElementsAre("file://" + file_));
+    EXPECT_THAT(desktop().openedURLs(), ElementsAre("file://" + file_));
     std::string text;
     std::getline(std::ifstream(file_), text, '\0');
-    EXPECT_THAT(text, testing::HasSubstr("[site]\n"));
+    EXPECT_THAT(text, HasSubstr("[site]\n"));
 }
 
 TEST_F(MissingSiteTest, AnExistingFileIsKeptAndItsPathShownWhenNothingOpensIt) {
@@ -41,7 +39,7 @@ TEST_F(MissingSiteTest, AnExistingFileIsKeptAndItsPathShownWhenNothingOpensIt) {
     remindOfMissingSite();
     EXPECT_TRUE(tapAlertButton("Set Site"));
     EXPECT_EQ(alertMessage(), file_);
-    EXPECT_THAT(desktop().openedURLs(), testing::IsEmpty());
+    EXPECT_THAT(desktop().openedURLs(), IsEmpty());
     EXPECT_EQ(std::filesystem::file_size(file_), 7U);
 }
 

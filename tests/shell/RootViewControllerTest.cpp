@@ -8,12 +8,8 @@
 #include "tests/support/ui/ScreenTest.h"
 #include "web/WebBrowserViewController.h"
 
-#include <gmock/gmock.h>
-
 namespace vistrel {
 namespace {
-
-using ::testing::ElementsAre;
 
 class RootTest : public support::ScreenTest {
 protected:

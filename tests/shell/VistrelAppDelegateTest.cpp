@@ -11,8 +11,6 @@
 #include "tests/support/HostTest.h"
 #include "web/WebBrowserViewController.h"
 
-#include <utility>
-
 namespace vistrel {
 namespace {
 

@@ -1,7 +1,6 @@
 #pragma once
 #include "tests/support/DeterministicHost.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace vistrel::support {
 

@@ -6,10 +6,6 @@
 #include "platform/uikit/UIScrollView.h"
 #include "tests/support/ui/ScreenTest.h"
 
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
-
 namespace vistrel {
 namespace {
 

@@ -5,12 +5,6 @@
 #include "platform/uikit/UIToolbar.h"
 #include "tests/support/ui/ScreenTest.h"
 
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::UnorderedElementsAre;
-
 namespace vistrel {
 namespace {
 

@@ -4,11 +4,6 @@
 #include "platform/uikit/UINavigationController.h"
 #include "tests/support/ui/ScreenTest.h"
 
-#include <algorithm>
-#include <gtest/gtest.h>
-#include <map>
-#include <sstream>
-
 namespace vistrel {
 namespace {
 
@@ -95,39 +90,24 @@ protected:
         std::string second;
         words >> verb >> first >> second;
         const bool animated = verb.ends_with('~');
-        const std::map<std::string, std::function<void()>> verbs{
-            {"push",
-             [&] {
-                 navigation_->pushViewController(screens_.at(first), animated);
-             }},
-            {"pop",
-             [&] {
-                 navigation_->popViewControllerAnimated(animated);
-             }},
-            {"root",
-             [&] {
-                 navigation_->popToRootViewControllerAnimated(animated);
-             }},
-            {"present",
-             [&] {
-                 named(first).presentModalViewController(screens_.at(second), animated);
-             }},
-            {"dismiss",
-             [&] {
-                 named(first).dismissModalViewControllerAnimated(animated);
-             }},
-            {"memory",
-             [&] {
-                 application().receiveMemoryWarning();
-             }},
-            {"escape",
-             [&] {
-                 press(UIKeyCode::Escape) ? (void)0 : log_.push_back("ignored");
-             }},
-            {"moment", [&] {
-                 advance(0.1);
-             }}};
-        verbs.at(animated ? verb.substr(0, verb.size() - 1) : verb)();
+        if (animated)
+            verb.pop_back();
+        if (verb == "push")
+            navigation_->pushViewController(screens_.at(first), animated);
+        else if (verb == "pop")
+            navigation_->popViewControllerAnimated(animated);
+        else if (verb == "root")
+            navigation_->popToRootViewControllerAnimated(animated);
+        else if (verb == "present")
+            named(first).presentModalViewController(screens_.at(second), animated);
+        else if (verb == "dismiss")
+            named(first).dismissModalViewControllerAnimated(animated);
+        else if (verb == "memory")
+            application().receiveMemoryWarning();
+        else if (verb == "moment")
+            advance(0.1);
+        else if (verb == "escape" && !press(UIKeyCode::Escape))
+            log_.push_back("ignored");
     }
     std::string seen() {
         std::string names;

@@ -5,11 +5,6 @@
 #include "platform/uikit/UITextField.h"
 #include "tests/support/ui/ScreenTest.h"
 
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 namespace vistrel {
 namespace {
 

@@ -3,10 +3,7 @@
 #include "platform/uikit/CAGradientLayer.h"
 #include "platform/uikit/ImageRenderer.h"
 #include "platform/uikit/UIView.h"
-
-#include <cmath>
-#include <functional>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {

@@ -1,8 +1,5 @@
 #include "tests/uikit/TableTest.h"
 
-#include <sstream>
-#include <utility>
-
 namespace vistrel {
 
 TableTest::TableTest()

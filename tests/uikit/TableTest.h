@@ -3,12 +3,6 @@
 #include "platform/uikit/UITableViewCell.h"
 #include "tests/support/ui/ScreenTest.h"
 
-#include <map>
-#include <optional>
-#include <set>
-#include <string>
-#include <vector>
-
 namespace vistrel {
 
 /// A cell that paints itself and counts how often.

@@ -5,11 +5,6 @@
 #include "platform/uikit/UITextView.h"
 #include "tests/support/ui/ScreenTest.h"
 
-#include <gmock/gmock.h>
-
-#include <functional>
-#include <map>
-
 namespace vistrel {
 namespace {
 
@@ -24,51 +19,35 @@ std::string picture(const UITextBuffer& buffer) {
     return text;
 }
 
-TEST(TextBuffer, EditsAndMovesOnlyBetweenCharacters) {
-    using Buffer = UITextBuffer;
+/// Presses a key by its name; any other text is typed.
+void press(UITextBuffer& buffer, const std::string& key) {
     using enum UITextBuffer::Extend;
-    const std::map<std::string, std::function<void(Buffer&)>> kKeys{
-        {"left",
-         [](Buffer& b) {
-             b.moveBackward(No);
-         }},
-        {"right",
-         [](Buffer& b) {
-             b.moveForward(No);
-         }},
-        {"shift-left",
-         [](Buffer& b) {
-             b.moveBackward(Yes);
-         }},
-        {"word-left",
-         [](Buffer& b) {
-             b.moveWordBackward(No);
-         }},
-        {"word-right",
-         [](Buffer& b) {
-             b.moveWordForward(No);
-         }},
-        {"home",
-         [](Buffer& b) {
-             b.moveTo(0, No);
-         }},
-        {"at-4",
-         [](Buffer& b) {
-             b.moveTo(4, No);
-         }},
-        {"at-99",
-         [](Buffer& b) {
-             b.moveTo(99, No);
-         }},
-        {"backspace", &Buffer::deleteBackward},
-        {"delete", &Buffer::deleteForward},
-    };
-    struct Case {
+    if (key == "left" || key == "shift-left")
+        buffer.moveBackward(key == "left" ? No : Yes);
+    else if (key == "right")
+        buffer.moveForward(No);
+    else if (key == "word-left")
+        buffer.moveWordBackward(No);
+    else if (key == "word-right")
+        buffer.moveWordForward(No);
+    else if (key == "home")
+        buffer.moveTo(0, No);
+    else if (key.starts_with("at-"))
+        buffer.moveTo(static_cast<std::size_t>(std::stoi(key.substr(3))), No);
+    else if (key == "backspace")
+        buffer.deleteBackward();
+    else if (key == "delete")
+        buffer.deleteForward();
+    else
+        buffer.insert(key);
+}
+
+TEST(TextBuffer, EditsAndMovesOnlyBetweenCharacters) {
+    const struct {
         std::string text;
-        std::vector<std::string> keys; ///< what is none is typed
+        std::vector<std::string> keys;
         std::string expected;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"", {"backspace", "delete", "left", "right"}, "|"},
         {"ab", {"left", "x"}, "ax|b"},
         {"Grüße", {"left", "left", "backspace"}, "Gr|ße"},
@@ -91,13 +70,11 @@ TEST(TextBuffer, EditsAndMovesOnlyBetweenCharacters) {
         {"日本", {"at-4"}, "日|本"},
         {"日本", {"at-99"}, "日本|"},
     };
-    for (const Case& test : cases) {
+    for (const auto& test : cases) {
         UITextBuffer buffer;
         buffer.setText(test.text);
-        for (const std::string& key : test.keys) {
-            const auto known = kKeys.find(key);
-            known == kKeys.end() ? buffer.insert(key) : known->second(buffer);
-        }
+        for (const std::string& key : test.keys)
+            press(buffer, key);
         EXPECT_EQ(picture(buffer), test.expected) << test.text;
     }
 }

@@ -2,17 +2,8 @@
 
 #include "tests/support/ui/ScreenTest.h"
 
-#include <gmock/gmock.h>
-
-#include <cmath>
-#include <string>
-#include <vector>
-
 namespace vistrel {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class UIAccessibilityTreeTest : public support::ScreenTest {
 protected:

@@ -8,17 +8,8 @@
 #include "platform/uikit/UIStatusBar.h"
 #include "tests/support/ui/ScreenTest.h"
 
-#include <gmock/gmock.h>
-
-#include <algorithm>
-#include <set>
-#include <string>
-#include <vector>
-
 namespace vistrel {
 namespace {
-
-using testing::ElementsAre;
 
 class UIApplicationTest : public support::ScreenTest {
 protected:

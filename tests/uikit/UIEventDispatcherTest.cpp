@@ -5,11 +5,6 @@
 #include "platform/uikit/UIViewController.h"
 #include "tests/support/ui/ScreenTest.h"
 
-#include <gmock/gmock.h>
-
-#include <string>
-#include <vector>
-
 namespace vistrel {
 namespace {
 
@@ -145,7 +140,7 @@ TEST_F(UIEventDispatcherTest, AnOwnerThatLeavesHearsThatItsTouchIsCancelled) {
     act("down 10,160");
     row->removeFromSuperview();
     act("up 10,160");
-    EXPECT_THAT(taken(), testing::StartsWith("row began 10,10, row cancelled"));
+    EXPECT_THAT(taken(), StartsWith("row began 10,10, row cancelled"));
     list->addSubview(row);
     act("down 10,160");
     row->removeFromSuperview();

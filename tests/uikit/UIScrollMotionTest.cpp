@@ -1,9 +1,6 @@
 #include "platform/uikit/UIScrollMotion.h"
 #include "platform/uikit/UIScrollIndicator.h"
-
-#include <cmath>
-#include <gtest/gtest.h>
-#include <vector>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {

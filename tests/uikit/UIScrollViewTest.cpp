@@ -3,8 +3,6 @@
 #include "platform/uikit/UIEventDispatcher.h"
 #include "tests/support/ui/ScreenTest.h"
 
-#include <sstream>
-
 namespace vistrel {
 namespace {
 

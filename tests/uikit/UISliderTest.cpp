@@ -5,9 +5,6 @@
 #include "platform/uikit/UIProgressView.h"
 #include "tests/support/ui/ScreenTest.h"
 
-#include <cmath>
-#include <limits>
-
 namespace vistrel {
 namespace {
 

@@ -1,12 +1,7 @@
 #include "tests/uikit/TableTest.h"
 
-#include <gmock/gmock.h>
-
 namespace vistrel {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class UITableViewEditingTest : public TableTest {
 protected:
@@ -63,8 +58,8 @@ TEST_F(UITableViewEditingTest, EditingShowsACircleOnEachRowThatCanBeDeleted) {
     act("show 0.5");
     EXPECT_TRUE(cell(0).isEditing());
     EXPECT_FALSE(cell(1).isEditing());
-    EXPECT_THAT(buttons(), testing::Contains("Delete 0"));
-    EXPECT_THAT(buttons(), testing::Not(testing::Contains("Delete 1")));
+    EXPECT_THAT(buttons(), Contains("Delete 0"));
+    EXPECT_THAT(buttons(), testing::Not(Contains("Delete 1")));
     EXPECT_EQ(find(UIAccessibilityRole::Button, "Delete 0")->frame(), CGRectMake(10, 7, 26, 26));
     expectSteps({{"tap 150,20", ""}}); // editing selects nothing
     scrollTo(300);

@@ -1,9 +1,6 @@
 #include "platform/uikit/UITableViewLayout.h"
 #include "platform/uikit/UITableViewCellLayout.h"
-
-#include <gtest/gtest.h>
-#include <optional>
-#include <vector>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {

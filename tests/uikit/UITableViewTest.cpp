@@ -1,12 +1,7 @@
 #include "tests/uikit/TableTest.h"
 
-#include <gmock/gmock.h>
-
 namespace vistrel {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class UITableViewTest : public TableTest {};
 

@@ -1,12 +1,9 @@
 #include "platform/uikit/UIView.h"
-
-#include <cmath>
-#include <gmock/gmock.h>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {
 
-using testing::ElementsAre;
 using View = std::shared_ptr<UIView>;
 
 View viewAt(double x, double y, double width, double height) {

@@ -4,14 +4,10 @@
 #include "platform/foundation/NSURLResponse.h"
 #include "tests/support/HostTest.h"
 
-#include <functional>
-#include <gmock/gmock.h>
-
 namespace vistrel {
 namespace {
 
 using support::ScriptedWebPage;
-using testing::ElementsAre;
 
 struct Delegate : UIWebViewDelegate {
     bool webViewShouldStartLoadWithRequest(UIWebView&, const NSURLRequest& request,

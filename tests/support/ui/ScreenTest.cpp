@@ -5,10 +5,6 @@
 #include "platform/uikit/UIAlertView.h"
 #include "platform/uikit/UIEventDispatcher.h"
 
-#include <functional>
-#include <map>
-#include <sstream>
-
 namespace vistrel::support {
 
 namespace {
@@ -171,65 +167,44 @@ void ScreenTest::drag(CGPoint from, CGPoint to, double seconds) {
 }
 
 void ScreenTest::act(const std::string& inputs) {
-    const std::map<std::string, std::function<void(std::istream&)>> verbs{
-        {"down",
-         [this](auto& words) {
-             touchDown(read<CGPoint>(words));
-         }},
-        {"move",
-         [this](auto& words) {
-             touchMove(read<CGPoint>(words));
-         }},
-        {"up",
-         [this](auto& words) {
-             touchUp(read<CGPoint>(words));
-         }},
-        {"tap",
-         [this](auto& words) {
-             tap(read<CGPoint>(words));
-         }},
-        {"second",
-         [](auto& words) {
-             events().sendMenuRequest(read<CGPoint>(words));
-         }},
-        {"drag",
-         [this](auto& words) {
-             const auto from = read<CGPoint>(words);
-             const auto to = read<CGPoint>(words);
-             drag(from, to, read<double>(words));
-         }},
-        {"button",
-         [this](auto& words) {
-             tapButton(restOf(words));
-         }},
-        {"type",
-         [this](auto& words) {
-             type(restOf(words));
-         }},
-        {"key",
-         [this](auto& words) {
-             pressKey(words, false);
-         }},
-        {"shift",
-         [this](auto& words) {
-             pressKey(words, true);
-         }},
-        {"wait",
-         [this](auto& words) {
-             advance(read<double>(words));
-         }},
-        {"show",
-         [this](auto& words) {
-             framesComposedIn(read<double>(words));
-         }},
-    };
     std::istringstream each(inputs);
     for (std::string input; std::getline(each >> std::ws, input, ';');) {
         std::istringstream words(input);
-        const auto verb = verbs.find(read<std::string>(words));
-        ASSERT_NE(verb, verbs.end()) << input;
-        verb->second(words);
+        perform(read<std::string>(words), words);
     }
+}
+
+void ScreenTest::perform(const std::string& verb, std::istream& words) {
+    if (verb == "down")
+        touchDown(read<CGPoint>(words));
+    else if (verb == "move")
+        touchMove(read<CGPoint>(words));
+    else if (verb == "up")
+        touchUp(read<CGPoint>(words));
+    else if (verb == "tap")
+        tap(read<CGPoint>(words));
+    else if (verb == "second")
+        events().sendMenuRequest(read<CGPoint>(words));
+    else if (verb == "drag")
+        dragAlong(words);
+    else if (verb == "button")
+        tapButton(restOf(words));
+    else if (verb == "type")
+        type(restOf(words));
+    else if (verb == "wait")
+        advance(read<double>(words));
+    else if (verb == "show")
+        framesComposedIn(read<double>(words));
+    else if (verb == "key" || verb == "shift")
+        pressKey(words, verb == "shift");
+    else
+        ADD_FAILURE() << "no input is called " << verb;
+}
+
+void ScreenTest::dragAlong(std::istream& words) {
+    const auto from = read<CGPoint>(words);
+    const auto to = read<CGPoint>(words);
+    drag(from, to, read<double>(words));
 }
 
 void ScreenTest::pressKey(std::istream& words, bool shift) {

@@ -9,11 +9,6 @@
 #include "tests/support/HostTest.h"
 #include "tests/support/ui/Pixels.h"
 
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
-
 namespace vistrel::support {
 
 /// Base for tests of what is on the screen: an application with a key window on the deterministic
@@ -92,12 +87,12 @@ protected:
     std::string alertTitle() const;
     std::string alertMessage() const;
     int alertCount() const;
-
-protected:
     /// Lays out the window's views, as a frame would.
     void layOut();
 
 private:
+    void perform(const std::string& verb, std::istream& words);
+    void dragAlong(std::istream& words);
     void pressKey(std::istream& words, bool shift);
 
     std::shared_ptr<UIWindow> window_;
