@@ -18,7 +18,6 @@ public:
 
     void startAnimating();
     void stopAnimating();
-    bool isAnimating() const { return animating_; }
 
     void didMoveToWindow() override;
     bool drawsContent() const override { return true; }

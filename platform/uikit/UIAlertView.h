@@ -35,7 +35,6 @@ public:
     const std::string& message() const { return message_; }
     /// Lays the buttons out in that many rows; 0: two side by side, more than two stacked.
     void setNumberOfRows(int rows) { rows_ = rows; }
-    int numberOfRows() const { return rows_; }
     /// Before show.
     void setAlertViewStyle(UIAlertViewStyle style);
     /// 0 is the text of PlainTextInput; 0 and 1 are the name and the password of

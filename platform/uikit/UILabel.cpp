@@ -64,11 +64,6 @@ void UILabel::setAdjustsFontSizeToFitWidth(bool adjusts) {
     setNeedsDisplay();
 }
 
-void UILabel::setMinimumFontSize(double size) {
-    minimumFontSize_ = size;
-    setNeedsDisplay();
-}
-
 void UILabel::setHighlightedTextColor(std::optional<UIColor> color) {
     highlightedTextColor_ = color;
     setNeedsDisplay();
@@ -107,8 +102,9 @@ void UILabel::drawRect(const CGRect& rect) {
 }
 
 void UILabel::drawOneLine(const CGRect& rect) {
+    constexpr double kMinimumSize = 8;
     const UIFont font =
-        adjustsFontSize_ ? fontThatFits(text_, font_, rect.size.width, minimumFontSize_) : font_;
+        adjustsFontSize_ ? fontThatFits(text_, font_, rect.size.width, kMinimumSize) : font_;
     const double y = std::floor(rect.minY() + (rect.size.height - font.lineHeight()) / 2);
     drawText({{rect.minX(), y}, {rect.size.width, std::ceil(font.lineHeight())}}, font,
              lineBreakMode_);

@@ -26,8 +26,8 @@ public:
     void setNumberOfLines(int lines);
     void setShadowColor(std::optional<UIColor> color);
     void setShadowOffset(CGSize offset);
+    /// A text that is too long is drawn smaller, down to 8 points.
     void setAdjustsFontSizeToFitWidth(bool adjusts);
-    void setMinimumFontSize(double size);
     /// Used instead of the text colour while highlighted.
     void setHighlightedTextColor(std::optional<UIColor> color);
     void setHighlighted(bool highlighted);
@@ -52,7 +52,6 @@ private:
     std::optional<UIColor> shadowColor_;
     CGSize shadowOffset_{0, -1};
     bool adjustsFontSize_ = false;
-    double minimumFontSize_ = 8;
     std::optional<UIColor> highlightedTextColor_;
     bool highlighted_ = false;
 };

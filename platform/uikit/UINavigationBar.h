@@ -19,7 +19,6 @@ public:
 
     const std::optional<UIColor>& tintColor() const { return tintColor_; }
     void setTintColor(std::optional<UIColor> color);
-    UIBarStyle barStyle() const { return barStyle_; }
     void setBarStyle(UIBarStyle style);
 
     /// The items are not owned by the bar when they belong to controllers; a shared_ptr without

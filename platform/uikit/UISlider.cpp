@@ -120,20 +120,12 @@ UISlider::UISlider(CGRect frame)
 UISlider::~UISlider() = default;
 
 void UISlider::setValue(float value) {
-    value_ =
-        std::isnan(value) ? minimum_ : std::clamp(value, minimum_, std::max(minimum_, maximum_));
+    value_ = std::isnan(value) ? 0 : std::clamp(value, 0.0F, maximum_);
     place();
 }
 
-void UISlider::setMinimumValue(float minimum) {
-    minimum_ = minimum;
-    maximum_ = std::max(maximum_, minimum);
-    setValue(value_);
-}
-
 void UISlider::setMaximumValue(float maximum) {
-    maximum_ = maximum;
-    minimum_ = std::min(minimum_, maximum);
+    maximum_ = std::max(maximum, 0.0F);
     setValue(value_);
 }
 
@@ -153,7 +145,7 @@ void UISlider::setMaximumTrackImage(std::shared_ptr<const UIImage> image) {
 }
 
 float UISlider::part() const {
-    return maximum_ > minimum_ ? (value_ - minimum_) / (maximum_ - minimum_) : 0;
+    return maximum_ > 0 ? value_ / maximum_ : 0;
 }
 
 CGRect UISlider::thumbRect() const {
@@ -207,7 +199,7 @@ void UISlider::dragTo(const UITouch& touch) {
         touch.locationInView(*this).x - grabOffset_ - thumb.width / 2 - bounds().minX();
     const double share = way > 0 ? std::clamp(left / way, 0.0, 1.0) : 0;
     const float before = value_;
-    setValue(minimum_ + static_cast<float>(share) * (maximum_ - minimum_));
+    setValue(static_cast<float>(share) * maximum_);
     if (value_ != before)
         sendActionsForControlEvents(UIControlEventValueChanged);
 }
@@ -243,7 +235,7 @@ bool UISlider::keyPressed(const UIKey& key) {
     const bool back = key.code == UIKeyCode::Left;
     if (!isEnabled() || (!back && key.code != UIKeyCode::Right))
         return false;
-    const float step = (maximum_ - minimum_) / kKeySteps;
+    const float step = maximum_ / kKeySteps;
     accessibilitySetValue(value_ + (back ? -step : step));
     return true;
 }
@@ -263,7 +255,7 @@ UIAccessibilityElement UISlider::accessibilityElement() const {
     element.role = UIAccessibilityRole::Slider;
     element.value = percent;
     element.enabled = isEnabled();
-    element.range = {minimum_, maximum_, value_};
+    element.range = {0, maximum_, value_};
     return element;
 }
 

@@ -14,11 +14,9 @@ public:
     ~UISlider() override;
 
     float value() const { return value_; }
-    /// Clamped; NaN counts as the minimum. Recomposes only when the thumb moves by a pixel. Sends
-    /// no event.
+    /// From 0 to the maximum; NaN counts as 0. Recomposes only when the thumb moves by a pixel.
+    /// Sends no event.
     void setValue(float value);
-    float minimumValue() const { return minimum_; }
-    void setMinimumValue(float minimum);
     float maximumValue() const { return maximum_; }
     void setMaximumValue(float maximum);
     /// Null: the default.
@@ -51,7 +49,6 @@ private:
     void place();
 
     float value_ = 0;
-    float minimum_ = 0;
     float maximum_ = 1;
     bool tracking_ = false;
     double grabOffset_ = 0;

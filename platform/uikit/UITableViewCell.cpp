@@ -64,20 +64,13 @@ void UITableViewCell::setAccessoryType(UITableViewCellAccessoryType type) {
     setNeedsLayout();
 }
 
-void UITableViewCell::setSelectionStyle(UITableViewCellSelectionStyle style) {
-    selectionStyle_ = style;
-    if (highlighted_)
-        controls_->showSelection(true, false);
-}
-
 void UITableViewCell::setHighlighted(bool highlighted, bool animated) {
     if (highlighted_ == highlighted)
         return;
     highlighted_ = highlighted;
     controls_->showSelection(highlighted, animated);
     if (textLabel_)
-        textLabel_->setHighlighted(highlighted &&
-                                   selectionStyle_ != UITableViewCellSelectionStyle::None);
+        textLabel_->setHighlighted(highlighted);
     setNeedsDisplay();
 }
 

@@ -12,7 +12,6 @@ class UITableViewCellOwner;
 
 enum class UITableViewCellStyle { Default = 0 };
 enum class UITableViewCellAccessoryType { None = 0, DisclosureIndicator = 1 };
-enum class UITableViewCellSelectionStyle { None = 0, Blue = 1, Gray = 2 };
 
 /// One row of a table. Label and picture are created on first use; a cell that draws itself has
 /// neither. A cell with a label has a white background unless given another colour, others have
@@ -28,8 +27,6 @@ public:
     UIImageView& imageView();
     UITableViewCellAccessoryType accessoryType() const { return accessoryType_; }
     void setAccessoryType(UITableViewCellAccessoryType type);
-    void setSelectionStyle(UITableViewCellSelectionStyle style);
-    UITableViewCellSelectionStyle selectionStyle() const { return selectionStyle_; }
 
     bool isHighlighted() const { return highlighted_; }
     /// Requests a redraw of the cell (setNeedsDisplay) when the flag changes. Animated: the
@@ -72,7 +69,6 @@ private:
 
     std::string reuseIdentifier_;
     UITableViewCellAccessoryType accessoryType_ = UITableViewCellAccessoryType::None;
-    UITableViewCellSelectionStyle selectionStyle_ = UITableViewCellSelectionStyle::Blue;
     bool highlighted_ = false;
     bool selected_ = false;
     bool editing_ = false;

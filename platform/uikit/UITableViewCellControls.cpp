@@ -34,16 +34,13 @@ void UITableViewCellControls::showSelection(bool shows, bool animated) {
         selection_->setFrame(cell_.bounds());
         cell_.insertSubviewAtIndex(selection_, 0);
     }
-    if (shows)
-        selection_->setStyle(cell_.selectionStyle());
-    const bool coloured = shows && cell_.selectionStyle() != UITableViewCellSelectionStyle::None;
     if (!animated) {
-        UIViewAnimation::withoutAnimation([&] { selection_->setAlpha(coloured ? 1 : 0); });
+        UIViewAnimation::withoutAnimation([&] { selection_->setAlpha(shows ? 1 : 0); });
         return;
     }
     UIViewAnimation::beginAnimations();
     UIViewAnimation::setAnimationDuration(kSelectionFade);
-    selection_->setAlpha(coloured ? 1 : 0);
+    selection_->setAlpha(shows ? 1 : 0);
     UIViewAnimation::commitAnimations();
 }
 

@@ -14,12 +14,6 @@ namespace {
 
 const UIFont kConfirmationFont = UIFont::boldSystemFontOfSize(14);
 
-CGGradient gradientFor(UITableViewCellSelectionStyle style) {
-    if (style == UITableViewCellSelectionStyle::Gray)
-        return {{{0.80F, 0.80F, 0.82F, 1}, {0.64F, 0.64F, 0.67F, 1}}, {}};
-    return {{{0.02F, 0.55F, 0.96F, 1}, {0.005F, 0.37F, 0.91F, 1}}, {}};
-}
-
 }
 
 UITableViewCellSelectionView::UITableViewCellSelectionView() {
@@ -27,15 +21,9 @@ UITableViewCellSelectionView::UITableViewCellSelectionView() {
     setAlpha(0);
 }
 
-void UITableViewCellSelectionView::setStyle(UITableViewCellSelectionStyle style) {
-    if (style_ == style)
-        return;
-    style_ = style;
-    setNeedsDisplay();
-}
-
 void UITableViewCellSelectionView::drawRect(const CGRect& rect) {
-    UIGraphicsGetCurrentContext()->drawLinearGradient(gradientFor(style_), rect.origin,
+    const CGGradient blue = {{{0.02F, 0.55F, 0.96F, 1}, {0.005F, 0.37F, 0.91F, 1}}, {}};
+    UIGraphicsGetCurrentContext()->drawLinearGradient(blue, rect.origin,
                                                       {rect.minX(), rect.maxY()});
 }
 

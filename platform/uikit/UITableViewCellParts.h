@@ -10,16 +10,12 @@
 
 namespace vistrel {
 
-/// The coloured background of a highlighted row.
+/// The blue background of a highlighted row.
 class UITableViewCellSelectionView : public UIView {
 public:
     UITableViewCellSelectionView();
-    void setStyle(UITableViewCellSelectionStyle style);
     bool drawsContent() const override { return true; }
     void drawRect(const CGRect& rect) override;
-
-private:
-    UITableViewCellSelectionStyle style_ = UITableViewCellSelectionStyle::Blue;
 };
 
 /// The grey arrow at the right end, white on a highlighted row.

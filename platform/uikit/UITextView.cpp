@@ -57,7 +57,7 @@ void UITextView::touchesEnded(const UITouch& touch) {
                         touch.windowLocation.y - touch.startWindowLocation.y};
     const bool isTap = std::hypot(moved.x, moved.y) < kTapSlop && !isDragging();
     UIScrollView::touchesEnded(touch);
-    if (!isTap || !editable_)
+    if (!isTap)
         return;
     UIApplication::sharedApplication().events().setFirstResponder(shared_from_this());
     const CGPoint point = touch.locationInView(*this);
@@ -66,7 +66,7 @@ void UITextView::touchesEnded(const UITouch& touch) {
 }
 
 bool UITextView::keyPressed(const UIKey& key) {
-    if (!editable_ || !focused_)
+    if (!focused_)
         return UIScrollView::keyPressed(key);
     const auto outcome = editor_.keyPressed(key);
     if (outcome == UITextEditor::Outcome::Ignored)
@@ -83,7 +83,7 @@ bool UITextView::keyPressed(const UIKey& key) {
 
 void UITextView::focusChanged(bool focused) {
     focused_ = focused;
-    editor_.caret()->setActive(focused && editable_ && window() != nullptr);
+    editor_.caret()->setActive(focused && window() != nullptr);
 }
 
 void UITextView::didMoveToWindow() {
@@ -100,7 +100,6 @@ UIAccessibilityElement UITextView::accessibilityElement() const {
     UIAccessibilityElement element = UIView::accessibilityElement();
     element.role = UIAccessibilityRole::Field;
     element.value = editor_.text();
-    element.enabled = editable_;
     return element;
 }
 

@@ -15,15 +15,13 @@ public:
     const std::string& text() const { return editor_.text(); }
     /// The caret goes to the start. The change handler is not called.
     void setText(const std::string& text);
-    void setEditable(bool editable) { editable_ = editable; }
-    bool isEditable() const { return editable_; }
     /// Called on every edit.
     void setTextChangeHandler(std::function<void()> handler) { textChanged_ = std::move(handler); }
     std::string selectedText() const { return editor_.buffer().selectedText(); }
 
     void touchesEnded(const UITouch& touch) override;
     bool keyPressed(const UIKey& key) override;
-    bool canBecomeFirstResponder() const override { return editable_; }
+    bool canBecomeFirstResponder() const override { return true; }
     void focusChanged(bool focused) override;
     void setFrame(const CGRect& frame) override;
     void didMoveToWindow() override;
@@ -40,7 +38,6 @@ private:
 
     UITextEditor editor_;
     std::function<void()> textChanged_;
-    bool editable_ = true;
     bool focused_ = false;
 };
 

@@ -24,12 +24,6 @@ void setAnimationDuration(double seconds) {
     }
 }
 
-void setAnimationDelay(double seconds) {
-    if (auto* block = engine().openBlock()) {
-        block->delay = seconds;
-    }
-}
-
 void setAnimationCurve(UIViewAnimationCurve curve) {
     if (auto* block = engine().openBlock()) {
         block->curve = curve;

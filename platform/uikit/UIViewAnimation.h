@@ -13,8 +13,7 @@ enum class UIViewAnimationTransition { None = 0, FlipFromLeft = 1, FlipFromRight
 namespace UIViewAnimation {
 
 void beginAnimations();
-void setAnimationDuration(double seconds); ///< default 0.2
-void setAnimationDelay(double seconds);
+void setAnimationDuration(double seconds);          ///< default 0.2
 void setAnimationCurve(UIViewAnimationCurve curve); ///< default EaseInOut
 /// The view flips from its old to its new content; None: no effect. The old content is a picture
 /// taken now, the new one when it first turns into view, whatever `cache` is.

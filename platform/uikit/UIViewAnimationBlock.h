@@ -8,12 +8,11 @@ namespace vistrel {
 /// One animation block: its settings and progress.
 struct UIViewAnimationBlock {
     double duration = 0.2;
-    double delay = 0;
     UIViewAnimationCurve curve = UIViewAnimationCurve::EaseInOut;
     std::function<void(bool)> didStop;
 
     bool committed = false;
-    double start = 0; ///< monotonic; of the movement, after the delay
+    double start = 0; ///< monotonic; of the movement
     int parts = 0;    ///< properties and transitions that still move
     bool wasCut = false;
 

@@ -85,7 +85,7 @@ void UIViewAnimationEngine::commit() {
     const auto block = open_.back();
     open_.pop_back();
     block->committed = true;
-    block->start = NSRunLoop::now() + block->delay;
+    block->start = NSRunLoop::now();
     running_.push_back(block);
     if (block->parts == 0) {
         endSoon(block);

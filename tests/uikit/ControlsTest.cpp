@@ -137,7 +137,6 @@ TEST_F(Controls, ALongTextIsCutShrunkOrBroken) {
     ASSERT_GT(label.sizeThatFits({}).width, 300);
     EXPECT_TRUE(anyPixel(label, CGRectMake(0, 7, 150, 4), isPainted)) << "cut, at full size";
     label.setAdjustsFontSizeToFitWidth(true);
-    label.setMinimumFontSize(6);
     EXPECT_FALSE(anyPixel(label, CGRectMake(0, 7, 150, 4), isPainted)) << "shrunk";
     label.setText("one two three four five six seven eight nine ten");
     const double line = label.sizeThatFits({}).height;

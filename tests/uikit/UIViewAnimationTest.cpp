@@ -3,22 +3,12 @@
 #include "platform/uikit/FlipDrawing.h"
 #include "tests/support/ui/ScreenTest.h"
 
-#include <gmock/gmock.h>
-
-#include <cmath>
-#include <functional>
-#include <string>
-#include <vector>
-
 namespace vistrel {
 namespace {
-
-using testing::ElementsAre;
 
 struct Timing {
     double duration = 1;
     UIViewAnimationCurve curve = UIViewAnimationCurve::Linear;
-    double delay = 0;
 };
 
 class UIViewAnimationTest : public support::ScreenTest {
@@ -28,7 +18,6 @@ protected:
         UIViewAnimation::beginAnimations();
         UIViewAnimation::setAnimationDuration(timing.duration);
         UIViewAnimation::setAnimationCurve(timing.curve);
-        UIViewAnimation::setAnimationDelay(timing.delay);
         UIViewAnimation::setAnimationDidStop([this, name](bool finished) {
             ends.push_back(name + (finished ? "" : " cut"));
             if (const auto then = onEnd)
@@ -90,17 +79,6 @@ TEST_F(UIViewAnimationTest, CurvesRunAsTheirNamesSay) {
             EXPECT_NEAR(shownAlpha(), expected, 5e-4) << static_cast<int>(curve);
         }
     }
-}
-
-TEST_F(UIViewAnimationTest, ADelayHoldsTheOldValue) {
-    animate("late", {1, UIViewAnimationCurve::Linear, 0.5}, [&] { view->setAlpha(0); });
-    advance(0.4);
-    EXPECT_EQ(shownAlpha(), 1);
-    advance(0.6);
-    EXPECT_NEAR(shownAlpha(), 0.5, 1e-6);
-    EXPECT_TRUE(ends.empty());
-    advance(0.5);
-    EXPECT_THAT(ends, ElementsAre("late"));
 }
 
 TEST_F(UIViewAnimationTest, ANewAnimationStartsFromWhatIsShownAndOthersGoOn) {
