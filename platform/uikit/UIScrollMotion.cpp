@@ -58,7 +58,7 @@ void UIScrollMotion::rest(double offset) {
 
 double UIScrollMotion::shownForRaw(double raw) const {
     const double inside = clamped(raw);
-    if (!range_.bounces || raw == inside)
+    if (raw == inside)
         return inside;
     const double beyond = rubber(std::abs(raw - inside), range_.viewLength);
     return raw < inside ? inside - beyond : inside + beyond;
@@ -149,10 +149,6 @@ void UIScrollMotion::coast(double velocity, double time) {
 }
 
 void UIScrollMotion::returnToEdge(double edge, double velocity, double time) {
-    if (!range_.bounces) {
-        rest(edge);
-        return;
-    }
     phase_ = Phase::Returning;
     startTime_ = time;
     startOffset_ = offset_;

@@ -20,7 +20,6 @@ public:
         double minimum = 0;
         double maximum = 0;
         double viewLength = 1; ///< how much is visible; the rubber band's scale
-        bool bounces = true;
     };
 
     const Range& range() const { return range_; }

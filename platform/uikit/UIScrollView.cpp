@@ -75,8 +75,8 @@ CGPoint UIScrollView::maximumOffset() const {
 void UIScrollView::updateRange() {
     const CGPoint least = minimumOffset();
     const CGPoint most = maximumOffset();
-    horizontal_.setRange({least.x, most.x, bounds().size.width, true});
-    vertical_.setRange({least.y, most.y, bounds().size.height, true});
+    horizontal_.setRange({least.x, most.x, bounds().size.width});
+    vertical_.setRange({least.y, most.y, bounds().size.height});
     showMotionOffset();
 }
 

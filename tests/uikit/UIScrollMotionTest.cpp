@@ -7,9 +7,9 @@ namespace {
 
 using Phase = UIScrollMotion::Phase;
 
-UIScrollMotion aList(double offset = 0, bool bounces = true) {
+UIScrollMotion aList(double offset = 0) {
     UIScrollMotion motion;
-    motion.setRange({0, 1000, 400, bounces});
+    motion.setRange({0, 1000, 400});
     motion.setOffset(offset);
     return motion;
 }
@@ -55,15 +55,6 @@ TEST(UIScrollMotionTest, ADragFromOutsideTheRangeDoesNotJump) {
     EXPECT_NEAR(motion.offset(), pulled, 0.01);
     motion.dragTo(100 - 300, 0.7);
     EXPECT_NEAR(motion.offset(), 0, 0.01) << "the same way back";
-}
-
-TEST(UIScrollMotionTest, WithoutBouncingTheEdgeIsAWall) {
-    auto motion = aList(0, false);
-    settle(motion, drag(motion, 200, 0.1));
-    EXPECT_EQ(motion.offset(), 0);
-    motion = aList(900, false);
-    settle(motion, drag(motion, -200, 0.1));
-    EXPECT_EQ(motion.offset(), 1000);
 }
 
 TEST(UIScrollMotionTest, AReleaseCoastsBouncesAndRests) {
@@ -144,28 +135,6 @@ TEST(UIScrollMotionTest, ABouncePassesTheEdgeOnceAndDoesNotOscillate) {
         last = motion.offset();
     }
     EXPECT_LT(now, 1.5) << "it settles within a moment";
-}
-
-TEST(UIScrollMotionTest, WheelStepsAddUpWithinTheRange) {
-    auto motion = aList(100);
-    EXPECT_TRUE(motion.wheel(50, 0));
-    EXPECT_TRUE(motion.wheel(50, 0.02));
-    settle(motion, 0.02);
-    EXPECT_EQ(motion.offset(), 200);
-    EXPECT_TRUE(motion.wheel(3, 1)) << "a touchpad's step";
-    EXPECT_EQ(motion.offset(), 203) << "moves at once";
-    EXPECT_TRUE(motion.wheel(5000, 2));
-    settle(motion, 2);
-    EXPECT_EQ(motion.offset(), 1000);
-    EXPECT_FALSE(motion.wheel(50, 3)) << "so that an outer list may have it";
-}
-
-TEST(UIScrollMotionTest, ShorterContentPullsTheOffsetIntoTheRange) {
-    auto motion = aList(900);
-    motion.setRange({0, 300, 400, true});
-    EXPECT_EQ(motion.offset(), 300);
-    motion.setRange({0, -50, 400, true});
-    EXPECT_EQ(motion.offset(), 0) << "content shorter than the view";
 }
 
 TEST(UIScrollIndicatorTest, TheBarShowsTheVisiblePart) {

@@ -71,10 +71,17 @@ TEST_F(UIScrollViewTest, ShortContentMovesOnlyWhereItAlwaysBounces) {
 }
 
 TEST_F(UIScrollViewTest, AWheelScrollsWithinTheRange) {
-    wheel(60);
+    wheel(50);
+    advance(0.02);
+    wheel(50);
     advance(1);
-    EXPECT_EQ(y(), 60);
-    wheel(-500);
+    EXPECT_EQ(y(), 100) << "steps add up";
+    wheel(3);
+    EXPECT_EQ(y(), 103) << "a touchpad's step moves at once";
+    wheel(5000);
+    advance(1);
+    EXPECT_EQ(y(), 1600);
+    wheel(-5000);
     advance(1);
     EXPECT_EQ(y(), 0);
     EXPECT_FALSE(view->scrollBy(0, -10, loop().now()));
@@ -82,19 +89,15 @@ TEST_F(UIScrollViewTest, AWheelScrollsWithinTheRange) {
 }
 
 TEST_F(UIScrollViewTest, ScrollsNoFurtherThanARectangleNeeds) {
-    const struct {
-        double offset;
-        CGRect rect;
-        double expected;
-    } cases[] = {
+    const std::tuple<double, CGRect, double> cases[] = {
         {100, CGRectMake(0, 150, 10, 40), 100},  {100, CGRectMake(0, 60, 10, 40), 60},
         {100, CGRectMake(0, 480, 10, 40), 120},  {0, CGRectMake(0, 1990, 10, 500), 1600},
         {100, CGRectMake(0, 300, 10, 900), 300},
     };
-    for (const auto& each : cases) {
-        view->setContentOffset({0, each.offset});
-        view->scrollRectToVisible(each.rect, false);
-        EXPECT_EQ(y(), each.expected);
+    for (const auto& [offset, rect, expected] : cases) {
+        view->setContentOffset({0, offset});
+        view->scrollRectToVisible(rect, false);
+        EXPECT_EQ(y(), expected);
     }
     view->setContentOffset({0, 0});
     view->scrollRectToVisible(CGRectMake(0, 900, 10, 40), true);
