@@ -30,34 +30,32 @@ protected:
         const auto opened = desktop().openedURLs().size();
         const int vibrations = desktop().vibrations();
         network().forgetRequests();
-        std::vector<std::string> outcome;
+        std::string outcome;
+        const auto add = [&](const std::string& one) {
+            outcome += (outcome.empty() ? "" : ", ") + one;
+        };
         if (go(url, type))
-            outcome.emplace_back("loads");
+            add("loads");
         advance(2);
         if (navigation().modalViewController())
-            outcome.push_back("presents " + page().calls().front());
+            add("presents " + page().calls().front());
         for (auto at = opened; at < desktop().openedURLs().size(); ++at)
-            outcome.push_back("opens " + desktop().openedURLs()[at]);
+            add("opens " + desktop().openedURLs()[at]);
         for (const auto& request : network().requestedURLs())
-            outcome.push_back("pings " + request);
+            add("pings " + request);
         for (auto at = calls; at < ad.calls().size(); ++at)
-            outcome.push_back("tells " + ad.calls()[at]);
+            add("tells " + ad.calls()[at]);
         if (desktop().vibrations() != vibrations)
-            outcome.emplace_back("vibrates");
-        return testing::PrintToString(outcome);
+            add("vibrates");
+        return outcome;
     }
 };
-
-std::string all(const std::vector<std::string>& outcome) {
-    return testing::PrintToString(outcome);
-}
 
 struct Row {
     const char* name;
     const char* url;
-    std::vector<std::string> touched;
-    /// The outcome without a touch when the host requires one.
-    std::vector<std::string> refused;
+    std::string touched;
+    std::string refused; ///< the outcome without a touch when the host requires one
     bool isRefused = refused != touched;
 };
 
@@ -67,34 +65,34 @@ TEST_P(CommandTest, NeedsATouchOnlyToLeadOutOfTheAd) {
     const Row& row = GetParam();
     constexpr auto type = host::WebNavigationType::Other;
     showAd();
-    EXPECT_EQ(outcomeOf(row.url, type), all(row.touched)) << "no policy, no touch";
+    EXPECT_EQ(outcomeOf(row.url, type), row.touched) << "no policy, no touch";
     logLines().clear();
     GADSafetyPolicy::setShared(GADSafetyPolicy{});
-    EXPECT_EQ(outcomeOf(row.url, type), all(row.refused)) << "policy, no touch";
+    EXPECT_EQ(outcomeOf(row.url, type), row.refused) << "policy, no touch";
     EXPECT_EQ(logLines().size(), row.isRefused ? 1U : 0U) << testing::PrintToString(logLines());
     touchAd();
-    EXPECT_EQ(outcomeOf(row.url, type), all(row.touched)) << "policy, touched";
+    EXPECT_EQ(outcomeOf(row.url, type), row.touched) << "policy, touched";
     advance(10);
-    EXPECT_EQ(outcomeOf(row.url, type), all(row.refused)) << "policy, touched long ago";
+    EXPECT_EQ(outcomeOf(row.url, type), row.refused) << "policy, touched long ago";
 }
 
-const std::vector<std::string> kPing{"pings http://track.example/1"};
-const std::vector<std::string> kOpenable{
-    "tells evaluate AFMA_ReceiveMessage('openableURLs', {\"tel:1\":true,\"odd:2\":false});"};
+constexpr const char* kPing = "pings http://track.example/1";
+constexpr const char* kOpenable =
+    "tells evaluate AFMA_ReceiveMessage('openableURLs', {\"tel:1\":true,\"odd:2\":false});";
 
 const Row kCommands[] = {
     {"Track", "gmsg://ads/httpTrack?u=http://track.example/1", kPing, kPing},
     {"Click", "gmsg://ads/click?u=http://track.example/1", kPing, kPing},
-    {"Vibrate", "gmsg://ads/vibrate", {"vibrates"}, {}},
-    {"Call", "gmsg://ads/open?a=call&u=tel:123", {"opens tel:123"}, {}},
-    {"Telephone", "tel:123", {"opens tel:123"}, {}},
-    {"File", "file:///etc/passwd", {}, {}},
+    {"Vibrate", "gmsg://ads/vibrate", "vibrates", ""},
+    {"Call", "gmsg://ads/open?a=call&u=tel:123", "opens tel:123", ""},
+    {"Telephone", "tel:123", "opens tel:123", ""},
+    {"File", "file:///etc/passwd", "", ""},
     {"CanOpen", "gmsg://ads/canOpenURLs?urls=tel:1,odd:2", kOpenable, kOpenable},
-    {"EvaluateWithoutOpener", "gmsg://ads/evalInOpener?js=1", {}, {}},
-    {"CloseInABanner", "gmsg://ads/close", {}, {}},
-    {"Touch", "gmsg://ads/touch?tx=1&ty=2&td=0", {}, {}},
-    {"UnknownName", "gmsg://ads/selfdestruct", {}, {}, true},
-    {"UnknownHost", "grokruf://selfdestruct", {}, {}, true},
+    {"EvaluateWithoutOpener", "gmsg://ads/evalInOpener?js=1", "", ""},
+    {"CloseInABanner", "gmsg://ads/close", "", ""},
+    {"Touch", "gmsg://ads/touch?tx=1&ty=2&td=0", "", ""},
+    {"UnknownName", "gmsg://ads/selfdestruct", "", "", true},
+    {"UnknownHost", "grokruf://selfdestruct", "", "", true},
 };
 
 INSTANTIATE_TEST_SUITE_P(Bridge, CommandTest, testing::ValuesIn(kCommands),
@@ -106,7 +104,7 @@ struct Navigation {
     bool touched;
     host::WebNavigationType type;
     const char* header; ///< "X-Afma-Click-Tracking-Urls" of the ad
-    std::vector<std::string> outcome;
+    std::string outcome;
     const char* url = "http://shop.example/a";
 };
 
@@ -121,7 +119,7 @@ TEST_P(ClickTest, NeedsATouchAndTimeToSeeTheAd) {
     advance(row.secondsAfterShowing);
     if (row.touched)
         touchAd();
-    EXPECT_EQ(outcomeOf(row.url, row.type), all(row.outcome));
+    EXPECT_EQ(outcomeOf(row.url, row.type), row.outcome);
     EXPECT_EQ(takeEvents(),
               navigation().modalViewController() ? "received, will present" : "received");
 }
@@ -129,21 +127,17 @@ TEST_P(ClickTest, NeedsATouchAndTimeToSeeTheAd) {
 using Type = host::WebNavigationType;
 constexpr auto kLink = Type::LinkClicked;
 const std::string kPresents = "presents load http://shop.example/a";
+const std::string kPings = kPresents + ", pings http://click.example/1";
 
 const Navigation kNavigations[] = {
-    {"Browser", 0.2, true, kLink, "", {kPresents}},
-    {"ByAScript", 0.2, true, Type::Other, "", {kPresents}},
-    {"WebAppWithPings",
-     0.2,
-     true,
-     kLink,
-     "http://click.example/1",
-     {kPresents, "pings http://click.example/1"}},
-    {"Launch", 0.2, true, kLink, "", {kPresents}, "grokruf://launch?url=http://shop.example/a"},
-    {"TooSoon", 0.1, true, kLink, "", {"loads"}},
-    {"Untouched", 0.2, false, kLink, "", {"loads"}},
-    {"Back", 0.2, true, Type::BackForward, "", {"loads"}},
-    {"Reload", 0.2, true, Type::Reload, "", {"loads"}},
+    {"Browser", 0.2, true, kLink, "", kPresents},
+    {"ByAScript", 0.2, true, Type::Other, "", kPresents},
+    {"WebAppWithPings", 0.2, true, kLink, "http://click.example/1", kPings},
+    {"Launch", 0.2, true, kLink, "", kPresents, "grokruf://launch?url=http://shop.example/a"},
+    {"TooSoon", 0.1, true, kLink, "", "loads"},
+    {"Untouched", 0.2, false, kLink, "", "loads"},
+    {"Back", 0.2, true, Type::BackForward, "", "loads"},
+    {"Reload", 0.2, true, Type::Reload, "", "loads"},
 };
 
 INSTANTIATE_TEST_SUITE_P(Bridge, ClickTest, testing::ValuesIn(kNavigations),

@@ -94,7 +94,7 @@ TEST_F(GADCachedFileTest, FetchesAFileWithItsStatusAndHeaders) {
     advance(10);
     EXPECT_THAT(delegate_->events, ElementsAre("end"));
     EXPECT_EQ(file().content(), "var a = 1;");
-    EXPECT_THAT(file().httpHeaders(), ::Contains(::testing::Pair("X-Afma-Refresh-Rate", "30")));
+    EXPECT_THAT(file().httpHeaders(), Contains(::testing::Pair("X-Afma-Refresh-Rate", "30")));
     EXPECT_EQ(file().httpDestinationURL().absoluteString(), kAddress);
     EXPECT_EQ(network().requests().size(), 1U);
     EXPECT_TRUE(network().requests().front().ignoresCache);
@@ -231,7 +231,7 @@ TEST_F(GADCachedFileTest, AFetchThatFailsReportsItsErrorAndKeepsTheOldCopy) {
     }
     file().invalidate();
     files().makeReadOnly("/var");
-    EXPECT_THAT(fetched(), ElementsAre(::StartsWith("fail NSPOSIXErrorDomain ")));
+    EXPECT_THAT(fetched(), ElementsAre(StartsWith("fail NSPOSIXErrorDomain ")));
     EXPECT_FALSE(file().hasContent());
 }
 
@@ -244,7 +244,7 @@ TEST_F(GADCachedFileTest, ARedirectIsFollowedUnlessTheDelegateVetoesIt) {
     EXPECT_THAT(fetched(), ElementsAre("redirect http://cdn.example/a", "fail veto 7"));
     EXPECT_THAT(network().requestedURLs(), ElementsAre(kAddress));
     EXPECT_EQ(file().httpDestinationURL().absoluteString(), "http://cdn.example/a");
-    EXPECT_THAT(file().httpHeaders(), ::Contains(::testing::Pair("X-Mark", "redirect")));
+    EXPECT_THAT(file().httpHeaders(), Contains(::testing::Pair("X-Mark", "redirect")));
     EXPECT_EQ(file().content(), "old copy");
     delegate_->veto.reset();
     EXPECT_THAT(fetched(), ElementsAre("redirect http://cdn.example/a", "end"));

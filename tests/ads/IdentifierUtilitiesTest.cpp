@@ -33,29 +33,10 @@ TEST_F(GADIdentifierUtilitiesTest, UnknownValuesAreLeftOut) {
     EXPECT_EQ(parameter("app_name"), "iphone.org.vistrel.Vistrel");
 }
 
-TEST_F(GADIdentifierUtilitiesTest, ATabletThatRunsAPhoneApplicationIsReported) {
-    using Idiom = GADInterfaceIdiom;
-    const std::tuple<std::string, std::optional<Idiom>, std::string> cases[] = {
-        {"iPad", Idiom::Phone, "1"},
-        {"iPad", std::nullopt, "1"},
-        {"iPad", Idiom::Pad, "none"},
-        {"iPhone", Idiom::Phone, "none"},
-    };
-    for (const auto& [model, idiom, expected] : cases) {
-        restartLibrary();
-        phone().modelName = model;
-        phone().idiom = idiom;
-        EXPECT_EQ(parameter("ios_ipadc"), expected) << model;
-    }
-}
-
-TEST_F(GADIdentifierUtilitiesTest, ReportsTheDeviceAsItIsNow) {
+TEST_F(GADIdentifierUtilitiesTest, ReportsTheDevice) {
     using Orientation = GADInterfaceOrientation;
-    const struct {
-        std::function<void(ScriptedDevice&)> change;
-        const char* key;
-        const char* expected;
-    } cases[] = {
+    using Idiom = GADInterfaceIdiom;
+    const std::tuple<std::function<void(ScriptedDevice&)>, const char*, const char*> cases[] = {
         {[](auto& phone) { phone.route = std::nullopt; }, "u_audio", "1"},
         {[](auto& phone) { phone.route = ""; }, "u_audio", "3"},
         {[](auto& phone) { phone.route = "Headphone"; }, "u_audio", "2"},
@@ -73,15 +54,18 @@ TEST_F(GADIdentifierUtilitiesTest, ReportsTheDeviceAsItIsNow) {
         {[](auto& phone) { phone.scale = 1.5F; }, "u_sd", "1.5"},
         {[](auto& phone) { phone.openableURLs = {"kindle://home"}; }, "cap_bs", "2"},
         {[](auto& phone) { phone.openableURLs = {"itms-books://"}; }, "cap_bs", "1"},
+        {[](auto& phone) { phone.openableURLs.emplace_back("kindle://home"); }, "cap_bs", "3"},
+        {[](auto&) {}, "ios_ipadc", "none"},
+        {[](auto& phone) { phone.modelName = "iPad"; }, "ios_ipadc", "1"},
+        {[](auto& phone) { phone.idiom = std::nullopt; }, "ios_ipadc", "1"},
+        {[](auto& phone) { phone.idiom = Idiom::Pad; }, "ios_ipadc", "none"},
     };
     phone().frames = {768.5F, 1004, 20, true};
-    for (const auto& row : cases) {
-        row.change(phone());
-        EXPECT_EQ(parameter(row.key), row.expected) << row.key;
+    for (const auto& [change, key, expected] : cases) {
+        restartLibrary();
+        change(phone());
+        EXPECT_EQ(parameter(key), expected) << key;
     }
-    phone().openableURLs.emplace_back("kindle://home");
-    const auto parameters = identifiers().parameters();
-    EXPECT_EQ(*parameters.find("cap_bs"), Value(3));
     const std::vector<std::string> urls{"itms-books://", "tel:1"};
     EXPECT_EQ(identifiers().canOpenURLs(urls),
               (Value::Dictionary{{"itms-books://", true}, {"tel:1", false}}));
@@ -93,13 +77,15 @@ TEST_F(GADIdentifierUtilitiesTest, KeepsConstantValuesAndRereadsTheOthers) {
     phone().machineName = "iPad1,1";
     phone().languageNames = {"fr"};
     phone().version = "5.0";
+    phone().route = "";
     EXPECT_EQ(parameter("isu"), "74E669AF443471BF2DAEDD62649A764B");
     EXPECT_EQ(parameter("submodel"), "iPhone3,1");
     EXPECT_EQ(parameter("hl"), "en-gb");
+    EXPECT_EQ(parameter("u_audio"), "3");
     EXPECT_EQ(identifiers().osVersion(), "5.0");
 }
 
-TEST_F(GADIdentifierUtilitiesTest, SplitsTheSystemVersion) {
+TEST_F(GADIdentifierUtilitiesTest, SplitsAndComparesTheSystemVersion) {
     const std::tuple<std::string, int, int, int> cases[] = {
         {"4.3.5", 4, 3, 5}, {"12.5", 12, 5, 0}, {"3", 3, 0, 0},
         {"", 0, 0, 0},      {"5.b.2", 5, 0, 2}, {"4.3.5.6", 4, 3, 5},
@@ -113,17 +99,14 @@ TEST_F(GADIdentifierUtilitiesTest, SplitsTheSystemVersion) {
         GADIdentifierUtilities::getOSMajorMinorBugFix(nullptr, &minor, nullptr);
         EXPECT_EQ(std::tie(major, minor, bugFix), std::tie(wantedMajor, wantedMinor, wantedBugFix))
             << version;
+        const auto isAtLeast = GADIdentifierUtilities::isOSAtLeastMajorMinorBug;
+        EXPECT_TRUE(isAtLeast(major, minor, bugFix));
+        EXPECT_TRUE(isAtLeast(major, minor - 1, 9));
+        EXPECT_TRUE(isAtLeast(major - 1, 9, 9));
+        EXPECT_FALSE(isAtLeast(major, minor, bugFix + 1));
+        EXPECT_FALSE(isAtLeast(major, minor + 1, 0));
+        EXPECT_FALSE(isAtLeast(major + 1, 0, 0));
     }
-}
-
-TEST_F(GADIdentifierUtilitiesTest, ComparesVersionsComponentByComponent) {
-    phone().version = "4.3.5";
-    const std::array<int, 3> reached[] = {{4, 3, 5}, {4, 2, 9}, {3, 9, 9}};
-    for (const auto& [major, minor, bug] : reached)
-        EXPECT_TRUE(GADIdentifierUtilities::isOSAtLeastMajorMinorBug(major, minor, bug)) << minor;
-    const std::array<int, 3> missed[] = {{4, 3, 6}, {5, 0, 0}, {4, 4, 0}};
-    for (const auto& [major, minor, bug] : missed)
-        EXPECT_FALSE(GADIdentifierUtilities::isOSAtLeastMajorMinorBug(major, minor, bug)) << minor;
 }
 
 TEST_F(GADIdentifierUtilitiesTest, TheHostEnvironmentReportsTheHostsValues) {

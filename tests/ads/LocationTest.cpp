@@ -63,11 +63,7 @@ protected:
 TEST_F(GADLocationTest, OnlyPreciseCoordinatesOrATextMakeALocation) {
     const float tiny = std::numeric_limits<float>::epsilon();
     const float nan = std::numeric_limits<float>::quiet_NaN();
-    const struct {
-        float latitude;
-        float longitude;
-        bool precise;
-    } cases[] = {
+    const std::tuple<float, float, bool> cases[] = {
         {51.5F, -0.12F, true}, {90, 180, true},  {-90, -180, true}, {90.001F, 10, false},
         {10, 180.01F, false},  {0, 10, false},   {10, 0, false},    {tiny, 10, false},
         {2 * tiny, 10, true},  {-91, 10, false}, {nan, 10, false},  {10, nan, false},
@@ -102,7 +98,7 @@ TEST_F(GADLocationTest, ADescriptionIsSentAsText) {
     location->setTimestamp(1300000000.25);
     const std::string text = *location->oolongRepresentation();
     ASSERT_TRUE(text.starts_with("a+"));
-    EXPECT_THAT(text, ::testing::Not(::HasSubstr("=")));
+    EXPECT_THAT(text, ::testing::Not(HasSubstr("=")));
     EXPECT_EQ(decoded(text.substr(2)),
               "role: 6 producer: 24 historical_role: 1 historical_producer: 12 "
               "timestamp: 1300000000250000 loc: \"the 'Old' Town\"");
@@ -145,7 +141,7 @@ TEST_F(GADLocationTest, NumbersOutOfRangeAreClamped) {
     location->setTimestamp(1e12);
     const auto [vector, text] = sent(*location);
     EXPECT_THAT(vectorNumbers(vector), ::testing::Each(2147483647));
-    EXPECT_THAT(text, ::HasSubstr("longitude_e7: 1800000000> radius: 2147483647"));
+    EXPECT_THAT(text, HasSubstr("longitude_e7: 1800000000> radius: 2147483647"));
 }
 
 /// The cipher text was made with openssl enc -aes-128-cbc -nopad -K 000102...0f -iv

@@ -49,10 +49,7 @@ TEST(GADNetworkUtilities, AppendsEntriesInTheirOrder) {
 }
 
 TEST(GADNetworkUtilities, FindsTheFirstValueOfExactlyThisKey) {
-    const struct {
-        std::string_view query;
-        std::optional<std::string> value;
-    } cases[] = {
+    const std::tuple<std::string_view, std::optional<std::string>> cases[] = {
         {"ai=5", "5"},          {"AI=5", std::nullopt},
         {"x=1&ai=2&ai=3", "2"}, {"ai&ai=3", "3"},
         {"ai", std::nullopt},   {"ai=", ""},
@@ -67,10 +64,7 @@ TEST(GADNetworkUtilities, FindsTheFirstValueOfExactlyThisKey) {
 }
 
 TEST(GADNetworkUtilities, ReadsAQueryIntoEntries) {
-    const struct {
-        std::string_view query;
-        Entries entries;
-    } cases[] = {
+    const std::tuple<std::string_view, Entries> cases[] = {
         {"A=1;b=2&&c", {{"a", "1"}, {"b", "2"}}},
         {"", {}},
         {"&;&", {}},
@@ -165,7 +159,7 @@ TEST(GADTextualDescription, ExcessiveNestingIsCut) {
         outer.push_back(std::move(value));
         value = Value(std::move(outer));
     }
-    EXPECT_THAT(gadTextualDescription(value), ::HasSubstr("..."));
+    EXPECT_THAT(gadTextualDescription(value), HasSubstr("..."));
 }
 
 }

@@ -101,13 +101,13 @@ TEST_F(GADRequestTest, KeywordsAreSharedAndEmptyOnesIgnored) {
     keywords->push_back("later");
     EXPECT_EQ(sent(*request, "kw"), "[\"later\"]");
     request->addKeyword("own");
-    EXPECT_THAT(*keywords, ::ElementsAre("later", "own"));
+    EXPECT_THAT(*keywords, ElementsAre("later", "own"));
 }
 
 TEST_F(GADRequestTest, ImpreciseCoordinatesClearTheLocation) {
     const auto request = aRequest();
     request->setLocationWithLatitudeLongitudeAccuracy(51.5F, -0.25F, 10);
-    EXPECT_THAT(sent(*request, "uule"), ::StartsWith("\"e1+"));
+    EXPECT_THAT(sent(*request, "uule"), StartsWith("\"e1+"));
     deterministicHost().settings["ads/location-key"] = "broken";
     EXPECT_EQ(sent(*request, "uule"), "none");
     EXPECT_EQ(sent(*request, "preqs"), "0") << "nothing else is dropped";
@@ -134,12 +134,7 @@ struct TimeZone {
 };
 
 TEST_F(GADRequestTest, ABirthdayIsTheSameDayEverywhereAndHasFourDigitsOfYear) {
-    const struct {
-        int month;
-        int day;
-        int year;
-        const char* sent;
-    } cases[] = {
+    const std::tuple<int, int, int, const char*> cases[] = {
         {1, 2, 2003, "20030102"},
         {12, 31, 1899, "18991231"},
         {2, 29, 2000, "20000229"},
@@ -228,12 +223,9 @@ TEST_F(GADRequestTest, KnowsTheRequestTypesAndTheOldestSystem) {
         {"grokruf", 4}, {"xfp", 5}, {"contextual", 1}, {"Grokruf", 0}};
     for (const auto& [name, type] : types)
         EXPECT_EQ(static_cast<int>(GADRequest::requestTypeFromString(name)), type) << name;
-    const struct {
-        const char* version;
-        int minor;
-        bool enough;
-    } cases[] = {{"3.0", 0, true},  {"2.9.9", 0, false}, {"3", 0, true},
-                 {"12.5", 0, true}, {"3.2.1", 2, true},  {"3.2.1", 3, false}};
+    const std::tuple<const char*, int, bool> cases[] = {{"3.0", 0, true},   {"2.9.9", 0, false},
+                                                        {"3", 0, true},     {"12.5", 0, true},
+                                                        {"3.2.1", 2, true}, {"3.2.1", 3, false}};
     for (const auto& [version, minor, enough] : cases) {
         phone().version = version;
         EXPECT_EQ(GADRequest::deviceAtLeastMinimumOSMajorVersionMinorVersion(3, minor), enough)

@@ -160,15 +160,11 @@ TEST_F(AdScreensTest, ABrowserThatNeverLoadedClosesWhenTheApplicationReturns) {
 }
 
 TEST_F(AdScreensTest, TheOrientationSettingDecidesWhichRotationsAreAllowed) {
-    const struct {
-        const char* text;
-        bool portrait;
-        bool landscape;
-    } cases[] = {{"any", true, true},
-                 {"portrait", true, false},
-                 {"landscape", false, true},
-                 {"Landscape", true, true},
-                 {"", true, true}};
+    const std::tuple<const char*, bool, bool> cases[] = {{"any", true, true},
+                                                         {"portrait", true, false},
+                                                         {"landscape", false, true},
+                                                         {"Landscape", true, true},
+                                                         {"", true, true}};
     GADWebAppViewController screen;
     using Orientation = UIInterfaceOrientation;
     for (const auto& [text, portrait, landscape] : cases) {

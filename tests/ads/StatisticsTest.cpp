@@ -113,11 +113,7 @@ public:
 
 TEST_F(GADStatisticsTest, AClickIsReportedWithItsAdAndCarriesItsSignals) {
     GADSignalGathering::setShared(std::make_shared<Signals>());
-    const struct {
-        std::string url;
-        std::string appended;
-        std::string reported;
-    } cases[] = {
+    const std::tuple<std::string, std::string, std::string> cases[] = {
         {"http://h/?ai=XYZ&other=1", "&sig-XYZ", "pcl='0' pai='XYZ' pcrl='0' pcc=1"},
         {"http://h/?ai=none", "", "pcl='0' pai='none' pcrl='0' pcc=1"},
         {"http://h/?AI=XYZ&ai=", "", "pcl='0' pcrl='0' pcc=1"},
@@ -136,10 +132,7 @@ TEST_F(GADStatisticsTest, AClickIsReportedWithItsAdAndCarriesItsSignals) {
 
 TEST_F(GADStatisticsTest, ATrackedClickIsNamedByItsPath) {
     deterministicHost().settings["ads/click-server-domain"] = "clicks.example";
-    const struct {
-        std::string_view url;
-        std::string_view reported;
-    } cases[] = {
+    const std::tuple<std::string_view, std::string_view> cases[] = {
         {"http://a.clicks.example/aclk/sa", "pcl='0' pit='k/sa' pcrl='0' pcc=1"},
         {"http://clicks.example/abcd", "pcl='0' pit='d' pcrl='0' pcc=1"},
         {"http://clicks.example/abc", "pcl='0' pcrl='0' pcc=1"},

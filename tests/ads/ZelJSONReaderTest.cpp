@@ -114,10 +114,7 @@ TEST(ZelJSONReader, KeepsTheExactTextOfNumbers) {
 }
 
 TEST(ZelJSONReader, UnescapesStrings) {
-    const struct {
-        const char* text;
-        std::string_view string;
-    } cases[] = {
+    const std::tuple<const char*, std::string_view> cases[] = {
         {R"("")", ""},
         {R"("plain / text of more than one block")", "plain / text of more than one block"},
         {R"("\"\\\/\b\f\n\r\t")", "\"\\/\b\f\n\r\t"},

@@ -11,10 +11,7 @@ std::string written(const Value& value) {
 }
 
 TEST(ZelJSONWriter, WritesEveryKindAndEscapesOnlyWhatMustBe) {
-    const struct {
-        Value value;
-        const char* text;
-    } cases[] = {
+    const std::tuple<Value, const char*> cases[] = {
         {Value(), "null"},
         {true, "true"},
         {false, "false"},

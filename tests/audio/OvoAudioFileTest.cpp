@@ -12,10 +12,8 @@ protected:
     static constexpr const char* kSong = "/var/mobile/Library/Downloads/My Song.mp3";
 
     static std::vector<std::byte> bytes(const std::string& text) {
-        std::vector<std::byte> result;
-        for (const char c : text)
-            result.push_back(static_cast<std::byte>(c));
-        return result;
+        const auto* first = reinterpret_cast<const std::byte*>(text.data());
+        return {first, first + text.size()};
     }
     static std::vector<std::byte> goodTag() {
         return bytes(std::string("ID3\3\0\0\0\0\0\4abcd", 14));
@@ -74,30 +72,24 @@ TEST_F(OvoAudioFileTest, AnInvalidTagIsLoggedAndTheRestIsRead) {
 }
 
 TEST_F(OvoAudioFileTest, ALengthIsTheNumberAtTheStartOfItsText) {
-    const struct {
-        const char* text;
-        float seconds;
-        const char* minutes;
-    } rows[] = {{"59.9", 59.9F, "0:59"}, {"3725", 3725, "62:05"}, {"12.5 seconds", 12.5F, "0:12"},
-                {" +7", 7, "0:07"},      {"", 0, "0:00"},         {"long", 0, "0:00"},
-                {"inf", 0, "0:00"},      {"1e99", 0, "0:00"}};
-    for (const auto& row : rows) {
-        const auto file = songWith("approximate duration in seconds", row.text);
-        EXPECT_FLOAT_EQ(file->duration(), row.seconds) << row.text;
-        EXPECT_EQ(file->durationInMinutes(), row.minutes) << row.text;
+    const std::tuple<const char*, float, const char*> rows[] = {
+        {"59.9", 59.9F, "0:59"}, {"3725", 3725, "62:05"}, {"12.5 seconds", 12.5F, "0:12"},
+        {" +7", 7, "0:07"},      {"", 0, "0:00"},         {"long", 0, "0:00"},
+        {"inf", 0, "0:00"},      {"1e99", 0, "0:00"}};
+    for (const auto& [text, seconds, minutes] : rows) {
+        const auto file = songWith("approximate duration in seconds", text);
+        EXPECT_FLOAT_EQ(file->duration(), seconds) << text;
+        EXPECT_EQ(file->durationInMinutes(), minutes) << text;
     }
 }
 
 TEST_F(OvoAudioFileTest, TheFallbackTitleIsTheLastPartOfTheURL) {
-    const struct {
-        const char* path;
-        const char* title;
-    } rows[] = {{"/a/My Song.mp3", "My%20Song.mp3"},
-                {"/a/100%.mp3", "100%25.mp3"},
-                {"/a/.mp3", ".mp3"},
-                {"/a/", ""}};
-    for (const auto& row : rows)
-        EXPECT_EQ(OvoAudioFile(NSURL::fileURLWithPath(row.path)).title(), row.title);
+    const std::tuple<const char*, const char*> rows[] = {{"/a/My Song.mp3", "My%20Song.mp3"},
+                                                         {"/a/100%.mp3", "100%25.mp3"},
+                                                         {"/a/.mp3", ".mp3"},
+                                                         {"/a/", ""}};
+    for (const auto& [path, title] : rows)
+        EXPECT_EQ(OvoAudioFile(NSURL::fileURLWithPath(path)).title(), title);
     EXPECT_EQ(songWith("title", "")->title(), "") << "an empty title is still a title";
 }
 

@@ -92,46 +92,34 @@ TEST_F(OvoAudioPlayerControllerTest, NextAndPreviousCreateAPlayerWithTheSlidersV
 }
 
 TEST_F(OvoAudioPlayerControllerTest, TheEndOfATrackFollowsTheModesButNeverWraps) {
-    const struct {
-        const char* name;
-        std::uint32_t index;
-        int repeatTaps;
-        std::uint32_t then;
-        bool plays;
-    } rows[] = {
+    const std::tuple<const char*, std::uint32_t, int, std::uint32_t, bool> rows[] = {
         {"off, first", 0, 0, 1, true}, {"off, last", 2, 0, 2, false}, {"all, last", 2, 1, 2, false},
         {"one, first", 0, 2, 0, true}, {"one, last", 2, 2, 2, false},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        open(3, row.index);
-        for (int i = 0; i < row.repeatTaps; ++i)
+    for (const auto& [name, index, repeatTaps, then, plays] : rows) {
+        SCOPED_TRACE(name);
+        open(3, index);
+        for (int i = 0; i < repeatTaps; ++i)
             player().toggleRepeat();
         advance(60.5);
-        EXPECT_EQ(player().selectedIndex(), row.then);
-        EXPECT_EQ(isPlaying(), row.plays);
-        EXPECT_EQ(static_cast<bool>(player().updateTimer()), row.plays);
-        EXPECT_NEAR(player().player()->currentTime(), row.plays ? 0.5 : 0, 0.01);
-        EXPECT_EQ(views().playButton->superview() == nullptr, row.plays);
+        EXPECT_EQ(player().selectedIndex(), then);
+        EXPECT_EQ(isPlaying(), plays);
+        EXPECT_EQ(static_cast<bool>(player().updateTimer()), plays);
+        EXPECT_NEAR(player().player()->currentTime(), plays ? 0.5 : 0, 0.01);
+        EXPECT_EQ(views().playButton->superview() == nullptr, plays);
         close();
     }
 }
 
-TEST_F(OvoAudioPlayerControllerTest, ThousandsOfTrackChangesStayInTheQueueAndLeaveOnePlayer) {
+TEST_F(OvoAudioPlayerControllerTest, ShuffleReachesEveryTrackAndLeavesOnePlayer) {
     open(3);
-    player().toggleRepeat();
-    for (int i = 0; i < 1000; ++i)
-        tap(*views().nextButton);
-    EXPECT_EQ(player().selectedIndex(), 1000U % 3);
     player().toggleShuffle();
-    std::set<std::uint32_t> seen;
+    std::set<int> seen;
     for (int i = 0; i < 200; ++i) {
         tap(*views().nextButton);
-        ASSERT_LT(player().selectedIndex(), 3U);
-        EXPECT_EQ(trackPlaying(), static_cast<int>(player().selectedIndex()));
-        seen.insert(player().selectedIndex());
+        seen.insert(trackPlaying());
     }
-    EXPECT_EQ(seen.size(), 3U);
+    EXPECT_THAT(seen, ElementsAre(0, 1, 2));
     EXPECT_EQ(media().players().size(), 1U);
     EXPECT_LT(loop().pendingWork(), 10U);
 }
@@ -328,24 +316,6 @@ TEST_F(OvoAudioPlayerControllerTest, AnInterruptionAfterTheScreenReachesNobody) 
     media().player()->interrupt(true);
     media().player()->interrupt(false);
     EXPECT_FALSE(opened->isPlaying());
-}
-
-TEST_F(OvoAudioPlayerControllerTest, ATapOnARowStartsItAndMarksThatRowOnly) {
-    setTags(3, 61.5);
-    open(10);
-    player().showSongFiles();
-    advance(1);
-    auto& table = *views().songTableView;
-    table.layoutIfNeeded();
-    table.selectRowAtIndexPath({0, 3}, false);
-    player().tableViewDidSelectRowAtIndexPath(table, {0, 3});
-    EXPECT_EQ(trackPlaying(), 3);
-    EXPECT_TRUE(isPlaying());
-    advance(1);
-    EXPECT_FALSE(table.indexPathForSelectedRow());
-    player().showSongFiles();
-    showOverlay();
-    EXPECT_EQ(views().indexLabel->text(), "4 of 10");
 }
 
 TEST_F(OvoAudioPlayerControllerTest, TenThousandTracksOpenWithoutReadingThem) {

@@ -36,12 +36,7 @@ TEST_F(OvoAudioPlayerScreenTest, EveryViewHasItsFrameAndParent) {
     open(3, 1);
     showOverlay();
     const auto& v = views();
-    const struct {
-        const char* name;
-        const UIView* view;
-        CGRect frame;
-        const UIView* parent;
-    } rows[] = {
+    const std::tuple<const char*, const UIView*, CGRect, const UIView*> rows[] = {
         {"artist", v.artistLabel.get(), CGRectMake(60, 2, 195, 12), player().view().get()},
         {"title", v.titleLabel.get(), CGRectMake(60, 14, 195, 12), player().view().get()},
         {"album", v.albumLabel.get(), CGRectMake(60, 27, 195, 12), player().view().get()},
@@ -62,9 +57,9 @@ TEST_F(OvoAudioPlayerScreenTest, EveryViewHasItsFrameAndParent) {
         {"repeat", v.repeatButton.get(), CGRectMake(10, 45, 32, 28), v.overlayView.get()},
         {"shuffle", v.shuffleButton.get(), CGRectMake(280, 45, 32, 28), v.overlayView.get()},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(row.view->frame(), row.frame) << row.name;
-        EXPECT_EQ(row.view->superview(), row.parent) << row.name;
+    for (const auto& [name, view, frame, parent] : rows) {
+        EXPECT_EQ(view->frame(), frame) << name;
+        EXPECT_EQ(view->superview(), parent) << name;
     }
     EXPECT_EQ(v.gradientLayer->frame, CGRectMake(0, 320, 320, 48));
     EXPECT_DOUBLE_EQ(v.reflectionView->alpha(), 0.65);
@@ -163,18 +158,15 @@ TEST_F(OvoAudioPlayerScreenTest, BothFlipsRunTogetherForThreeQuartersOfASecond) 
 TEST_F(OvoAudioPlayerScreenTest, ModeButtonsShowTheirStates) {
     open(3);
     showOverlay();
-    const struct {
-        const char* repeat;
-        const char* shuffle;
-        const char* spoken;
-    } rows[] = {{"AudioPlayerRepeatOff", "AudioPlayerShuffleOff", "off"},
-                {"AudioPlayerRepeatOn", "AudioPlayerShuffleOn", "all"},
-                {"AudioPlayerRepeatOneOn", "AudioPlayerShuffleOff", "one"},
-                {"AudioPlayerRepeatOff", "AudioPlayerShuffleOn", "off"}};
-    for (const auto& row : rows) {
-        EXPECT_TRUE(shows(*views().repeatButton, row.repeat)) << row.repeat;
-        EXPECT_TRUE(shows(*views().shuffleButton, row.shuffle)) << row.repeat;
-        EXPECT_EQ(views().repeatButton->accessibilityElement().value, row.spoken);
+    const std::tuple<const char*, const char*, const char*> rows[] = {
+        {"AudioPlayerRepeatOff", "AudioPlayerShuffleOff", "off"},
+        {"AudioPlayerRepeatOn", "AudioPlayerShuffleOn", "all"},
+        {"AudioPlayerRepeatOneOn", "AudioPlayerShuffleOff", "one"},
+        {"AudioPlayerRepeatOff", "AudioPlayerShuffleOn", "off"}};
+    for (const auto& [repeat, shuffle, spoken] : rows) {
+        EXPECT_TRUE(shows(*views().repeatButton, repeat)) << repeat;
+        EXPECT_TRUE(shows(*views().shuffleButton, shuffle)) << repeat;
+        EXPECT_EQ(views().repeatButton->accessibilityElement().value, spoken);
         tap(*views().repeatButton);
         tap(*views().shuffleButton);
     }
@@ -204,7 +196,11 @@ TEST_F(OvoAudioPlayerScreenTest, RowsShowNumberTitleAndLength) {
     EXPECT_EQ(table.rectForRowAtIndexPath({0, 2}), CGRectMake(0, 88, 320, 44));
     EXPECT_FALSE(*player().tableViewCanEditRowAtIndexPath(table, {0, 0}));
 
+    table.selectRowAtIndexPath({0, 3}, false);
     player().tableViewDidSelectRowAtIndexPath(table, {0, 3});
+    EXPECT_EQ(trackPlaying(), 3);
+    advance(1);
+    EXPECT_FALSE(table.indexPathForSelectedRow());
     tap(*views().nextButton);
     for (int i = 0; i < 5; ++i)
         EXPECT_EQ(row(i)->isSelectedIndex(), i == 4) << i;

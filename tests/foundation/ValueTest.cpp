@@ -20,10 +20,7 @@ Value expectedValue() {
 }
 
 TEST(Value, NumbersKeepTheirDecimal) {
-    const struct {
-        Value value;
-        const char* text;
-    } cases[] = {
+    const std::tuple<Value, const char*> cases[] = {
         {0, "0"},
         {-7, "-7"},
         {std::numeric_limits<std::int64_t>::min(), "-9223372036854775808"},
@@ -43,11 +40,7 @@ TEST(Value, NumbersKeepTheirDecimal) {
 }
 
 TEST(Value, NumbersConvertToTheNearestRepresentable) {
-    const struct {
-        const char* text;
-        std::int64_t integer;
-        double real;
-    } cases[] = {
+    const std::tuple<const char*, std::int64_t, double> cases[] = {
         {"12.99", 12, 12.99},
         {"-12.99", -12, -12.99},
         {"1e3", 1000, 1000},

@@ -107,20 +107,16 @@ TEST_F(UIImageTest, TheVariantForTheScreenIsTaken) {
     write("Logo@3x.png", *filled(30, 30, kBlue));
     write("Small.png", *filled(10, 10, kRed));
     write("Sharp@2x.png", *filled(20, 20, kGreen));
-    const struct {
-        double screen;
-        const char* name;
-        double scale;
-    } cases[] = {{1, "Logo.png", 1},   {1.25, "Logo.png", 2}, {2, "Logo", 2},
-                 {2.5, "Logo.png", 3}, {4, "Logo.png", 3},    {3, "Small.png", 1},
-                 {1, "Sharp.png", 2}};
-    for (const auto& test : cases) {
-        UIImage::setScreenScale(test.screen);
-        const auto image = UIImage::imageNamed(test.name);
-        ASSERT_TRUE(image) << test.name << " at " << test.screen;
-        EXPECT_EQ(image->scale(), test.scale) << test.name << " at " << test.screen;
+    const std::tuple<double, const char*, double> cases[] = {
+        {1, "Logo.png", 1}, {1.25, "Logo.png", 2}, {2, "Logo", 2},     {2.5, "Logo.png", 3},
+        {4, "Logo.png", 3}, {3, "Small.png", 1},   {1, "Sharp.png", 2}};
+    for (const auto& [screen, name, scale] : cases) {
+        UIImage::setScreenScale(screen);
+        const auto image = UIImage::imageNamed(name);
+        ASSERT_TRUE(image) << name << " at " << screen;
+        EXPECT_EQ(image->scale(), scale) << name << " at " << screen;
         EXPECT_EQ(image->size(), (CGSize{10, 10}));
-        EXPECT_EQ(UIImage::imageNamed(test.name), image) << "kept";
+        EXPECT_EQ(UIImage::imageNamed(name), image) << "kept";
     }
     EXPECT_EQ(UIImage::imageNamed("Missing.png"), nullptr);
 }
@@ -256,27 +252,23 @@ TEST_F(UIImageTest, CapsKeepTheirSizeAndTheMiddleStretches) {
     const std::vector<Probe> stretched = {{4, 4, kRed},  {5, 2, kGreen},   {34, 2, kGreen},
                                           {35, 4, kRed}, {20, 15, kGreen}, {2, 24, kGreen},
                                           {2, 25, kRed}, {2, 30, 0}};
-    const struct {
-        const char* name;
-        std::shared_ptr<const UIImage> image;
-        CGRect rect;
-        std::vector<Probe> probes;
-    } cases[] = {
-        {"plain", framed(5, 1)->stretchableImage(5, 5), CGRectMake(0, 0, 40, 30), stretched},
-        {"sharp", framed(10, 2)->stretchableImage(5, 5), CGRectMake(0, 0, 40, 30), stretched},
-        {"no cap at the top",
-         framed(5, 1)->stretchableImage(5, 0),
-         CGRectMake(0, 0, 40, 33),
-         {{20, 1, kGreen}, {2, 16, kGreen}, {2, 13, kRed}}},
-        {"caps that do not fit",
-         framed(5, 1)->stretchableImage(5, 5),
-         CGRectMake(10, 10, 6, 20),
-         {{11, 12, kRed}, {15, 12, kRed}, {16, 12, 0}, {9, 12, 0}}},
-    };
-    for (const auto& each : cases) {
-        const auto picture = drawnInto(*each.image, each.rect);
-        for (const auto& [x, y, pixel] : each.probes)
-            EXPECT_EQ(picture->pixel(x, y), pixel) << each.name << " at " << x << ", " << y;
+    const std::tuple<const char*, std::shared_ptr<const UIImage>, CGRect, std::vector<Probe>>
+        cases[] = {
+            {"plain", framed(5, 1)->stretchableImage(5, 5), CGRectMake(0, 0, 40, 30), stretched},
+            {"sharp", framed(10, 2)->stretchableImage(5, 5), CGRectMake(0, 0, 40, 30), stretched},
+            {"no cap at the top",
+             framed(5, 1)->stretchableImage(5, 0),
+             CGRectMake(0, 0, 40, 33),
+             {{20, 1, kGreen}, {2, 16, kGreen}, {2, 13, kRed}}},
+            {"caps that do not fit",
+             framed(5, 1)->stretchableImage(5, 5),
+             CGRectMake(10, 10, 6, 20),
+             {{11, 12, kRed}, {15, 12, kRed}, {16, 12, 0}, {9, 12, 0}}},
+        };
+    for (const auto& [name, image, rect, probes] : cases) {
+        const auto picture = drawnInto(*image, rect);
+        for (const auto& [x, y, pixel] : probes)
+            EXPECT_EQ(picture->pixel(x, y), pixel) << name << " at " << x << ", " << y;
     }
 }
 

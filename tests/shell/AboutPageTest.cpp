@@ -15,7 +15,6 @@ protected:
         push(menu_);
         settle();
     }
-    ~AboutPageTest() override { menu_.reset(); }
 
     std::shared_ptr<AboutPageViewController> page() {
         return std::dynamic_pointer_cast<AboutPageViewController>(

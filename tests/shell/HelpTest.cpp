@@ -28,7 +28,6 @@ protected:
         push(menu_);
         settle();
     }
-    ~HelpTest() override { menu_.reset(); }
 
     /// From the menu's bar through the sheet and the alerts, by the buttons' titles.
     void choose(const Titles& titles) {
@@ -46,12 +45,7 @@ constexpr const char* kMailBody = "Please Describe Your Problem Here:\n\n\nVistr
                                   "Machine1,1-12.5:\n0123456789abcdef0123456789abcdef01234567";
 
 TEST_F(HelpTest, EachChoiceShowsItsSheetOrAlertAndItsCloseButtonClosesIt) {
-    const struct {
-        Titles path;
-        const char* title;
-        Titles buttons;
-        std::string close;
-    } cases[] = {
+    const std::tuple<Titles, const char*, Titles, std::string> cases[] = {
         {{}, "", {"How To Use", "FAQ", "Support", "Cancel"}, "Cancel"},
         {{"How To Use"}, "How To Use:", {"Got it", "FAQ"}, "Got it"},
         {{"FAQ"}, "FAQ", {"Close"}, "Close"},
@@ -62,12 +56,12 @@ TEST_F(HelpTest, EachChoiceShowsItsSheetOrAlertAndItsCloseButtonClosesIt) {
          {"Cancel", "Twitter", "Email"},
          "Cancel"},
     };
-    for (const auto& each : cases) {
-        SCOPED_TRACE(each.title);
-        choose(each.path);
-        EXPECT_EQ(alertTitle(), each.title);
-        EXPECT_EQ(labels(UIAccessibilityRole::Button, *application().frontWindow()), each.buttons);
-        EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, each.close));
+    for (const auto& [path, title, buttons, close] : cases) {
+        SCOPED_TRACE(title);
+        choose(path);
+        EXPECT_EQ(alertTitle(), title);
+        EXPECT_EQ(labels(UIAccessibilityRole::Button, *application().frontWindow()), buttons);
+        EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, close));
         EXPECT_EQ(alertCount(), 0);
         EXPECT_FALSE(UIActionSheet::visibleSheet() || isComposing());
         EXPECT_THAT(desktop().openedURLs(), IsEmpty());
@@ -98,24 +92,20 @@ TEST_F(HelpTest, TheTextsNameTheSiteItsOwnerAndTheHandle) {
 }
 
 TEST_F(HelpTest, ASupportMailIsWrittenInTheComposer) {
-    const struct {
-        Titles path;
-        const char* recipient;
-        const char* subject;
-    } cases[] = {
+    const std::tuple<Titles, const char*, const char*> cases[] = {
         {{"Support", "Website Support"}, "web@example.com", "Vistrel Website Support"},
         {{"Support", "Application Support", "Email"},
          "app@example.com",
          "Vistrel Application Support"},
     };
-    for (const auto& each : cases) {
-        choose(each.path);
-        ASSERT_TRUE(isComposing()) << each.subject;
+    for (const auto& [path, recipient, subject] : cases) {
+        choose(path);
+        ASSERT_TRUE(isComposing()) << subject;
         EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, "Send"));
         ASSERT_FALSE(desktop().sentMails().empty());
         const host::OutgoingMail& mail = desktop().sentMails().back();
-        EXPECT_THAT(mail.to, ElementsAre(each.recipient));
-        EXPECT_EQ(mail.subject, each.subject);
+        EXPECT_THAT(mail.to, ElementsAre(recipient));
+        EXPECT_EQ(mail.subject, subject);
         EXPECT_EQ(mail.body, kMailBody);
         EXPECT_FALSE(mail.isHTML);
         EXPECT_FALSE(isComposing());

@@ -5,13 +5,7 @@ namespace vistrel {
 namespace {
 
 TEST(MailtoAddress, EveryCharacterStaysInItsField) {
-    const struct {
-        const char* name;
-        const char* recipient;
-        const char* subject;
-        const char* body;
-        const char* address;
-    } cases[] = {
+    const std::array<const char*, 5> cases[] = {
         {"plain", "a@example.com", "Hello", "World",
          "mailto:a@example.com?subject=Hello&body=World"},
         {"percent and ampersand", "a@example.com", "100% R&D", "a=b&cc=x@y?z#f",
@@ -29,9 +23,8 @@ TEST(MailtoAddress, EveryCharacterStaysInItsField) {
         {"a quoted at sign", "\"a@b\"@example.com", "", "",
          "mailto:%22a%40b%22@example.com?subject=&body="},
     };
-    for (const auto& each : cases)
-        EXPECT_EQ(mailtoAddress(each.recipient, each.subject, each.body), each.address)
-            << each.name;
+    for (const auto& [name, recipient, subject, body, address] : cases)
+        EXPECT_EQ(mailtoAddress(recipient, subject, body), address) << name;
 }
 
 }

@@ -20,7 +20,6 @@ protected:
         push(menu_);
         settle();
     }
-    ~RootTest() override { menu_.reset(); }
 
     void select(int section, int row) {
         menu_->tableView()->selectRowAtIndexPath({section, row}, false);
@@ -65,24 +64,19 @@ TEST_F(RootTest, ARowThatDoesNotExistIsAnEmptyCellThatOpensNothing) {
 }
 
 TEST_F(RootTest, WebRowsOpenANewBrowserOnTheirAddressEachTime) {
-    const struct {
-        int section;
-        int row;
-        const char* title;
-        const char* address;
-    } cases[] = {
+    const std::tuple<int, int, const char*, const char*> cases[] = {
         {1, 2, "Music", "http://site.example/music/"},
         {2, 0, "VIP Login", "http://site.example/vip/"},
         {3, 0, "Open Reel", "http://site.example/partner/1/"},
     };
-    for (const auto& each : cases) {
-        select(each.section, each.row);
+    for (const auto& [section, row, title, address] : cases) {
+        select(section, row);
         const auto browser = std::dynamic_pointer_cast<WebBrowserViewController>(top());
-        ASSERT_TRUE(browser) << each.title;
-        EXPECT_EQ(browser->navigationBarTitle(), each.title);
-        EXPECT_EQ(browser->URL()->absoluteString(), each.address);
+        ASSERT_TRUE(browser) << title;
+        EXPECT_EQ(browser->navigationBarTitle(), title);
+        EXPECT_EQ(browser->URL()->absoluteString(), address);
         back();
-        select(each.section, each.row);
+        select(section, row);
         EXPECT_NE(top(), browser);
         back();
     }
@@ -100,12 +94,8 @@ TEST_F(RootTest, ANativeRowShowsTheSameScreenAgainAndStaysSelectedMeanwhile) {
 }
 
 TEST_F(RootTest, TheBannerLiesAtTheLowerEdgeAndLoadsAfterTheFirstFrame) {
-    const struct {
-        const char* enabled;
-        const char* server;
-        bool hasBanner;
-        std::size_t requests;
-    } cases[] = {{"yes", "ads.example:81", true, 1}, {"yes", "", true, 0}, {"no", "a", false, 0}};
+    const std::tuple<const char*, const char*, bool, std::size_t> cases[] = {
+        {"yes", "ads.example:81", true, 1}, {"yes", "", true, 0}, {"no", "a", false, 0}};
     for (const auto& [enabled, server, hasBanner, requests] : cases) {
         network().forgetRequests();
         deterministicHost().settings = {{"ads/enabled", enabled},

@@ -3,29 +3,13 @@
 #include "platform/foundation/NSUserDefaults.h"
 #include "platform/foundation/UserLocale.h"
 
-#include <utility>
-
 namespace vistrel::support {
-
-namespace {
-std::vector<std::function<void()>>& resetHooks() {
-    static std::vector<std::function<void()>> hooks;
-    return hooks;
-}
-}
-
-bool HostTest::addResetHook(std::function<void()> hook) {
-    resetHooks().push_back(std::move(hook));
-    return true;
-}
 
 HostTest::HostTest() {
     adoptUserLocale();
 }
 
 HostTest::~HostTest() {
-    for (const auto& hook : resetHooks())
-        hook();
     NSUserDefaults::resetStandardUserDefaults();
     host_.loop.clear();
     EXPECT_EQ(host_.network.runningTransfers(), 0) << "a transfer was left running";

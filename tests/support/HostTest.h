@@ -7,11 +7,6 @@ namespace vistrel::support {
 /// Base for tests that need a host: a new deterministic one for each test. When the test's fields
 /// have been destroyed, nothing that it created may be left in the host.
 class HostTest : public ::testing::Test {
-public:
-    /// Called after each test to reset what a folder shares (its application object, caches),
-    /// while the host still exists. Registered once, before main.
-    static bool addResetHook(std::function<void()> hook);
-
 protected:
     HostTest();
     ~HostTest() override;

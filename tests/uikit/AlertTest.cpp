@@ -81,11 +81,7 @@ TEST_F(Alert, TheUpperAlertHidesTheLowerOneUntilItIsAnswered) {
 }
 
 TEST_F(Alert, TheKeyboardAnswers) {
-    const struct {
-        std::vector<std::string> others;
-        std::string keys;
-        std::string choice;
-    } cases[] = {
+    const std::tuple<std::vector<std::string>, std::string, std::string> cases[] = {
         {{}, "key Enter", "Keys:0"},
         {{}, "key Escape", "Keys:0"},
         {{"Yes"}, "key Enter", "Keys:1"},
@@ -94,11 +90,11 @@ TEST_F(Alert, TheKeyboardAnswers) {
         {{"One", "Two"}, "key Tab; key Enter", "Keys:2"},
         {{"One", "Two"}, "key Left 2; key Enter", "Keys:2"},
     };
-    for (const auto& test : cases) {
+    for (const auto& [others, keys, choice] : cases) {
         chooser_->choices.clear();
-        show("Keys", test.others);
-        act(test.keys + "; wait 1");
-        EXPECT_THAT(chooser_->choices, ElementsAre(test.choice)) << test.keys;
+        show("Keys", others);
+        act(keys + "; wait 1");
+        EXPECT_THAT(chooser_->choices, ElementsAre(choice)) << keys;
     }
 }
 
@@ -181,27 +177,22 @@ TEST_F(Alert, TextThatDoesNotFitScrollsAndTheButtonsStayOnTheScreen) {
 }
 
 TEST_F(Alert, ASheetOffersItsButtonsInOrderWithCancelLast) {
-    const struct {
-        std::string cancel;
-        std::string destructive;
-        std::vector<std::string> buttons;
-        int tapped;
-    } cases[] = {
+    const std::tuple<std::string, std::string, std::vector<std::string>, int> cases[] = {
         {"Cancel", "", {"How To Use", "FAQ", "Support", "Cancel"}, 3},
         {"Cancel", "Delete", {"Delete", "How To Use", "FAQ", "Support", "Cancel"}, 0},
         {"", "", {"How To Use", "FAQ", "Support"}, 2},
     };
-    for (const auto& test : cases) {
+    for (const auto& [cancel, destructive, buttons, tapped] : cases) {
         chooser_->choices.clear();
-        const auto sheet = UIActionSheet::withTitle("S", chooser_, test.cancel, test.destructive,
+        const auto sheet = UIActionSheet::withTitle("S", chooser_, cancel, destructive,
                                                     {"How To Use", "FAQ", "Support"});
         sheet->setActionSheetStyle(UIActionSheetStyle::BlackTranslucent);
         sheet->showInView(window());
         advance(1);
-        EXPECT_EQ(labels(UIAccessibilityRole::Button, screen()), test.buttons);
+        EXPECT_EQ(labels(UIAccessibilityRole::Button, screen()), buttons);
         EXPECT_EQ(UIActionSheet::visibleSheet(), sheet);
-        answer(test.buttons[static_cast<std::size_t>(test.tapped)]);
-        EXPECT_THAT(chooser_->choices, ElementsAre("S:" + std::to_string(test.tapped)));
+        answer(buttons[static_cast<std::size_t>(tapped)]);
+        EXPECT_THAT(chooser_->choices, ElementsAre("S:" + std::to_string(tapped)));
         EXPECT_EQ(UIActionSheet::visibleSheet(), nullptr);
     }
 }

@@ -59,21 +59,18 @@ TEST_F(Controls, AnActionMayDisableOrRemoveItsButton) {
 }
 
 TEST_F(Controls, APressedPictureIsDarkerAndADisabledOneFainter) {
-    const struct {
-        bool adjusts;
-        bool hasPressedPicture;
-        std::uint32_t pressed;
-    } cases[] = {{true, false, 0xFF8C0000}, {false, false, kOpaqueRed}, {true, true, kOpaqueGreen}};
+    const std::tuple<bool, bool, std::uint32_t> cases[] = {
+        {true, false, 0xFF8C0000}, {false, false, kOpaqueRed}, {true, true, kOpaqueGreen}};
     for (const auto set : {&UIButton::setImageForState, &UIButton::setBackgroundImageForState}) {
-        for (const auto& test : cases) {
+        for (const auto& [adjusts, hasPressedPicture, pressed] : cases) {
             UIButton button(CGRectMake(0, 0, 20, 20));
             (button.*set)(plainImage(20, 20, kOpaqueRed), UIControlState::Normal);
-            if (test.hasPressedPicture)
+            if (hasPressedPicture)
                 (button.*set)(plainImage(20, 20, kOpaqueGreen), UIControlState::Highlighted);
-            button.setAdjustsImageWhenHighlighted(test.adjusts);
+            button.setAdjustsImageWhenHighlighted(adjusts);
             EXPECT_EQ(pixelOf(button, 10, 10), kOpaqueRed);
             button.setHighlighted(true);
-            EXPECT_EQ(pixelOf(button, 10, 10), test.pressed);
+            EXPECT_EQ(pixelOf(button, 10, 10), pressed);
             button.setHighlighted(false);
             EXPECT_EQ(pixelOf(button, 10, 10), kOpaqueRed);
             button.setEnabled(false);

@@ -43,11 +43,7 @@ void press(UITextBuffer& buffer, const std::string& key) {
 }
 
 TEST(TextBuffer, EditsAndMovesOnlyBetweenCharacters) {
-    const struct {
-        std::string text;
-        std::vector<std::string> keys;
-        std::string expected;
-    } cases[] = {
+    const std::tuple<std::string, std::vector<std::string>, std::string> cases[] = {
         {"", {"backspace", "delete", "left", "right"}, "|"},
         {"ab", {"left", "x"}, "ax|b"},
         {"Grüße", {"left", "left", "backspace"}, "Gr|ße"},
@@ -70,12 +66,12 @@ TEST(TextBuffer, EditsAndMovesOnlyBetweenCharacters) {
         {"日本", {"at-4"}, "日|本"},
         {"日本", {"at-99"}, "日本|"},
     };
-    for (const auto& test : cases) {
+    for (const auto& [text, keys, expected] : cases) {
         UITextBuffer buffer;
-        buffer.setText(test.text);
-        for (const std::string& key : test.keys)
+        buffer.setText(text);
+        for (const std::string& key : keys)
             press(buffer, key);
-        EXPECT_EQ(picture(buffer), test.expected) << test.text;
+        EXPECT_EQ(picture(buffer), expected) << text;
     }
 }
 

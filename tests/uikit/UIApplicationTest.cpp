@@ -56,21 +56,17 @@ TEST_F(UIApplicationTest, TheKeyWindowGoesBackWhenAnAlertLeaves) {
 }
 
 TEST_F(UIApplicationTest, TheStatusBarIsAtTheUpperEdge) {
-    const struct {
-        UIInterfaceOrientation orientation;
-        CGRect bar;
-        CGRect application;
-    } cases[] = {
+    const std::tuple<UIInterfaceOrientation, CGRect, CGRect> cases[] = {
         {UIInterfaceOrientation::LandscapeRight, CGRectMake(300, 0, 20, 480),
          CGRectMake(0, 0, 300, 480)},
         {UIInterfaceOrientation::LandscapeLeft, CGRectMake(0, 0, 20, 480),
          CGRectMake(20, 0, 300, 480)},
         {UIInterfaceOrientation::Portrait, CGRectMake(0, 0, 320, 20), CGRectMake(0, 20, 320, 460)},
     };
-    for (const auto& test : cases) {
-        application().setStatusBarOrientation(test.orientation, false);
-        EXPECT_EQ(application().statusBarFrame(), test.bar);
-        EXPECT_EQ(UIScreen::mainScreen().applicationFrame(), test.application);
+    for (const auto& [orientation, bar, area] : cases) {
+        application().setStatusBarOrientation(orientation, false);
+        EXPECT_EQ(application().statusBarFrame(), bar);
+        EXPECT_EQ(UIScreen::mainScreen().applicationFrame(), area);
         application().setStatusBarHidden(true);
         EXPECT_EQ(UIScreen::mainScreen().applicationFrame(), CGRectMake(0, 0, 320, 480));
         application().setStatusBarHidden(false);

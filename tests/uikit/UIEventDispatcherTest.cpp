@@ -219,19 +219,15 @@ TEST_F(UIEventDispatcherTest, KeysMoveAVisibleFocusAsThePictureReads) {
     row->focusable = other->focusable = first->focusable = true;
     dispatcher().setFirstResponder(row);
     const auto untouched = picture();
-    const struct {
-        UIKeyCode key;
-        bool shift;
-        std::shared_ptr<UIView> focused;
-    } kMoves[] = {
+    const std::tuple<UIKeyCode, bool, std::shared_ptr<UIView>> kMoves[] = {
         {UIKeyCode::Tab, false, first},  {UIKeyCode::Tab, false, other},
         {UIKeyCode::Down, false, row},   {UIKeyCode::Right, false, first},
         {UIKeyCode::Tab, true, row},     {UIKeyCode::Up, false, other},
         {UIKeyCode::Left, false, first},
     };
-    for (const auto& move : kMoves) {
-        EXPECT_TRUE(press(move.key, move.shift));
-        EXPECT_EQ(dispatcher().focusedPart(), move.focused);
+    for (const auto& [key, shift, focused] : kMoves) {
+        EXPECT_TRUE(press(key, shift));
+        EXPECT_EQ(dispatcher().focusedPart(), focused);
         EXPECT_NE(picture(), untouched);
     }
     tap(CGPoint{300, 470});

@@ -38,11 +38,7 @@ TEST(UITableViewLayoutTest, RowsAndHeadersFollowOneAnother) {
 
 TEST(UITableViewLayoutTest, ARowIsFoundByItsPlace) {
     const auto layout = aLayout();
-    const struct {
-        double y;
-        std::optional<NSIndexPath> row;
-        std::optional<NSIndexPath> below;
-    } cases[] = {
+    const std::tuple<double, std::optional<NSIndexPath>, std::optional<NSIndexPath>> cases[] = {
         {-5, {}, NSIndexPath{0, 0}},
         {0, {}, NSIndexPath{0, 0}}, // in the header
         {20, NSIndexPath{0, 0}, NSIndexPath{0, 0}},

@@ -19,24 +19,21 @@ MATCHER_P4(IsRect, x, y, width, height, "") {
 }
 
 TEST(UIViewGeometryTest, TheFrameIsTheBoundingBoxUnderTheTransform) {
-    const struct {
-        CGAffineTransform transform;
-        testing::Matcher<CGRect> frame;
-    } cases[] = {
+    const std::tuple<CGAffineTransform, testing::Matcher<CGRect>> cases[] = {
         {{}, IsRect(10, 20, 100, 40)},
         {CGAffineTransformMakeRotation(M_PI / 2), IsRect(40, -10, 40, 100)},
         {CGAffineTransformMakeRotation(M_PI), IsRect(10, 20, 100, 40)},
         {CGAffineTransformMakeScale(2, 2), IsRect(-40, 0, 200, 80)},
         {CGAffineTransformMakeTranslation(5, 7), IsRect(15, 27, 100, 40)},
     };
-    for (const auto& test : cases) {
+    for (const auto& [transform, frame] : cases) {
         auto view = viewAt(10, 20, 100, 40);
-        view->setTransform(test.transform);
-        EXPECT_THAT(view->frame(), test.frame);
+        view->setTransform(transform);
+        EXPECT_THAT(view->frame(), frame);
         EXPECT_EQ(view->bounds(), CGRectMake(0, 0, 100, 40));
         view->setFrame(CGRectMake(30, 40, 60, 80));
         EXPECT_THAT(view->frame(), IsRect(30, 40, 60, 80));
-        EXPECT_EQ(view->transform(), test.transform);
+        EXPECT_EQ(view->transform(), transform);
     }
 }
 
