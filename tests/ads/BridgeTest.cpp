@@ -1,8 +1,5 @@
-#include "ads/Object/GADObjectPrivate.h"
 #include "ads/Opener/GADSafetyPolicy.h"
-#include "ads/View/GADWebView.h"
 #include "platform/uikit/UIAccessibilityTree.h"
-#include "platform/uikit/UIApplication.h"
 #include "tests/ads/BannerTest.h"
 
 namespace vistrel {

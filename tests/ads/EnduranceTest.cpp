@@ -1,20 +1,12 @@
 #include "ads/Statistics/GADStatistics.h"
 #include "ads/ViewController/GADViewController.h"
+#include "ads/json/GAD_ZelJSON.h"
 #include "tests/ads/BannerTest.h"
 
 #include <cstddef>
 
 namespace vistrel {
 namespace {
-
-std::size_t sizeOf(const Value& value) {
-    std::size_t size = 1;
-    for (const auto& [key, member] : value.dictionary())
-        size += sizeOf(member);
-    for (const auto& element : value.array())
-        size += sizeOf(element);
-    return size;
-}
 
 class EnduranceTest : public BannerTest {
 protected:
@@ -47,9 +39,10 @@ protected:
     std::string footprint() {
         GADStatistics& statistics = GADStatistics::sharedStatistics();
         statistics.synchronize();
+        const std::string stored = *GAD_ZelJSON().stringWithObject(preferences().stored()).text;
         std::ostringstream text;
         text << webEngine().pages().size() << " pages, " << network().runningTransfers()
-             << " transfers, " << sizeOf(preferences().stored()) << " stored, reported:";
+             << " transfers, " << std::ranges::count(stored, ',') << " stored, reported:";
         for (const auto& [key, value] : statistics.parameters())
             text << ' ' << key << (key == "pcc" ? "=" + std::to_string(value.integerValue()) : "");
         return text.str();

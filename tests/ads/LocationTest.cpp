@@ -1,6 +1,5 @@
 #include "ads/Request/GADLocation.h"
 
-#include "ads/GADSettings.h"
 #include "ads/encoding/GAD_StringEncoding.h"
 #include "platform/host/Crypto.h"
 #include "tests/ads/AdsTest.h"
@@ -116,23 +115,6 @@ TEST_F(GADLocationTest, CoordinatesAreSentAsPaddedTextAfterTheirVector) {
         "700000000750000 latlng <latitude_e7: 515000000 longitude_e7: -2500000> radius: 125000";
     EXPECT_EQ(plain.size() % 16, 0U);
     EXPECT_EQ(text, plain + std::string(16, 16));
-}
-
-TEST_F(GADLocationTest, PaddingFillsTheLastBlockWhateverItsLength) {
-    useCrypto();
-    std::vector<bool> seen(17);
-    for (double timestamp = 1; timestamp < 1e17; timestamp *= 10) {
-        const auto location = at(51.5F, -0.25F, 1);
-        location->setTimestamp(timestamp);
-        const std::string text = sent(*location).second;
-        const auto padding = static_cast<unsigned char>(text.back());
-        ASSERT_EQ(text.size() % 16, 0U);
-        ASSERT_TRUE(padding >= 1 && padding <= 16) << padding;
-        EXPECT_TRUE(
-            text.ends_with("radius: 1000" + std::string(padding, static_cast<char>(padding))));
-        seen[padding] = true;
-    }
-    EXPECT_TRUE(std::all_of(seen.begin() + 1, seen.end(), [](bool one) { return one; }));
 }
 
 TEST_F(GADLocationTest, NumbersOutOfRangeAreClamped) {

@@ -1,6 +1,5 @@
 #include "ads/Statistics/GADStatistics.h"
 
-#include "ads/GADSettings.h"
 #include "ads/Utility/GADSignalGathering.h"
 #include "platform/foundation/NSUserDefaults.h"
 #include "tests/ads/AdsTest.h"

@@ -39,8 +39,6 @@ TEST_F(OvoAudioPlayerReflectionTest, TheMaskIsLinearFromWhiteToBlack) {
     EXPECT_EQ(mask.level(0, 0), 255);
     EXPECT_EQ(mask.level(2, 207), 0);
     for (int y = 1; y < 208; ++y) {
-        const int step = mask.level(1, y - 1) - mask.level(1, y);
-        EXPECT_TRUE(step == 1 || step == 2) << y;
         EXPECT_EQ(mask.level(0, y), mask.level(2, y));
         EXPECT_NEAR(mask.level(0, y), 255.0 * (207 - y) / 207, 0.5);
     }

@@ -22,14 +22,8 @@ int seven() {
 }
 
 TEST(OvoAudioPlayerRulesTest, TheNextTrackFollowsTheModesAndThePosition) {
-    struct Row {
-        const char* name;
-        OvoAudioPlayModes modes;
-        OvoAudioQueuePosition position;
-        bool enabled;
-        std::uint32_t next;
-    };
-    const Row rows[] = {
+    using Position = OvoAudioQueuePosition;
+    const std::tuple<const char*, OvoAudioPlayModes, Position, bool, std::uint32_t> rows[] = {
         {"off, first of three", kOff, {0, 3}, true, 1},
         {"off, middle of three", kOff, {1, 3}, true, 2},
         {"off, last of three", kOff, {2, 3}, false, 2},
@@ -47,12 +41,12 @@ TEST(OvoAudioPlayerRulesTest, TheNextTrackFollowsTheModesAndThePosition) {
         {"shuffle goes before all", kAllShuffled, {2, 3}, true, 1},
         {"shuffle goes before one", kOneShuffled, {2, 3}, true, 1},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, modes, position, enabled, next] : rows) {
+        SCOPED_TRACE(name);
         timesAsked = 0;
-        EXPECT_EQ(isNextEnabled(row.position, row.modes), row.enabled);
-        EXPECT_EQ(nextIndex(row.position, row.modes, seven), row.next);
-        EXPECT_EQ(timesAsked, row.modes.shuffle ? 1 : 0);
+        EXPECT_EQ(isNextEnabled(position, modes), enabled);
+        EXPECT_EQ(nextIndex(position, modes, seven), next);
+        EXPECT_EQ(timesAsked, modes.shuffle ? 1 : 0);
     }
     EXPECT_EQ(nextIndex({0, 3}, kShuffle, [] { return -1; }), 0xFFFFFFFFU % 3) << "unsigned";
 }
@@ -65,19 +59,14 @@ TEST(OvoAudioPlayerRulesTest, ThePreviousTrackIsTheOneBefore) {
 }
 
 TEST(OvoAudioPlayerRulesTest, TheEndOfATrackDependsOnThePositionOnly) {
-    struct Row {
-        OvoAudioQueuePosition position;
-        bool interrupted;
-        EndOfTrack then;
-    };
-    const Row rows[] = {
+    const std::tuple<OvoAudioQueuePosition, bool, EndOfTrack> rows[] = {
         {{0, 3}, false, EndOfTrack::GoToNext}, {{0, 3}, true, EndOfTrack::GoToNext},
         {{2, 3}, false, EndOfTrack::Stop},     {{2, 3}, true, EndOfTrack::PlayAgain},
         {{0, 1}, false, EndOfTrack::Stop},     {{0, 1}, true, EndOfTrack::PlayAgain},
     };
-    for (const Row& row : rows)
-        EXPECT_EQ(afterTrack(row.position, row.interrupted), row.then)
-            << row.position.selectedIndex << " of " << row.position.count << row.interrupted;
+    for (const auto& [position, interrupted, then] : rows)
+        EXPECT_EQ(afterTrack(position, interrupted), then)
+            << position.selectedIndex << " of " << position.count << interrupted;
 }
 
 TEST(OvoAudioPlayerRulesTest, RepeatGoesRoundAndLeavesShuffleAlone) {
@@ -91,12 +80,7 @@ TEST(OvoAudioPlayerRulesTest, RepeatGoesRoundAndLeavesShuffleAlone) {
 }
 
 TEST(OvoAudioPlayerLabelsTest, TimesAreTruncatedToWholeSecondsBeforeTheyAreSubtracted) {
-    struct Row {
-        double time, duration;
-        const char* elapsed;
-        const char* remaining;
-    };
-    const Row rows[] = {
+    const std::tuple<double, double, const char*, const char*> rows[] = {
         {0, 0, "0:00", "-0:00"},
         {75, 200, "1:15", "-2:05"},
         {75.999, 200.001, "1:15", "-2:05"},
@@ -108,10 +92,9 @@ TEST(OvoAudioPlayerLabelsTest, TimesAreTruncatedToWholeSecondsBeforeTheyAreSubtr
         {NAN, NAN, "0:00", "-0:00"},
         {-3, 10, "0:00", "-0:10"},
     };
-    for (const Row& row : rows) {
-        EXPECT_EQ(OvoAudioPlayerLabels::elapsed(row.time), row.elapsed);
-        EXPECT_EQ(OvoAudioPlayerLabels::remaining(row.time, row.duration), row.remaining)
-            << row.time << " of " << row.duration;
+    for (const auto& [time, duration, elapsed, remaining] : rows) {
+        EXPECT_EQ(OvoAudioPlayerLabels::elapsed(time), elapsed);
+        EXPECT_EQ(OvoAudioPlayerLabels::remaining(time, duration), remaining) << time;
     }
     EXPECT_EQ(OvoAudioPlayerLabels::wholeSeconds(1e300), std::numeric_limits<int>::max());
     EXPECT_EQ(OvoAudioPlayerLabels::place({3, 12}), "4 of 12");

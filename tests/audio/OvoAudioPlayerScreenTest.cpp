@@ -2,12 +2,8 @@
 #include "tests/audio/PlayerTest.h"
 
 #include "audio/OvoAudioPlayerTableViewCell.h"
-#include "platform/graphics/Bitmap.h"
-#include "platform/graphics/UIImage.h"
 #include "platform/uikit/CAGradientLayer.h"
-#include "platform/uikit/ImageRenderer.h"
 #include "platform/uikit/UIImageView.h"
-#include "platform/uikit/UIViewAnimation.h"
 
 namespace vistrel {
 namespace {

@@ -4,11 +4,9 @@
 #include "catalogue/ABTableViewCellView.h"
 #include "catalogue/MoviesTableViewCell.h"
 #include "catalogue/TVShowsTableViewCell.h"
-#include "platform/graphics/Bitmap.h"
 #include "platform/graphics/CGContext.h"
 #include "platform/graphics/ImageFile.h"
 #include "platform/graphics/UIImage.h"
-#include "platform/uikit/ImageRenderer.h"
 #include "tests/support/ui/ScreenTest.h"
 
 namespace vistrel {

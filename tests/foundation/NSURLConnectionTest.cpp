@@ -123,14 +123,9 @@ TEST_F(NSURLConnectionTest, NothingIsReportedAfterCancel) {
 }
 
 TEST_F(NSURLConnectionTest, EachFailureHasItsCode) {
-    struct Case {
-        const char* name;
-        const char* url;
-        std::function<void()> script;
-        const char* last;
-    };
     using Kind = host::TransferErrorKind;
-    const Case cases[] = {
+    using Script = std::function<void()>;
+    const std::tuple<const char*, const char*, Script, const char*> cases[] = {
         {"no address", "not an address", [] {}, "fail -1000 bad URL"},
         {"other scheme", "ftp://site/a", [] {}, "fail -1002 unsupported URL"},
         {"nobody answers", kURL, [] {}, "fail -1004 Could not connect to the server."},
@@ -147,13 +142,13 @@ TEST_F(NSURLConnectionTest, EachFailureHasItsCode) {
          [this] { network().at(kURL).redirectsTo("file:///etc/passwd"); },
          "fail -1002 unsupported URL"},
     };
-    for (const Case& each : cases) {
-        SCOPED_TRACE(each.name);
-        each.script();
-        connect(each.url);
+    for (const auto& [name, url, script, last] : cases) {
+        SCOPED_TRACE(name);
+        script();
+        connect(url);
         advance(1);
         ASSERT_FALSE(recorder_->events.empty());
-        EXPECT_EQ(recorder_->events.back(), each.last);
+        EXPECT_EQ(recorder_->events.back(), last);
         expectDelegateReleased();
     }
 }

@@ -1,4 +1,3 @@
-#include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIBarButtonItem.h"
 #include "platform/uikit/UINavigationBar.h"
 #include "shell/AboutPageViewController.h"

@@ -1,7 +1,5 @@
 #include "platform/uikit/UIActivityIndicatorView.h"
-#include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UINavigationBar.h"
-#include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UIToolbar.h"
 #include "tests/support/ui/ScreenTest.h"
 

@@ -1,7 +1,6 @@
 #include "platform/uikit/UIButton.h"
 #include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UINavigationBar.h"
-#include "platform/uikit/UINavigationController.h"
 #include "tests/support/ui/ScreenTest.h"
 
 namespace vistrel {

@@ -1,7 +1,6 @@
 #include "platform/uikit/UIApplication.h"
 
 #include "platform/foundation/NSNotificationCenter.h"
-#include "platform/foundation/NSURL.h"
 #include "platform/graphics/UIImage.h"
 #include "platform/uikit/UIApplicationDelegate.h"
 #include "platform/uikit/UIScreen.h"

@@ -1,6 +1,5 @@
 #include "platform/uikit/UISlider.h"
 
-#include "platform/graphics/UIImage.h"
 #include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UIProgressView.h"
 #include "tests/support/ui/ScreenTest.h"
@@ -24,16 +23,12 @@ protected:
 
 TEST_F(UISliderTest, ValuesAreClampedAndPlaceTheThumb) {
     slider->setMaximumValue(200);
-    struct Case {
-        float set, value;
-        double middle;
-    };
-    for (const Case& each :
-         {Case{100, 100, 110}, {-5, 0, 10}, {1e9F, 200, 210}, {NAN, 0, 10}, {50, 50, 60}}) {
-        SCOPED_TRACE(each.set);
-        slider->setValue(each.set);
-        EXPECT_EQ(slider->value(), each.value);
-        EXPECT_EQ(slider->thumbRect().midX(), each.middle);
+    const std::tuple<float, float, double> cases[] = {
+        {100, 100, 110}, {-5, 0, 10}, {1e9F, 200, 210}, {NAN, 0, 10}, {50, 50, 60}};
+    for (const auto& [set, value, middle] : cases) {
+        slider->setValue(set);
+        EXPECT_EQ(slider->value(), value);
+        EXPECT_EQ(slider->thumbRect().midX(), middle) << set;
     }
     slider->setMaximumValue(25);
     EXPECT_EQ(slider->value(), 25) << "a smaller range pulls the value in";
@@ -95,14 +90,11 @@ class UIProgressViewTest : public support::ScreenTest {};
 
 TEST_F(UIProgressViewTest, ClampsAndFillsThatMuch) {
     auto bar = std::make_shared<UIProgressView>(CGRectMake(0, 0, 202, 9));
-    struct Case {
-        float set, progress;
-    };
-    const float infinity = std::numeric_limits<float>::infinity();
-    for (const Case& each :
-         {Case{0.25F, 0.25F}, {1.5F, 1}, {-1, 0}, {NAN, 0}, {infinity, 1}, {0.5F, 0.5F}}) {
-        bar->setProgress(each.set);
-        EXPECT_EQ(bar->progress(), each.progress);
+    const std::pair<float, float> cases[] = {{0.25F, 0.25F}, {1.5F, 1},     {-1, 0},
+                                             {NAN, 0},       {INFINITY, 1}, {0.5F, 0.5F}};
+    for (const auto& [set, progress] : cases) {
+        bar->setProgress(set);
+        EXPECT_EQ(bar->progress(), progress);
     }
     const auto blue = [](std::uint32_t pixel) {
         return (pixel & 0xff) > ((pixel >> 16) & 0xff) + 60;

@@ -61,27 +61,21 @@ TEST_F(UITableViewTest, HeadersStickAndPushOneAnother) {
     owner.rows = {std::vector<std::string>(20, "a"), std::vector<std::string>(20, "b")};
     owner.titles = {{0, "First"}, {1, "Second"}};
     table->reloadData();
-    struct Case {
-        double offset;
-        double first;
-        std::optional<double> second;
-    };
     const double end = 23 + 800;
-    for (const Case& each : {Case{0, 0, {}},
-                             {100, 100, {}},
-                             {500, 500, end},
-                             {end - 23, end - 23, end},
-                             {end - 10, end - 23, end},
-                             {-50, 0, {}}}) {
-        SCOPED_TRACE(each.offset);
-        scrollTo(each.offset);
+    const std::tuple<double, double, std::optional<double>> cases[] = {{0, 0, {}},
+                                                                       {100, 100, {}},
+                                                                       {500, 500, end},
+                                                                       {end - 23, end - 23, end},
+                                                                       {end - 10, end - 23, end},
+                                                                       {-50, 0, {}}};
+    for (const auto& [offset, top, secondTop] : cases) {
+        SCOPED_TRACE(offset);
+        scrollTo(offset);
         ASSERT_NE(table->headerViewForSection(0), nullptr);
-        EXPECT_EQ(table->headerViewForSection(0)->frame(), CGRectMake(0, each.first, 320, 23));
+        EXPECT_EQ(table->headerViewForSection(0)->frame(), CGRectMake(0, top, 320, 23));
         const auto second = table->headerViewForSection(1);
-        ASSERT_EQ(second != nullptr, each.second.has_value());
-        if (second) {
-            EXPECT_EQ(second->frame().minY(), *each.second);
-        }
+        ASSERT_EQ(second != nullptr, secondTop.has_value());
+        EXPECT_EQ(second ? second->frame().minY() : 0, secondTop.value_or(0));
     }
     scrollTo(end + 100);
     EXPECT_EQ(table->headerViewForSection(0), nullptr);

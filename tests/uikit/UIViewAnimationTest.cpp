@@ -60,12 +60,8 @@ TEST_F(UIViewAnimationTest, ValuesAreFinalAtOnceAndShownInBetween) {
 }
 
 TEST_F(UIViewAnimationTest, CurvesRunAsTheirNamesSay) {
-    struct Case {
-        UIViewAnimationCurve curve;
-        double quarter, half, threeQuarters;
-    };
     // The cubic curves' values at these times, from their control points.
-    const Case cases[] = {
+    const std::tuple<UIViewAnimationCurve, double, double, double> cases[] = {
         {UIViewAnimationCurve::Linear, 0.25, 0.5, 0.75},
         {UIViewAnimationCurve::EaseIn, 0.0935, 0.3153, 0.6219},
         {UIViewAnimationCurve::EaseOut, 0.3781, 0.6847, 0.9065},
