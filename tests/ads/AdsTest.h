@@ -1,24 +1,16 @@
 #pragma once
 #include "ads/Network/GADNetworkChecker.h"
 #include "ads/Statistics/GADStatistics.h"
-#include "ads/Utility/GADDeviceEnvironment.h"
+#include "ads/Utility/GADHostDeviceEnvironment.h"
 #include "ads/Utility/GADIdentifierUtilities.h"
 #include "ads/Utility/GADSignalGathering.h"
 #include "tests/support/ui/ScreenTest.h"
 
 namespace vistrel {
 
-/// A device whose every property a test can set.
-class ScriptedDevice : public GADDeviceEnvironment {
+/// The host's device, on which a test can set what the host leaves fixed.
+class ScriptedDevice : public GADHostDeviceEnvironment {
 public:
-    std::string model() override { return modelName; }
-    std::string machine() override { return machineName; }
-    std::string systemVersion() override { return version; }
-    std::string uniqueIdentifier() override { return identifier; }
-    std::vector<std::string> languages() override { return languageNames; }
-    bool canOpenURL(const std::string& url) override {
-        return std::ranges::find(openableURLs, url) != openableURLs.end();
-    }
     std::optional<std::string> audioRoute() override { return route; }
     std::string bundleVersion() override { return bundleVersionText; }
     std::string bundleIdentifier() override { return "org.vistrel.Vistrel"; }
@@ -27,12 +19,6 @@ public:
     GADScreenFrames screenFrames() override { return frames; }
     GADInterfaceOrientation statusBarOrientation() override { return orientation; }
 
-    std::string modelName = "iPhone";
-    std::string machineName = "iPhone3,1";
-    std::string version = "4.3.5";
-    std::string identifier = "2b6f0cc904d137be2e1730235f5664094b831186";
-    std::vector<std::string> languageNames{"en-GB", "de"};
-    std::vector<std::string> openableURLs;
     std::optional<std::string> route = "Speaker";
     std::string bundleVersionText = "1.2";
     std::optional<GADInterfaceIdiom> idiom = GADInterfaceIdiom::Phone;
@@ -44,7 +30,15 @@ public:
 /// Base of the ad library's tests. Each test gets new shared objects of the library.
 class AdsTest : public support::ScreenTest {
 protected:
-    AdsTest() { GADDeviceEnvironment::install(phone_); }
+    AdsTest() {
+        phoneIdentity() = {"iPhone",
+                           "iPhone3,1",
+                           "iPhone OS",
+                           "4.3.5",
+                           "2b6f0cc904d137be2e1730235f5664094b831186",
+                           {"en-GB", "de"}};
+        GADDeviceEnvironment::install(phone_);
+    }
     ~AdsTest() override {
         restartLibrary();
         GADSignalGathering::setShared(nullptr);
@@ -52,6 +46,7 @@ protected:
     }
 
     ScriptedDevice& phone() { return *phone_; }
+    host::DeviceIdentity& phoneIdentity() { return device().values(); }
     /// Drops the shared objects, as a restart of the application does.
     void restartLibrary() {
         GADStatistics::releaseSharedStatistics();

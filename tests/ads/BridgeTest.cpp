@@ -9,7 +9,6 @@ class BridgeTest : public BannerTest {
 protected:
     BridgeTest() {
         desktop().schemes().insert("tel");
-        phone().openableURLs = {"tel:1"};
         network().at("http://track.example/1").body("ok");
         network().at("http://click.example/1").body("ok");
     }

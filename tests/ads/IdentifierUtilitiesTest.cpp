@@ -1,10 +1,7 @@
 #include "ads/Utility/GADIdentifierUtilities.h"
 
-#include "ads/Utility/GADHostDeviceEnvironment.h"
 #include "platform/foundation/NSUserDefaults.h"
 #include "tests/ads/AdsTest.h"
-
-#include <tuple>
 
 namespace vistrel {
 namespace {
@@ -23,10 +20,10 @@ protected:
 };
 
 TEST_F(GADIdentifierUtilitiesTest, UnknownValuesAreLeftOut) {
-    phone().modelName = "";
-    phone().machineName = "";
-    phone().identifier = "";
-    phone().languageNames = {};
+    phoneIdentity().model = "";
+    phoneIdentity().machine = "";
+    phoneIdentity().uniqueIdentifier = "";
+    phoneIdentity().languages = {};
     phone().bundleVersionText = "";
     for (const char* key : {"isu", "platform", "submodel", "hl", "cap_bs", "ios_ipadc"})
         EXPECT_EQ(parameter(key), "none") << key;
@@ -52,11 +49,11 @@ TEST_F(GADIdentifierUtilitiesTest, ReportsTheDevice) {
         {[](auto&) {}, "u_h", "1004"},
         {[](auto& phone) { phone.scale = std::nullopt; }, "u_sd", "1"},
         {[](auto& phone) { phone.scale = 1.5F; }, "u_sd", "1.5"},
-        {[](auto& phone) { phone.openableURLs = {"kindle://home"}; }, "cap_bs", "2"},
-        {[](auto& phone) { phone.openableURLs = {"itms-books://"}; }, "cap_bs", "1"},
-        {[](auto& phone) { phone.openableURLs.emplace_back("kindle://home"); }, "cap_bs", "3"},
+        {[this](auto&) { desktop().schemes() = {"kindle"}; }, "cap_bs", "2"},
+        {[this](auto&) { desktop().schemes() = {"itms-books"}; }, "cap_bs", "1"},
+        {[this](auto&) { desktop().schemes().insert("kindle"); }, "cap_bs", "3"},
         {[](auto&) {}, "ios_ipadc", "none"},
-        {[](auto& phone) { phone.modelName = "iPad"; }, "ios_ipadc", "1"},
+        {[this](auto&) { phoneIdentity().model = "iPad"; }, "ios_ipadc", "1"},
         {[](auto& phone) { phone.idiom = std::nullopt; }, "ios_ipadc", "1"},
         {[](auto& phone) { phone.idiom = Idiom::Pad; }, "ios_ipadc", "none"},
     };
@@ -73,10 +70,10 @@ TEST_F(GADIdentifierUtilitiesTest, ReportsTheDevice) {
 
 TEST_F(GADIdentifierUtilitiesTest, KeepsConstantValuesAndRereadsTheOthers) {
     (void)identifiers().parameters();
-    phone().identifier = "another";
-    phone().machineName = "iPad1,1";
-    phone().languageNames = {"fr"};
-    phone().version = "5.0";
+    phoneIdentity().uniqueIdentifier = "another";
+    phoneIdentity().machine = "iPad1,1";
+    phoneIdentity().languages = {"fr"};
+    phoneIdentity().systemVersion = "5.0";
     phone().route = "";
     EXPECT_EQ(parameter("isu"), "74E669AF443471BF2DAEDD62649A764B");
     EXPECT_EQ(parameter("submodel"), "iPhone3,1");
@@ -91,7 +88,7 @@ TEST_F(GADIdentifierUtilitiesTest, SplitsAndComparesTheSystemVersion) {
         {"", 0, 0, 0},      {"5.b.2", 5, 0, 2}, {"4.3.5.6", 4, 3, 5},
     };
     for (const auto& [version, wantedMajor, wantedMinor, wantedBugFix] : cases) {
-        phone().version = version;
+        phoneIdentity().systemVersion = version;
         int major = -1;
         int minor = -1;
         int bugFix = -1;
@@ -111,16 +108,11 @@ TEST_F(GADIdentifierUtilitiesTest, SplitsAndComparesTheSystemVersion) {
 
 TEST_F(GADIdentifierUtilitiesTest, TheHostEnvironmentReportsTheHostsValues) {
     GADHostDeviceEnvironment environment;
-    EXPECT_EQ(environment.machine(), "Machine1,1");
-    EXPECT_EQ(environment.systemVersion(), "12.5");
     EXPECT_EQ(environment.audioRoute(), "Speaker");
     media().setAudioRoute(host::Failure{ENODEV, "no sound"});
     EXPECT_EQ(environment.audioRoute(), std::nullopt);
     display().setScale(3);
     EXPECT_EQ(environment.screenScale(), 3.0F);
-    EXPECT_TRUE(environment.canOpenURL("http://h/"));
-    EXPECT_FALSE(environment.canOpenURL("kindle://home"));
-    EXPECT_EQ(environment.languages(), std::vector<std::string>{"en"});
     NSUserDefaults::standardUserDefaults().setObjectForKey(Value::Array{"de-AT", "fr"},
                                                            "AppleLanguages");
     EXPECT_EQ(environment.languages(), (std::vector<std::string>{"de-AT", "fr"}));

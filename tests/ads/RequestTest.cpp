@@ -21,7 +21,7 @@ protected:
         auto request = aRequest();
         request->setTesting(true);
         request->setTestDevices(std::make_shared<GADRequest::Strings>(
-            GADRequest::Strings{"another", phone().identifier}));
+            GADRequest::Strings{"another", phoneIdentity().uniqueIdentifier}));
         request->setAdditionalParameters(
             std::make_shared<Value::Dictionary>(Value::Dictionary{{"q", "shoes"}}));
         request->setGender(GADGender::Female);
@@ -83,7 +83,7 @@ TEST_F(GADRequestTest, OnlyTheOldTestSwitchAndListedDevicesGetTestAds) {
                                          "\"testDevices\" instead."));
     }
     const std::pair<std::string, const char*> devices[] = {
-        {"74E669AF443471BF2DAEDD62649A764B", "none"}, {phone().identifier, "\"on\""}};
+        {"74E669AF443471BF2DAEDD62649A764B", "none"}, {phoneIdentity().uniqueIdentifier, "\"on\""}};
     for (const auto& [device, expected] : devices) {
         request->setTestDevices(std::make_shared<GADRequest::Strings>(1, device));
         EXPECT_EQ(sent(*request, "adtest"), expected) << device;
@@ -227,7 +227,7 @@ TEST_F(GADRequestTest, KnowsTheRequestTypesAndTheOldestSystem) {
                                                         {"3", 0, true},     {"12.5", 0, true},
                                                         {"3.2.1", 2, true}, {"3.2.1", 3, false}};
     for (const auto& [version, minor, enough] : cases) {
-        phone().version = version;
+        phoneIdentity().systemVersion = version;
         EXPECT_EQ(GADRequest::deviceAtLeastMinimumOSMajorVersionMinorVersion(3, minor), enough)
             << version;
     }

@@ -69,7 +69,7 @@ protected:
         ask();
     }
     void askOnAnOldSystem() {
-        phone().version = "2.2.1";
+        phoneIdentity().systemVersion = "2.2.1";
         ask();
     }
     void arrive() { advance(6); }
