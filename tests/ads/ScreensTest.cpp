@@ -46,12 +46,9 @@ protected:
 };
 
 TEST_F(AdScreensTest, StatusBarAndIdleTimerAreRestored) {
-    const struct {
-        bool barHidden;
-        bool idleDisabled;
-        double dismissedAfter; ///< seconds from the presentation
-    } cases[] = {{false, false, 1}, {true, false, 1},  {false, true, 1},
-                 {true, true, 1},   {false, false, 0}, {false, true, 0.1}};
+    const std::tuple<bool, bool, double> cases[] = {{false, false, 1}, {true, false, 1},
+                                                    {false, true, 1},  {true, true, 1},
+                                                    {false, false, 0}, {false, true, 0.1}};
     for (const auto& [barHidden, idleDisabled, dismissedAfter] : cases) {
         application().setStatusBarHidden(barHidden);
         application().setIdleTimerDisabled(idleDisabled);

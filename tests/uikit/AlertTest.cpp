@@ -121,11 +121,9 @@ TEST_F(Alert, NothingBelowGetsTouchesOrKeysAndAFingerThatIsDownIsCancelled) {
 }
 
 TEST_F(Alert, ButtonsAreSideBySideOrInRows) {
-    const struct {
-        std::vector<std::string> others;
-        int rows;
-        std::vector<std::string> topToBottom; ///< a comma: side by side
-    } cases[] = {
+    using Titles = std::vector<std::string>;
+    const std::tuple<Titles, int, Titles> cases[] = {
+        // a comma: side by side
         {{}, 0, {"Cancel"}},
         {{"A"}, 0, {"Cancel,A"}},
         {{"A"}, 2, {"A", "Cancel"}},
@@ -133,10 +131,10 @@ TEST_F(Alert, ButtonsAreSideBySideOrInRows) {
         {{"A", "B"}, 3, {"A", "B", "Cancel"}},
         {{"A", "B", "C"}, 2, {"Cancel,A", "B,C"}},
     };
-    for (const auto& test : cases) {
-        show("Layout", test.others, "Message", test.rows);
+    for (const auto& [others, rows, topToBottom] : cases) {
+        show("Layout", others, "Message", rows);
         double last = 0;
-        for (const std::string& row : test.topToBottom) {
+        for (const std::string& row : topToBottom) {
             const auto comma = row.find(',');
             const CGRect first = placeOfButton(row.substr(0, comma));
             EXPECT_GT(first.minY(), last) << row;

@@ -92,31 +92,28 @@ TEST_F(MailCompose, AMailThatCanNeitherBeSentNorSavedIsReported) {
 }
 
 TEST_F(MailCompose, CancelOffersToDeleteSaveOrContinueADraft) {
-    const struct {
-        std::string choice; ///< empty: nothing was written, Cancel does not ask
-        std::vector<int> results;
-        std::size_t drafts;
-        bool shown;
-    } cases[] = {{"", {0}, 0, false},
-                 {"Cancel", {}, 0, true},
-                 {"Save Draft", {1}, 1, false},
-                 {"Delete Draft", {0}, 0, false}};
-    std::size_t drafts = 0;
-    for (const auto& test : cases) {
+    // Without a choice nothing was written, and Cancel does not ask.
+    const std::tuple<std::string, std::vector<int>, std::size_t, bool> cases[] = {
+        {"", {0}, 0, false},
+        {"Cancel", {}, 0, true},
+        {"Save Draft", {1}, 1, false},
+        {"Delete Draft", {0}, 0, false}};
+    std::size_t before = 0;
+    for (const auto& [choice, results, drafts, shown] : cases) {
         if (!isShown()) {
             ending_->results.clear();
             compose();
         }
-        if (!test.choice.empty())
+        if (!choice.empty())
             typeInto("Message", "Written ");
         act("key Escape; wait 1");
-        EXPECT_EQ(UIActionSheet::visibleSheet() != nullptr, !test.choice.empty());
-        if (!test.choice.empty())
-            act("button " + test.choice + "; wait 1");
-        EXPECT_EQ(ending_->results, test.results) << test.choice;
-        EXPECT_EQ(desktop().drafts().size() - drafts, test.drafts) << test.choice;
-        EXPECT_EQ(isShown(), test.shown) << test.choice;
-        drafts = desktop().drafts().size();
+        EXPECT_EQ(UIActionSheet::visibleSheet() != nullptr, !choice.empty());
+        if (!choice.empty())
+            act("button " + choice + "; wait 1");
+        EXPECT_EQ(ending_->results, results) << choice;
+        EXPECT_EQ(desktop().drafts().size() - before, drafts) << choice;
+        EXPECT_EQ(isShown(), shown) << choice;
+        before = desktop().drafts().size();
     }
 }
 

@@ -54,12 +54,8 @@ TEST(UIViewGeometryTest, AutoresizingSharesTheGrowthDownTheTree) {
     constexpr unsigned height = UIViewAutoresizingFlexibleHeight;
     constexpr unsigned bottom = UIViewAutoresizingFlexibleBottomMargin;
     const auto rect = CGRectMake;
-    const struct {
-        const char* name;
-        unsigned mask;
-        CGRect before;
-        CGRect after; ///< the superview goes from 100 x 100 to 200 x 300
-    } cases[] = {
+    // Before and after the superview goes from 100 x 100 to 200 x 300.
+    const std::tuple<const char*, unsigned, CGRect, CGRect> cases[] = {
         {"none", 0, rect(10, 20, 30, 40), rect(10, 20, 30, 40)},
         {"width", width, rect(10, 20, 30, 40), rect(10, 20, 130, 40)},
         {"left margin", left, rect(10, 20, 30, 40), rect(110, 20, 30, 40)},
@@ -73,19 +69,19 @@ TEST(UIViewGeometryTest, AutoresizingSharesTheGrowthDownTheTree) {
         {"margins above and below", top | bottom, rect(0, 20, 10, 20), rect(0, 70, 10, 20)},
         {"width and height", width | height, rect(0, 0, 100, 100), rect(0, 0, 200, 300)},
     };
-    for (const auto& test : cases) {
+    for (const auto& [name, mask, before, after] : cases) {
         auto root = viewAt(0, 0, 100, 100);
         auto parent = viewAt(0, 0, 100, 100);
-        auto child = std::make_shared<UIView>(test.before);
+        auto child = std::make_shared<UIView>(before);
         parent->setAutoresizingMask(width | height);
-        child->setAutoresizingMask(test.mask);
+        child->setAutoresizingMask(mask);
         root->addSubview(parent);
         parent->addSubview(child);
         root->setFrame(CGRectMake(0, 0, 200, 300));
-        EXPECT_EQ(child->frame(), test.after) << test.name;
+        EXPECT_EQ(child->frame(), after) << name;
         root->setAutoresizesSubviews(false);
         root->setFrame(CGRectMake(0, 0, 400, 400));
-        EXPECT_EQ(parent->frame(), CGRectMake(0, 0, 200, 300)) << test.name;
+        EXPECT_EQ(parent->frame(), CGRectMake(0, 0, 200, 300)) << name;
     }
 }
 
