@@ -5,8 +5,6 @@
 
 #include <cstring>
 #include <ctime>
-#include <filesystem>
-#include <fstream>
 
 namespace vistrel {
 namespace {
@@ -93,17 +91,23 @@ TEST_F(AudioFileTest, TheRawTagIsReturnedByteForByte) {
     }
 }
 
-TEST_F(AudioFileTest, OtherKindsOfMusicAreRecognisedByTheirContent) {
-    const std::pair<const char*, const char*> files[] = {
-        {"/ogg.mp3", "Foreign"},
-        {"/flac.mp3", "Foreign"},
-        {"/ipod.mp3", "Foreign"},
-        {"/wav.mp3", nullptr}}; // whether it reads that one is up to the age of the library
-    for (const auto& [path, title] : files) {
-        const auto info = open(path)->info().value();
-        EXPECT_NEAR(info.duration, 2, 0.1) << path;
-        if (title) {
-            EXPECT_EQ(info.title, title) << path;
+TEST_F(AudioFileTest, TheContentDecidesTheKindAndLengthsAreWithinOnePercent) {
+    // With an old tag at the end and rubbish in the middle.
+    std::string odd = sample("headerless.mp3");
+    odd.insert(odd.size() / 2, 3000, 'x').append("TAG" + std::string(125, '\0'));
+    const struct {
+        std::string path;
+        double seconds;
+        const char* title = "";
+    } files[] = {
+        {"/ogg.mp3", 2, "Foreign"}, {"/flac.mp3", 2, "Foreign"}, {"/ipod.mp3", 2, "Foreign"},
+        {"/wav.mp3", 2, nullptr}, // whether it is read is up to the age of the library
+        {"/headerless.mp3", 40},    {"/varying.mp3", 20},        {made(odd), 40}};
+    for (const auto& file : files) {
+        const auto info = open(file.path)->info().value();
+        EXPECT_NEAR(info.duration, file.seconds, file.seconds * 0.01 + 0.08) << file.path;
+        if (file.title) {
+            EXPECT_EQ(info.title, file.title) << file.path;
         }
     }
 }
@@ -118,18 +122,6 @@ TEST_F(AudioFileTest, AFileThatCannotBeReadFailsQuicklyWithAReason) {
     for (const auto& [path, code] : files)
         EXPECT_EQ(media_->openAudioFile(path).failure().code, code) << path;
     EXPECT_LT(std::clock() - before, CLOCKS_PER_SEC / 10);
-}
-
-TEST_F(AudioFileTest, ALengthIsWithinOnePercentForVariableRatesWithoutAHeader) {
-    EXPECT_NEAR(open("/headerless.mp3")->info().value().duration, 40, 0.4);
-    EXPECT_NEAR(open("/varying.mp3")->info().value().duration, 20, 0.2);
-    // With an old tag at the end and rubbish in the middle.
-    const std::string sound = sample("headerless.mp3");
-    const std::string rubbish(3000, 'x');
-    const std::string half = sound.substr(0, sound.size() / 2);
-    const auto odd =
-        made(half + rubbish + sound.substr(half.size()) + "TAG" + std::string(125, '\0'));
-    EXPECT_NEAR(open(odd)->info().value().duration, 40, 0.4);
 }
 
 }
