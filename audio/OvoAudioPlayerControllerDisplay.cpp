@@ -3,6 +3,7 @@
 #include "audio/OvoAudioPlayerLabels.h"
 #include "audio/OvoAudioPlayerReflection.h"
 #include "audio/OvoAudioPlayerRemote.h"
+#include "platform/foundation/NSBundle.h"
 #include "platform/foundation/NSTimer.h"
 #include "platform/foundation/NSUserDefaults.h"
 #include "platform/foundation/Weakly.h"
@@ -36,7 +37,7 @@ float volumeToShow(const AVAudioPlayer* player, float shown) {
 void setModePicture(UIButton& button, const char* name, const char* spokenState) {
     button.setImageForState(audioPlayerPicture(name), UIControlState::Normal);
     auto element = button.accessibilityElement();
-    element.value = spokenState;
+    element.value = NSLocalizedString(spokenState);
     button.setAccessibility(std::move(element));
 }
 

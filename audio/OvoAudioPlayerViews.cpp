@@ -31,7 +31,7 @@ std::shared_ptr<UIButton> button(const CGRect& frame, std::shared_ptr<const UIIm
                                  const char* spoken) {
     auto button = std::make_shared<UIButton>(frame);
     button->setImageForState(std::move(picture), UIControlState::Normal);
-    button->setAccessibility({UIAccessibilityRole::Button, spoken, {}, true});
+    button->setAccessibility({UIAccessibilityRole::Button, NSLocalizedString(spoken), {}, true});
     return button;
 }
 
@@ -71,7 +71,7 @@ std::shared_ptr<UISlider> slider(const CGRect& frame, const char* knob, const ch
     slider->setThumbImage(audioPlayerPicture(knob));
     slider->setMinimumTrackImage(stretchable("AudioPlayerScrubberLeft", 5, 3));
     slider->setMaximumTrackImage(stretchable("AudioPlayerScrubberRight", 5, 3));
-    slider->setAccessibility({UIAccessibilityRole::Slider, spoken, {}, true});
+    slider->setAccessibility({UIAccessibilityRole::Slider, NSLocalizedString(spoken), {}, true});
     return slider;
 }
 

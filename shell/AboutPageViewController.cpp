@@ -46,7 +46,8 @@ void AboutPageViewController::viewDidLoad() {
     const std::string path = NSBundle::mainBundle().pathForResourceOfType("About", "jpg");
     if (!path.empty())
         picture->setImage(UIImage::imageWithContentsOfFile(path));
-    picture->setAccessibility({UIAccessibilityRole::Image, "About Vistrel", {}, true});
+    picture->setAccessibility(
+        {UIAccessibilityRole::Image, NSLocalizedString("About Vistrel"), {}, true});
     view()->addSubview(picture);
 }
 

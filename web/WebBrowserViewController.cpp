@@ -189,7 +189,7 @@ void WebBrowserViewController::makeToolbarItems() {
         auto item = UIBarButtonItem::withImage(UIImage::imageNamed(image),
                                                UIBarButtonItemStyle::Plain, weakly(this, action));
         item->setTag(tag);
-        item->setAccessibilityLabel(label);
+        item->setAccessibilityLabel(NSLocalizedString(label));
         return item;
     };
     const auto systemItem = [this](UIBarButtonSystemItem system,

@@ -8,6 +8,7 @@
 #include "ads/Utility/GADIntrinsicImages.h"
 #include "ads/View/GADWebView.h"
 #include "ads/WebApp/GADWebAppViewControllerPrivate.h"
+#include "platform/foundation/NSBundle.h"
 #include "platform/foundation/NSURLRequest.h"
 #include "platform/foundation/Weakly.h"
 #include "platform/uikit/UIActivityIndicatorView.h"
@@ -104,7 +105,8 @@ void GADWebAppViewController::addCloseButton() {
     vars->closeButton_->setFrame(CGRectMake(0, 0, kCloseButtonSize, kCloseButtonSize));
     vars->closeButton_->setImageForState(GADIntrinsicImages::closeButton(), UIControlState::Normal);
     vars->closeButton_->setShowsTouchWhenHighlighted(true);
-    vars->closeButton_->setAccessibility({UIAccessibilityRole::Button, "Close", {}, true});
+    vars->closeButton_->setAccessibility(
+        {UIAccessibilityRole::Button, NSLocalizedString("Close"), {}, true});
     vars->closeButton_->addTarget(weakly(this, &GADViewController::relinquishScreen),
                                   UIControlEventTouchUpInside);
     view()->addSubview(vars->closeButton_);

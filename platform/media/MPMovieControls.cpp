@@ -1,5 +1,6 @@
 #include "platform/media/MPMovieControls.h"
 
+#include "platform/foundation/NSBundle.h"
 #include "platform/foundation/NSTimer.h"
 #include "platform/foundation/Weakly.h"
 #include "platform/media/MPMovieTransportButton.h"
@@ -76,14 +77,15 @@ MPMovieControls::~MPMovieControls() {
 void MPMovieControls::makeTopBar() {
     topBar_ = makeBar();
     doneButton_ = UIButton::buttonWithType(UIButtonType::Custom);
-    doneButton_->setTitleForState("Done", UIControlState::Normal);
+    doneButton_->setTitleForState(NSLocalizedString("Done"), UIControlState::Normal);
     doneButton_->setTitleColorForState(UIColor::whiteColor(), UIControlState::Normal);
     doneButton_->titleLabel().setFont(UIFont::boldSystemFontOfSize(14));
     doneButton_->setBackgroundColor(UIColor::colorWithRedGreenBlueAlpha(0.16F, 0.34F, 0.78F, 0.9F));
     elapsed_ = makeTimeLabel(UITextAlignment::Right);
     remaining_ = makeTimeLabel(UITextAlignment::Left);
     position_ = std::make_shared<UISlider>();
-    position_->setAccessibility({UIAccessibilityRole::Slider, "Position", {}, true});
+    position_->setAccessibility(
+        {UIAccessibilityRole::Slider, NSLocalizedString("Position"), {}, true});
     for (const std::shared_ptr<UIView>& part : std::initializer_list<std::shared_ptr<UIView>>{
              doneButton_, elapsed_, position_, remaining_})
         topBar_->addSubview(part);
@@ -94,7 +96,7 @@ void MPMovieControls::makeBottomBar() {
     bottomBar_ = makeBar();
     transport_ = std::make_shared<MPMovieTransportButton>();
     volume_ = std::make_shared<UISlider>();
-    volume_->setAccessibility({UIAccessibilityRole::Slider, "Volume", {}, true});
+    volume_->setAccessibility({UIAccessibilityRole::Slider, NSLocalizedString("Volume"), {}, true});
     volume_->setValue(1);
     bottomBar_->addSubview(transport_);
     bottomBar_->addSubview(volume_);

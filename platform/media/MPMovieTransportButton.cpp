@@ -1,5 +1,7 @@
 #include "platform/media/MPMovieTransportButton.h"
 
+#include "platform/foundation/NSBundle.h"
+
 #include <utility>
 
 namespace vistrel {
@@ -42,7 +44,10 @@ void MPMovieTransportButton::drawRect(const CGRect& rect) {
 }
 
 UIAccessibilityElement MPMovieTransportButton::accessibilityElement() const {
-    return {UIAccessibilityRole::Button, playing_ ? "Pause" : "Play", {}, isEnabled()};
+    return {UIAccessibilityRole::Button,
+            NSLocalizedString(playing_ ? "Pause" : "Play"),
+            {},
+            isEnabled()};
 }
 
 }

@@ -1,5 +1,6 @@
 #include "platform/media/MPMovieView.h"
 
+#include "platform/foundation/NSBundle.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UIKey.h"
@@ -36,7 +37,7 @@ MPMovieView::MPMovieView(CGRect frame, MPMovieControls::Actions actions)
     setClipsToBounds(true);
     addSubview(picture_);
     addSubview(controls_);
-    setAccessibility({UIAccessibilityRole::Image, "Video", {}, true});
+    setAccessibility({UIAccessibilityRole::Image, NSLocalizedString("Video"), {}, true});
 }
 
 void MPMovieView::setPlayback(host::MoviePlayback* playback) {

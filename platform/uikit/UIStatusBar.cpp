@@ -1,5 +1,6 @@
 #include "platform/uikit/UIStatusBar.h"
 
+#include "platform/foundation/NSBundle.h"
 #include "platform/foundation/NSRunLoop.h"
 #include "platform/graphics/CGContext.h"
 #include "platform/graphics/UIStringDrawing.h"
@@ -104,8 +105,8 @@ void UIStatusBar::drawRect(const CGRect& rect) {
 }
 
 UIAccessibilityElement UIStatusBar::accessibilityElement() const {
-    return {UIAccessibilityRole::Label, clockText_, networkActivity_ ? "network activity" : "",
-            true};
+    return {UIAccessibilityRole::Label, clockText_,
+            networkActivity_ ? NSLocalizedString("network activity") : std::string(), true};
 }
 
 }

@@ -3,9 +3,13 @@
 #include "platform/foundation/NSFileHandle.h"
 #include "platform/foundation/NSFileManager.h"
 #include "platform/foundation/NSUserDefaults.h"
+#include "platform/foundation/UserLocale.h"
 #include "tests/support/HostTest.h"
 
 #include <cerrno>
+#include <clocale>
+#include <cstdlib>
+#include <map>
 
 namespace vistrel {
 namespace {
@@ -145,6 +149,32 @@ TEST_F(FilesTest, TranslationsFallBackToTheValueThenTheKey) {
     EXPECT_EQ(bundle.localizedStringForKeyValue("No", "No!"), "No!");
     EXPECT_EQ(bundle.localizedStringForKeyValue("No"), "No");
     EXPECT_EQ(bundle.pathForResourceOfType("not there", "png"), "");
+}
+
+TEST(UserLocaleTest, AMissingLocaleIsNamedAndTheOthersAreAdopted) {
+    const struct {
+        std::map<std::string, std::string> variables;
+        std::string missing;
+        std::string characters;
+    } cases[] = {
+        {{{"LC_ALL", "C.UTF-8"}, {"LANG", "tlh_XX"}}, "", "C.UTF-8"},
+        {{{"LANG", "C.UTF-8"}}, "", "C.UTF-8"},
+        {{{"LC_ALL", "tlh_XX.UTF-8"}, {"LANG", "C.UTF-8"}}, "tlh_XX.UTF-8", "C"},
+        {{{"LC_MESSAGES", "tlh_XX"}, {"LANG", "C.UTF-8"}}, "tlh_XX", "C.UTF-8"},
+        {{}, "", "C"},
+    };
+    for (const auto& [variables, missing, characters] : cases) {
+        for (const char* name :
+             {"LC_ALL", "LC_CTYPE", "LC_COLLATE", "LC_TIME", "LC_MONETARY", "LC_MESSAGES", "LANG"})
+            ::unsetenv(name);
+        for (const auto& [name, value] : variables)
+            ::setenv(name.c_str(), value.c_str(), 1);
+        std::setlocale(LC_ALL, "C");
+        EXPECT_EQ(adoptUserLocale(), missing);
+        EXPECT_EQ(std::setlocale(LC_CTYPE, nullptr), characters);
+        EXPECT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "C");
+    }
+    std::setlocale(LC_ALL, "C");
 }
 
 }

@@ -6,7 +6,7 @@
 namespace vistrel::support {
 
 HostTest::HostTest() {
-    adoptUserLocale();
+    (void)adoptUserLocale();
 }
 
 HostTest::~HostTest() {

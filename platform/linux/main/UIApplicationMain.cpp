@@ -111,7 +111,9 @@ int UIApplicationMain(int, char*[], const UILaunchOptions& options,
                       const UIMainInterface& mainInterface) {
     filterToolkitLog();
     gtk_disable_setlocale();
-    adoptUserLocale();
+    if (const std::string missing = adoptUserLocale(); !missing.empty())
+        std::fprintf(stderr, "vistrel: the locale %s is not installed; try 'locale -a'\n",
+                     missing.c_str());
     // Desktops find the application's desktop entry and icon by this name.
     g_set_prgname(kApplicationID);
     const std::string deviceRoot =

@@ -1,0 +1,117 @@
+#include "downloads/FileImport.h"
+#include "platform/foundation/NSURL.h"
+#include "platform/uikit/MFMailComposeViewController.h"
+#include "platform/uikit/UIAccessibilityTree.h"
+#include "platform/uikit/UICommand.h"
+#include "platform/uikit/UIEventDispatcher.h"
+#include "platform/uikit/UITableView.h"
+#include "shell/RootViewController.h"
+#include "tests/support/ui/ScreenTest.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cctype>
+#include <fstream>
+#include <set>
+#include <string>
+
+namespace vistrel {
+namespace {
+
+const std::string kMark = "*";
+
+/// The phone's own texts, which are in English everywhere, and names.
+const std::set<std::string> kSameEverywhere{
+    "Choose a Section", "Members",   "More Sites", "Open Reel", "Vistrel", "Help",
+    "Credits",          "Downloads", "Videos",     "Music",     "1 of 1"};
+
+/// Numbers, times and addresses are in no language.
+bool hasWords(const std::string& text) {
+    return std::ranges::any_of(text, [](unsigned char c) { return std::isalpha(c) != 0; }) &&
+           !text.starts_with("http://");
+}
+
+class TranslationTest : public support::ScreenTest {
+protected:
+    /// Every text of the template is translated by a mark in front of it.
+    TranslationTest() {
+        std::ifstream pot(std::string(RESOURCES_FOLDER) + "/po/vistrel.pot");
+        for (std::string line; std::getline(pot, line);) {
+            if (line.starts_with("msgid \"") && line.size() > 8) {
+                const std::string key = line.substr(7, line.size() - 8);
+                deterministicHost().translations[key] = kMark + key;
+            }
+        }
+        deterministicHost().settings["site/base-url"] = "http://site.example";
+        files().put("/var/mobile/Library/Downloads/*1.mp4");
+        files().put("/var/mobile/Library/Downloads/*2.mp3");
+        menu_ = std::make_shared<RootViewController>();
+        push(menu_);
+        look();
+    }
+    ~TranslationTest() override { menu_.reset(); }
+
+    /// Collects what the screen now says in English.
+    void look() {
+        settle();
+        for (const auto& seen : accessibilityTree(screen())) {
+            for (const std::string& text : {seen.element.label, seen.element.value}) {
+                if (hasWords(text) && text.find(kMark) == std::string::npos &&
+                    !kSameEverywhere.contains(text))
+                    english_.insert(text);
+            }
+        }
+    }
+    void tapAndLook(UIAccessibilityRole role, const std::string& label) {
+        EXPECT_TRUE(tapElement(role, label)) << label;
+        look();
+    }
+    void tapButtonAndLook(const std::string& label) {
+        tapAndLook(UIAccessibilityRole::Button, label);
+    }
+    void select(int section, int row) {
+        menu_->tableViewDidSelectRowAtIndexPath(*menu_->tableView(), {section, row});
+        look();
+    }
+
+    std::shared_ptr<RootViewController> menu_;
+    std::set<std::string> english_;
+};
+
+TEST_F(TranslationTest, TheLibraryAndThePlayersAreTranslated) {
+    select(1, 3);
+    FileImport::offer(*NSURL::URLWithString("file:///home/ann/*A.mp4"), navigation());
+    look();
+    tapButtonAndLook("*Cancel");
+    act("second 160,120");
+    look();
+    tapButtonAndLook("*Rename…");
+    tapButtonAndLook("*Rename");
+    tapButtonAndLook("*Edit");
+    tapButtonAndLook("*Delete *1");
+    tapButtonAndLook("*Done");
+    tapAndLook(UIAccessibilityRole::Row, "*2");
+    for (const char* button : {"*Cover", "*Repeat", "*Repeat", "*Shuffle", "*Tracks"})
+        tapButtonAndLook(button);
+    tapButtonAndLook("*Done");
+    tapAndLook(UIAccessibilityRole::Row, "*1");
+    EXPECT_TRUE(find(UIAccessibilityRole::Slider, "*Volume"));
+    EXPECT_THAT(english_, testing::IsEmpty());
+}
+
+TEST_F(TranslationTest, TheBrowserAndTheMailScreenAreTranslated) {
+    select(2, 0);
+    application().events().sendCommand(UICommand::GoToAddress);
+    look();
+    EXPECT_EQ(alertTitle(), "*Go to Address");
+    tapButtonAndLook("*Cancel");
+    const auto mail = std::make_shared<MFMailComposeViewController>();
+    navigation().presentModalViewController(mail, false);
+    look();
+    tapButtonAndLook("*Cancel");
+    EXPECT_THAT(english_, testing::IsEmpty());
+}
+
+}
+}
