@@ -7,13 +7,21 @@
 namespace vistrel {
 namespace {
 
-using AudioServicesTest = MediaTest;
+class AudioServicesTest : public MediaTest {
+protected:
+    /// A file with these tags, opened.
+    AudioFileID opened(const host::AudioFileReader::Info& info,
+                       const std::vector<std::byte>& tag = {}) {
+        media().setTags("/var/a b.mp3", info, tag);
+        AudioFileID file;
+        EXPECT_EQ(AudioFileOpenURL(NSURL::fileURLWithPath("/var/a b.mp3"), file), noErr);
+        return file;
+    }
+};
 
 std::vector<std::byte> bytes(const std::string& text) {
-    std::vector<std::byte> result;
-    for (const char character : text)
-        result.push_back(static_cast<std::byte>(character));
-    return result;
+    const auto view = std::as_bytes(std::span(text));
+    return {view.begin(), view.end()};
 }
 
 /// An ID3 header: version, flags and four bytes of size.
@@ -22,25 +30,20 @@ std::vector<std::byte> header(std::string numbers) {
 }
 
 TEST_F(AudioServicesTest, TheInfoDictionaryContainsOnlyTheFilesValues) {
-    media().setTags("/var/a b.mp3", {"Song", "", "Album", 245.7}, {});
-    media().setTags("/var/bare.mp3", {}, {});
-    AudioFileID file;
-    ASSERT_EQ(AudioFileOpenURL(NSURL::fileURLWithPath("/var/a b.mp3"), file), noErr);
     std::optional<Value> info;
-    ASSERT_EQ(AudioFileGetProperty(file, kAudioFilePropertyInfoDictionary, info), noErr);
+    ASSERT_EQ(AudioFileGetProperty(opened({"Song", "", "Album", 245.7}),
+                                   kAudioFilePropertyInfoDictionary, info),
+              noErr);
     EXPECT_EQ(*info, Value(Value::Dictionary{{"title", "Song"},
                                              {"album", "Album"},
                                              {"approximate duration in seconds", "245.700"}}));
-    ASSERT_EQ(AudioFileOpenURL(NSURL::fileURLWithPath("/var/bare.mp3"), file), noErr);
-    ASSERT_EQ(AudioFileGetProperty(file, kAudioFilePropertyInfoDictionary, info), noErr);
+    ASSERT_EQ(AudioFileGetProperty(opened({}), kAudioFilePropertyInfoDictionary, info), noErr);
     EXPECT_TRUE(info->dictionary().empty());
 }
 
 TEST_F(AudioServicesTest, TheRawTagNeedsABufferOfItsSize) {
     const auto tag = bytes(std::string("ID3\4\0\0\0\0\0\2ab", 12));
-    media().setTags("/a.mp3", {}, tag);
-    AudioFileID file;
-    ASSERT_EQ(AudioFileOpenURL(NSURL::fileURLWithPath("/a.mp3"), file), noErr);
+    const AudioFileID file = opened({}, tag);
     std::uint32_t size = 0;
     ASSERT_EQ(AudioFileGetPropertyInfo(file, kAudioFilePropertyID3Tag, size), noErr);
     EXPECT_EQ(size, 12u);
@@ -67,9 +70,7 @@ TEST_F(AudioServicesTest, EveryStepFailsWithoutAFile) {
     EXPECT_EQ(AudioFileGetProperty(file, kAudioFilePropertyInfoDictionary, info),
               kAudioFileNotOpenError);
     EXPECT_FALSE(info);
-    media().setTags("/untagged.mp3", {}, {});
-    ASSERT_EQ(AudioFileOpenURL(NSURL::fileURLWithPath("/untagged.mp3"), file), noErr);
-    EXPECT_EQ(AudioFileGetPropertyInfo(file, kAudioFilePropertyID3Tag, size),
+    EXPECT_EQ(AudioFileGetPropertyInfo(opened({}), kAudioFilePropertyID3Tag, size),
               kAudioFileUnsupportedPropertyError);
 }
 

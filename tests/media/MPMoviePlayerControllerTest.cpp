@@ -1,7 +1,5 @@
 #include "platform/media/MPMoviePlayerController.h"
 
-#include "platform/media/MPMovieControls.h"
-#include "platform/uikit/UILabel.h"
 #include "platform/uikit/UISlider.h"
 #include "tests/media/MediaTest.h"
 
@@ -38,8 +36,8 @@ protected:
         } else {
             const Value* reason =
                 note.userInfo.find("MPMoviePlayerPlaybackDidFinishReasonUserInfoKey");
-            events_.push_back("finished " +
-                              (reason ? std::to_string(reason->integerValue()) : "without reason"));
+            events_.push_back(reason ? "finished " + std::to_string(reason->integerValue())
+                                     : "finished");
             if (onFinish_)
                 onFinish_();
         }
@@ -70,32 +68,16 @@ protected:
         events_.clear();
     }
 
-    template <typename T>
-    static void collect(UIView& view, std::vector<T*>& found) {
-        if (auto* wanted = dynamic_cast<T*>(&view))
-            found.push_back(wanted);
-        for (const auto& subview : view.subviews())
-            collect(*subview, found);
-    }
-    template <typename T>
-    std::vector<T*> all() {
-        std::vector<T*> found;
-        collect(*player_->view(), found);
-        return found;
-    }
-    MPMovieControls& controls() { return *all<MPMovieControls>().at(0); }
-
-    std::vector<std::string> texts() {
-        std::vector<std::string> result;
-        for (UILabel* label : all<UILabel>())
-            if (label->text().find(':') != std::string::npos)
-                result.push_back(label->text());
-        return result;
-    }
+    bool areControlsShown() { return find(UIAccessibilityRole::Button, "Done") != nullptr; }
 
     /// At a point of the rotated 480 x 320 picture.
     void tapPicture(double x, double y) {
         tap(player_->view()->convertPointToView({x, y}, nullptr));
+    }
+
+    static CGRect rounded(const CGRect& rect) {
+        return CGRectMake(std::round(rect.origin.x), std::round(rect.origin.y),
+                          std::round(rect.size.width), std::round(rect.size.height));
     }
 
     std::vector<std::string> events_;
@@ -135,9 +117,7 @@ TEST_F(MPMoviePlayerControllerTest, TheOlderInterfacePreloadsAtOnceAndShowsItsel
     player_->play();
     EXPECT_TRUE(player_->view()->isDescendantOfView(window()));
     EXPECT_TRUE(application().isStatusBarHidden());
-    const CGRect frame = player_->view()->frame();
-    EXPECT_NEAR(frame.size.width, 320, 1e-6);
-    EXPECT_NEAR(frame.size.height, 480, 1e-6);
+    EXPECT_EQ(rounded(player_->view()->frame()), CGRectMake(0, 0, 320, 480));
     advance(6);
     EXPECT_THAT(events_, ElementsAre("preloaded", "finished 0"));
     EXPECT_EQ(player_->view()->superview(), nullptr);
@@ -175,38 +155,38 @@ TEST_F(MPMoviePlayerControllerTest, DoneEndsWithTheUsersReasonAndThePlayerMayBeD
 TEST_F(MPMoviePlayerControllerTest, ControlsFadeWhilePlayingAndATouchOrAnInterruptionShowsThem) {
     showPlaying();
     advance(3.9);
-    EXPECT_TRUE(controls().areShown());
+    EXPECT_TRUE(areControlsShown());
     advance(0.2);
-    EXPECT_FALSE(controls().areShown());
+    EXPECT_FALSE(areControlsShown());
     tapPicture(30, 20); // where Done was
-    EXPECT_TRUE(controls().areShown());
+    EXPECT_TRUE(areControlsShown());
     tapPicture(240, 160);
-    EXPECT_FALSE(controls().areShown());
+    EXPECT_FALSE(areControlsShown());
     media().player()->interrupt(true);
-    EXPECT_TRUE(controls().areShown());
+    EXPECT_TRUE(areControlsShown());
     media().player()->interrupt(false);
     advance(60);
     EXPECT_NEAR(player_->currentPlaybackTime(), 4.1, 0.01) << "paused";
-    EXPECT_TRUE(controls().areShown());
+    EXPECT_TRUE(areControlsShown());
     EXPECT_THAT(events_, IsEmpty());
 }
 
 TEST_F(MPMoviePlayerControllerTest, TimesAndSliderFollowTheFilmAndDraggingSeeks) {
     showPlaying();
     advance(7.5);
-    EXPECT_THAT(texts(), ElementsAre("0:07", "-1:23"));
-    const auto sliders = all<UISlider>();
-    ASSERT_EQ(sliders.size(), 2u);
-    const UISlider& slider = *sliders[0];
+    tapPicture(240, 160); // the controls have faded
+    EXPECT_THAT(labels(UIAccessibilityRole::Label, *player_->view()),
+                ElementsAre("Done", "0:07", "-1:23"));
+    const auto position = find(UIAccessibilityRole::Slider, "Position");
+    ASSERT_TRUE(position);
+    const auto& slider = dynamic_cast<UISlider&>(*position);
     EXPECT_FLOAT_EQ(slider.maximumValue(), 90);
     EXPECT_NEAR(slider.value(), 7.5, 0.3);
     player_->pause();
-    tapPicture(240, 160); // the controls have faded
     const CGRect thumb = slider.thumbRect();
     const CGPoint middle{slider.bounds().midX(), thumb.midY()};
-    touchDown(slider.convertPointToView({thumb.midX(), thumb.midY()}, nullptr));
-    touchMove(slider.convertPointToView(middle, nullptr));
-    touchUp(slider.convertPointToView(middle, nullptr));
+    drag(slider.convertPointToView({thumb.midX(), thumb.midY()}, nullptr),
+         slider.convertPointToView(middle, nullptr));
     EXPECT_NEAR(player_->currentPlaybackTime(), 45, 3);
 }
 
@@ -281,11 +261,7 @@ TEST_F(MPMoviePlayerControllerTest, ThePictureKeepsItsProportionsOnBlack) {
         const auto shown = std::ranges::find_if(
             parts, [](const auto& part) { return part->foreignContent() != nullptr; });
         ASSERT_NE(shown, parts.end());
-        const CGRect frame = (*shown)->frame();
-        EXPECT_NEAR(frame.origin.x, picture.frame.origin.x, 1e-6);
-        EXPECT_NEAR(frame.origin.y, picture.frame.origin.y, 1e-6);
-        EXPECT_NEAR(frame.size.width, picture.frame.size.width, 1e-6);
-        EXPECT_NEAR(frame.size.height, picture.frame.size.height, 1e-6);
+        EXPECT_EQ(rounded((*shown)->frame()), picture.frame);
     }
 }
 
