@@ -67,12 +67,22 @@ protected:
         request.timeout = 10;
         return request;
     }
+    void fetch(const std::string& url) {
+        host::TransferRequest request;
+        request.url = url;
+        fetch(std::move(request));
+    }
     void fetch(host::TransferRequest request) {
         recorder_ = {};
         transfer_ = network_.start(std::move(request), recorder_);
         ASSERT_FALSE(recorder_.isOver()) << "nothing may be reported from inside start";
         ASSERT_TRUE(turnUntil([&] { return recorder_.isOver(); }));
         transfer_.reset();
+    }
+
+    /// Why the transfer failed; nothing when it did not.
+    std::optional<host::TransferErrorKind> failure() const {
+        return recorder_.error ? std::optional(recorder_.error->kind) : std::nullopt;
     }
 
     GLibEventLoop loop_;
@@ -148,8 +158,7 @@ TEST_F(CurlNetworkTest, ABodyThatIsNotWholeNeverCompletes) {
         server_.at("/last", each.bytes);
         fetch(get("/last"));
         EXPECT_FALSE(recorder_.finished);
-        ASSERT_TRUE(recorder_.error);
-        EXPECT_EQ(recorder_.error->kind, each.kind) << recorder_.error->message;
+        EXPECT_EQ(failure(), each.kind);
     }
 }
 
@@ -175,8 +184,7 @@ TEST_F(CurlNetworkTest, NoServerHoldsTheLoop) {
                 goesOn = connection.send(more);
         });
         fetch(get(each.path));
-        ASSERT_TRUE(recorder_.error);
-        EXPECT_EQ(recorder_.error->kind, host::TransferErrorKind::Other);
+        EXPECT_EQ(failure(), host::TransferErrorKind::Other);
         EXPECT_LT(recorder_.body.size(), 32U * 1024 * 1024);
         EXPECT_TRUE(turnUntil([&] { return server_.isClosed(each.path); }));
     }
@@ -216,8 +224,7 @@ TEST_F(CurlNetworkTest, TimesOutWithoutAByteButNotWhileBytesCome) {
         request.timeout = 0.3;
         const double start = loop_.now();
         fetch(request);
-        ASSERT_TRUE(recorder_.error);
-        EXPECT_EQ(recorder_.error->kind, host::TransferErrorKind::TimedOut);
+        EXPECT_EQ(failure(), host::TransferErrorKind::TimedOut);
         EXPECT_GE(loop_.now() - start, 0.3);
         EXPECT_LT(loop_.now() - start, 3);
         EXPECT_TRUE(turnUntil([&] { return server_.isClosed(path); }));
@@ -262,11 +269,8 @@ TEST_F(CurlNetworkTest, AddressesThatCannotBeFetchedFailAtOnceAndAfterARedirect)
         server_.at("/from", redirectTo(url));
         for (const std::string& start : {url, server_.url("/from")}) {
             SCOPED_TRACE(testing::Message() << url << " from " << start);
-            host::TransferRequest request;
-            request.url = start;
-            fetch(request);
-            ASSERT_TRUE(recorder_.error);
-            EXPECT_EQ(recorder_.error->kind, kind) << recorder_.error->message;
+            fetch(start);
+            EXPECT_EQ(failure(), kind);
             EXPECT_FALSE(recorder_.response);
         }
     }
@@ -278,12 +282,33 @@ TEST_F(CurlNetworkTest, ACertificateThatNobodyVouchesForIsReportedAsSuch) {
     const LoopbackListener server([&](LoopbackConnection& connection) {
         (void)connection.encrypt(certificate.certificateFile(), certificate.keyFile());
     });
-    host::TransferRequest request;
-    request.url = "https://localhost:" + std::to_string(server.port()) + "/";
-    fetch(request);
-    ASSERT_TRUE(recorder_.error);
-    EXPECT_EQ(recorder_.error->kind, host::TransferErrorKind::Security);
+    fetch("https://localhost:" + std::to_string(server.port()) + "/");
+    ASSERT_EQ(failure(), host::TransferErrorKind::Security);
     EXPECT_THAT(recorder_.error->message, HasSubstr("certificate of this server is not valid"));
+}
+
+TEST_F(CurlNetworkTest, TheStatusOfARedirectDecidesTheNextMethod) {
+    server_.at("/target", sized("", ""));
+    const struct {
+        const char* status;
+        const char* method;
+        const char* then;
+    } cases[] = {{"301", "POST", "GET"},  {"302", "POST", "GET"}, {"303", "PUT", "GET"},
+                 {"303", "HEAD", "HEAD"}, {"302", "PUT", "PUT"},  {"307", "POST", "POST"}};
+    for (const auto& each : cases) {
+        SCOPED_TRACE(std::string(each.status) + each.method);
+        server_.at("/from", std::string("HTTP/1.1 ") + each.status +
+                                " x\r\nLocation: /target\r\nContent-Length: 0\r\n\r\n");
+        auto request = get("/from");
+        request.method = each.method;
+        request.headers = {{"Content-Type", "text/plain"}};
+        fetch(request);
+        EXPECT_TRUE(recorder_.finished);
+        const std::string head = server_.requests().back();
+        EXPECT_THAT(head, testing::StartsWith(std::string(each.then) + " /target "));
+        EXPECT_EQ(head.find("Content-Type") == std::string::npos,
+                  each.method != std::string(each.then));
+    }
 }
 
 TEST_F(CurlNetworkTest, ARedirectToAnotherSiteTakesNoSecretsAlong) {

@@ -52,7 +52,8 @@ private:
             for (auto line = connection.readLine(); line && !line->empty();
                  line = connection.readLine())
                 head += *line + "\r\n";
-            path = request->substr(4, request->rfind(' ') - 4);
+            const auto start = request->find(' ') + 1;
+            path = request->substr(start, request->rfind(' ') - start);
             Answer answer;
             {
                 const std::lock_guard lock(mutex_);
