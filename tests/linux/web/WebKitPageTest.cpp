@@ -171,6 +171,37 @@ TEST_F(WebKitPageTest, APageWhoseProcessDiesFailsOnceAndCanBeLoadedAgain) {
     EXPECT_EQ(evaluate("document.title"), "Alive");
 }
 
+TEST_F(WebKitPageTest, ThePagesMenuKeepsFourEntriesAndAnEmptyOneIsNotShown) {
+    GtkWidget* view = dynamic_cast<GtkForeignContent*>(page_.get())->widget();
+    const auto shown = [view](const std::vector<WebKitContextMenuAction>& offered) {
+        WebKitContextMenu* menu = webkit_context_menu_new();
+        for (const auto action : offered)
+            webkit_context_menu_append(menu,
+                                       webkit_context_menu_item_new_from_stock_action(action));
+        gboolean isRefused = FALSE;
+        g_signal_emit_by_name(view, "context-menu", menu, nullptr, &isRefused);
+        std::vector<WebKitContextMenuAction> kept;
+        for (guint i = 0; i < webkit_context_menu_get_n_items(menu) && !isRefused; ++i)
+            kept.push_back(webkit_context_menu_item_get_stock_action(
+                webkit_context_menu_get_item_at_position(menu, i)));
+        g_object_unref(menu);
+        return kept;
+    };
+    EXPECT_THAT(
+        shown({WEBKIT_CONTEXT_MENU_ACTION_OPEN_LINK,
+               WEBKIT_CONTEXT_MENU_ACTION_OPEN_LINK_IN_NEW_WINDOW,
+               WEBKIT_CONTEXT_MENU_ACTION_DOWNLOAD_LINK_TO_DISK,
+               WEBKIT_CONTEXT_MENU_ACTION_COPY_LINK_TO_CLIPBOARD, WEBKIT_CONTEXT_MENU_ACTION_COPY,
+               WEBKIT_CONTEXT_MENU_ACTION_CUT, WEBKIT_CONTEXT_MENU_ACTION_PASTE,
+               WEBKIT_CONTEXT_MENU_ACTION_INSPECT_ELEMENT}),
+        ElementsAre(WEBKIT_CONTEXT_MENU_ACTION_OPEN_LINK,
+                    WEBKIT_CONTEXT_MENU_ACTION_COPY_LINK_TO_CLIPBOARD,
+                    WEBKIT_CONTEXT_MENU_ACTION_COPY, WEBKIT_CONTEXT_MENU_ACTION_PASTE));
+    EXPECT_THAT(
+        shown({WEBKIT_CONTEXT_MENU_ACTION_GO_BACK, WEBKIT_CONTEXT_MENU_ACTION_INSPECT_ELEMENT}),
+        testing::IsEmpty());
+}
+
 TEST_F(WebKitPageTest, APageMayGoWhileItIsAsked) {
     struct Leaver : Recorder {
         bool webPageShouldNavigate(const host::WebNavigation&) override {
