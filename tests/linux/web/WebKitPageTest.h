@@ -8,6 +8,7 @@
 
 #include <gmock/gmock.h>
 #include <gtk/gtk.h>
+#include <webkit/webkit.h>
 
 #include <functional>
 #include <memory>
@@ -43,13 +44,6 @@ struct Recorder : host::WebPageClient {
             urls.push_back(navigation.url);
         return urls;
     }
-    const host::WebNavigation* navigation(const std::string& url) const {
-        for (const auto& one : navigations)
-            if (one.url == url)
-                return &one;
-        return nullptr;
-    }
-
     std::optional<std::string> refuse;
     std::optional<std::string> refuseResponse;
     std::vector<host::WebNavigation> navigations;
@@ -113,10 +107,23 @@ protected:
         server_.serve(path, {.body = body});
     }
 
-    bool load(const std::string& path) {
+    /// Whether a load ends after the action.
+    bool loadsAfter(const std::function<void()>& action) {
         const int before = client_.finished;
-        page_->load(server_.url(path), {});
+        action();
         return turnUntil([&] { return client_.finished > before; });
+    }
+    bool load(const std::string& path) {
+        return loadsAfter([&] { page_->load(server_.url(path), {}); });
+    }
+    /// Loads a page whose load fails; false when it does not.
+    bool failsToLoad(const std::string& url) {
+        const std::size_t before = client_.failures.size();
+        page_->load(url, {});
+        return turnUntil([&] { return client_.failures.size() > before; });
+    }
+    WebKitWebView* view() const {
+        return WEBKIT_WEB_VIEW(dynamic_cast<GtkForeignContent*>(page_.get())->widget());
     }
 
     std::string evaluate(const std::string& script) {

@@ -1,8 +1,6 @@
 // What a page shows, where, and what it may not show.
 #include "tests/linux/web/WebKitPageTest.h"
 
-#include <webkit/webkit.h>
-
 #include <tuple>
 
 namespace vistrel {
@@ -13,12 +11,11 @@ using testing::ElementsAre;
 using WebKitPresentationTest = WebKitPageTest;
 
 TEST_F(WebKitPresentationTest, WhatWantsANewWindowOpensInThePageItself) {
-    struct Case {
+    const struct {
         const char* script;
         const char* method;
         const char* body;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"document.getElementById('to').click()", "GET", ""},
         {"window.open('/two')", "GET", ""},
         {"document.forms[0].submit()", "POST", "a=b"},
@@ -30,14 +27,12 @@ TEST_F(WebKitPresentationTest, WhatWantsANewWindowOpensInThePageItself) {
                  "<input type='hidden' name='a' value='b'>"
                  "<button id='other' formtarget='_blank' name='c' value='d'>go</button></form>");
     page("/two", "two");
-    for (const Case& each : cases) {
+    for (const auto& each : cases) {
         SCOPED_TRACE(each.script);
         ASSERT_TRUE(load("/one"));
         client_.navigations.clear();
-        const int before = client_.finished;
         const std::size_t requests = server_.seen("/two").size();
-        evaluate(each.script);
-        ASSERT_TRUE(turnUntil([&] { return client_.finished > before; }, 5));
+        ASSERT_TRUE(loadsAfter([&] { evaluate(each.script); }));
         EXPECT_EQ(page_->url(), server_.url("/two"));
         EXPECT_THAT(client_.asked(), ElementsAre(server_.url("/two")));
         ASSERT_EQ(server_.seen("/two").size(), requests + 1);
@@ -51,14 +46,13 @@ TEST_F(WebKitPresentationTest, ACoveredPagePausesItsFilmsAndIsSilent) {
     page("/page", "<video></video><script>var paused = 0;"
                   "document.querySelector('video').pause = function () { ++paused; }</script>");
     ASSERT_TRUE(load("/page"));
-    auto* view = WEBKIT_WEB_VIEW(dynamic_cast<GtkForeignContent*>(page_.get())->widget());
-    ASSERT_TRUE(turnUntil([&] { return gtk_widget_get_mapped(GTK_WIDGET(view)) != FALSE; }));
-    EXPECT_FALSE(webkit_web_view_get_is_muted(view));
+    ASSERT_TRUE(turnUntil([&] { return gtk_widget_get_mapped(GTK_WIDGET(view())) != FALSE; }));
+    EXPECT_FALSE(webkit_web_view_get_is_muted(view()));
     gtk_window_set_child(GTK_WINDOW(window_), nullptr);
-    EXPECT_TRUE(webkit_web_view_get_is_muted(view));
+    EXPECT_TRUE(webkit_web_view_get_is_muted(view()));
     EXPECT_TRUE(turnUntil([&] { return evaluate("paused") == "1"; }, 5));
-    gtk_window_set_child(GTK_WINDOW(window_), GTK_WIDGET(view));
-    EXPECT_FALSE(webkit_web_view_get_is_muted(view));
+    gtk_window_set_child(GTK_WINDOW(window_), GTK_WIDGET(view()));
+    EXPECT_FALSE(webkit_web_view_get_is_muted(view()));
 }
 
 TEST_F(WebKitPresentationTest, TheEngineOpensNoDialogs) {
@@ -125,11 +119,10 @@ TEST_F(WebKitPresentationTest, ADoubledScreenShowsTheSameLayoutWithTwiceThePixel
 }
 
 TEST_F(WebKitPresentationTest, WhatThePageEngineDoesNotShowIsNotDownloadedByItEither) {
-    server_.serve("/file.bin", {200, "application/octet-stream", "bytes", {}});
+    server_.serve("/file.bin", {.type = "application/octet-stream", .body = "bytes"});
     page("/page", "here");
     ASSERT_TRUE(load("/page"));
-    page_->load(server_.url("/file.bin"), {});
-    ASSERT_TRUE(turnUntil([&] { return !client_.failures.empty(); }));
+    ASSERT_TRUE(failsToLoad(server_.url("/file.bin")));
     EXPECT_EQ(client_.failures[0].code, 102);
     EXPECT_EQ(client_.responses.back().mimeType, "application/octet-stream");
     EXPECT_EQ(page_->url(), server_.url("/page"));

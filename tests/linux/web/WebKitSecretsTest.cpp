@@ -56,11 +56,9 @@ TEST_F(WebKitSecretsTest, CookiesOfTheJarGoWithThePagesRequestsAndDeletionsGoBot
 }
 
 TEST_F(WebKitSecretsTest, CookiesWithAnExpiryAreThereInTheNextRun) {
-    server_.serve("/page", {200,
-                            "text/html",
-                            "here",
-                            {{"Set-Cookie", "kept=yes; Path=/; Max-Age=3600"},
-                             {"Set-Cookie", "lost=yes; Path=/"}}});
+    server_.serve("/page", {.body = "here",
+                            .headers = {{"Set-Cookie", "kept=yes; Path=/; Max-Age=3600"},
+                                        {"Set-Cookie", "lost=yes; Path=/"}}});
     ASSERT_TRUE(load("/page"));
     ASSERT_TRUE(turnUntil([&] { return jarValue("kept") == "yes"; }));
     turnFor(0.5);
@@ -118,8 +116,7 @@ TEST_F(WebKitSecretsTest, ASiteThatCannotProveItselfFailsAndGivesItsPlaceToANoti
     ASSERT_TRUE(certificate.isMade());
     TestPageServer secure(certificate.certificateFile(), certificate.keyFile());
     secure.serve("/page", {.body = "<title>Secret</title>"});
-    page_->load(secure.url("/page"), {});
-    ASSERT_TRUE(turnUntil([&] { return !client_.failures.empty(); }));
+    ASSERT_TRUE(failsToLoad(secure.url("/page")));
     EXPECT_EQ(client_.failures[0].code, host::WebError::kCertificate);
     EXPECT_EQ(client_.failures[0].url, secure.url("/page"));
     EXPECT_TRUE(secure.seen().empty());
