@@ -283,7 +283,7 @@ TEST(StrayFiles, WhatKilledProcessesLeftIsRemovedAndNothingElse) {
     const std::string own = (testing::Message() << ".vistrel-" << ::getpid() << "-1").GetString();
     for (const std::string& kept : {own, std::string(".vistrel-"), std::string(".vistrel-notes"),
                                     std::string(".vistrel-1-x"), std::string("a.vistrel-1-1")})
-        put(downloads + "/" + kept);
+        put(fs::path(downloads) / kept);
     // A process that is killed while it writes.
     const pid_t child = ::fork();
     if (child == 0) {

@@ -5,10 +5,6 @@
 
 #include <csignal>
 #include <cstdlib>
-#include <filesystem>
-#include <string>
-#include <sys/wait.h>
-#include <vector>
 
 namespace vistrel {
 namespace {
@@ -19,35 +15,30 @@ using testing::IsEmpty;
 /// A program that runs until it is destroyed.
 class Program {
 public:
-    explicit Program(const std::string& command) {
-        char shell[] = "/bin/sh";
-        char option[] = "-c";
-        std::string text = "exec " + command + " >/dev/null 2>&1";
-        char* arguments[] = {shell, option, text.data(), nullptr};
-        g_spawn_async(nullptr, arguments, nullptr, G_SPAWN_DO_NOT_REAP_CHILD, nullptr, nullptr,
-                      &process_, nullptr);
-    }
+    explicit Program(const std::string& command)
+        : process_(NativeReference<GSubprocess>::adopt(
+              g_subprocess_new(GSubprocessFlags(G_SUBPROCESS_FLAGS_STDOUT_SILENCE |
+                                                G_SUBPROCESS_FLAGS_STDERR_SILENCE),
+                               nullptr, "/bin/sh", "-c", ("exec " + command).c_str(), nullptr))) {}
     ~Program() {
-        ::kill(process_, SIGTERM);
-        ::waitpid(process_, nullptr, 0);
+        g_subprocess_send_signal(process_.get(), SIGTERM);
+        g_subprocess_wait(process_.get(), nullptr, nullptr);
     }
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
 private:
-    GPid process_ = 0;
+    NativeReference<GSubprocess> process_;
 };
 
 /// A sound server with a silent device that silences music during calls.
 class SoundServerTest : public PlaybackFixture {
 protected:
     SoundServerTest() {
-        char pattern[] = "/tmp/vistrel-sound-XXXXXX";
-        folder_ = mkdtemp(pattern);
-        const std::string socket = folder_ + "/sound";
+        const std::string socket = folder_.path("sound");
         setenv("PULSE_SERVER", ("unix:" + socket).c_str(), 1);
         server_ = std::make_unique<Program>(
-            "env HOME=" + folder_ + " XDG_RUNTIME_DIR=" + folder_ +
+            "env HOME=" + folder_.path() + " XDG_RUNTIME_DIR=" + folder_.path() +
             " pulseaudio -n --daemonize=no --exit-idle-time=-1 --disable-shm=yes"
             " -L 'module-native-protocol-unix auth-anonymous=1 socket=" +
             socket + "' -L module-null-sink -L module-role-cork");
@@ -56,7 +47,6 @@ protected:
     ~SoundServerTest() override {
         server_.reset();
         unsetenv("PULSE_SERVER");
-        std::filesystem::remove_all(folder_);
     }
 
     /// A stream with a role that runs until it is destroyed.
@@ -66,7 +56,7 @@ protected:
                                          role);
     }
 
-    std::string folder_;
+    support::TemporaryFolder folder_;
     std::unique_ptr<Program> server_;
 };
 

@@ -9,13 +9,17 @@
 namespace vistrel {
 namespace {
 
+std::size_t area(int width, int height) {
+    return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+}
+
 /// A frame of one colour, or with four quadrants of different luma.
 struct Frame {
     Frame(int columns, int rows)
         : width(columns)
         , height(rows)
-        , luma(static_cast<std::size_t>(columns * rows))
-        , blue(static_cast<std::size_t>((columns + 1) / 2 * ((rows + 1) / 2)), 128)
+        , luma(area(columns, rows))
+        , blue(area((columns + 1) / 2, (rows + 1) / 2), 128)
         , red(blue) {}
 
     void fill(int y, int u, int v) {
@@ -26,7 +30,7 @@ struct Frame {
     void quarter(std::array<int, 4> levels) {
         for (int y = 0; y < height; ++y)
             for (int x = 0; x < width; ++x)
-                luma[static_cast<std::size_t>(y * width + x)] = static_cast<std::uint8_t>(
+                luma[area(y, width) + static_cast<std::size_t>(x)] = static_cast<std::uint8_t>(
                     levels[static_cast<std::size_t>((y >= height / 2) * 2 + (x >= width / 2))]);
     }
     YuvFrame frame(YuvColors colors) const {
@@ -63,10 +67,10 @@ TEST(YuvScalerTest, RotationAndMirroringMoveTheQuarters) {
     for (const auto& row : rows) {
         const int width = row.turn.swapsSides() ? 40 : 60;
         const int height = row.turn.swapsSides() ? 60 : 40;
-        std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width * height));
+        std::vector<std::uint32_t> pixels(area(width, height));
         scaler.scale(frame.frame(kFullRange), row.turn, width, height, pixels.data());
         const auto at = [&](int x, int y) {
-            return static_cast<int>(pixels[static_cast<std::size_t>(y * width + x)] & 0xFF);
+            return static_cast<int>(pixels[area(y, width) + static_cast<std::size_t>(x)] & 0xFF);
         };
         const std::array<int, 4> corners{at(1, 1), at(width - 2, 1), at(1, height - 2),
                                          at(width - 2, height - 2)};
@@ -98,7 +102,7 @@ TEST(YuvScalerTest, ColoursFollowTheFilmsMatrixAndRangeAtAnySize) {
         Frame frame(35, 21);
         frame.fill(row.y, row.u, row.v);
         for (const auto& [width, height] : sizes) {
-            std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width * height));
+            std::vector<std::uint32_t> pixels(area(width, height));
             scaler.scale(frame.frame(row.colors), {false, 1}, width, height, pixels.data());
             for (const std::uint32_t pixel : pixels)
                 for (const unsigned shift : {0U, 8U, 16U, 24U})
@@ -112,7 +116,7 @@ TEST(YuvScalerTest, FinePatternsBecomeGreyInsteadOfFlickering) {
     Frame frame(64, 64);
     for (std::size_t i = 0; i < frame.luma.size(); ++i)
         frame.luma[i] = (i + i / 64) % 2 ? 255 : 0;
-    std::vector<std::uint32_t> pixels(16 * 16);
+    std::vector<std::uint32_t> pixels(area(16, 16));
     YuvScaler().scale(frame.frame(kFullRange), {}, 16, 16, pixels.data());
     for (const std::uint32_t pixel : pixels)
         EXPECT_NEAR(pixel & 0xFF, 128, 2);
@@ -121,7 +125,7 @@ TEST(YuvScalerTest, FinePatternsBecomeGreyInsteadOfFlickering) {
 TEST(YuvScalerTest, AFilmOfOnePixelFillsTheScreen) {
     Frame frame(1, 1);
     frame.fill(200, 128, 128);
-    std::vector<std::uint32_t> pixels(30 * 20);
+    std::vector<std::uint32_t> pixels(area(30, 20));
     YuvScaler().scale(frame.frame(kFullRange), {true, 3}, 30, 20, pixels.data());
     for (const std::uint32_t pixel : pixels)
         EXPECT_EQ(pixel, 0xFFC8C8C8);

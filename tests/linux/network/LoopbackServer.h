@@ -58,10 +58,11 @@ private:
             {
                 const std::lock_guard lock(mutex_);
                 requests_.push_back(head);
-                answer = answers_.at(path);
+                answer = answers_[path];
             }
-            answer(connection);
-            if (path.starts_with("/last"))
+            if (answer)
+                answer(connection);
+            if (!answer || path.starts_with("/last"))
                 break;
         }
         connection.close();
