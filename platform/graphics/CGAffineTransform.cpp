@@ -50,9 +50,9 @@ CGAffineTransform CGAffineTransform::inverted() const {
 }
 
 CGAffineTransform CGAffineTransformMakeRotation(double radians) {
-    // A quarter turn must map whole points to whole points.
+    // A quarter turn must map whole points to whole points, also when its angle is a float's.
     const auto exact = [](double value) {
-        return std::abs(value - std::round(value)) < 1e-12 ? std::round(value) : value;
+        return std::abs(value - std::round(value)) < 1e-7 ? std::round(value) : value;
     };
     const double cosine = exact(std::cos(radians));
     const double sine = exact(std::sin(radians));

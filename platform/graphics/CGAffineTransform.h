@@ -13,6 +13,8 @@ struct CGAffineTransform {
     double ty = 0;
 
     bool isIdentity() const { return *this == CGAffineTransform{}; }
+    /// Whether upright rectangles stay upright: it may mirror, and turn by quarters.
+    bool keepsRectangles() const { return (b == 0 && c == 0) || (a == 0 && d == 0); }
     CGPoint apply(CGPoint point) const;
     /// The bounding box of the transformed rectangle.
     CGRect apply(const CGRect& rect) const;

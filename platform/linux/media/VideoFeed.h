@@ -32,6 +32,8 @@ public:
 
     /// The size to show, upright and with square pixels; 0 before the first frame.
     CGSize size() const;
+    /// Whether a frame has been drawn; then there is always one to draw.
+    bool hasShown() const { return !shown_.empty(); }
     /// How many frames were drawn while playing.
     unsigned framesShown() const { return framesShown_; }
 

@@ -19,6 +19,7 @@ public:
     int height() const { return static_cast<int>(feed_->size().height); }
 
     ForeignPicture* picture() override { return feed_.get(); }
+    bool isOpaque() const override { return feed_->hasShown(); }
 
 private:
     std::shared_ptr<VideoFeed> feed_ = std::make_shared<VideoFeed>();

@@ -19,6 +19,8 @@ public:
     virtual GtkWidget* widget() { return nullptr; }
     /// Null when the content is a widget.
     virtual ForeignPicture* picture() { return nullptr; }
+    /// Whether it paints every pixel of its place, so that nothing behind it is seen.
+    virtual bool isOpaque() const { return false; }
     /// The widget's units per point when the screen shows `pixelsPerPoint`. The screen allocates
     /// the frame's size times the result and scales by its inverse. Content that can lay itself out
     /// at any size returns `pixelsPerPoint`, and stays crisp.

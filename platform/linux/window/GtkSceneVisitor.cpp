@@ -7,7 +7,6 @@
 #include "platform/linux/window/GtkForeignContent.h"
 #include "platform/linux/window/SceneRecording.h"
 
-#include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <utility>
@@ -92,7 +91,7 @@ void GtkSceneVisitor::paintIntoOneNode(const SceneRecording& recording, std::siz
             if (const auto& picture = recording.pictureOf(step);
                 picture && !recording.isCovered(step))
                 nodes_.pixelsOf(picture);
-        gtk_snapshot_append_node(snapshot_, kept);
+        appendNode(kept, states_.back().toSnapshot);
         return;
     }
     // Created directly: the snapshot's function for it misplaces the node under a scale.
@@ -103,60 +102,69 @@ void GtkSceneVisitor::paintIntoOneNode(const SceneRecording& recording, std::siz
         for (std::size_t step = clip + 1; step < recording.endOf(clip); ++step)
             recording.replay(step, painter);
     }
-    gtk_snapshot_append_node(snapshot_, node);
+    appendNode(node, states_.back().toSnapshot);
     nodes_.keepGroup(std::move(content), node);
 }
 
+GtkSceneVisitor::State& GtkSceneVisitor::push() {
+    State& state = states_.emplace_back(states_.back());
+    state.needsPop = state.needsRestore = false;
+    return state;
+}
+
 void GtkSceneVisitor::pushTransform(const CGAffineTransform& transform) {
-    pushed_.push_back({Pushed::Kind::Transform, transform, {}});
-    enter(pushed_.back());
-    transforms_.push_back(transform.concat(transforms_.back()));
+    State& state = push();
+    state.toSnapshot = transform.concat(state.toSnapshot);
 }
 
 void GtkSceneVisitor::pushClip(const CGRect& rect) {
-    pushed_.push_back({Pushed::Kind::Clip, {}, rect});
-    enter(pushed_.back());
+    State& state = push();
+    state.needsPop = true;
+    if (!state.toSnapshot.keepsRectangles()) {
+        gtk_snapshot_save(snapshot_);
+        transformSnapshot(snapshot_, state.toSnapshot);
+        state.toScreen = state.toSnapshot.concat(state.toScreen);
+        state.toSnapshot = {};
+        state.needsRestore = true;
+    }
+    const graphene_rect_t clip = grapheneRect(state.toSnapshot.apply(rect));
+    gtk_snapshot_push_clip(snapshot_, &clip);
 }
 
 void GtkSceneVisitor::pushOpacity(double opacity) {
-    pushed_.push_back({Pushed::Kind::Opacity, {}, {}, opacity});
-    enter(pushed_.back());
+    State& state = push();
+    state.needsPop = true;
+    state.isTranslucent = state.isTranslucent || opacity < 1;
+    gtk_snapshot_push_opacity(snapshot_, opacity);
 }
 
 void GtkSceneVisitor::pop() {
-    leave(pushed_.back());
-    if (pushed_.back().kind == Pushed::Kind::Transform)
-        transforms_.pop_back();
-    pushed_.pop_back();
-}
-
-void GtkSceneVisitor::enter(const Pushed& pushed) {
-    const graphene_rect_t clip = grapheneRect(pushed.clip);
-    switch (pushed.kind) {
-    case Pushed::Kind::Transform:
-        gtk_snapshot_save(snapshot_);
-        transformSnapshot(snapshot_, pushed.transform);
-        break;
-    case Pushed::Kind::Clip:
-        gtk_snapshot_push_clip(snapshot_, &clip);
-        break;
-    case Pushed::Kind::Opacity:
-        gtk_snapshot_push_opacity(snapshot_, pushed.opacity);
-        break;
-    }
-}
-
-void GtkSceneVisitor::leave(const Pushed& pushed) {
-    if (pushed.kind == Pushed::Kind::Transform)
-        gtk_snapshot_restore(snapshot_);
-    else
+    if (states_.back().needsPop)
         gtk_snapshot_pop(snapshot_);
+    if (states_.back().needsRestore)
+        gtk_snapshot_restore(snapshot_);
+    states_.pop_back();
+}
+
+void GtkSceneVisitor::appendNode(GskRenderNode* node, const CGAffineTransform& toSnapshot) {
+    if (toSnapshot.isIdentity()) {
+        gtk_snapshot_append_node(snapshot_, node);
+        return;
+    }
+    gtk_snapshot_save(snapshot_);
+    transformSnapshot(snapshot_, toSnapshot);
+    gtk_snapshot_append_node(snapshot_, node);
+    gtk_snapshot_restore(snapshot_);
 }
 
 void GtkSceneVisitor::fillColor(const CGRect& rect, const UIColor& color) {
-    const graphene_rect_t bounds = grapheneRect(rect);
+    const CGAffineTransform& toSnapshot = states_.back().toSnapshot;
+    const bool fits = toSnapshot.keepsRectangles();
+    const graphene_rect_t bounds = grapheneRect(fits ? toSnapshot.apply(rect) : rect);
     const GdkRGBA rgba = gdkColor(color);
-    gtk_snapshot_append_color(snapshot_, &rgba, &bounds);
+    GskRenderNode* node = gsk_color_node_new(&rgba, &bounds);
+    appendNode(node, fits ? CGAffineTransform{} : toSnapshot);
+    gsk_render_node_unref(node);
 }
 
 void GtkSceneVisitor::drawPicture(const CGRect& rect,
@@ -165,21 +173,13 @@ void GtkSceneVisitor::drawPicture(const CGRect& rect,
         return;
     // A kept node covers (0, 0) to the size it was made for; moving it costs nothing.
     const PictureNodes::Node node = nodes_.nodeFor(picture, rect.size);
-    const bool fits = node.size == rect.size;
-    const bool atOrigin = rect.origin == CGPoint{};
-    if (fits && atOrigin) {
-        gtk_snapshot_append_node(snapshot_, node.node);
-        return;
-    }
-    gtk_snapshot_save(snapshot_);
-    const graphene_point_t origin =
-        graphenePoint(static_cast<float>(rect.origin.x), static_cast<float>(rect.origin.y));
-    gtk_snapshot_translate(snapshot_, &origin);
-    if (!fits)
-        gtk_snapshot_scale(snapshot_, static_cast<float>(rect.size.width / node.size.width),
-                           static_cast<float>(rect.size.height / node.size.height));
-    gtk_snapshot_append_node(snapshot_, node.node);
-    gtk_snapshot_restore(snapshot_);
+    const CGAffineTransform place{rect.size.width / node.size.width,
+                                  0,
+                                  0,
+                                  rect.size.height / node.size.height,
+                                  rect.origin.x,
+                                  rect.origin.y};
+    appendNode(node.node, place.concat(states_.back().toSnapshot));
 }
 
 void GtkSceneVisitor::drawForeign(const CGRect& rect, host::ForeignContent& content) {
@@ -192,7 +192,7 @@ void GtkSceneVisitor::drawForeign(const CGRect& rect, host::ForeignContent& cont
             return;
         // The child's allocation includes the transform from the screen, so undo that first.
         gtk_snapshot_save(snapshot_);
-        transformSnapshot(snapshot_, transforms_.back().inverted());
+        transformSnapshot(snapshot_, states_.back().toScreen.inverted());
         gtk_widget_snapshot_child(screen_, widget, snapshot_);
         gtk_snapshot_restore(snapshot_);
     } else if (ForeignPicture* picture = isCovered_ ? nullptr : foreign->picture()) {
@@ -201,29 +201,27 @@ void GtkSceneVisitor::drawForeign(const CGRect& rect, host::ForeignContent& cont
     }
 }
 
-bool GtkSceneVisitor::isTranslucent() const {
-    return std::any_of(pushed_.begin(), pushed_.end(),
-                       [](const Pushed& pushed) { return pushed.opacity < 1; });
-}
-
 void GtkSceneVisitor::drawMovingPicture(const CGRect& rect, ForeignPicture& picture) {
+    const State& state = states_.back();
     const double pixelsPerUnit = gtk_widget_get_scale_factor(screen_);
     const auto place = PixelPlace::of(
-        rect, transforms_.back().concat(CGAffineTransformMakeScale(pixelsPerUnit, pixelsPerUnit)));
-    if (!place || isTranslucent() || !nodes_.isForSoftwareRenderer()) {
-        gtk_snapshot_save(snapshot_);
-        const graphene_point_t origin =
-            graphenePoint(static_cast<float>(rect.origin.x), static_cast<float>(rect.origin.y));
-        gtk_snapshot_translate(snapshot_, &origin);
-        picture.draw(snapshot_, rect.size);
-        gtk_snapshot_restore(snapshot_);
-        return;
+        rect, state.toSnapshot.concat(CGAffineTransformMakeScale(pixelsPerUnit, pixelsPerUnit)));
+    CGRect shown = rect;
+    if (place && state.toScreen.isIdentity() && !state.isTranslucent) {
+        if (nodes_.isForSoftwareRenderer()) {
+            picture.drawPixels(snapshot_, *place, pixelsPerUnit);
+            return;
+        }
+        shown = state.toSnapshot.inverted().apply(
+            CGRectMake(place->x / pixelsPerUnit, place->y / pixelsPerUnit,
+                       place->width / pixelsPerUnit, place->height / pixelsPerUnit));
     }
-    // Outside of every transform: products of rotations are never exact, and the renderer copies
-    // pixels only where they fall on pixels.
-    std::for_each(pushed_.rbegin(), pushed_.rend(), [this](const Pushed& open) { leave(open); });
-    picture.drawPixels(snapshot_, *place, pixelsPerUnit);
-    std::for_each(pushed_.begin(), pushed_.end(), [this](const Pushed& open) { enter(open); });
+    gtk_snapshot_save(snapshot_);
+    transformSnapshot(
+        snapshot_,
+        CGAffineTransformMakeTranslation(shown.origin.x, shown.origin.y).concat(state.toSnapshot));
+    picture.draw(snapshot_, shown.size);
+    gtk_snapshot_restore(snapshot_);
 }
 
 }

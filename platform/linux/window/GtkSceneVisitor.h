@@ -35,26 +35,25 @@ public:
 private:
     void paintIntoOneNode(const SceneRecording& recording, std::size_t clip);
 
-    struct Pushed {
-        enum class Kind { Transform, Clip, Opacity };
-        Kind kind;
-        CGAffineTransform transform;
-        CGRect clip;
-        double opacity = 1;
+    /// The effect of the pushes so far. Upright transforms are not written into the snapshot but
+    /// applied to what is drawn: the renderer finds what has changed only outside of rotations.
+    struct State {
+        CGAffineTransform toSnapshot; ///< to the coordinates that the snapshot has here
+        CGAffineTransform toScreen;   ///< from those to the widget's
+        bool isTranslucent = false;
+        bool needsPop = false;     ///< of a clip or an opacity
+        bool needsRestore = false; ///< of a transform around it
     };
-    void enter(const Pushed& pushed);
-    void leave(const Pushed& pushed);
+    State& push();
+    void appendNode(GskRenderNode* node, const CGAffineTransform& toSnapshot);
     void drawMovingPicture(const CGRect& rect, ForeignPicture& picture);
-    bool isTranslucent() const;
 
     GtkWidget* screen_;
     GtkSnapshot* snapshot_;
     PictureNodes& nodes_;
     bool sawForeign_ = false;
-    bool isCovered_ = false; ///< the step that is being drawn
-    std::vector<Pushed> pushed_;
-    std::vector<CGAffineTransform> transforms_{
-        CGAffineTransform{}}; ///< to the widget, innermost last
+    bool isCovered_ = false;             ///< the step that is being drawn
+    std::vector<State> states_{State{}}; ///< innermost last
 };
 
 /// The toolkit's transform for an affine one; the caller owns it (null for the identity).

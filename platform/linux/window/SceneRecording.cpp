@@ -1,6 +1,9 @@
 #include "platform/linux/window/SceneRecording.h"
 
 #include "platform/graphics/Bitmap.h"
+#include "platform/host/ForeignContent.h"
+#include "platform/linux/window/ForeignPicture.h"
+#include "platform/linux/window/GtkForeignContent.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,6 +21,10 @@ using Pixels = cairo_rectangle_int_t;
 /// Far beyond any screen, and small enough for sums of two.
 constexpr double kFar = 1 << 20;
 constexpr Pixels kEverywhere{-(1 << 20), -(1 << 20), 1 << 21, 1 << 21};
+/// Of a pixel: what products of scales and rotations are off by, and nobody sees.
+constexpr double kNegligible = 0.01;
+/// More pieces than this cost more than they save.
+constexpr int kMostRest = 2;
 /// A clip with at least this many paints is worth its own node.
 constexpr std::ptrdiff_t kManyPaints = 4;
 
@@ -32,14 +39,14 @@ Pixels between(double left, double top, double right, double bottom) {
 
 /// All pixels that the rectangle touches.
 Pixels roundedOut(const CGRect& rect) {
-    return between(std::floor(rect.minX()), std::floor(rect.minY()), std::ceil(rect.maxX()),
-                   std::ceil(rect.maxY()));
+    return between(std::floor(rect.minX() + kNegligible), std::floor(rect.minY() + kNegligible),
+                   std::ceil(rect.maxX() - kNegligible), std::ceil(rect.maxY() - kNegligible));
 }
 
 /// All pixels that lie completely inside it.
 Pixels roundedIn(const CGRect& rect) {
-    return between(std::ceil(rect.minX()), std::ceil(rect.minY()), std::floor(rect.maxX()),
-                   std::floor(rect.maxY()));
+    return between(std::ceil(rect.minX() - kNegligible), std::ceil(rect.minY() - kNegligible),
+                   std::floor(rect.maxX() + kNegligible), std::floor(rect.maxY() + kNegligible));
 }
 
 Pixels intersection(const Pixels& a, const Pixels& b) {
@@ -66,12 +73,12 @@ private:
     std::vector<std::uint64_t> words_;
 };
 
-bool isEmpty(const Pixels& pixels) {
-    return pixels.width == 0 || pixels.height == 0;
+bool isSame(const Pixels& a, const Pixels& b) {
+    return a.x == b.x && a.y == b.y && a.width == b.width && a.height == b.height;
 }
 
-bool isUpright(const CGAffineTransform& transform) {
-    return transform.b == 0 && transform.c == 0;
+bool isEmpty(const Pixels& pixels) {
+    return pixels.width == 0 || pixels.height == 0;
 }
 
 }
@@ -110,7 +117,7 @@ void SceneRecording::pushClip(const CGRect& rect) {
     const CGRect device = state.toDevice.apply(rect);
     state.clip = intersection(state.clip, roundedOut(device));
     state.full = intersection(state.full, roundedIn(device));
-    state.isSolid = state.isSolid && isUpright(state.toDevice);
+    state.isSolid = state.isSolid && state.toDevice.keepsRectangles();
 }
 
 void SceneRecording::pushOpacity(double opacity) {
@@ -141,6 +148,10 @@ void SceneRecording::drawForeign(const CGRect& rect, host::ForeignContent& conte
     Step& step = add(Kind::Foreign, rect);
     step.foreign = &content;
     step.touched = intersection(state.clip, roundedOut(state.toDevice.apply(rect)));
+    const auto* foreign = dynamic_cast<const GtkForeignContent*>(&content);
+    const auto place = PixelPlace::of(rect, state.toDevice);
+    if (foreign && foreign->isOpaque() && state.isSolid && place)
+        step.hidden = intersection(state.full, {place->x, place->y, place->width, place->height});
 }
 
 /// The innermost clip contains something that cannot be painted into one node.
@@ -153,9 +164,10 @@ void SceneRecording::addPaint(Kind kind, const CGRect& rect, bool isOpaque) {
     const State& state = states_.back();
     const CGRect device = state.toDevice.apply(rect);
     Step& step = add(kind, rect);
+    step.transform = state.toDevice;
     step.isPaint = true;
     step.touched = intersection(state.clip, roundedOut(device));
-    if (isOpaque && state.isSolid && isUpright(state.toDevice))
+    if (isOpaque && state.isSolid && state.toDevice.keepsRectangles())
         step.hidden = intersection(state.full, roundedIn(device));
 }
 
@@ -181,10 +193,29 @@ void SceneRecording::findCovered() {
         step->isCovered =
             isEmpty(step->touched) ||
             cairo_region_contains_rectangle(hidden, &step->touched) == CAIRO_REGION_OVERLAP_IN;
-        if (!step->isCovered && !isEmpty(step->hidden))
-            cairo_region_union_rectangle(hidden, &step->hidden);
+        if (step->isCovered || isEmpty(step->hidden))
+            continue;
+        if (step->kind == Kind::Color)
+            findRest(*step, hidden);
+        cairo_region_union_rectangle(hidden, &step->hidden);
     }
     cairo_region_destroy(hidden);
+}
+
+void SceneRecording::findRest(Step& step, const cairo_region_t* hidden) {
+    if (cairo_region_contains_rectangle(hidden, &step.touched) == CAIRO_REGION_OVERLAP_OUT ||
+        !isSame(step.touched, step.hidden))
+        return;
+    cairo_region_t* rest = cairo_region_create_rectangle(&step.touched);
+    cairo_region_subtract(rest, hidden);
+    const int count = cairo_region_num_rectangles(rest);
+    for (int i = 0; count <= kMostRest && i < count; ++i) {
+        Pixels part;
+        cairo_region_get_rectangle(rest, i, &part);
+        step.rest.push_back(
+            step.transform.inverted().apply(CGRectMake(part.x, part.y, part.width, part.height)));
+    }
+    cairo_region_destroy(rest);
 }
 
 std::vector<std::uint64_t> SceneRecording::contentOf(std::size_t clip) const {
@@ -205,6 +236,8 @@ std::vector<std::uint64_t> SceneRecording::contentOf(std::size_t clip) const {
             break;
         case Kind::Color:
             words.add(step.color);
+            for (const CGRect& part : step.rest)
+                words.add(part);
             break;
         case Kind::Picture:
             words.add(reinterpret_cast<std::uintptr_t>(step.picture.get()));
@@ -235,7 +268,10 @@ void SceneRecording::replay(std::size_t index, SceneVisitor& visitor) const {
         visitor.pop();
         break;
     case Kind::Color:
-        visitor.fillColor(step.rect, step.color);
+        for (const CGRect& part : step.rest)
+            visitor.fillColor(part, step.color);
+        if (step.rest.empty())
+            visitor.fillColor(step.rect, step.color);
         break;
     case Kind::Picture:
         visitor.drawPicture(step.rect, step.picture);

@@ -11,7 +11,8 @@ namespace vistrel {
 /// A recorded walk over the view tree, to be drawn with the least work for the software renderer.
 ///
 /// It finds fills and pictures that later opaque ones hide completely: lists cover their
-/// backgrounds, bars cover the window. It also finds clips whose content is best painted into a
+/// backgrounds, bars cover the window. Of a fill that is hidden in part, as by a film, the rest is
+/// filled. It also finds clips whose content is best painted into a
 /// single render node, because each node costs a bitmap: those of lists.
 class SceneRecording : public SceneVisitor {
 public:
@@ -21,8 +22,8 @@ public:
     void pop() override;
     void fillColor(const CGRect& rect, const UIColor& color) override;
     void drawPicture(const CGRect& rect, const std::shared_ptr<const Bitmap>& picture) override;
-    /// What foreign content shows is not known here: it hides nothing, and it is replayed even when
-    /// it is covered, since a widget must keep its place.
+    /// Only a moving picture hides anything. Foreign content is replayed even when it is covered,
+    /// since a widget must keep its place.
     void drawForeign(const CGRect& rect, host::ForeignContent& content) override;
 
     /// Call before a walk. `pixelsPerUnit`: device pixels per unit of the outermost coordinates.
@@ -59,13 +60,14 @@ private:
     struct Step {
         Kind kind;
         CGRect rect;
-        CGAffineTransform transform;
+        CGAffineTransform transform; ///< a push's own, or a paint's to the device
         double opacity = 1;
         UIColor color;
         std::shared_ptr<const Bitmap> picture;
         host::ForeignContent* foreign = nullptr;
         cairo_rectangle_int_t touched{}; ///< all pixels that a paint may change
         cairo_rectangle_int_t hidden{};  ///< pixels of which it leaves nothing; empty for none
+        std::vector<CGRect> rest;        ///< of a fill that is partly hidden
         bool isPaint = false;
         bool isCovered = false;
         bool isOneNode = false;
@@ -87,6 +89,7 @@ private:
     State& push(Kind kind, const CGRect& rect);
     void keepClipOpen();
     void findCovered();
+    static void findRest(Step& step, const cairo_region_t* hidden);
     bool holdsManyPaints(std::size_t clip) const;
 
     std::vector<Step> steps_;

@@ -2,6 +2,7 @@
 
 #include "platform/graphics/Bitmap.h"
 #include "platform/host/ForeignContent.h"
+#include "platform/linux/window/GtkForeignContent.h"
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -108,6 +109,10 @@ TEST(SceneRecordingTest, OnlyAnOpaquePaintThatReachesEverythingCovers) {
          {{.rect = CGRectMake(0, 0, 10, 10),
            .transform = CGAffineTransformMakeScale(2, 2).concat(moved(10, 10))}},
          true},
+        {"a fill turned onto it by a quarter, an angle in single precision",
+         {{.rect = CGRectMake(10, -30, 20, 20),
+           .transform = CGAffineTransformMakeRotation(1.5707964F)}},
+         true},
         {"a fill moved away", {{.rect = exactly, .transform = moved(1, 0)}}, false},
         {"a turned fill whose box would reach",
          {{.rect = CGRectMake(-100, -100, 300, 300),
@@ -140,6 +145,33 @@ TEST(SceneRecordingTest, OnlyWhatCanBeSeenIsPainted) {
 }
 
 class Anything : public host::ForeignContent {};
+
+struct Film : host::ForeignContent, GtkForeignContent {
+    bool isOpaque() const override { return hasFrame; }
+    bool hasFrame = true;
+};
+
+TEST(SceneRecordingTest, OfAFillBehindAFilmOnlyTheBarsArePainted) {
+    const CGRect screen = CGRectMake(0, 0, 480, 320);
+    const CGRect place = CGRectMake(0, 25, 480, 270);
+    for (const bool hasFrame : {true, false}) {
+        Film film;
+        film.hasFrame = hasFrame;
+        SceneRecording scene;
+        scene.begin(1.5); // the film's edges are in the middle of pixels
+        scene.fillColor(screen, kOpaque);
+        scene.drawForeign(place, film);
+        scene.finish();
+        std::vector<CGRect> inPixels = Painted(scene).rects;
+        for (CGRect& rect : inPixels)
+            rect = CGAffineTransformMakeScale(1.5, 1.5).apply(rect);
+        const CGRect filmInPixels = CGRectMake(0, 37.5, 720, 405);
+        const std::vector<CGRect> bars{CGRectMake(0, 0, 720, 38), CGRectMake(0, 443, 720, 37),
+                                       filmInPixels};
+        const std::vector<CGRect> all{CGRectMake(0, 0, 720, 480), filmInPixels};
+        EXPECT_EQ(inPixels, hasFrame ? bars : all);
+    }
+}
 
 /// Each call uses another column, so that nothing is covered.
 void fillRows(SceneVisitor& scene, double left, int rows) {
