@@ -3,11 +3,13 @@
 
 #include "platform/host/EventLoop.h"
 
+#include <algorithm>
 #include <map>
+#include <utility>
 
 namespace vistrel::support {
 
-class SilentMedia;
+class SilentPlayback;
 
 /// What the silent players find at an address.
 struct SilentItem {
@@ -18,58 +20,7 @@ struct SilentItem {
     bool readyByItself = true; ///< at the next turn after prepare
 };
 
-/// A player without sound or picture whose position moves with the loop's clock.
-class SilentPlayback : public host::MoviePlayback {
-public:
-    SilentPlayback(SilentMedia& media, std::string url);
-    ~SilentPlayback() override;
-    SilentPlayback(const SilentPlayback&) = delete;
-    SilentPlayback& operator=(const SilentPlayback&) = delete;
-
-    void setClient(host::PlaybackClient* client) override { client_ = client; }
-    void prepare() override;
-    bool play() override;
-    void pause() override;
-    void stop() override;
-    bool isPlaying() const override { return playing_; }
-    double currentTime() const override;
-    void setCurrentTime(double seconds) override;
-    double duration() const override;
-    float volume() const override { return volume_; }
-    void setVolume(float volume) override { volume_ = volume; }
-    int pictureWidth() const override { return item_.pictureWidth; }
-    int pictureHeight() const override { return item_.pictureHeight; }
-    unsigned framesShown() const override { return 0; }
-    host::ForeignContent& picture() override { return picture_; }
-
-    const std::string& url() const { return url_; }
-    /// What was asked of it, in order: "prepare", "play", "pause", "stop", "seek".
-    const std::vector<std::string>& calls() const { return calls_; }
-
-    void becomeReady();
-    void end();
-    void fail(const std::string& message);
-    void stall(bool stalled);
-    void interrupt(bool begins);
-
-private:
-    void scheduleEnd();
-    void halt();
-
-    SilentMedia& media_;
-    std::string url_;
-    SilentItem item_;
-    host::ForeignContent picture_;
-    host::PlaybackClient* client_ = nullptr;
-    std::vector<std::string> calls_;
-    bool ready_ = false;
-    bool playing_ = false;
-    double position_ = 0;
-    double playingSince_ = 0;
-    float volume_ = 1;
-    host::EventLoop::Token pending_ = 0;
-};
-
+/// Finds an item at every address.
 class SilentMedia : public host::Media {
 public:
     explicit SilentMedia(host::EventLoop& loop)
@@ -106,6 +57,140 @@ private:
     std::map<std::string, Tags> tags_;
     host::Result<std::string> audioRoute_ = std::string("Speaker");
     std::vector<SilentPlayback*> players_;
+};
+
+/// A player without sound or picture whose position moves with the loop's clock.
+class SilentPlayback : public host::MoviePlayback {
+public:
+    SilentPlayback(SilentMedia& media, std::string url)
+        : media_(media)
+        , url_(std::move(url))
+        , item_(media.items_[url_]) {
+        media_.players_.push_back(this);
+    }
+    ~SilentPlayback() override {
+        media_.loop_.cancel(pending_);
+        std::erase(media_.players_, this);
+    }
+    SilentPlayback(const SilentPlayback&) = delete;
+    SilentPlayback& operator=(const SilentPlayback&) = delete;
+
+    void setClient(host::PlaybackClient* client) override { client_ = client; }
+    void prepare() override {
+        calls_.emplace_back("prepare");
+        if (!item_.failure.empty()) {
+            pending_ = media_.loop_.schedule(0, [this] { fail(item_.failure); });
+        } else if (item_.readyByItself && !ready_) {
+            pending_ = media_.loop_.schedule(0, [this] { becomeReady(); });
+        }
+    }
+    bool play() override {
+        calls_.emplace_back("play");
+        if (!item_.failure.empty())
+            return false;
+        if (playing_)
+            return true;
+        playing_ = true;
+        playingSince_ = media_.loop_.now();
+        if (ready_ || item_.readyByItself) {
+            const bool announces = !ready_;
+            ready_ = true;
+            media_.loop_.cancel(pending_);
+            scheduleEnd();
+            if (announces && client_)
+                media_.loop_.schedule(0, [client = client_] { client->playbackDidBecomeReady(); });
+        }
+        return true;
+    }
+    void pause() override {
+        calls_.emplace_back("pause");
+        halt();
+    }
+    void stop() override {
+        calls_.emplace_back("stop");
+        halt();
+    }
+    bool isPlaying() const override { return playing_; }
+    double currentTime() const override {
+        if (!playing_ || !ready_)
+            return position_;
+        return std::min(position_ + media_.loop_.now() - playingSince_, item_.duration);
+    }
+    void setCurrentTime(double seconds) override {
+        calls_.emplace_back("seek");
+        const bool playing = playing_;
+        halt();
+        position_ = std::clamp(seconds, 0.0, item_.duration);
+        playing_ = playing;
+        playingSince_ = media_.loop_.now();
+        if (playing_ && ready_)
+            scheduleEnd();
+    }
+    double duration() const override { return ready_ ? item_.duration : 0; }
+    float volume() const override { return volume_; }
+    void setVolume(float volume) override { volume_ = volume; }
+    int pictureWidth() const override { return item_.pictureWidth; }
+    int pictureHeight() const override { return item_.pictureHeight; }
+    unsigned framesShown() const override { return 0; }
+    host::ForeignContent& picture() override { return picture_; }
+
+    const std::string& url() const { return url_; }
+    /// What was asked of it, in order: "prepare", "play", "pause", "stop", "seek".
+    const std::vector<std::string>& calls() const { return calls_; }
+
+    void becomeReady() {
+        ready_ = true;
+        pending_ = 0;
+        playingSince_ = media_.loop_.now();
+        if (playing_)
+            scheduleEnd();
+        if (client_)
+            client_->playbackDidBecomeReady();
+    }
+    void end() {
+        halt();
+        position_ = item_.duration;
+        if (client_)
+            client_->playbackDidEnd();
+    }
+    void fail(const std::string& message) {
+        halt();
+        if (client_)
+            client_->playbackDidFail(message);
+    }
+    void stall(bool stalled) {
+        if (client_)
+            client_->playbackStalled(stalled);
+    }
+    void interrupt(bool begins) {
+        if (begins)
+            halt();
+        if (client_)
+            client_->playbackInterrupted(begins);
+    }
+
+private:
+    void scheduleEnd() {
+        pending_ = media_.loop_.schedule(item_.duration - position_, [this] { end(); });
+    }
+    void halt() {
+        position_ = currentTime();
+        playing_ = false;
+        media_.loop_.cancel(std::exchange(pending_, 0));
+    }
+
+    SilentMedia& media_;
+    std::string url_;
+    SilentItem item_;
+    host::ForeignContent picture_;
+    host::PlaybackClient* client_ = nullptr;
+    std::vector<std::string> calls_;
+    bool ready_ = false;
+    bool playing_ = false;
+    double position_ = 0;
+    double playingSince_ = 0;
+    float volume_ = 1;
+    host::EventLoop::Token pending_ = 0;
 };
 
 }

@@ -1,6 +1,8 @@
 #pragma once
 #include "platform/host/EventLoop.h"
 
+#include <gtest/gtest.h>
+
 #include <cstddef>
 #include <limits>
 #include <map>
@@ -15,8 +17,21 @@ class VirtualLoop : public host::EventLoop {
 public:
     double now() const override { return now_; }
     double wallClock() const override { return wallClockAtStart_ + now_; }
-    Token schedule(double delay, std::function<void()> work) override;
-    void cancel(Token token) override;
+    Token schedule(double delay, std::function<void()> work) override {
+        const Token token = ++lastToken_;
+        const Moment moment(now_ + (delay > 0 ? delay : 0), token);
+        queue_.emplace(moment, std::move(work));
+        moments_.emplace(token, moment);
+        return token;
+    }
+    void cancel(Token token) override {
+        const auto found = moments_.find(token);
+        if (found == moments_.end())
+            return;
+        // The work is destroyed last: what it holds may cancel in turn.
+        const auto node = queue_.extract(found->second);
+        moments_.erase(found);
+    }
     /// Runs all work, moving the clock, until quit() or until nothing is left to do (status -1).
     int run() override {
         status_.reset();
@@ -26,23 +41,57 @@ public:
     void quit(int status) override { status_ = status; }
 
     /// Moves the clock and runs what comes due, including what that work schedules within the time.
-    void advance(double seconds);
+    void advance(double seconds) {
+        const double target = now_ + seconds;
+        std::size_t done = 0;
+        while (runNext(target)) {
+            if (++done == kMostWork) {
+                ADD_FAILURE() << "the loop's work never ends";
+                return;
+            }
+        }
+        // Work may have moved the clock further by itself.
+        if (target > now_)
+            now_ = target;
+    }
     /// Runs what is due now.
     void turn() { advance(0); }
     /// Runs work, moving the clock as needed, until the condition holds; false when the time is up
     /// or nothing is left to do first.
-    bool runUntil(const std::function<bool()>& condition, double atMost = 3600);
+    bool runUntil(const std::function<bool()>& condition, double atMost = 3600) {
+        const double limit = now_ + atMost;
+        std::size_t done = 0;
+        while (!condition()) {
+            if (++done == kMostWork || !runNext(limit))
+                return condition();
+        }
+        return true;
+    }
 
     std::size_t pendingWork() const { return queue_.size(); }
     /// Forgets all work.
-    void clear();
+    void clear() {
+        moments_.clear();
+        const auto work = std::exchange(queue_, {});
+    }
     void setWallClockAtStart(double seconds) { wallClockAtStart_ = seconds; }
 
 private:
     using Moment = std::pair<double, Token>;
+    /// More work than this in one step is a loop that feeds itself.
+    static constexpr std::size_t kMostWork = 5'000'000;
     static constexpr double kForever = std::numeric_limits<double>::infinity();
 
-    bool runNext(double until);
+    bool runNext(double until) {
+        if (queue_.empty() || queue_.begin()->first.first > until)
+            return false;
+        auto node = queue_.extract(queue_.begin());
+        moments_.erase(node.key().second);
+        if (node.key().first > now_)
+            now_ = node.key().first;
+        node.mapped()();
+        return true;
+    }
 
     double now_ = 1000;
     double wallClockAtStart_ = 1'300'000'000;
