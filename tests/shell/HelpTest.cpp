@@ -74,21 +74,13 @@ TEST_F(HelpTest, TheTextsNameTheSiteItsOwnerAndTheHandle) {
     EXPECT_TRUE(tapAlertButton("Close"));
     choose({"FAQ"});
     const std::string longText = alertMessage();
-    EXPECT_THAT(shortText, StartsWith("How do I Watch Videos I have downloaded?\n\nGo the Main"));
-    EXPECT_THAT(shortText,
-                HasSubstr("in contact with the Website Owner, Ann Owner.\nHis email is "
-                          "web@example.com.\n\nIf you still have anymore questions after reading "
-                          "this please feel free to contact me."));
-    EXPECT_THAT(longText, StartsWith("Nothing will load, all I see is a white screen or \"Your "
-                                     "Account has been suspended\" the Application won't work!"));
-    EXPECT_THAT(longText, HasSubstr("NOT the application.\n\nHow do I Watch"));
-    EXPECT_EQ(longText.substr(longText.find("How do I Watch")), shortText);
+    EXPECT_THAT(shortText, StartsWith("How do I Watch Videos I have downloaded?\n\n"));
+    EXPECT_THAT(shortText, HasSubstr("Ann Owner.\nHis email is web@example.com.\n\n"));
+    EXPECT_THAT(longText, StartsWith("Nothing will load, all I see is a white screen"));
+    EXPECT_TRUE(longText.ends_with("NOT the application.\n\n" + shortText));
     EXPECT_TRUE(tapAlertButton("Close"));
     choose({"Support", "Application Support"});
-    EXPECT_EQ(alertMessage(),
-              "For fast assistance I recommend you send me a message on Twitter "
-              "(@maker) as I check it far more freqently. However please still feel "
-              "free to send me an email if you would prefer");
+    EXPECT_THAT(alertMessage(), HasSubstr("on Twitter (@maker) as"));
 }
 
 TEST_F(HelpTest, ASupportMailIsWrittenInTheComposer) {

@@ -1,4 +1,6 @@
 #pragma once
+#include "platform/foundation/NSUserDefaults.h"
+#include "platform/foundation/UserLocale.h"
 #include "tests/support/DeterministicHost.h"
 #include "tests/support/Testing.h"
 
@@ -8,8 +10,15 @@ namespace vistrel::support {
 /// have been destroyed, nothing that it created may be left in the host.
 class HostTest : public ::testing::Test {
 protected:
-    HostTest();
-    ~HostTest() override;
+    HostTest() { (void)adoptUserLocale(); }
+    ~HostTest() override {
+        NSUserDefaults::resetStandardUserDefaults();
+        host_.loop.clear();
+        EXPECT_EQ(host_.network.runningTransfers(), 0) << "a transfer was left running";
+        EXPECT_EQ(host_.files.openStreams(), 0) << "a file was left open";
+        EXPECT_TRUE(host_.webEngine.pages().empty()) << "a web page was left alive";
+        EXPECT_TRUE(host_.media.players().empty()) << "a player was left alive";
+    }
 
     void advance(double seconds) { host_.advance(seconds); }
     /// Runs what is due now.

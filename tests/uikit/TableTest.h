@@ -100,22 +100,62 @@ private:
 /// A table of 320 x 400 at the window's top, with rows of 40 points unless the owner says more.
 class TableTest : public support::ScreenTest {
 protected:
-    TableTest();
+    TableTest()
+        : table(add<UITableView>(CGRectMake(0, 0, 320, 400))) {
+        CountingCell::made = 0;
+        CountingCell::painted = 0;
+        table->setRowHeight(40);
+        table->setDataSource(sharedOwner);
+        table->setDelegate(sharedOwner);
+    }
 
     /// One section of that many rows named "0", "1" and so on.
-    void fill(int count);
+    void fill(int count) {
+        owner.rows.assign(1, {});
+        for (int row = 0; row < count; ++row)
+            owner.rows[0].push_back(std::to_string(row));
+        table->reloadData();
+        screenshot();
+    }
     /// Without animation, then shows a frame.
-    void scrollTo(double y);
+    void scrollTo(double y) {
+        table->setContentOffset({0, y});
+        screenshot();
+    }
     double topOf(const NSIndexPath& path) { return table->rectForRowAtIndexPath(path).minY(); }
     /// Texts of the rows on screen.
-    std::vector<std::string> shown();
+    std::vector<std::string> shown() {
+        std::vector<std::string> texts;
+        for (const auto& each : table->visibleCells())
+            texts.push_back(each->accessibilityLabel());
+        return texts;
+    }
     UITableViewCell& cell(int row, int section = 0) {
         return *table->cellForRowAtIndexPath({section, row});
     }
     /// "at 120 dragged lit 12 offers 12 selected 11 deleted 3 menu 4": the offset unless it is 0,
     /// whether it is dragged or moves, highlighted rows, the row that offers its deletion, and what
     /// the owner heard since the last time.
-    std::string state();
+    std::string state() {
+        std::ostringstream text;
+        if (const double y = table->contentOffset().y; y != 0)
+            text << " at " << y;
+        if (table->isDragging() || table->isDecelerating())
+            text << (table->isDragging() ? " dragged" : " moving");
+        for (const auto& each : table->visibleCells()) {
+            if (each->isHighlighted())
+                text << " lit " << each->accessibilityLabel();
+        }
+        if (const auto offered = table->indexPathForDeleteConfirmation())
+            text << " offers " << offered->row;
+        for (const NSIndexPath& path : std::exchange(owner.selected, {}))
+            text << " selected " << path.row;
+        for (const NSIndexPath& path : std::exchange(owner.committed, {}))
+            text << " deleted " << path.row;
+        for (const NSIndexPath& path : std::exchange(owner.menus, {}))
+            text << " menu " << path.row;
+        return text.str().empty() ? "" : text.str().substr(1);
+    }
     void expectSteps(const std::vector<Step>& steps) {
         ScreenTest::expectSteps(steps, [this] { return state(); });
     }
