@@ -1,98 +1,9 @@
 #include "tests/ads/BannerTest.h"
 
-#include "ads/GADSettings.h"
-#include "ads/Object/GADObjectPrivate.h"
-#include "ads/Object/GADRequestError.h"
-#include "ads/Opener/GADSafetyPolicy.h"
 #include "ads/Statistics/GADStatistics.h"
-#include "ads/View/GADWebView.h"
-#include "ads/ViewController/GADViewController.h"
 #include "platform/foundation/NSNotificationCenter.h"
-#include "platform/uikit/UITouch.h"
 
 namespace vistrel {
-
-void RecordingBannerDelegate::hear(const std::string& event) {
-    events += (events.empty() ? "" : ", ") + event;
-    if (onEvent)
-        onEvent(event);
-}
-
-void RecordingBannerDelegate::adViewDidFailToReceiveAdWithError(GADBannerView&,
-                                                                const GADRequestError& error) {
-    hear("failed " + std::to_string(error.code()));
-}
-
-BannerTest::BannerTest()
-    : banner_(makeBanner()) {
-    overrideGADSetting(kGADStaticContentHost, "static.example");
-    overrideGADSetting(kGADAdServerOrigin, "http://ads.example");
-    application().setState(UIApplicationState::Active);
-    banner_->setAdUnitID("unit");
-    navigation().topViewController()->view()->addSubview(banner_);
-    network().at(kScriptURL).body("function AFMA_buildAdURL() {}");
-    network().at(kAdURL).body("<p>Ad</p>");
-}
-
-BannerTest::~BannerTest() {
-    if (const auto screen =
-            std::dynamic_pointer_cast<GADViewController>(navigation().modalViewController()))
-        screen->relinquishScreen();
-    letGoOfBanner();
-    advance(10); // some objects outlive their screen briefly
-    GADSafetyPolicy::setShared(std::nullopt);
-    GADObjectPrivate::resetProcessState();
-    overrideGADSetting(kGADStaticContentHost, "");
-    overrideGADSetting(kGADAdServerOrigin, "");
-}
-
-std::shared_ptr<GADBannerView> BannerTest::makeBanner() {
-    auto view = GADBannerView::withFrame(CGRectMake(0, 366, 320, 50));
-    view->setRootViewController(navigation().topViewController());
-    view->setDelegate(delegate_);
-    return view;
-}
-
-void BannerTest::letGoOfBanner() {
-    if (banner_)
-        banner_->removeFromSuperview();
-    banner_.reset();
-}
-
-bool BannerTest::go(const std::string& url, host::WebNavigationType type) {
-    host::WebNavigation navigation;
-    navigation.url = url;
-    navigation.type = type;
-    const bool loads = page().navigateFrame(navigation);
-    turn();
-    return loads;
-}
-
-void BannerTest::touchAd() {
-    (void)banner().webView()->touchWillBeginInside(UITouch{});
-}
-
-void BannerTest::load() {
-    banner().loadRequest(nullptr);
-    advance(1);
-}
-
-void BannerTest::answerScript() {
-    go("gmsg://ads/loadAdURL?type=contextual&url=http://ads.example/ad%3Fid%3D1");
-    advance(1);
-}
-
-void BannerTest::show() {
-    load();
-    answerScript();
-    page().finishLoad();
-    advance(0.1);
-}
-
-int BannerTest::requestsFor(const std::string& url) {
-    return static_cast<int>(std::ranges::count(network().requestedURLs(), url));
-}
-
 namespace {
 
 TEST_F(BannerTest, AnAdIsBuiltFetchedShownAndCountedOnce) {

@@ -1,4 +1,3 @@
-#include "ads/Opener/GADSafetyPolicy.h"
 #include "platform/uikit/UIAccessibilityTree.h"
 #include "tests/ads/BannerTest.h"
 

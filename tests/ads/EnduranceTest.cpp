@@ -1,5 +1,4 @@
 #include "ads/Statistics/GADStatistics.h"
-#include "ads/ViewController/GADViewController.h"
 #include "ads/json/GAD_ZelJSON.h"
 #include "tests/ads/BannerTest.h"
 

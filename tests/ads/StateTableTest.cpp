@@ -1,7 +1,5 @@
 // Every event in every state of an ad, as in the table in docs/ads.md.
-#include "ads/Object/GADObjectPrivate.h"
 #include "ads/Object/GADPrivateUtilities.h"
-#include "ads/View/GADWebView.h"
 #include "tests/ads/BannerTest.h"
 
 #include <fstream>
