@@ -309,9 +309,7 @@ TEST_F(GADCachedFileTest, TheDelegateMayFetchAgainFromAnEndOrAFailure) {
         ended.cancel();
         ended.validate();
     };
-    delegate_->onFail = [](GADCachedFile& failed) {
-        failed.validate();
-    };
+    delegate_->onFail = &GADCachedFile::validate;
     EXPECT_THAT(fetched(), ElementsAre("end", "fail NSURLErrorDomain -1001", "end"));
     EXPECT_EQ(file().content(), "third");
     EXPECT_EQ(network().requests().size(), 3U);

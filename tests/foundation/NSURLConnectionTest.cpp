@@ -101,17 +101,14 @@ TEST_F(NSURLConnectionTest, ReportsResponseDataAndEndInOrderAndLivesUntilThen) {
 
 TEST_F(NSURLConnectionTest, NothingIsReportedAfterCancel) {
     network().at(kURL).body("abcdef").chunks({2, 2, 2});
-    const auto cancel = [](NSURLConnection& connection) {
-        connection.cancel();
-    };
     connect(kURL);
-    recorder_->onResponse = cancel;
+    recorder_->onResponse = &NSURLConnection::cancel;
     turn();
     EXPECT_THAT(recorder_->events, ElementsAre("response 200 text/html 6 http://site/clip.mp4"));
     EXPECT_EQ(recorder_->body, "");
 
     connect(kURL);
-    recorder_->onData = cancel;
+    recorder_->onData = &NSURLConnection::cancel;
     turn();
     EXPECT_EQ(recorder_->body, "ab");
     EXPECT_EQ(recorder_->events.size(), 1U);
