@@ -216,6 +216,13 @@ void DownloadsViewController::tableViewDidSelectRowAtIndexPath(UITableView& tabl
         playMusic(static_cast<std::uint32_t>(indexPath.row));
 }
 
+std::optional<std::string>
+DownloadsViewController::tableViewFileForRowAtIndexPath(UITableView&,
+                                                        const NSIndexPath& indexPath) {
+    return pathOfDownload(
+        filesOfSection(indexPath.section)[static_cast<std::size_t>(indexPath.row)]);
+}
+
 bool DownloadsViewController::tableViewShowMenuForRowAtIndexPath(UITableView&,
                                                                  const NSIndexPath& indexPath) {
     menu_ = std::make_shared<DownloadMenu>(

@@ -62,6 +62,8 @@ public:
                                                            const NSIndexPath& indexPath) override;
     void tableViewDidSelectRowAtIndexPath(UITableView& tableView,
                                           const NSIndexPath& indexPath) override;
+    std::optional<std::string>
+    tableViewFileForRowAtIndexPath(UITableView& tableView, const NSIndexPath& indexPath) override;
     bool tableViewShowMenuForRowAtIndexPath(UITableView& tableView,
                                             const NSIndexPath& indexPath) override;
 

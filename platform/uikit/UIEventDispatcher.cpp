@@ -180,6 +180,20 @@ bool UIEventDispatcher::sendMenuRequest(CGPoint location) {
     return view != nullptr;
 }
 
+std::optional<std::string> UIEventDispatcher::dragFileOut() {
+    auto view = touch_ ? touch_->view.lock() : nullptr;
+    while (view) {
+        const auto point = view->convertPointFromView(touch_->startWindowLocation, &root_);
+        if (auto file = view->fileDraggedFrom(point)) {
+            cancelTouch();
+            return file;
+        }
+        auto* above = view->superview();
+        view = above != nullptr ? above->shared_from_this() : nullptr;
+    }
+    return std::nullopt;
+}
+
 void UIEventDispatcher::setFirstResponder(const std::shared_ptr<UIView>& view) {
     const auto old = firstResponder_.lock();
     if (old == view) {

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace vistrel {
 enum class UICommand;
@@ -26,6 +27,9 @@ public:
     /// The mouse's second button; goes to the innermost view under the point that has a menu. True
     /// when it was used.
     bool sendMenuRequest(CGPoint location);
+    /// The mouse leaves the window with its button down. Returns the device path of the file that
+    /// it takes along; the touch is cancelled then. Nothing when it takes none.
+    std::optional<std::string> dragFileOut();
     /// Shortcuts become commands. Other keys go first to the focused view and its superviews, when
     /// they are in the front window; then to the views of that window that take keys without focus,
     /// front to back, deepest first. Escape goes to the controllers on that path, but never past

@@ -89,6 +89,8 @@ public:
     /// it, Delete asks for its deletion, Menu for its menu.
     bool keyPressed(const UIKey& key) override;
     bool menuRequested(CGPoint point) override;
+    /// Nothing while the list is dragged; an offer to delete is withdrawn.
+    std::optional<std::string> fileDraggedFrom(CGPoint point) override;
     bool canBecomeFirstResponder() const override { return true; }
     void focusChanged(bool focused) override;
     /// The row under the keyboard's highlight.

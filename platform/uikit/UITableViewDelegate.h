@@ -29,6 +29,12 @@ public:
     virtual bool tableViewShowMenuForRowAtIndexPath(UITableView&, const NSIndexPath&) {
         return false;
     }
+    /// The device path of the file that a row stands for, which the mouse may drag out of the
+    /// window; nothing when it stands for none.
+    virtual std::optional<std::string> tableViewFileForRowAtIndexPath(UITableView&,
+                                                                      const NSIndexPath&) {
+        return std::nullopt;
+    }
     /// Empty: "Delete".
     virtual std::string tableViewTitleForDeleteConfirmationButton(UITableView&,
                                                                   const NSIndexPath&) {

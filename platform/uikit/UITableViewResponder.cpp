@@ -20,6 +20,17 @@ bool UITableView::menuRequested(CGPoint point) {
     return path && selection_->showMenu(*path);
 }
 
+std::optional<std::string> UITableView::fileDraggedFrom(CGPoint point) {
+    const auto path = indexPathForRowAtPoint(point);
+    const auto rowsOwner = delegate();
+    if (!path || !rowsOwner || isDragging() || isEditing())
+        return std::nullopt;
+    auto file = rowsOwner->tableViewFileForRowAtIndexPath(*this, *path);
+    if (file)
+        editing_->hideConfirmation(true);
+    return file;
+}
+
 void UITableView::focusChanged(bool focused) {
     if (!focused)
         selection_->leaveKeyboard();

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -150,6 +151,10 @@ public:
     /// The mouse's second button was pressed at that point (own coordinates). Returns whether a
     /// menu is shown now.
     virtual bool menuRequested(CGPoint /*point*/) { return false; }
+    /// The mouse leaves the window after it was pressed at that point (own coordinates). Returns
+    /// the device path of the file that it takes along; nothing when there is none, or when the
+    /// touch has a use here.
+    virtual std::optional<std::string> fileDraggedFrom(CGPoint /*point*/) { return std::nullopt; }
     /// Whether this view is offered keys that the focused view does not use: lists, and screens
     /// with shortcuts.
     virtual bool takesUnfocusedKeys() const { return viewController_ != nullptr; }

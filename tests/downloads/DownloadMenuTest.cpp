@@ -4,6 +4,7 @@
 #include "platform/graphics/UIStringDrawing.h"
 #include "platform/uikit/UIActionSheet.h"
 #include "platform/uikit/UIAlertView.h"
+#include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UITableView.h"
 #include "platform/uikit/UITextField.h"
 #include "tests/support/ui/ScreenTest.h"
@@ -146,6 +147,13 @@ TEST_F(DownloadMenuTest, AnUnfinishedDownloadKeepsItsNameAndTheSameNameAsksNothi
     answer("New");
     EXPECT_EQ(alertCount(), 0);
     EXPECT_TRUE(files().contents(kFolder + "New.mp4"));
+}
+
+TEST_F(DownloadMenuTest, TheMouseTakesTheRowsFileOut) {
+    act("down 160,160");
+    EXPECT_EQ(application().events().dragFileOut(), kFolder + "Other.mp4");
+    act("up 400,160");
+    EXPECT_FALSE(media().player());
 }
 
 TEST_F(DownloadMenuTest, DeletingAsksOnTheRowAsAfterASwipe) {

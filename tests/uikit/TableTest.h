@@ -36,6 +36,7 @@ public:
     std::vector<NSIndexPath> committed;
     std::vector<NSIndexPath> menus; ///< shown; rows named "1" have none
     bool hasMenus = false;
+    bool hasFiles = false; ///< rows named "1" have none
     int heightsAsked = 0;
 
     int numberOfSectionsInTableView(UITableView&) override { return static_cast<int>(rows.size()); }
@@ -84,6 +85,10 @@ public:
     }
     void tableViewDidSelectRowAtIndexPath(UITableView&, const NSIndexPath& path) override {
         selected.push_back(path);
+    }
+    std::optional<std::string> tableViewFileForRowAtIndexPath(UITableView&,
+                                                              const NSIndexPath& path) override {
+        return hasFiles && *at(path) != "1" ? std::optional("/" + *at(path)) : std::nullopt;
     }
     bool tableViewShowMenuForRowAtIndexPath(UITableView&, const NSIndexPath& path) override {
         if (hasMenus && *at(path) != "1")

@@ -1,3 +1,4 @@
+#include "platform/uikit/UIEventDispatcher.h"
 #include "tests/uikit/TableTest.h"
 
 namespace vistrel {
@@ -195,6 +196,29 @@ TEST_F(UITableViewTest, ALongPressTheSecondButtonAndTheMenuKeyShowARowsMenu) {
                   "lit 4 selected 4 selected 4"}});
     table->setEditing(true, false);
     expectSteps({{"down 100,100; wait 0.6; up 100,100; second 100,100", "lit 4"}});
+}
+
+TEST_F(UITableViewTest, TheMouseTakesARowsFileOutUnlessItScrollsOrEdits) {
+    owner.deletes = true;
+    owner.hasFiles = true;
+    fill(20);
+    EXPECT_EQ(application().events().dragFileOut(), std::nullopt) << "no button is down";
+    const struct {
+        const char* inputs;
+        std::optional<std::string> file;
+        const char* after; ///< the button is released
+    } cases[] = {
+        {"down 300,100; move 319,100", "/2", ""},
+        {"down 200,140; move 100,142", "/3", ""}, // a swipe, whose offer is withdrawn
+        {"down 200,140; move 200,120; move 319,120", std::nullopt, ""},
+        {"down 300,60; move 319,60", std::nullopt, "lit 1 selected 1"},
+    };
+    for (const auto& [inputs, file, after] : cases) {
+        act(inputs);
+        EXPECT_EQ(application().events().dragFileOut(), file) << inputs;
+        act("up 319,100; wait 0.3");
+        EXPECT_EQ(state(), after) << inputs;
+    }
 }
 
 }

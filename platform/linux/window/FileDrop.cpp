@@ -20,6 +20,10 @@ FileDrop::~FileDrop() {
 }
 
 bool FileDrop::drop(const GValue* value) const {
+    // A file that was dragged out of this window comes back.
+    GdkDrop* now = gtk_drop_target_get_current_drop(GTK_DROP_TARGET(target_));
+    if (now && gdk_drop_get_drag(now))
+        return false;
     GSList* files = gdk_file_list_get_files(static_cast<GdkFileList*>(g_value_get_boxed(value)));
     for (const GSList* file = files; file; file = file->next) {
         const std::unique_ptr<char, decltype(&g_free)> address(g_file_get_uri(G_FILE(file->data)),

@@ -1,6 +1,7 @@
 #include "platform/linux/window/ScreenInput.h"
 
 #include "platform/host/EventLoop.h"
+#include "platform/host/Files.h"
 #include "platform/host/Host.h"
 #include "platform/linux/window/KeyTranslation.h"
 #include "platform/linux/window/ScreenWidget.h"
@@ -27,6 +28,7 @@ UIEventDispatcher& events() {
 
 ScreenInput::ScreenInput(ScreenWidget& screen)
     : screen_(screen)
+    , drag_(screen.widget())
     , events_(gtk_event_controller_legacy_new())
     , keys_(gtk_event_controller_key_new()) {
     // Before the children receive it: an alert may cover the page.
@@ -88,13 +90,34 @@ bool ScreenInput::handlePointer(GdkEvent* event, GdkEventType type) {
     if (!isDown_ || gdk_event_get_event_sequence(event) != sequence_)
         return false;
     if (type == GDK_MOTION_NOTIFY || type == GDK_TOUCH_UPDATE) {
-        events().sendTouch(UITouchPhase::Moved, pointer_, now());
+        if (type == GDK_MOTION_NOTIFY && leavesWithFile(event))
+            isDown_ = false;
+        else
+            events().sendTouch(UITouchPhase::Moved, pointer_, now());
         return true;
     }
     isDown_ = false;
     events().sendTouch(type == GDK_TOUCH_CANCEL ? UITouchPhase::Cancelled : UITouchPhase::Ended,
                        pointer_, now());
     return true;
+}
+
+bool ScreenInput::leavesWithFile(GdkEvent* event) {
+    GdkDevice* device = gdk_event_get_device(event);
+    const GdkInputSource source = gdk_device_get_source(device);
+    GdkSurface* surface = gdk_event_get_surface(event);
+    double x = 0;
+    double y = 0;
+    if ((source != GDK_SOURCE_MOUSE && source != GDK_SOURCE_TOUCHPAD &&
+         source != GDK_SOURCE_TRACKPOINT) ||
+        !gdk_event_get_position(event, &x, &y))
+        return false;
+    const bool isInside = x >= 0 && y >= 0 && x < gdk_surface_get_width(surface) &&
+                          y < gdk_surface_get_height(surface);
+    const auto file = isInside ? std::nullopt : events().dragFileOut();
+    if (file)
+        drag_.begin(device, host::current().files->machinePath(*file));
+    return file.has_value();
 }
 
 bool ScreenInput::handleMenuRequest(GdkEvent* event) {

@@ -1,6 +1,7 @@
 #pragma once
 #include "platform/graphics/CGGeometry.h"
 #include "platform/linux/NativeCallback.h"
+#include "platform/linux/window/FileDrag.h"
 
 #include <gtk/gtk.h>
 
@@ -24,6 +25,7 @@ public:
 private:
     bool handleEvent(GdkEvent* event);
     bool handlePointer(GdkEvent* event, GdkEventType type);
+    bool leavesWithFile(GdkEvent* event);
     bool handleMenuRequest(GdkEvent* event);
     bool handleScroll(GdkEvent* event);
     bool handleKey(guint value, GdkModifierType state);
@@ -32,6 +34,7 @@ private:
     void takeFocus();
 
     ScreenWidget& screen_;
+    FileDrag drag_;
     GtkEventController* events_;
     GtkEventController* keys_;
     SignalConnection eventSeen_;

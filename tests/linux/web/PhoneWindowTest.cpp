@@ -1,5 +1,7 @@
 #include "tests/linux/web/RealWindow.h"
 
+#include <cstdlib>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -57,6 +59,50 @@ TEST_F(PhoneWindowTest, FilesThatAreDroppedOnItAreReportedByTheirAddresses) {
         g_object_unref(file);
     EXPECT_TRUE(taken);
     EXPECT_EQ(dropped, (std::vector<std::string>{"file:///tmp/A%20Film.mp4", "file:///tmp/b.mp3"}));
+}
+
+TEST_F(PhoneWindowTest, TheMouseDragsAFileOutToAnotherWindow) {
+    struct Row : UIView {
+        using UIView::UIView;
+        std::optional<std::string> fileDraggedFrom(CGPoint) override { return "/A Film.mp4"; }
+    };
+    window_->addSubview(std::make_shared<Row>(CGRectMake(0, 0, 320, 480)));
+    GtkWidget* other = gtk_window_new();
+    gtk_window_set_default_size(GTK_WINDOW(other), 900, 700);
+    GtkDropTarget* target = gtk_drop_target_new(GDK_TYPE_FILE_LIST, GDK_ACTION_COPY);
+    std::string dropped;
+    const auto connection = connectSignal<gboolean(const GValue*, double, double)>(
+        target, "drop", [&](const GValue* value, double, double) -> gboolean {
+            GSList* files =
+                gdk_file_list_get_files(static_cast<GdkFileList*>(g_value_get_boxed(value)));
+            char* path = g_file_get_path(G_FILE(files->data));
+            dropped = path;
+            g_free(path);
+            g_slist_free(files);
+            return TRUE;
+        });
+    gtk_widget_add_controller(other, GTK_EVENT_CONTROLLER(target));
+    gtk_window_present(GTK_WINDOW(other));
+    turnFor(0.3);
+    shown_.present(); // on top, in the upper left corner
+    turnFor(0.3);
+    std::vector<std::string> returned;
+    shown_.setDropHandler([&](const std::string& address) { returned.push_back(address); });
+    const auto moveMouse = [](const std::vector<std::string>& steps) {
+        for (const std::string& step : steps) {
+            EXPECT_EQ(std::system(("xdotool " + step).c_str()), 0);
+            turnFor(0.2);
+        }
+    };
+    moveMouse({"mousemove 100 100 mousedown 1", "mousemove 500 120", "mousemove 510 130",
+               "mousemove 110 100", "mousemove 100 100", "mouseup 1"});
+    EXPECT_TRUE(returned.empty()) << "the library's own files are not offered to it";
+    EXPECT_EQ(dropped, "");
+    moveMouse({"mousemove 100 100 mousedown 1", "mousemove 200 100", "mousemove 500 120",
+               "mousemove 600 200", "mousemove 610 210", "mouseup 1"});
+    turnUntil([&] { return !dropped.empty(); });
+    EXPECT_EQ(dropped, host::current().files->machinePath("/A Film.mp4"));
+    gtk_window_destroy(GTK_WINDOW(other));
 }
 
 }
