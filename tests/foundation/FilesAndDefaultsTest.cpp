@@ -8,8 +8,6 @@
 
 #include <cerrno>
 #include <clocale>
-#include <cstdlib>
-#include <map>
 
 namespace vistrel {
 namespace {

@@ -8,13 +8,8 @@
 #include "shell/RootViewController.h"
 #include "tests/support/ui/ScreenTest.h"
 
-#include <gmock/gmock.h>
-
-#include <algorithm>
 #include <cctype>
 #include <fstream>
-#include <set>
-#include <string>
 
 namespace vistrel {
 namespace {
@@ -97,7 +92,7 @@ TEST_F(TranslationTest, TheLibraryAndThePlayersAreTranslated) {
     tapButtonAndLook("*Done");
     tapAndLook(UIAccessibilityRole::Row, "*1");
     EXPECT_TRUE(find(UIAccessibilityRole::Slider, "*Volume"));
-    EXPECT_THAT(english_, testing::IsEmpty());
+    EXPECT_THAT(english_, IsEmpty());
 }
 
 TEST_F(TranslationTest, TheBrowserAndTheMailScreenAreTranslated) {
@@ -110,7 +105,7 @@ TEST_F(TranslationTest, TheBrowserAndTheMailScreenAreTranslated) {
     navigation().presentModalViewController(mail, false);
     look();
     tapButtonAndLook("*Cancel");
-    EXPECT_THAT(english_, testing::IsEmpty());
+    EXPECT_THAT(english_, IsEmpty());
 }
 
 }
