@@ -9,6 +9,7 @@
 #include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UITableView.h"
+#include "platform/uikit/UIWebView.h"
 #include "web/WebBrowserViewController.h"
 
 namespace vistrel {
@@ -54,6 +55,7 @@ void MoviesViewController::addTable() {
 
 /// On return the row is deselected without animation. Does not call the base class.
 void MoviesViewController::viewDidAppear(bool /*animated*/) {
+    UIWebView::prepareEngine();
     if (const auto selected = tableView_->indexPathForSelectedRow())
         tableView_->deselectRowAtIndexPath(*selected, false);
 }

@@ -11,6 +11,7 @@
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UINavigationItem.h"
 #include "platform/uikit/UITableView.h"
+#include "platform/uikit/UIWebView.h"
 #include "web/WebBrowserViewController.h"
 
 namespace vistrel {
@@ -82,6 +83,7 @@ void TVShowsViewController::addHeading() {
 
 /// On return the row is deselected without animation. Does not call the base class.
 void TVShowsViewController::viewDidAppear(bool /*animated*/) {
+    UIWebView::prepareEngine();
     if (const auto selected = tableView_->indexPathForSelectedRow())
         tableView_->deselectRowAtIndexPath(*selected, false);
 }

@@ -19,6 +19,7 @@
 #include "platform/uikit/UINavigationItem.h"
 #include "platform/uikit/UITableView.h"
 #include "platform/uikit/UITableViewCell.h"
+#include "platform/uikit/UIWebView.h"
 #include "settings/Settings.h"
 #include "shell/AboutPageViewController.h"
 #include "shell/MainInterface.h"
@@ -45,6 +46,11 @@ constexpr double kNavigationBarHeight = 44;
 
 constexpr UIColor kBarTint = UIColor::colorWithRedGreenBlueAlpha(0.156F, 0.155F, 0.198F, 1);
 constexpr UIColor kTableBackground = UIColor::colorWithRedGreenBlueAlpha(0.114F, 0.113F, 0.143F, 1);
+
+/// Whether the row's section of the application is a page, not a screen.
+bool opensPage(const NSIndexPath& row) {
+    return row.section != kMenuSection || row.row == kMusicRow;
+}
 
 MenuRecord webRecord(const char* title, const char* image, std::string url) {
     return {NSLocalizedString(title), nullptr, UIImage::imageNamed(image), std::move(url)};
@@ -228,13 +234,18 @@ RootViewController::tableViewCellForRowAtIndexPath(UITableView& tableView,
     return cell;
 }
 
+void RootViewController::tableViewDidTouchRowAtIndexPath(UITableView&,
+                                                         const NSIndexPath& indexPath) {
+    if (opensPage(indexPath))
+        UIWebView::prepareEngine();
+}
+
 void RootViewController::tableViewDidSelectRowAtIndexPath(UITableView&,
                                                           const NSIndexPath& indexPath) {
     const MenuRecord* record = recordAt(indexPath);
     if (!record)
         return;
-    const bool isNative = indexPath.section == kMenuSection && indexPath.row != kMusicRow;
-    if (!isNative)
+    if (opensPage(indexPath))
         pushBrowser(*record);
     else if (record->viewController)
         navigationController()->pushViewController(record->viewController, true);

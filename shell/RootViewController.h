@@ -76,6 +76,8 @@ public:
                                                             int section) override;
     std::shared_ptr<UITableViewCell>
     tableViewCellForRowAtIndexPath(UITableView& tableView, const NSIndexPath& indexPath) override;
+    void tableViewDidTouchRowAtIndexPath(UITableView& tableView,
+                                         const NSIndexPath& indexPath) override;
     void tableViewDidSelectRowAtIndexPath(UITableView& tableView,
                                           const NSIndexPath& indexPath) override;
 

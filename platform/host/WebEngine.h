@@ -123,7 +123,7 @@ public:
     virtual ~WebEngine() = default;
     /// Null when the page engine cannot be loaded; the reason is in the log.
     virtual std::shared_ptr<WebPage> createPage(WebSession session) = 0;
-    /// Prepares for the first page, in small steps; called once the first frame is shown.
+    /// Prepares for the first page, in small steps.
     virtual void warmUp() = 0;
 };
 

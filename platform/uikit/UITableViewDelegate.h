@@ -23,6 +23,9 @@ public:
     virtual std::shared_ptr<UIView> tableViewViewForHeaderInSection(UITableView&, int /*section*/) {
         return nullptr;
     }
+    /// Beyond the phone: a finger has come down on a row. It may yet scroll, but if it selects the
+    /// row, what was begun here is ready sooner.
+    virtual void tableViewDidTouchRowAtIndexPath(UITableView&, const NSIndexPath&) {}
     virtual void tableViewDidSelectRowAtIndexPath(UITableView&, const NSIndexPath&) {}
     /// The user asks what can be done with a row, by a long press, the mouse's second button or the
     /// menu key. Shows it and returns true, unless there is nothing.

@@ -78,6 +78,8 @@ void UITableViewSelection::touchBegan(UITableViewCell& cell) {
     if (table_.isEditing())
         return;
     pressed_ = rows_.pathOf(cell);
+    if (const auto delegate = table_.delegate(); delegate && pressed_)
+        delegate->tableViewDidTouchRowAtIndexPath(table_, *pressed_);
     delay_ = NSRunLoop::performAfterDelay(kHighlightDelay, [this] {
         delay_ = 0;
         highlight(pressed_, true);

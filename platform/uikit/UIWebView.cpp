@@ -39,6 +39,10 @@ UIWebView::~UIWebView() {
         page_->setClient(nullptr);
 }
 
+void UIWebView::prepareEngine() {
+    host::current().webEngine->warmUp();
+}
+
 host::WebPage* UIWebView::page() {
     if (page_)
         return page_.get();

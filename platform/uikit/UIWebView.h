@@ -27,6 +27,10 @@ public:
     explicit UIWebView(CGRect frame = {}, UIWebViewSession session = UIWebViewSession::Browsing);
     ~UIWebView() override;
 
+    /// Beyond the phone: prepares the page engine, which takes memory, for a page that is likely to
+    /// be wanted soon.
+    static void prepareEngine();
+
     /// Without a delegate every navigation that the engine allows is performed.
     void setDelegate(std::weak_ptr<UIWebViewDelegate> delegate);
     /// Null when unset or gone.

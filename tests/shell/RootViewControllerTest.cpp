@@ -82,6 +82,25 @@ TEST_F(RootTest, WebRowsOpenANewBrowserOnTheirAddressEachTime) {
     }
 }
 
+TEST_F(RootTest, AFingerOnAPagesRowPreparesThePageEngine) {
+    const std::tuple<int, int, bool> rows[] = {
+        {1, 0, false}, {1, 1, false}, {1, 2, true}, {1, 3, false}, {2, 0, true}};
+    auto& table = *menu_->tableView();
+    for (const auto& [section, row, prepares] : rows) {
+        webEngine().isWarm = false;
+        table.scrollToRowAtIndexPath({section, row}, false);
+        settle();
+        const CGRect place = table.rectForRowAtIndexPath({section, row});
+        const CGPoint finger = table.convertPointToView({60, place.midY()}, nullptr);
+        touchDown(finger);
+        EXPECT_EQ(webEngine().isWarm, prepares) << section << " " << row;
+        touchMove({finger.x, finger.y + 40}); // scrolls, so that it selects nothing
+        touchUp({finger.x, finger.y + 40});
+        settle();
+        EXPECT_EQ(top(), menu_);
+    }
+}
+
 TEST_F(RootTest, ANativeRowShowsTheSameScreenAgainAndStaysSelectedMeanwhile) {
     select(1, 3);
     const auto downloads = std::dynamic_pointer_cast<DownloadsViewController>(top());

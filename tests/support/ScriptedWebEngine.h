@@ -17,7 +17,8 @@ public:
         : loop_(loop) {}
 
     std::shared_ptr<host::WebPage> createPage(host::WebSession session) override;
-    void warmUp() override {}
+    void warmUp() override { isWarm = true; }
+    bool isWarm = false;
 
     /// The pages that are alive, oldest first.
     const std::vector<ScriptedWebPage*>& pages() const { return pages_; }

@@ -29,7 +29,7 @@ public:
 
     void setDisplay(host::Display* display) { host_.display = display; }
     GLibEventLoop& loop() { return loop_; }
-    host::WebEngine& webEngine() { return webEngine_; }
+    DeferredWebEngine& webEngine() { return webEngine_; }
 
 private:
     /// The address of a device's file as other programs know it; other addresses are unchanged.

@@ -93,7 +93,7 @@ int runApplication(const UILaunchOptions& options, const UIMainInterface& mainIn
             window.raise(startupToken);
         });
         window.setDropHandler(openAddress);
-        host.webEngine().warmUp();
+        host.webEngine().readAhead();
         window.setIcon();
     });
     quitOnSignals(host.loop());

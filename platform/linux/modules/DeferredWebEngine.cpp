@@ -1,5 +1,8 @@
 #include "platform/linux/modules/DeferredWebEngine.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace vistrel {
 
 DeferredWebEngine::DeferredWebEngine(const WebEngineSetup& setup)
@@ -17,6 +20,16 @@ std::shared_ptr<host::WebPage> DeferredWebEngine::createPage(host::WebSession se
 void DeferredWebEngine::warmUp() {
     if (auto* engine = engine_.get())
         engine->warmUp();
+}
+
+void DeferredWebEngine::readAhead() {
+    reading_ = std::jthread([] {
+        const int file = open(VISTREL_PAGE_ENGINE, O_RDONLY | O_CLOEXEC);
+        if (file < 0)
+            return;
+        posix_fadvise(file, 0, 0, POSIX_FADV_WILLNEED);
+        close(file);
+    });
 }
 
 }

@@ -4,6 +4,7 @@
 #include "platform/linux/web/WebEngineSetup.h"
 
 #include <memory>
+#include <thread>
 
 namespace vistrel {
 
@@ -14,9 +15,13 @@ public:
 
     std::shared_ptr<host::WebPage> createPage(host::WebSession session) override;
     void warmUp() override;
+    /// Has the system read the engine's library, so that loading it does not wait for a slow disk.
+    /// That takes no memory of this process.
+    void readAhead();
 
 private:
     DeferredService<host::WebEngine, CreateWebEngine> engine_;
+    std::jthread reading_;
 };
 
 }
