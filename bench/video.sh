@@ -1,7 +1,8 @@
 #!/bin/bash
 # A film of 1280 × 720 at 30 frames, shown 720 × 405: processor seconds of 20 s of steady playing and peak memory against
 # two players that show it in the same size on the same display, in turns; the share of frames shown; and the time to the
-# first moving picture, from a file and over HTTP: here from the request to play, there from the start of the process.
+# first moving picture, from a file and over HTTP: here from the request to play, with the library on the screen, there from
+# the start of the process.
 set -euo pipefail
 build=$(readlink -f "$1")
 root=$(dirname "$(dirname "$(readlink -f "$0")")")

@@ -11,6 +11,7 @@
 #include "platform/foundation/NSURL.h"
 #include "platform/foundation/Weakly.h"
 #include "platform/graphics/UIImage.h"
+#include "platform/media/MPMoviePlayerController.h"
 #include "platform/uikit/UIBarStyle.h"
 #include "platform/uikit/UIImageView.h"
 #include "platform/uikit/UINavigationController.h"
@@ -112,6 +113,7 @@ void DownloadsViewController::viewDidLoad() {
 
 void DownloadsViewController::viewWillAppear(bool animated) {
     UIViewController::viewWillAppear(animated);
+    MPMoviePlayerController::prepareEngine();
     updateArray();
     tableView_->reloadData();
     if (const auto selected = tableView_->indexPathForSelectedRow())

@@ -7,6 +7,7 @@
 #include "platform/foundation/NSURLResponse.h"
 #include "platform/foundation/Weakly.h"
 #include "platform/graphics/UIImage.h"
+#include "platform/media/MPMoviePlayerController.h"
 #include "platform/uikit/UIAlertView.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIButton.h"
@@ -52,6 +53,7 @@ FileDownloadViewController::~FileDownloadViewController() = default;
 
 void FileDownloadViewController::viewDidLoad() {
     UIViewController::viewDidLoad();
+    MPMoviePlayerController::prepareEngine();
     navigationItem().setTitle(downloadRequest_.URL()->absoluteString());
     view()->setBackgroundColor(UIColor::colorWithWhiteAlpha(0.2F, 1.0F));
 

@@ -1,3 +1,4 @@
+#include "downloads/DownloadsViewController.h"
 #include "platform/foundation/NSRunLoop.h"
 #include "platform/host/EventLoop.h"
 #include "platform/host/Host.h"
@@ -44,14 +45,18 @@ void count(double seconds) {
     });
 }
 
-void play(const std::string& path, double seconds) {
+UINavigationController& navigation() {
     auto* delegate =
         dynamic_cast<VistrelAppDelegate*>(UIApplication::sharedApplication().delegate());
+    return *delegate->navigationController();
+}
+
+void play(const std::string& path, double seconds) {
     const double asked = host::current().loop->now();
     const bool isAddress = path.find("://") != std::string::npos;
     screen = OvoMoviePlayerViewController::withURL(isAddress ? *NSURL::URLWithString(path)
                                                              : NSURL::fileURLWithPath(path));
-    delegate->navigationController()->presentModalViewController(screen, true);
+    navigation().presentModalViewController(screen, true);
     screen->readyPlayer();
     awaitFirst(asked);
     count(seconds);
@@ -60,14 +65,15 @@ void play(const std::string& path, double seconds) {
 }
 }
 
-/// The application with a film on its screen. Arguments: the device root, the film's device path or
-/// address, and the seconds in which frames are counted, from the third on.
+/// The application with its library on the screen, and then a film. Arguments: the device root, the
+/// film's device path or address, and the seconds in which frames are counted, from the third on.
 int main(int argc, char* argv[]) {
     using namespace vistrel;
     UILaunchOptions options;
     options.deviceRoot = argv[1];
     options.scale = 1.5;
     options.didLaunch = [argv] {
+        navigation().pushViewController(std::make_shared<DownloadsViewController>(), true);
         NSRunLoop::performAfterDelay(kRest,
                                      [argv] { play(argv[2], std::strtod(argv[3], nullptr)); });
     };

@@ -66,6 +66,8 @@ public:
 class Media {
 public:
     virtual ~Media() = default;
+    /// Prepares for the first film, on another thread.
+    virtual void warmUp() = 0;
     /// `url` is http, https, or file with a device path.
     virtual std::shared_ptr<MoviePlayback> createMoviePlayback(const std::string& url) = 0;
     /// Opens a local file for sound; fails when it cannot be opened or has no sound.

@@ -41,6 +41,10 @@ std::shared_ptr<MPMoviePlayerController> MPMoviePlayerController::withContentURL
     return player;
 }
 
+void MPMoviePlayerController::prepareEngine() {
+    host::current().media->warmUp();
+}
+
 MPMoviePlayerController::MPMoviePlayerController(const NSURL& url)
     : url_(url)
     , interface_(offeredInterface)

@@ -36,6 +36,9 @@ enum MPMovieLoadState : unsigned {
 class MPMoviePlayerController : public std::enable_shared_from_this<MPMoviePlayerController>,
                                 private host::PlaybackClient {
 public:
+    /// Beyond the phone: prepares for a film that is likely to be played soon.
+    static void prepareEngine();
+
     /// The interface that the player offers: load states and an embeddable view, or only the
     /// preload notification.
     enum class Interface { LoadStates, Preload };

@@ -183,6 +183,7 @@ TEST_F(DownloadsTest, ContentStandsThirtyPointsToTheRightOnlyWhileEditing) {
 TEST_F(DownloadsTest, AVideoRowPlaysItsFile) {
     files().put(kFolder + "Zwei Würfel.mp4");
     const auto screen = open();
+    EXPECT_TRUE(media().isWarm) << "before a row is touched";
     select(*screen, {0, 0});
     EXPECT_EQ(media().player()->url(),
               "file:///var/mobile/Library/Downloads/Zwei%20W%C3%BCrfel.mp4");

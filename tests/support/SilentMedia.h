@@ -26,6 +26,8 @@ public:
     explicit SilentMedia(host::EventLoop& loop)
         : loop_(loop) {}
 
+    void warmUp() override { isWarm = true; }
+    bool isWarm = false;
     std::shared_ptr<host::MoviePlayback> createMoviePlayback(const std::string& url) override;
     host::Result<std::shared_ptr<host::Playback>>
     createAudioPlayback(const std::string& url) override;

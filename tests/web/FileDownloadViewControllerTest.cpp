@@ -313,6 +313,7 @@ TEST_F(FileDownloadTest, ADownloadGoesOnAfterTheUserHasLeft) {
 TEST_F(FileDownloadTest, PlayStreamsTheAddressWhileTheTransferGoesOn) {
     answer().body(std::string(1000, 'v')).secondsBetweenChunks(5);
     const auto screen = download(0);
+    EXPECT_TRUE(media().isWarm);
     tap(*screen->playButton());
     settle();
     ASSERT_TRUE(media().player());

@@ -62,6 +62,20 @@ GstMedia::GstMedia(const MediaSetup& setup)
     : setup_(setup)
     , sound_(setup.log) {}
 
+void GstMedia::warmUp() {
+    if (warmingUp_.joinable())
+        return;
+    warmingUp_ = std::jthread([] {
+        startGStreamer();
+        // What an ordinary film needs. Loading it takes about as long as all the rest of a start.
+        for (const char* name :
+             {"playback", "typefindfunctions", "isomp4", "videoparsersbad", "audioparsers", "libav",
+              "app", "volume", "audioconvert", "audioresample", "videoconvertscale"})
+            if (GstPlugin* plugin = gst_plugin_load_by_name(name))
+                gst_object_unref(plugin);
+    });
+}
+
 PlaybackSource GstMedia::sourceOf(const std::string& url) const {
     PlaybackSource source;
     const std::string path = devicePath(url);

@@ -6,14 +6,17 @@
 
 #include <memory>
 #include <string>
+#include <thread>
 
 namespace vistrel {
 
-/// The players (GStreamer) and the tag reader (TagLib). GStreamer starts with the first player.
+/// The players (GStreamer) and the tag reader (TagLib). GStreamer starts with the first player or a
+/// warm-up.
 class GstMedia : public host::Media {
 public:
     explicit GstMedia(const MediaSetup& setup);
 
+    void warmUp() override;
     std::shared_ptr<host::MoviePlayback> createMoviePlayback(const std::string& url) override;
     host::Result<std::shared_ptr<host::Playback>>
     createAudioPlayback(const std::string& url) override;
@@ -26,6 +29,7 @@ private:
 
     MediaSetup setup_;
     SoundOutput sound_;
+    std::jthread warmingUp_;
 };
 
 }

@@ -6,6 +6,11 @@ DeferredMedia::DeferredMedia(const MediaSetup& setup)
     : media_("media", setup.log, kCreateMediaSymbol,
              [setup](CreateMedia create) { return std::shared_ptr<host::Media>(create(setup)); }) {}
 
+void DeferredMedia::warmUp() {
+    if (auto* media = media_.get())
+        media->warmUp();
+}
+
 std::shared_ptr<host::MoviePlayback> DeferredMedia::createMoviePlayback(const std::string& url) {
     auto* media = media_.get();
     return media ? media->createMoviePlayback(url) : nullptr;

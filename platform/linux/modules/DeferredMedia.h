@@ -13,6 +13,7 @@ class DeferredMedia : public host::Media {
 public:
     explicit DeferredMedia(const MediaSetup& setup);
 
+    void warmUp() override;
     std::shared_ptr<host::MoviePlayback> createMoviePlayback(const std::string& url) override;
     host::Result<std::shared_ptr<host::Playback>>
     createAudioPlayback(const std::string& url) override;
