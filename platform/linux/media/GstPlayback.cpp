@@ -35,6 +35,7 @@ GstPlayback::~GstPlayback() {
 void GstPlayback::open() {
     if (play_ || redirecting_)
         return;
+    *refusesRanges_ = false;
     play_ = gst_play_new(nullptr);
     GstStructure* config = gst_play_get_config(play_);
     gst_play_config_set_seek_accurate(config, TRUE);
@@ -49,9 +50,11 @@ void GstPlayback::open() {
     gst_play_set_subtitle_track_enabled(play_, FALSE);
     bus_ = NativeReference<GstBus>::adopt(gst_play_get_message_bus(play_));
     gst_bus_add_signal_watch(bus_.get());
-    connections_ = {dressSource(pipeline, source_), limitDecoders(pipeline),
+    connections_ = {dressSource(pipeline, source_),
+                    limitDecoders(pipeline),
                     watchRequests(pipeline, weakly(this, &GstPlayback::stateRequested)),
                     watchRedirects(pipeline, stoppedAtRedirect_),
+                    watchRanges(pipeline, refusesRanges_),
                     connectSignal<void(GstMessage*)>(bus_.get(), "message",
                                                      weakly(this, &GstPlayback::received))};
     gst_object_unref(pipeline);
@@ -134,6 +137,8 @@ bool GstPlayback::hasStreams() const {
 }
 
 bool GstPlayback::isSeekable() const {
+    if (*refusesRanges_)
+        return false;
     if (!ready_)
         return true; // not known yet
     GstPlayMediaInfo* info = gst_play_get_media_info(play_);

@@ -89,7 +89,7 @@ private:
     host::PlaybackClient* client_ = nullptr;
     GstPlay* play_ = nullptr;
     NativeReference<GstBus> bus_; ///< carries GstPlay's reports
-    std::array<SignalConnection, 5> connections_;
+    std::array<SignalConnection, 6> connections_;
     bool playing_ = false; ///< wanted
     bool opened_ = false;  ///< paused or playing
     bool ready_ = false;
@@ -98,6 +98,7 @@ private:
     /// Set on the pipeline's threads.
     std::shared_ptr<std::atomic<bool>> stoppedAtRedirect_ =
         std::make_shared<std::atomic<bool>>(false);
+    std::shared_ptr<std::atomic<bool>> refusesRanges_ = std::make_shared<std::atomic<bool>>(false);
     bool redirecting_ = false; ///< no pipeline until the new address is known
     int redirects_ = 0;
     bool interrupted_ = false;

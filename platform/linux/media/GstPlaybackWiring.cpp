@@ -72,6 +72,25 @@ GstPadProbeReturn chooseThreads(GstPad* pad, GstPadProbeInfo* info, gpointer) {
     return GST_PAD_PROBE_OK;
 }
 
+/// Whether an answer's header has "Accept-Ranges: bytes" (RFC 9110, 14.3).
+bool sendsRanges(const GstStructure* answer) {
+    const GValue* value = gst_structure_get_value(answer, "response-headers");
+    if (!value || !GST_VALUE_HOLDS_STRUCTURE(value))
+        return false;
+    bool sends = false;
+    gst_structure_foreach(
+        gst_value_get_structure(value),
+        [](GQuark name, const GValue* field, gpointer found) -> gboolean {
+            if (g_ascii_strcasecmp(g_quark_to_string(name), "Accept-Ranges") == 0 &&
+                G_VALUE_HOLDS_STRING(field))
+                *static_cast<bool*>(found) =
+                    g_ascii_strcasecmp(g_value_get_string(field), "bytes") == 0;
+            return TRUE;
+        },
+        &sends);
+    return sends;
+}
+
 constexpr guint kRetirement = 100; ///< milliseconds
 
 /// A message holds a reference to its player. If the last one were dropped on the player's own
@@ -127,6 +146,21 @@ SignalConnection watchRedirects(GstElement* pipeline, std::shared_ptr<std::atomi
                                  gst_structure_get_uint(details, "http-status-code", &status);
                              if (status / 100 == 3)
                                  *stopped = true;
+                         });
+}
+
+SignalConnection watchRanges(GstElement* pipeline, std::shared_ptr<std::atomic<bool>> refused) {
+    return watchMessages(pipeline, "sync-message::element",
+                         [refused = std::move(refused)](GstMessage* message) {
+                             const GstStructure* answer = gst_message_get_structure(message);
+                             if (!answer || !gst_structure_has_name(answer, "http-headers"))
+                                 return;
+                             guint status = 0;
+                             gst_structure_get_uint(answer, "http-status-code", &status);
+                             if (status == 206)
+                                 *refused = false;
+                             else if (status == 200)
+                                 *refused = !sendsRanges(answer);
                          });
 }
 

@@ -20,6 +20,10 @@ NativeReference<GstElement> insertVolume(GstElement* pipeline);
 /// Sets `stopped` before the pipeline reports that its source has stopped at a redirect.
 [[nodiscard]] SignalConnection watchRedirects(GstElement* pipeline,
                                               std::shared_ptr<std::atomic<bool>> stopped);
+/// Keeps `refused` up to date: whether the source's server is not known to send parts of a file.
+/// Asked for one, it would send the whole, which is an error.
+[[nodiscard]] SignalConnection watchRanges(GstElement* pipeline,
+                                           std::shared_ptr<std::atomic<bool>> refused);
 /// Lets decoders use one thread for pictures that one can well decode: each further thread costs
 /// memory for several frames, and processor time.
 [[nodiscard]] SignalConnection limitDecoders(GstElement* pipeline);

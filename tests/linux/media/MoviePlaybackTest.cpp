@@ -123,6 +123,60 @@ TEST_F(MoviePlaybackTest, OddFilmsShowTheirFirstPictureUpright) {
     }
 }
 
+TEST_F(MoviePlaybackTest, AFilmMayChangeItsSize) {
+    auto playback = movie("file:///changing.ts");
+    ASSERT_TRUE(becomesReady(*playback));
+    EXPECT_EQ(playback->pictureWidth(), 64);
+    playback->play();
+    ASSERT_TRUE(turnUntil([&] { return strongest(colourShown(*playback)) == 1; }));
+    EXPECT_EQ(playback->pictureWidth(), 32);
+    EXPECT_EQ(playback->pictureHeight(), 64);
+    EXPECT_TRUE(turnUntil([&] { return client_.ended == 1; }));
+}
+
+TEST_F(MoviePlaybackTest, APictureStaysUntilTheNextOneHoweverLate) {
+    auto playback = movie("file:///gap.mp4");
+    playback->play();
+    for (const auto& [second, colour] : {std::pair{1.5, 0}, {2.3, 2}}) {
+        ASSERT_TRUE(turnUntil([&, until = second] {
+            colourShown(*playback);
+            return playback->currentTime() > until;
+        }));
+        EXPECT_EQ(strongest(colourShown(*playback)), colour) << "after " << second;
+    }
+}
+
+TEST_F(MoviePlaybackTest, AnHourWithItsIndexAtTheEndCanBeSought) {
+    server_.serve(
+        "/hour.mp4",
+        {.type = "video/mp4", .body = sample("hour.mp4"), .headers = {{"Accept-Ranges", "bytes"}}});
+    for (const std::string& url : {std::string("file:///hour.mp4"), server_.url("/hour.mp4")}) {
+        client_ = {};
+        auto playback = movie(url);
+        ASSERT_TRUE(becomesReady(*playback)) << url;
+        EXPECT_NEAR(playback->duration(), 3600, 1);
+        for (const auto& [second, colour] : {std::pair{3500.0, 2}, {60.0, 0}}) {
+            playback->setCurrentTime(second);
+            EXPECT_TRUE(turnUntil([&, wanted = colour] {
+                return strongest(colourShown(*playback)) == wanted;
+            })) << url
+                << " at " << second;
+            EXPECT_NEAR(playback->currentTime(), second, 1);
+        }
+    }
+}
+
+TEST_F(MoviePlaybackTest, WithoutRangesAFilmPlaysOnWhereItIs) {
+    serveFilm("/film.mp4", {.refusesRanges = true});
+    auto playback = movie(server_.url("/film.mp4"));
+    ASSERT_TRUE(starts(*playback));
+    playback->setCurrentTime(2.8);
+    EXPECT_LT(playback->currentTime(), 1.5);
+    ASSERT_TRUE(turnUntil([&] { return client_.ended == 1; }));
+    EXPECT_TRUE(client_.failures.empty());
+    EXPECT_EQ(server_.seen("/film.mp4").size(), 1U);
+}
+
 TEST_F(MoviePlaybackTest, SeekingWhilePausedShowsThePictureOfThatMoment) {
     auto playback = movie("file:///colours.mp4");
     ASSERT_TRUE(becomesReady(*playback));

@@ -23,6 +23,8 @@ struct TestPage {
     std::vector<std::pair<std::string, std::string>> headers{};
     /// "name:password" that the page asks for; empty: nothing.
     std::string login{};
+    /// Always sends the whole body.
+    bool refusesRanges = false;
     /// Keeps the connection open without an answer.
     bool isSilent = false;
 };
@@ -115,6 +117,8 @@ private:
         }
         for (const auto& [name, value] : page.headers)
             soup_message_headers_append(response, name.c_str(), value.c_str());
+        if (page.refusesRanges)
+            soup_message_headers_remove(request, "Range");
         soup_server_message_set_status(message, static_cast<guint>(page.status), nullptr);
         soup_server_message_set_response(message, page.type.c_str(), SOUP_MEMORY_COPY,
                                          page.body.data(), page.body.size());
