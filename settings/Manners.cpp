@@ -11,7 +11,8 @@ Manners Manners::careful() {
             .keepsExistingFiles = true,
             .retriesDownloads = true,
             .notifiesOfDownloads = true,
-            .keepsVolume = true};
+            .keepsVolume = true,
+            .remembersPositions = true};
 }
 
 Manners manners() {

@@ -21,6 +21,8 @@ struct Manners {
     /// A music file that cannot be opened leaves the volume slider alone. The phone sets it to 0
     /// and plays the rest of the queue in silence.
     bool keepsVolume = false;
+    /// A film that is a file starts where it was left.
+    bool remembersPositions = false;
 
     static Manners careful();
 };

@@ -5,6 +5,8 @@
 #include "platform/uikit/UIAlertView.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIScreen.h"
+#include "settings/Manners.h"
+#include "web/MoviePositions.h"
 
 namespace vistrel {
 
@@ -69,12 +71,19 @@ void OvoMoviePlayerViewController::moviePlayerLoadStateChanged(const NSNotificat
         return;
     NSNotificationCenter::defaultCenter().removeObserver(
         this, MPMoviePlayerLoadStateDidChangeNotification);
-    mp_->play();
+    start();
 }
 
 void OvoMoviePlayerViewController::moviePreloadDidFinish(const NSNotification&) {
     NSNotificationCenter::defaultCenter().removeObserver(
         this, MPMoviePlayerContentPreloadDidFinishNotification);
+    start();
+}
+
+void OvoMoviePlayerViewController::start() {
+    if (const double left =
+            manners().remembersPositions ? MoviePositions::positionOf(movieURL_) : 0)
+        mp_->setCurrentPlaybackTime(left);
     mp_->play();
 }
 
@@ -85,6 +94,8 @@ void OvoMoviePlayerViewController::moviePlayBackDidFinish(const NSNotification& 
         UIAlertView::withTitle("Failed to Play",
                                "Unable to play video. Please try downloading it instead", {}, "OK")
             ->show();
+    } else if (manners().remembersPositions) {
+        MoviePositions::leave(movieURL_, mp_->currentPlaybackTime(), mp_->duration());
     }
     UIApplication::sharedApplication().setStatusBarHidden(false);
     UIApplication::sharedApplication().setStatusBarOrientation(UIInterfaceOrientation::Portrait,

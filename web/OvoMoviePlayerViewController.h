@@ -26,6 +26,7 @@ public:
 private:
     void moviePlayerLoadStateChanged(const NSNotification& notification);
     void moviePreloadDidFinish(const NSNotification& notification);
+    void start();
     void moviePlayBackDidFinish(const NSNotification& notification);
     void observe(const char* name,
                  void (OvoMoviePlayerViewController::*handler)(const NSNotification&));

@@ -164,6 +164,8 @@ void MPMoviePlayerController::setVolume(float volume) {
 }
 
 double MPMoviePlayerController::duration() const {
+    if (finished_)
+        return durationAtEnd_;
     return playback_ ? playback_->duration() : 0;
 }
 
@@ -224,8 +226,10 @@ void MPMoviePlayerController::end() {
     if (refreshTimer_)
         refreshTimer_->invalidate();
     refreshTimer_.reset();
-    if (playback_)
+    if (playback_) {
+        durationAtEnd_ = playback_->duration(); // a stopped player no longer knows it
         playback_->stop();
+    }
     if (std::exchange(showsItself_, false))
         view_->removeFromSuperview();
 }

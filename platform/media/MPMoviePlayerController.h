@@ -92,6 +92,7 @@ private:
     unsigned loadState_ = MPMovieLoadStateUnknown;
     bool playing_ = false;
     bool finished_ = false;
+    double durationAtEnd_ = 0;
     bool showsItself_ = false;
     std::shared_ptr<host::MoviePlayback> playback_;
     std::shared_ptr<MPMovieView> view_;

@@ -97,6 +97,9 @@ bool MPMovieView::keyPressed(const UIKey& key) {
     case UIKeyCode::Right:
         actions_.seek(playback_->currentTime() + kKeySeek);
         break;
+    case UIKeyCode::Home:
+        actions_.seek(0);
+        break;
     case UIKeyCode::Up:
         actions_.setVolume(std::min(1.0F, playback_->volume() + kKeyVolume));
         break;

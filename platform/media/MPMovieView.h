@@ -9,7 +9,8 @@ namespace vistrel {
 
 /// A movie player's view: its picture, as large as fits without distortion, on black, with the
 /// controls above it. A touch on the picture shows or hides the controls; Space plays and pauses,
-/// left and right seek by ten seconds, up and down change the volume, and Escape works like Done.
+/// left and right seek by ten seconds and Home to the beginning, up and down change the volume, and
+/// Escape works like Done.
 class MPMovieView : public UIView {
 public:
     MPMovieView(CGRect frame, MPMovieControls::Actions actions);

@@ -203,7 +203,8 @@ TEST_F(MPMoviePlayerControllerTest, KeysPlayPauseSeekChangeTheVolumeAndLeave) {
                  {"key Left 2", "20 s, volume 10"},
                  {"key Down", "20 s, volume 9"},
                  {"key Space", "20 s, volume 9, plays"},
-                 {"key Escape", "20 s, volume 9"}},
+                 {"key Home", "0 s, volume 9, plays"},
+                 {"key Escape", "0 s, volume 9"}},
                 state);
     EXPECT_THAT(events_, ElementsAre("finished 2"));
 }

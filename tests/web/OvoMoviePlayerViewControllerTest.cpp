@@ -1,8 +1,10 @@
 #include "web/OvoMoviePlayerViewController.h"
 
+#include "platform/foundation/NSUserDefaults.h"
 #include "platform/media/MPMoviePlayerController.h"
 #include "platform/uikit/UIApplication.h"
 #include "tests/support/ui/ScreenTest.h"
+#include "web/MoviePositions.h"
 
 namespace vistrel {
 namespace {
@@ -15,8 +17,8 @@ protected:
         MPMoviePlayerController::setOfferedInterface(
             MPMoviePlayerController::Interface::LoadStates);
     }
-    std::shared_ptr<OvoMoviePlayerViewController> present() {
-        auto screen = OvoMoviePlayerViewController::withURL(*NSURL::URLWithString(kAddress));
+    std::shared_ptr<OvoMoviePlayerViewController> present(const std::string& address = kAddress) {
+        auto screen = OvoMoviePlayerViewController::withURL(*NSURL::URLWithString(address));
         navigation().topViewController()->presentModalViewController(screen, true);
         screen->readyPlayer();
         return screen;
@@ -95,6 +97,46 @@ TEST_F(MoviePlayerTest, EveryEndComesBackToPortraitAndOnlyAnErrorIsSaid) {
         }
         EXPECT_EQ(alertCount(), 0);
     }
+}
+
+TEST_F(MoviePlayerTest, CarefulMannersPlayAFileOnWhereItWasLeft) {
+    const std::string film = "file:///var/mobile/Library/Downloads/film.mp4";
+    const struct {
+        const char* why;
+        const char* careful;
+        std::string address;
+        double left; ///< of sixty seconds
+        double next;
+    } cases[] = {
+        {"the phone's way", "no", film, 30, 0},       {"in its midst", "yes", film, 30, 30},
+        {"almost over", "yes", film, 58, 0},          {"hardly begun", "yes", film, 5, 0},
+        {"over the network", "yes", kAddress, 30, 0},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.why);
+        deterministicHost().settings["manners/careful"] = each.careful;
+        const auto first = present(each.address);
+        settle();
+        ASSERT_TRUE(player().isPlaying());
+        first->mp()->setCurrentPlaybackTime(each.left);
+        tapButton("Done");
+        settle();
+        // As a new start of the application would find it.
+        NSUserDefaults::standardUserDefaults().synchronize();
+        NSUserDefaults::resetStandardUserDefaults();
+        const auto screen = present(each.address);
+        turn();
+        EXPECT_NEAR(screen->mp()->currentPlaybackTime(), each.next, 0.5);
+        player().end();
+        settle();
+        settle();
+        turn();
+    }
+    // The oldest are forgotten.
+    for (int i = 0; i <= 50; ++i)
+        MoviePositions::leave(*NSURL::URLWithString(film + std::to_string(i)), 30, 60);
+    EXPECT_EQ(MoviePositions::positionOf(*NSURL::URLWithString(film + "0")), 0);
+    EXPECT_EQ(MoviePositions::positionOf(*NSURL::URLWithString(film + "1")), 30);
 }
 
 }

@@ -1,0 +1,39 @@
+#include "web/MoviePositions.h"
+
+#include "platform/foundation/NSUserDefaults.h"
+
+#include <string>
+#include <utility>
+
+namespace vistrel {
+
+namespace {
+
+constexpr const char* kKey = "MoviePositions";
+constexpr std::size_t kMostFilms = 50;
+constexpr double kBarelyBegun = 10;  ///< seconds
+constexpr double kAlmostOver = 0.95; ///< of the duration
+
+}
+
+double MoviePositions::positionOf(const NSURL& film) {
+    const Value positions = NSUserDefaults::standardUserDefaults().objectForKey(kKey);
+    const Value* position = positions.find(film.absoluteString());
+    return position ? position->doubleValue() : 0;
+}
+
+void MoviePositions::leave(const NSURL& film, double position, double duration) {
+    if (!film.isFileURL())
+        return;
+    auto& defaults = NSUserDefaults::standardUserDefaults();
+    Value::Dictionary positions = defaults.objectForKey(kKey).dictionary();
+    const std::string& address = film.absoluteString();
+    positions.erase(address); // it becomes the latest
+    if (position >= kBarelyBegun && position < duration * kAlmostOver)
+        positions.set(address, position);
+    while (positions.size() > kMostFilms)
+        positions.erase(std::string(positions.begin()->key));
+    defaults.setObjectForKey(std::move(positions), kKey);
+}
+
+}
