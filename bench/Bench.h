@@ -45,16 +45,33 @@ struct Figure {
     double bound;
 };
 
-/// Prints one line, "name: ours peer ratio bound ok|short"; whether the bound holds.
-inline bool report(const Figure& figure, double oursSeconds, double peerSeconds) {
-    const double ratio = peerSeconds / oursSeconds;
+/// One contender's seconds in several turns.
+class Turns {
+public:
+    void add(double seconds) {
+        best_ = std::min(best_, seconds);
+        worst_ = std::max(worst_, seconds);
+    }
+    double best() const { return best_; }
+    /// How much longer the worst turn took than the best, in percent: how noisy the machine was.
+    double spread() const { return best_ > 0 ? (worst_ / best_ - 1) * 100 : 0; }
+
+private:
+    double best_ = std::numeric_limits<double>::infinity();
+    double worst_ = 0;
+};
+
+/// Prints one line, "name: ours peer ratio bound ok|short, spread N %", the spread being the
+/// peer's; whether the bound holds.
+inline bool report(const Figure& figure, const Turns& ours, const Turns& peer) {
+    const double ratio = peer.best() / ours.best();
     const bool holds = ratio >= figure.bound;
     const auto rate = [&](double seconds) {
         return figure.bytes ? static_cast<double>(figure.bytes) / seconds / 1e9 : seconds * 1e6;
     };
-    std::printf("%s: %.3f %.3f %s %.2fx %.2fx %s\n", figure.name.c_str(), rate(oursSeconds),
-                rate(peerSeconds), figure.bytes ? "GB/s" : "us", ratio, figure.bound,
-                holds ? "ok" : "short");
+    std::printf("%s: %.3f %.3f %s %.2fx %.2fx %s, spread %.0f %%\n", figure.name.c_str(),
+                rate(ours.best()), rate(peer.best()), figure.bytes ? "GB/s" : "us", ratio,
+                figure.bound, holds ? "ok" : "short", peer.spread());
     std::fflush(stdout);
     return holds;
 }
@@ -112,13 +129,13 @@ double bestSecondsApart(Work& work, int turn) {
 template <typename Ours, typename Peer>
 bool compare(const Figure& figure, Ours ours, Peer peer) {
     constexpr int kTurns = 4;
-    double oursBest = std::numeric_limits<double>::infinity();
-    double peerBest = oursBest;
+    Turns oursTurns;
+    Turns peerTurns;
     for (int turn = 0; turn < kTurns; ++turn) {
-        oursBest = std::min(oursBest, bestSecondsApart(ours, turn));
-        peerBest = std::min(peerBest, bestSecondsApart(peer, turn));
+        oursTurns.add(bestSecondsApart(ours, turn));
+        peerTurns.add(bestSecondsApart(peer, turn));
     }
-    return report(figure, oursBest, peerBest);
+    return report(figure, oursTurns, peerTurns);
 }
 
 /// Names the one measurement that a program was restarted for.
@@ -147,12 +164,12 @@ bool compareInNewPrograms(const Figure& figure, Ours ours, Peer peer) {
             return true;
         answer(kAnswer, sole == oursName ? bestSeconds(ours) : bestSeconds(peer));
     }
-    double oursBest = std::numeric_limits<double>::infinity();
-    double peerBest = oursBest;
+    Turns oursTurns;
+    Turns peerTurns;
     for (int turn = 0; turn < kTurns; ++turn) {
-        oursBest = std::min(oursBest, secondsInNewProgram(oursName));
-        peerBest = std::min(peerBest, secondsInNewProgram(peerName));
+        oursTurns.add(secondsInNewProgram(oursName));
+        peerTurns.add(secondsInNewProgram(peerName));
     }
-    return report(figure, oursBest, peerBest);
+    return report(figure, oursTurns, peerTurns);
 }
 }

@@ -128,7 +128,7 @@ double median(std::vector<double> values) {
 
 bool print(const char* name, double ours, double peer, double ratio, double bound) {
     const bool holds = ratio <= bound;
-    std::printf("%s: %.3f %.3f ms %.2fx %.2fx %s\n", name, ours, peer, ratio, bound,
+    std::printf("%s: %.3f %.3f ms %.2fx %.2fx %s", name, ours, peer, ratio, bound,
                 holds ? "ok" : "short");
     return holds;
 }
@@ -137,7 +137,11 @@ bool report(const char* name, const Contender& ours, const Contender& peer, doub
     std::vector<double> ratios(ours.means().size());
     std::transform(ours.means().begin(), ours.means().end(), peer.means().begin(), ratios.begin(),
                    std::divides());
-    return print(name, median(ours.means()), median(peer.means()), median(ratios), bound);
+    const bool holds =
+        print(name, median(ours.means()), median(peer.means()), median(ratios), bound);
+    const auto [least, most] = std::minmax_element(peer.means().begin() + 1, peer.means().end());
+    std::printf(", spread %.0f %%\n", (*most / *least - 1) * 100);
+    return holds;
 }
 
 int compareAll(const std::string& program) {
@@ -160,6 +164,7 @@ int compareAll(const std::string& program) {
     holds &= report("scroll frame against cached row nodes", ours, nodes, 1.5);
     holds &= print("scroll longest frame against 16 ms", ours.longest(), kLongestFrame,
                    ours.longest() / kLongestFrame, 1);
+    std::printf("\n");
     return holds ? 0 : 1;
 }
 

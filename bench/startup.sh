@@ -64,12 +64,13 @@ median() { sort -n | awk '{ v[NR] = $1 } END { print v[int((NR + 1) / 2)] }'; }
 # compare NAME BOUND UNIT: reads ours and the peer's figures from two files. The ratio is the median of the rounds', because a
 # machine's pace changes from one to the next.
 compare() {
-    local ours peer ratio
+    local ours peer ratio spread
     ours=$(median <"$work/ours") peer=$(median <"$work/peer")
     ratio=$(paste "$work/ours" "$work/peer" | awk '{ print $1 / $2 }' | median)
-    awk -v n="$1" -v b="$2" -v u="$3" -v o="$ours" -v p="$peer" -v r="$ratio" 'BEGIN {
+    spread=$(sort -n "$work/peer" | awk 'NR == 1 { low = $1 } { high = $1 } END { print (high / low - 1) * 100 }')
+    awk -v n="$1" -v b="$2" -v u="$3" -v o="$ours" -v p="$peer" -v r="$ratio" -v s="$spread" 'BEGIN {
         holds = r <= b
-        printf "%s: %.1f %.1f %s %.2fx %.2fx %s\n", n, o / 1000, p / 1000, u, r, b, holds ? "ok" : "short"
+        printf "%s: %.1f %.1f %s %.2fx %.2fx %s, spread %.0f %%\n", n, o / 1000, p / 1000, u, r, b, holds ? "ok" : "short", s
         exit !holds }'
 }
 
