@@ -154,6 +154,7 @@ TEST_F(MoviePlaybackTest, AnHourWithItsIndexAtTheEndCanBeSought) {
         client_ = {};
         auto playback = movie(url);
         ASSERT_TRUE(becomesReady(*playback)) << url;
+        ASSERT_TRUE(turnUntil([&] { return playback->duration() > 0; })) << url;
         EXPECT_NEAR(playback->duration(), 3600, 1);
         for (const auto& [second, colour] : {std::pair{3500.0, 2}, {60.0, 0}}) {
             playback->setCurrentTime(second);
