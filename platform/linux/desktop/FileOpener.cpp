@@ -37,8 +37,17 @@ void report(const FileOpener::Done& done, GError* error) {
     g_clear_error(&error);
 }
 
-bool isCancelled(const GError* error) {
-    return g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED) != FALSE;
+/// Ends a call of a session's service: reports that it has done its work, or has `otherwise` do it
+/// where there is no such service. Forgets a cancelled call. Frees reply and error.
+template <typename Otherwise>
+void finishCall(GVariant* reply, GError* error, const FileOpener::Done& done, Otherwise otherwise) {
+    if (reply) {
+        g_variant_unref(reply);
+        done(host::Done{});
+    } else if (!g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED)) {
+        otherwise();
+    }
+    g_clear_error(&error);
 }
 
 NativeReference<GAppInfo> preferredProgram(const std::string& path) {
@@ -100,13 +109,7 @@ void FileOpener::openWith(const std::string& path, Done done) const {
         GError* error = nullptr;
         GVariant* request =
             g_dbus_connection_call_with_unix_fd_list_finish(bus.get(), nullptr, result, &error);
-        if (request) {
-            g_variant_unref(request);
-            done(host::Done{});
-        } else if (!isCancelled(error)) {
-            openWithPreferred(path, cancellable.get(), done);
-        }
-        g_clear_error(&error);
+        finishCall(request, error, done, [&] { openWithPreferred(path, cancellable.get(), done); });
     };
     callAsync(asked, g_dbus_connection_call_with_unix_fd_list, bus_.get(), kPortalName, kPortalPath,
               kOpener, "OpenFile", g_variant_new("(sha{sv})", "", 0, &options),
@@ -123,13 +126,7 @@ void FileOpener::showInFolder(const std::string& path, Done done) const {
                         cancellable = cancellable_](GAsyncResult* result) {
         GError* error = nullptr;
         GVariant* nothing = g_dbus_connection_call_finish(bus.get(), result, &error);
-        if (nothing) {
-            g_variant_unref(nothing);
-            done(host::Done{});
-        } else if (!isCancelled(error)) {
-            openFolderOf(path, cancellable.get(), done);
-        }
-        g_clear_error(&error);
+        finishCall(nothing, error, done, [&] { openFolderOf(path, cancellable.get(), done); });
     };
     callAsync(shown, g_dbus_connection_call, bus_.get(), kFileManagerName, kFileManagerPath,
               kFileManagerName, "ShowItems", g_variant_new("(ass)", &items, ""), nullptr,
