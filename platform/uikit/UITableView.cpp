@@ -102,6 +102,7 @@ void UITableView::reloadData() {
     editing_->forgetConfirmation();
     rows_->recycleAll();
     rebuildLayout();
+    selection_->settleKeyboard();
     setNeedsLayout();
 }
 

@@ -68,6 +68,8 @@ public:
     void selectRowAtIndexPath(const NSIndexPath& indexPath, bool animated);
     void deselectRowAtIndexPath(const NSIndexPath& indexPath, bool animated);
     void scrollToRowAtIndexPath(const NSIndexPath& indexPath, bool animated);
+    /// Moves the keyboard's highlight to the row, if the table shows it.
+    void moveKeyboardToRowAtIndexPath(const NSIndexPath& indexPath);
 
     bool isEditing() const;
     void setEditing(bool editing, bool animated);

@@ -33,9 +33,14 @@ std::optional<std::string> UITableView::fileDraggedFrom(CGPoint point) {
 
 void UITableView::focusChanged(bool focused) {
     if (!focused)
-        selection_->leaveKeyboard();
+        selection_->restKeyboard();
     else if (UIApplication::sharedApplication().events().showsFocus())
         selection_->enterKeyboard();
+}
+
+void UITableView::moveKeyboardToRowAtIndexPath(const NSIndexPath& indexPath) {
+    if (selection_->focused())
+        selection_->focus(indexPath);
 }
 
 std::shared_ptr<UIView> UITableView::focusedPart() {

@@ -44,7 +44,6 @@ void UITableViewSelection::deselect(const NSIndexPath& path, bool animated) {
 void UITableViewSelection::clear() {
     touchCancelled();
     selected_.reset();
-    focused_.reset();
 }
 
 void UITableViewSelection::remap(
@@ -52,8 +51,18 @@ void UITableViewSelection::remap(
     touchCancelled();
     if (selected_)
         selected_ = moved(*selected_);
-    if (focused_)
-        focused_ = moved(*focused_);
+    // The row below takes the place of one that is gone, and the keyboard.
+    for (auto* row : {&focused_, &resting_})
+        if (*row)
+            *row = moved(**row).value_or(**row);
+}
+
+void UITableViewSelection::settleKeyboard() {
+    for (auto* row : {&focused_, &resting_})
+        if (*row && !layout_.contains(**row))
+            *row = layout_.previous(
+                {(*row)->section, std::min((*row)->row, layout_.rowCount((*row)->section))});
+    highlight(focused_, true);
 }
 
 void UITableViewSelection::prepareCell(UITableViewCell& cell, const NSIndexPath& path) {
@@ -135,17 +144,27 @@ bool UITableViewSelection::showMenu(const NSIndexPath& path) {
 // The keyboard.
 
 void UITableViewSelection::leaveKeyboard() {
+    resting_.reset();
     highlight(std::exchange(focused_, std::nullopt), false);
+}
+
+void UITableViewSelection::restKeyboard() {
+    const auto row = focused_ ? focused_ : resting_;
+    leaveKeyboard();
+    resting_ = row;
 }
 
 void UITableViewSelection::enterKeyboard() {
     if (focused_)
         return;
     const bool showsSelected = selected_ && rows_.cellAt(*selected_);
-    focus(showsSelected ? selected_ : layout_.firstRowBelow(table_.bounds().minY()));
+    if (showsSelected)
+        focus(selected_);
+    else
+        focus(resting_ ? resting_ : layout_.firstRowBelow(table_.bounds().minY()));
 }
 
-void UITableViewSelection::focus(const std::optional<NSIndexPath>& path) {
+void UITableViewSelection::focus(std::optional<NSIndexPath> path) {
     leaveKeyboard();
     focused_ = path;
     if (!path)

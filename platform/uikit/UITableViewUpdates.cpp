@@ -124,6 +124,7 @@ void UITableViewUpdates::moveRows(const std::vector<NSIndexPath>& deleted, Delet
         row.cell->setFrame(frame);
     });
     table_.layoutSubviews();
+    parts_.selection.settleKeyboard();
 }
 
 void UITableViewUpdates::leave(UITableViewCell& cell) {

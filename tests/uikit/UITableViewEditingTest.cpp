@@ -135,8 +135,9 @@ TEST_F(UITableViewEditingTest, TheKeyboardOffersDeletesAndWithdraws) {
     expectSteps({{"key Down 2; key Delete", "lit 1 offers 1"}, {"key Escape", "lit 1"}});
     EXPECT_FALSE(press(UIKeyCode::Escape)) << "the next one is for the screen";
     expectSteps({{"key Delete; key Up", "lit 0"},
-                 {"key Down; key Delete; key Enter; show 1", "deleted 1"}});
-    EXPECT_EQ(shown()[1], "2");
+                 {"key Down; key Delete; key Enter; show 1", "lit 2 deleted 1"},
+                 {"key End; show 1; key Delete; key Enter; show 1", "at 320 lit 18 deleted 18"}});
+    EXPECT_EQ(shown()[0], "9");
 }
 
 }

@@ -123,6 +123,9 @@ TEST_F(UITableViewTest, AReloadKeepsTheOffsetAndClearsTheSelection) {
     EXPECT_EQ(shown().front(), "changed");
     fill(15);
     EXPECT_EQ(state(), "at 200") << "no further than the rows go";
+    act("key End");
+    fill(12);
+    EXPECT_EQ(state(), "at 80 lit 11") << "and the keyboard neither";
 }
 
 TEST_F(UITableViewTest, AnOwnerThatHasGoneIsNotCalled) {
