@@ -66,7 +66,7 @@ void DownloadMenu::actionSheetClickedButtonAtIndex(UIActionSheet&, int buttonInd
     if (buttonIndex == OpenWith || buttonIndex == ShowInFolder)
         handOver(buttonIndex == OpenWith);
     else if (buttonIndex == Rename)
-        askForName(std::string(stringByDeletingPathExtension(name_)), {});
+        askForName(shownStem(name_), {});
     else if (buttonIndex == Delete)
         screen_.askForDeletion(name_);
 }
@@ -111,10 +111,11 @@ void DownloadMenu::rename(const std::string& typed) {
         return askForName(
             typed,
             NSLocalizedString("A name cannot be empty, begin with a dot or contain a slash."));
-    std::string failure = failureOfRenaming(name_, stem + name_.substr(ownStem.size()));
+    const std::string name = stem + name_.substr(ownStem.size());
+    std::string failure = failureOfRenaming(name_, name);
     if (!failure.empty())
         return askForName(typed, std::move(failure));
-    screen_.refresh();
+    screen_.fileWasRenamed(name);
 }
 
 }

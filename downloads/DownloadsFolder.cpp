@@ -2,6 +2,7 @@
 
 #include "platform/foundation/NSArrayPathUtilities.h"
 #include "platform/foundation/NSFileManager.h"
+#include "platform/foundation/PlainFilename.h"
 
 #include <algorithm>
 #include <utility>
@@ -21,13 +22,19 @@ std::string pathOfDownload(const std::string& name) {
     return kDownloadsFolder + name;
 }
 
+std::string shownStem(const std::string& name) {
+    return legibleFilename(stringByDeletingPathExtension(name));
+}
+
 std::string shownName(const std::string& name) {
-    const bool isPlain =
-        std::ranges::all_of(name, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-    const std::string stem(stringByDeletingPathExtension(name));
-    return isPlain ? name
-                   : kLeftToRightMark + kFirstStrongIsolate + stem + kPopDirectionalIsolate +
-                         name.substr(stem.size());
+    const std::string stem = shownStem(name);
+    const std::string extension =
+        legibleFilename(std::string_view(name).substr(stringByDeletingPathExtension(name).size()));
+    const bool isPlain = std::ranges::all_of(
+        stem + extension, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    return isPlain
+               ? stem + extension
+               : kLeftToRightMark + kFirstStrongIsolate + stem + kPopDirectionalIsolate + extension;
 }
 
 std::vector<std::string> strayFilesInFolder(const std::string& folder) {

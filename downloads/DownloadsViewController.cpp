@@ -172,7 +172,7 @@ DownloadsViewController::tableViewCellForRowAtIndexPath(UITableView& tableView,
         filesOfSection(indexPath.section)[static_cast<std::size_t>(indexPath.row)];
     cell->setFileImage(UIImage::imageNamed(indexPath.section == kVideoSection ? "VideoFile.png"
                                                                               : "AudioFile.png"));
-    cell->setFileName(std::string(stringByDeletingPathExtension(name)));
+    cell->setFileName(shownStem(name));
     cell->setAccessoryType(UITableViewCellAccessoryType::None);
     return cell;
 }
@@ -233,14 +233,25 @@ bool DownloadsViewController::tableViewShowMenuForRowAtIndexPath(UITableView&,
     return true;
 }
 
-void DownloadsViewController::askForDeletion(const std::string& name) {
+std::optional<NSIndexPath> DownloadsViewController::rowOf(const std::string& name) const {
     for (const int section : {kVideoSection, kMusicSection}) {
         const auto& names = filesOfSection(section);
         const auto found = std::ranges::find(names, name);
         if (found != names.end())
-            tableView_->showDeleteConfirmationForRowAtIndexPath(
-                {section, static_cast<int>(found - names.begin())});
+            return NSIndexPath{section, static_cast<int>(found - names.begin())};
     }
+    return std::nullopt;
+}
+
+void DownloadsViewController::askForDeletion(const std::string& name) {
+    if (const auto row = rowOf(name))
+        tableView_->showDeleteConfirmationForRowAtIndexPath(*row);
+}
+
+void DownloadsViewController::fileWasRenamed(const std::string& name) {
+    refresh();
+    if (const auto row = rowOf(name))
+        tableView_->moveKeyboardToRowAtIndexPath(*row);
 }
 
 void DownloadsViewController::playVideo(const std::string& name) {

@@ -38,6 +38,8 @@ public:
     void moveFiles();
     /// As after a swipe over the file's row.
     void askForDeletion(const std::string& name);
+    /// Shows the folder anew; the keyboard stays on the file, which has this name now.
+    void fileWasRenamed(const std::string& name);
     void alertViewClickedButtonAtIndex(UIAlertView& alertView, int buttonIndex) override;
 
     void viewDidLoad() override;
@@ -69,6 +71,7 @@ public:
 
 private:
     const std::vector<std::string>& filesOfSection(int section) const;
+    std::optional<NSIndexPath> rowOf(const std::string& name) const;
     void playVideo(const std::string& name);
     /// The queue is the whole section.
     void playMusic(std::uint32_t row);

@@ -40,17 +40,6 @@ bool isTrimmed(char32_t character) {
     return character == '.' || isBlank(character);
 }
 
-std::string withoutForbiddenCharacters(std::string_view text) {
-    std::string kept;
-    kept.reserve(text.size());
-    while (!text.empty()) {
-        const char32_t character = takeUTF8Character(text);
-        if (!isControl(character) && !isDirectionMark(character) && !isUnseen(character))
-            appendUTF8Character(kept, character);
-    }
-    return kept;
-}
-
 std::string_view lastSegment(std::string_view path) {
     while (!path.empty() && (path.back() == '/' || path.back() == '\\'))
         path.remove_suffix(1);
@@ -96,8 +85,19 @@ std::string fittingName(std::string_view name) {
 
 }
 
+std::string legibleFilename(std::string_view name) {
+    std::string kept;
+    kept.reserve(name.size());
+    while (!name.empty()) {
+        const char32_t character = takeUTF8Character(name);
+        if (!isControl(character) && !isDirectionMark(character) && !isUnseen(character))
+            appendUTF8Character(kept, character);
+    }
+    return kept;
+}
+
 std::string cleanedFilename(std::string_view name) {
-    const std::string clean = withoutForbiddenCharacters(name);
+    const std::string clean = legibleFilename(name);
     return fittingName(trimmed(lastSegment(clean)));
 }
 

@@ -79,6 +79,19 @@ TEST_F(DownloadMenuTest, AnExtensionStandsBehindANameOfAnyDirection) {
     EXPECT_EQ(UIActionSheet::visibleSheet()->title(), shownName("שיר.mp3"));
 }
 
+TEST_F(DownloadMenuTest, MarksThatTurnANameAroundAreNotShown) {
+    files().put(kFolder + "A\u202E3pm\u2069.\u2067mp4.m4v");
+    screen_->refresh();
+    settle();
+    EXPECT_TRUE(find(UIAccessibilityRole::Row, "A3pm.mp4"));
+    choose("Rename…", {0, 2});
+    EXPECT_EQ(field().text(), "A3pm.mp4");
+    EXPECT_TRUE(tapAlertButton("Cancel"));
+    settle();
+    act("second 160,220");
+    EXPECT_EQ(UIActionSheet::visibleSheet()->title(), "A3pm.mp4.m4v");
+}
+
 TEST_F(DownloadMenuTest, OtherProgramsGetTheMachinesFileAndAFailureIsExplained) {
     choose("Open With…");
     choose("Show in Folder", {1, 0});
@@ -147,6 +160,24 @@ TEST_F(DownloadMenuTest, AnUnfinishedDownloadKeepsItsNameAndTheSameNameAsksNothi
     answer("New");
     EXPECT_EQ(alertCount(), 0);
     EXPECT_TRUE(files().contents(kFolder + "New.mp4"));
+}
+
+TEST_F(DownloadMenuTest, TheKeyboardReturnsToItsRowFromTheMenuAndFollowsTheRenamedFile) {
+    const std::string menu = "key Down; key Menu; show 1; ";
+    const auto row = [this] {
+        return application().events().focusedPart()->accessibilityElement().label;
+    };
+    act(menu + "key Escape; show 1");
+    EXPECT_EQ(row(), "Film");
+    act(menu + "key Escape; show 1");
+    EXPECT_EQ(row(), "Other");
+    act("key Up; key Menu; show 1; key Down 3; key Enter; show 1");
+    field().setText("Zebra");
+    act("key Enter; show 1");
+    EXPECT_THAT(screen_->movieFiles(), ElementsAre("Other.mp4", "Zebra.mp4"));
+    EXPECT_EQ(row(), "Zebra");
+    act("key Delete; key Enter; show 1");
+    EXPECT_EQ(row(), "Other");
 }
 
 TEST_F(DownloadMenuTest, TheMouseTakesTheRowsFileOut) {
