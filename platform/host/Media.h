@@ -46,6 +46,9 @@ public:
 class MoviePlayback : public Playback {
 public:
     virtual ForeignContent& picture() = 0;
+    /// While a position is being dragged: holds the film and shows a picture near `seconds`.
+    /// setCurrentTime ends it.
+    virtual void scrubTo(double seconds) = 0;
 };
 
 /// Tags and properties of one audio file.

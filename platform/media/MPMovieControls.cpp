@@ -114,9 +114,19 @@ void MPMovieControls::connect() {
                            UIControlEventTouchUpInside);
     transport_->addTarget(whenTouched([](auto& controls) { controls.actions_.togglePlay(); }),
                           UIControlEventTouchUpInside);
-    position_->addTarget(
-        whenTouched([](auto& controls) { controls.actions_.seek(controls.position_->value()); }),
-        UIControlEventValueChanged);
+    position_->addTarget(whenTouched([](auto& controls) {
+                             const bool drags = controls.position_->isTracking();
+                             controls.scrubbing_ = drags;
+                             const Actions& actions = controls.actions_;
+                             (drags ? actions.scrub : actions.seek)(controls.position_->value());
+                         }),
+                         UIControlEventValueChanged);
+    position_->addTarget(weakly(this,
+                                [](MPMovieControls& controls) {
+                                    if (std::exchange(controls.scrubbing_, false))
+                                        controls.actions_.seek(controls.position_->value());
+                                }),
+                         UIControlEventTouchUpInside | UIControlEventTouchCancel);
     volume_->addTarget(
         whenTouched([](auto& controls) { controls.actions_.setVolume(controls.volume_->value()); }),
         UIControlEventValueChanged);

@@ -21,6 +21,7 @@ public:
         std::function<void()> done;
         std::function<void()> togglePlay;
         std::function<void(double seconds)> seek;
+        std::function<void(double seconds)> scrub; ///< while the position is being dragged
         std::function<void(float volume)> setVolume;
     };
     struct State {
@@ -55,6 +56,7 @@ private:
     Actions actions_;
     State state_;
     bool shown_ = true;
+    bool scrubbing_ = false; ///< the position has been dragged and not let go
     std::shared_ptr<NSTimer> fadeTimer_;
     std::shared_ptr<UIView> topBar_;
     std::shared_ptr<UIView> bottomBar_;

@@ -63,6 +63,7 @@ void MPMoviePlayerController::makeView() {
         weakly(this, [](auto& player) { player.finish(MPMovieFinishReason::UserExited); });
     actions.togglePlay = weakly(this, &MPMoviePlayerController::togglePlay);
     actions.seek = weakly(this, &MPMoviePlayerController::setCurrentPlaybackTime);
+    actions.scrub = weakly(this, &MPMoviePlayerController::scrubTo);
     actions.setVolume = weakly(this, &MPMoviePlayerController::setVolume);
     view_ = std::make_shared<MPMovieView>(kLandscape, std::move(actions));
     view_->setPlayback(playback_.get());
@@ -149,6 +150,13 @@ void MPMoviePlayerController::setCurrentPlaybackTime(double seconds) {
     playback_->setCurrentTime(seconds);
     if (remote_)
         MPRemoteControls::positionJumped(currentPlaybackTime());
+    refreshView();
+}
+
+void MPMoviePlayerController::scrubTo(double seconds) {
+    if (!playback_ || finished_)
+        return;
+    playback_->scrubTo(seconds);
     refreshView();
 }
 

@@ -68,6 +68,9 @@ public:
     void stop();
     double currentPlaybackTime() const;
     void setCurrentPlaybackTime(double seconds);
+    /// Beyond the phone: shows a picture near the position while it is being dragged.
+    /// setCurrentPlaybackTime ends it.
+    void scrubTo(double seconds);
     double duration() const;
     unsigned framesShown() const;
 

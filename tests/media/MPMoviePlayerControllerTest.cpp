@@ -188,6 +188,10 @@ TEST_F(MPMoviePlayerControllerTest, TimesAndSliderFollowTheFilmAndDraggingSeeks)
     drag(slider.convertPointToView({thumb.midX(), thumb.midY()}, nullptr),
          slider.convertPointToView(middle, nullptr));
     EXPECT_NEAR(player_->currentPlaybackTime(), 45, 3);
+    const auto& calls = media().player()->calls();
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "seek"), 1) << "only where it was let go";
+    EXPECT_GE(std::count(calls.begin(), calls.end(), "scrub"), 1);
+    EXPECT_EQ(calls.back(), "seek");
 }
 
 TEST_F(MPMoviePlayerControllerTest, KeysPlayPauseSeekChangeTheVolumeAndLeave) {

@@ -120,13 +120,11 @@ public:
     }
     void setCurrentTime(double seconds) override {
         calls_.emplace_back("seek");
-        const bool playing = playing_;
-        halt();
-        position_ = std::clamp(seconds, 0.0, item_.duration);
-        playing_ = playing;
-        playingSince_ = media_.loop_.now();
-        if (playing_ && ready_)
-            scheduleEnd();
+        moveTo(seconds);
+    }
+    void scrubTo(double seconds) override {
+        calls_.emplace_back("scrub");
+        moveTo(seconds);
     }
     double duration() const override { return ready_ ? item_.duration : 0; }
     float volume() const override { return volume_; }
@@ -137,7 +135,7 @@ public:
     host::ForeignContent& picture() override { return picture_; }
 
     const std::string& url() const { return url_; }
-    /// What was asked of it, in order: "prepare", "play", "pause", "stop", "seek".
+    /// What was asked of it, in order: "prepare", "play", "pause", "stop", "seek", "scrub".
     const std::vector<std::string>& calls() const { return calls_; }
 
     void becomeReady() {
@@ -172,6 +170,15 @@ public:
     }
 
 private:
+    void moveTo(double seconds) {
+        const bool playing = playing_;
+        halt();
+        position_ = std::clamp(seconds, 0.0, item_.duration);
+        playing_ = playing;
+        playingSince_ = media_.loop_.now();
+        if (playing_ && ready_)
+            scheduleEnd();
+    }
     void scheduleEnd() {
         pending_ = media_.loop_.schedule(item_.duration - position_, [this] { end(); });
     }

@@ -4,6 +4,7 @@
 #include "platform/linux/media/GstPlaybackWiring.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace vistrel {
@@ -71,6 +72,7 @@ void GstPlayback::close() {
     gst_bus_remove_signal_watch(bus_.get());
     bus_ = {};
     loudness_ = {};
+    scrubber_.reset();
     retire(std::exchange(play_, nullptr));
     opened_ = ready_ = seeking_ = stalled_ = interrupted_ = false;
 }
@@ -90,7 +92,7 @@ bool GstPlayback::play() {
     open();
     playing_ = true;
     interrupted_ = false;
-    if (play_)
+    if (play_ && !scrubber_)
         gst_play_play(play_);
     return true;
 }
@@ -109,7 +111,7 @@ void GstPlayback::stop() {
 }
 
 double GstPlayback::currentTime() const {
-    if (!play_ || seeking_ || !ready_)
+    if (!play_ || seeking_ || scrubber_ || !ready_)
         return position_;
     return runningTime();
 }
@@ -147,16 +149,42 @@ bool GstPlayback::isSeekable() const {
     return seekable;
 }
 
+double GstPlayback::bounded(double seconds) const {
+    return std::clamp(seconds, 0.0, duration() > 0 ? duration() : HUGE_VAL);
+}
+
 void GstPlayback::setCurrentTime(double seconds) {
     if (play_ && !isSeekable())
         return;
-    position_ = std::max(0.0, seconds);
-    if (duration() > 0)
-        position_ = std::min(position_, duration());
+    position_ = bounded(seconds);
     if (!play_)
         return;
     seeking_ = true;
+    if (const auto scrubber = std::exchange(scrubber_, nullptr))
+        scrubber->finish(weakly(this, &GstPlayback::endScrubbing));
+    else
+        gst_play_seek(play_, clockTimeOf(position_));
+}
+
+void GstPlayback::endScrubbing() {
+    if (!play_)
+        return;
     gst_play_seek(play_, clockTimeOf(position_));
+    if (isPlaying())
+        gst_play_play(play_);
+}
+
+void GstPlayback::scrubTo(double seconds) {
+    if (!play_ || !ready_ || !isSeekable())
+        return;
+    position_ = bounded(seconds);
+    if (!scrubber_) {
+        // Playing on, the film could end below the finger.
+        gst_play_pause(play_);
+        scrubber_ = PictureScrubber::withPipeline(
+            NativeReference<GstElement>::adopt(gst_play_get_pipeline(play_)));
+    }
+    scrubber_->show(position_);
 }
 
 double GstPlayback::duration() const {

@@ -3,6 +3,7 @@
 #include "platform/linux/NativeCallback.h"
 #include "platform/linux/NativeReference.h"
 #include "platform/linux/media/MediaSetup.h"
+#include "platform/linux/media/PictureScrubber.h"
 #include "platform/linux/media/SoundOutput.h"
 #include "platform/linux/media/VideoPicture.h"
 
@@ -52,6 +53,7 @@ public:
     bool isPlaying() const override { return playing_ && !interrupted_; }
     double currentTime() const override;
     void setCurrentTime(double seconds) override;
+    void scrubTo(double seconds) override;
     double duration() const override;
     float volume() const override { return volume_; }
     void setVolume(float volume) override;
@@ -66,6 +68,8 @@ public:
 private:
     void open();
     void close();
+    double bounded(double seconds) const;
+    void endScrubbing();
     void received(GstMessage* message);
     void stateChanged(GstPlayState state);
     void tellWhenReady();
@@ -106,6 +110,7 @@ private:
     NativeReference<GstElement> loudness_; ///< the pipeline's element for the volume
     double position_ = 0;                  ///< while there is no pipeline, or a seek is under way
     bool seeking_ = false;
+    std::shared_ptr<PictureScrubber> scrubber_; ///< while the position is being dragged
     mutable double askedPosition_ = 0;
     mutable gint64 askedAt_ = 0; ///< monotonic microseconds; 0: not since something changed
 };

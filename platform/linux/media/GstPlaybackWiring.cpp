@@ -164,6 +164,11 @@ SignalConnection watchRanges(GstElement* pipeline, std::shared_ptr<std::atomic<b
                          });
 }
 
+SignalConnection watchPreroll(GstElement* pipeline, std::function<void()> prerolled) {
+    return watchMessages(pipeline, "sync-message::async-done",
+                         [prerolled = std::move(prerolled)](GstMessage*) { callLater(prerolled); });
+}
+
 SignalConnection limitDecoders(GstElement* pipeline) {
     return connectSignal<void(GstElement*)>(pipeline, "element-setup", [](GstElement* element) {
         if (!g_object_class_find_property(G_OBJECT_GET_CLASS(element), "max-threads"))

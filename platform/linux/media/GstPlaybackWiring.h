@@ -24,6 +24,8 @@ NativeReference<GstElement> insertVolume(GstElement* pipeline);
 /// Asked for one, it would send the whole, which is an error.
 [[nodiscard]] SignalConnection watchRanges(GstElement* pipeline,
                                            std::shared_ptr<std::atomic<bool>> refused);
+/// Calls `prerolled` on the main loop when the pipeline has the picture and sound of its position.
+[[nodiscard]] SignalConnection watchPreroll(GstElement* pipeline, std::function<void()> prerolled);
 /// Lets decoders use one thread for pictures that one can well decode: each further thread costs
 /// memory for several frames, and processor time.
 [[nodiscard]] SignalConnection limitDecoders(GstElement* pipeline);

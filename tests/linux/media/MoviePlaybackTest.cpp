@@ -196,6 +196,30 @@ TEST_F(MoviePlaybackTest, SeekingWhilePausedShowsThePictureOfThatMoment) {
     }
 }
 
+TEST_F(MoviePlaybackTest, WhileDraggedTheNearestKeyPictureIsHeldAndThenTheExactOneShown) {
+    auto playback = movie("file:///onekey.mp4");
+    ASSERT_TRUE(becomesReady(*playback));
+    playback->setCurrentTime(1.5);
+    playback->play();
+    const auto shows = [&](int colour) {
+        return turnUntil([&] { return strongest(colourShown(*playback)) == colour; });
+    };
+    ASSERT_TRUE(shows(1));
+    for (const double second : {2.0, 2.99, 2.2, 2.9})
+        playback->scrubTo(second);
+    EXPECT_TRUE(shows(0)) << "the only key picture";
+    turnFor(0.5);
+    EXPECT_DOUBLE_EQ(playback->currentTime(), 2.9);
+    EXPECT_EQ(strongest(colourShown(*playback)), 0) << "held";
+    EXPECT_TRUE(playback->isPlaying()) << "as soon as it is let go";
+    playback->scrubTo(2.0);
+    playback->setCurrentTime(2.4);
+    EXPECT_TRUE(shows(2));
+    EXPECT_NEAR(playback->currentTime(), 2.5, 0.15);
+    EXPECT_TRUE(turnUntil([&] { return client_.ended == 1; }));
+    EXPECT_TRUE(client_.failures.empty());
+}
+
 TEST_F(MoviePlaybackTest, AnythingButAFilmFailsOnceAndCannotBePlayed) {
     server_.serve("/page", {.body = "<html>no film</html>"});
     for (const std::string& url :
