@@ -3,7 +3,6 @@
 #include "tests/ads/BannerTest.h"
 
 #include <fstream>
-#include <tuple>
 
 namespace vistrel {
 namespace {

@@ -1,16 +1,11 @@
 #pragma once
 #include "platform/linux/NativeReference.h"
+#include "tests/support/Testing.h"
 
 #include <gio/gio.h>
 
-#include <algorithm>
-#include <cstdint>
-#include <functional>
 #include <list>
-#include <optional>
-#include <string>
 #include <thread>
-#include <utility>
 
 namespace vistrel {
 

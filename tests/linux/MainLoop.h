@@ -1,8 +1,9 @@
 #pragma once
+#include "tests/support/Testing.h"
+
 #include <glib.h>
 
 #include <chrono>
-#include <functional>
 
 namespace vistrel {
 

@@ -1,7 +1,7 @@
 #pragma once
-#include <gio/gio.h>
+#include "tests/support/Testing.h"
 
-#include <string>
+#include <gio/gio.h>
 
 namespace vistrel {
 

@@ -1,7 +1,7 @@
 #pragma once
-#include <cstdlib>
+#include "tests/support/Testing.h"
+
 #include <filesystem>
-#include <string>
 
 namespace vistrel {
 

@@ -1,8 +1,7 @@
 #pragma once
-#include <libsoup/soup.h>
+#include "tests/support/Testing.h"
 
-#include <memory>
-#include <string>
+#include <libsoup/soup.h>
 
 namespace vistrel {
 

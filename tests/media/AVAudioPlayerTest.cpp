@@ -1,13 +1,8 @@
 #include "platform/media/AVAudioPlayer.h"
 #include "tests/media/MediaTest.h"
 
-#include <gmock/gmock.h>
-
 namespace vistrel {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 struct Listener : AVAudioPlayerDelegate {
     void audioPlayerDidFinishPlayingSuccessfully(AVAudioPlayer& player, bool well) override {

@@ -2,8 +2,6 @@
 #include "platform/media/AudioFormat.h"
 #include "tests/media/MediaTest.h"
 
-#include <array>
-
 namespace vistrel {
 namespace {
 

@@ -3,15 +3,8 @@
 #include "platform/uikit/UISlider.h"
 #include "tests/media/MediaTest.h"
 
-#include <gmock/gmock.h>
-
-#include <cmath>
-
 namespace vistrel {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr const char* kFilm = "http://site/film.mp4";
 
@@ -136,7 +129,7 @@ TEST_F(MPMoviePlayerControllerTest, AnUnplayableFilmEndsOnceWithTheErrorReason) 
         advance(1);
         EXPECT_THAT(events_, ElementsAre("finished 1"));
     }
-    EXPECT_THAT(logLines(), testing::Contains(testing::HasSubstr("This is a text file.")));
+    EXPECT_THAT(logLines(), Contains(HasSubstr("This is a text file.")));
 }
 
 TEST_F(MPMoviePlayerControllerTest, DoneEndsWithTheUsersReasonAndThePlayerMayBeDestroyed) {

@@ -1,13 +1,8 @@
 #include "settings/SettingsCheck.h"
-
-#include <gmock/gmock.h>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 TEST(SettingsCheck, AFileWithoutMistakesIsAccepted) {
     EXPECT_THAT(settingMistakes(""), IsEmpty());

@@ -11,8 +11,6 @@
 #include "tests/support/SilentMedia.h"
 #include "tests/support/VirtualLoop.h"
 
-#include <map>
-
 namespace vistrel::support {
 
 /// A machine of fixed values.

@@ -1,9 +1,7 @@
 #pragma once
 #include "platform/host/Display.h"
 #include "platform/host/EventLoop.h"
-
-#include <cmath>
-#include <utility>
+#include "tests/support/Testing.h"
 
 namespace vistrel::support {
 

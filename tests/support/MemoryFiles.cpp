@@ -1,10 +1,8 @@
 #include "tests/support/MemoryFiles.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <utility>
 
 namespace vistrel::support {
 

@@ -1,12 +1,6 @@
 #pragma once
 #include "platform/host/Files.h"
-
-#include <functional>
-#include <map>
-#include <memory>
-#include <optional>
-#include <set>
-#include <string_view>
+#include "tests/support/Testing.h"
 
 namespace vistrel::support {
 

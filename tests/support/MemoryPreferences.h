@@ -2,12 +2,10 @@
 #include "platform/host/Preferences.h"
 
 #include "platform/foundation/Value.h"
+#include "tests/support/Testing.h"
 
 #include <cerrno>
 #include <cstring>
-#include <map>
-#include <string>
-#include <utility>
 
 namespace vistrel::support {
 

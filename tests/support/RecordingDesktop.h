@@ -1,10 +1,7 @@
 #pragma once
 #include "platform/host/Desktop.h"
 #include "platform/host/EventLoop.h"
-
-#include <optional>
-#include <set>
-#include <utility>
+#include "tests/support/Testing.h"
 
 namespace vistrel::support {
 

@@ -1,7 +1,6 @@
 #pragma once
 #include "platform/host/MediaControls.h"
-
-#include <vector>
+#include "tests/support/Testing.h"
 
 namespace vistrel::support {
 

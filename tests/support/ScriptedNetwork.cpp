@@ -3,8 +3,6 @@
 #include "platform/foundation/HeaderFieldNames.h"
 #include "tests/support/ScriptedTransfer.h"
 
-#include <utility>
-
 namespace vistrel::support {
 
 ScriptedAnswer& ScriptedAnswer::header(std::string name, std::string value) {

@@ -1,11 +1,9 @@
 #pragma once
 #include "platform/host/Network.h"
+#include "tests/support/Testing.h"
 
 #include <deque>
-#include <map>
-#include <optional>
 #include <random>
-#include <utility>
 
 namespace vistrel::host {
 class EventLoop;

@@ -3,8 +3,6 @@
 
 #include "platform/host/EventLoop.h"
 
-#include <algorithm>
-
 namespace vistrel::support {
 
 /// One transfer over a scripted network: plays its answer piece by piece on the virtual clock.

@@ -1,10 +1,7 @@
 #pragma once
 #include "platform/host/EventLoop.h"
 #include "platform/host/WebEngine.h"
-
-#include <map>
-#include <utility>
-#include <vector>
+#include "tests/support/Testing.h"
 
 namespace vistrel::support {
 

@@ -1,7 +1,6 @@
 #include "tests/support/SilentMedia.h"
 
 #include <cerrno>
-#include <utility>
 
 namespace vistrel::support {
 

@@ -2,10 +2,7 @@
 #include "platform/host/Media.h"
 
 #include "platform/host/EventLoop.h"
-
-#include <algorithm>
-#include <map>
-#include <utility>
+#include "tests/support/Testing.h"
 
 namespace vistrel::support {
 

@@ -1,10 +1,11 @@
 #pragma once
+#include "tests/support/Testing.h"
+
 #include <stdlib.h>
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <string>
 
 namespace vistrel::support {
 

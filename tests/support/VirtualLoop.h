@@ -1,13 +1,8 @@
 #pragma once
 #include "platform/host/EventLoop.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <cstddef>
-#include <limits>
-#include <map>
-#include <optional>
-#include <utility>
 
 namespace vistrel::support {
 

@@ -1,8 +1,6 @@
 // What the browser asks the network about, and which answers open a download screen.
 #include "tests/web/WebBrowserTest.h"
 
-#include <gmock/gmock.h>
-
 namespace vistrel {
 namespace {
 

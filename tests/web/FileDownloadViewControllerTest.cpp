@@ -9,10 +9,7 @@
 #include "tests/support/ui/ScreenTest.h"
 #include "web/DownloadFile.h"
 
-#include <gmock/gmock.h>
-
 #include <cerrno>
-#include <map>
 
 namespace vistrel {
 namespace {
@@ -283,7 +280,7 @@ TEST_F(FileDownloadTest, BehindOtherWindowsCarefulMannersNotifyOfTheEnd) {
         }
     }
     EXPECT_THAT(desktop().notifications().back(),
-                testing::StartsWith("Download Succeeded: The file has been saved as "));
+                StartsWith("Download Succeeded: The file has been saved as "));
 }
 
 TEST_F(FileDownloadTest, TwoRunningDownloadsOfOneNameKeepTheirBytesApart) {

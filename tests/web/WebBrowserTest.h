@@ -6,10 +6,6 @@
 #include "web/FileDownloadViewController.h"
 #include "web/WebBrowserViewController.h"
 
-#include <algorithm>
-#include <memory>
-#include <string>
-
 namespace vistrel {
 
 inline constexpr const char* kStart = "http://site.example/music/";

@@ -8,8 +8,6 @@
 #include "tests/web/WebBrowserTest.h"
 #include "web/UIToolbarAdditions.h"
 
-#include <gmock/gmock.h>
-
 namespace vistrel {
 namespace {
 
@@ -57,7 +55,7 @@ TEST_F(WebBrowserTest, OneLoginServesThePageAndWhatComesAfterItAtThatOriginOnly)
     sendKey(UIKeyCode::Enter);
     settle();
     EXPECT_EQ(alertCount(), 0);
-    EXPECT_THAT(page().credentials(), ::testing::ElementsAre("none", "Ann:\u00fcx", "Ann:\u00fcx"));
+    EXPECT_THAT(page().credentials(), ElementsAre("none", "Ann:\u00fcx", "Ann:\u00fcx"));
 
     network().forgetRequests();
     site("/a.mp4");

@@ -14,12 +14,7 @@
 #include "tests/linux/web/ProcessTree.h"
 #include "tests/linux/web/RealWindow.h"
 
-#include <gmock/gmock.h>
-
 #include <fstream>
-#include <map>
-#include <string>
-#include <vector>
 
 namespace vistrel {
 namespace {
@@ -213,7 +208,7 @@ TEST_F(CommandTable, IsAsDocumented) {
         table += line + "\n";
     std::ifstream page(SOURCE_FOLDER "/docs/ads.md");
     const std::string documented(std::istreambuf_iterator<char>(page), {});
-    EXPECT_THAT(documented, testing::HasSubstr(table));
+    EXPECT_THAT(documented, HasSubstr(table));
 }
 
 TEST_F(CommandTable, ThereIsAWayOutOfAPageThatHangsOrHasCrashed) {

@@ -1,13 +1,7 @@
 #include "platform/linux/crypto/LibraryCrypto.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <cstddef>
-#include <span>
-#include <string>
-#include <string_view>
-#include <vector>
 
 namespace vistrel {
 namespace {
@@ -74,7 +68,7 @@ TEST(LibraryCrypto, ATextThatIsNotWholeBlocksFails) {
     const std::vector<std::byte> text(17);
     const auto cipher = LibraryCrypto().aes128CBCEncrypt({}, {}, text);
     ASSERT_FALSE(cipher.ok());
-    EXPECT_THAT(cipher.failure().message, ::testing::HasSubstr("cannot be encrypted"));
+    EXPECT_THAT(cipher.failure().message, HasSubstr("cannot be encrypted"));
 }
 
 }

@@ -5,8 +5,6 @@
 #include "platform/linux/files/StrayFiles.h"
 #include "tests/support/TemporaryFolder.h"
 
-#include <gmock/gmock.h>
-
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/resource.h>
@@ -19,9 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using support::contentsOf;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-using ::testing::UnorderedElementsAre;
 
 void put(const std::string& path, const std::string& text = {}) {
     std::ofstream(path, std::ios::binary) << text;

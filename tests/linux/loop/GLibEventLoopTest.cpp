@@ -1,15 +1,8 @@
 #include "platform/linux/loop/GLibEventLoop.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {
-
-using ::testing::ElementsAre;
 
 TEST(GLibEventLoopTest, WorkRunsInTheOrderOfItsTimesThenOfScheduling) {
     GLibEventLoop loop;

@@ -4,11 +4,6 @@
 #include "platform/linux/NativeReference.h"
 #include "tests/linux/MainLoop.h"
 
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <string>
-
 namespace vistrel {
 namespace {
 

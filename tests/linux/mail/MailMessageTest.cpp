@@ -1,15 +1,11 @@
 #include "platform/linux/mail/MailMessage.h"
-
-#include <gmock/gmock.h>
+#include "tests/support/Testing.h"
 
 #include <regex>
-#include <sstream>
 
 namespace vistrel {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using ::testing::Not;
 
 host::OutgoingMail mailTo(const std::string& recipient) {

@@ -5,16 +5,10 @@
 #include "tests/linux/TestCertificate.h"
 #include "tests/linux/mail/SmtpTestServer.h"
 
-#include <gmock/gmock.h>
-
 namespace vistrel {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 using ::testing::Not;
-using ::testing::StartsWith;
 using Replies = std::map<std::string, std::string>;
 
 constexpr const char* kPassword = "s3cret-pass";
@@ -83,7 +77,7 @@ TEST_F(SmtpDeliveryTest, TheServerAndTheAccountDecideHowToSignIn) {
     account_.user.clear();
     send({.extensions = {}});
     EXPECT_TRUE(succeeded()) << failure();
-    EXPECT_THAT(commands_, Not(testing::Contains(StartsWith("AUTH"))));
+    EXPECT_THAT(commands_, Not(Contains(StartsWith("AUTH"))));
 }
 
 TEST_F(SmtpDeliveryTest, ARefusalAtAnyPointFailsWithTheServersReply) {

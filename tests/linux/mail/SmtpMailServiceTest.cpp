@@ -6,14 +6,8 @@
 #include "tests/linux/mail/SmtpTestServer.h"
 #include "tests/support/TemporaryFolder.h"
 
-#include <gmock/gmock.h>
-
-#include <cstdlib>
-
 namespace vistrel {
 namespace {
-
-using ::testing::HasSubstr;
 
 class MailServiceTest : public ::testing::Test {
 protected:
@@ -100,7 +94,7 @@ TEST_F(MailServiceTest, AMailIsBuiltAndDeliveredUnlessSomethingIsMissing) {
     const auto outcome = send();
     EXPECT_TRUE(outcome.ok()) << outcome.failure().message;
     EXPECT_THAT(server.message(), HasSubstr("Subject: Hello\r\n"));
-    EXPECT_THAT(server.commands(), testing::Contains("AUTH PLAIN AG1lAHB3"));
+    EXPECT_THAT(server.commands(), Contains("AUTH PLAIN AG1lAHB3"));
 }
 
 TEST_F(MailServiceTest, EachDraftIsAFileAndAFailureToKeepItIsReported) {

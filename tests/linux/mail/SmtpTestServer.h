@@ -1,9 +1,7 @@
 #pragma once
 #include "tests/linux/LoopbackListener.h"
 
-#include <map>
 #include <mutex>
-#include <vector>
 
 namespace vistrel {
 

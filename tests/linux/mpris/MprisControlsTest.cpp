@@ -5,18 +5,8 @@
 #include "tests/linux/MainLoop.h"
 #include "tests/linux/TestBus.h"
 
-#include <gmock/gmock.h>
-
-#include <memory>
-#include <string>
-#include <vector>
-
 namespace vistrel {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 class RecordingClient : public host::MediaControlsClient {
 public:

@@ -9,8 +9,6 @@
 #include "tests/support/ManualDisplay.h"
 #include "tests/support/TemporaryFolder.h"
 
-#include <gtest/gtest.h>
-
 namespace vistrel {
 namespace {
 

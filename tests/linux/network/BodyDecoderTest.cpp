@@ -2,11 +2,6 @@
 
 #include "tests/linux/network/Packed.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <vector>
-
 namespace vistrel {
 namespace {
 

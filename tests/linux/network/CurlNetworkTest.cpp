@@ -6,14 +6,9 @@
 #include "tests/linux/network/LoopbackServer.h"
 #include "tests/linux/network/Packed.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 namespace vistrel {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using ::testing::Not;
 using ::testing::Pair;
 
@@ -305,7 +300,7 @@ TEST_F(CurlNetworkTest, TheStatusOfARedirectDecidesTheNextMethod) {
         fetch(request);
         EXPECT_TRUE(recorder_.finished);
         const std::string head = server_.requests().back();
-        EXPECT_THAT(head, testing::StartsWith(std::string(each.then) + " /target "));
+        EXPECT_THAT(head, StartsWith(std::string(each.then) + " /target "));
         EXPECT_EQ(head.find("Content-Type") == std::string::npos,
                   each.method != std::string(each.then));
     }

@@ -2,10 +2,6 @@
 
 #include "tests/linux/MainLoop.h"
 
-#include <gmock/gmock.h>
-
-#include <vector>
-
 namespace vistrel {
 namespace {
 
@@ -16,7 +12,7 @@ TEST(ReachabilityWatchTest, ReportsTheHostOnceSoonAndAgainAtEachChange) {
             hostName, [&](host::Reachability reachability) { reports.push_back(reachability); });
     };
     auto reachable = watch("127.0.0.1");
-    EXPECT_THAT(reports, testing::IsEmpty()) << "never from inside the call";
+    EXPECT_THAT(reports, IsEmpty()) << "never from inside the call";
     ASSERT_TRUE(turnUntil([&] { return reports.size() == 1; }));
     EXPECT_NE(reports[0], host::Reachability::NotReachable);
     g_signal_emit_by_name(g_network_monitor_get_default(), "network-changed", TRUE);

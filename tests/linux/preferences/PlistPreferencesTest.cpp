@@ -1,8 +1,7 @@
 #include "platform/linux/preferences/PlistPreferences.h"
 
 #include "platform/linux/preferences/PropertyList.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 #include <signal.h>
 #include <stdlib.h>

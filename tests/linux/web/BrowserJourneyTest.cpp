@@ -13,7 +13,6 @@
 #include "web/OvoMoviePlayerViewController.h"
 #include "web/WebBrowserViewController.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <ctime>
 

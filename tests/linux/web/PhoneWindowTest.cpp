@@ -1,11 +1,5 @@
 #include "tests/linux/web/RealWindow.h"
 
-#include <cstdlib>
-#include <optional>
-#include <string>
-#include <utility>
-#include <vector>
-
 namespace vistrel {
 namespace {
 

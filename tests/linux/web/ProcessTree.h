@@ -1,12 +1,11 @@
 #pragma once
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/Testing.h"
 
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
-#include <string>
 #include <unistd.h>
-#include <vector>
 
 namespace vistrel {
 

@@ -8,11 +8,7 @@
 #include "tests/linux/web/TestPageServer.h"
 #include "tests/support/TemporaryFolder.h"
 
-#include <gtest/gtest.h>
 #include <gtk/gtk.h>
-
-#include <cstdlib>
-#include <memory>
 
 namespace vistrel {
 

@@ -1,10 +1,7 @@
 #pragma once
-#include <libsoup/soup.h>
+#include "tests/support/Testing.h"
 
-#include <map>
-#include <string>
-#include <utility>
-#include <vector>
+#include <libsoup/soup.h>
 
 namespace vistrel {
 

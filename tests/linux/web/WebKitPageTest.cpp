@@ -4,9 +4,6 @@
 namespace vistrel {
 namespace {
 
-using testing::Contains;
-using testing::ElementsAre;
-
 TEST_F(WebKitPageTest, AsksOnceForThePageItsFrameAndARedirectThenTellsStartAndEndOnce) {
     page("/page", "<title>Shown</title><iframe src='/frame'></iframe>");
     page("/frame", "inside");
@@ -193,7 +190,7 @@ TEST_F(WebKitPageTest, ThePagesMenuKeepsFourEntriesAndAnEmptyOneIsNotShown) {
                     WEBKIT_CONTEXT_MENU_ACTION_COPY, WEBKIT_CONTEXT_MENU_ACTION_PASTE));
     EXPECT_THAT(
         shown({WEBKIT_CONTEXT_MENU_ACTION_GO_BACK, WEBKIT_CONTEXT_MENU_ACTION_INSPECT_ELEMENT}),
-        testing::IsEmpty());
+        IsEmpty());
 }
 
 TEST_F(WebKitPageTest, APageMayGoWhileItIsAsked) {

@@ -6,15 +6,8 @@
 #include "tests/linux/web/TestPageServer.h"
 #include "tests/support/TemporaryFolder.h"
 
-#include <gmock/gmock.h>
 #include <gtk/gtk.h>
 #include <webkit/webkit.h>
-
-#include <functional>
-#include <memory>
-#include <optional>
-#include <string>
-#include <vector>
 
 namespace vistrel {
 

@@ -1,12 +1,8 @@
 // What a page shows, where, and what it may not show.
 #include "tests/linux/web/WebKitPageTest.h"
 
-#include <tuple>
-
 namespace vistrel {
 namespace {
-
-using testing::ElementsAre;
 
 using WebKitPresentationTest = WebKitPageTest;
 

@@ -2,14 +2,9 @@
 #include "tests/linux/TestCertificate.h"
 #include "tests/linux/web/WebKitPageTest.h"
 
-#include <algorithm>
-
 namespace vistrel {
 namespace {
 
-using testing::Contains;
-using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::Not;
 
 using WebKitSecretsTest = WebKitPageTest;

@@ -2,11 +2,7 @@
 
 #include "platform/graphics/Bitmap.h"
 #include "platform/linux/window/SceneRecording.h"
-
-#include <algorithm>
-#include <gtest/gtest.h>
-#include <memory>
-#include <vector>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {

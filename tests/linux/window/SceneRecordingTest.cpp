@@ -3,12 +3,9 @@
 #include "platform/graphics/Bitmap.h"
 #include "platform/host/ForeignContent.h"
 #include "platform/linux/window/GtkForeignContent.h"
+#include "tests/support/Testing.h"
 
-#include <gtest/gtest.h>
-#include <memory>
 #include <numbers>
-#include <optional>
-#include <vector>
 
 namespace vistrel {
 namespace {

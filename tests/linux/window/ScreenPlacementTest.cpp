@@ -1,6 +1,5 @@
 #include "platform/linux/window/ScreenPlacement.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {

@@ -5,8 +5,6 @@
 #include "platform/uikit/ImageRenderer.h"
 #include "platform/uikit/UIView.h"
 
-#include <algorithm>
-
 namespace vistrel {
 
 std::shared_ptr<const UIImage> plainImage(int width, int height, std::uint32_t pixel) {

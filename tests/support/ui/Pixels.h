@@ -1,9 +1,6 @@
 #pragma once
 #include "platform/graphics/CGGeometry.h"
-
-#include <cstdint>
-#include <functional>
-#include <memory>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 class UIImage;
