@@ -95,8 +95,9 @@ TEST_F(DownloadMenuTest, MarksThatTurnANameAroundAreNotShown) {
 TEST_F(DownloadMenuTest, OtherProgramsGetTheMachinesFileAndAFailureIsExplained) {
     choose("Open With…");
     choose("Show in Folder", {1, 0});
-    EXPECT_THAT(desktop().handedOver(), ElementsAre("open /memory" + kFolder + "Film.mp4",
-                                                    "show /memory" + kFolder + "Song.MP3"));
+    EXPECT_THAT(desktop().handedOver(),
+                ElementsAre("open " + files().machinePath(kFolder + "Film.mp4"),
+                            "show " + files().machinePath(kFolder + "Song.MP3")));
     EXPECT_EQ(alertCount(), 0);
     const std::pair<const char*, const char*> reasons[] = {{"", "Film.mp4"},
                                                            {"Gone astray", "Gone astray"}};

@@ -1,8 +1,8 @@
 #pragma once
 #include "platform/host/Host.h"
 #include "platform/linux/crypto/LibraryCrypto.h"
+#include "tests/support/FaultyFiles.h"
 #include "tests/support/ManualDisplay.h"
-#include "tests/support/MemoryFiles.h"
 #include "tests/support/MemoryPreferences.h"
 #include "tests/support/RecordingDesktop.h"
 #include "tests/support/RecordingMediaControls.h"
@@ -30,8 +30,7 @@ private:
 class DeterministicHost {
 public:
     DeterministicHost()
-        : files([this] { return loop.wallClock(); })
-        , network(loop)
+        : network(loop)
         , webEngine(loop)
         , media(loop)
         , desktop(loop)
@@ -76,7 +75,7 @@ public:
     }
 
     VirtualLoop loop;
-    MemoryFiles files;
+    FaultyFiles files;
     ScriptedNetwork network;
     ScriptedWebEngine webEngine;
     SilentMedia media;

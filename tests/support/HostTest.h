@@ -28,7 +28,7 @@ protected:
     }
 
     VirtualLoop& loop() { return host_.loop; }
-    MemoryFiles& files() { return host_.files; }
+    FaultyFiles& files() { return host_.files; }
     ScriptedNetwork& network() { return host_.network; }
     ScriptedWebEngine& webEngine() { return host_.webEngine; }
     SilentMedia& media() { return host_.media; }
