@@ -36,8 +36,8 @@ std::string progressText(std::int64_t received, std::int64_t expected) {
     return text;
 }
 
-NSError errorWithText(int code, std::string text) {
-    return {NSURLErrorDomain, code, std::move(text)};
+NSError errorWithText(int code, const std::string& text) {
+    return {NSURLErrorDomain, code, NSLocalizedString(text)};
 }
 
 }
@@ -122,8 +122,9 @@ std::optional<NSError>
 FileDownloadViewController::objectionTo(const NSURLResponse& response) const {
     const int status = response.statusCode();
     if (manners_.refusesErrorAnswers && (status >= 400 || status == 204 || status == 304))
-        return errorWithText(NSURLErrorUnknown, "The server answered with status " +
-                                                    std::to_string(status) + " and no file.");
+        return NSError(NSURLErrorDomain, NSURLErrorUnknown,
+                       NSLocalizedString("The server sent no file, but status") + " " +
+                           std::to_string(status) + ".");
     if (manners_.retriesDownloads && status == 206 &&
         !(file_ && resumption_.continues(response, bytesReceived_)))
         return errorWithText(NSURLErrorUnknown, "The server sent another part of the file.");
@@ -248,7 +249,7 @@ void FileDownloadViewController::showFailure(const NSError& error) {
     // What has come must be on the disk when the next attempt continues it.
     if (file_ && file_->close())
         resumption_ = {};
-    downloadButton_->setTitleForState("Try Again", UIControlState::Normal);
+    downloadButton_->setTitleForState(NSLocalizedString("Try Again"), UIControlState::Normal);
     downloadButton_->setEnabled(true);
 }
 

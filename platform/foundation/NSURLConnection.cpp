@@ -1,5 +1,6 @@
 #include "platform/foundation/NSURLConnection.h"
 
+#include "platform/foundation/NSBundle.h"
 #include "platform/foundation/NSError.h"
 #include "platform/foundation/NSRunLoop.h"
 #include "platform/foundation/NSURLCredentialStorage.h"
@@ -170,12 +171,13 @@ void NSURLConnection::end() {
     const auto delegate = std::exchange(delegate_, nullptr);
 }
 
-void NSURLConnection::fail(int code, std::string description) {
+void NSURLConnection::fail(int code, const std::string& description) {
     const auto self = shared_from_this();
     const auto delegate = delegate_;
     end();
-    delegate->connectionDidFailWithError(*this,
-                                         NSError(NSURLErrorDomain, code, std::move(description)));
+    // People read it.
+    delegate->connectionDidFailWithError(
+        *this, NSError(NSURLErrorDomain, code, NSLocalizedString(description)));
 }
 
 bool NSURLConnection::transferWillRedirect(const host::TransferResponse& redirect,

@@ -36,7 +36,7 @@ private:
     void begin();
     void send(NSURLRequest request);
     void stopAtRedirect(const NSURLResponse& response);
-    void fail(int code, std::string description);
+    void fail(int code, const std::string& description);
     void end();
 
     bool transferWillRedirect(const host::TransferResponse& redirect,

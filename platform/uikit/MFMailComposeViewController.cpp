@@ -20,8 +20,8 @@ namespace {
 using Row = MFMailComposeForm::Row;
 
 void tellDraftIsLost(const host::Failure& failure) {
-    UIAlertView::withTitle(NSLocalizedString("Failed to Save Draft"), failure.message, {},
-                           NSLocalizedString("OK"))
+    UIAlertView::withTitle(NSLocalizedString("Failed to Save Draft"),
+                           NSLocalizedString(failure.message), {}, NSLocalizedString("OK"))
         ->show();
 }
 

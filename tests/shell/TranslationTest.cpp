@@ -1,3 +1,7 @@
+#include "ads/Browser/GADBrowserController.h"
+#include "ads/WebApp/GADWebAppViewController.h"
+#include "catalogue/MoviesViewController.h"
+#include "catalogue/TVShowsViewController.h"
 #include "downloads/FileImport.h"
 #include "platform/foundation/NSURL.h"
 #include "platform/uikit/MFMailComposeViewController.h"
@@ -5,8 +9,11 @@
 #include "platform/uikit/UICommand.h"
 #include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UITableView.h"
+#include "shell/AboutPageViewController.h"
+#include "shell/HelpTexts.h"
 #include "shell/RootViewController.h"
 #include "tests/support/ui/ScreenTest.h"
+#include "web/FileDownloadViewController.h"
 
 #include <cctype>
 #include <fstream>
@@ -15,6 +22,7 @@ namespace vistrel {
 namespace {
 
 const std::string kMark = "*";
+constexpr const char* kFilm = "http://site.example/film.mp4";
 
 /// The phone's own texts, which are in English everywhere, and names.
 const std::set<std::string> kSameEverywhere{
@@ -106,6 +114,46 @@ TEST_F(TranslationTest, TheBrowserAndTheMailScreenAreTranslated) {
     look();
     tapButtonAndLook("*Cancel");
     EXPECT_THAT(english_, IsEmpty());
+}
+
+TEST_F(TranslationTest, OtherScreensAreInEnglishOnlyWhereThePhoneWas) {
+    network().at(kFilm).fails(host::TransferErrorKind::TimedOut, "The request timed out.");
+    deterministicHost().settings["manners/careful"] = "yes";
+    const auto shows = std::make_shared<TVShowsViewController>();
+    const auto movies = std::make_shared<MoviesViewController>();
+    const std::pair<std::shared_ptr<UIViewController>, std::vector<std::string>> screens[] = {
+        {FileDownloadViewController::withURL(*NSURL::URLWithString(kFilm)), {"Download", "OK"}},
+        {shows, {}},
+        {movies, {}},
+        {std::make_shared<AboutPageViewController>(), {}},
+        {std::make_shared<GADBrowserController>(), {}},
+        {std::make_shared<GADWebAppViewController>(), {}},
+        {nullptr, {"Help", "How To Use", "FAQ", "Close"}}, // of the menu
+        {nullptr, {"Help", "Support", "Application Support"}},
+    };
+    for (const auto& [screen, taps] : screens) {
+        if (screen)
+            navigation().presentModalViewController(screen, false);
+        look();
+        for (const std::string& tap : taps)
+            tapButtonAndLook(tap);
+        if (screen)
+            navigation().dismissModalViewControllerAnimated(false);
+    }
+    for (const auto& records : {shows->tvShowList(), movies->moviesList()})
+        for (const CatalogueRecord& record : records)
+            english_.erase(record.title);
+    for (const std::string& text :
+         {howToUseText(), shortFAQText(), supportText(), socialNetworkText()})
+        std::erase_if(english_, [&](const std::string& seen) { return seen.ends_with(text); });
+    std::string english;
+    for (const std::string& text : english_)
+        english += text + ", ";
+    EXPECT_EQ(english, "Application Support, Back, Cancel, Close, Donate, Done, Download, Email, "
+                       "FAQ, Failed to Download File, "
+                       "Forward, Got it, How To Use, How To Use:, OK, Play, Reload, Select a Show, "
+                       "Support, Twitter, "
+                       "View in Safari, Website Support, ");
 }
 
 }

@@ -88,8 +88,8 @@ void GioDesktop::inhibit() {
     inhibiting_ = true;
     callAsync(weakly(this, &GioDesktop::inhibited), g_dbus_connection_call, bus(), kScreenSaverName,
               kScreenSaverPath, kScreenSaverName, "Inhibit",
-              g_variant_new("(ss)", kApplicationID, "Playing"), G_VARIANT_TYPE("(u)"),
-              G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, cancellable_.get());
+              g_variant_new("(ss)", kApplicationID, g_dgettext("vistrel", "Playing")),
+              G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, cancellable_.get());
 }
 
 void GioDesktop::inhibited(GAsyncResult* result) {

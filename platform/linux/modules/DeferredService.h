@@ -18,8 +18,7 @@ public:
 
     /// The module is "vistrel-`name`.so"; `make` calls its entry point, `symbol`.
     DeferredService(const std::string& name, NativeModule::Log log, const char* symbol, Make make)
-        : name_(name)
-        , module_("vistrel-" + name + ".so", std::move(log))
+        : module_("vistrel-" + name + ".so", std::move(log))
         , symbol_(symbol)
         , make_(std::move(make)) {}
 
@@ -37,11 +36,10 @@ public:
     Function function(const char* symbol) {
         return reinterpret_cast<Function>(module_.symbol(symbol));
     }
-    /// What a caller is told when get returns null.
-    host::Failure missing() const { return {ENOSYS, "The " + name_ + " module is not installed."}; }
+    /// What a caller is told when get returns null; the log names the module.
+    host::Failure missing() const { return {ENOSYS, "A part of Vistrel is not installed."}; }
 
 private:
-    std::string name_;
     NativeModule module_;
     const char* symbol_;
     Make make_;
