@@ -100,8 +100,11 @@ void AccessibleWidget::listen() {
     GtkEventController* focus = gtk_event_controller_focus_new();
     focused_ = connectSignal<void()>(focus, "enter", [this] {
         const auto view = view_.lock();
-        if (view && view->canBecomeFirstResponder())
-            UIApplication::sharedApplication().events().setFirstResponder(view);
+        auto& events = UIApplication::sharedApplication().events();
+        // The toolkit's focus also follows the keyboard to a part of the view that has the keys, as
+        // to a question's button; they stay with the question.
+        if (view && view->canBecomeFirstResponder() && events.focusedPart() != view)
+            events.setFirstResponder(view);
     });
     gtk_widget_add_controller(widget_, focus);
     if (GTK_IS_RANGE(widget_))
