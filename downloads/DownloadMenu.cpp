@@ -62,8 +62,11 @@ void DownloadMenu::show() {
         ->showInView(*screen_.view());
 }
 
-void DownloadMenu::actionSheetClickedButtonAtIndex(UIActionSheet&, int buttonIndex) {
-    if (buttonIndex == OpenWith || buttonIndex == ShowInFolder)
+void DownloadMenu::actionSheetClickedButtonAtIndex(UIActionSheet& actionSheet, int buttonIndex) {
+    if (const auto open = std::exchange(openWith_, {})) {
+        if (buttonIndex != actionSheet.cancelButtonIndex())
+            open(static_cast<std::size_t>(buttonIndex));
+    } else if (buttonIndex == OpenWith || buttonIndex == ShowInFolder)
         handOver(buttonIndex == OpenWith);
     else if (buttonIndex == Rename)
         askForName(shownStem(name_), {});
@@ -71,7 +74,15 @@ void DownloadMenu::actionSheetClickedButtonAtIndex(UIActionSheet&, int buttonInd
         screen_.askForDeletion(name_);
 }
 
-void DownloadMenu::handOver(bool toProgram) const {
+void DownloadMenu::askForProgram(const std::vector<std::string>& names,
+                                 std::function<void(std::size_t)> open) {
+    openWith_ = std::move(open);
+    UIActionSheet::withTitle(shownName(name_), weakReference<UIActionSheetDelegate>(this),
+                             NSLocalizedString("Cancel"), {}, names)
+        ->showInView(*screen_.view());
+}
+
+void DownloadMenu::handOver(bool toProgram) {
     const auto& host = host::current();
     const std::string path = host.files->machinePath(pathOfDownload(name_));
     const auto done = [name = shownName(name_)](const host::Status& outcome) {
@@ -83,7 +94,7 @@ void DownloadMenu::handOver(bool toProgram) const {
             ->show();
     };
     if (toProgram)
-        host.desktop->openWith(path, done);
+        host.desktop->openWith(path, weakly(this, &DownloadMenu::askForProgram), done);
     else
         host.desktop->showInFolder(path, done);
 }

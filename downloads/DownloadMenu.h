@@ -2,8 +2,11 @@
 #include "platform/uikit/UIActionSheet.h"
 #include "platform/uikit/UIAlertView.h"
 
+#include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace vistrel {
 class DownloadsViewController;
@@ -22,13 +25,16 @@ public:
     void alertViewClickedButtonAtIndex(UIAlertView& alertView, int buttonIndex) override;
 
 private:
-    void handOver(bool toProgram) const;
+    void handOver(bool toProgram);
+    void askForProgram(const std::vector<std::string>& names,
+                       std::function<void(std::size_t)> open);
     /// The question for a new name, and why the one in the field cannot be used.
     void askForName(const std::string& typed, std::string complaint);
     void rename(const std::string& typed);
 
     DownloadsViewController& screen_;
     std::string name_;
+    std::function<void(std::size_t)> openWith_; ///< while programs are shown to choose from
 };
 
 }

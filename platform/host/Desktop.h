@@ -1,6 +1,7 @@
 #pragma once
 #include "platform/host/Result.h"
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -16,6 +17,11 @@ struct OutgoingMail {
     std::string body;
     bool isHTML = false;
 };
+
+/// Lets the user choose from programs by their names, the preferred one first; `open` is called
+/// with the chosen one's index, or not at all.
+using AskForProgram = std::function<void(const std::vector<std::string>& names,
+                                         std::function<void(std::size_t index)> open)>;
 
 /// The desktop around the application. Any service may be missing.
 class Desktop {
@@ -34,9 +40,12 @@ public:
                           std::function<void(double fraction)> progress,
                           std::function<void(Status)> done) = 0;
 
-    /// Opens a file of the machine with a program that the user chooses, and shows it in the file
-    /// manager. `done` runs once, on the loop; a failure's message may be empty.
-    virtual void openWith(const std::string& machinePath, std::function<void(Status)> done) = 0;
+    /// Opens a file of the machine with a program that the user chooses. Where the desktop cannot
+    /// ask, `ask` is called. `done` runs once, on the loop, unless nothing is chosen; a failure's
+    /// message may be empty.
+    virtual void openWith(const std::string& machinePath, AskForProgram ask,
+                          std::function<void(Status)> done) = 0;
+    /// Shows it in the file manager.
     virtual void showInFolder(const std::string& machinePath, std::function<void(Status)> done) = 0;
 
     /// True when an outgoing account is configured.

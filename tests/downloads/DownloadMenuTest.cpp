@@ -111,6 +111,23 @@ TEST_F(DownloadMenuTest, OtherProgramsGetTheMachinesFileAndAFailureIsExplained) 
     }
 }
 
+TEST_F(DownloadMenuTest, WhereTheDesktopCannotAskTheSheetListsThePrograms) {
+    desktop().setPrograms({"Player", "Editor"});
+    for (const char* answer : {"Cancel", "Editor"}) {
+        act("second 160,100");
+        settle();
+        tapButton("Open With…");
+        settle();
+        EXPECT_THAT(labels(UIAccessibilityRole::Button, *screen().subviews().back()),
+                    ElementsAre("Player", "Editor", "Cancel"));
+        EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, answer));
+    }
+    EXPECT_THAT(desktop().handedOver(),
+                ElementsAre("Editor " + files().machinePath(kFolder + "Film.mp4")));
+    choose("Rename…");
+    EXPECT_EQ(alertTitle(), "Rename") << "the menu is itself again";
+}
+
 TEST_F(DownloadMenuTest, ARenamedFileKeepsItsExtension) {
     choose("Rename…", {1, 0});
     EXPECT_EQ(field().text(), "Song");

@@ -31,9 +31,16 @@ public:
                   std::function<void(host::Status)> done) override {
         copies_.push_back({url, machinePath, std::move(progress), std::move(done)});
     }
-    void openWith(const std::string& machinePath, std::function<void(host::Status)> done) override {
-        handOver("open " + machinePath, std::move(done));
+    void openWith(const std::string& machinePath, host::AskForProgram ask,
+                  std::function<void(host::Status)> done) override {
+        if (programs_.empty())
+            return handOver("open " + machinePath, std::move(done));
+        ask(programs_, [this, machinePath, done = std::move(done)](std::size_t index) {
+            handOver(programs_[index] + " " + machinePath, done);
+        });
     }
+    /// With names of programs, it cannot ask the user itself; "Name /path" is handed over then.
+    void setPrograms(std::vector<std::string> programs) { programs_ = std::move(programs); }
     void showInFolder(const std::string& machinePath,
                       std::function<void(host::Status)> done) override {
         handOver("show " + machinePath, std::move(done));
@@ -90,6 +97,7 @@ private:
 
     std::vector<Copy> copies_;
     std::vector<std::string> handedOver_;
+    std::vector<std::string> programs_;
     std::optional<host::Failure> handOverFailure_;
     host::Status record(const host::OutgoingMail& mail, std::vector<host::OutgoingMail>& where) {
         if (mailFailure_)

@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 namespace vistrel {
 
@@ -20,6 +21,8 @@ constexpr const char* kPortalName = "org.freedesktop.portal.Desktop";
 constexpr const char* kPortalPath = "/org/freedesktop/portal/desktop";
 constexpr const char* kOpener = "org.freedesktop.portal.OpenURI";
 constexpr const char* kFileManagerName = "org.freedesktop.FileManager1";
+/// As many as fit on a phone's sheet.
+constexpr std::size_t kMostPrograms = 6;
 constexpr const char* kFileManagerPath = "/org/freedesktop/FileManager1";
 
 std::string addressOf(const std::string& path) {
@@ -50,24 +53,25 @@ void finishCall(GVariant* reply, GError* error, const FileOpener::Done& done, Ot
     g_clear_error(&error);
 }
 
-NativeReference<GAppInfo> preferredProgram(const std::string& path) {
+using Program = NativeReference<GAppInfo>;
+
+/// The preferred one first; never this one.
+std::vector<Program> programsFor(const std::string& path) {
     const std::unique_ptr<char, decltype(&g_free)> type(
         g_content_type_guess(path.c_str(), nullptr, 0, nullptr), g_free);
-    NativeReference<GAppInfo> found;
+    std::vector<Program> found;
     GList* programs = g_app_info_get_all_for_type(type.get());
-    for (const GList* each = programs; each && !found; each = each->next) {
+    for (const GList* each = programs; each && found.size() < kMostPrograms; each = each->next) {
         const char* id = g_app_info_get_id(G_APP_INFO(each->data));
         if (!id || std::string_view(id) != kDesktopFile)
-            found = NativeReference<GAppInfo>::ref(G_APP_INFO(each->data));
+            found.push_back(Program::ref(G_APP_INFO(each->data)));
     }
     g_list_free_full(programs, g_object_unref);
     return found;
 }
 
-void openWithPreferred(const std::string& path, GCancellable* cancellable, FileOpener::Done done) {
-    const auto program = preferredProgram(path);
-    if (!program)
-        return done(host::Failure{ENOENT, {}});
+void launch(const Program& program, const std::string& path, GCancellable* cancellable,
+            FileOpener::Done done) {
     std::string address = addressOf(path);
     GList addresses{address.data(), nullptr, nullptr};
     const auto launched = [program, done = std::move(done)](GAsyncResult* result) {
@@ -77,6 +81,21 @@ void openWithPreferred(const std::string& path, GCancellable* cancellable, FileO
     };
     callAsync(launched, g_app_info_launch_uris_async, program.get(), &addresses,
               static_cast<GAppLaunchContext*>(nullptr), cancellable);
+}
+
+void openWithOneOf(std::vector<Program> programs, const std::string& path,
+                   NativeReference<GCancellable> cancellable, const host::AskForProgram& ask,
+                   FileOpener::Done done) {
+    if (programs.empty())
+        return done(host::Failure{ENOENT, {}});
+    std::vector<std::string> names;
+    names.reserve(programs.size());
+    for (const Program& program : programs)
+        names.emplace_back(g_app_info_get_display_name(program.get()));
+    ask(names, [programs = std::move(programs), path, cancellable = std::move(cancellable),
+                done = std::move(done)](std::size_t index) {
+        launch(programs.at(index), path, cancellable.get(), done);
+    });
 }
 
 void openFolderOf(const std::string& path, GCancellable* cancellable, FileOpener::Done done) {
@@ -92,24 +111,25 @@ void openFolderOf(const std::string& path, GCancellable* cancellable, FileOpener
 
 }
 
-void FileOpener::openWith(const std::string& path, Done done) const {
+void FileOpener::openWith(const std::string& path, host::AskForProgram ask, Done done) const {
     FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (!file.isOpen())
         return callLater([done = std::move(done), failure = lastPosixFailure()] { done(failure); });
     if (!bus_)
-        return openWithPreferred(path, cancellable_.get(), std::move(done));
+        return openWithOneOf(programsFor(path), path, cancellable_, ask, std::move(done));
     const int number = file.release();
     const auto files =
         NativeReference<GUnixFDList>::adopt(g_unix_fd_list_new_from_array(&number, 1));
     GVariantBuilder options;
     g_variant_builder_init(&options, G_VARIANT_TYPE_VARDICT);
     g_variant_builder_add(&options, "{sv}", "ask", g_variant_new_boolean(TRUE));
-    const auto asked = [path, done = std::move(done), bus = bus_,
+    const auto asked = [path, ask = std::move(ask), done = std::move(done), bus = bus_,
                         cancellable = cancellable_](GAsyncResult* result) {
         GError* error = nullptr;
         GVariant* request =
             g_dbus_connection_call_with_unix_fd_list_finish(bus.get(), nullptr, result, &error);
-        finishCall(request, error, done, [&] { openWithPreferred(path, cancellable.get(), done); });
+        finishCall(request, error, done,
+                   [&] { openWithOneOf(programsFor(path), path, cancellable, ask, done); });
     };
     callAsync(asked, g_dbus_connection_call_with_unix_fd_list, bus_.get(), kPortalName, kPortalPath,
               kOpener, "OpenFile", g_variant_new("(sha{sv})", "", 0, &options),

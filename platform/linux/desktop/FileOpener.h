@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/host/Desktop.h"
 #include "platform/host/Result.h"
 #include "platform/linux/NativeReference.h"
 
@@ -22,9 +23,9 @@ public:
         : bus_(std::move(bus))
         , cancellable_(std::move(cancellable)) {}
 
-    /// Lets the user choose a program; where the desktop cannot ask, the preferred one opens the
-    /// file. It is never this program.
-    void openWith(const std::string& path, Done done) const;
+    /// Lets the user choose a program; where the desktop cannot ask, `ask` does. It is never this
+    /// program.
+    void openWith(const std::string& path, host::AskForProgram ask, Done done) const;
     /// Shows the file in the file manager, or at least its folder.
     void showInFolder(const std::string& path, Done done) const;
 

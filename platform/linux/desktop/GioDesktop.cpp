@@ -168,9 +168,10 @@ void GioDesktop::copyFile(const std::string& url, const std::string& machinePath
               cancellable_.get(), progressed, static_cast<gpointer>(report.get()));
 }
 
-void GioDesktop::openWith(const std::string& machinePath, std::function<void(host::Status)> done) {
+void GioDesktop::openWith(const std::string& machinePath, host::AskForProgram ask,
+                          std::function<void(host::Status)> done) {
     FileOpener(NativeReference<GDBusConnection>::ref(bus()), cancellable_)
-        .openWith(machinePath, std::move(done));
+        .openWith(machinePath, std::move(ask), std::move(done));
 }
 
 void GioDesktop::showInFolder(const std::string& machinePath,

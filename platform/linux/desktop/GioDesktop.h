@@ -27,7 +27,8 @@ public:
     void copyFile(const std::string& url, const std::string& machinePath,
                   std::function<void(double fraction)> progress,
                   std::function<void(host::Status)> done) override;
-    void openWith(const std::string& machinePath, std::function<void(host::Status)> done) override;
+    void openWith(const std::string& machinePath, host::AskForProgram ask,
+                  std::function<void(host::Status)> done) override;
     void showInFolder(const std::string& machinePath,
                       std::function<void(host::Status)> done) override;
     bool canSendMail() override;

@@ -12,22 +12,23 @@
 namespace vistrel {
 namespace {
 
-/// The user's data folder, where three programs are installed that copy what they open: this one
-/// and another for files of any kind, and one for folders. GLib looks for it once per process.
+/// The user's data folder, where four programs are installed that copy what they open: this one
+/// and two others for files of any kind, and one for folders. GLib looks for it once per process.
 const std::string& dataFolder() {
     static const std::string folder = [] {
         char pattern[] = "/tmp/vistrel-programs-XXXXXX";
         std::string made = ::mkdtemp(pattern);
         const std::string programs = made + "/applications/";
         std::filesystem::create_directory(programs);
-        for (const char* name : {"org.vistrel.Vistrel", "other", "folders"}) {
+        for (const char* name : {"org.vistrel.Vistrel", "first", "other", "folders"}) {
             std::ofstream(programs + name + ".desktop")
                 << "[Desktop Entry]\nType=Application\nName=" << name << "\nExec=cp -r %f " << made
                 << "/by-" << name << "\n";
         }
         std::ofstream(programs + "mimeinfo.cache")
             << "[MIME Cache]\ninode/directory=folders.desktop;\n"
-            << "application/octet-stream=org.vistrel.Vistrel.desktop;other.desktop;\n";
+            << "application/"
+               "octet-stream=org.vistrel.Vistrel.desktop;first.desktop;other.desktop;\n";
         std::filesystem::create_directory(made + "/device");
         std::ofstream(made + "/device/a film.bin") << std::string("\0film", 5);
         return made;
@@ -114,13 +115,19 @@ TEST_F(BareSessionTest, AFileGoesToAnotherProgramAndItsFolderToTheFileManagers) 
         const auto note = [&](const host::Status& outcome) {
             outcomes.push_back(outcome.ok());
         };
-        desktop->openWith(film, note);
+        desktop->openWith(
+            film,
+            [](const std::vector<std::string>& names,
+               const std::function<void(std::size_t)>& open) {
+                EXPECT_THAT(names, testing::ElementsAre("first", "other"));
+                open(1);
+            },
+            note);
         EXPECT_TRUE(opened("other", ""));
-        EXPECT_FALSE(std::filesystem::exists(dataFolder() + "/by-org.vistrel.Vistrel"));
         desktop->showInFolder(film, note);
         EXPECT_TRUE(opened("folders", "a film.bin"));
         EXPECT_TRUE(turnUntil([&] { return outcomes.size() == 2; }));
-        desktop->openWith(dataFolder() + "/device/missing.bin", note);
+        desktop->openWith(dataFolder() + "/device/missing.bin", {}, note);
         EXPECT_EQ(outcomes.size(), 2U) << "reported on the loop";
         EXPECT_TRUE(turnUntil([&] { return outcomes.size() == 3; }));
         EXPECT_THAT(outcomes, testing::ElementsAre(true, true, false));
@@ -208,7 +215,7 @@ TEST_F(SessionTest, ThePortalAsksForAProgramAndTheFileManagerShowsAFile) {
     const auto note = [&](const host::Status& outcome) {
         succeeded += outcome.ok() ? 1 : 0;
     };
-    desktop_->openWith(film, note);
+    desktop_->openWith(film, {}, note);
     ASSERT_TRUE(turnUntil([&] { return succeeded == 1; }));
     desktop_->showInFolder(film, note);
     ASSERT_TRUE(turnUntil([&] { return succeeded == 2; }));
