@@ -1,10 +1,8 @@
 // Interruptions by a real sound server during a call's stream.
+#include "tests/linux/media/SoundServer.h"
 #include "tests/linux/media/PlaybackFixture.h"
 
 #include <gmock/gmock.h>
-
-#include <csignal>
-#include <cstdlib>
 
 namespace vistrel {
 namespace {
@@ -12,43 +10,8 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// A program that runs until it is destroyed.
-class Program {
-public:
-    explicit Program(const std::string& command)
-        : process_(NativeReference<GSubprocess>::adopt(
-              g_subprocess_new(GSubprocessFlags(G_SUBPROCESS_FLAGS_STDOUT_SILENCE |
-                                                G_SUBPROCESS_FLAGS_STDERR_SILENCE),
-                               nullptr, "/bin/sh", "-c", ("exec " + command).c_str(), nullptr))) {}
-    ~Program() {
-        g_subprocess_send_signal(process_.get(), SIGTERM);
-        g_subprocess_wait(process_.get(), nullptr, nullptr);
-    }
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
-
-private:
-    NativeReference<GSubprocess> process_;
-};
-
-/// A sound server with a silent device that silences music during calls.
 class SoundServerTest : public PlaybackFixture {
 protected:
-    SoundServerTest() {
-        const std::string socket = folder_.path("sound");
-        setenv("PULSE_SERVER", ("unix:" + socket).c_str(), 1);
-        server_ = std::make_unique<Program>(
-            "env HOME=" + folder_.path() + " XDG_RUNTIME_DIR=" + folder_.path() +
-            " pulseaudio -n --daemonize=no --exit-idle-time=-1 --disable-shm=yes"
-            " -L 'module-native-protocol-unix auth-anonymous=1 socket=" +
-            socket + "' -L module-null-sink -L module-role-cork");
-        EXPECT_TRUE(turnUntil([&] { return std::filesystem::exists(socket); }, 10));
-    }
-    ~SoundServerTest() override {
-        server_.reset();
-        unsetenv("PULSE_SERVER");
-    }
-
     /// A stream with a role that runs until it is destroyed.
     static std::unique_ptr<Program> stream(const std::string& role) {
         return std::make_unique<Program>("gst-launch-1.0 audiotestsrc ! pulsesink "
@@ -56,8 +19,7 @@ protected:
                                          role);
     }
 
-    support::TemporaryFolder folder_;
-    std::unique_ptr<Program> server_;
+    SoundServer server_;
 };
 
 TEST_F(SoundServerTest, ACallInterruptsMusicUntilItEnds) {
