@@ -12,9 +12,6 @@ namespace vistrel {
 
 namespace {
 
-/// The renderer may still be painting from earlier frames.
-constexpr std::size_t kFramesHeld = 3;
-
 YuvPlane planeOf(const GstVideoFrame& frame, guint component) {
     return {static_cast<const std::uint8_t*>(GST_VIDEO_FRAME_COMP_DATA(&frame, component)),
             GST_VIDEO_FRAME_COMP_WIDTH(&frame, component),
@@ -150,9 +147,7 @@ void VideoFeed::takeWaiting() {
     if (!frame)
         return;
     framesShown_ += frame->isMoving ? 1 : 0;
-    shown_.push_back(std::move(frame));
-    if (shown_.size() > kFramesHeld)
-        shown_.pop_front();
+    shown_ = std::move(frame);
 }
 
 void VideoFeed::setScreen(GtkWidget* screen) {
@@ -173,23 +168,21 @@ void VideoFeed::redraw() {
 
 void VideoFeed::draw(GtkSnapshot* snapshot, CGSize size) {
     // A picture that is only moving, in a flip, keeps its pixels.
-    const bool isSoftware = !shown_.empty() && shown_.back()->quarters != 0;
-    aimAt(isSoftware ? Target{shown_.back()->width, shown_.back()->height, shown_.back()->quarters}
-                     : Target{});
-    if (shown_.empty())
+    const bool isSoftware = shown_ && shown_->quarters != 0;
+    aimAt(isSoftware ? Target{shown_->width, shown_->height, shown_->quarters} : Target{});
+    if (!shown_)
         return;
-    const auto& frame = shown_.back();
     gtk_snapshot_save(snapshot);
     const auto width = static_cast<float>(size.width);
     const auto height = static_cast<float>(size.height);
     const graphene_point_t corners[] = {graphenePoint(0, 0), graphenePoint(0, height),
                                         graphenePoint(width, height), graphenePoint(width, 0)};
-    gtk_snapshot_translate(snapshot, &corners[frame->quarters]);
-    gtk_snapshot_rotate(snapshot, -90.0F * static_cast<float>(frame->quarters));
-    const bool swaps = frame->quarters % 2 != 0;
+    gtk_snapshot_translate(snapshot, &corners[shown_->quarters]);
+    gtk_snapshot_rotate(snapshot, -90.0F * static_cast<float>(shown_->quarters));
+    const bool swaps = shown_->quarters % 2 != 0;
     const graphene_rect_t bounds =
         grapheneRectangle(0, 0, swaps ? height : width, swaps ? width : height);
-    GskRenderNode* node = makeTextureNode(frame, bounds);
+    GskRenderNode* node = makeTextureNode(shown_, bounds);
     gtk_snapshot_append_node(snapshot, node);
     gsk_render_node_unref(node);
     gtk_snapshot_restore(snapshot);
@@ -197,14 +190,14 @@ void VideoFeed::draw(GtkSnapshot* snapshot, CGSize size) {
 
 void VideoFeed::drawPixels(GtkSnapshot* snapshot, const PixelPlace& place, double pixelsPerUnit) {
     aimAt({place.width, place.height, place.quarters});
-    if (shown_.empty())
+    if (!shown_)
         return;
     const auto units = [pixelsPerUnit](int pixels) {
         return static_cast<float>(pixels / pixelsPerUnit);
     };
     const graphene_rect_t bounds =
         grapheneRectangle(units(place.x), units(place.y), units(place.width), units(place.height));
-    GskRenderNode* node = makeSoftwareNode(*shown_.back(), bounds);
+    GskRenderNode* node = makeSoftwareNode(*shown_, bounds);
     gtk_snapshot_append_node(snapshot, node);
     gsk_render_node_unref(node);
 }

@@ -6,7 +6,6 @@
 
 #include <gst/gst.h>
 
-#include <deque>
 #include <memory>
 #include <mutex>
 
@@ -33,7 +32,7 @@ public:
     /// The size to show, upright and with square pixels; 0 before the first frame.
     CGSize size() const;
     /// Whether a frame has been drawn; then there is always one to draw.
-    bool hasShown() const { return !shown_.empty(); }
+    bool hasShown() const { return shown_ != nullptr; }
     /// How many frames were drawn while playing.
     unsigned framesShown() const { return framesShown_; }
 
@@ -73,7 +72,7 @@ private:
 
     // Main loop only.
     GWeakRef screen_{};
-    std::deque<std::shared_ptr<const VideoFrame>> shown_; ///< newest last
+    std::shared_ptr<const VideoFrame> shown_;
     unsigned framesShown_ = 0;
 };
 

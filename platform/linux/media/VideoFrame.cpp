@@ -8,7 +8,7 @@ namespace vistrel {
 namespace {
 
 using FrameReference = std::shared_ptr<const VideoFrame>;
-constexpr std::size_t kFramesKept = 4;
+constexpr std::size_t kFramesKept = 2;
 
 void dropReference(gpointer reference) {
     delete static_cast<FrameReference*>(reference);

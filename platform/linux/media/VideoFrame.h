@@ -41,7 +41,7 @@ private:
 };
 
 /// A node that shows a frame in the bounds. The software renderer paints from the frame's own
-/// memory: keep the frame until the node after this one has been painted.
+/// memory: keep the frame until another node takes this one's place.
 GskRenderNode* makeSoftwareNode(const VideoFrame& frame, const graphene_rect_t& bounds);
 GskRenderNode* makeTextureNode(const std::shared_ptr<const VideoFrame>& frame,
                                const graphene_rect_t& bounds);
