@@ -18,7 +18,7 @@
 
 namespace {
 
-constexpr double kMostTimes = 2.2;
+constexpr double kMostTimes = 1.8;
 constexpr double kMeasuredSeconds = 10;
 constexpr double kMostGrowthMiB = 1.5;
 constexpr int kTracks = 3;
