@@ -4,27 +4,12 @@
 
 namespace vistrel {
 
-namespace {
-CGRect betweenCorners(double left, double top, double right, double bottom) {
-    return CGRectMake(left, top, right - left, bottom - top);
-}
-}
-
 CGRect CGRectIntersection(const CGRect& a, const CGRect& b) {
-    const auto common = betweenCorners(std::max(a.minX(), b.minX()), std::max(a.minY(), b.minY()),
-                                       std::min(a.maxX(), b.maxX()), std::min(a.maxY(), b.maxY()));
+    const double left = std::max(a.minX(), b.minX());
+    const double top = std::max(a.minY(), b.minY());
+    const auto common = CGRectMake(left, top, std::min(a.maxX(), b.maxX()) - left,
+                                   std::min(a.maxY(), b.maxY()) - top);
     return common.isEmpty() ? CGRect{} : common;
-}
-
-CGRect CGRectUnion(const CGRect& a, const CGRect& b) {
-    if (a.isEmpty()) {
-        return b;
-    }
-    if (b.isEmpty()) {
-        return a;
-    }
-    return betweenCorners(std::min(a.minX(), b.minX()), std::min(a.minY(), b.minY()),
-                          std::max(a.maxX(), b.maxX()), std::max(a.maxY(), b.maxY()));
 }
 
 }

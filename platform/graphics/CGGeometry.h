@@ -45,8 +45,6 @@ constexpr CGRect CGRectMake(double x, double y, double width, double height) {
 }
 /// The common part, empty at the origin when there is none.
 CGRect CGRectIntersection(const CGRect& a, const CGRect& b);
-/// The smallest rectangle around both; an empty one is ignored.
-CGRect CGRectUnion(const CGRect& a, const CGRect& b);
 
 struct UIEdgeInsets {
     double top = 0;

@@ -18,9 +18,7 @@ struct UIColor {
     static constexpr UIColor blackColor() { return {0, 0, 0, 1}; }
     static constexpr UIColor whiteColor() { return {1, 1, 1, 1}; }
     static constexpr UIColor clearColor() { return {0, 0, 0, 0}; }
-    static constexpr UIColor grayColor() { return {0.5F, 0.5F, 0.5F, 1}; }
     static constexpr UIColor lightGrayColor() { return {0.667F, 0.667F, 0.667F, 1}; }
-    static constexpr UIColor darkGrayColor() { return {0.333F, 0.333F, 0.333F, 1}; }
     static constexpr UIColor redColor() { return {1, 0, 0, 1}; }
 
     constexpr UIColor colorWithAlphaComponent(float a) const { return {red, green, blue, a}; }

@@ -4,9 +4,8 @@
 #include "platform/graphics/CGContext.h"
 #include "platform/graphics/ImageFile.h"
 #include "tests/support/HostTest.h"
+#include "tests/support/TemporaryFolder.h"
 
-#include <filesystem>
-#include <fstream>
 #include <png.h>
 #include <turbojpeg.h>
 
@@ -25,8 +24,7 @@ std::shared_ptr<Bitmap> filled(int width, int height, std::uint32_t pixel) {
 }
 
 std::vector<std::byte> bytesOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    const std::string text((std::istreambuf_iterator<char>(file)), {});
+    const std::string text = support::contentsOf(path);
     const auto* data = reinterpret_cast<const std::byte*>(text.data());
     return {data, data + text.size()};
 }
@@ -86,19 +84,12 @@ std::vector<std::byte> pngOf(const PNGFile& file, unsigned width) {
 
 class UIImageTest : public support::HostTest {
 protected:
-    UIImageTest() {
-        std::string pattern = std::filesystem::temp_directory_path() / "vistrel-image-XXXXXX";
-        folder = mkdtemp(pattern.data());
-        deterministicHost().host.resourcePath = folder;
-    }
-    ~UIImageTest() override {
-        UIImage::setScreenScale(1);
-        std::filesystem::remove_all(folder);
-    }
+    UIImageTest() { deterministicHost().host.resourcePath = folder.path(); }
+    ~UIImageTest() override { UIImage::setScreenScale(1); }
     void write(const std::string& name, const Bitmap& bitmap) {
-        ASSERT_TRUE(ImageFile::writePNG(bitmap, folder + "/" + name));
+        ASSERT_TRUE(ImageFile::writePNG(bitmap, folder.path(name)));
     }
-    std::string folder;
+    support::TemporaryFolder folder;
 };
 
 TEST_F(UIImageTest, TheVariantForTheScreenIsTaken) {
@@ -140,18 +131,18 @@ TEST_F(UIImageTest, APictureReadAheadIsUsedAtItsScale) {
 
 TEST_F(UIImageTest, FilesAreReadEachTime) {
     write("cover.png", *filled(4, 4, kRed));
-    const auto path = folder + "/cover.png";
+    const auto path = folder.path("cover.png");
     EXPECT_EQ(UIImage::imageWithContentsOfFile(path)->bitmap()->pixel(0, 0), kRed);
     write("cover.png", *filled(4, 4, kBlue));
     EXPECT_EQ(UIImage::imageWithContentsOfFile(path)->bitmap()->pixel(0, 0), kBlue);
-    EXPECT_EQ(UIImage::imageWithContentsOfFile(folder + "/none.png"), nullptr);
-    EXPECT_EQ(UIImage::imageWithContentsOfFile(folder), nullptr);
+    EXPECT_EQ(UIImage::imageWithContentsOfFile(folder.path("none.png")), nullptr);
+    EXPECT_EQ(UIImage::imageWithContentsOfFile(folder.path()), nullptr);
 }
 
 TEST_F(UIImageTest, PNGAndJPEGAreToldApartByTheirBytes) {
     auto picture = filled(16, 16, 0x80800000);
     write("half.png", *picture);
-    const auto png = bytesOf(folder + "/half.png");
+    const auto png = bytesOf(folder.path("half.png"));
     const auto fromPNG = UIImage::imageWithData(png);
     ASSERT_TRUE(fromPNG);
     EXPECT_EQ(fromPNG->bitmap()->pixel(3, 3), 0x80800000) << "transparency survives";
@@ -209,7 +200,7 @@ TEST_F(UIImageTest, EveryKindOfPNGComesOutAsPremultipliedPixels) {
 
 TEST_F(UIImageTest, ABrokenFileYieldsNoPicture) {
     write("good.png", *filled(16, 16, kRed));
-    const auto png = bytesOf(folder + "/good.png");
+    const auto png = bytesOf(folder.path("good.png"));
     for (std::size_t length = 0; length + 12 < png.size(); ++length)
         EXPECT_EQ(UIImage::imageWithData(std::span(png).first(length)), nullptr) << length;
     auto enormous = png;
