@@ -1,7 +1,5 @@
 #pragma once
-#include "tests/support/Testing.h"
-
-#include <filesystem>
+#include "tests/support/TemporaryFolder.h"
 
 namespace vistrel {
 
@@ -9,30 +7,19 @@ namespace vistrel {
 class TestCertificate {
 public:
     TestCertificate() {
-        char pattern[] = "/tmp/vistrel-certificate-XXXXXX";
-        if (!::mkdtemp(pattern))
-            return;
-        folder_ = pattern;
         const std::string command =
             "openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:P-256 -nodes -days 2"
             " -subj /CN=localhost -addext subjectAltName=DNS:localhost -keyout " +
             keyFile() + " -out " + certificateFile() + " >/dev/null 2>&1";
         made_ = std::system(command.c_str()) == 0;
     }
-    ~TestCertificate() {
-        std::error_code ignored;
-        if (!folder_.empty())
-            std::filesystem::remove_all(folder_, ignored);
-    }
-    TestCertificate(const TestCertificate&) = delete;
-    TestCertificate& operator=(const TestCertificate&) = delete;
 
-    std::string certificateFile() const { return folder_ + "/cert.pem"; }
-    std::string keyFile() const { return folder_ + "/key.pem"; }
+    std::string certificateFile() const { return folder_.path("cert.pem"); }
+    std::string keyFile() const { return folder_.path("key.pem"); }
     bool isMade() const { return made_; }
 
 private:
-    std::string folder_;
+    support::TemporaryFolder folder_;
     bool made_ = false;
 };
 

@@ -1,8 +1,5 @@
 #include "shell/CommandLine.h"
-#include "tests/support/Testing.h"
-
-#include <filesystem>
-#include <fstream>
+#include "tests/support/TemporaryFolder.h"
 
 namespace vistrel {
 namespace {
@@ -55,14 +52,13 @@ TEST(CommandLine, AMistakeIsReportedInOneLine) {
 }
 
 TEST(CommandLine, AFileThatExistsIsOpenedByItsAddress) {
-    char pattern[] = "/tmp/vistrel-line-XXXXXX";
-    const std::string folder = ::mkdtemp(pattern);
-    std::ofstream(folder + "/A Film.mp4") << "film";
-    const std::string address = "file://" + folder + "/A%20Film.mp4";
-    EXPECT_EQ(parse({folder + "/./A Film.mp4"}).openAddress, address);
+    const support::TemporaryFolder folder;
+    const std::string file = folder.put("A Film.mp4", "film");
+    const std::string address = "file://" + folder.path("A%20Film.mp4");
+    EXPECT_EQ(parse({folder.path("./A Film.mp4")}).openAddress, address);
     EXPECT_EQ(parse({address}).openAddress, address);
-    EXPECT_EQ(parse({folder}).action, CommandLine::Action::Refuse) << "a folder";
-    std::filesystem::remove_all(folder);
+    EXPECT_EQ(parse({folder.path()}).action, CommandLine::Action::Refuse) << "a folder";
+    std::filesystem::remove(file);
     EXPECT_EQ(parse({address}).action, CommandLine::Action::Refuse) << "gone";
 }
 

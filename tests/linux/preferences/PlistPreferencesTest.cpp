@@ -1,16 +1,13 @@
 #include "platform/linux/preferences/PlistPreferences.h"
 
 #include "platform/linux/preferences/PropertyList.h"
-#include "tests/support/Testing.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <signal.h>
-#include <stdlib.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
-#include <filesystem>
-#include <fstream>
 #include <random>
 #include <thread>
 
@@ -21,15 +18,8 @@ namespace fs = std::filesystem;
 
 class PlistPreferencesTest : public ::testing::Test {
 protected:
-    PlistPreferencesTest() {
-        std::string pattern = (fs::temp_directory_path() / "preferences-XXXXXX").string();
-        folder_ = ::mkdtemp(pattern.data());
-        path_ = folder_ + "/Library/store.plist";
-    }
-    ~PlistPreferencesTest() override { fs::remove_all(folder_); }
-
-    std::string folder_;
-    std::string path_;
+    support::TemporaryFolder folder_;
+    std::string path_ = folder_.path("Library/store.plist");
 };
 
 TEST_F(PlistPreferencesTest, EveryKindOfValueIsRestored) {
@@ -52,11 +42,7 @@ TEST_F(PlistPreferencesTest, EveryKindOfValueIsRestored) {
     ASSERT_TRUE(preferences.save(dictionary));
     const auto loaded = PlistPreferences(path_).load();
     ASSERT_TRUE(loaded);
-    for (const auto& [key, value] : dictionary.dictionary()) {
-        const Value* found = loaded.value().find(key);
-        ASSERT_NE(found, nullptr) << key;
-        EXPECT_EQ(*found, value) << key;
-    }
+    EXPECT_EQ(loaded.value(), dictionary);
 }
 
 TEST_F(PlistPreferencesTest, AMissingStoreIsEmptyAndADamagedOneIsMovedAside) {
@@ -64,7 +50,7 @@ TEST_F(PlistPreferencesTest, AMissingStoreIsEmptyAndADamagedOneIsMovedAside) {
     ASSERT_TRUE(preferences.load());
     EXPECT_TRUE(preferences.load().value().dictionary().empty());
 
-    fs::create_directories(folder_ + "/Library");
+    fs::create_directories(folder_.path("Library"));
     std::ofstream(path_) << "bplist00 and then nothing that makes sense";
     EXPECT_FALSE(preferences.load());
     EXPECT_TRUE(fs::exists(path_ + ".damaged"));
@@ -74,17 +60,17 @@ TEST_F(PlistPreferencesTest, AMissingStoreIsEmptyAndADamagedOneIsMovedAside) {
 }
 
 TEST_F(PlistPreferencesTest, ReadsTheXMLFormOfAPropertyList) {
-    std::ofstream(folder_ + "/Info.plist")
-        << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>"
-           "<key>CFBundleVersion</key><string>1.0</string>"
-           "<key>Flag</key><true/><key>Count</key><integer>-3</integer></dict></plist>\n";
+    folder_.put("Info.plist",
+                "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>"
+                "<key>CFBundleVersion</key><string>1.0</string>"
+                "<key>Flag</key><true/><key>Count</key><integer>-3</integer></dict></plist>\n");
     PlistPreferences preferences(path_);
-    const auto info = preferences.readPropertyList(folder_ + "/Info.plist");
+    const auto info = preferences.readPropertyList(folder_.path("Info.plist"));
     ASSERT_TRUE(info);
     EXPECT_EQ(info.value().find("CFBundleVersion")->string(), "1.0");
     EXPECT_TRUE(info.value().find("Flag")->boolean());
     EXPECT_EQ(info.value().find("Count")->integerValue(), -3);
-    EXPECT_EQ(preferences.readPropertyList(folder_ + "/none").failure().code, ENOENT);
+    EXPECT_EQ(preferences.readPropertyList(folder_.path("none")).failure().code, ENOENT);
 }
 
 /// Saves counts forever and reports each through the pipe once it is saved.
