@@ -49,25 +49,6 @@ TEST_F(OvoAudioPlayerControllerTest, OneButtonPausesAndPlays) {
     EXPECT_FALSE(isPlaying());
 }
 
-TEST_F(OvoAudioPlayerControllerTest, PositionAndModeDecideWhichButtonsAreEnabled) {
-    const auto buttons = [this] {
-        return std::pair(views().previousButton->isEnabled(), views().nextButton->isEnabled());
-    };
-    open(3);
-    EXPECT_EQ(buttons(), std::pair(false, true));
-    tap(*views().nextButton);
-    EXPECT_EQ(buttons(), std::pair(true, true));
-    tap(*views().nextButton);
-    EXPECT_EQ(buttons(), std::pair(true, false));
-    player().toggleRepeat();
-    EXPECT_EQ(buttons(), std::pair(true, true));
-    player().toggleRepeat();
-    player().toggleRepeat();
-    EXPECT_EQ(buttons(), std::pair(true, false));
-    player().toggleShuffle();
-    EXPECT_EQ(buttons(), std::pair(true, true));
-}
-
 TEST_F(OvoAudioPlayerControllerTest, NextAndPreviousCreateAPlayerWithTheSlidersVolume) {
     open(3, 1);
     views().volumeSlider->setValue(0.25F);

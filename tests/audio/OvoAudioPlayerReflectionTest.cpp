@@ -33,19 +33,6 @@ protected:
     static unsigned channel(std::uint32_t pixel, int shift) { return pixel >> shift & 0xFF; }
 };
 
-TEST_F(OvoAudioPlayerReflectionTest, TheMaskIsLinearFromWhiteToBlack) {
-    const auto mask = CreateGradientImage(3, 208);
-    ASSERT_EQ(mask.levels.size(), 3U * 208);
-    EXPECT_EQ(mask.level(0, 0), 255);
-    EXPECT_EQ(mask.level(2, 207), 0);
-    for (int y = 1; y < 208; ++y) {
-        EXPECT_EQ(mask.level(0, y), mask.level(2, y));
-        EXPECT_NEAR(mask.level(0, y), 255.0 * (207 - y) / 207, 0.5);
-    }
-    EXPECT_EQ(CreateGradientImage(1, 1).level(0, 0), 255);
-    EXPECT_EQ(CreateGradientImage(1, 2).level(0, 1), 0);
-}
-
 TEST_F(OvoAudioPlayerReflectionTest, RowsStartWithTheCoversLastOneAndFade) {
     for (const int scale : {1, 2}) {
         SCOPED_TRACE(scale);
@@ -72,21 +59,6 @@ TEST_F(OvoAudioPlayerReflectionTest, RowsStartWithTheCoversLastOneAndFade) {
         }
         EXPECT_EQ(picture.pixel(5, rows - 1), 0U);
     }
-}
-
-TEST_F(OvoAudioPlayerReflectionTest, ACoverOfAnotherSizeIsScaledToTheButton) {
-    auto bitmap = std::make_shared<Bitmap>(2, 4);
-    for (int y = 0; y < 4; ++y)
-        for (int x = 0; x < 2; ++x)
-            bitmap->row(y)[x] = y < 2 ? 0xFFFF0000U : 0xFF00FF00U;
-    const auto button = artwork(std::make_shared<UIImage>(bitmap, 1));
-    const auto reflection = reflectedImageWithHeight(*button, 320);
-    const Bitmap& picture = *reflection->bitmap();
-    EXPECT_EQ(picture.pixel(160, 0), 0xFF00FF00U);
-    EXPECT_EQ(channel(picture.pixel(160, 20), 16), 0U);
-    EXPECT_GT(channel(picture.pixel(160, 20), 8), 230U);
-    EXPECT_EQ(channel(picture.pixel(160, 300), 8), 0U);
-    EXPECT_GT(channel(picture.pixel(160, 300), 16), 5U);
 }
 
 TEST_F(OvoAudioPlayerReflectionTest, ItIsNullWithoutHeightAndTransparentWithoutPicture) {

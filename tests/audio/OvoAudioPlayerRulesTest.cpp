@@ -51,34 +51,6 @@ TEST(OvoAudioPlayerRulesTest, TheNextTrackFollowsTheModesAndThePosition) {
     EXPECT_EQ(nextIndex({0, 3}, kShuffle, [] { return -1; }), 0xFFFFFFFFU % 3) << "unsigned";
 }
 
-TEST(OvoAudioPlayerRulesTest, ThePreviousTrackIsTheOneBefore) {
-    EXPECT_EQ(previousIndex({2, 3}), 1U);
-    EXPECT_EQ(previousIndex({0, 3}), 0U);
-    EXPECT_FALSE(canGoToPreviousTrack({0, 3}));
-    EXPECT_TRUE(canGoToPreviousTrack({1, 3}));
-}
-
-TEST(OvoAudioPlayerRulesTest, TheEndOfATrackDependsOnThePositionOnly) {
-    const std::tuple<OvoAudioQueuePosition, bool, EndOfTrack> rows[] = {
-        {{0, 3}, false, EndOfTrack::GoToNext}, {{0, 3}, true, EndOfTrack::GoToNext},
-        {{2, 3}, false, EndOfTrack::Stop},     {{2, 3}, true, EndOfTrack::PlayAgain},
-        {{0, 1}, false, EndOfTrack::Stop},     {{0, 1}, true, EndOfTrack::PlayAgain},
-    };
-    for (const auto& [position, interrupted, then] : rows)
-        EXPECT_EQ(afterTrack(position, interrupted), then)
-            << position.selectedIndex << " of " << position.count << interrupted;
-}
-
-TEST(OvoAudioPlayerRulesTest, RepeatGoesRoundAndLeavesShuffleAlone) {
-    for (const bool shuffle : {false, true}) {
-        OvoAudioPlayModes modes{false, false, shuffle};
-        for (const auto& [all, one] : {std::pair(true, false), {false, true}, {false, false}}) {
-            modes = withRepeatAdvanced(modes);
-            EXPECT_EQ(modes, (OvoAudioPlayModes{all, one, shuffle}));
-        }
-    }
-}
-
 TEST(OvoAudioPlayerLabelsTest, TimesAreTruncatedToWholeSecondsBeforeTheyAreSubtracted) {
     const std::tuple<double, double, const char*, const char*> rows[] = {
         {0, 0, "0:00", "-0:00"},

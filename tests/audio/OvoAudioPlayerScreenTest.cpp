@@ -28,43 +28,6 @@ protected:
     }
 };
 
-TEST_F(OvoAudioPlayerScreenTest, EveryViewHasItsFrameAndParent) {
-    open(3, 1);
-    showOverlay();
-    const auto& v = views();
-    const std::tuple<const char*, const UIView*, CGRect, const UIView*> rows[] = {
-        {"artist", v.artistLabel.get(), CGRectMake(60, 2, 195, 12), player().view().get()},
-        {"title", v.titleLabel.get(), CGRectMake(60, 14, 195, 12), player().view().get()},
-        {"album", v.albumLabel.get(), CGRectMake(60, 27, 195, 12), player().view().get()},
-        {"container", v.containerView.get(), CGRectMake(0, 44, 320, 416), player().view().get()},
-        {"artwork", v.artworkView.get(), CGRectMake(0, 0, 320, 320), v.containerView.get()},
-        {"reflection", v.reflectionView.get(), CGRectMake(0, 320, 320, 96), v.containerView.get()},
-        {"table", v.songTableView.get(), CGRectMake(0, 0, 320, 368), nullptr},
-        {"play", v.playButton.get(), CGRectMake(144, 370, 40, 40), nullptr},
-        {"pause", v.pauseButton.get(), CGRectMake(140, 370, 40, 40), player().view().get()},
-        {"next", v.nextButton.get(), CGRectMake(220, 370, 40, 40), player().view().get()},
-        {"previous", v.previousButton.get(), CGRectMake(60, 370, 40, 40), player().view().get()},
-        {"volume", v.volumeSlider.get(), CGRectMake(25, 420, 270, 9), player().view().get()},
-        {"overlay", v.overlayView.get(), CGRectMake(0, 0, 320, 76), v.containerView.get()},
-        {"position", v.progressSlider.get(), CGRectMake(54, 20, 212, 23), v.overlayView.get()},
-        {"index", v.indexLabel.get(), CGRectMake(128, 2, 64, 21), v.overlayView.get()},
-        {"remaining", v.duration.get(), CGRectMake(272, 21, 48, 21), v.overlayView.get()},
-        {"elapsed", v.currentTime.get(), CGRectMake(0, 21, 48, 21), v.overlayView.get()},
-        {"repeat", v.repeatButton.get(), CGRectMake(10, 45, 32, 28), v.overlayView.get()},
-        {"shuffle", v.shuffleButton.get(), CGRectMake(280, 45, 32, 28), v.overlayView.get()},
-    };
-    for (const auto& [name, view, frame, parent] : rows) {
-        EXPECT_EQ(view->frame(), frame) << name;
-        EXPECT_EQ(view->superview(), parent) << name;
-    }
-    EXPECT_EQ(v.gradientLayer->frame, CGRectMake(0, 320, 320, 48));
-    EXPECT_DOUBLE_EQ(v.reflectionView->alpha(), 0.65);
-    EXPECT_EQ(v.reflectionView->image()->size(), (CGSize{320, 208}));
-    EXPECT_EQ(v.songTableView->contentInset(), (UIEdgeInsets{0, 0, 37, 0}));
-    EXPECT_THAT(children(*v.containerView),
-                ElementsAre(v.artworkView.get(), v.reflectionView.get(), v.overlayView.get()));
-}
-
 TEST_F(OvoAudioPlayerScreenTest, TheOverlayFadesInAndOutAndATapReversesTheFade) {
     open(1);
     EXPECT_FALSE(views().overlayView);
@@ -124,31 +87,6 @@ TEST_F(OvoAudioPlayerScreenTest, FlippingSwapsCoverAndTableAndBack) {
     EXPECT_EQ(v.toggleButton->currentImage(), albumInfoPicture());
     EXPECT_TRUE(shows(*v.artworkView, "AudioPlayerNoArtwork"));
     EXPECT_NE(v.reflectionView->image(), nullptr);
-}
-
-TEST_F(OvoAudioPlayerScreenTest, BothFlipsRunTogetherForThreeQuartersOfASecond) {
-    open(3);
-    UIView& root = *player().view();
-    const CGRect button = views().toggleButton->convertRectToView({{0, 0}, {30, 30}}, &root);
-    const auto edges = [&] {
-        const auto picture = renderViewToBitmap(root, 1);
-        return std::pair(
-            picture->pixel(2, 44 + 100),
-            picture->pixel(static_cast<int>(button.minX()) + 1, static_cast<int>(button.midY())));
-    };
-    const auto before = edges();
-    tap(*views().toggleButton);
-    EXPECT_EQ(edges(), before) << "nothing jumps";
-    advance(0.37);
-    const auto middle = edges();
-    EXPECT_EQ(middle.first, 0xFF000000U) << "seen from the side, only the background is visible";
-    EXPECT_NE(middle.second, before.second);
-    advance(0.36);
-    EXPECT_NE(edges().first, middle.first);
-    advance(0.03);
-    const auto after = edges();
-    advance(1);
-    EXPECT_EQ(edges(), after) << "finished after 0.75 seconds";
 }
 
 TEST_F(OvoAudioPlayerScreenTest, ModeButtonsShowTheirStates) {

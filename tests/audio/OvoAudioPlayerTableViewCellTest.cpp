@@ -83,16 +83,6 @@ TEST_F(OvoAudioPlayerTableViewCellTest, TextsStayInTheirColumnsAndLongOnesAreTru
     EXPECT_FALSE(textBetween(*picture, 315, 320));
 }
 
-TEST_F(OvoAudioPlayerTableViewCellTest, TheTextStaysWhiteWhenTheRowIsTouched) {
-    cell->setTitle("MMM");
-    const auto before = content();
-    cell->setHighlighted(true, false);
-    const auto after = content();
-    for (int x = 75; x < 140; ++x)
-        for (int y = 0; y < 44; ++y)
-            ASSERT_EQ(before->pixel(x, y), after->pixel(x, y));
-}
-
 TEST_F(OvoAudioPlayerTableViewCellTest, TheBandAloneRequestsNoRedrawTheMarkDoes) {
     content();
     cell->setIsEven(true);
