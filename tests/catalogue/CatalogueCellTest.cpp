@@ -139,23 +139,6 @@ TEST_F(TVShowsTableViewCellTest, ATitleKeepsToItsBoxAndEndsWithAnEllipsisWhenToo
                           isText));
 }
 
-TEST_F(TVShowsTableViewCellTest, TextIsFaintUntilTheRowIsHighlighted) {
-    cell->setBackgroundImage(plainImage(265, 50, 0xff000000));
-    cell->setSelectedBackgroundImage(plainImage(265, 50, 0xff000000));
-    cell->setTvShowText("MMMM");
-    const auto brightest = [&] {
-        std::uint32_t most = 0;
-        anyPixel(*cell->contentView(), CGRectMake(12, 9, 88, 31), [&](std::uint32_t pixel) {
-            most = std::max(most, pixel & 0xff);
-            return false;
-        });
-        return most;
-    };
-    EXPECT_NEAR(brightest(), 204, 2) << "alpha 0.8 over black";
-    cell->setHighlighted(true, false);
-    EXPECT_GE(brightest(), 253U);
-}
-
 class MoviesTableViewCellTest : public CatalogueCellTest {
 protected:
     MoviesTableViewCellTest() {
@@ -203,13 +186,6 @@ TEST_F(MoviesTableViewCellTest, LongTopTextIsCutAndLongBottomTextWraps) {
     EXPECT_LT(bottom->right, 250);
     EXPECT_GT(bottom->bottom - bottom->top, 25) << "two lines";
     EXPECT_NEAR(bottom->left - 75, 250 - bottom->right, 4) << "centred";
-}
-
-TEST_F(MoviesTableViewCellTest, WithoutItsPictureTheCardIsTransparent) {
-    for (const bool highlighted : {false, true}) {
-        cell->setHighlighted(highlighted, false);
-        EXPECT_EQ(extentOf(*content(), [](auto pixel) { return pixel != 0; }), std::nullopt);
-    }
 }
 
 TEST_F(MoviesTableViewCellTest, TheCardIsDrawnAtTheCornerUnderTheTexts) {

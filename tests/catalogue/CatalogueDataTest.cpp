@@ -1,4 +1,3 @@
-#include "catalogue/MovieCatalogue.h"
 #include "catalogue/TVShowCatalogue.h"
 #include "tests/support/Testing.h"
 
@@ -29,21 +28,6 @@ TEST(TVShowCatalogue, TitlesAreUniqueAndAddressesNeedNoEscaping) {
     EXPECT_THAT(rowsOfPath,
                 ElementsAre(testing::Pair("/tvshows/boondocks.html", ElementsAre(8, 10, 14)),
                             testing::Pair("/tvshows/tftc.html", ElementsAre(129, 130))));
-}
-
-TEST(MovieCatalogue, TwoCollectionsPrecedeOnePageForEachInitial) {
-    const auto movies = movieCatalogue();
-    ASSERT_EQ(movies.size(), 29U);
-    EXPECT_EQ(movies[0].title, "In Theatres");
-    EXPECT_EQ(movies[0].path, "/mdb/inthe.html");
-    EXPECT_EQ(movies[1].path, "/mdb/fsotd.html");
-    EXPECT_EQ(movies[2].title, "\"#\" Movies");
-    EXPECT_EQ(movies[2].path, "/mdb/number.html");
-    for (char letter = 'A'; letter <= 'Z'; ++letter) {
-        const auto& row = movies[3 + static_cast<std::size_t>(letter - 'A')];
-        EXPECT_EQ(row.title, std::string("\"") + letter + "\" Movies");
-        EXPECT_EQ(row.path, std::string("/mdb/") + static_cast<char>(letter - 'A' + 'a') + ".html");
-    }
 }
 
 }

@@ -133,8 +133,9 @@ TEST_F(CatalogueScreensTest, TheMoviePagesAreTallCards) {
     EXPECT_EQ(cell->topTextLabel(), "Now Showing:");
     EXPECT_EQ(cell->bottomTextLabel(), "\"#\" Movies");
     EXPECT_EQ(cell->accessoryType(), UITableViewCellAccessoryType::None);
-    expectOpenings(table,
-                   {{2, "\"#\" Movies", "/mdb/number.html"}, {28, "\"Z\" Movies", "/mdb/z.html"}});
+    expectOpenings(table, {{0, "In Theatres", "/mdb/inthe.html"},
+                           {2, "\"#\" Movies", "/mdb/number.html"},
+                           {28, "\"Z\" Movies", "/mdb/z.html"}});
 }
 
 TEST_F(CatalogueScreensTest, AScreenRebuildsItsViewAfterAMemoryWarning) {
