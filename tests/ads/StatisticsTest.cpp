@@ -147,17 +147,6 @@ TEST_F(GADStatisticsTest, ATrackedClickIsNamedByItsPath) {
     EXPECT_EQ(report(), "");
 }
 
-TEST_F(GADStatisticsTest, CountsSurviveARestart) {
-    statistics().incrementAdRequestCount();
-    statistics().incrementClickCount();
-    statistics().startTimingNamed("ptime");
-    statistics().synchronize();
-    advance(1);
-    restartLibrary();
-    NSUserDefaults::resetStandardUserDefaults();
-    EXPECT_EQ(report(), "ptime='1000' preqs=1 pcc=1");
-}
-
 using GADStatisticsCoreTest = AdsTest;
 
 TEST_F(GADStatisticsCoreTest, SettersTakeOnlyTheirKind) {

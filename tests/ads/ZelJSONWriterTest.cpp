@@ -2,8 +2,6 @@
 #include "ads/json/GAD_ZelJSON.h"
 #include "tests/support/Testing.h"
 
-#include <random>
-
 namespace vistrel {
 namespace {
 std::string written(const Value& value) {
@@ -74,54 +72,6 @@ TEST(ZelJSONWriter, FormatsForReadingAndSortsKeys) {
     json.setHumanReadable(true);
     EXPECT_EQ(json.stringWithObject(Value::Dictionary{{"b", 1}, {"a", Value::Array{2, 3}}}).text,
               "{\n  \"a\" : [\n    2,\n    3\n  ],\n  \"b\" : 1\n}");
-}
-
-Value randomValue(std::mt19937& random, int depth) {
-    const auto randomText = [&] {
-        std::string text;
-        for (auto left = random() % 40; left > 0; --left)
-            text += static_cast<char>(random() % 5 == 0 ? random() % 0x30 : 'a' + random() % 26);
-        return text;
-    };
-    switch (random() % (depth > 0 ? 7 : 5)) {
-    case 0:
-        return {};
-    case 1:
-        return random() % 2 == 0;
-    case 2:
-        return static_cast<double>(random()) / (1 + random() % 1000);
-    case 3:
-        return random();
-    case 4:
-        return randomText();
-    case 5: {
-        Value::Array array;
-        for (auto left = random() % 12; left > 0; --left)
-            array.push_back(randomValue(random, depth - 1));
-        return array;
-    }
-    default: {
-        Value::Dictionary dictionary;
-        for (auto left = random() % 30; left > 0; --left)
-            dictionary.set(randomText(), randomValue(random, depth - 1));
-        return dictionary;
-    }
-    }
-}
-
-TEST(ZelJSONWriter, ItsOutputReadsBackEqual) {
-    std::mt19937 random(7);
-    for (int round = 0; round < 300; ++round) {
-        const Value value = randomValue(random, 4);
-        GAD_ZelJSON json;
-        json.setHumanReadable(round % 2 == 0);
-        json.setSortKeys(round % 3 == 0);
-        const std::string text = *json.stringWithFragment(value).text;
-        const GAD_ZelJSON::Reading reading = json.fragmentWithString(text);
-        ASSERT_TRUE(reading.value) << text;
-        ASSERT_EQ(*reading.value, value) << text;
-        ASSERT_EQ(json.stringWithFragment(*reading.value).text, text);
-    }
 }
 
 TEST(GADMacrosJSON, FailuresYieldAnEmptyTextOrNothing) {
