@@ -150,17 +150,6 @@ TEST_F(NSURLConnectionTest, EachFailureHasItsCode) {
     }
 }
 
-TEST_F(NSURLConnectionTest, FollowsRedirectsAndReportsTheFinalAddress) {
-    network().at(kURL).redirectsTo("http://site/b", 301);
-    network().at("http://site/b").redirectsTo("https://other/c", 307);
-    network().at("https://other/c").type("audio/mpeg").body("song");
-    connect(kURL);
-    turn();
-    EXPECT_THAT(recorder_->events,
-                ElementsAre("redirect 301 GET http://site/b", "redirect 307 GET https://other/c",
-                            "response 200 audio/mpeg 4 https://other/c", "finish"));
-}
-
 TEST_F(NSURLConnectionTest, TheFinalAddressIsFoundWithoutTheBody) {
     network().at(kURL).redirectsTo("http://site/b", 302);
     network().at("http://site/b").redirectsTo("https://other/film", 307);
