@@ -4,8 +4,6 @@
 
 #include <cairo-xlib.h>
 
-#include <algorithm>
-
 namespace vistrel {
 
 UploadMemory::~UploadMemory() {
@@ -25,10 +23,9 @@ void UploadMemory::keepFor(GtkWidget* widget) {
     const int scale = gdk_surface_get_scale_factor(window);
     const int width = gdk_surface_get_width(window) * scale;
     const int height = gdk_surface_get_height(window) * scale;
-    if (width <= width_ && height <= height_)
+    if (width * height <= pixels_)
         return;
-    width_ = std::max(width, width_);
-    height_ = std::max(height, height_);
+    pixels_ = width * height;
     // The whole interface to this kind of display is deprecated.
     G_GNUC_BEGIN_IGNORE_DEPRECATIONS;
     auto* display = gdk_x11_display_get_xdisplay(gdk_surface_get_display(window));
@@ -40,7 +37,7 @@ void UploadMemory::keepFor(GtkWidget* widget) {
     cairo_surface_t* screen =
         cairo_xlib_surface_create(display, target, attributes.visual, width, height);
     // A piece as large as a frame makes the library take memory for several.
-    keep(cairo_surface_create_similar_image(screen, CAIRO_FORMAT_RGB24, width_, height_));
+    keep(cairo_surface_create_similar_image(screen, CAIRO_FORMAT_RGB24, width, height));
     cairo_surface_destroy(screen);
 }
 

@@ -21,8 +21,7 @@ private:
     void keep(cairo_surface_t* piece);
 
     cairo_surface_t* piece_ = nullptr; ///< while it lives, so does the memory around it
-    int width_ = 0;                    ///< pixels
-    int height_ = 0;
+    int pixels_ = 0;                   ///< of the largest window
 };
 
 }
