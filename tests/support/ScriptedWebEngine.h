@@ -67,16 +67,8 @@ public:
         calls_.push_back("showNotice " + url);
         loadedHTML_ = html;
     }
-    void goBack() override {
-        calls_.emplace_back("goBack");
-        if (canGoBack())
-            goInHistory(-1);
-    }
-    void goForward() override {
-        calls_.emplace_back("goForward");
-        if (canGoForward())
-            goInHistory(1);
-    }
+    void goBack() override { goInHistory("goBack", -1); }
+    void goForward() override { goInHistory("goForward", 1); }
     void reload() override {
         calls_.emplace_back("reload");
         if (position_ >= 0)
@@ -91,7 +83,7 @@ public:
     std::string url() const override {
         return position_ < 0 ? std::string() : history_[static_cast<std::size_t>(position_)];
     }
-    std::string title() const override { return title_; }
+    std::string title() const override { return {}; }
     void evaluate(const std::string& script,
                   std::function<void(const std::string&)> done) override {
         calls_.push_back("evaluate " + script);
@@ -120,7 +112,6 @@ public:
     bool hasTransparentBackground() const { return transparent_; }
     bool mediaNeedsTouch() const { return mediaNeedsTouch_; }
     host::WebSession session() const { return session_; }
-    void setTitle(std::string title) { title_ = std::move(title); }
 
     /// The page is about to navigate, as after a touch on a link; whether the client lets it, in
     /// which case a main-frame load starts.
@@ -176,8 +167,11 @@ private:
                     navigateTo(navigation, position);
             });
     }
-    void goInHistory(int steps) {
+    void goInHistory(const char* call, int steps) {
+        calls_.emplace_back(call);
         const int position = position_ + steps;
+        if (position < 0 || position >= static_cast<int>(history_.size()))
+            return;
         const std::string& target = history_[static_cast<std::size_t>(position)];
         navigateLater({target, "GET", {}, host::WebNavigationType::BackForward}, position);
     }
@@ -206,7 +200,6 @@ private:
     std::string loadedHTML_;
     std::vector<std::string> history_;
     int position_ = -1;
-    std::string title_;
     bool loading_ = false;
     double zoom_ = 1;
     bool scalesPageToFit_ = false;

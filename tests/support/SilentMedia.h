@@ -87,17 +87,11 @@ public:
         calls_.emplace_back("play");
         if (!item_.failure.empty())
             return false;
-        if (playing_)
-            return true;
         playing_ = true;
         playingSince_ = media_.loop_.now();
-        if (ready_ || item_.readyByItself) {
-            const bool announces = !ready_;
-            ready_ = true;
+        if (ready_) {
             media_.loop_.cancel(pending_);
             scheduleEnd();
-            if (announces && client_)
-                media_.loop_.schedule(0, [client = client_] { client->playbackDidBecomeReady(); });
         }
         return true;
     }
