@@ -1,10 +1,7 @@
-#include "catalogue/ABTableViewCell.h"
-#include "catalogue/ABTableViewCellOpaque.h"
 #include "catalogue/ABTableViewCellOpaqueView.h"
 #include "catalogue/ABTableViewCellView.h"
 #include "catalogue/MoviesTableViewCell.h"
 #include "catalogue/TVShowsTableViewCell.h"
-#include "platform/graphics/CGContext.h"
 #include "platform/graphics/ImageFile.h"
 #include "platform/graphics/UIImage.h"
 #include "tests/support/ui/ScreenTest.h"
@@ -41,44 +38,6 @@ class CatalogueCellTest : public support::ScreenTest {
 protected:
     static std::shared_ptr<Bitmap> paint(UIView& view) { return renderViewToBitmap(view, 1); }
 };
-
-/// A cell that fills what it is asked to draw.
-template <typename Base>
-class FillingCell : public Base {
-public:
-    FillingCell()
-        : Base(UITableViewCellStyle::Default, "Cell") {}
-    void drawContentView(const CGRect& rect) override {
-        ++drawn;
-        UIColor::redColor().set();
-        CGContextFillRect(UIGraphicsGetCurrentContext(), rect);
-    }
-    int drawn = 0;
-};
-
-template <typename Base>
-void drawsOverItsFullBounds(bool opaque) {
-    auto cell = std::make_shared<FillingCell<Base>>();
-    EXPECT_EQ(cell->contentView()->superview(), cell.get());
-    EXPECT_EQ(cell->contentView()->isOpaque(), opaque);
-    cell->setFrame(CGRectMake(10, 500, 200, 60));
-    EXPECT_EQ(cell->contentView()->frame(), CGRectMake(0, 0, 200, 60));
-    EXPECT_EQ(pixelOf(*cell, 199, 59), 0xffff0000U);
-    const auto drawnAfter = [&](auto change) {
-        change();
-        renderViewToBitmap(*cell, 1);
-        return cell->drawn;
-    };
-    EXPECT_EQ(drawnAfter([&] { cell->setFrame(CGRectMake(10, 900, 200, 60)); }), 1) << "moved";
-    EXPECT_EQ(drawnAfter([&] { cell->setNeedsDisplay(); }), 2);
-    EXPECT_EQ(drawnAfter([&] { cell->setHighlighted(true, false); }), 3);
-    EXPECT_EQ(drawnAfter([&] { cell->setHighlighted(true, false); }), 3);
-}
-
-TEST_F(CatalogueCellTest, OneViewDrawsTheWholeRow) {
-    drawsOverItsFullBounds<ABTableViewCell>(false);
-    drawsOverItsFullBounds<ABTableViewCellOpaque>(true);
-}
 
 class TVShowsTableViewCellTest : public CatalogueCellTest {
 protected:
