@@ -143,19 +143,6 @@ TEST_F(Controls, ALongTextIsCutShrunkOrBroken) {
     EXPECT_LE(label.sizeThatFits({80, 0}).height, 2 * line + 1);
 }
 
-TEST_F(Controls, TheSameTextRepaintsNothing) {
-    const auto label = add<UILabel>(CGRectMake(0, 30, 60, 40));
-    const auto framesFor = [&](const char* text) {
-        advance(1);
-        const int before = display().frames();
-        label->setText(text);
-        advance(1);
-        return display().frames() - before;
-    };
-    EXPECT_EQ(framesFor("1.00MB of 2.00MB"), 1);
-    EXPECT_EQ(framesFor("1.00MB of 2.00MB"), 0);
-}
-
 TEST_F(Controls, ASpinnerTurnsOnlyWhileItIsOnTheScreen) {
     const auto spinner =
         std::make_shared<UIActivityIndicatorView>(UIActivityIndicatorViewStyle::White);

@@ -88,24 +88,6 @@ TEST(UIScrollMotionTest, AReleaseCoastsBouncesAndRests) {
     }
 }
 
-TEST(UIScrollMotionTest, AFingerThatPausesBeforeItLiftsAndATouchEndMomentum) {
-    auto motion = aList(500);
-    motion.beginDrag(300, 0);
-    motion.dragTo(200, 0.05);
-    motion.dragTo(100, 0.10);
-    motion.endDrag(0.35);
-    EXPECT_EQ(motion.phase(), Phase::Rest);
-    EXPECT_EQ(motion.offset(), 700);
-
-    motion = aList(100);
-    const double end = drag(motion, -100, 0.1);
-    motion.advance(end + 0.1);
-    const double there = motion.offset();
-    motion.stop(end + 0.1);
-    EXPECT_EQ(motion.phase(), Phase::Rest);
-    EXPECT_EQ(motion.offset(), there);
-}
-
 TEST(UIScrollMotionTest, ThePathDoesNotDependOnTheFrameRate) {
     std::vector<double> places;
     for (const double frame : {1.0 / 30, 1.0 / 60, 1.0 / 240}) {

@@ -275,20 +275,5 @@ TEST_F(FlipTest, APictureTurnsByWholePixelsSmoothlyAndDarkens) {
     EXPECT_EQ(turned->pixel(24, 13) >> 24, 0xFFU);
 }
 
-TEST_F(FlipTest, AFlipRepaintsNothing) {
-    class Counting : public UIView {
-    public:
-        using UIView::UIView;
-        bool drawsContent() const override { return true; }
-        void drawRect(const CGRect& /*rect*/) override { ++paintings; }
-        int paintings = 0;
-    };
-    auto picture = std::make_shared<Counting>(CGRectMake(0, 0, 100, 100));
-    back->addSubview(picture);
-    flip("flip", *view, UIViewAnimationTransition::FlipFromLeft, [&] { showBack(); });
-    EXPECT_GT(framesComposedIn(1.1), 55);
-    EXPECT_EQ(picture->paintings, 1);
-}
-
 }
 }

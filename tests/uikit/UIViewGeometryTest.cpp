@@ -158,28 +158,5 @@ TEST(UIViewGeometryTest, SubviewsKeepTheOrderOfInsertionAndHaveOneSuperview) {
     a->removeFromSuperview();
 }
 
-TEST(UIViewGeometryTest, LayoutRunsOncePerRequest) {
-    class Counting : public UIView {
-    public:
-        using UIView::UIView;
-        void layoutSubviews() override { ++layouts; }
-        int layouts = 0;
-    };
-    auto root = viewAt(0, 0, 10, 10);
-    auto middle = viewAt(0, 0, 10, 10);
-    auto leaf = std::make_shared<Counting>(CGRectMake(0, 0, 5, 5));
-    middle->addSubview(leaf);
-    root->addSubview(middle);
-    const auto layoutsAfter = [&](const CGRect& frame) {
-        leaf->setFrame(frame);
-        root->layoutIfNeeded();
-        return leaf->layouts;
-    };
-    EXPECT_EQ(layoutsAfter(CGRectMake(0, 0, 5, 5)), 1);
-    EXPECT_EQ(layoutsAfter(CGRectMake(0, 0, 5, 5)), 1);
-    EXPECT_EQ(layoutsAfter(CGRectMake(3, 3, 5, 5)), 1) << "moving needs no layout";
-    EXPECT_EQ(layoutsAfter(CGRectMake(3, 3, 6, 5)), 2);
-}
-
 }
 }
