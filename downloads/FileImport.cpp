@@ -10,6 +10,7 @@
 #include "platform/host/Desktop.h"
 #include "platform/host/Files.h"
 #include "platform/host/Host.h"
+#include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UIProgressHUD.h"
 #include "web/DownloadFile.h"
@@ -90,13 +91,17 @@ void FileImport::copy() {
     const auto& host = host::current();
     host.desktop->copyFile(address_, host.files->machinePath(target_->path()),
                            weakly(this, &FileImport::showProgress),
-                           weakly(this, [](FileImport& self, const host::Status& outcome) {
-                               if (!outcome)
-                                   say(NSLocalizedString("Not Copied"), outcome.failure().message);
-                               else
-                                   self.copied();
-                               self.end();
-                           }));
+                           weakly(this, &FileImport::copyEnded));
+}
+
+void FileImport::copyEnded(const host::Status& outcome) {
+    if (!outcome)
+        say(NSLocalizedString("Not Copied"), outcome.failure().message);
+    else
+        copied();
+    UIApplication::sharedApplication().presentLocalNotification(
+        NSLocalizedString(outcome ? "Copied" : "Not Copied"), shownName(target_->name()));
+    end();
 }
 
 void FileImport::showProgress(double fraction) {

@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/host/Result.h"
 #include "platform/uikit/UIAlertView.h"
 
 #include <memory>
@@ -25,6 +26,7 @@ private:
                std::weak_ptr<UINavigationController> navigation);
     void copy();
     void showProgress(double fraction);
+    void copyEnded(const host::Status& outcome);
     void copied();
     /// Also the last reference to this is gone.
     void end();

@@ -10,7 +10,6 @@ Manners Manners::careful() {
             .refusesErrorAnswers = true,
             .keepsExistingFiles = true,
             .retriesDownloads = true,
-            .notifiesOfDownloads = true,
             .keepsVolume = true,
             .remembersPositions = true};
 }

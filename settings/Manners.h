@@ -16,8 +16,6 @@ struct Manners {
     bool keepsExistingFiles = false;
     /// A failed download can be restarted, and continues where it stopped.
     bool retriesDownloads = false;
-    /// The end of a download is a notification, too, while the window is not in front.
-    bool notifiesOfDownloads = false;
     /// A music file that cannot be opened leaves the volume slider alone. The phone sets it to 0
     /// and plays the rest of the queue in silence.
     bool keepsVolume = false;

@@ -196,8 +196,7 @@ void FileDownloadViewController::showProgress() {
 
 void FileDownloadViewController::tellOfEnd(const char* title, const std::string& message) {
     UIAlertView::withTitle(title, message, {}, "OK")->show();
-    if (manners_.notifiesOfDownloads)
-        UIApplication::sharedApplication().presentLocalNotification(title, message);
+    UIApplication::sharedApplication().presentLocalNotification(title, message);
 }
 
 void FileDownloadViewController::showSuccess() {

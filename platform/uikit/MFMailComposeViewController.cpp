@@ -7,6 +7,7 @@
 #include "platform/host/Host.h"
 #include "platform/uikit/MFMailComposeForm.h"
 #include "platform/uikit/UIAlertView.h"
+#include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UINavigationBar.h"
 #include "platform/uikit/UIProgressHUD.h"
 
@@ -170,6 +171,8 @@ void MFMailComposeViewController::showProgress(double fraction) {
 void MFMailComposeViewController::sent(const host::Failure* failure) {
     sending_ = false;
     hud_->show(false);
+    UIApplication::sharedApplication().presentLocalNotification(
+        NSLocalizedString(failure ? "Not Sent" : "Sent"), mail().subject);
     if (!failure) {
         finish(MFMailComposeResult::Sent, nullptr);
         return;

@@ -1,5 +1,6 @@
 #include "platform/uikit/UIApplication.h"
 
+#include "platform/foundation/NSLog.h"
 #include "platform/foundation/NSNotificationCenter.h"
 #include "platform/foundation/NSURL.h"
 #include "platform/graphics/UIImage.h"
@@ -195,7 +196,10 @@ bool UIApplication::canOpenURL(const NSURL& url) {
 }
 
 bool UIApplication::openURL(const NSURL& url) {
-    return host::current().desktop->openURL(url.absoluteString());
+    const bool opens = host::current().desktop->openURL(url.absoluteString());
+    if (!opens)
+        NSLog("No program is known that opens " + url.scheme() + " addresses");
+    return opens;
 }
 
 void UIApplication::finishLaunching() {

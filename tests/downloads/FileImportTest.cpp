@@ -60,6 +60,8 @@ TEST_F(FileImportTest, AFileIsCopiedUnderAFreeNameAndShown) {
     settle();
     EXPECT_THAT(library()->movieFiles(), testing::Contains("A Film 2.MP4")) << "refreshed";
     EXPECT_FALSE(find(UIAccessibilityRole::Label, "Copying 42 %"));
+    EXPECT_THAT(desktop().notifications(),
+                testing::ElementsAre("Copied: A Film.MP4", "Copied: A Film 2.MP4"));
 }
 
 TEST_F(FileImportTest, NothingHappensWithoutAYesAndAFailureIsExplained) {
@@ -71,8 +73,10 @@ TEST_F(FileImportTest, NothingHappensWithoutAYesAndAFailureIsExplained) {
     offer("file:///home/ann/song.mp3");
     ASSERT_TRUE(tapAlertButton("Copy"));
     settle();
+    application().setState(UIApplicationState::Active);
     desktop().copies().at(0).done(host::Failure{ENOSPC, "No space left on device"});
     settle();
+    EXPECT_THAT(desktop().notifications(), testing::IsEmpty()) << "the window is in front";
     EXPECT_EQ(alertTitle(), "Not Copied");
     EXPECT_EQ(alertMessage(), "No space left on device");
     EXPECT_FALSE(library());

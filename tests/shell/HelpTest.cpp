@@ -159,6 +159,9 @@ TEST_F(HelpTest, TheFirstInstalledClientShowsTheProfile) {
         expected.emplace_back(opened);
     }
     EXPECT_EQ(desktop().openedURLs(), expected);
+    desktop().schemes().clear();
+    choose({"Support", "Application Support", "Twitter"});
+    EXPECT_EQ(logLines().back(), "No program is known that opens http addresses");
 }
 
 }
