@@ -19,6 +19,8 @@ public:
     /// Asks the window to close, as its close button does.
     virtual void close() {}
     virtual void toggleFullScreen() {}
+    /// Whether the window has the keyboard; else others may cover it.
+    virtual bool isInFront() const = 0;
     /// Frames drawn since the start.
     virtual unsigned framesDrawn() const { return 0; }
 };

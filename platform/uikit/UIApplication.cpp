@@ -186,9 +186,8 @@ void UIApplication::setIdleTimerDisabled(bool disabled) {
 }
 
 void UIApplication::presentLocalNotification(const std::string& title, const std::string& text) {
-    if (state_ != UIApplicationState::Active) {
+    if (!host::current().display->isInFront())
         host::current().desktop->notify(title, text);
-    }
 }
 
 bool UIApplication::canOpenURL(const NSURL& url) {

@@ -62,7 +62,7 @@ public:
     void setIdleTimerDisabled(bool disabled);
     bool isIdleTimerDisabled() const { return idleTimerDisabled_; }
 
-    /// Shows a notification of the desktop. Nothing happens while the application is active: its
+    /// Shows a notification of the desktop. Nothing happens while the window is in front: its
     /// screens tell the user then.
     void presentLocalNotification(const std::string& title, const std::string& text);
 

@@ -30,12 +30,14 @@ public:
     double scale() const override { return scale_; }
     void close() override { closed_ = true; }
     void toggleFullScreen() override { fullScreen_ = !fullScreen_; }
+    bool isInFront() const override { return inFront_; }
 
     bool isClosed() const { return closed_; }
     bool isFullScreen() const { return fullScreen_; }
     int frames() const { return frames_; }
     bool frameIsAskedFor() const { return asked_; }
     void setScale(double scale) { scale_ = scale; }
+    void setInFront(bool inFront) { inFront_ = inFront; }
 
 private:
     host::EventLoop& loop_;
@@ -45,6 +47,7 @@ private:
     bool asked_ = false;
     bool closed_ = false;
     bool fullScreen_ = false;
+    bool inFront_ = true;
 };
 
 }

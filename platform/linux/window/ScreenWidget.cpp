@@ -201,6 +201,11 @@ void ScreenWidget::toggleFullScreen() {
         gtk_window_fullscreen(GTK_WINDOW(root));
 }
 
+bool ScreenWidget::isInFront() const {
+    GtkRoot* root = gtk_widget_get_root(widget_);
+    return root && gtk_widget_get_mapped(widget_) && gtk_window_is_active(GTK_WINDOW(root));
+}
+
 void ScreenWidget::setFrameHandler(std::function<void(double now)> handler) {
     frameHandler_ = std::move(handler);
 }

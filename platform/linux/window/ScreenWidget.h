@@ -43,6 +43,7 @@ public:
     void setFirstFrameHandler(std::function<void()> handler) { firstFrame_ = std::move(handler); }
     void close() override;
     void toggleFullScreen() override;
+    bool isInFront() const override;
 
     /// Gives the toolkit's focus to the widget that stands for what keys act on.
     void followFocus(GtkDirectionType direction);
