@@ -16,6 +16,16 @@ protected:
             result.push_back(child.get());
         return result;
     }
+    /// "60,2 195x12; 60,14 195x12" and so on, from back to front.
+    static std::string framesIn(const UIView& view) {
+        std::ostringstream text;
+        for (const auto& child : view.subviews()) {
+            const CGRect frame = child->frame();
+            text << (text.tellp() > 0 ? "; " : "") << frame.minX() << ',' << frame.minY() << ' '
+                 << frame.size.width << 'x' << frame.size.height;
+        }
+        return text.str();
+    }
     static bool shows(const UIButton& button, const std::string& picture) {
         const auto expected = audioPlayerPicture(picture)->bitmap();
         const auto shown = button.currentImage()->bitmap();
@@ -27,6 +37,24 @@ protected:
         return true;
     }
 };
+
+TEST_F(OvoAudioPlayerScreenTest, TheViewsLieInTheirPlaces) {
+    open(3, 1);
+    showOverlay();
+    const auto& v = views();
+    EXPECT_EQ(framesIn(*player().view()),
+              "0,0 320x44; 60,14 195x12; 60,2 195x12; 60,27 195x12; 0,44 320x416; 0,364 320x96; "
+              "220,370 40x40; 60,370 40x40; 25,420 270x9; 140,370 40x40");
+    EXPECT_EQ(framesIn(*v.containerView), "0,0 320x320; 0,320 320x96; 0,0 320x76");
+    EXPECT_EQ(framesIn(*v.overlayView),
+              "54,20 212x23; 128,2 64x21; 272,21 48x21; 0,21 48x21; 10,45 32x28; 280,45 32x28");
+    EXPECT_EQ(v.playButton->frame(), CGRectMake(144, 370, 40, 40));
+    EXPECT_EQ(v.songTableView->frame(), CGRectMake(0, 0, 320, 368));
+    EXPECT_EQ(v.songTableView->contentInset(), (UIEdgeInsets{0, 0, 37, 0}));
+    EXPECT_EQ(v.gradientLayer->frame, CGRectMake(0, 320, 320, 48));
+    EXPECT_DOUBLE_EQ(v.reflectionView->alpha(), 0.65);
+    EXPECT_EQ(v.reflectionView->image()->size(), (CGSize{320, 208}));
+}
 
 TEST_F(OvoAudioPlayerScreenTest, TheOverlayFadesInAndOutAndATapReversesTheFade) {
     open(1);
