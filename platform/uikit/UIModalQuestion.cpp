@@ -12,11 +12,6 @@ UIModalQuestion::UIModalQuestion(std::vector<std::string> buttons)
 
 UIModalQuestion::~UIModalQuestion() = default;
 
-std::string UIModalQuestion::buttonTitleAtIndex(int index) const {
-    const bool exists = index >= 0 && index < numberOfButtons();
-    return exists ? buttons_[static_cast<std::size_t>(index)] : std::string();
-}
-
 std::vector<std::shared_ptr<UIModalQuestion>> UIModalQuestion::allVisible() {
     std::vector<std::shared_ptr<UIModalQuestion>> questions;
     for (const auto& view : UIApplication::sharedApplication().screenView().subviews()) {

@@ -14,8 +14,6 @@ class UIModalQuestion : public std::enable_shared_from_this<UIModalQuestion> {
 public:
     virtual ~UIModalQuestion();
 
-    /// Empty when there is no such button.
-    std::string buttonTitleAtIndex(int index) const;
     int numberOfButtons() const { return static_cast<int>(buttons_.size()); }
     /// From the moment it is shown until a button is tapped.
     bool isVisible() const { return visible_; }

@@ -51,8 +51,4 @@ void withoutAnimation(const std::function<void()>& changes) {
     engine().enable();
 }
 
-bool areAnimationsOpen() {
-    return engine().openBlock() != nullptr;
-}
-
 }

@@ -25,7 +25,6 @@ void commitAnimations();
 
 /// Changes made inside are never animated, whatever block is open.
 void withoutAnimation(const std::function<void()>& changes);
-bool areAnimationsOpen();
 
 }
 }

@@ -18,10 +18,6 @@ void UIWindow::makeKeyAndVisible() {
     makeKeyWindow();
 }
 
-bool UIWindow::isKeyWindow() const {
-    return UIApplication::sharedApplication().keyWindow() == this;
-}
-
 void UIWindow::setWindowLevel(double level) {
     windowLevel_ = level;
     if (superview() != nullptr) {

@@ -13,7 +13,6 @@ public:
     void makeKeyWindow();
     /// Puts the window on the screen, above windows of its level or lower.
     void makeKeyAndVisible();
-    bool isKeyWindow() const;
     /// 0 for the application's window, under the status bar; higher levels lie above it.
     double windowLevel() const { return windowLevel_; }
     void setWindowLevel(double level);

@@ -169,15 +169,12 @@ TEST_F(OvoAudioPlayerControllerTest, OnlyAnInterruptedLastTrackPlaysAgain) {
 TEST_F(OvoAudioPlayerControllerTest, ADecodeErrorIsShownAndTheQueueContinues) {
     open(2);
     media().player()->fail("bits are missing");
-    ASSERT_EQ(UIAlertView::visibleAlerts().size(), 1U);
-    const auto alert = UIAlertView::visibleAlerts().front();
-    EXPECT_EQ(alert->title(), "Decode Error");
-    EXPECT_EQ(alert->message(), "Unable to decode audio file with error: bits are missing");
-    EXPECT_EQ(alert->numberOfButtons(), 1);
-    EXPECT_EQ(alert->buttonTitleAtIndex(0), "OK");
+    EXPECT_EQ(alertCount(), 1);
+    EXPECT_EQ(alertTitle(), "Decode Error");
+    EXPECT_EQ(alertMessage(), "Unable to decode audio file with error: bits are missing");
     EXPECT_THAT(logLines(), testing::IsSupersetOf({HasSubstr("ERROR IN DECODE: "),
                                                    HasSubstr("Playback finished unsuccessfully")}));
-    alert->dismissWithClickedButtonIndex(0, false);
+    EXPECT_TRUE(tapAlertButton("OK"));
     EXPECT_EQ(trackPlaying(), 1);
     EXPECT_TRUE(isPlaying());
     media().player()->fail("bits are missing");

@@ -40,12 +40,12 @@ TEST_F(UIApplicationTest, WindowsAreOrderedByLevelThenByShowing) {
 }
 
 TEST_F(UIApplicationTest, TheKeyWindowGoesBackWhenAnAlertLeaves) {
-    EXPECT_TRUE(window().isKeyWindow());
+    EXPECT_EQ(application().keyWindow(), &window());
     const auto alert = shown(UIWindowLevelAlert);
     EXPECT_EQ(application().keyWindow(), alert.get());
     EXPECT_EQ(application().frontWindow(), alert.get());
     alert->removeFromSuperview();
-    EXPECT_TRUE(window().isKeyWindow());
+    EXPECT_EQ(application().keyWindow(), &window());
     const auto panel = shown(UIWindowLevelAlert);
     panel->setUserInteractionEnabled(false);
     EXPECT_EQ(application().frontWindow(), &window()) << "a panel that lets touches through";

@@ -135,7 +135,6 @@ TEST_F(UIViewAnimationTest, NestedBlocksKeepTheirTimesAndWithoutAnimationJumps) 
         animate("inner", {1}, [&] { other->setAlpha(0); });
         UIViewAnimation::withoutAnimation([&] { view->setCenter({9, 9}); });
     });
-    EXPECT_FALSE(UIViewAnimation::areAnimationsOpen());
     EXPECT_EQ(view->presentationState().center, (CGPoint{9, 9}));
     advance(1);
     EXPECT_THAT(ends, ElementsAre("inner"));
