@@ -86,6 +86,14 @@ TEST_F(TVShowsTableViewCellTest, ATitleKeepsToItsBoxAndEndsWithAnEllipsisWhenToo
     EXPECT_GT(shortTitle->bottom, 20) << "the box's height does not cut the line";
     EXPECT_LT(shortTitle->right, 120);
 
+    const auto isBright = [](std::uint32_t pixel) {
+        return (pixel & 0xff) > 0xf0;
+    };
+    EXPECT_FALSE(extentOf(*content(), isBright)) << "faint";
+    cell->setHighlighted(true, false);
+    EXPECT_TRUE(extentOf(*content(), isBright));
+    cell->setHighlighted(false, false);
+
     cell->setTvShowText("MMMM MMMM MMMM MMMM MMMM MMMM MMMM");
     const auto longTitle = extentOf(*content(), isText);
     EXPECT_LT(longTitle->right, 232);
