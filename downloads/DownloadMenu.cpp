@@ -104,6 +104,7 @@ void DownloadMenu::askForName(const std::string& typed, std::string complaint) {
         NSLocalizedString("Rename"), std::move(complaint), weakReference<UIAlertViewDelegate>(this),
         NSLocalizedString("Cancel"), {NSLocalizedString("Rename")});
     question->setAlertViewStyle(UIAlertViewStyle::PlainTextInput);
+    question->textFieldAtIndex(0)->setPlaceholder(NSLocalizedString("Name"));
     question->textFieldAtIndex(0)->setText(typed);
     question->show();
 }

@@ -1,9 +1,11 @@
 #include "platform/uikit/UIWebView.h"
 
+#include "platform/foundation/NSBundle.h"
 #include "platform/foundation/NSError.h"
 #include "platform/foundation/NSURLResponse.h"
 #include "platform/host/EventLoop.h"
 #include "platform/host/Host.h"
+#include "platform/uikit/UILabel.h"
 #include "platform/uikit/UIWebEngineValues.h"
 #include "platform/uikit/UIWebLogin.h"
 
@@ -48,14 +50,29 @@ host::WebPage* UIWebView::page() {
         return page_.get();
     page_ = host::current().webEngine->createPage(
         session_ == UIWebViewSession::Guest ? host::WebSession::Guest : host::WebSession::Browsing);
-    if (!page_)
+    if (!page_) {
+        sayThatPagesAreMissing();
         return nullptr;
+    }
     page_->setClient(this);
     page_->setScalesPageToFit(scalesPageToFit_);
     page_->setZoom(pageZoom_);
     page_->setTransparentBackground(!isOpaque());
     page_->setMediaPlaybackRequiresUserAction(mediaNeedsTouch_);
     return page_.get();
+}
+
+/// An ad is left out without a word.
+void UIWebView::sayThatPagesAreMissing() {
+    if (session_ == UIWebViewSession::Guest || !subviews().empty())
+        return;
+    const auto label = std::make_shared<UILabel>(bounds());
+    label->setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
+    label->setBackgroundColor(UIColor::blackColor());
+    label->setTextColor(UIColor::whiteColor());
+    label->setTextAlignment(UITextAlignment::Center);
+    label->setText(NSLocalizedString("A part of Vistrel is not installed."));
+    addSubview(label);
 }
 
 void UIWebView::setDelegate(std::weak_ptr<UIWebViewDelegate> delegate) {

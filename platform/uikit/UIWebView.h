@@ -85,6 +85,7 @@ private:
 
     /// Made when first needed; null when there is no page engine.
     host::WebPage* page();
+    void sayThatPagesAreMissing();
     NSURLRequest requestOf(const host::WebNavigation& navigation) const;
 
     UIWebViewSession session_;

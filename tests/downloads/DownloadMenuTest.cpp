@@ -131,6 +131,7 @@ TEST_F(DownloadMenuTest, WhereTheDesktopCannotAskTheSheetListsThePrograms) {
 TEST_F(DownloadMenuTest, ARenamedFileKeepsItsExtension) {
     choose("Rename…", {1, 0});
     EXPECT_EQ(field().text(), "Song");
+    EXPECT_TRUE(find(UIAccessibilityRole::Field, "Name"));
     answer("  Nico & die Würfel.mp4 ");
     EXPECT_THAT(screen_->musicFiles(), ElementsAre("Nico & die Würfel.mp4.MP3"));
     EXPECT_EQ(files().contents(kFolder + "Nico & die Würfel.mp4.MP3"), "Song.MP3");

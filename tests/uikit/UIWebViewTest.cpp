@@ -248,6 +248,9 @@ TEST_F(UIWebViewTest, AScriptsResultComesLaterAndIsEmptyWithoutAPageEngine) {
         EXPECT_EQ(view_->userAgent(), unavailable ? "" : "Scripted/1.0");
         EXPECT_EQ(heard().empty(), unavailable);
     }
+    ASSERT_EQ(view_->subviews().size(), 1U);
+    EXPECT_EQ(view_->subviews()[0]->accessibilityElement().label,
+              "A part of Vistrel is not installed.");
 }
 
 }
