@@ -339,5 +339,16 @@ TEST_F(GADCachedFileTest, TheDelegateMayReleaseTheFileInAnyCallback) {
     EXPECT_FALSE(file().hasContent());
 }
 
+TEST_F(GADCachedFileTest, ItFetchesWithoutADelegate) {
+    file().setDelegate({});
+    network().at(kAddress).redirectsTo("http://h/");
+    network().at("http://h/").body("a");
+    fetch();
+    EXPECT_EQ(file().content(), "a");
+    network().at("http://h/").status(404);
+    fetch();
+    EXPECT_EQ(file().httpStatusCode(), 404);
+}
+
 }
 }

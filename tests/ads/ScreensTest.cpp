@@ -3,8 +3,10 @@
 #include "ads/Notification/GADNotificationCenter.h"
 #include "ads/Object/GADPrivateUtilities.h"
 #include "ads/Statistics/GADStatistics.h"
+#include "ads/Utility/GADIntrinsicImages.h"
 #include "ads/WebApp/GADWebAppViewController.h"
 #include "platform/foundation/NSUserDefaults.h"
+#include "platform/graphics/UIImage.h"
 #include "platform/uikit/UIToolbar.h"
 #include "tests/ads/BannerTest.h"
 
@@ -184,6 +186,20 @@ TEST_F(AdScreensTest, AWebAppsPageIsToldThatItIsShownAndItsScreenTakesSettings) 
     EXPECT_TRUE(screen->shouldAutorotateToInterfaceOrientation(Orientation::LandscapeLeft));
     EXPECT_FALSE(screen->shouldAutorotateToInterfaceOrientation(Orientation::Portrait));
     close(std::move(screen));
+}
+
+TEST_F(AdScreensTest, TheBuiltInPicturesAreDecoded) {
+    const std::pair<std::shared_ptr<const UIImage>, double> cases[] = {
+        {GADIntrinsicImages::closeButton(), 25},
+        {GADIntrinsicImages::browserBackButton(), 27},
+        {GADIntrinsicImages::browserForwardButton(), 27}};
+    for (const auto& [image, points] : cases) {
+        ASSERT_TRUE(image);
+        EXPECT_EQ(image->size().width, points);
+        EXPECT_EQ(image->bitmap()->height(), 2 * points);
+    }
+    for (const char* broken : {"bm8gcGljdHVyZQ==", "*"})
+        EXPECT_EQ(GADIntrinsicImages::createImageFromEncoding(broken), nullptr);
 }
 
 TEST_F(AdScreensTest, AnInterstitialIsReadyOnceItsPageHasLoadedAndPingsTwice) {

@@ -149,6 +149,17 @@ TEST_F(GADStatisticsTest, ATrackedClickIsNamedByItsPath) {
 
 using GADStatisticsCoreTest = AdsTest;
 
+TEST_F(GADStatisticsTest, CountsSurviveARestart) {
+    statistics().incrementAdRequestCount();
+    statistics().incrementClickCount();
+    statistics().startTimingNamed("ptime");
+    statistics().synchronize();
+    advance(1);
+    restartLibrary();
+    NSUserDefaults::resetStandardUserDefaults();
+    EXPECT_EQ(report(), "ptime='1000' preqs=1 pcc=1");
+}
+
 TEST_F(GADStatisticsCoreTest, SettersTakeOnlyTheirKind) {
     const Value text("text");
     const Value number(5);
