@@ -169,5 +169,15 @@ TEST_F(Bars, ALongTitleEndsBeforeTheButtons) {
     EXPECT_NEAR(find(UIAccessibilityRole::Heading, "Short")->frame().midX(), 160, 1);
 }
 
+TEST_F(Bars, TheTintColoursTheBar) {
+    const auto bar = std::make_shared<UINavigationBar>();
+    bar->setTintColor(UIColor::colorWithRedGreenBlueAlpha(0.156F, 0.155F, 0.198F, 1));
+    const auto dark = pixelOf(*bar, 160, 30);
+    EXPECT_NEAR(static_cast<double>((dark >> 16) & 0xFF), 0.156 * 255, 8);
+    EXPECT_NEAR(static_cast<double>(dark & 0xFF), 0.198 * 255, 8);
+    bar->setTintColor(std::nullopt);
+    EXPECT_GT(pixelOf(*bar, 160, 30) & 0xFF, 120u);
+}
+
 }
 }

@@ -184,5 +184,13 @@ TEST_F(WebBrowserTest, BackAndForwardFollowTheHistory) {
     EXPECT_TRUE(enabled(1));
 }
 
+TEST_F(WebBrowserTest, PageAndToolbarShareTheSpaceUnderTheBar) {
+    network().at(kStart).type("text/html").body("<p>");
+    const auto browser = open(kStart);
+    EXPECT_EQ(browser->webView()->frame(), CGRectMake(0, 0, 320, 372));
+    EXPECT_EQ(browser->toolbar()->frame(), CGRectMake(0, 372, 320, 44));
+    EXPECT_EQ(browser->toolbar()->items().size(), 7U);
+}
+
 }
 }
