@@ -9,7 +9,9 @@
 #include "ads/View/GADWebView.h"
 #include "ads/ViewController/GADViewController.h"
 #include "platform/host/Host.h"
+#include "platform/uikit/UIAccessibilityTree.h"
 #include "platform/uikit/UITouch.h"
+#include "tests/linux/web/ProcessTree.h"
 #include "tests/linux/web/RealWindow.h"
 
 #include <fstream>
@@ -131,6 +133,12 @@ protected:
         return GADPrivateUtilities::privateObjectForKey<GADObjectPrivate>(banner_.get())->state() ==
                GADAdState::Shown;
     }
+    static void press(const std::string& label) {
+        for (const auto& node : accessibilityTree(UIApplication::sharedApplication().screenView()))
+            if (node.element.label == label)
+                return node.view->accessibilityActivate();
+        FAIL() << "there is no " << label;
+    }
     void touch() { (void)banner_->webView()->touchWillBeginInside(UITouch{}); }
 
     /// Each command's outcome; commands without one were not received.
@@ -201,6 +209,33 @@ TEST_F(CommandTable, IsAsDocumented) {
     std::ifstream page(SOURCE_FOLDER "/docs/ads.md");
     const std::string documented(std::istreambuf_iterator<char>(page), {});
     EXPECT_THAT(documented, HasSubstr(table));
+}
+
+TEST_F(CommandTable, ThereIsAWayOutOfAPageThatHangsOrHasCrashed) {
+    server_.serve("/plain", {.body = "<p>Plain</p>"});
+    server_.serve("/hangs", {.body = "<script>setTimeout(function(){while(true){}},300)</script>"});
+    for (const auto& [screen, button] : {std::pair{"browser", "Done"}, {"webapp", "Close"}}) {
+        for (const char* path : {"/hangs", "/plain"}) {
+            SCOPED_TRACE(std::string(screen) + path);
+            loadBanner("<p>Ad</p>");
+            turnFor(0.3);
+            touch();
+            banner_->webView()->stringByEvaluatingJavaScriptFromString(
+                "location.href='gmsg://ads/open?a=" + std::string(screen) +
+                    "&u=" + server_.url(path) + "'",
+                [](const std::string&) {});
+            ASSERT_TRUE(turnUntil([&] { return navigation_->modalViewController() != nullptr; }));
+            turnFor(1.5);
+            if (std::string(path) == "/plain")
+                killDescendantsNamed("WebKitWebProces");
+            turnFor(0.3);
+            press(button);
+            EXPECT_TRUE(turnUntil([&] { return !navigation_->modalViewController(); }, 3));
+            banner_->removeFromSuperview();
+            banner_.reset();
+            turnFor(0.1);
+        }
+    }
 }
 
 }
