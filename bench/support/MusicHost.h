@@ -28,6 +28,7 @@ private:
         void requestFrame() override;
         void setFrameHandler(std::function<void(double now)> handler) override;
         double scale() const override { return 1; }
+        bool isInFront() const override { return true; }
 
         std::function<void(double now)> handler;
         bool asked = false;
