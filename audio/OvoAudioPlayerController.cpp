@@ -8,6 +8,7 @@
 #include "platform/foundation/Weakly.h"
 #include "platform/media/AVAudioPlayer.h"
 #include "platform/media/AudioSession.h"
+#include "platform/uikit/UIAccessibility.h"
 #include "platform/uikit/UIAlertView.h"
 #include "platform/uikit/UISlider.h"
 
@@ -74,7 +75,16 @@ void OvoAudioPlayerController::changeTrack(std::uint32_t index) {
     }
     markSelectedRow();
     refreshDisplay();
+    announceTrack();
     MPRemoteControls::positionJumped(0);
+}
+
+void OvoAudioPlayerController::announceTrack() const {
+    if (!player_ || !player_->isPlaying())
+        return;
+    const OvoAudioFile& file = selectedFile();
+    UIAccessibilityAnnounce(file.artist().empty() ? file.title()
+                                                  : file.title() + ", " + file.artist());
 }
 
 void OvoAudioPlayerController::startPlayer() {
@@ -157,6 +167,7 @@ void OvoAudioPlayerController::viewDidAppear(bool animated) {
         player_->play();
     remote_ = std::make_unique<OvoAudioPlayerRemote>(*this);
     refreshDisplay();
+    announceTrack();
     reading_ = std::make_unique<OvoAudioFileReading>(soundFiles_);
 }
 

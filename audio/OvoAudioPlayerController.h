@@ -113,6 +113,8 @@ private:
     std::shared_ptr<AVAudioPlayer> makePlayer();
     void startPlayer();
     void changeTrack(std::uint32_t index);
+    /// Tells screen readers which track plays.
+    void announceTrack() const;
     void refreshDisplay();
     void stopTimer();
     void connectViews();

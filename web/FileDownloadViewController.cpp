@@ -8,6 +8,7 @@
 #include "platform/foundation/Weakly.h"
 #include "platform/graphics/UIImage.h"
 #include "platform/media/MPMoviePlayerController.h"
+#include "platform/uikit/UIAccessibility.h"
 #include "platform/uikit/UIAlertView.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIButton.h"
@@ -160,6 +161,7 @@ bool FileDownloadViewController::openFile(const NSURLResponse& response) {
 
 void FileDownloadViewController::beginFile(const NSURLResponse& response) {
     bytesReceived_ = 0;
+    quartersAnnounced_ = 0;
     expectedBytes_ = response.expectedContentLength();
     resumption_ = DownloadResumption(response);
     // Another attempt overwrites the file of the first.
@@ -192,6 +194,12 @@ void FileDownloadViewController::showProgress() {
     const float fraction = static_cast<float>(bytesReceived_) / static_cast<float>(expectedBytes_);
     progressView_->setProgress(fraction * 100.0F / 100.0F);
     percentComplete_ = progressView_->progress() * 100.0F;
+    const int quarters = static_cast<int>(percentComplete_ / 25);
+    if (quarters <= quartersAnnounced_)
+        return;
+    quartersAnnounced_ = quarters;
+    if (quarters < 4) // the end has its alert
+        UIAccessibilityAnnounce(std::to_string(quarters * 25) + "%");
 }
 
 void FileDownloadViewController::tellOfEnd(const char* title, const std::string& message) {

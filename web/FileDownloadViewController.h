@@ -80,6 +80,7 @@ private:
     std::int64_t bytesReceived_ = 0;
     std::int64_t expectedBytes_ = 0;
     float percentComplete_ = 0;
+    int quartersAnnounced_ = 0; ///< of the file, to screen readers
 };
 
 }

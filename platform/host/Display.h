@@ -21,6 +21,8 @@ public:
     virtual void toggleFullScreen() {}
     /// Whether the window has the keyboard; else others may cover it.
     virtual bool isInFront() const = 0;
+    /// Has screen readers say what no element shows. Nothing where the toolkit cannot.
+    virtual void announce(const std::string& /*text*/) {}
     /// Frames drawn since the start.
     virtual unsigned framesDrawn() const { return 0; }
 };

@@ -27,6 +27,9 @@ struct UIAccessibilityRange {
     friend bool operator==(const UIAccessibilityRange&, const UIAccessibilityRange&) = default;
 };
 
+/// Has screen readers say what no element shows, as that a track begins.
+void UIAccessibilityAnnounce(const std::string& text);
+
 /// What screen readers (and journey tests) know about a view.
 struct UIAccessibilityElement {
     UIAccessibilityRole role = UIAccessibilityRole::None;

@@ -33,6 +33,17 @@ TEST_F(OvoAudioPlayerControllerTest, TheScreenIsBuiltAtOnceAndPlaysWhenItHasAppe
     EXPECT_EQ(views().playButton->superview(), nullptr);
 }
 
+TEST_F(OvoAudioPlayerControllerTest, ReadersAreToldOfEachTrackThatBegins) {
+    setTags(0, 60);
+    setTags(1, 60);
+    open(3);
+    tap(*views().pauseButton);
+    tap(*views().playButton);
+    advance(121);
+    EXPECT_THAT(display().announcements,
+                ElementsAre("Title 0, Artist 0", "Title 1, Artist 1", "2.mp3"));
+}
+
 TEST_F(OvoAudioPlayerControllerTest, OneButtonPausesAndPlays) {
     open(1);
     advance(10);

@@ -31,6 +31,9 @@ public:
     void close() override { closed_ = true; }
     void toggleFullScreen() override { fullScreen_ = !fullScreen_; }
     bool isInFront() const override { return inFront_; }
+    void announce(const std::string& text) override { announcements.push_back(text); }
+
+    std::vector<std::string> announcements;
 
     bool isClosed() const { return closed_; }
     bool isFullScreen() const { return fullScreen_; }

@@ -73,6 +73,7 @@ TEST_F(FileDownloadTest, ADownloadEndsWithTheWholeFileAFullBarAndOneAlert) {
     EXPECT_EQ(screen->progressLabel()->text(), "Received 2.00MB of 2.00MB");
     EXPECT_EQ(screen->percentComplete(), 100.0F);
     EXPECT_EQ(buttonTitle(*screen), "Done!");
+    EXPECT_THAT(display().announcements, testing::ElementsAre("50%", "75%"));
     EXPECT_EQ(alertCount(), 1);
     EXPECT_EQ(alertTitle(), "Download Succeeded");
     EXPECT_EQ(alertMessage(), "The file has been saved as /var/mobile/Library/Downloads/film.mp4");

@@ -206,6 +206,13 @@ bool ScreenWidget::isInFront() const {
     return root && gtk_widget_get_mapped(widget_) && gtk_window_is_active(GTK_WINDOW(root));
 }
 
+void ScreenWidget::announce([[maybe_unused]] const std::string& text) {
+#if GTK_CHECK_VERSION(4, 14, 0)
+    gtk_accessible_announce(GTK_ACCESSIBLE(widget_), text.c_str(),
+                            GTK_ACCESSIBLE_ANNOUNCEMENT_PRIORITY_MEDIUM);
+#endif
+}
+
 void ScreenWidget::setFrameHandler(std::function<void(double now)> handler) {
     frameHandler_ = std::move(handler);
 }

@@ -44,6 +44,8 @@ public:
     void close() override;
     void toggleFullScreen() override;
     bool isInFront() const override;
+    /// Nothing before GTK 4.14.
+    void announce(const std::string& text) override;
 
     /// Gives the toolkit's focus to the widget that stands for what keys act on.
     void followFocus(GtkDirectionType direction);
