@@ -22,6 +22,8 @@ public:
     /// Runs the loop for that long.
     void runFor(double seconds);
     int frames() const { return display_.frames; }
+    /// In place of one that paints frames into a picture.
+    void setDisplay(vistrel::host::Display* display) { host_.display = display; }
 
 private:
     struct Display : vistrel::host::Display {
