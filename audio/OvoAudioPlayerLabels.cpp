@@ -1,9 +1,7 @@
 #include "audio/OvoAudioPlayerLabels.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdio>
 #include <limits>
 
 namespace vistrel::OvoAudioPlayerLabels {
@@ -16,10 +14,8 @@ int wholeSeconds(double seconds) {
 }
 
 std::string minutesAndSeconds(int seconds) {
-    std::array<char, 24> text{};
-    const int length =
-        std::snprintf(text.data(), text.size(), "%d:%02d", seconds / 60, seconds % 60);
-    return {text.data(), static_cast<std::size_t>(length)};
+    const std::string rest = std::to_string(seconds % 60);
+    return std::to_string(seconds / 60) + (rest.size() < 2 ? ":0" : ":") + rest;
 }
 
 std::string elapsed(double currentTime) {

@@ -121,7 +121,9 @@ UISlider::~UISlider() = default;
 
 void UISlider::setValue(float value) {
     value_ = std::isnan(value) ? 0 : std::clamp(value, 0.0F, maximum_);
-    place();
+    // A player sets it a hundred times a second.
+    if (thumbRect() != thumb_->frame())
+        place();
 }
 
 void UISlider::setMaximumValue(float maximum) {
