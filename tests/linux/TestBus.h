@@ -5,9 +5,9 @@
 
 namespace vistrel {
 
-/// The value as text; takes it over.
+/// The value as text, with its types; takes it over.
 inline std::string printed(GVariant* value) {
-    char* text = g_variant_print(g_variant_ref_sink(value), FALSE);
+    char* text = g_variant_print(g_variant_ref_sink(value), TRUE);
     std::string result = text;
     g_free(text);
     g_variant_unref(value);

@@ -7,59 +7,50 @@
 #include "tests/linux/TestBus.h"
 #include "tests/support/TemporaryFolder.h"
 
-#include <gmock/gmock.h>
-
 namespace vistrel {
 namespace {
 
 /// The user's data folder, where four programs are installed that copy what they open: this one
 /// and two others for files of any kind, and one for folders. GLib looks for it once per process.
-const std::string& dataFolder() {
-    static const std::string folder = [] {
-        char pattern[] = "/tmp/vistrel-programs-XXXXXX";
-        std::string made = ::mkdtemp(pattern);
-        const std::string programs = made + "/applications/";
-        std::filesystem::create_directory(programs);
-        for (const char* name : {"org.vistrel.Vistrel", "first", "other", "folders"}) {
-            std::ofstream(programs + name + ".desktop")
-                << "[Desktop Entry]\nType=Application\nName=" << name << "\nExec=cp -r %f " << made
-                << "/by-" << name << "\n";
-        }
-        std::ofstream(programs + "mimeinfo.cache")
-            << "[MIME Cache]\ninode/directory=folders.desktop;\n"
-            << "application/"
-               "octet-stream=org.vistrel.Vistrel.desktop;first.desktop;other.desktop;\n";
-        std::filesystem::create_directory(made + "/device");
-        std::ofstream(made + "/device/a film.bin") << std::string("\0film", 5);
-        return made;
-    }();
-    return folder;
-}
-
-class DataFolder : public testing::Environment {
-    void SetUp() override {
+class DataFolder : public support::TemporaryFolder {
+public:
+    DataFolder() {
+        std::filesystem::create_directory(path("applications"));
+        std::filesystem::create_directory(path("device"));
+        for (const std::string name : {"org.vistrel.Vistrel", "first", "other", "folders"})
+            put("applications/" + name + ".desktop",
+                "[Desktop Entry]\nType=Application\nName=" + name + "\nExec=cp -r %f " +
+                    path("by-" + name) + "\n");
+        put("applications/mimeinfo.cache",
+            "[MIME Cache]\ninode/directory=folders.desktop;\napplication/octet-stream="
+            "org.vistrel.Vistrel.desktop;first.desktop;other.desktop;\n");
+        put("device/a film.bin", std::string("\0film", 5));
         ::setenv("XDG_DATA_DIRS", "/nonexistent", 1);
         ::setenv("XDG_CONFIG_HOME", "/nonexistent", 1);
-        ::setenv("XDG_DATA_HOME", dataFolder().c_str(), 1);
+        ::setenv("XDG_DATA_HOME", path().c_str(), 1);
     }
-    void TearDown() override {
-        std::error_code ignored;
-        std::filesystem::remove_all(dataFolder(), ignored);
+    static const DataFolder& shared() {
+        static const DataFolder folder;
+        return folder;
     }
+    std::string film() const { return path("device/a film.bin"); }
 };
-const auto* const kEnvironment = testing::AddGlobalTestEnvironment(new DataFolder);
-
-/// Whether the program has copied that.
-bool opened(const std::string& program, const std::string& what) {
-    const std::string copy = dataFolder() + "/by-" + program;
-    return turnUntil(
-        [&] { return std::filesystem::exists(copy + (what.empty() ? "" : "/" + what)); });
-}
 
 /// A session without a bus.
 class BareSessionTest : public ::testing::Test {
 protected:
     BareSessionTest() { ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus", 1); }
+
+    /// Whether what the call starts reports success, later.
+    static bool succeeds(const std::function<void(std::function<void(host::Status)>)>& call) {
+        std::optional<bool> succeeded;
+        call([&](const host::Status& outcome) { succeeded = outcome.ok(); });
+        EXPECT_FALSE(succeeded) << "reported on the loop";
+        EXPECT_TRUE(turnUntil([&] { return succeeded.has_value(); }));
+        return succeeded.value_or(false);
+    }
+
+    const DataFolder& data_ = DataFolder::shared();
     GLibEventLoop loop_;
     DeviceFiles files_{"/nonexistent"};
     SmtpMailService mail_{loop_, files_, [](const auto&, const auto&) {
@@ -85,14 +76,13 @@ TEST_F(BareSessionTest, AFileIsCopiedWholeOrNotAtAllAndReplacesNothing) {
     folder.put("film.mp4", film);
     folder.put("there.mp4", "there");
     const auto copy = [&](const std::string& from, const std::string& to) {
-        std::optional<bool> succeeded;
         double last = 0;
-        desktop_->copyFile(
-            "file://" + folder.path(from), folder.path(to),
-            [&](double fraction) { last = fraction; },
-            [&](const host::Status& outcome) { succeeded = outcome.ok(); });
-        EXPECT_TRUE(turnUntil([&] { return succeeded.has_value(); }));
-        return succeeded.value_or(false) && last == 1;
+        return succeeds([&](auto done) {
+                   desktop_->copyFile(
+                       "file://" + folder.path(from), folder.path(to),
+                       [&](double fraction) { last = fraction; }, done);
+               }) &&
+               last == 1;
     };
     EXPECT_TRUE(copy("film.mp4", "copied.mp4"));
     EXPECT_TRUE(support::contentsOf(folder.path("copied.mp4")) == film);
@@ -105,34 +95,27 @@ TEST_F(BareSessionTest, AFileIsCopiedWholeOrNotAtAllAndReplacesNothing) {
 }
 
 TEST_F(BareSessionTest, AFileGoesToAnotherProgramAndItsFolderToTheFileManagers) {
-    const std::string film = dataFolder() + "/device/a film.bin";
+    const auto chooseTheSecond = [](const std::vector<std::string>& names,
+                                    const std::function<void(std::size_t)>& open) {
+        EXPECT_THAT(names, ElementsAre("first", "other"));
+        open(1);
+    };
+    const auto isCopied = [this](const char* name) {
+        return turnUntil([&] { return std::filesystem::exists(data_.path(name)); });
+    };
     for (const bool hasBus : {false, true}) {
         std::optional<TestBus> bus;
         if (hasBus)
             bus.emplace(); // without the portal and FileManager1
         const auto desktop = std::make_shared<GioDesktop>(mail_);
-        std::vector<bool> outcomes;
-        const auto note = [&](const host::Status& outcome) {
-            outcomes.push_back(outcome.ok());
-        };
-        desktop->openWith(
-            film,
-            [](const std::vector<std::string>& names,
-               const std::function<void(std::size_t)>& open) {
-                EXPECT_THAT(names, testing::ElementsAre("first", "other"));
-                open(1);
-            },
-            note);
-        EXPECT_TRUE(opened("other", ""));
-        desktop->showInFolder(film, note);
-        EXPECT_TRUE(opened("folders", "a film.bin"));
-        EXPECT_TRUE(turnUntil([&] { return outcomes.size() == 2; }));
-        desktop->openWith(dataFolder() + "/device/missing.bin", {}, note);
-        EXPECT_EQ(outcomes.size(), 2U) << "reported on the loop";
-        EXPECT_TRUE(turnUntil([&] { return outcomes.size() == 3; }));
-        EXPECT_THAT(outcomes, testing::ElementsAre(true, true, false));
-        for (const char* copy : {"/by-other", "/by-folders"})
-            std::filesystem::remove_all(dataFolder() + copy);
+        EXPECT_TRUE(
+            succeeds([&](auto done) { desktop->openWith(data_.film(), chooseTheSecond, done); }));
+        EXPECT_TRUE(isCopied("by-other"));
+        EXPECT_TRUE(succeeds([&](auto done) { desktop->showInFolder(data_.film(), done); }));
+        EXPECT_TRUE(isCopied("by-folders/a film.bin"));
+        EXPECT_FALSE(succeeds([&](auto done) { desktop->openWith(data_.path("none"), {}, done); }));
+        for (const char* copy : {"by-other", "by-folders"})
+            std::filesystem::remove_all(data_.path(copy));
     }
 }
 
@@ -195,8 +178,8 @@ protected:
 TEST_F(SessionTest, ANotificationIsPlainText) {
     desktop_->notify("Download Succeeded", "<b>Tom & Jerry</b>.mp4");
     ASSERT_TRUE(turnUntil([&] { return calls_.size() == 1; }));
-    EXPECT_EQ(calls_[0], "Notify('Vistrel', 0, 'org.vistrel.Vistrel', 'Download Succeeded', "
-                         "'&lt;b&gt;Tom &amp; Jerry&lt;/b&gt;.mp4', [], "
+    EXPECT_EQ(calls_[0], "Notify('Vistrel', uint32 0, 'org.vistrel.Vistrel', 'Download Succeeded', "
+                         "'&lt;b&gt;Tom &amp; Jerry&lt;/b&gt;.mp4', @as [], "
                          "{'desktop-entry': <'org.vistrel.Vistrel'>}, -1)");
 }
 
@@ -206,22 +189,15 @@ TEST_F(SessionTest, TheScreenStaysAwakeUntilItMaySleepAgain) {
     desktop_->setIdleTimerDisabled(false); // before the answer has come
     ASSERT_TRUE(turnUntil([&] { return calls_.size() == 2; }));
     EXPECT_THAT(calls_,
-                testing::ElementsAre("Inhibit('org.vistrel.Vistrel', 'Playing')", "UnInhibit(7,)"));
+                ElementsAre("Inhibit('org.vistrel.Vistrel', 'Playing')", "UnInhibit(uint32 7,)"));
 }
 
 TEST_F(SessionTest, ThePortalAsksForAProgramAndTheFileManagerShowsAFile) {
-    const std::string film = dataFolder() + "/device/a film.bin";
-    int succeeded = 0;
-    const auto note = [&](const host::Status& outcome) {
-        succeeded += outcome.ok() ? 1 : 0;
-    };
-    desktop_->openWith(film, {}, note);
-    ASSERT_TRUE(turnUntil([&] { return succeeded == 1; }));
-    desktop_->showInFolder(film, note);
-    ASSERT_TRUE(turnUntil([&] { return succeeded == 2; }));
-    EXPECT_THAT(calls_, testing::ElementsAre("OpenFile('', 0, {'ask': <true>})",
-                                             "ShowItems(['file://" + dataFolder() +
-                                                 "/device/a%20film.bin'], '')"));
+    EXPECT_TRUE(succeeds([&](auto done) { desktop_->openWith(data_.film(), {}, done); }));
+    EXPECT_TRUE(succeeds([&](auto done) { desktop_->showInFolder(data_.film(), done); }));
+    EXPECT_THAT(calls_,
+                ElementsAre("OpenFile('', handle 0, {'ask': <true>})",
+                            "ShowItems(['file://" + data_.path() + "/device/a%20film.bin'], '')"));
 }
 
 }

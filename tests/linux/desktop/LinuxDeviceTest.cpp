@@ -2,14 +2,10 @@
 
 #include "tests/support/TemporaryFolder.h"
 
-#include <gmock/gmock.h>
-
 #include <sys/utsname.h>
 
 namespace vistrel {
 namespace {
-
-using ::testing::ElementsAre;
 
 /// Contents of a machine's files; those that are empty do not exist.
 struct Machine {

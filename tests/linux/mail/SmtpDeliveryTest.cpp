@@ -21,10 +21,16 @@ protected:
         account_.user = "me";
     }
 
-    /// Sends to a server that behaves so, and waits for the outcome.
-    void send(SmtpTestServer::Behaviour behaviour) {
+    /// Sends to a server that behaves so: "sent", or why it failed.
+    std::string send(SmtpTestServer::Behaviour behaviour) {
         SmtpTestServer server(std::move(behaviour));
         account_.port = server.port();
+        std::string outcome = deliver();
+        commands_ = server.commands();
+        received_ = server.message();
+        return outcome;
+    }
+    std::string deliver() {
         outcomes_.clear();
         progress_.clear();
         const auto delivery = begin();
@@ -32,8 +38,7 @@ protected:
         EXPECT_TRUE(turnUntil([this] { return !outcomes_.empty(); }));
         turnFor(0.03);
         EXPECT_EQ(outcomes_.size(), 1U);
-        commands_ = server.commands();
-        received_ = server.message();
+        return code() == 0 ? "sent" : outcomes_.front().failure().message;
     }
     std::shared_ptr<SmtpDelivery> begin() {
         auto delivery = std::make_shared<SmtpDelivery>(curl_, account_, kPassword, message_);
@@ -43,10 +48,8 @@ protected:
                          }});
         return delivery;
     }
-    bool succeeded() { return !outcomes_.empty() && outcomes_.front().ok(); }
-    std::string failure() {
-        return outcomes_.empty() || succeeded() ? "" : outcomes_.front().failure().message;
-    }
+    /// Of the failure; 0 when there was none.
+    int code() const { return outcomes_.at(0).ok() ? 0 : outcomes_.at(0).failure().code; }
 
     std::shared_ptr<CurlLoop> curl_ = std::make_shared<CurlLoop>();
     MailAccount account_;
@@ -59,8 +62,7 @@ protected:
 };
 
 TEST_F(SmtpDeliveryTest, AMailGoesThroughInOneConversation) {
-    send({});
-    EXPECT_TRUE(succeeded()) << failure();
+    EXPECT_EQ(send({}), "sent");
     // base64 of NUL "me" NUL "s3cret-pass"
     EXPECT_THAT(commands_, ElementsAre("EHLO [127.0.0.1]", "AUTH PLAIN AG1lAHMzY3JldC1wYXNz",
                                        "MAIL FROM:<me@example.com>", "RCPT TO:<a@example.com>",
@@ -71,12 +73,12 @@ TEST_F(SmtpDeliveryTest, AMailGoesThroughInOneConversation) {
 }
 
 TEST_F(SmtpDeliveryTest, TheServerAndTheAccountDecideHowToSignIn) {
-    send({.extensions = {"SIZE 1000", "AUTH LOGIN"}, .replies = {{"AUTH", "334 VXNlcm5hbWU6"}}});
-    EXPECT_TRUE(succeeded()) << failure();
+    EXPECT_EQ(send({.extensions = {"SIZE 1000", "AUTH LOGIN"},
+                    .replies = {{"AUTH", "334 VXNlcm5hbWU6"}}}),
+              "sent");
     EXPECT_THAT(commands_, testing::IsSupersetOf({"AUTH LOGIN bWU=", "czNjcmV0LXBhc3M="}));
     account_.user.clear();
-    send({.extensions = {}});
-    EXPECT_TRUE(succeeded()) << failure();
+    EXPECT_EQ(send({.extensions = {}}), "sent");
     EXPECT_THAT(commands_, Not(Contains(StartsWith("AUTH"))));
 }
 
@@ -99,12 +101,11 @@ TEST_F(SmtpDeliveryTest, ARefusalAtAnyPointFailsWithTheServersReply) {
         {{{"MAIL", ""}}, ECONNRESET, "closed the connection"},
     };
     for (const auto& each : cases) {
-        send({.replies = each.replies});
-        ASSERT_FALSE(succeeded()) << each.says;
-        EXPECT_EQ(outcomes_.front().failure().code, each.code) << each.says;
-        EXPECT_THAT(failure(), HasSubstr(each.says));
-        EXPECT_THAT(failure(), Not(HasSubstr(kPassword)));
-        EXPECT_THAT(failure(), Not(HasSubstr("AG1lAHMzY3JldC1wYXNz")));
+        const std::string failure = send({.replies = each.replies});
+        EXPECT_EQ(code(), each.code) << each.says;
+        EXPECT_THAT(failure, HasSubstr(each.says));
+        EXPECT_THAT(failure, Not(HasSubstr(kPassword)));
+        EXPECT_THAT(failure, Not(HasSubstr("AG1lAHMzY3JldC1wYXNz")));
     }
 }
 
@@ -113,8 +114,7 @@ TEST_F(SmtpDeliveryTest, AConnectionLostInTheMiddleOfTheMessageIsAFailure) {
     while (message_.bytes.size() < 4'000'000)
         message_.bytes += message_.bytes;
     send({.messageBytes = 100'000});
-    EXPECT_FALSE(succeeded());
-    EXPECT_EQ(outcomes_.front().failure().code, ECONNRESET);
+    EXPECT_EQ(code(), ECONNRESET);
     EXPECT_EQ(received_, "");
     ASSERT_FALSE(progress_.empty());
     EXPECT_LT(progress_.front(), 1);
@@ -122,16 +122,10 @@ TEST_F(SmtpDeliveryTest, AConnectionLostInTheMiddleOfTheMessageIsAFailure) {
 
 TEST_F(SmtpDeliveryTest, NoServerAndNoEncryptionToARemoteHostAreFailures) {
     account_.port = SmtpTestServer({}).port();
-    auto delivery = begin();
-    EXPECT_TRUE(turnUntil([this] { return !outcomes_.empty(); }));
-    EXPECT_THAT(failure(), HasSubstr("cannot be reached"));
-
-    outcomes_.clear();
+    EXPECT_THAT(deliver(), HasSubstr("cannot be reached"));
     account_.host = "192.0.2.1";
-    delivery = begin();
-    EXPECT_TRUE(turnUntil([this] { return !outcomes_.empty(); }));
-    ASSERT_FALSE(succeeded()) << "a password in the clear";
-    EXPECT_EQ(outcomes_.front().failure().code, EPERM);
+    deliver();
+    EXPECT_EQ(code(), EPERM) << "a password in the clear";
 }
 
 TEST_F(SmtpDeliveryTest, ADeliveryThatIsDroppedIsSilent) {
@@ -147,8 +141,8 @@ TEST_F(SmtpDeliveryTest, ADeliveryThatIsDroppedIsSilent) {
 TEST_F(SmtpDeliveryTest, AServerThatDoesNotSayGoodbyeDelaysNobody) {
     for (const Replies& replies : {Replies{}, Replies{{"MAIL", "550 no"}}}) {
         const auto start = std::chrono::steady_clock::now();
-        send({.replies = replies, .staysOpen = true});
-        EXPECT_EQ(succeeded(), replies.empty()) << failure();
+        const std::string outcome = send({.replies = replies, .staysOpen = true});
+        EXPECT_EQ(outcome == "sent", replies.empty()) << outcome;
         EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
     }
 }
@@ -170,8 +164,7 @@ protected:
 };
 
 TEST_F(EncryptedDelivery, OnlyTheGreetingPrecedesTheEncryption) {
-    send(secureServer());
-    EXPECT_TRUE(succeeded()) << failure();
+    EXPECT_EQ(send(secureServer()), "sent");
     EXPECT_THAT(commands_, ElementsAre(StartsWith("EHLO ["), "STARTTLS", StartsWith("*EHLO ["),
                                        StartsWith("*AUTH PLAIN "), "*MAIL FROM:<me@example.com>",
                                        "*RCPT TO:<a@example.com>", "*RCPT TO:<b@example.com>",
@@ -181,8 +174,7 @@ TEST_F(EncryptedDelivery, OnlyTheGreetingPrecedesTheEncryption) {
     account_.security = MailSecurity::TLS;
     auto behaviour = secureServer();
     behaviour.encrypted = true;
-    send(behaviour);
-    EXPECT_TRUE(succeeded()) << failure();
+    EXPECT_EQ(send(behaviour), "sent");
     EXPECT_THAT(commands_.front(), StartsWith("*EHLO"));
 }
 
@@ -205,8 +197,7 @@ TEST_F(EncryptedDelivery, AnUntrustedServerGetsNothing) {
         behaviour.injected = each.injected;
         account_.host = each.host;
         account_.certificateAuthorityFile = each.trusted ? certificate_.certificateFile() : "";
-        send(behaviour);
-        EXPECT_FALSE(succeeded()) << each.name;
+        EXPECT_NE(send(behaviour), "sent") << each.name;
         for (const std::string& command : commands_)
             EXPECT_TRUE(command.starts_with("EHLO") || command == "STARTTLS")
                 << each.name << ": " << command;
