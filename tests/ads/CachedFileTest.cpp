@@ -4,6 +4,7 @@
 #include "ads/Network/GADHTTPDate.h"
 #include "ads/Network/GADNetworkUtilities.h"
 #include "tests/ads/AdsTest.h"
+#include "tests/support/Heard.h"
 
 namespace vistrel {
 namespace {
@@ -12,29 +13,29 @@ using support::ScriptedNetwork;
 
 constexpr const char* kAddress = "http://ads.example/script.js";
 constexpr const char* kModified = "Sat, 01 Jan 2011 12:00:00 GMT";
-constexpr double kModifiedSeconds = 1293883200;
+constexpr const char* kSentBack = "Sat, 01 Jan 2011 12:00:00";
+const std::string kOldCopy = std::string(" old copy of ") + kSentBack;
 
 /// Records what it is told. A test can react to an end or a failure.
 class RecordingDelegate : public GADCachedFileDelegate {
 public:
     void cachedFileDownloadDidEnd(GADCachedFile& file) override {
-        events.emplace_back("end");
+        heard("end");
         if (onEnd)
             onEnd(file);
     }
     void cachedFileDownloadDidFail(GADCachedFile& file, const NSError* error) override {
-        events.push_back(error ? "fail " + error->domain() + " " + std::to_string(error->code())
-                               : "fail");
+        heard(error ? "fail " + error->domain() + " " + std::to_string(error->code()) : "fail");
         if (onFail)
             onFail(file);
     }
     std::optional<NSError> cachedFileShouldRedirectToURL(GADCachedFile&,
                                                          const NSURL& url) override {
-        events.push_back("redirect " + url.absoluteString());
+        heard("redirect " + url.absoluteString());
         return veto;
     }
 
-    std::vector<std::string> events;
+    support::Heard heard;
     std::optional<NSError> veto;
     std::function<void(GADCachedFile&)> onEnd;
     std::function<void(GADCachedFile&)> onFail;
@@ -54,30 +55,28 @@ protected:
             file_ = GADCachedFile::withDelegateURL(delegate_, *NSURL::URLWithString(kAddress));
         return *file_;
     }
-    void letGo() { file_.reset(); }
-
-    void fetch() {
+    /// What the delegate has heard, the last status, and the copy with its date when that is the
+    /// server's: "end: 200 text", "end: 304 text of Sat, 01 Jan …", "fail: 404 no copy".
+    std::string outcome() {
+        const std::string copy = file().content().value_or("not UTF-8");
+        const auto date = file().fileModificationDate();
+        return delegate_->heard.take() + ": " + std::to_string(file().httpStatusCode()) + " " +
+               (file().hasContent() ? copy : "no copy") + (date == kSentBack ? " of " + *date : "");
+    }
+    std::string fetched() {
         file().validate();
         advance(10);
+        return outcome();
     }
-    /// Fetches and returns the delegate's events.
-    std::vector<std::string> fetched() {
-        fetch();
-        return takeEvents();
-    }
-    std::vector<std::string> takeEvents() { return std::exchange(delegate_->events, {}); }
-    /// Fetches a first copy and clears the records of that.
-    void haveACopy(const std::string& text = "old copy") {
-        network().at(kAddress).body(text).header("Last-Modified", kModified);
+    /// A first copy, of which nothing is left in the records.
+    void haveACopy() {
+        network().at(kAddress).body("old copy").header("Last-Modified", kModified);
         fetched();
         network().forgetRequests();
     }
     std::string sentHeader(const std::string& field) {
-        return network().requests().empty()
-                   ? "nothing sent"
-                   : ScriptedNetwork::header(network().requests().back(), field);
+        return ScriptedNetwork::header(network().requests().back(), field);
     }
-    double modificationTime() { return files().info(file().filePath()).value().modificationTime; }
 
     std::shared_ptr<RecordingDelegate> delegate_ = std::make_shared<RecordingDelegate>();
     std::shared_ptr<GADCachedFile> file_;
@@ -86,17 +85,15 @@ protected:
 TEST_F(GADCachedFileTest, FetchesAFileWithItsStatusAndHeaders) {
     GADNetworkUtilities::setUserAgentString("Library/4.1");
     network().at(kAddress).body("var a = 1;").header("X-Afma-Refresh-Rate", "30");
-    EXPECT_FALSE(file().hasContent());
     EXPECT_EQ(file().content(), std::nullopt);
     EXPECT_EQ(file().fileModificationDate(), std::nullopt);
     file().validate();
-    EXPECT_THAT(delegate_->events, IsEmpty()) << "nothing is reported before validate() returns";
+    EXPECT_EQ(outcome(), ": 0 no copy") << "nothing is reported before validate() returns";
     advance(10);
-    EXPECT_THAT(delegate_->events, ElementsAre("end"));
-    EXPECT_EQ(file().content(), "var a = 1;");
+    EXPECT_EQ(outcome(), "end: 200 var a = 1;");
     EXPECT_THAT(file().httpHeaders(), Contains(::testing::Pair("X-Afma-Refresh-Rate", "30")));
     EXPECT_EQ(file().httpDestinationURL().absoluteString(), kAddress);
-    EXPECT_EQ(network().requests().size(), 1U);
+    ASSERT_EQ(network().requests().size(), 1U);
     EXPECT_TRUE(network().requests().front().ignoresCache);
     EXPECT_EQ(network().requests().front().cookies, host::CookieUse::SendAndStore);
     EXPECT_EQ(sentHeader("If-Modified-Since"), "");
@@ -141,26 +138,19 @@ TEST_F(GADCachedFileTest, ASecondValidateDuringAFetchChangesNothing) {
     network().at(kAddress).body("a").after(1);
     file().validate();
     advance(0.5);
-    file().validate();
     file().validateWithCacheBuster();
-    advance(10);
+    EXPECT_EQ(fetched(), "end: 200 a");
     EXPECT_EQ(network().requests().size(), 1U);
-    EXPECT_THAT(delegate_->events, ElementsAre("end"));
-    file().validate();
-    advance(10);
+    EXPECT_EQ(fetched(), "end: 200 a");
     EXPECT_EQ(network().requests().size(), 2U);
 }
 
 TEST_F(GADCachedFileTest, ACopyIsFoundByItsAddressAndRevalidatedByTheServersDate) {
     haveACopy();
-    EXPECT_EQ(modificationTime(), kModifiedSeconds);
-    EXPECT_EQ(file().fileModificationDate(), "Sat, 01 Jan 2011 12:00:00");
+    EXPECT_EQ(files().info(file().filePath()).value().modificationTime, 1293883200);
     network().at(kAddress).status(304);
-    fetch();
-    EXPECT_EQ(sentHeader("If-Modified-Since"), "Sat, 01 Jan 2011 12:00:00");
-    EXPECT_THAT(delegate_->events, ElementsAre("end"));
-    EXPECT_EQ(file().httpStatusCode(), 304);
-    EXPECT_EQ(modificationTime(), kModifiedSeconds);
+    EXPECT_EQ(fetched(), "end: 304" + kOldCopy);
+    EXPECT_EQ(sentHeader("If-Modified-Since"), kSentBack);
     const auto contentOf = [](const std::string& address) {
         return GADCachedFile::withDelegateURL({}, *NSURL::URLWithString(address))->content();
     };
@@ -181,12 +171,11 @@ TEST_F(GADCachedFileTest, DatesAreReadWithOrWithoutTheirZoneAndNonsenseIsIgnored
         {"GMT", false},
         {"", false},
     };
+    const std::string kNewCopy = std::string("end: 200 new of ") + kSentBack;
     for (const auto& [date, valid] : cases) {
         network().at(kAddress).body("new").header("Last-Modified", date);
         file().invalidate();
-        fetch();
-        ASSERT_TRUE(file().hasContent()) << date;
-        EXPECT_EQ(modificationTime() == kModifiedSeconds, valid) << date;
+        EXPECT_EQ(fetched(), valid ? kNewCopy : "end: 200 new") << date;
     }
     for (const char* date :
          {"Sat, 01 Jan 0000 00:00:00", "Thu, 01 Jan 1970 00:00:00", "Tue, 29 Feb 2000 23:59:59",
@@ -204,9 +193,7 @@ TEST_F(GADCachedFileTest, AnUnexpectedStatusKeepsTheOldCopy) {
     for (const int status : {404, 400, 503, 204, 206, 301}) {
         haveACopy();
         network().at(kAddress).status(status).body("an error page");
-        EXPECT_THAT(fetched(), ElementsAre("fail")) << status;
-        EXPECT_EQ(file().httpStatusCode(), status);
-        EXPECT_EQ(file().content(), "old copy");
+        EXPECT_EQ(fetched(), "fail: " + std::to_string(status) + kOldCopy);
         EXPECT_EQ(network().runningTransfers(), 0);
     }
 }
@@ -223,16 +210,12 @@ TEST_F(GADCachedFileTest, AFetchThatFailsReportsItsErrorAndKeepsTheOldCopy) {
     haveACopy();
     for (const auto& [fault, event] : cases) {
         fault(network().at(kAddress).body("a longer new copy"));
-        fetch();
+        EXPECT_EQ(fetched(), event + ": 200" + kOldCopy);
         files().clearFaults();
-        EXPECT_THAT(takeEvents(), ElementsAre(event));
-        EXPECT_EQ(file().content(), "old copy");
-        EXPECT_EQ(modificationTime(), kModifiedSeconds);
     }
     file().invalidate();
     files().makeReadOnly("/var");
-    EXPECT_THAT(fetched(), ElementsAre(StartsWith("fail NSPOSIXErrorDomain ")));
-    EXPECT_FALSE(file().hasContent());
+    EXPECT_EQ(fetched(), "fail NSPOSIXErrorDomain " + std::to_string(EROFS) + ": 200 no copy");
 }
 
 TEST_F(GADCachedFileTest, ARedirectIsFollowedUnlessTheDelegateVetoesIt) {
@@ -241,20 +224,18 @@ TEST_F(GADCachedFileTest, ARedirectIsFollowedUnlessTheDelegateVetoesIt) {
     network().at(kAddress).redirectsTo("http://cdn.example/a").header("X-Mark", "redirect");
     network().at("http://cdn.example/a").body("moved");
     delegate_->veto = NSError("veto", 7, "not there");
-    EXPECT_THAT(fetched(), ElementsAre("redirect http://cdn.example/a", "fail veto 7"));
+    EXPECT_EQ(fetched(), "redirect http://cdn.example/a, fail veto 7: 200" + kOldCopy);
     EXPECT_THAT(network().requestedURLs(), ElementsAre(kAddress));
     EXPECT_EQ(file().httpDestinationURL().absoluteString(), "http://cdn.example/a");
     EXPECT_THAT(file().httpHeaders(), Contains(::testing::Pair("X-Mark", "redirect")));
-    EXPECT_EQ(file().content(), "old copy");
     delegate_->veto.reset();
-    EXPECT_THAT(fetched(), ElementsAre("redirect http://cdn.example/a", "end"));
-    EXPECT_EQ(file().content(), "moved");
+    EXPECT_EQ(fetched(), "redirect http://cdn.example/a, end: 200 moved");
     EXPECT_EQ(file().sourceURL().absoluteString(), kAddress);
     EXPECT_EQ(file().filePath(), path);
     network().at(kAddress).redirectsTo("tel:123"); // leaves the web
-    EXPECT_THAT(fetched(), ElementsAre("redirect tel:123", "fail NSURLErrorDomain -1002"));
+    EXPECT_EQ(fetched(), "redirect tel:123, fail NSURLErrorDomain -1002: 200 moved");
     delegate_->veto = NSError("veto", 7, "enough");
-    EXPECT_THAT(fetched(), ElementsAre("redirect tel:123", "fail veto 7"));
+    EXPECT_EQ(fetched(), "redirect tel:123, fail veto 7: 200 moved");
 }
 
 TEST_F(GADCachedFileTest, TheCacheBusterPutsTheTimeIntoTheAddress) {
@@ -264,9 +245,9 @@ TEST_F(GADCachedFileTest, TheCacheBusterPutsTheTimeIntoTheAddress) {
     network().at(busted).body("fresh");
     file().validateWithCacheBuster();
     advance(10);
+    EXPECT_EQ(outcome(), "end: 200 fresh");
     EXPECT_THAT(network().requestedURLs(), ElementsAre(busted));
     EXPECT_EQ(file().httpDestinationURL().absoluteString(), busted);
-    EXPECT_EQ(file().content(), "fresh");
     EXPECT_EQ(file().filePath(), gadCachedFilePath(*NSURL::URLWithString(kAddress)));
 }
 
@@ -280,23 +261,18 @@ TEST_F(GADCachedFileTest, CancelAndInvalidateStopAFetchSilentlyAndTheLatterDelet
         deletes ? file().invalidate() : file().cancel();
         EXPECT_EQ(network().runningTransfers(), 0);
         advance(10);
-        EXPECT_THAT(takeEvents(), IsEmpty());
-        EXPECT_EQ(file().content(), deletes ? std::nullopt : std::optional("old copy"));
+        EXPECT_EQ(outcome(), ": 200" + (deletes ? " no copy" : kOldCopy));
     }
     file().invalidate(); // a second time
-    fetch();
+    EXPECT_EQ(fetched(), "end: 200 new copy");
     EXPECT_EQ(sentHeader("If-Modified-Since"), "");
-    EXPECT_EQ(file().content(), "new copy");
 }
 
 TEST_F(GADCachedFileTest, TextThatIsNotUTF8IsNotReturned) {
     network().at(kAddress).body("caf\xE9");
-    fetch();
-    EXPECT_TRUE(file().hasContent());
-    EXPECT_EQ(file().content(), std::nullopt);
+    EXPECT_EQ(fetched(), "end: 200 not UTF-8");
     network().at(kAddress).body("");
-    fetch();
-    EXPECT_EQ(file().content(), "");
+    EXPECT_EQ(fetched(), "end: 200 ");
 }
 
 TEST_F(GADCachedFileTest, TheDelegateMayFetchAgainFromAnEndOrAFailure) {
@@ -310,44 +286,37 @@ TEST_F(GADCachedFileTest, TheDelegateMayFetchAgainFromAnEndOrAFailure) {
         ended.validate();
     };
     delegate_->onFail = &GADCachedFile::validate;
-    EXPECT_THAT(fetched(), ElementsAre("end", "fail NSURLErrorDomain -1001", "end"));
-    EXPECT_EQ(file().content(), "third");
+    EXPECT_EQ(fetched(), "end, fail NSURLErrorDomain -1001, end: 200 third");
     EXPECT_EQ(network().requests().size(), 3U);
 }
 
 TEST_F(GADCachedFileTest, TheDelegateMayReleaseTheFileInAnyCallback) {
-    const auto letGoOfIt = [this](GADCachedFile& done) {
+    delegate_->onEnd = [this](GADCachedFile& done) {
         done.setDelegate({});
         done.invalidate();
-        letGo();
+        file_.reset();
     };
-    delegate_->onEnd = letGoOfIt;
-    delegate_->onFail = letGoOfIt;
-    network().at(kAddress).body("a").header("Last-Modified", kModified);
-    fetch();
-    EXPECT_EQ(file_, nullptr);
-    network().at(kAddress).status(304);
-    fetch();
-    network().at(kAddress).status(500);
-    fetch();
-    network().at(kAddress).fails(host::TransferErrorKind::Other, "broken");
-    fetch();
+    delegate_->onFail = delegate_->onEnd;
+    auto& answer = network().at(kAddress).body("a").header("Last-Modified", kModified);
+    EXPECT_EQ(fetched(), "end: 0 no copy") << "a new object speaks";
+    answer.status(304);
+    EXPECT_EQ(fetched(), "end: 0 no copy");
+    answer.status(500);
+    EXPECT_EQ(fetched(), "fail: 0 no copy");
+    answer.fails(host::TransferErrorKind::Other, "broken");
+    EXPECT_EQ(fetched(), "fail NSURLErrorDomain -1: 0 no copy");
     delegate_->veto = NSError("veto", 7, "not there");
     network().at(kAddress).redirectsTo("http://h/");
-    EXPECT_THAT(fetched(), ElementsAre("end", "end", "fail", "fail NSURLErrorDomain -1",
-                                       "redirect http://h/", "fail veto 7"));
-    EXPECT_FALSE(file().hasContent());
+    EXPECT_EQ(fetched(), "redirect http://h/, fail veto 7: 0 no copy");
 }
 
 TEST_F(GADCachedFileTest, ItFetchesWithoutADelegate) {
     file().setDelegate({});
     network().at(kAddress).redirectsTo("http://h/");
     network().at("http://h/").body("a");
-    fetch();
-    EXPECT_EQ(file().content(), "a");
+    EXPECT_EQ(fetched(), ": 200 a");
     network().at("http://h/").status(404);
-    fetch();
-    EXPECT_EQ(file().httpStatusCode(), 404);
+    EXPECT_EQ(fetched(), ": 404 a");
 }
 
 }
