@@ -9,6 +9,7 @@
 #include "ads/ViewController/GADViewController.h"
 #include "platform/uikit/UITouch.h"
 #include "tests/ads/AdsTest.h"
+#include "tests/support/Heard.h"
 
 namespace vistrel {
 
@@ -24,12 +25,12 @@ public:
     void adViewDidDismissScreen(GADBannerView&) override { hear("did dismiss"); }
     void adViewWillLeaveApplication(GADBannerView&) override { hear("will leave"); }
 
-    std::string events; ///< "received, will present"
+    support::Heard heard;
     std::function<void(const std::string& event)> onEvent;
 
 private:
     void hear(const std::string& event) {
-        events += (events.empty() ? "" : ", ") + event;
+        heard(event);
         if (onEvent)
             onEvent(event);
     }
@@ -78,7 +79,7 @@ protected:
     }
     RecordingBannerDelegate& delegate() { return *delegate_; }
     /// The delegate's events since the last call.
-    std::string takeEvents() { return std::exchange(delegate_->events, {}); }
+    std::string takeEvents() { return delegate_->heard.take(); }
 
     support::ScriptedWebPage& page() { return *webEngine().page(); }
     /// The newest page navigates, as a script or a link does; whether that is allowed.

@@ -25,24 +25,21 @@ protected:
         const auto opened = desktop().openedURLs().size();
         const int vibrations = desktop().vibrations();
         network().forgetRequests();
-        std::string outcome;
-        const auto add = [&](const std::string& one) {
-            outcome += (outcome.empty() ? "" : ", ") + one;
-        };
+        support::Heard outcome;
         if (go(url, type))
-            add("loads");
+            outcome("loads");
         advance(2);
         if (navigation().modalViewController())
-            add("presents " + page().calls().front());
+            outcome("presents " + page().calls().front());
         for (auto at = opened; at < desktop().openedURLs().size(); ++at)
-            add("opens " + desktop().openedURLs()[at]);
+            outcome("opens " + desktop().openedURLs()[at]);
         for (const auto& request : network().requestedURLs())
-            add("pings " + request);
+            outcome("pings " + request);
         for (auto at = calls; at < ad.calls().size(); ++at)
-            add("tells " + ad.calls()[at]);
+            outcome("tells " + ad.calls()[at]);
         if (desktop().vibrations() != vibrations)
-            add("vibrates");
-        return outcome;
+            outcome("vibrates");
+        return outcome.take();
     }
 };
 

@@ -1,5 +1,6 @@
 #include "ads/Utility/GADIdentifierUtilities.h"
 
+#include "ads/GADSettings.h"
 #include "platform/foundation/NSUserDefaults.h"
 #include "tests/ads/AdsTest.h"
 
@@ -20,10 +21,7 @@ protected:
 };
 
 TEST_F(GADIdentifierUtilitiesTest, UnknownValuesAreLeftOut) {
-    phoneIdentity().model = "";
-    phoneIdentity().machine = "";
-    phoneIdentity().uniqueIdentifier = "";
-    phoneIdentity().languages = {};
+    phoneIdentity() = {};
     phone().bundleVersionText = "";
     for (const char* key : {"isu", "platform", "submodel", "hl", "cap_bs", "ios_ipadc"})
         EXPECT_EQ(parameter(key), "none") << key;
@@ -116,6 +114,32 @@ TEST_F(GADIdentifierUtilitiesTest, TheHostEnvironmentReportsTheHostsValues) {
     NSUserDefaults::standardUserDefaults().setObjectForKey(Value::Array{"de-AT", "fr"},
                                                            "AppleLanguages");
     EXPECT_EQ(environment.languages(), (std::vector<std::string>{"de-AT", "fr"}));
+}
+
+using NetworkCheckerTest = AdsTest;
+
+TEST_F(NetworkCheckerTest, ReportsTheKindOfNetworkWhileEnabled) {
+    GADNetworkChecker& checker = GADNetworkChecker::sharedChecker();
+    EXPECT_EQ(network().watchedHost(), gadSettingValue(kGADReachabilityHost));
+    EXPECT_EQ(checker.networkType(), GADNetworkType::Unknown);
+    EXPECT_EQ(checker.networkTypeString(), std::nullopt);
+    turn();
+    EXPECT_EQ(checker.networkTypeString(), "wi");
+    const auto typeAfter = [&](host::Reachability reachability) {
+        network().setReachability(reachability);
+        turn();
+        return checker.networkTypeString();
+    };
+    EXPECT_EQ(typeAfter(host::Reachability::Cellular), "ed");
+    EXPECT_EQ(typeAfter(host::Reachability::NotReachable), std::nullopt);
+    EXPECT_EQ(checker.networkType(), GADNetworkType::NotReachable);
+    checker.setEnabled(false);
+    EXPECT_EQ(network().watchedHost(), "");
+    EXPECT_EQ(typeAfter(host::Reachability::Cellular), std::nullopt);
+    EXPECT_EQ(checker.changeCount(), 3);
+    checker.setEnabled(true);
+    turn();
+    EXPECT_EQ(checker.networkTypeString(), "ed");
 }
 
 }

@@ -1,5 +1,6 @@
 #include "ads/Network/GADNetworkUtilities.h"
 
+#include "ads/Notification/GADNotification.h"
 #include "ads/Utility/GADNumberUtilities.h"
 #include "ads/Utility/GADTextualDescription.h"
 #include "tests/support/Testing.h"
@@ -8,14 +9,6 @@ namespace vistrel {
 namespace {
 
 using Utilities = GADNetworkUtilities;
-using Entries = std::vector<std::pair<std::string, std::string>>;
-
-Entries entriesOf(const Value::Dictionary& dictionary) {
-    Entries entries;
-    for (const auto& [key, value] : dictionary)
-        entries.emplace_back(key, value.string());
-    return entries;
-}
 
 NSURL address(std::string_view text) {
     return *NSURL::URLWithString(text);
@@ -64,7 +57,7 @@ TEST(GADNetworkUtilities, FindsTheFirstValueOfExactlyThisKey) {
 }
 
 TEST(GADNetworkUtilities, ReadsAQueryIntoEntries) {
-    const std::tuple<std::string_view, Entries> cases[] = {
+    const std::tuple<std::string_view, Value::Dictionary> cases[] = {
         {"A=1;b=2&&c", {{"a", "1"}, {"b", "2"}}},
         {"", {}},
         {"&;&", {}},
@@ -83,9 +76,8 @@ TEST(GADNetworkUtilities, ReadsAQueryIntoEntries) {
         {"long-key-of-more-than-sixteen-bytes=a%20value%20that%20is%20as%20long",
          {{"long-key-of-more-than-sixteen-bytes", "a value that is as long"}}},
     };
-    for (const auto& [query, entries] : cases) {
-        EXPECT_EQ(entriesOf(Utilities::dictionaryFromQueryString(query)), entries) << query;
-    }
+    for (const auto& [query, entries] : cases)
+        EXPECT_EQ(Utilities::dictionaryFromQueryString(query), entries) << query;
     EXPECT_TRUE(Utilities::dictionaryFromQueryString(std::nullopt).empty());
 }
 
@@ -93,6 +85,41 @@ TEST(GADNetworkUtilities, AnEmptyUserAgentChangesNothing) {
     Utilities::setUserAgentString("Browser/1");
     Utilities::setUserAgentString("");
     EXPECT_EQ(Utilities::userAgentString(), "Browser/1");
+}
+
+TEST(GADNotification, ReadsBridgeAddresses) {
+    const struct {
+        std::string_view url;
+        std::optional<std::string_view> name; ///< nothing: no notification
+        Value::Dictionary parameters;
+    } cases[] = {
+        {"gmsg://mobileads/loadAdURL?url=http%3A%2F%2Fh%2F&type=grokruf",
+         "loadAdURL",
+         {{"url", "http://h/"}, {"type", "grokruf"}}},
+        {"gmsg:/close", "close", {}},
+        {"gmsg://h/a/b?X=1", "a/b", {{"x", "1"}}},
+        {"gmsg:name?a=b", "name", {{"a", "b"}}},
+        {"gmsg://h/%FF?a=b", "", {{"a", "b"}}},
+        {"grokruf://launch?url=http%3A%2F%2Fh%2F", "open", {{"a", "browser"}, {"u", "http://h/"}}},
+        {"grokruf://launch", "open", {{"a", "browser"}}},
+        {"grokruf://closecanvas?x=1", "close", {}},
+        {"grokruf://log?string=hello%20there", "log", {{"string", "hello there"}}},
+        {"grokruf://other?x=1", std::nullopt, {}},
+        {"GMSG://h/close", std::nullopt, {}},
+        {"http://h/close", std::nullopt, {}},
+    };
+    for (const auto& [text, name, parameters] : cases) {
+        const auto notification = GADNotification::notificationFromURL(address(text));
+        ASSERT_EQ(notification.has_value(), name.has_value()) << text;
+        if (notification) {
+            EXPECT_EQ(notification->name(), name) << text;
+            EXPECT_EQ(notification->parameters(), parameters) << text;
+        }
+    }
+    EXPECT_THAT(
+        GADNotification::notificationFromURL(address("gmsg://h/open?a=browser"))->description(),
+        ::testing::MatchesRegex("GADNotification<0x[0-9a-f]+>: name:open "
+                                "parameters:\\{\n    a = browser;\n\\}"));
 }
 
 TEST(GADNumberUtilities, WritesOnlyTheDecimalsThatAreNeeded) {

@@ -213,19 +213,11 @@ TEST_F(GADRequestTest, SignalsMakeAtMostOneEntry) {
     }
 }
 
-TEST_F(GADRequestTest, KnowsTheRequestTypesAndTheOldestSystem) {
+TEST_F(GADRequestTest, KnowsTheRequestTypes) {
     const std::pair<const char*, int> types[] = {
         {"grokruf", 4}, {"xfp", 5}, {"contextual", 1}, {"Grokruf", 0}};
     for (const auto& [name, type] : types)
         EXPECT_EQ(static_cast<int>(GADRequest::requestTypeFromString(name)), type) << name;
-    const std::tuple<const char*, int, bool> cases[] = {{"3.0", 0, true},   {"2.9.9", 0, false},
-                                                        {"3", 0, true},     {"12.5", 0, true},
-                                                        {"3.2.1", 2, true}, {"3.2.1", 3, false}};
-    for (const auto& [version, minor, enough] : cases) {
-        phoneIdentity().systemVersion = version;
-        EXPECT_EQ(GADRequest::deviceAtLeastMinimumOSMajorVersionMinorVersion(3, minor), enough)
-            << version;
-    }
 }
 
 }

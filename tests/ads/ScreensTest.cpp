@@ -13,8 +13,6 @@
 namespace vistrel {
 namespace {
 
-constexpr const char* kOpenedAndClosed = "will present, will dismiss, did dismiss";
-
 class AdScreensTest : public BannerTest {
 protected:
     template <typename Screen>
@@ -61,7 +59,7 @@ TEST_F(AdScreensTest, StatusBarAndIdleTimerAreRestored) {
         EXPECT_EQ(application().isStatusBarHidden(), barHidden);
         EXPECT_EQ(application().isIdleTimerDisabled(), idleDisabled);
         EXPECT_EQ(navigation().modalViewController(), nullptr);
-        EXPECT_EQ(takeEvents(), kOpenedAndClosed);
+        EXPECT_EQ(takeEvents(), "will present, will dismiss, did dismiss");
     }
 }
 
@@ -75,11 +73,11 @@ TEST_F(AdScreensTest, AScreenOpenedFromAWebAppReturnsToItWithoutEvents) {
     EXPECT_TRUE(tapClose("Done"));
     EXPECT_EQ(navigation().modalViewController(), webApp);
     EXPECT_TRUE(application().isStatusBarHidden());
-    EXPECT_EQ(delegate().events, "will present");
+    EXPECT_EQ(takeEvents(), "will present");
     webApp = nullptr;
     EXPECT_TRUE(tapClose("Close"));
     EXPECT_FALSE(application().isStatusBarHidden());
-    EXPECT_EQ(takeEvents(), kOpenedAndClosed);
+    EXPECT_EQ(takeEvents(), "will dismiss, did dismiss");
 }
 
 TEST_F(AdScreensTest, ADelegateMayDestroyTheAdInsideEachCallback) {

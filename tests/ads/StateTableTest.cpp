@@ -3,6 +3,7 @@
 #include "tests/ads/BannerTest.h"
 
 #include <fstream>
+#include <regex>
 
 namespace vistrel {
 namespace {
@@ -13,14 +14,8 @@ constexpr const char* kKept = "=";
 constexpr const char* kImpossible = "—";
 
 std::vector<std::string> cellsOf(const std::string& line) {
-    std::vector<std::string> cells;
-    std::istringstream row(line);
-    for (std::string cell; std::getline(row, cell, '|');) {
-        const auto first = cell.find_first_not_of(' ');
-        if (first != std::string::npos)
-            cells.push_back(cell.substr(first, cell.find_last_not_of(' ') - first + 1));
-    }
-    return cells;
+    static const std::regex kCell("[^| ]([^|]*[^| ])?");
+    return {std::sregex_token_iterator(line.begin(), line.end(), kCell), {}};
 }
 
 /// Maps event and state to "State", "State, delegate's event", or one of the two marks.
@@ -45,6 +40,7 @@ class StateTable : public BannerTest,
                    public testing::WithParamInterface<std::tuple<std::size_t, std::size_t>> {
 protected:
     using Answer = support::ScriptedAnswer;
+    using S = StateTable;
     struct Event {
         const char* name;
         void (StateTable::*act)();
@@ -70,6 +66,8 @@ protected:
         ask();
     }
     void arrive() { advance(6); }
+    void giveAddress() { go(kAddress); }
+    void finish() { page().finishLoad(); }
     void hiddenPageGoes() { go(event().url); }
     void adPageGivesAnAddress() {
         banner().webView()->loadHTMLStringBaseURL("", std::nullopt);
@@ -97,18 +95,13 @@ protected:
         if (event().answer &&
             (state == GADAdState::FetchingScript || state == GADAdState::FetchingAd))
             event().answer(state == GADAdState::FetchingScript ? script : ad);
-        const std::function<void()> steps[] = {[&] { ask(); }, [&] { arrive(); },
-                                               [&] { go(kAddress); }, [&] { arrive(); },
-                                               [&] {
-                                                   page().finishLoad();
-                                               }};
-        for (const auto& step : steps) {
+        for (const auto step : {&S::ask, &S::arrive, &S::giveAddress, &S::arrive, &S::finish}) {
             if (object().state() == state)
                 break;
             if (state == GADAdState::Failed && hasHiddenPage())
                 go("gmsg://ads/loadAdURL?errors=bad");
             else
-                step();
+                (this->*step)();
             turn();
         }
         ASSERT_EQ(object().state(), state);
@@ -119,7 +112,6 @@ protected:
         "gmsg://ads/loadAdURL?url=http%3A//ads.example/ad%3Fid%3D1";
 };
 
-using S = StateTable;
 const StateTable::Event StateTable::kEvents[] = {
     {"load", &S::ask},
     {"load in the background", &S::askInTheBackground},

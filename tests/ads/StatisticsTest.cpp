@@ -21,8 +21,7 @@ protected:
         for (const auto& [key, value] : statistics().parameters()) {
             if (key == "session_id")
                 continue;
-            line += line.empty() ? "" : " ";
-            line += std::string(key) + "=";
+            line += (line.empty() ? "" : " ") + std::string(key) + "=";
             line += value.isNumber() ? value.numberText() : "'" + std::string(value.string()) + "'";
         }
         return line;
@@ -161,30 +160,25 @@ TEST_F(GADStatisticsTest, CountsSurviveARestart) {
 }
 
 TEST_F(GADStatisticsCoreTest, SettersTakeOnlyTheirKind) {
-    const Value text("text");
-    const Value number(5);
-    const Value date = Value::date(1);
-    const Value array(Value::Array{1});
-    const Value dictionary(Value::Dictionary{{"a", 1}});
-    using Setter = void (GADStatisticsCore::*)(const Value&, std::string_view);
-    const std::pair<Setter, const Value*> setters[] = {
-        {&GADStatisticsCore::setStringForKey, &text},
-        {&GADStatisticsCore::setNumberForKey, &number},
-        {&GADStatisticsCore::setDateForKey, &date},
-        {&GADStatisticsCore::setArrayForKey, &array},
-        {&GADStatisticsCore::setDictionaryForKey, &dictionary},
+    using Core = GADStatisticsCore;
+    const std::pair<void (Core::*)(const Value&, std::string_view), Value> setters[] = {
+        {&Core::setStringForKey, "text"},
+        {&Core::setNumberForKey, 5},
+        {&Core::setDateForKey, Value::date(1)},
+        {&Core::setArrayForKey, Value::Array{1}},
+        {&Core::setDictionaryForKey, Value::Dictionary{{"a", 1}}},
     };
     for (const auto& [setter, kind] : setters) {
-        GADStatisticsCore store("kinds");
+        Core store("kinds");
         store.removeAllObjects();
-        for (const Value* value : {&text, &number, &date, &array, &dictionary}) {
-            store.removeObjectForKey("key");
-            (store.*setter)(*value, "key");
+        for (const auto& [other, value] : setters) {
+            (store.*setter)(value, "key");
             EXPECT_EQ(store.stringForKey("key") != nullptr, value == kind);
+            store.removeObjectForKey("key");
         }
-        (store.*setter)(*kind, "key");
+        (store.*setter)(kind, "key");
         (store.*setter)(Value(), "key");
-        EXPECT_EQ(*store.numberForKey("key"), *kind);
+        EXPECT_EQ(*store.numberForKey("key"), kind);
     }
 }
 

@@ -2,6 +2,7 @@
 #include "tests/support/Testing.h"
 
 #include <bit>
+#include <bitset>
 #include <numeric>
 #include <random>
 
@@ -77,16 +78,15 @@ TEST(StringEncoding, RefusesOtherAlphabets) {
     const std::string all = allASCII();
     EXPECT_NE(GAD_StringEncoding::stringEncodingWithString(all), nullptr);
     EXPECT_NE(GAD_StringEncoding::stringEncodingWithString("ab"), nullptr);
+    using namespace std::literals;
     for (const std::string& alphabet :
-         {std::string(), std::string("a"), std::string("abc"), std::string("aa"),
-          std::string("abca"), std::string("ab\xC3\xA9"), all + all})
+         {""s, "a"s, "abc"s, "aa"s, "abca"s, "ab\xC3\xA9"s, all + all})
         EXPECT_EQ(GAD_StringEncoding::stringEncodingWithString(alphabet), nullptr) << alphabet;
 }
 
 TEST(StringEncoding, PaddingFillsBlocks) {
     const auto base4 = GAD_StringEncoding::stringEncodingWithString("abcd");
     const auto base8 = GAD_StringEncoding::stringEncodingWithString("01234567");
-    const auto base128 = GAD_StringEncoding::stringEncodingWithString(allASCII());
     for (const auto& encoding : {base4, base8}) {
         encoding->setPaddingChar('.');
         encoding->setDoPad(true);
@@ -94,7 +94,6 @@ TEST(StringEncoding, PaddingFillsBlocks) {
     EXPECT_EQ(base4->encodeString("\x1B"), "abcd");
     EXPECT_EQ(base8->encodeString("\x01"), "002.....");
     EXPECT_EQ(hexOf(base8->decode("002.....")), "01");
-    EXPECT_EQ(base128->encodeString("\x7F\x01"), std::string("\x3F\x40\x20", 3));
     base8->setDoPad(false);
     EXPECT_EQ(base8->encodeString("\x01"), "002");
 }
@@ -115,17 +114,14 @@ TEST(StringEncoding, SynonymsAndIgnoredCharactersChangeOnlyDecoding) {
 
 /// The definition, bit by bit.
 std::string encodedBitwise(const std::string& alphabet, const std::vector<std::byte>& bytes) {
-    const unsigned shift = static_cast<unsigned>(std::countr_zero(alphabet.size()));
+    std::string bits;
+    for (const std::byte byte : bytes)
+        bits += std::bitset<8>(std::to_integer<unsigned>(byte)).to_string();
+    const auto width = static_cast<std::size_t>(std::countr_zero(alphabet.size()));
+    bits.resize((bits.size() + width - 1) / width * width, '0');
     std::string text;
-    for (std::size_t bit = 0; bit < bytes.size() * 8; bit += shift) {
-        unsigned index = 0;
-        for (std::size_t i = bit; i < bit + shift; ++i) {
-            const bool set = i < bytes.size() * 8 &&
-                             (std::to_integer<unsigned>(bytes[i / 8]) >> (7 - i % 8) & 1) != 0;
-            index = index * 2 + (set ? 1 : 0);
-        }
-        text += alphabet[index];
-    }
+    for (std::size_t bit = 0; bit < bits.size(); bit += width)
+        text += alphabet[std::stoul(bits.substr(bit, width), nullptr, 2)];
     return text;
 }
 

@@ -12,19 +12,21 @@ using GADTimingManagerTest = AdsTest;
 
 TEST_F(GADTimingTest, MeasuresFromStartToEnd) {
     const auto timing = GADTiming::withCategory("prl");
+    const auto state = [&] {
+        return timing->elapsedMillisecondsString() + (timing->isActive() ? " runs" : "");
+    };
     timing->end();
     EXPECT_EQ(timing->endSeconds(), 0) << "it was not started";
     timing->start();
-    EXPECT_TRUE(timing->isActive());
     advance(1.25);
+    EXPECT_EQ(state(), "1250 runs");
     timing->end();
-    EXPECT_FALSE(timing->isActive());
     advance(5);
-    EXPECT_EQ(timing->elapsedMillisecondsString(), "1250");
+    EXPECT_EQ(state(), "1250");
     timing->start();
-    EXPECT_EQ(timing->elapsedMilliseconds(), 0U);
+    EXPECT_EQ(state(), "0 runs");
     timing->reset();
-    EXPECT_FALSE(timing->isActive());
+    EXPECT_EQ(state(), "0");
 }
 
 TEST_F(GADTimingTest, ElapsedTimeStaysInRange) {
@@ -48,11 +50,11 @@ TEST_F(GADTimingTest, NeedsANameAndConvertsToADictionary) {
     timing->start();
     timing->setValueForKey("XYZ", "pai");
     timing->setValueForKey(Value(), "nothing");
-    const auto representation = timing->dictionaryRepresentation();
-    EXPECT_EQ(representation, (Value::Dictionary{{"category", "pcl"},
-                                                 {"start", timing->startSeconds()},
-                                                 {"end", 0},
-                                                 {"userData", Value::Dictionary{{"pai", "XYZ"}}}}));
+    const Value::Dictionary representation{{"category", "pcl"},
+                                           {"start", timing->startSeconds()},
+                                           {"end", 0},
+                                           {"userData", Value::Dictionary{{"pai", "XYZ"}}}};
+    EXPECT_EQ(timing->dictionaryRepresentation(), representation);
     const auto copy = timing->copy();
     EXPECT_EQ(copy->dictionaryRepresentation(), representation);
     copy->removeValueForKey("pai");
@@ -72,7 +74,7 @@ TEST_F(GADTimingManagerTest, KeepsOneTimingPerName) {
     EXPECT_EQ(manager.timingForCategory("a"), second);
     EXPECT_THAT(manager.categories(), UnorderedElementsAre("a", "b"));
     manager.removeTiming(*other);
-    EXPECT_EQ(manager.timingForCategory("b"), nullptr);
+    EXPECT_THAT(manager.categories(), ElementsAre("a"));
     manager.addTimingWithCategory("c");
     const std::vector<std::string> names{"a", "missing"};
     manager.removeTimingsForCategories(names);
@@ -96,9 +98,7 @@ TEST_F(GADTimingManagerTest, TimingsSurviveTerminationAndDestruction) {
         const GADTimingManager next("test");
         const auto kept = next.timingForCategory("ptime");
         ASSERT_NE(kept, nullptr);
-        EXPECT_EQ(kept->startSeconds(), timing->startSeconds());
-        EXPECT_TRUE(kept->isActive());
-        EXPECT_EQ(*kept->valueForKey("n"), Value(5));
+        EXPECT_EQ(kept->dictionaryRepresentation(), timing->dictionaryRepresentation());
         EXPECT_TRUE(GADTimingManager("other").timings().empty());
         advance(1);
     }

@@ -1,6 +1,9 @@
 #include "ads/Utility/GADMacros.h"
 #include "ads/json/GAD_ZelJSON.h"
+#include "ads/json/GAD_ZelJSONScan.h"
 #include "tests/support/Testing.h"
+
+#include <random>
 
 namespace vistrel {
 namespace {
@@ -10,21 +13,16 @@ std::string written(const Value& value) {
 
 TEST(ZelJSONWriter, WritesEveryKindAndEscapesOnlyWhatMustBe) {
     const std::tuple<Value, const char*> cases[] = {
+        {Value::Array{Value(), true, false, -12, 0.1, Value::number("1.50E+2"), "a",
+                      Value::Array{}},
+         "[null,true,false,-12,0.1,1.50E+2,\"a\",[]]"},
+        {Value::Dictionary{}, "{}"},
+        {Value::Dictionary{{"b", 1}, {"a", Value::Dictionary{{"", true}}}},
+         "{\"b\":1,\"a\":{\"\":true}}"},
         {Value(), "null"},
-        {true, "true"},
-        {false, "false"},
-        {-12, "-12"},
-        {0.1, "0.1"},
-        {Value::number("1.50E+2"), "1.50E+2"},
-        {"text", "\"text\""},
         {"\"\\/\b\t\n\f\r\x01\x1f\x7f\u00e9\U0001F600",
          "\"\\\"\\\\/\\b\\t\\n\\f\\r\\u0001\\u001f\x7f\u00e9\U0001F600\""},
         {std::string_view("\0", 1), "\"\\u0000\""},
-        {Value::Array{}, "[]"},
-        {Value::Dictionary{}, "{}"},
-        {Value::Array{1, Value::Array{Value()}, "a"}, "[1,[null],\"a\"]"},
-        {Value::Dictionary{{"b", 1}, {"a", Value::Dictionary{{"", true}}}},
-         "{\"b\":1,\"a\":{\"\":true}}"},
         {Value::date(1296475200.75), "\"2011-01-31 12:00:00 +0000\""},
         {Value::date(-1), "\"1969-12-31 23:59:59 +0000\""},
         {Value::data({std::byte{0}, std::byte{1}, std::byte{2}, std::byte{0xAB}, std::byte{9}}),
@@ -82,11 +80,57 @@ TEST(GADMacrosJSON, FailuresYieldAnEmptyTextOrNothing) {
     EXPECT_EQ(GADMacros::jsonify(&object), "{\"a\":1}");
     EXPECT_EQ(GADMacros::jsonify(&scalar), "");
     EXPECT_EQ(GADMacros::jsonify(nullptr), std::nullopt);
-
     EXPECT_EQ(GADMacros::readJson("{\"a\":1}"), object.dictionary());
     EXPECT_EQ(GADMacros::readJson(std::nullopt), std::nullopt);
-    EXPECT_EQ(GADMacros::readJson("[1]"), std::nullopt);
-    EXPECT_EQ(GADMacros::readJson("{"), std::nullopt);
+    for (const char* text : {"[1]", "{"})
+        EXPECT_EQ(GADMacros::readJson(text), std::nullopt) << text;
+}
+
+using namespace jsonScan;
+
+/// About one byte in twenty is special, or not a digit; zeros follow.
+std::string randomText(std::mt19937& random, bool digitsOnly) {
+    const std::string odd("\0\x1f\"\\ !/:\x7f\x80\x9f\xa2\xdc\xff.", 15);
+    std::string text;
+    for (auto left = random() % 80; left > 0; --left) {
+        const bool isOdd = random() % 20 == 0;
+        text += isOdd        ? odd[random() % odd.size()]
+                : digitsOnly ? static_cast<char>('0' + random() % 10)
+                             : static_cast<char>(0x23 + random() % 0x30);
+    }
+    return text + std::string(64, '\0');
+}
+
+std::size_t plainLength(const std::string& text) {
+    std::size_t length = 0;
+    while (!isSpecial(text[length]))
+        ++length;
+    return length;
+}
+
+TEST(ZelJSONScan, BothFormsFindSpecialBytesAndCopyTheSame) {
+    std::mt19937 random(5);
+    for (int round = 0; round < 20000; ++round) {
+        const std::string numbers = randomText(random, true);
+        ASSERT_EQ(digits(numbers.data()), portable::digits(numbers.data()));
+        const std::string text = randomText(random, false);
+        const std::size_t plain = plainLength(text);
+        ASSERT_EQ(portable::plainEnd(text.data()), text.data() + plain);
+        ASSERT_EQ(plainEnd(text.data()), text.data() + plain);
+
+        std::array<char, 16> copy{};
+        std::array<char, 16> portableCopy{};
+        ASSERT_EQ(copyPlainBlock(copy.data(), text.data()), plain >= 16);
+        ASSERT_EQ(portable::copyPlainBlock(portableCopy.data(), text.data()), plain >= 16);
+        ASSERT_EQ(std::string(copy.data(), 16), text.substr(0, 16));
+        ASSERT_EQ(copy, portableCopy);
+
+        const std::size_t size = random() % 16;
+        std::array<char, 16> shortCopy{};
+        ASSERT_EQ(copyShortPlain(shortCopy.data(), text.data(), size), plain >= size);
+        ASSERT_EQ(std::string(shortCopy.data(), size), text.substr(0, size));
+        ASSERT_EQ(shortCopy[size], '\0') << "wrote too far";
+    }
 }
 }
 }
