@@ -37,9 +37,10 @@ class FilesTest : public support::HostTest {};
 
 TEST_F(FilesTest, EachFailureHasItsCodeAndLeavesTheFiles) {
     auto& manager = NSFileManager::defaultManager();
-    files().put("/in/a.mp4", "mine");
-    files().put("/out/a.mp4", "yours");
-    files().put("/locked/b.mp4", "b");
+    const std::map<std::string, std::string> before{
+        {"/in/a.mp4", "mine"}, {"/out/a.mp4", "yours"}, {"/locked/b.mp4", "b"}};
+    for (const auto& [path, text] : before)
+        files().put(path, text);
     files().makeReadOnly("/locked");
     files().makeUnreadable("/out");
     const auto code = [](const std::optional<NSError>& error) {
@@ -53,9 +54,8 @@ TEST_F(FilesTest, EachFailureHasItsCodeAndLeavesTheFiles) {
     EXPECT_THAT(manager.contentsOfDirectoryAtPath("/none").names, IsEmpty());
     EXPECT_FALSE(manager.createFileAtPath("/locked/new"));
     EXPECT_FALSE(manager.createFileAtPath("/none/new"));
-    EXPECT_EQ(files().contents("/in/a.mp4"), "mine");
-    EXPECT_EQ(files().contents("/out/a.mp4"), "yours");
-    EXPECT_EQ(files().contents("/locked/b.mp4"), "b");
+    for (const auto& [path, text] : before)
+        EXPECT_EQ(files().contents(path), text);
 }
 
 TEST_F(FilesTest, AHandleAppendsUntilTheDiskIsFull) {
@@ -103,9 +103,10 @@ TEST_F(NSUserDefaultsTest, ChangesWithinOneTurnAreSavedTogether) {
     EXPECT_EQ(preferences().saves(), 2);
 
     NSUserDefaults::resetStandardUserDefaults();
-    EXPECT_EQ(NSUserDefaults::standardUserDefaults().floatForKey("PlayerVolume"), 9999.0F / 7);
-    EXPECT_TRUE(NSUserDefaults::standardUserDefaults().objectForKey("Other").isNull());
-    EXPECT_EQ(NSUserDefaults::standardUserDefaults().floatForKey("None"), 0.0F);
+    auto& reread = NSUserDefaults::standardUserDefaults();
+    EXPECT_EQ(reread.floatForKey("PlayerVolume"), 9999.0F / 7);
+    EXPECT_TRUE(reread.objectForKey("Other").isNull());
+    EXPECT_EQ(reread.floatForKey("None"), 0.0F);
 }
 
 TEST_F(NSUserDefaultsTest, RegisteredDefaultsStandInForAbsentValuesAndAreNotSaved) {

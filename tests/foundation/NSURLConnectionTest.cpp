@@ -4,49 +4,49 @@
 #include "platform/foundation/NSError.h"
 #include "platform/foundation/NSURLCredentialStorage.h"
 #include "platform/foundation/NSURLResponse.h"
+#include "tests/support/Heard.h"
 #include "tests/support/HostTest.h"
 
 namespace vistrel {
 namespace {
 
+using testing::EndsWith;
+
 constexpr const char* kURL = "http://site/clip.mp4";
 
-/// Records a connection's events as lines.
+/// Records what a connection tells it.
 class EventRecorder : public NSURLConnectionDelegate {
 public:
     std::optional<NSURLRequest>
     connectionWillSendRequestRedirectResponse(NSURLConnection&, const NSURLRequest& request,
                                               const NSURLResponse* redirectResponse) override {
         if (redirectResponse) {
-            events.push_back("redirect " + std::to_string(redirectResponse->statusCode()) + " " +
-                             request.HTTPMethod() + " " + request.URL()->absoluteString());
+            heard("redirect " + std::to_string(redirectResponse->statusCode()) + " " +
+                  request.HTTPMethod() + " " + request.URL()->absoluteString());
         }
         return redirectResponse && onRedirect ? onRedirect(request) : request;
     }
     void connectionDidReceiveResponse(NSURLConnection& connection,
                                       const NSURLResponse& response) override {
-        events.push_back("response " + std::to_string(response.statusCode()) + " " +
-                         response.MIMEType() + " " +
-                         std::to_string(response.expectedContentLength()) + " " +
-                         response.URL().absoluteString());
+        heard("response " + std::to_string(response.statusCode()) + " " + response.MIMEType() +
+              " " + std::to_string(response.expectedContentLength()) + " " +
+              response.URL().absoluteString());
         if (onResponse)
             onResponse(connection);
     }
     void connectionDidReceiveData(NSURLConnection& connection,
                                   std::span<const std::byte> data) override {
-        for (const std::byte byte : data)
-            body += static_cast<char>(byte);
+        body.append(reinterpret_cast<const char*>(data.data()), data.size());
         ++chunks;
         if (onData)
             onData(connection);
     }
-    void connectionDidFinishLoading(NSURLConnection&) override { events.emplace_back("finish"); }
+    void connectionDidFinishLoading(NSURLConnection&) override { heard("finish"); }
     void connectionDidFailWithError(NSURLConnection&, const NSError& error) override {
-        events.push_back("fail " + std::to_string(error.code()) + " " +
-                         error.localizedDescription());
+        heard("fail " + std::to_string(error.code()) + " " + error.localizedDescription());
     }
 
-    std::vector<std::string> events;
+    support::Heard heard;
     std::string body;
     int chunks = 0;
     std::function<void(NSURLConnection&)> onResponse;
@@ -81,7 +81,7 @@ TEST_F(NSURLConnectionTest, ReportsResponseDataAndEndInOrderAndLivesUntilThen) {
     const auto recorder = recorder_.get();
     const std::weak_ptr<EventRecorder> held = std::exchange(recorder_, nullptr);
 
-    EXPECT_THAT(recorder->events, IsEmpty()) << "nothing is reported before start returns";
+    EXPECT_EQ(recorder->heard.take(), "") << "nothing is reported before start returns";
     EXPECT_FALSE(connection.expired()) << "a running connection keeps itself alive";
     recorder->onData = [&](NSURLConnection&) {
         EXPECT_FALSE(held.expired());
@@ -91,8 +91,8 @@ TEST_F(NSURLConnectionTest, ReportsResponseDataAndEndInOrderAndLivesUntilThen) {
     };
     turn();
 
-    EXPECT_THAT(recorder_->events,
-                ElementsAre("response 200 video/mp4 100000 http://site/clip.mp4", "finish"));
+    EXPECT_EQ(recorder_->heard.take(),
+              "response 200 video/mp4 100000 http://site/clip.mp4, finish");
     EXPECT_EQ(recorder_->body, body);
     EXPECT_GT(recorder_->chunks, 1);
     EXPECT_TRUE(connection.expired());
@@ -100,22 +100,23 @@ TEST_F(NSURLConnectionTest, ReportsResponseDataAndEndInOrderAndLivesUntilThen) {
 }
 
 TEST_F(NSURLConnectionTest, NothingIsReportedAfterCancel) {
+    constexpr const char* kResponse = "response 200 text/html 6 http://site/clip.mp4";
     network().at(kURL).body("abcdef").chunks({2, 2, 2});
     connect(kURL);
     recorder_->onResponse = &NSURLConnection::cancel;
     turn();
-    EXPECT_THAT(recorder_->events, ElementsAre("response 200 text/html 6 http://site/clip.mp4"));
+    EXPECT_EQ(recorder_->heard.take(), kResponse);
     EXPECT_EQ(recorder_->body, "");
 
     connect(kURL);
     recorder_->onData = &NSURLConnection::cancel;
     turn();
+    EXPECT_EQ(recorder_->heard.take(), kResponse);
     EXPECT_EQ(recorder_->body, "ab");
-    EXPECT_EQ(recorder_->events.size(), 1U);
 
     connect(kURL)->cancel();
     turn();
-    EXPECT_THAT(recorder_->events, IsEmpty());
+    EXPECT_EQ(recorder_->heard.take(), "");
     expectDelegateReleased();
 }
 
@@ -144,8 +145,7 @@ TEST_F(NSURLConnectionTest, EachFailureHasItsCode) {
         script();
         connect(url);
         advance(1);
-        ASSERT_FALSE(recorder_->events.empty());
-        EXPECT_EQ(recorder_->events.back(), last);
+        EXPECT_THAT(recorder_->heard.take(), EndsWith(last));
         expectDelegateReleased();
     }
 }
@@ -178,8 +178,8 @@ TEST_F(NSURLConnectionTest, APostBecomesAGetWhereBrowsersMakeItOne) {
         network().at(kURL).redirectsTo("http://site/b", status);
         connect(request);
         turn();
-        EXPECT_EQ(recorder_->events.front(),
-                  "redirect " + std::to_string(status) + " " + method + " http://site/b");
+        EXPECT_THAT(recorder_->heard.take(), StartsWith("redirect " + std::to_string(status) + " " +
+                                                        method + " http://site/b,"));
         EXPECT_EQ(network().requests().back().method, method);
     }
 }
@@ -191,9 +191,9 @@ TEST_F(NSURLConnectionTest, ARefusedRedirectEndsWithTheRedirectResponse) {
         return std::nullopt;
     };
     turn();
-    EXPECT_THAT(recorder_->events,
-                ElementsAre("redirect 302 GET http://site/b",
-                            "response 302 text/html -1 http://site/clip.mp4", "finish"));
+    EXPECT_EQ(
+        recorder_->heard.take(),
+        "redirect 302 GET http://site/b, response 302 text/html -1 http://site/clip.mp4, finish");
     EXPECT_THAT(network().requestedURLs(), ElementsAre(kURL));
 }
 
@@ -232,7 +232,7 @@ TEST_F(NSURLConnectionTest, ACredentialGoesOnlyToItsOriginEvenAfterRedirects) {
         connect(route.front().c_str());
         turn();
         turn();
-        EXPECT_EQ(recorder_->events.back(), "finish");
+        EXPECT_THAT(recorder_->heard.take(), EndsWith(", finish"));
         EXPECT_EQ(network().requestedURLs(), route);
         for (const auto& sent : network().requests())
             EXPECT_EQ(support::ScriptedNetwork::header(sent, "Authorization"),
@@ -245,7 +245,7 @@ TEST_F(NSURLConnectionTest, ACredentialGoesOnlyToItsOriginEvenAfterRedirects) {
     connect("http://site/a");
     for (int i = 0; i < 100; ++i)
         turn();
-    EXPECT_EQ(recorder_->events.back(), "fail -1007 too many HTTP redirects");
+    EXPECT_THAT(recorder_->heard.take(), EndsWith(", fail -1007 too many HTTP redirects"));
     storage.removeAll();
 }
 
@@ -293,7 +293,7 @@ TEST_F(NSURLConnectionTest, StartingTwiceSendsOnce) {
     connection->start();
     turn();
     EXPECT_EQ(network().requests().size(), 1U);
-    EXPECT_EQ(recorder_->events.size(), 2U);
+    EXPECT_EQ(recorder_->heard.take(), "response 200 text/html 1 http://site/clip.mp4, finish");
 }
 
 }

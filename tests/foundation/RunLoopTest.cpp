@@ -1,7 +1,9 @@
 #include "platform/foundation/NSNotificationCenter.h"
 #include "platform/foundation/NSRunLoop.h"
 #include "platform/foundation/NSTimer.h"
+#include "platform/foundation/Weakly.h"
 #include "platform/host/Host.h"
+#include "tests/support/Heard.h"
 #include "tests/support/HostTest.h"
 
 namespace vistrel {
@@ -83,14 +85,14 @@ protected:
                  std::function<void()> also = {}) {
         center_.addObserver(&observers_[index], name, object,
                             [this, index, also](const NSNotification& notification) {
-                                heard_.push_back(std::to_string(index) + notification.name);
+                                heard_(std::to_string(index) + notification.name);
                                 if (also)
                                     also();
                             });
     }
     NSNotificationCenter& center_ = NSNotificationCenter::defaultCenter();
     int observers_[4] = {};
-    std::vector<std::string> heard_;
+    support::Heard heard_;
 };
 
 TEST_F(NSNotificationCenterTest, ReachesObserversOfTheNameAndTheSender) {
@@ -102,16 +104,14 @@ TEST_F(NSNotificationCenterTest, ReachesObserversOfTheNameAndTheSender) {
     center_.postNotification("A", &other);
     center_.postNotification("A", &sender);
     center_.postNotification("C", &sender);
-    EXPECT_THAT(heard_, ElementsAre("0A", "0A", "1A"));
-    heard_.clear();
+    EXPECT_EQ(heard_.take(), "0A, 0A, 1A");
     center_.removeObserver(&observers_[1], "A", &other);
     center_.removeObserver(&observers_[0], "B");
     center_.postNotification("A", &sender);
-    EXPECT_THAT(heard_, ElementsAre("0A", "1A")) << "neither names a registration";
-    heard_.clear();
+    EXPECT_EQ(heard_.take(), "0A, 1A") << "neither names a registration";
     center_.removeObserver(&observers_[1], "A", &sender);
     center_.postNotification("A", &sender);
-    EXPECT_THAT(heard_, ElementsAre("0A"));
+    EXPECT_EQ(heard_.take(), "0A");
 }
 
 TEST_F(NSNotificationCenterTest, HandlersMayRegisterRemoveAndPost) {
@@ -124,10 +124,70 @@ TEST_F(NSNotificationCenterTest, HandlersMayRegisterRemoveAndPost) {
     observe(1, "A", nullptr);
     observe(2, "B", nullptr);
     center_.postNotification("A");
-    EXPECT_THAT(heard_, ElementsAre("0A", "2B")) << "a removed observer is no longer called";
-    heard_.clear();
+    EXPECT_EQ(heard_.take(), "0A, 2B") << "a removed observer is no longer called";
     center_.postNotification("A");
-    EXPECT_THAT(heard_, ElementsAre("3A"));
+    EXPECT_EQ(heard_.take(), "3A");
+}
+
+struct Listener {
+    virtual ~Listener() = default;
+    virtual void heard(const std::string& word) = 0;
+};
+
+struct Base : std::enable_shared_from_this<Base> {
+    virtual ~Base() = default;
+};
+
+struct Screen : Base, Listener {
+    explicit Screen(support::Heard& record)
+        : record_(record) {}
+    ~Screen() override { record_("gone"); }
+    void heard(const std::string& word) override { record_(word); }
+    void leave() {
+        owner.reset();
+        record_("left");
+    }
+    int count(int by) { return counted += by; }
+
+    std::shared_ptr<Screen> owner;
+    int counted = 0;
+
+private:
+    support::Heard& record_;
+};
+
+TEST(Weakly, AnObjectThatHasGoneIsNotCalled) {
+    support::Heard record;
+    auto screen = std::make_shared<Screen>(record);
+    const std::function<void(const std::string&)> member = weakly(screen.get(), &Screen::heard);
+    const std::function<int(int)> counter = weakly(screen.get(), &Screen::count);
+    const std::function<void()> lambda =
+        weakly(screen.get(), [](Screen& self) { self.heard("lambda"); });
+    const std::weak_ptr<Listener> delegate = weakReference<Listener>(screen.get());
+
+    member("member");
+    lambda();
+    delegate.lock()->heard("delegate");
+    EXPECT_EQ(counter(3), 3);
+    EXPECT_EQ(record.take(), "member, lambda, delegate");
+
+    screen.reset();
+    EXPECT_EQ(record.take(), "gone") << "nothing above retains the object";
+    member("late");
+    lambda();
+    EXPECT_EQ(counter(3), 0);
+    EXPECT_EQ(delegate.lock(), nullptr);
+    EXPECT_EQ(record.take(), "");
+}
+
+TEST(Weakly, AnObjectThatReleasesItselfLivesToTheEndOfTheCall) {
+    support::Heard record;
+    auto screen = std::make_shared<Screen>(record);
+    const auto leave = weakly(screen.get(), &Screen::leave);
+    screen->owner = screen;
+    screen.reset();
+    leave();
+    EXPECT_EQ(record.take(), "left, gone");
 }
 
 }

@@ -171,9 +171,8 @@ TEST(Value, DestroyingADeepValueDoesNotExhaustTheStack) {
     for (int i = 0; i < 250'000; ++i) {
         Value::Array array;
         array.push_back(std::move(value));
-        Value::Dictionary dictionary;
-        dictionary.set("k", std::move(array));
-        value = std::move(dictionary);
+        value = Value::Dictionary();
+        value.mutableDictionary()->set("k", std::move(array));
     }
     EXPECT_TRUE(value.isDictionary());
     value = Value();
