@@ -1,28 +1,26 @@
 #include "platform/uikit/UIButton.h"
 #include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UINavigationBar.h"
+#include "tests/support/Heard.h"
 #include "tests/support/ui/ScreenTest.h"
 
 namespace vistrel {
 namespace {
 
-using Log = std::vector<std::string>;
-
 /// Logs its calls: "B+will~" is viewWillAppear of B, animated; "B-did" is viewDidDisappear of B,
 /// not animated.
 class RecordingController : public UIViewController {
 public:
-    RecordingController(std::string name, Log& log)
-        : name_(name)
-        , log_(log) {
+    RecordingController(std::string name, support::Heard& log)
+        : log_(log) {
         setTitle(std::move(name));
     }
 
     void viewDidLoad() override {
         heightAtLoad = view()->frame().size.height;
-        log_.push_back(name_ + " load");
+        log_(title() + " load");
     }
-    void viewDidUnload() override { log_.push_back(name_ + " unload"); }
+    void viewDidUnload() override { log_(title() + " unload"); }
     void viewWillAppear(bool animated) override {
         heard("+will", animated);
         if (onWillAppear)
@@ -36,12 +34,9 @@ public:
     std::function<void()> onWillAppear;
 
 private:
-    void heard(const char* what, bool animated) {
-        log_.push_back(name_ + what + (animated ? "~" : ""));
-    }
+    void heard(const char* what, bool animated) { log_(title() + what + (animated ? "~" : "")); }
 
-    std::string name_;
-    Log& log_;
+    support::Heard& log_;
 };
 
 /// What is done, what the screens hear of it at once and until every slide is over, and which of
@@ -58,15 +53,10 @@ protected:
     void SetUp() override {
         navigation_ = UINavigationController::withRootViewController(a_);
         window().addSubview(navigation_->view());
-        log_.clear();
+        heard();
     }
 
-    std::string heard() {
-        std::string text;
-        for (const std::string& line : std::exchange(log_, {}))
-            text += (text.empty() ? "" : ", ") + line;
-        return text;
-    }
+    std::string heard() { return log_.take(); }
     /// Long enough for every slide.
     std::string heardLater() {
         advance(1);
@@ -76,21 +66,23 @@ protected:
         return std::make_shared<RecordingController>(name, log_);
     }
     UIViewController& named(const std::string& name) {
-        if (name == "stack")
-            return *navigation_;
-        return *screens_.at(name);
+        return name == "stack" ? *navigation_ : static_cast<UIViewController&>(*screens_.at(name));
     }
     /// "push B", "pop", "root", "present A M" (on A), "dismiss M", each animated with "~" after the
-    /// verb; "moment" lets time pass, "memory" is a warning, "escape" the key.
-    void perform(const std::string& action) {
+    /// verb; "moment" and "later" let time pass, "memory" is a warning, "escape" the key.
+    void perform(const std::string& actions) {
+        std::istringstream each(actions);
+        for (std::string action; std::getline(each >> std::ws, action, ';');)
+            performOne(action);
+    }
+    void performOne(const std::string& action) {
         std::istringstream words(action);
         std::string verb;
         std::string first;
         std::string second;
         words >> verb >> first >> second;
         const bool animated = verb.ends_with('~');
-        if (animated)
-            verb.pop_back();
+        verb = verb.substr(0, verb.find('~'));
         if (verb == "push")
             navigation_->pushViewController(screens_.at(first), animated);
         else if (verb == "pop")
@@ -103,10 +95,10 @@ protected:
             named(first).dismissModalViewControllerAnimated(animated);
         else if (verb == "memory")
             application().receiveMemoryWarning();
-        else if (verb == "moment")
-            advance(0.1);
+        else if (verb == "moment" || verb == "later")
+            advance(verb == "moment" ? 0.1 : 1);
         else if (verb == "escape" && !press(UIKeyCode::Escape))
-            log_.push_back("ignored");
+            log_("ignored");
     }
     std::string seen() {
         std::string names;
@@ -133,7 +125,7 @@ protected:
         }
     }
 
-    Log log_;
+    support::Heard log_;
     std::shared_ptr<RecordingController> a_ = make("A");
     std::shared_ptr<RecordingController> b_ = make("B");
     std::shared_ptr<RecordingController> c_ = make("C");
@@ -216,10 +208,8 @@ class ControllerScenario : public ControllerLifecycle,
 TEST_P(ControllerScenario, IsHeardInThePhonesOrder) {
     for (const auto& [actions, now, later, visible] : GetParam().steps) {
         SCOPED_TRACE(actions);
-        std::istringstream each(actions);
         heard();
-        for (std::string action; std::getline(each >> std::ws, action, ';');)
-            perform(action);
+        perform(actions);
         if (now) {
             EXPECT_EQ(heard(), now);
         }
@@ -273,46 +263,28 @@ TEST_F(ControllerLifecycle, ADoubleClickOrTwoQuickEntersOpenOneScreen) {
         UIControlEventTouchUpInside);
     a_->view()->addSubview(button);
     for (const char* action : {"push~ B", "present~ stack M"}) {
-        for (const bool withKeys : {false, true}) {
+        for (const char* activate : {"tap 20,200", "key Enter"}) {
             SCOPED_TRACE(action);
             opens = action;
             opened = 0;
-            const auto activate = [&] {
-                withKeys ? (void)press(UIKeyCode::Enter) : tap(CGPoint{20, 200});
-            };
-            const auto leave = [&] {
-                perform("dismiss~ stack");
-                perform("root~");
-                advance(1);
-            };
             application().events().setFirstResponder(button);
-            activate();
-            advance(0.1);
-            activate();
-            press(UIKeyCode::Escape);
+            act(std::string(activate) + "; wait 0.1; " + activate + "; key Escape");
             EXPECT_EQ(opened, 1);
-            advance(1);
-            leave();
+            perform("later; dismiss~ stack; root~; later");
             application().events().setFirstResponder(button);
-            activate();
+            act(activate);
             EXPECT_EQ(opened, 2) << "the screen accepts touches and keys again";
-            leave();
+            perform("dismiss~ stack; root~; later");
         }
     }
     button->removeFromSuperview();
-    perform("push B");
-    perform("push C");
-    tapButton("B");
-    advance(0.1);
-    tap(CGPoint{20, 42});
-    advance(1);
+    perform("push B; push C");
+    act("button B; wait 0.1; tap 20,42; wait 1");
     EXPECT_EQ(navigation_->topViewController(), b_) << "one back button, one step back";
 }
 
 TEST_F(ControllerLifecycle, AScreenThatSlidesOutHasLeftItsStack) {
-    navigation_->pushViewController(b_, false);
-    navigation_->popViewControllerAnimated(true);
-    advance(0.1);
+    perform("push B; pop~; moment");
     EXPECT_EQ(b_->navigationController(), nullptr);
 }
 
@@ -329,19 +301,14 @@ TEST_F(ControllerLifecycle, TheEditButtonTogglesAndSaysSo) {
 }
 
 TEST_F(ControllerLifecycle, ScreensAreFreedWhenTheyLeaveTheStack) {
-    const std::weak_ptr<UIViewController> pushed = b_;
-    const std::weak_ptr<UIViewController> presented = m_;
-    screens_.clear();
-    navigation_->pushViewController(std::exchange(b_, nullptr), true);
-    advance(1);
-    navigation_->popViewControllerAnimated(true);
-    advance(1);
-    EXPECT_TRUE(pushed.expired());
-    a_->presentModalViewController(std::exchange(m_, nullptr), true);
-    advance(1);
-    a_->dismissModalViewControllerAnimated(true);
-    advance(1);
-    EXPECT_TRUE(presented.expired());
+    for (auto* screen : {&b_, &m_}) {
+        const std::weak_ptr<UIViewController> gone = *screen;
+        perform(screen == &b_ ? "push~ B; later; pop~; later"
+                              : "present~ A M; later; dismiss~ A; later");
+        screens_.erase(gone.lock()->title());
+        screen->reset();
+        EXPECT_TRUE(gone.expired());
+    }
 }
 
 }

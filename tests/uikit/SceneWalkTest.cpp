@@ -3,15 +3,11 @@
 #include "platform/uikit/CAGradientLayer.h"
 #include "platform/uikit/ImageRenderer.h"
 #include "platform/uikit/UIView.h"
-#include "tests/support/Testing.h"
+#include "tests/support/ui/Pixels.h"
 
 namespace vistrel {
 namespace {
 
-constexpr std::uint32_t kClear = 0;
-constexpr std::uint32_t kRed = 0xFFFF0000;
-constexpr std::uint32_t kGreen = 0xFF00FF00;
-constexpr std::uint32_t kBlue = 0xFF0000FF;
 constexpr UIColor red = UIColor::redColor();
 constexpr UIColor green = {0, 1, 0, 1};
 constexpr UIColor blue = {0, 0, 1, 1};
@@ -38,7 +34,7 @@ void paintQuarters(CGContext& context) {
 /// Draws with a function and counts how often.
 class Painter : public UIView {
 public:
-    explicit Painter(CGRect frame, std::function<void(CGContext&)> painting = paintQuarters)
+    Painter(CGRect frame, std::function<void(CGContext&)> painting)
         : UIView(frame)
         , painting_(std::move(painting)) {
         setOpaque(false);
@@ -60,10 +56,10 @@ private:
 class SceneWalkTest : public testing::Test {
 protected:
     ~SceneWalkTest() override { UIImage::setScreenScale(1); }
-    std::uint32_t at(int x, int y) { return renderViewToBitmap(*root, 1)->pixel(x, y); }
-    template <typename... Arguments>
-    std::shared_ptr<Painter> addPainter(Arguments&&... arguments) {
-        auto view = std::make_shared<Painter>(std::forward<Arguments>(arguments)...);
+    std::string seen(const std::string& points) { return colors(*root, points); }
+    std::shared_ptr<Painter> addPainter(CGRect frame,
+                                        std::function<void(CGContext&)> painting = paintQuarters) {
+        auto view = std::make_shared<Painter>(frame, std::move(painting));
         root->addSubview(view);
         return view;
     }
@@ -73,22 +69,18 @@ protected:
 TEST_F(SceneWalkTest, LaterSubviewsCoverEarlierOnes) {
     auto below = addColored(*root, CGRectMake(0, 0, 20, 20), red);
     addColored(*root, CGRectMake(10, 10, 20, 20), blue);
-    EXPECT_EQ(at(5, 5), kRed);
-    EXPECT_EQ(at(15, 15), kBlue);
-    EXPECT_EQ(at(35, 35), kClear);
+    EXPECT_EQ(seen("5,5 15,15 35,35"), "red blue clear");
     root->bringSubviewToFront(*below);
-    EXPECT_EQ(at(15, 15), kRed);
+    EXPECT_EQ(seen("15,15 25,25"), "red blue");
 }
 
 TEST_F(SceneWalkTest, AQuarterTurnMovesEachCornerClockwise) {
     auto view = addPainter(CGRectMake(10, 10, 20, 20));
-    EXPECT_EQ(at(12, 12), kGreen);
-    EXPECT_EQ(at(12, 28), kRed);
-    EXPECT_EQ(at(28, 12), kBlue);
+    // The upper left corner, the upper right, the lower right, the lower left.
+    const std::string corners = "12,12 28,12 28,28 12,28";
+    EXPECT_EQ(seen(corners), "green blue blue red");
     view->setTransform(CGAffineTransformMakeRotation(M_PI / 2));
-    EXPECT_EQ(at(28, 12), kGreen) << "upper left goes to the upper right";
-    EXPECT_EQ(at(12, 12), kRed) << "lower left goes to the upper left";
-    EXPECT_EQ(at(28, 28), kBlue) << "upper right goes to the lower right";
+    EXPECT_EQ(seen(corners), "red green blue blue");
 }
 
 TEST_F(SceneWalkTest, AlphaFadesAViewWithItsSubviewsAsOne) {
@@ -96,27 +88,26 @@ TEST_F(SceneWalkTest, AlphaFadesAViewWithItsSubviewsAsOne) {
     auto group = addColored(*root, CGRectMake(0, 0, 20, 20), red);
     addColored(*group, CGRectMake(0, 0, 20, 10), blue);
     group->setAlpha(0.5);
-    const auto upper = at(5, 5);
-    EXPECT_NEAR(static_cast<int>(upper >> 16 & 0xFF), 128, 1) << "no red under the blue";
-    EXPECT_NEAR(static_cast<int>(upper & 0xFF), 255, 1);
-    const auto lower = at(5, 15);
-    EXPECT_NEAR(static_cast<int>(lower >> 16 & 0xFF), 255, 1);
-    EXPECT_NEAR(static_cast<int>(lower & 0xFF), 128, 1);
+    const auto channel = [&](int y, int shift) {
+        return static_cast<int>(pixelOf(*root, 5, y) >> shift & 0xFF);
+    };
+    EXPECT_NEAR(channel(5, 16), 128, 1) << "no red under the blue";
+    EXPECT_NEAR(channel(5, 0), 255, 1);
+    EXPECT_NEAR(channel(15, 16), 255, 1);
+    EXPECT_NEAR(channel(15, 0), 128, 1);
 }
 
 TEST_F(SceneWalkTest, OnlyAClippingViewCutsItsSubviewsAndItsOriginScrollsThem) {
     auto frame = std::make_shared<UIView>(CGRectMake(0, 0, 10, 10));
     addColored(*frame, CGRectMake(0, 0, 20, 20), green);
     root->addSubview(frame);
-    EXPECT_EQ(at(15, 15), kGreen);
+    EXPECT_EQ(seen("15,15"), "green");
     frame->setClipsToBounds(true);
-    EXPECT_EQ(at(5, 5), kGreen);
-    EXPECT_EQ(at(15, 15), kClear);
+    EXPECT_EQ(seen("5,5 15,15"), "green clear");
     frame->setBounds(CGRectMake(0, 15, 10, 10));
-    EXPECT_EQ(at(5, 3), kGreen);
-    EXPECT_EQ(at(5, 7), kClear);
+    EXPECT_EQ(seen("5,3 5,7"), "green clear");
     frame->setHidden(true);
-    EXPECT_EQ(at(5, 3), kClear);
+    EXPECT_EQ(seen("5,3"), "clear");
 }
 
 TEST_F(SceneWalkTest, OnlyADirtyViewInsideTheClipIsPainted) {
@@ -124,8 +115,8 @@ TEST_F(SceneWalkTest, OnlyADirtyViewInsideTheClipIsPainted) {
     auto view = addPainter(CGRectMake(0, 50, 20, 20));
     const auto paintingsAfter = [&](auto change) {
         change();
-        renderViewToBitmap(*root, 1);
-        renderViewToBitmap(*root, 1);
+        seen("");
+        seen("");
         return view->paintings;
     };
     EXPECT_EQ(paintingsAfter([] {}), 0);
@@ -146,10 +137,9 @@ TEST_F(SceneWalkTest, RepaintingStartsFromAClearPicture) {
     auto view = addPainter(CGRectMake(0, 0, 20, 20), [&](CGContext& context) {
         fill(context, green, CGRectMake(round++ * 10, 0, 10, 20));
     });
-    EXPECT_EQ(at(5, 5), kGreen);
+    EXPECT_EQ(seen("5,5 15,5"), "green clear");
     view->setNeedsDisplay();
-    EXPECT_EQ(at(5, 5), kClear);
-    EXPECT_EQ(at(15, 5), kGreen);
+    EXPECT_EQ(seen("5,5 15,5"), "clear green");
 }
 
 TEST_F(SceneWalkTest, AGradientAboveZeroCoversTheSubviews) {
@@ -158,37 +148,35 @@ TEST_F(SceneWalkTest, AGradientAboveZeroCoversTheSubviews) {
     layer->frame = CGRectMake(0, 0, 40, 20);
     layer->gradient.colors = {blue, blue};
     root->insertGradientLayerAtIndex(layer, 0);
-    EXPECT_EQ(at(5, 5), kRed);
+    EXPECT_EQ(seen("5,5"), "red");
     layer->zPosition = 2147483648.0;
-    EXPECT_EQ(at(5, 5), kBlue);
-    EXPECT_EQ(at(5, 25), kRed);
+    EXPECT_EQ(seen("5,5 5,25"), "blue red");
     layer->gradient.colors = {UIColor::clearColor(), blue};
-    EXPECT_EQ(at(5, 0) >> 16 & 0xFF, 0xF9U) << "repainted";
+    EXPECT_EQ(pixelOf(*root, 5, 0) >> 16 & 0xFF, 0xF9U) << "repainted";
     layer->frame = CGRectMake(0, 10, 40, 20);
-    EXPECT_EQ(at(5, 5), kRed) << "moved";
+    EXPECT_EQ(seen("5,5"), "red") << "moved";
     root->removeGradientLayer(*layer);
-    EXPECT_EQ(at(5, 15), kRed);
+    EXPECT_EQ(seen("5,15"), "red");
 }
 
 TEST_F(SceneWalkTest, AFinishedPictureNeedsNoPainting) {
     auto bitmap = std::make_shared<Bitmap>(1, 2);
-    *bitmap->row(0) = kRed;
-    *bitmap->row(1) = kBlue;
+    *bitmap->row(0) = 0xFFFF0000;
+    *bitmap->row(1) = 0xFF0000FF;
     auto view = addPainter(CGRectMake(0, 0, 40, 40));
     view->picture = bitmap;
-    EXPECT_EQ(at(20, 2), kRed);
-    EXPECT_EQ(at(20, 37), kBlue);
+    EXPECT_EQ(seen("20,2 20,37"), "red blue");
     EXPECT_EQ(view->paintings, 0);
 }
 
 TEST_F(SceneWalkTest, ARenderedViewsOwnPlaceIsIgnored) {
-    Painter view(CGRectMake(100, 200, 20, 20));
+    Painter view(CGRectMake(100, 200, 20, 20), paintQuarters);
     view.setAlpha(0.2);
     view.setTransform(CGAffineTransformMakeRotation(1));
     const auto picture = renderViewToBitmap(view, 2);
     EXPECT_EQ(picture->width(), 40);
     EXPECT_EQ(picture->height(), 40);
-    EXPECT_EQ(picture->pixel(5, 5), kGreen);
+    EXPECT_EQ(picture->pixel(5, 5), 0xFF00FF00);
     EXPECT_TRUE(picture->isOpaque());
 }
 

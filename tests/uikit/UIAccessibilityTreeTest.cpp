@@ -92,6 +92,8 @@ TEST_F(UIAccessibilityTreeTest, FramesFollowTurnsAndPressingTapsThere) {
     done->setAccessibility({UIAccessibilityRole::Button, "Done", {}, true});
     video->addSubview(done);
     EXPECT_EQ(frameOf("Done"), CGRectMake(270, 10, 30, 60));
+    EXPECT_EQ(done->convertPointFromView({285, 40}, &window()), (CGPoint{30, 15}));
+    EXPECT_EQ(window().hitTest({40, 35}), video);
     done->accessibilityActivate();
     EXPECT_EQ(done->taps, 1);
     video->removeFromSuperview();

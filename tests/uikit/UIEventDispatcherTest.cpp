@@ -3,17 +3,16 @@
 #include "platform/uikit/BitmapVisitor.h"
 #include "platform/uikit/UICommand.h"
 #include "platform/uikit/UIViewController.h"
+#include "tests/support/Heard.h"
 #include "tests/support/ui/ScreenTest.h"
 
 namespace vistrel {
 namespace {
 
-using Events = std::vector<std::string>;
-
 /// Records what it hears.
 class Listener : public UIView {
 public:
-    Listener(std::string name, CGRect frame, Events& events)
+    Listener(std::string name, CGRect frame, support::Heard& events)
         : UIView(frame)
         , name_(std::move(name))
         , events_(events) {}
@@ -32,17 +31,15 @@ public:
     }
     bool touchWillBeginInside(const UITouch&) override { return swallows; }
     bool keyPressed(const UIKey& key) override {
-        events_.push_back(name_ + " key");
+        events_(name_ + " key");
         return key.code == usedKey;
     }
     bool scrollBy(double /*dx*/, double dy, double) override {
-        return captureDistance > 0 && dy > 0 && (events_.push_back(name_ + " scrolled"), true);
+        return captureDistance > 0 && dy > 0 && (events_(name_ + " scrolled"), true);
     }
     bool canBecomeFirstResponder() const override { return focusable; }
     bool takesUnfocusedKeys() const override { return takesKeys || UIView::takesUnfocusedKeys(); }
-    void focusChanged(bool focused) override {
-        events_.push_back(name_ + (focused ? " focused" : " left"));
-    }
+    void focusChanged(bool focused) override { events_(name_ + (focused ? " focused" : " left")); }
 
     double captureDistance = 0;
     bool swallows = false;
@@ -55,12 +52,12 @@ public:
 private:
     void note(const char* what, const UITouch& touch) {
         const auto at = touch.locationInView(*this);
-        events_.push_back(name_ + " " + what + " " + std::to_string(static_cast<int>(at.x)) + "," +
-                          std::to_string(static_cast<int>(at.y)));
+        events_(name_ + " " + what + " " + std::to_string(static_cast<int>(at.x)) + "," +
+                std::to_string(static_cast<int>(at.y)));
         taps = touch.tapCount;
     }
     std::string name_;
-    Events& events_;
+    support::Heard& events_;
 };
 
 class UIEventDispatcherTest : public support::ScreenTest {
@@ -70,12 +67,7 @@ protected:
     std::shared_ptr<Listener> listener(const std::string& name, CGRect frame) {
         return add<Listener>(name, frame, events);
     }
-    std::string taken() {
-        std::string text;
-        for (const std::string& event : std::exchange(events, {}))
-            text += (text.empty() ? "" : ", ") + event;
-        return text;
-    }
+    std::string taken() { return events.take(); }
     void expectSteps(const std::vector<Step>& steps) {
         ScreenTest::expectSteps(steps, [this] { return taken(); });
     }
@@ -86,7 +78,7 @@ protected:
         application().walkScreen(visitor);
         return std::string(bitmap->data(), bitmap->data() + std::ptrdiff_t{480} * bitmap->stride());
     }
-    Events events;
+    support::Heard events;
     std::shared_ptr<Listener> list = listener("list", CGRectMake(0, 100, 320, 300));
     std::shared_ptr<Listener> row = listener("row", CGRectMake(0, 50, 320, 44));
 };
@@ -237,7 +229,7 @@ TEST_F(UIEventDispatcherTest, KeysMoveAVisibleFocusAsThePictureReads) {
 /// Records the commands and Escapes that it is asked about.
 class RecordingScreen : public UIViewController {
 public:
-    RecordingScreen(std::string name, bool leaves, Events& events)
+    RecordingScreen(std::string name, bool leaves, support::Heard& events)
         : takes(leaves)
         , name_(std::move(name))
         , events_(events) {}
@@ -246,7 +238,7 @@ public:
         return takes;
     }
     bool escapePressed() override {
-        events_.push_back(name_);
+        events_(name_);
         return takes;
     }
     std::vector<UICommand> commands;
@@ -254,7 +246,7 @@ public:
 
 private:
     std::string name_;
-    Events& events_;
+    support::Heard& events_;
 };
 
 TEST_F(UIEventDispatcherTest, EveryShortcutReachesTheScreenThenTheWindow) {

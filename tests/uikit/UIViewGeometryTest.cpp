@@ -85,28 +85,6 @@ TEST(UIViewGeometryTest, AutoresizingSharesTheGrowthDownTheTree) {
     }
 }
 
-TEST(UIViewGeometryTest, TouchesReachTheRightPlaceOfARotatedView) {
-    const auto screen = viewAt(0, 0, 320, 480);
-    const auto video = std::make_shared<UIView>();
-    const auto doneButton = viewAt(10, 20, 60, 30);
-    screen->addSubview(video);
-    video->setBounds(CGRectMake(0, 0, 480, 320));
-    video->setCenter({160, 240});
-    video->setTransform(CGAffineTransformMakeRotation(M_PI / 2));
-    video->addSubview(doneButton);
-    // The button's middle (40, 35) in the video is at the upper right of the portrait screen.
-    const auto onScreen = video->convertPointToView({40, 35}, screen.get());
-    EXPECT_NEAR(onScreen.x, 285, 1e-9);
-    EXPECT_NEAR(onScreen.y, 40, 1e-9);
-    EXPECT_EQ(screen->hitTest(onScreen), doneButton);
-    EXPECT_EQ(screen->hitTest({40, 35}), video);
-    const auto back = doneButton->convertPointFromView(onScreen, screen.get());
-    EXPECT_NEAR(back.x, 30, 1e-9);
-    EXPECT_NEAR(back.y, 15, 1e-9);
-    EXPECT_THAT(doneButton->convertRectToView(doneButton->bounds(), screen.get()),
-                IsRect(270, 10, 30, 60));
-}
-
 TEST(UIViewGeometryTest, ATouchGoesToTheFrontmostViewThatAcceptsIt) {
     auto root = viewAt(0, 0, 100, 100);
     auto below = viewAt(0, 0, 100, 100);
