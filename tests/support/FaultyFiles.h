@@ -65,6 +65,15 @@ public:
     std::optional<std::string> contents(const std::string& path) {
         return read(path) ? std::optional(contentsOf(machinePath(path))) : std::nullopt;
     }
+    /// Of every file in the folder, by name.
+    std::map<std::string, std::string> contentsOfFolder(const std::string& path) {
+        std::map<std::string, std::string> found;
+        const auto names = DeviceFiles::list(path);
+        for (const std::string& name : names.value())
+            if (const auto bytes = contents(path + name))
+                found[name] = *bytes;
+        return found;
+    }
 
     /// The n-th write from now (1: the next) and all after it fail.
     void failWritesFrom(int nth, int code) {

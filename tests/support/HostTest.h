@@ -39,6 +39,7 @@ protected:
     ManualDisplay& display() { return host_.display; }
     std::vector<std::string>& logLines() { return host_.logLines; }
     DeterministicHost& deterministicHost() { return host_; }
+    void setManners(bool careful) { host_.settings["manners/careful"] = careful ? "yes" : "no"; }
 
 private:
     DeterministicHost host_;

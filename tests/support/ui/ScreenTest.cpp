@@ -81,6 +81,11 @@ void ScreenTest::push(const std::shared_ptr<UIViewController>& controller) {
     layOut();
 }
 
+void ScreenTest::back() {
+    navigation().popViewControllerAnimated(false);
+    settle();
+}
+
 void ScreenTest::settle() {
     advance(1.5);
     layOut();
@@ -246,6 +251,11 @@ std::vector<std::string> ScreenTest::labels(UIAccessibilityRole role, UIView& be
 bool ScreenTest::tapAlertButton(const std::string& title) {
     settle();
     return alertCount() > 0 && tapElement(UIAccessibilityRole::Button, title);
+}
+
+std::string ScreenTest::alert() const {
+    const std::string message = alertMessage();
+    return message.empty() ? alertTitle() : alertTitle() + " | " + message;
 }
 
 std::string ScreenTest::alertTitle() const {

@@ -25,6 +25,26 @@ protected:
     /// A stack in the window whose root is an empty screen titled "Root"; made on first use.
     UINavigationController& navigation();
     void push(const std::shared_ptr<UIViewController>& controller);
+    /// Pushes a new screen and lets it appear.
+    template <typename Screen, typename... Arguments>
+    std::shared_ptr<Screen> show(Arguments&&... arguments) {
+        auto screen = std::make_shared<Screen>(std::forward<Arguments>(arguments)...);
+        push(screen);
+        settle();
+        return screen;
+    }
+    /// Leaves the topmost screen, without a slide.
+    void back();
+    /// The topmost screen; null when it is of another kind.
+    template <typename Screen = UIViewController>
+    std::shared_ptr<Screen> top() {
+        return std::dynamic_pointer_cast<Screen>(navigation().topViewController());
+    }
+    /// The screen that is presented over the stack; null when there is none of that kind.
+    template <typename Screen = UIViewController>
+    std::shared_ptr<Screen> presented() {
+        return std::dynamic_pointer_cast<Screen>(navigation().modalViewController());
+    }
     /// Lets every animation end, and lays out as the next frame would.
     void settle();
     /// The whole screen at one pixel per point.
@@ -83,7 +103,8 @@ protected:
 
     /// Taps the button of the topmost alert; false when there is no such button.
     bool tapAlertButton(const std::string& title);
-    /// Of the topmost alert; empty for none.
+    /// "Title | message" of the topmost alert, "Title" without a message; empty for no alert.
+    std::string alert() const;
     std::string alertTitle() const;
     std::string alertMessage() const;
     int alertCount() const;
