@@ -9,40 +9,29 @@ namespace {
 
 class AboutPageTest : public support::ScreenTest {
 protected:
-    AboutPageTest() {
-        menu_ = std::make_shared<RootViewController>();
-        push(menu_);
-        settle();
-    }
-
-    std::shared_ptr<AboutPageViewController> page() {
-        return std::dynamic_pointer_cast<AboutPageViewController>(
-            navigation().modalViewController());
-    }
-
-    std::shared_ptr<RootViewController> menu_;
+    std::shared_ptr<RootViewController> menu_ = show<RootViewController>();
 };
 
 TEST_F(AboutPageTest, TheCreditsButtonAndTheLogoOpenItAndDoneClosesIt) {
     for (const char* opener : {"Credits", "Vistrel"}) {
         EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, opener)) << opener;
-        ASSERT_TRUE(page()) << opener;
+        const auto page = presented<AboutPageViewController>();
+        ASSERT_TRUE(page) << opener;
         using Orientation = UIInterfaceOrientation;
-        EXPECT_TRUE(page()->shouldAutorotateToInterfaceOrientation(Orientation::Portrait));
-        EXPECT_FALSE(page()->shouldAutorotateToInterfaceOrientation(Orientation::LandscapeLeft));
+        EXPECT_TRUE(page->shouldAutorotateToInterfaceOrientation(Orientation::Portrait));
+        EXPECT_FALSE(page->shouldAutorotateToInterfaceOrientation(Orientation::LandscapeLeft));
         const auto picture = find(UIAccessibilityRole::Image, "About Vistrel");
         EXPECT_EQ(picture->frame(), CGRectMake(0, 44, 320, 416)) << "below the bar";
         EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, "Done"));
-        EXPECT_FALSE(page());
-        EXPECT_EQ(navigation().topViewController(), menu_);
+        EXPECT_FALSE(presented());
+        EXPECT_EQ(top(), menu_);
     }
 }
 
 TEST_F(AboutPageTest, DonateOpensTheAddressWithItsQueryInOrder) {
-    auto& settings = deterministicHost().settings;
-    settings["donation/host"] = "pay.example";
-    settings["donation/business"] = "A&B";
-    settings["donation/item-name"] = "Zoë's fund";
+    deterministicHost().settings = {{"donation/host", "pay.example"},
+                                    {"donation/business", "A&B"},
+                                    {"donation/item-name", "Zoë's fund"}};
     EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, "Credits"));
     EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, "Donate"));
     EXPECT_THAT(desktop().openedURLs(),

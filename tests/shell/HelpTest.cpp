@@ -13,20 +13,16 @@ using Titles = std::vector<std::string>;
 class HelpTest : public support::ScreenTest {
 protected:
     HelpTest() {
-        auto& settings = deterministicHost().settings;
-        settings["support/website-owner"] = "Ann Owner";
-        settings["support/website-recipient"] = "web@example.com";
-        settings["support/application-recipient"] = "app@example.com";
-        settings["support/twitter-handle"] = "maker";
-        settings["support/twitter-web-host"] = "social.example";
-        settings["support/twitter-mobile-host"] = "m.social.example";
+        deterministicHost().settings = {{"support/website-owner", "Ann Owner"},
+                                        {"support/website-recipient", "web@example.com"},
+                                        {"support/application-recipient", "app@example.com"},
+                                        {"support/twitter-handle", "maker"},
+                                        {"support/twitter-web-host", "social.example"},
+                                        {"support/twitter-mobile-host", "m.social.example"}};
         deterministicHost().host.resourcePath = RESOURCES_FOLDER;
-        Value::Dictionary info;
-        info.set("CFBundleVersion", "1.0");
-        preferences().setPropertyList(RESOURCES_FOLDER "/Info.plist", Value(std::move(info)));
-        menu_ = std::make_shared<RootViewController>();
-        push(menu_);
-        settle();
+        preferences().setPropertyList(RESOURCES_FOLDER "/Info.plist",
+                                      Value(Value::Dictionary{{"CFBundleVersion", "1.0"}}));
+        menu_ = show<RootViewController>();
     }
 
     /// From the menu's bar through the sheet and the alerts, by the buttons' titles.
@@ -36,7 +32,7 @@ protected:
         for (const std::string& title : titles)
             EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, title)) << title;
     }
-    bool isComposing() { return navigation().modalViewController() != nullptr; }
+    bool isComposing() { return presented() != nullptr; }
 
     std::shared_ptr<RootViewController> menu_;
 };
@@ -113,8 +109,7 @@ TEST_F(HelpTest, TheComposersResultIsLoggedAndTheComposerCloses) {
     for (const auto& [result, line] : cases) {
         menu_->displayComposerSheetWebsiteSupport();
         settle();
-        const auto composer = std::dynamic_pointer_cast<MFMailComposeViewController>(
-            navigation().modalViewController());
+        const auto composer = presented<MFMailComposeViewController>();
         ASSERT_TRUE(composer);
         menu_->mailComposeControllerDidFinishWithResultError(
             *composer, static_cast<MFMailComposeResult>(result), nullptr);

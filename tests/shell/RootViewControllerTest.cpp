@@ -16,19 +16,12 @@ protected:
     RootTest() {
         deterministicHost().settings["site/base-url"] = "http://site.example";
         files().putFolder("/var/mobile/Library/Downloads");
-        menu_ = std::make_shared<RootViewController>();
-        push(menu_);
-        settle();
+        menu_ = show<RootViewController>();
     }
 
     void select(int section, int row) {
         menu_->tableView()->selectRowAtIndexPath({section, row}, false);
         menu_->tableViewDidSelectRowAtIndexPath(*menu_->tableView(), {section, row});
-        settle();
-    }
-    std::shared_ptr<UIViewController> top() { return navigation().topViewController(); }
-    void back() {
-        navigation().popViewControllerAnimated(false);
         settle();
     }
 
@@ -71,7 +64,7 @@ TEST_F(RootTest, WebRowsOpenANewBrowserOnTheirAddressEachTime) {
     };
     for (const auto& [section, row, title, address] : cases) {
         select(section, row);
-        const auto browser = std::dynamic_pointer_cast<WebBrowserViewController>(top());
+        const auto browser = top<WebBrowserViewController>();
         ASSERT_TRUE(browser) << title;
         EXPECT_EQ(browser->navigationBarTitle(), title);
         EXPECT_EQ(browser->URL()->absoluteString(), address);
@@ -103,7 +96,7 @@ TEST_F(RootTest, AFingerOnAPagesRowPreparesThePageEngine) {
 
 TEST_F(RootTest, ANativeRowShowsTheSameScreenAgainAndStaysSelectedMeanwhile) {
     select(1, 3);
-    const auto downloads = std::dynamic_pointer_cast<DownloadsViewController>(top());
+    const auto downloads = top<DownloadsViewController>();
     ASSERT_TRUE(downloads);
     EXPECT_TRUE(menu_->tableView()->indexPathForSelectedRow());
     back();
@@ -132,8 +125,7 @@ TEST_F(RootTest, TheBannerLiesAtTheLowerEdgeAndLoadsAfterTheFirstFrame) {
         if (hasBanner) {
             EXPECT_EQ(menu->bannerView()->frame(), CGRectMake(0, 366, 320, 50));
         }
-        navigation().popViewControllerAnimated(false);
-        settle();
+        back();
         menu->didReceiveMemoryWarning();
         EXPECT_FALSE(menu->bannerView());
     }
