@@ -32,10 +32,8 @@ public:
     bool deletes = false;
     std::set<NSIndexPath> fixedRows;
 
-    std::vector<NSIndexPath> selected;
-    std::vector<NSIndexPath> committed;
-    std::vector<NSIndexPath> menus; ///< shown; rows named "1" have none
-    bool hasMenus = false;
+    std::string heard;     ///< " selected 2 deleted 3 menu 4"
+    bool hasMenus = false; ///< rows named "1" have none
     bool hasFiles = false; ///< rows named "1" have none
     int heightsAsked = 0;
 
@@ -77,23 +75,24 @@ public:
                                                       UITableViewCellEditingStyle style,
                                                       const NSIndexPath& path) override {
         EXPECT_EQ(style, UITableViewCellEditingStyle::Delete);
-        committed.push_back(path);
+        heard += " deleted " + std::to_string(path.row);
         table.beginUpdates();
         rows[static_cast<std::size_t>(path.section)].erase(at(path));
         table.deleteRowsAtIndexPaths({path}, UITableViewRowAnimation::Top);
         table.endUpdates();
     }
     void tableViewDidSelectRowAtIndexPath(UITableView&, const NSIndexPath& path) override {
-        selected.push_back(path);
+        heard += " selected " + std::to_string(path.row);
     }
     std::optional<std::string> tableViewFileForRowAtIndexPath(UITableView&,
                                                               const NSIndexPath& path) override {
         return hasFiles && *at(path) != "1" ? std::optional("/" + *at(path)) : std::nullopt;
     }
     bool tableViewShowMenuForRowAtIndexPath(UITableView&, const NSIndexPath& path) override {
-        if (hasMenus && *at(path) != "1")
-            menus.push_back(path);
-        return hasMenus && *at(path) != "1";
+        if (!hasMenus || *at(path) == "1")
+            return false;
+        heard += " menu " + std::to_string(path.row);
+        return true;
     }
 
 private:
@@ -153,12 +152,7 @@ protected:
         }
         if (const auto offered = table->indexPathForDeleteConfirmation())
             text << " offers " << offered->row;
-        for (const NSIndexPath& path : std::exchange(owner.selected, {}))
-            text << " selected " << path.row;
-        for (const NSIndexPath& path : std::exchange(owner.committed, {}))
-            text << " deleted " << path.row;
-        for (const NSIndexPath& path : std::exchange(owner.menus, {}))
-            text << " menu " << path.row;
+        text << std::exchange(owner.heard, {});
         return text.str().empty() ? "" : text.str().substr(1);
     }
     void expectSteps(const std::vector<Step>& steps) {

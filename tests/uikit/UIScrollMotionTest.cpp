@@ -58,17 +58,10 @@ TEST(UIScrollMotionTest, ADragFromOutsideTheRangeDoesNotJump) {
 }
 
 TEST(UIScrollMotionTest, AReleaseCoastsBouncesAndRests) {
-    struct Case {
-        const char* name;
-        double offset;
-        double distance; ///< of the finger, up is negative
-        double seconds;
-        Phase afterwards;
-        double rest;
-    };
-    // A release at v points per second coasts about v / 2 points: friction leaves 0.998 of the
-    // velocity each millisecond.
-    const Case cases[] = {
+    // The offset, the finger's distance (up is negative) and its seconds; then the phase and where
+    // the list comes to rest. A release at v points per second coasts about v / 2 points: friction
+    // leaves 0.998 of the velocity each millisecond.
+    const std::tuple<const char*, double, double, double, Phase, double> cases[] = {
         {"a slow release rests", 500, -4, 0.1, Phase::Rest, 504},
         {"up", 100, -60, 0.1, Phase::Coasting, 100 + 60 + 296},
         {"down", 600, 60, 0.1, Phase::Coasting, 600 - 60 - 296},
@@ -76,14 +69,14 @@ TEST(UIScrollMotionTest, AReleaseCoastsBouncesAndRests) {
         {"past the start", 100, 60, 0.1, Phase::Coasting, 0},
         {"released outside", 0, 200, 1.0, Phase::Returning, 0},
     };
-    for (const Case& flick : cases) {
-        SCOPED_TRACE(flick.name);
-        auto motion = aList(flick.offset);
-        drag(motion, flick.distance, flick.seconds);
-        EXPECT_EQ(motion.phase(), flick.afterwards);
-        settle(motion, flick.seconds);
+    for (const auto& [name, offset, distance, seconds, afterwards, rest] : cases) {
+        SCOPED_TRACE(name);
+        auto motion = aList(offset);
+        drag(motion, distance, seconds);
+        EXPECT_EQ(motion.phase(), afterwards);
+        settle(motion, seconds);
         EXPECT_EQ(motion.phase(), Phase::Rest);
-        EXPECT_NEAR(motion.offset(), flick.rest, 2);
+        EXPECT_NEAR(motion.offset(), rest, 2);
         EXPECT_EQ(motion.offset(), std::round(motion.offset())) << "rests between pixels";
     }
 }
@@ -120,26 +113,22 @@ TEST(UIScrollMotionTest, ABouncePassesTheEdgeOnceAndDoesNotOscillate) {
 }
 
 TEST(UIScrollIndicatorTest, TheBarShowsTheVisiblePart) {
-    const struct {
-        const char* name;
-        double offset, minimum, maximum, viewLength;
-        UIScrollIndicatorSpan span;
-    } cases[] = {
-        {"top", 0, 0, 400, 400, {2, 198}},
-        {"middle", 200, 0, 400, 400, {101, 198}},
-        {"bottom", 400, 0, 400, 400, {200, 198}},
-        {"very long content", 0, 0, 4000000, 400, {2, 36}},
-        {"squeezed at the top", -50, 0, 400, 400, {2, 148}},
-        {"squeezed at the bottom", 450, 0, 400, 400, {250, 148}},
-        {"squeezed to a dot", -1000, 0, 400, 400, {2, 6}},
-        {"with a top inset", -44, -44, 356, 400, {2, 198}},
-        {"all visible", 0, 0, 0, 400, {2, 396}},
+    using Span = std::pair<double, double>; // position and length
+    const std::tuple<const char*, double, double, double, Span> cases[] = {
+        // offset within minimum and maximum
+        {"top", 0, 0, 400, {2, 198}},
+        {"middle", 200, 0, 400, {101, 198}},
+        {"bottom", 400, 0, 400, {200, 198}},
+        {"very long content", 0, 0, 4000000, {2, 36}},
+        {"squeezed at the top", -50, 0, 400, {2, 148}},
+        {"squeezed at the bottom", 450, 0, 400, {250, 148}},
+        {"squeezed to a dot", -1000, 0, 400, {2, 6}},
+        {"with a top inset", -44, -44, 356, {2, 198}},
+        {"all visible", 0, 0, 0, {2, 396}},
     };
-    for (const auto& bar : cases) {
-        SCOPED_TRACE(bar.name);
-        const auto span = scrollIndicatorSpan(bar.offset, bar.minimum, bar.maximum, bar.viewLength);
-        EXPECT_EQ(span.position, bar.span.position);
-        EXPECT_EQ(span.length, bar.span.length);
+    for (const auto& [name, offset, minimum, maximum, expected] : cases) {
+        const auto bar = scrollIndicatorSpan(offset, minimum, maximum, 400);
+        EXPECT_EQ(Span(bar.position, bar.length), expected) << name;
     }
 }
 

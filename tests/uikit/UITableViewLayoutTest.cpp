@@ -61,33 +61,20 @@ TEST(UITableViewLayoutTest, ARowIsFoundByItsPlace) {
 }
 
 TEST(UITableViewCellLayoutTest, TheTextMakesRoomForTheControlsOfEachMode) {
-    UITableViewCellLayoutInput input;
-    input.size = {320, 44};
-    input.imageSize = {29, 29};
-    input.accessory = true;
-    auto layout = UITableViewCellLayout::forInput(input);
-    EXPECT_EQ(layout.image, CGRectMake(10, 8, 29, 29));
-    EXPECT_EQ(layout.text, CGRectMake(49, 0, 241, 44));
-    EXPECT_EQ(layout.accessory, CGRectMake(300, 15, 10, 14));
-    EXPECT_LE(layout.deleteCircle.maxX(), 0) << "waits beside the row";
-    EXPECT_GE(layout.confirmation.minX(), 320);
-
-    input.editing = true;
-    layout = UITableViewCellLayout::forInput(input);
-    EXPECT_EQ(layout.deleteCircle, CGRectMake(10, 9, 26, 26));
-    EXPECT_EQ(layout.image.minX(), 46);
-
-    input.confirming = true;
-    input.confirmationWidth = 60;
-    layout = UITableViewCellLayout::forInput(input);
-    EXPECT_EQ(layout.confirmation, CGRectMake(250, 6, 60, 32));
-    EXPECT_EQ(layout.text.maxX(), 240);
-
-    input = {};
-    input.size = {320, 20};
-    input.imageSize = {60, 76};
-    layout = UITableViewCellLayout::forInput(input);
-    EXPECT_EQ(layout.image.size, (CGSize{15, 19})) << "too tall a picture is made smaller";
+    const auto layout = UITableViewCellLayout::forInput;
+    const UITableViewCellLayoutInput plain{{320, 44}, {29, 29}, true};
+    EXPECT_EQ(layout(plain).image, CGRectMake(10, 8, 29, 29));
+    EXPECT_EQ(layout(plain).text, CGRectMake(49, 0, 241, 44));
+    EXPECT_EQ(layout(plain).accessory, CGRectMake(300, 15, 10, 14));
+    EXPECT_LE(layout(plain).deleteCircle.maxX(), 0) << "waits beside the row";
+    EXPECT_GE(layout(plain).confirmation.minX(), 320);
+    const UITableViewCellLayoutInput editing{{320, 44}, {29, 29}, true, true};
+    EXPECT_EQ(layout(editing).deleteCircle, CGRectMake(10, 9, 26, 26));
+    EXPECT_EQ(layout(editing).image.minX(), 46);
+    const UITableViewCellLayoutInput confirming{{320, 44}, {29, 29}, true, true, true, 60};
+    EXPECT_EQ(layout(confirming).confirmation, CGRectMake(250, 6, 60, 32));
+    EXPECT_EQ(layout(confirming).text.maxX(), 240);
+    EXPECT_EQ(layout({{320, 20}, {60, 76}}).image.size, (CGSize{15, 19})) << "made smaller";
 }
 
 }

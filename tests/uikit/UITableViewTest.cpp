@@ -200,11 +200,7 @@ TEST_F(UITableViewTest, TheMouseTakesARowsFileOutUnlessItScrollsOrEdits) {
     owner.hasFiles = true;
     fill(20);
     EXPECT_EQ(application().events().dragFileOut(), std::nullopt) << "no button is down";
-    const struct {
-        const char* inputs;
-        std::optional<std::string> file;
-        const char* after; ///< the button is released
-    } cases[] = {
+    const std::tuple<const char*, std::optional<std::string>, const char*> cases[] = {
         {"down 300,100; move 319,100", "/2", ""},
         {"down 200,140; move 100,142", "/3", ""}, // a swipe, whose offer is withdrawn
         {"down 200,140; move 200,120; move 319,120", std::nullopt, ""},

@@ -2,6 +2,7 @@
 
 #include "platform/foundation/NSError.h"
 #include "platform/foundation/NSURLResponse.h"
+#include "tests/support/Heard.h"
 #include "tests/support/HostTest.h"
 
 namespace vistrel {
@@ -12,24 +13,24 @@ using support::ScriptedWebPage;
 struct Delegate : UIWebViewDelegate {
     bool webViewShouldStartLoadWithRequest(UIWebView&, const NSURLRequest& request,
                                            UIWebViewNavigationType type) override {
-        heard += "ask " + request.HTTPMethod() + " " + request.URL()->absoluteString() + " " +
-                 std::to_string(static_cast<int>(type)) + "\n";
+        heard("ask " + request.HTTPMethod() + " " + request.URL()->absoluteString() + " " +
+              std::to_string(static_cast<int>(type)));
         last = request;
         if (onAsk)
             onAsk();
         return allows;
     }
     void webViewDidStartLoad(UIWebView& view) override {
-        heard += view.isLoading() ? "start\n" : "start, not loading\n";
+        heard(view.isLoading() ? "start" : "start without loading");
     }
     void webViewDidFinishLoad(UIWebView& view) override {
-        heard += view.isLoading() ? "finish, still loading\n" : "finish\n";
+        heard(view.isLoading() ? "finish while loading" : "finish");
         if (onFinish)
             onFinish();
     }
     void webViewDidFailLoadWithError(UIWebView&, const NSError& error) override {
-        heard += "fail " + error.domain() + " " + std::to_string(error.code()) + " " +
-                 error.localizedDescription() + "\n";
+        heard("fail " + error.domain() + " " + std::to_string(error.code()) + " " +
+              error.localizedDescription());
     }
     bool webViewShouldShowResponse(UIWebView&, const NSURLResponse& response) override {
         answers.push_back(response);
@@ -39,7 +40,7 @@ struct Delegate : UIWebViewDelegate {
     bool allows = true;
     std::function<void()> onAsk;
     std::function<void()> onFinish;
-    std::string heard;
+    support::Heard heard;
     NSURLRequest last{std::nullopt};
     std::vector<NSURLResponse> answers;
 };
@@ -55,9 +56,9 @@ protected:
     void open(const std::string& url) {
         load(url);
         turn();
-        delegate_.heard.clear();
+        (void)heard();
     }
-    std::string heard() { return std::exchange(delegate_.heard, {}); }
+    std::string heard() { return delegate_.heard.take(); }
     ScriptedWebPage& page() { return *webEngine().page(); }
 
     std::shared_ptr<Delegate> owner_ = std::make_shared<Delegate>();
@@ -100,11 +101,11 @@ TEST_F(UIWebViewTest, ALoadIsMadeOnlyWhenTheDelegateAllowsIt) {
     EXPECT_EQ(heard(), "");
     turn();
     page().finishLoad();
-    EXPECT_EQ(heard(), "ask GET http://site/a 5\nstart\nfinish\n");
+    EXPECT_EQ(heard(), "ask GET http://site/a 5, start, finish");
     delegate_.allows = false;
     load("http://site/b");
     turn();
-    EXPECT_EQ(heard(), "ask GET http://site/b 5\n");
+    EXPECT_EQ(heard(), "ask GET http://site/b 5");
     EXPECT_FALSE(page().isLoading());
 }
 
@@ -133,12 +134,9 @@ TEST_F(UIWebViewTest, NavigationsKeepTheirTypeMethodAndHeaders) {
     page().navigate({"http://site/back", "GET", {}, BackForward});
     page().navigate({"http://site/form", "POST", {}, FormResubmitted});
     page().navigateFrame({"gmsg://load?x=1", "GET", {{"Referer", "http://site/a"}}});
-    EXPECT_EQ(heard(), "ask GET http://site/link 0\n"
-                       "ask POST http://site/form 1\n"
-                       "ask GET http://site/again 3\n"
-                       "ask GET http://site/back 2\n"
-                       "ask POST http://site/form 4\n"
-                       "ask GET gmsg://load?x=1 5\n");
+    EXPECT_EQ(heard(), "ask GET http://site/link 0, ask POST http://site/form 1, "
+                       "ask GET http://site/again 3, ask GET http://site/back 2, "
+                       "ask POST http://site/form 4, ask GET gmsg://load?x=1 5");
     EXPECT_EQ(delegate_.last.valueForHTTPHeaderField("referer"), "http://site/a");
 }
 
@@ -153,7 +151,7 @@ TEST_F(UIWebViewTest, EveryAddressOfTheEngineBecomesValid) {
     };
     for (const auto& [engine, expected] : cases) {
         page().navigateFrame({engine, "GET", {}});
-        EXPECT_EQ(heard(), "ask GET " + std::string(expected) + " 5\n") << engine;
+        EXPECT_EQ(heard(), "ask GET " + std::string(expected) + " 5") << engine;
     }
     EXPECT_EQ(delegate_.last.valueForHTTPHeaderField("User-Agent"), "Scripted/1.0");
 }
@@ -161,13 +159,14 @@ TEST_F(UIWebViewTest, EveryAddressOfTheEngineBecomesValid) {
 TEST_F(UIWebViewTest, TheDelegateDecidesWhetherAResponseIsShown) {
     open("http://site/a");
     delegate_.allows = false;
-    EXPECT_FALSE(page().respond(
-        {"http://site/100% a b.mp4",
-         "video/mp4",
-         200,
-         {{"Content-Disposition", "attachment; filename=\"a b.mp4\""}, {"Content-Length", "4711"}},
-         true,
-         "POST"}));
+    host::WebResponse response{
+        "http://site/100% a b.mp4",
+        "video/mp4",
+        200,
+        {{"Content-Disposition", "attachment; filename=\"a b.mp4\""}, {"Content-Length", "4711"}},
+        true,
+        "POST"};
+    EXPECT_FALSE(page().respond(response));
     ASSERT_EQ(delegate_.answers.size(), 1u);
     const NSURLResponse& answer = delegate_.answers[0];
     EXPECT_EQ(answer.URL().absoluteString(), "http://site/100%25%20a%20b.mp4");
@@ -175,12 +174,8 @@ TEST_F(UIWebViewTest, TheDelegateDecidesWhetherAResponseIsShown) {
     EXPECT_EQ(answer.expectedContentLength(), 4711);
     EXPECT_EQ(answer.suggestedFilename(), "a b.mp4");
     delegate_.allows = true;
-    EXPECT_TRUE(page().respond({"http://site/form",
-                                "video/mp4",
-                                200,
-                                {{"Content-Encoding", "gzip"}, {"Content-Length", "4711"}},
-                                true,
-                                "GET"}));
+    response.headers.emplace_back("Content-Encoding", "gzip");
+    EXPECT_TRUE(page().respond(response));
     EXPECT_EQ(delegate_.answers[1].expectedContentLength(), -1);
 }
 
@@ -189,8 +184,8 @@ TEST_F(UIWebViewTest, FailuresHaveTheirDomainCodeAndDescription) {
     page().failLoad({-999, "cancelled", "http://site/a"});
     page().startLoad();
     page().failLoad({102, "interrupted", "http://site/a"});
-    EXPECT_EQ(heard(), "fail NSURLErrorDomain -999 cancelled\nstart\n"
-                       "fail WebKitErrorDomain 102 interrupted\n");
+    EXPECT_EQ(heard(), "fail NSURLErrorDomain -999 cancelled, start, "
+                       "fail WebKitErrorDomain 102 interrupted");
     EXPECT_FALSE(view_->isLoading());
 }
 
@@ -214,22 +209,18 @@ TEST_F(UIWebViewTest, WithoutADelegateEverythingIsAllowed) {
 }
 
 TEST_F(UIWebViewTest, TheViewMayBeDestroyedInEachCallback) {
-    delegate_.onAsk = [this] {
+    delegate_.onAsk = delegate_.onFinish = [this] {
         view_.reset();
     };
     open("http://site/a");
     EXPECT_TRUE(webEngine().pages().empty());
-
     delegate_.onAsk = {};
-    delegate_.onFinish = [this] {
-        view_.reset();
-    };
     view_ = std::make_shared<UIWebView>();
     view_->setDelegate(owner_);
     open("http://site/b");
     page().finishLoad();
     EXPECT_TRUE(webEngine().pages().empty());
-    EXPECT_EQ(heard(), "finish\n");
+    EXPECT_EQ(heard(), "finish");
 }
 
 TEST_F(UIWebViewTest, AScriptsResultComesLaterAndIsEmptyWithoutAPageEngine) {
