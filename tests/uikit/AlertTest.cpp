@@ -4,6 +4,7 @@
 #include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UIScrollIndicator.h"
 #include "platform/uikit/UIScrollView.h"
+#include "tests/support/Heard.h"
 #include "tests/support/ui/ScreenTest.h"
 
 namespace vistrel {
@@ -11,13 +12,13 @@ namespace {
 
 struct Chooser : UIAlertViewDelegate, UIActionSheetDelegate {
     void alertViewClickedButtonAtIndex(UIAlertView& alert, int index) override {
-        choices.push_back(alert.title() + ":" + std::to_string(index));
+        heard(alert.title() + ":" + std::to_string(index));
     }
     void actionSheetClickedButtonAtIndex(UIActionSheet& sheet, int index) override {
-        choices.push_back(sheet.title() + ":" + std::to_string(index));
+        heard(sheet.title() + ":" + std::to_string(index));
     }
 
-    std::vector<std::string> choices;
+    support::Heard heard; ///< "Delete?:1"
 };
 
 class Alert : public support::ScreenTest {
@@ -32,6 +33,15 @@ protected:
         return alert;
     }
     void answer(const std::string& button) { act("button " + button + "; wait 1"); }
+    std::shared_ptr<UIActionSheet> showSheet(const std::string& cancel,
+                                             const std::string& destructive,
+                                             const std::vector<std::string>& others) {
+        auto sheet = UIActionSheet::withTitle("S", chooser_, cancel, destructive, others);
+        sheet->showInView(window());
+        advance(1);
+        return sheet;
+    }
+    std::string choices() { return chooser_->heard.take(); }
 
     std::shared_ptr<Chooser> chooser_ = std::make_shared<Chooser>();
 };
@@ -47,7 +57,7 @@ TEST_F(Alert, OnlyTheFirstTapCounts) {
     tap(*yes);
     yes->accessibilityActivate();
     advance(1);
-    EXPECT_THAT(chooser_->choices, ElementsAre("Delete?:1"));
+    EXPECT_EQ(choices(), "Delete?:1");
 }
 
 TEST_F(Alert, LivesUntilItIsAnsweredAndNoLonger) {
@@ -60,8 +70,7 @@ TEST_F(Alert, LivesUntilItIsAnsweredAndNoLonger) {
 
 TEST_F(Alert, ADelegateThatHasGoneIsNotCalled) {
     show("Orphan", {"Yes"});
-    UIActionSheet::withTitle("Orphan", chooser_, "", "", {"Only"})->showInView(window());
-    advance(1);
+    showSheet("", "", {"Only"});
     chooser_.reset();
     answer("Only");
     EXPECT_EQ(UIActionSheet::visibleSheet(), nullptr);
@@ -76,7 +85,7 @@ TEST_F(Alert, TheUpperAlertHidesTheLowerOneUntilItIsAnswered) {
     EXPECT_EQ(find(UIAccessibilityRole::Button, "Low"), nullptr);
     answer("Up");
     answer("Low");
-    EXPECT_THAT(chooser_->choices, ElementsAre("Upper:1", "Lower:1"));
+    EXPECT_EQ(choices(), "Upper:1, Lower:1");
     EXPECT_EQ(alertCount(), 0);
 }
 
@@ -91,10 +100,9 @@ TEST_F(Alert, TheKeyboardAnswers) {
         {{"One", "Two"}, "key Left 2; key Enter", "Keys:2"},
     };
     for (const auto& [others, keys, choice] : cases) {
-        chooser_->choices.clear();
         show("Keys", others);
         act(keys + "; wait 1");
-        EXPECT_THAT(chooser_->choices, ElementsAre(choice)) << keys;
+        EXPECT_EQ(choices(), choice) << keys;
     }
 }
 
@@ -159,14 +167,10 @@ TEST_F(Alert, TextThatDoesNotFitScrollsAndTheButtonsStayOnTheScreen) {
     const auto box = find(UIAccessibilityRole::Alert, "FAQ\n" + text);
     ASSERT_NE(box, nullptr);
     EXPECT_GE(box->convertRectToView(box->bounds(), nullptr).minY(), 20);
-    std::shared_ptr<UIScrollView> scroll;
-    for (const auto& view : box->subviews()) {
-        if (auto found = std::dynamic_pointer_cast<UIScrollView>(view))
-            scroll = found;
-    }
+    const auto scroll = findBelow<UIScrollView>(*box);
     ASSERT_NE(scroll, nullptr);
     EXPECT_GT(scroll->contentSize().height, scroll->bounds().size.height);
-    const auto indicator = std::dynamic_pointer_cast<UIScrollIndicator>(scroll->subviews().back());
+    const auto indicator = findBelow<UIScrollIndicator>(*scroll);
     ASSERT_NE(indicator, nullptr) << "it flashes when the text appears";
     EXPECT_EQ(indicator->alpha(), 0) << "and fades by itself";
     act("key Down; wait 1");
@@ -181,34 +185,24 @@ TEST_F(Alert, ASheetOffersItsButtonsInOrderWithCancelLast) {
         {"", "", {"How To Use", "FAQ", "Support"}, 2},
     };
     for (const auto& [cancel, destructive, buttons, tapped] : cases) {
-        chooser_->choices.clear();
-        const auto sheet = UIActionSheet::withTitle("S", chooser_, cancel, destructive,
-                                                    {"How To Use", "FAQ", "Support"});
-        sheet->setActionSheetStyle(UIActionSheetStyle::BlackTranslucent);
-        sheet->showInView(window());
-        advance(1);
+        const auto sheet = showSheet(cancel, destructive, {"How To Use", "FAQ", "Support"});
         EXPECT_EQ(labels(UIAccessibilityRole::Button, screen()), buttons);
         EXPECT_EQ(UIActionSheet::visibleSheet(), sheet);
         answer(buttons[static_cast<std::size_t>(tapped)]);
-        EXPECT_THAT(chooser_->choices, ElementsAre("S:" + std::to_string(tapped)));
+        EXPECT_EQ(choices(), "S:" + std::to_string(tapped));
         EXPECT_EQ(UIActionSheet::visibleSheet(), nullptr);
     }
 }
 
 TEST_F(Alert, ASheetWithoutCancelIgnoresEscapeAndADismissedOneIsSilent) {
-    auto sheet = UIActionSheet::withTitle("S", chooser_, "", "", {"Only"});
-    sheet->showInView(window());
+    auto sheet = showSheet("", "", {"Only"});
     act("key Escape; key Enter");
     EXPECT_TRUE(sheet->isVisible()) << "Enter without a choice does nothing";
     act("key Down; key Enter; wait 1");
-    EXPECT_THAT(chooser_->choices, ElementsAre("S:0"));
-
-    sheet = UIActionSheet::withTitle("S", chooser_, "Cancel", "", {"Only"});
-    sheet->showInView(window());
-    advance(1);
-    sheet->dismissWithClickedButtonIndex(0, true);
+    EXPECT_EQ(choices(), "S:0");
+    showSheet("Cancel", "", {"Only"})->dismissWithClickedButtonIndex(0, true);
     act("tap 160,400; wait 1");
-    EXPECT_EQ(chooser_->choices.size(), 1U);
+    EXPECT_EQ(choices(), "");
     EXPECT_EQ(screen().subviews().size(), 2u);
 }
 

@@ -5,6 +5,7 @@
 #include "platform/uikit/UIApplicationDelegate.h"
 #include "platform/uikit/UIScreen.h"
 #include "platform/uikit/UIStatusBar.h"
+#include "tests/support/Heard.h"
 #include "tests/support/ui/ScreenTest.h"
 
 namespace vistrel {
@@ -12,13 +13,7 @@ namespace {
 
 class UIApplicationTest : public support::ScreenTest {
 protected:
-    UIStatusBar& statusBar() {
-        const auto& views = screen().subviews();
-        const auto isBar = [](const auto& view) {
-            return dynamic_cast<UIStatusBar*>(view.get()) != nullptr;
-        };
-        return dynamic_cast<UIStatusBar&>(**std::ranges::find_if(views, isBar));
-    }
+    UIStatusBar& statusBar() { return *findBelow<UIStatusBar>(screen()); }
     static std::shared_ptr<UIWindow> shown(double level) {
         auto made = std::make_shared<UIWindow>();
         made->setWindowLevel(level);
@@ -101,46 +96,41 @@ TEST_F(UIApplicationTest, NetworkActivityTurnsOnlyWhileVisible) {
 }
 
 TEST_F(UIApplicationTest, StateChangesAreAnnouncedInThePhonesOrder) {
-    std::vector<std::string> names;
-    for (const auto* name :
-         {UIApplicationDidBecomeActiveNotification, UIApplicationWillResignActiveNotification,
-          UIApplicationDidEnterBackgroundNotification,
-          UIApplicationWillEnterForegroundNotification}) {
+    support::Heard heard;
+    const std::pair<const char*, const char*> names[] = {
+        {UIApplicationDidBecomeActiveNotification, "active"},
+        {UIApplicationWillResignActiveNotification, "resigns"},
+        {UIApplicationDidEnterBackgroundNotification, "background"},
+        {UIApplicationWillEnterForegroundNotification, "returns"}};
+    for (const auto& [notification, name] : names)
         NSNotificationCenter::defaultCenter().addObserver(
-            this, name, nullptr, [&](const auto& note) { names.push_back(note.name); });
-    }
-    application().setState(UIApplicationState::Active);
-    application().setState(UIApplicationState::Active);
-    application().setState(UIApplicationState::Background);
-    application().setState(UIApplicationState::Active);
-    EXPECT_THAT(names, ElementsAre(UIApplicationDidBecomeActiveNotification,
-                                   UIApplicationWillResignActiveNotification,
-                                   UIApplicationDidEnterBackgroundNotification,
-                                   UIApplicationWillEnterForegroundNotification,
-                                   UIApplicationDidBecomeActiveNotification));
+            this, notification, nullptr, [&heard, name = name](const auto&) { heard(name); });
+    using enum UIApplicationState;
+    for (const auto state : {Active, Active, Background, Active})
+        application().setState(state);
+    EXPECT_EQ(heard.take(), "active, resigns, background, returns, active");
     NSNotificationCenter::defaultCenter().removeObserver(this);
 }
 
 TEST_F(UIApplicationTest, TheDelegateHearsLaunchMemoryWarningAndEnd) {
     struct Delegate : UIApplicationDelegate {
-        explicit Delegate(std::string& heard)
-            : heard_(heard) {}
+        explicit Delegate(support::Heard& said)
+            : heard(said) {}
         void applicationDidFinishLaunching(UIApplication& application) override {
             application.setDelegate(nullptr);
-            heard_ += "launched and still here, ";
+            heard("launched and still here");
         }
-        void applicationDidReceiveMemoryWarning(UIApplication&) override { heard_ += "memory, "; }
-        void applicationWillTerminate(UIApplication&) override { heard_ += "end"; }
-        std::string& heard_;
+        void applicationDidReceiveMemoryWarning(UIApplication&) override { heard("memory"); }
+        void applicationWillTerminate(UIApplication&) override { heard("end"); }
+        support::Heard& heard;
     };
-    std::string heard;
-    auto delegate = std::make_shared<Delegate>(heard);
-    application().setDelegate(delegate);
+    support::Heard heard;
+    application().setDelegate(std::make_shared<Delegate>(heard));
     application().finishLaunching();
-    application().setDelegate(std::move(delegate));
+    application().setDelegate(std::make_shared<Delegate>(heard));
     application().receiveMemoryWarning();
     application().terminate();
-    EXPECT_EQ(heard, "launched and still here, memory, end");
+    EXPECT_EQ(heard.take(), "launched and still here, memory, end");
 }
 
 TEST_F(UIApplicationTest, TheScreenTakesTheDisplaysScale) {

@@ -96,6 +96,16 @@ protected:
 
     /// Frontmost first, what a screen reader would find with that role and label.
     std::shared_ptr<UIView> find(UIAccessibilityRole role, const std::string& label);
+    /// The frontmost view of a class in another view; null when there is none.
+    template <typename View>
+    static std::shared_ptr<View> findBelow(UIView& above) {
+        std::shared_ptr<View> found;
+        for (const auto& view : above.subviews()) {
+            if (auto made = std::dynamic_pointer_cast<View>(view))
+                found = std::move(made);
+        }
+        return found;
+    }
     /// Of the visible button of that label, on the screen; nothing when there is none.
     CGRect placeOfButton(const std::string& label);
     /// Labels of the role in the view and below it, in tree order.
