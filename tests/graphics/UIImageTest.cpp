@@ -23,12 +23,6 @@ std::shared_ptr<Bitmap> filled(int width, int height, std::uint32_t pixel) {
     return bitmap;
 }
 
-std::vector<std::byte> bytesOf(const std::string& path) {
-    const std::string text = support::contentsOf(path);
-    const auto* data = reinterpret_cast<const std::byte*>(text.data());
-    return {data, data + text.size()};
-}
-
 std::vector<std::byte> jpegOf(const Bitmap& bitmap) {
     unsigned char* data = nullptr;
     unsigned long size = 0;
@@ -36,8 +30,8 @@ std::vector<std::byte> jpegOf(const Bitmap& bitmap) {
     tjCompress2(encoder, bitmap.data(), bitmap.width(), bitmap.stride(), bitmap.height(), TJPF_BGRA,
                 &data, &size, TJSAMP_444, 95, 0);
     tjDestroy(encoder);
-    const auto* bytes = reinterpret_cast<const std::byte*>(data);
-    std::vector<std::byte> result(bytes, bytes + size);
+    const auto bytes = std::as_bytes(std::span(data, size));
+    std::vector<std::byte> result(bytes.begin(), bytes.end());
     tjFree(data);
     return result;
 }
@@ -59,9 +53,9 @@ std::vector<std::byte> pngOf(const PNGFile& file, unsigned width) {
     png_set_write_fn(
         png, &result,
         [](png_structp out, png_bytep data, std::size_t length) {
-            auto& bytes = *static_cast<std::vector<std::byte>*>(png_get_io_ptr(out));
-            const auto* first = reinterpret_cast<const std::byte*>(data);
-            bytes.insert(bytes.end(), first, first + length);
+            auto& all = *static_cast<std::vector<std::byte>*>(png_get_io_ptr(out));
+            const auto bytes = std::as_bytes(std::span(data, length));
+            all.insert(all.end(), bytes.begin(), bytes.end());
         },
         nullptr);
     png_set_IHDR(png, info, width, static_cast<png_uint_32>(file.rows.size()), file.depth,
@@ -88,6 +82,11 @@ protected:
     ~UIImageTest() override { UIImage::setScreenScale(1); }
     void write(const std::string& name, const Bitmap& bitmap) {
         ASSERT_TRUE(ImageFile::writePNG(bitmap, folder.path(name)));
+    }
+    std::vector<std::byte> bytesOf(const std::string& name) const {
+        const std::string text = support::contentsOf(folder.path(name));
+        const auto bytes = std::as_bytes(std::span(text));
+        return {bytes.begin(), bytes.end()};
     }
     support::TemporaryFolder folder;
 };
@@ -130,20 +129,18 @@ TEST_F(UIImageTest, APictureReadAheadIsUsedAtItsScale) {
 }
 
 TEST_F(UIImageTest, FilesAreReadEachTime) {
-    write("cover.png", *filled(4, 4, kRed));
     const auto path = folder.path("cover.png");
-    EXPECT_EQ(UIImage::imageWithContentsOfFile(path)->bitmap()->pixel(0, 0), kRed);
-    write("cover.png", *filled(4, 4, kBlue));
-    EXPECT_EQ(UIImage::imageWithContentsOfFile(path)->bitmap()->pixel(0, 0), kBlue);
+    for (const auto colour : {kRed, kBlue}) {
+        write("cover.png", *filled(4, 4, colour));
+        EXPECT_EQ(UIImage::imageWithContentsOfFile(path)->bitmap()->pixel(0, 0), colour);
+    }
     EXPECT_EQ(UIImage::imageWithContentsOfFile(folder.path("none.png")), nullptr);
     EXPECT_EQ(UIImage::imageWithContentsOfFile(folder.path()), nullptr);
 }
 
 TEST_F(UIImageTest, PNGAndJPEGAreToldApartByTheirBytes) {
-    auto picture = filled(16, 16, 0x80800000);
-    write("half.png", *picture);
-    const auto png = bytesOf(folder.path("half.png"));
-    const auto fromPNG = UIImage::imageWithData(png);
+    write("half.png", *filled(16, 16, 0x80800000));
+    const auto fromPNG = UIImage::imageWithData(bytesOf("half.png"));
     ASSERT_TRUE(fromPNG);
     EXPECT_EQ(fromPNG->bitmap()->pixel(3, 3), 0x80800000) << "transparency survives";
     EXPECT_FALSE(fromPNG->bitmap()->isOpaque());
@@ -200,7 +197,7 @@ TEST_F(UIImageTest, EveryKindOfPNGComesOutAsPremultipliedPixels) {
 
 TEST_F(UIImageTest, ABrokenFileYieldsNoPicture) {
     write("good.png", *filled(16, 16, kRed));
-    const auto png = bytesOf(folder.path("good.png"));
+    const auto png = bytesOf("good.png");
     for (std::size_t length = 0; length + 12 < png.size(); ++length)
         EXPECT_EQ(UIImage::imageWithData(std::span(png).first(length)), nullptr) << length;
     auto enormous = png;

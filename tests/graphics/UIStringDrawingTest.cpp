@@ -10,9 +10,12 @@ namespace {
 
 const UIFont font = UIFont::systemFontOfSize(17);
 
-/// The box of pixels that drawing a text leaves, in points; empty when nothing is drawn.
+/// What drawing a text leaves, in points.
 struct Ink {
-    CGRect box;
+    double left = HUGE_VAL;
+    double top = HUGE_VAL;
+    double right = 0;
+    double bottom = 0;
     int pixels = 0;
 };
 
@@ -28,20 +31,14 @@ Ink inkOf(const std::string& text, const CGRect& rect, UILineBreakMode mode,
         UIGraphicsPopContext();
     }
     Ink ink;
-    std::set<double> columns;
-    std::set<double> rows;
     for (int y = 0; y < bitmap->height(); ++y) {
         for (int x = 0; x < bitmap->width(); ++x) {
-            if (bitmap->pixel(x, y) >> 24 > 32) {
-                ++ink.pixels;
-                columns.insert({x / scale, (x + 1) / scale});
-                rows.insert({y / scale, (y + 1) / scale});
-            }
+            if (bitmap->pixel(x, y) >> 24 > 32)
+                ink = {std::min(ink.left, x / scale), std::min(ink.top, y / scale),
+                       std::max(ink.right, (x + 1) / scale), std::max(ink.bottom, (y + 1) / scale),
+                       ink.pixels + 1};
         }
     }
-    if (ink.pixels > 0)
-        ink.box = CGRectMake(*columns.begin(), *rows.begin(), *columns.rbegin() - *columns.begin(),
-                             *rows.rbegin() - *rows.begin());
     return ink;
 }
 
@@ -100,10 +97,10 @@ TEST(UIStringDrawingTest, TruncationCutsTextWhereItsReadingEnds) {
     std::string gap;
     for (int i = 0; i < 100; ++i)
         gap += "\u00A0";
-    EXPECT_LT(inkOf("ab" + gap + "yz", rect, UILineBreakMode::TailTruncation).box.minX(), 5);
+    EXPECT_LT(inkOf("ab" + gap + "yz", rect, UILineBreakMode::TailTruncation).left, 5);
     const auto hebrew = inkOf("אב" + gap + "ג", rect, UILineBreakMode::TailTruncation);
-    EXPECT_GT(hebrew.box.maxX(), 195) << "the start is at the right";
-    EXPECT_LT(hebrew.box.minX(), 30) << "the ellipsis at the left";
+    EXPECT_GT(hebrew.right, 195) << "the start is at the right";
+    EXPECT_LT(hebrew.left, 30) << "the ellipsis at the left";
 }
 
 TEST(UIStringDrawingTest, TruncationKeepsTheLineInsideTheRectangle) {
@@ -112,13 +109,13 @@ TEST(UIStringDrawingTest, TruncationKeepsTheLineInsideTheRectangle) {
     for (const auto mode : {UILineBreakMode::TailTruncation, UILineBreakMode::HeadTruncation,
                             UILineBreakMode::MiddleTruncation}) {
         const auto ink = inkOf(text, rect, mode);
-        EXPECT_GE(ink.box.minX(), 19);
-        EXPECT_LE(ink.box.maxX(), 141);
-        EXPECT_GT(ink.box.maxX(), 120) << "uses the room";
-        EXPECT_LE(ink.box.maxY(), 31 + font.lineHeight()) << "one line";
-        EXPECT_GT(ink.box.maxY(), 40) << "which the height does not cut";
+        EXPECT_GE(ink.left, 19);
+        EXPECT_LE(ink.right, 141);
+        EXPECT_GT(ink.right, 120) << "uses the room";
+        EXPECT_LE(ink.bottom, 31 + font.lineHeight()) << "one line";
+        EXPECT_GT(ink.bottom, 40) << "which the height does not cut";
     }
-    EXPECT_LE(inkOf(text, rect, UILineBreakMode::Clip).box.maxX(), 140);
+    EXPECT_LE(inkOf(text, rect, UILineBreakMode::Clip).right, 140);
 }
 
 TEST(UIStringDrawingTest, AlignmentPlacesEachLine) {
@@ -126,19 +123,19 @@ TEST(UIStringDrawingTest, AlignmentPlacesEachLine) {
     const auto left = inkOf("Help", rect, UILineBreakMode::Clip);
     const auto center = inkOf("Help", rect, UILineBreakMode::Clip, UITextAlignment::Center);
     const auto right = inkOf("Help", rect, UILineBreakMode::Clip, UITextAlignment::Right);
-    EXPECT_NEAR(left.box.minX(), 51, 2);
-    EXPECT_NEAR(center.box.midX(), 150, 2);
-    EXPECT_NEAR(right.box.maxX(), 249, 2);
+    EXPECT_NEAR(left.left, 51, 2);
+    EXPECT_NEAR(center.left + center.right, 300, 4);
+    EXPECT_NEAR(right.right, 249, 2);
     const auto lines = inkOf("Help\nHelp", rect, UILineBreakMode::WordWrap, UITextAlignment::Right);
-    EXPECT_NEAR(lines.box.minX(), right.box.minX(), 1);
+    EXPECT_NEAR(lines.left, right.left, 1);
     EXPECT_GT(lines.pixels, right.pixels * 3 / 2);
 }
 
 TEST(UIStringDrawingTest, WrappingDrawsTheLinesThatBeginInside) {
     const double line = font.lineHeight();
     const auto two = inkOf("a\nb\nc", CGRectMake(0, 0, 100, line + 1), UILineBreakMode::WordWrap);
-    EXPECT_GT(two.box.maxY(), line + 5);
-    EXPECT_LT(two.box.maxY(), 2 * line + 1);
+    EXPECT_GT(two.bottom, line + 5);
+    EXPECT_LT(two.bottom, 2 * line + 1);
 }
 
 TEST(UIStringDrawingTest, TheSamePlaceAtEveryScale) {
@@ -146,10 +143,10 @@ TEST(UIStringDrawingTest, TheSamePlaceAtEveryScale) {
     const auto rect = CGRectMake(10, 10, 300, 30);
     const auto one = inkOf(text, rect, UILineBreakMode::Clip);
     const auto three = inkOf(text, rect, UILineBreakMode::Clip, UITextAlignment::Left, 3);
-    EXPECT_NEAR(one.box.minX(), three.box.minX(), 1);
-    EXPECT_NEAR(one.box.maxX(), three.box.maxX(), 1.5);
-    EXPECT_NEAR(one.box.minY(), three.box.minY(), 1);
-    EXPECT_NEAR(one.box.maxY(), three.box.maxY(), 1);
+    EXPECT_NEAR(one.left, three.left, 1);
+    EXPECT_NEAR(one.right, three.right, 1.5);
+    EXPECT_NEAR(one.top, three.top, 1);
+    EXPECT_NEAR(one.bottom, three.bottom, 1);
 }
 
 TEST(UIStringDrawingTest, FontsShrinkToFitButNotBelowTheMinimum) {

@@ -119,8 +119,8 @@ TEST_F(BareSessionTest, AFileGoesToAnotherProgramAndItsFolderToTheFileManagers) 
     }
 }
 
-/// A session whose desktop shows notifications and files, asks for programs and keeps the screen
-/// awake, and records the calls.
+/// A session whose desktop shows notifications and files, vibrates, asks for programs and keeps the
+/// screen awake, and records the calls.
 class SessionTest : public BareSessionTest {
 protected:
     SessionTest() {
@@ -132,6 +132,9 @@ protected:
               "<method name='Inhibit'><arg type='s'/><arg type='s'/>"
               "<arg type='u' direction='out'/></method>"
               "<method name='UnInhibit'><arg type='u'/></method>");
+        serve("org.sigxcpu.Feedback", "/org/sigxcpu/Feedback",
+              "<method name='TriggerFeedback'><arg type='s'/><arg type='s'/><arg type='a{sv}'/>"
+              "<arg type='i'/><arg type='u' direction='out'/></method>");
         serve("org.freedesktop.FileManager1", "/org/freedesktop/FileManager1",
               "<method name='ShowItems'><arg type='as'/><arg type='s'/></method>");
         serve("org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop",
@@ -175,12 +178,16 @@ protected:
     std::vector<std::string> calls_;
 };
 
-TEST_F(SessionTest, ANotificationIsPlainText) {
+TEST_F(SessionTest, ANotificationIsPlainTextAndAVibrationIsAPressedButton) {
     desktop_->notify("Download Succeeded", "<b>Tom & Jerry</b>.mp4");
-    ASSERT_TRUE(turnUntil([&] { return calls_.size() == 1; }));
-    EXPECT_EQ(calls_[0], "Notify('Vistrel', uint32 0, 'org.vistrel.Vistrel', 'Download Succeeded', "
-                         "'&lt;b&gt;Tom &amp; Jerry&lt;/b&gt;.mp4', @as [], "
-                         "{'desktop-entry': <'org.vistrel.Vistrel'>}, -1)");
+    desktop_->vibrate();
+    ASSERT_TRUE(turnUntil([&] { return calls_.size() == 2; }));
+    EXPECT_THAT(
+        calls_,
+        ElementsAre("Notify('Vistrel', uint32 0, 'org.vistrel.Vistrel', 'Download Succeeded', "
+                    "'&lt;b&gt;Tom &amp; Jerry&lt;/b&gt;.mp4', @as [], "
+                    "{'desktop-entry': <'org.vistrel.Vistrel'>}, -1)",
+                    "TriggerFeedback('org.vistrel.Vistrel', 'button-pressed', @a{sv} {}, -1)"));
 }
 
 TEST_F(SessionTest, TheScreenStaysAwakeUntilItMaySleepAgain) {

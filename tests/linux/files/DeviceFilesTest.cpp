@@ -29,6 +29,12 @@ std::vector<std::string> names(const std::string& folder) {
     return found;
 }
 
+struct stat attributesOf(const std::string& path) {
+    struct stat attributes {};
+    EXPECT_EQ(::lstat(path.c_str(), &attributes), 0) << path;
+    return attributes;
+}
+
 int codeOf(const host::Status& status) {
     return status ? 0 : status.failure().code;
 }
@@ -58,6 +64,12 @@ private:
 class DeviceFilesTest : public ::testing::TestWithParam<PathResolver::Walk> {
 protected:
     std::string at(const std::string& path) const { return root_ + path; }
+    /// Next to the device; a secret is in it.
+    std::string folderOutside() const {
+        fs::create_directory(base_.path("outside"));
+        base_.put("outside/secret", "secret");
+        return base_.path("outside");
+    }
 
     support::TemporaryFolder base_;
     std::string root_ = base_.path("device");
@@ -94,9 +106,7 @@ TEST_P(DeviceFilesTest, ListsNamesAsBytesInTheFoldersOrder) {
 }
 
 TEST_P(DeviceFilesTest, NothingIsCreatedOrReadThroughALinkThatLeadsOut) {
-    const std::string outside = base_.path("outside");
-    fs::create_directory(outside);
-    put(outside + "/secret", "secret");
+    const std::string outside = folderOutside();
     fs::create_directory_symlink(outside, at("/var/mobile/Library/Downloads"));
     fs::create_directory_symlink("../../../../../outside", at("/var/mobile/Media/relative"));
     fs::create_symlink(outside + "/secret", at("/var/mobile/Media/link.mp4"));
@@ -123,10 +133,8 @@ TEST_P(DeviceFilesTest, ACreatedFileReplacesWhateverHadItsName) {
     ::chmod(at(path).c_str(), 0755);
     fs::create_hard_link(at(path), at("/var/mobile/Media/other-name"));
     ASSERT_TRUE(files_.createFile(path));
-    struct stat attributes {};
-    ASSERT_EQ(::lstat(at(path).c_str(), &attributes), 0);
-    EXPECT_EQ(attributes.st_size, 0);
-    EXPECT_EQ(attributes.st_mode & 0111U, 0U) << "never executable";
+    EXPECT_EQ(attributesOf(at(path)).st_size, 0);
+    EXPECT_EQ(attributesOf(at(path)).st_mode & 0111U, 0U) << "never executable";
     EXPECT_EQ(contentsOf(at("/var/mobile/Media/other-name")),
               "an old, long and executable content");
 
@@ -183,15 +191,13 @@ TEST_P(DeviceFilesTest, AMoveNeverReplacesAFile) {
 }
 
 TEST_P(DeviceFilesTest, RemovesFoldersWithTheirContentsAndLinksWithoutTheirTargets) {
-    const std::string outside = base_.path("outside");
-    fs::create_directory(outside);
-    put(outside + "/kept");
+    const std::string outside = folderOutside();
     fs::create_directories(at("/tmp/folder.mp4/deep/deeper"));
     put(at("/tmp/folder.mp4/deep/file"));
     fs::create_directory_symlink(outside, at("/tmp/folder.mp4/link"));
     EXPECT_TRUE(files_.remove("/tmp/folder.mp4/"));
     EXPECT_THAT(names(at("/tmp")), IsEmpty());
-    EXPECT_THAT(names(outside), ElementsAre("kept"));
+    EXPECT_THAT(names(outside), ElementsAre("secret"));
     EXPECT_EQ(codeOf(files_.remove("/tmp/none")), ENOENT);
     EXPECT_NE(codeOf(files_.remove("/")), 0);
     EXPECT_NE(codeOf(files_.remove("/tmp/..")), 0);
@@ -199,20 +205,18 @@ TEST_P(DeviceFilesTest, RemovesFoldersWithTheirContentsAndLinksWithoutTheirTarge
 }
 
 TEST_P(DeviceFilesTest, WritesAtomicallyReadsBackAndSetsTimes) {
-    const std::string path = "/var/mobile/Library/Caches/host/page";
+    const std::string folder = "/var/mobile/Library/Caches/new/host";
+    const std::string path = folder + "/page";
     EXPECT_EQ(codeOf(files_.writeAtomically(path, bytesOf("x"))), ENOENT);
-    ASSERT_TRUE(files_.createDirectory("/var/mobile/Library/Caches/host", true));
-    ASSERT_TRUE(files_.createDirectory("/var/mobile/Library/Caches/host", true));
-    EXPECT_EQ(codeOf(files_.createDirectory("/var/mobile/Library/Caches/host", false)), EEXIST);
-    EXPECT_EQ(codeOf(files_.createDirectory("/new/deep", false)), ENOENT);
-    EXPECT_TRUE(files_.createDirectory("/new/deep/deeper", true));
-    EXPECT_TRUE(files_.info("/new/deep/deeper").value().isDirectory);
+    EXPECT_EQ(codeOf(files_.createDirectory(folder, false)), ENOENT);
+    EXPECT_TRUE(files_.createDirectory(folder, true));
+    EXPECT_TRUE(files_.createDirectory(folder, true));
+    EXPECT_EQ(codeOf(files_.createDirectory(folder, false)), EEXIST);
+    EXPECT_TRUE(files_.info(folder).value().isDirectory);
     const std::string text("zero \0 and more", 15);
     ASSERT_TRUE(files_.writeAtomically(path, bytesOf("old")));
     ASSERT_TRUE(files_.writeAtomically(path, bytesOf(text)));
-    const auto read = files_.read(path);
-    ASSERT_TRUE(read);
-    EXPECT_TRUE(std::ranges::equal(read.value(), bytesOf(text)));
+    EXPECT_TRUE(std::ranges::equal(files_.read(path).value(), bytesOf(text)));
     ASSERT_TRUE(files_.setTimes(path, 1'234'567'890));
     EXPECT_EQ(files_.info(path).value().modificationTime, 1'234'567'890);
     EXPECT_EQ(files_.info(path).value().size, 15);
@@ -221,11 +225,8 @@ TEST_P(DeviceFilesTest, WritesAtomicallyReadsBackAndSetsTimes) {
 }
 
 TEST_P(DeviceFilesTest, AMoveFromAnotherFileSystemIsWholeAndKeepsTheTime) {
-    struct stat here {};
-    struct stat there {};
-    ASSERT_EQ(::stat(root_.c_str(), &here), 0);
-    ASSERT_EQ(::stat(inbox_.path().c_str(), &there), 0);
-    ASSERT_NE(here.st_dev, there.st_dev) << "/dev/shm and the temporary folder must differ";
+    ASSERT_NE(attributesOf(root_).st_dev, attributesOf(inbox_.path()).st_dev)
+        << "/dev/shm and the temporary folder must differ";
     std::string body(3'000'000, 'v');
     body[2'000'000] = '\0';
     const std::string source = inbox_.put("clip.mp4", body);
@@ -236,10 +237,8 @@ TEST_P(DeviceFilesTest, AMoveFromAnotherFileSystemIsWholeAndKeepsTheTime) {
     EXPECT_TRUE(whole_.move(source, target));
     EXPECT_FALSE(fs::exists(source));
     EXPECT_EQ(contentsOf(target), body);
-    struct stat attributes {};
-    ::stat(target.c_str(), &attributes);
-    EXPECT_EQ(attributes.st_mtime, 1'200'000'000);
-    EXPECT_EQ(attributes.st_mode & 0111U, 0U);
+    EXPECT_EQ(attributesOf(target).st_mtime, 1'200'000'000);
+    EXPECT_EQ(attributesOf(target).st_mode & 0111U, 0U);
 
     put(source, "another");
     EXPECT_EQ(codeOf(whole_.move(source, target)), EEXIST);

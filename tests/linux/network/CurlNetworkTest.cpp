@@ -372,7 +372,7 @@ TEST_F(CurlNetworkTest, TheRequestCarriesWhatItWasGiven) {
     request.headers = {{"X-One", "1"}, {"User-Agent", "Mine/1"}, {"X-Bad", "a\r\nX-Evil: 1"}};
     const std::string head = headOf(request);
     for (const char* line : {"GET /post HTTP/1.1\r\n", "X-One: 1\r\n", "User-Agent: Mine/1\r\n",
-                             "Cache-Control: no-cache\r\n"})
+                             "Cache-Control: no-cache\r\n", "Accept-Encoding: gzip, deflate\r\n"})
         EXPECT_THAT(head, HasSubstr(line));
     EXPECT_THAT(head, Not(HasSubstr("X-Evil")));
 }
