@@ -77,7 +77,11 @@ void WebKitPage::connect() {
     keep(connectSignal<gboolean(WebKitLoadEvent, const char*, GError*)>(
         view, "load-failed",
         weakly(this, [](WebKitPage& self, WebKitLoadEvent, const char* url, GError* error) {
-            self.failLoad(WebKitPolicy::error(*error, url ? url : ""));
+            host::WebError failure = WebKitPolicy::error(*error, url ? url : "");
+            // When stopped early, the engine may call it an interruption.
+            if (self.stopped_)
+                failure.code = WebKitPolicy::kErrorCancelled;
+            self.failLoad(failure);
             return true;
         })));
     keep(connectSignal<gboolean(const char*, GTlsCertificate*, GTlsCertificateFlags)>(
@@ -154,6 +158,7 @@ void WebKitPage::reload() {
 
 void WebKitPage::stopLoading() {
     ++loads_;
+    stopped_ = true;
     webkit_web_view_stop_loading(view_.get());
 }
 
@@ -324,6 +329,7 @@ bool WebKitPage::authenticate(WebKitAuthenticationRequest* request) {
 void WebKitPage::loadChanged(WebKitLoadEvent event) {
     if (event == WEBKIT_LOAD_STARTED) {
         loading_ = true;
+        stopped_ = false;
         fit_->loadStarted();
         if (client_)
             client_->webPageDidStartLoad();

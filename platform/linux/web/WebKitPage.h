@@ -84,6 +84,7 @@ private:
     /// Of the page and its frames, without fragments.
     std::set<std::string> documents_;
     bool loading_ = false;
+    bool stopped_ = false; ///< the load that began last
     bool mediaNeedsTouch_ = false;
 };
 

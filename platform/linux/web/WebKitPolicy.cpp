@@ -10,7 +10,6 @@ namespace vistrel {
 namespace {
 
 /// NSURLErrorDomain's numbers.
-constexpr int kErrorCancelled = -999;
 constexpr int kErrorUnknown = -1;
 constexpr int kErrorUnsupportedURL = -1002;
 constexpr int kErrorCannotConnect = -1004;
@@ -75,7 +74,7 @@ host::WebNavigationType navigationType(WebKitNavigationType type) {
 
 int errorCode(const GError& error) {
     if (error.domain == WEBKIT_NETWORK_ERROR && error.code == WEBKIT_NETWORK_ERROR_CANCELLED)
-        return kErrorCancelled;
+        return WebKitPolicy::kErrorCancelled;
     if (error.domain == WEBKIT_NETWORK_ERROR && error.code == WEBKIT_NETWORK_ERROR_UNKNOWN_PROTOCOL)
         return kErrorUnsupportedURL;
     if (error.domain == WEBKIT_POLICY_ERROR)

@@ -11,6 +11,8 @@ namespace vistrel {
 /// The engine's decision objects in the host's terms.
 namespace WebKitPolicy {
 
+inline constexpr int kErrorCancelled = -999; ///< in NSURLErrorDomain
+
 /// Of a request that the application makes.
 host::WebNavigation navigation(WebKitURIRequest* request);
 host::WebNavigation navigation(WebKitNavigationAction* action);
