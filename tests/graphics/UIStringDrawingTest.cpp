@@ -164,6 +164,7 @@ TEST(ValidTextTest, InvalidUTF8IsReplacedByteByByte) {
     const std::pair<std::string, std::string> cases[] = {
         {"plain", "plain"},
         {"caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x8E\xAC", "caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x8E\xAC"},
+        {"\u0080\u0800\U00010000", "\u0080\u0800\U00010000"}, // the first of each length
         {"caf\xE9", "caf" + mark},
         {"\xC0\xAF", mark + mark},                       // a longer form than needed
         {"\xED\xA0\x80", mark + mark + mark},            // half of a pair

@@ -14,50 +14,46 @@ namespace vistrel {
 class LoopbackConnection {
 public:
     LoopbackConnection(NativeReference<GIOStream> stream, GCancellable* end)
-        : stream_(std::move(stream))
-        , end_(end) {}
+        : end_(end) {
+        use(std::move(stream));
+    }
 
     bool send(const std::string& bytes) const {
         return g_output_stream_write_all(g_io_stream_get_output_stream(stream_.get()), bytes.data(),
                                          bytes.size(), nullptr, end_, nullptr) != FALSE;
     }
     /// Without its CR LF.
-    std::optional<std::string> readLine() {
-        auto end = unread_.find("\r\n");
-        for (; end == std::string::npos; end = unread_.find("\r\n")) {
-            if (!readMore())
-                return std::nullopt;
-        }
-        std::string line = unread_.substr(0, end);
-        unread_.erase(0, end + 2);
-        return line;
+    std::optional<std::string> readLine() const {
+        const std::unique_ptr<char, decltype(&g_free)> line(
+            g_data_input_stream_read_line(input_.get(), nullptr, end_, nullptr), g_free);
+        return line ? std::optional<std::string>(line.get()) : std::nullopt;
     }
-    void waitForClose() {
-        while (readMore()) {
+    void waitForClose() const {
+        while (readLine()) {
         }
     }
     bool encrypt(const std::string& certificateFile, const std::string& keyFile) {
         const auto certificate = NativeReference<GTlsCertificate>::adopt(
             g_tls_certificate_new_from_files(certificateFile.c_str(), keyFile.c_str(), nullptr));
         GIOStream* secure = g_tls_server_connection_new(stream_.get(), certificate.get(), nullptr);
-        stream_ = NativeReference<GIOStream>::adopt(secure);
+        use(NativeReference<GIOStream>::adopt(secure));
         return g_tls_connection_handshake(G_TLS_CONNECTION(secure), end_, nullptr) != FALSE;
     }
     bool isEncrypted() const { return G_IS_TLS_CONNECTION(stream_.get()); }
     void close() const { g_io_stream_close(stream_.get(), nullptr, nullptr); }
 
 private:
-    bool readMore() {
-        char buffer[4096];
-        const gssize count = g_input_stream_read(g_io_stream_get_input_stream(stream_.get()),
-                                                 buffer, sizeof buffer, end_, nullptr);
-        unread_.append(buffer, static_cast<std::size_t>(std::max<gssize>(count, 0)));
-        return count > 0;
+    void use(NativeReference<GIOStream> stream) {
+        stream_ = std::move(stream);
+        input_ = NativeReference<GDataInputStream>::adopt(
+            g_data_input_stream_new(g_io_stream_get_input_stream(stream_.get())));
+        g_data_input_stream_set_newline_type(input_.get(), G_DATA_STREAM_NEWLINE_TYPE_CR_LF);
+        g_filter_input_stream_set_close_base_stream(G_FILTER_INPUT_STREAM(input_.get()), FALSE);
     }
 
-    NativeReference<GIOStream> stream_;
     GCancellable* end_;
-    std::string unread_;
+    NativeReference<GIOStream> stream_;
+    NativeReference<GDataInputStream> input_;
 };
 
 /// Listens on 127.0.0.1 and serves each connection on its own thread.

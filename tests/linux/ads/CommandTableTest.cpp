@@ -14,8 +14,6 @@
 #include "tests/linux/web/ProcessTree.h"
 #include "tests/linux/web/RealWindow.h"
 
-#include <fstream>
-
 namespace vistrel {
 namespace {
 
@@ -87,12 +85,15 @@ protected:
         for (std::size_t i = 0; i < std::size(kCommands); ++i)
             server_.redirect("/redirect/" + std::to_string(i), kCommands[i].url);
         host::current().log = [this](const std::string& line) {
-            logged(line);
+            if (line.starts_with("<GAD> Refused"))
+                outcomes_[last_] = "refused";
         };
         GADNotificationCenter::defaultCenter().addObserver(
             this, kGADDidReceiveWebActionNotification, nullptr,
             [this](const NSNotification& action) {
-                heard(std::string(action.userInfo.find("u")->string()));
+                for (const auto& command : kCommands)
+                    if (action.userInfo.find("u")->string() == command.url)
+                        outcomes_[last_ = command.name] = "done";
             });
         policy_.touchLifetime = 60;
         GADSafetyPolicy::setShared(policy_);
@@ -109,18 +110,8 @@ protected:
         RealWindow::TearDown();
     }
 
-    void heard(const std::string& url) {
-        for (const auto& command : kCommands)
-            if (url == command.url)
-                outcomes_[last_ = command.name] = "done";
-    }
-    void logged(const std::string& line) {
-        if (line.starts_with("<GAD> Refused"))
-            outcomes_[last_] = "refused";
-    }
-
     void loadBanner(const std::string& page) {
-        server_.serve("/ad", {.body = page});
+        server_.servePage("/ad", page);
         if (!banner_) {
             banner_ = GADBannerView::withFrame(CGRectMake(0, 366, 320, 50));
             navigation_->topViewController()->view()->addSubview(banner_);
@@ -133,6 +124,20 @@ protected:
         return GADPrivateUtilities::privateObjectForKey<GADObjectPrivate>(banner_.get())->state() ==
                GADAdState::Shown;
     }
+    /// Has the ad open a screen over itself, after a touch.
+    void openOverAd(const std::string& screen, const std::string& path) {
+        turnFor(0.3);
+        touch();
+        banner_->webView()->stringByEvaluatingJavaScriptFromString(
+            "location.href='gmsg://ads/open?a=" + screen + "&u=" + server_.url(path) + "'",
+            [](const std::string&) {});
+        ASSERT_TRUE(turnUntil([&] { return navigation_->modalViewController() != nullptr; }));
+    }
+    void removeBanner() {
+        banner_->removeFromSuperview();
+        banner_.reset();
+        turnFor(0.1);
+    }
     static void press(const std::string& label) {
         for (const auto& node : accessibilityTree(UIApplication::sharedApplication().screenView()))
             if (node.element.label == label)
@@ -144,16 +149,13 @@ protected:
     /// Each command's outcome; commands without one were not received.
     std::map<std::string, std::string> outcomesOf(const Caller& caller, bool touched) {
         loadBanner(caller.page);
-        turnFor(0.3);
-        if (touched || caller.opensBrowser)
-            touch();
         if (caller.opensBrowser) {
-            server_.serve("/browsed", {.body = scriptThatSends("location.href=command")});
-            banner_->webView()->stringByEvaluatingJavaScriptFromString(
-                "location.href='gmsg://ads/open?a=browser&u=" + server_.url("/browsed") + "'",
-                [](const std::string&) {});
-            EXPECT_TRUE(turnUntil([&] { return navigation_->modalViewController() != nullptr; }));
+            server_.servePage("/browsed", scriptThatSends("location.href=command"));
+            openOverAd("browser", "/browsed");
         } else {
+            turnFor(0.3);
+            if (touched)
+                touch();
             // Screens that commands open would cover the page.
             banner_->setRootViewController({});
         }
@@ -170,11 +172,8 @@ protected:
             screen->relinquishScreen();
             turnUntil([&] { return navigation_->modalViewController() != screen; }, 3);
         }
-        auto outcomes = std::exchange(outcomes_, {});
-        banner_->removeFromSuperview();
-        banner_.reset();
-        turnFor(0.1);
-        return outcomes;
+        removeBanner();
+        return std::exchange(outcomes_, {});
     }
 
     GADSafetyPolicy policy_;
@@ -206,34 +205,24 @@ TEST_F(CommandTable, IsAsDocumented) {
     std::string table;
     for (const auto& line : lines)
         table += line + "\n";
-    std::ifstream page(SOURCE_FOLDER "/docs/ads.md");
-    const std::string documented(std::istreambuf_iterator<char>(page), {});
-    EXPECT_THAT(documented, HasSubstr(table));
+    EXPECT_THAT(support::contentsOf(SOURCE_FOLDER "/docs/ads.md"), HasSubstr(table));
 }
 
 TEST_F(CommandTable, ThereIsAWayOutOfAPageThatHangsOrHasCrashed) {
-    server_.serve("/plain", {.body = "<p>Plain</p>"});
-    server_.serve("/hangs", {.body = "<script>setTimeout(function(){while(true){}},300)</script>"});
+    server_.servePage("/plain", "<p>Plain</p>");
+    server_.servePage("/hangs", "<script>setTimeout(function(){while(true){}},300)</script>");
     for (const auto& [screen, button] : {std::pair{"browser", "Done"}, {"webapp", "Close"}}) {
         for (const char* path : {"/hangs", "/plain"}) {
             SCOPED_TRACE(std::string(screen) + path);
             loadBanner("<p>Ad</p>");
-            turnFor(0.3);
-            touch();
-            banner_->webView()->stringByEvaluatingJavaScriptFromString(
-                "location.href='gmsg://ads/open?a=" + std::string(screen) +
-                    "&u=" + server_.url(path) + "'",
-                [](const std::string&) {});
-            ASSERT_TRUE(turnUntil([&] { return navigation_->modalViewController() != nullptr; }));
+            openOverAd(screen, path);
             turnFor(1.5);
             if (std::string(path) == "/plain")
                 killDescendantsNamed("WebKitWebProces");
             turnFor(0.3);
             press(button);
             EXPECT_TRUE(turnUntil([&] { return !navigation_->modalViewController(); }, 3));
-            banner_->removeFromSuperview();
-            banner_.reset();
-            turnFor(0.1);
+            removeBanner();
         }
     }
 }

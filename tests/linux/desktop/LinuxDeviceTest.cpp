@@ -7,37 +7,28 @@
 namespace vistrel {
 namespace {
 
-/// Contents of a machine's files; those that are empty do not exist.
-struct Machine {
-    std::string machineID{};
-    std::string osRelease{};
-    std::string deviceTreeModel{};
-    std::string productName{};
-    std::string chassisType{};
-};
-
-host::DeviceIdentity identityOf(const Machine& machine) {
+/// Of a machine that has these files.
+host::DeviceIdentity identityOf(const std::map<std::string, std::string>& files) {
     const support::TemporaryFolder folder;
-    const auto file = [&](const char* name, const std::string& text) {
-        return text.empty() ? folder.path(name) : folder.put(name, text);
-    };
-    return LinuxDevice({file("id", machine.machineID), file("os-release", machine.osRelease),
-                        file("model", machine.deviceTreeModel),
-                        file("product", machine.productName), file("chassis", machine.chassisType)})
+    for (const auto& [name, text] : files)
+        folder.put(name, text);
+    return LinuxDevice({folder.path("id"), folder.path("os-release"), folder.path("model"),
+                        folder.path("product"), folder.path("chassis")})
         .identity();
 }
 
 TEST(LinuxDeviceTest, ComputersAndDeviceTreesAreDescribedAndSilentMachinesHaveAnIdentity) {
-    const auto computer = identityOf({.osRelease = "PRETTY_NAME=\"Debian 12\"\n"
-                                                   "NAME=\"Debian GNU/Linux\"\nVERSION_ID=\"12\"\n",
-                                      .productName = "Vendor Book 7\n",
-                                      .chassisType = "10\n"});
+    const auto computer = identityOf({{"os-release", "PRETTY_NAME=\"Debian 12\"\n"
+                                                     "NAME=\"Debian GNU/Linux\"\n"
+                                                     "VERSION_ID=\"12\"\n"},
+                                      {"product", "Vendor Book 7\n"},
+                                      {"chassis", "10\n"}});
     EXPECT_EQ(computer.model, "Laptop");
     EXPECT_EQ(computer.machine, "Vendor Book 7");
     EXPECT_EQ(computer.systemName, "Debian GNU/Linux");
     EXPECT_EQ(computer.systemVersion, "12");
 
-    const auto phone = identityOf({.deviceTreeModel = std::string("Pocket Phone 2\0", 15)});
+    const auto phone = identityOf({{"model", std::string("Pocket Phone 2\0", 15)}});
     EXPECT_EQ(phone.model, "Handset");
     EXPECT_EQ(phone.machine, "Pocket Phone 2");
 
@@ -50,7 +41,7 @@ TEST(LinuxDeviceTest, ComputersAndDeviceTreesAreDescribedAndSilentMachinesHaveAn
 
 TEST(LinuxDeviceTest, ASystemWithoutReleasesHasItsKernelsVersion) {
     const auto versionOf = [](const std::string& release) {
-        return identityOf({.osRelease = release}).systemVersion;
+        return identityOf({{"os-release", release}}).systemVersion;
     };
     EXPECT_EQ(versionOf("VERSION_ID=v23.12\n"), "23.12");
     EXPECT_EQ(versionOf("VERSION_ID=\"23.05.1-rc2\"\n"), "23.05.1");
@@ -66,7 +57,7 @@ TEST(LinuxDeviceTest, ASystemWithoutReleasesHasItsKernelsVersion) {
 TEST(LinuxDeviceTest, TheIdentifierIsAKeyedDigestOfTheMachines) {
     // printf %s 0123456789abcdef0123456789abcdef |
     //     openssl dgst -sha256 -hmac org.vistrel.Vistrel/device-identifier/1
-    EXPECT_EQ(identityOf({.machineID = "0123456789abcdef0123456789abcdef\n"}).uniqueIdentifier,
+    EXPECT_EQ(identityOf({{"id", "0123456789abcdef0123456789abcdef\n"}}).uniqueIdentifier,
               "f16177fad3f1fafbbdcdce81f0d2b9bbbf82cde1");
 }
 

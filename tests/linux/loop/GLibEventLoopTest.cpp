@@ -53,8 +53,9 @@ TEST(GLibEventLoopTest, WorkThatReschedulesItselfLetsOtherSourcesRun) {
 
 TEST(GLibEventLoopTest, ALoopWithoutWorkSleeps) {
     GLibEventLoop loop;
-    const auto token = loop.schedule(0.001, [] {});
-    loop.cancel(token);
+    loop.cancel(loop.schedule(0.001, [] {}));
+    loop.schedule(0, [&] { loop.quit(0); });
+    loop.run();
     gint timeout = 0;
     gint priority = 0;
     GMainContext* context = g_main_context_default();

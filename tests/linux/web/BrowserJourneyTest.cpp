@@ -13,7 +13,6 @@
 #include "web/OvoMoviePlayerViewController.h"
 #include "web/WebBrowserViewController.h"
 
-#include <cstdio>
 #include <ctime>
 
 namespace vistrel {
@@ -42,9 +41,6 @@ double longestTurnIn(double seconds) {
 
 class BrowserJourney : public RealWindow {
 protected:
-    void serve(const std::string& path, const std::string& body) {
-        server_.serve(path, {.body = body});
-    }
     void serveFilm(const std::string& path, TestPageServer::Page page = {}) {
         page.type = "video/mp4";
         page.body = support::contentsOf(SAMPLES_FOLDER "/colours.mp4");
@@ -71,6 +67,11 @@ protected:
             script, [&](const std::string& text) { result = text; });
         turnUntil([&] { return result.has_value(); }, 3);
         return result.value_or("");
+    }
+    /// The downloads' screen that comes up; null when none does.
+    std::shared_ptr<FileDownloadViewController> awaitDownload() {
+        turnUntil([&] { return downloadOnTop() != nullptr; }, 5);
+        return downloadOnTop();
     }
     std::shared_ptr<FileDownloadViewController> downloadOnTop() {
         return std::dynamic_pointer_cast<FileDownloadViewController>(
@@ -107,8 +108,9 @@ protected:
 
 TEST_F(BrowserJourney, SitesThatOpenOnlyWithCarefulProbes) {
     server_.redirect("/entrance", "/hall", {.headers = {{"Set-Cookie", "visitor=1; Path=/"}}});
-    serve("/hall", "<a id='film' href='/files/100% Wolf.mp4'>film</a>"
-                   "<a id='go' href='/go'>go</a><a id='members' href='/members'>members</a>");
+    server_.servePage("/hall",
+                      "<a id='film' href='/files/100% Wolf.mp4'>film</a>"
+                      "<a id='go' href='/go'>go</a><a id='members' href='/members'>members</a>");
     serveFilm("/files/100% Wolf.mp4");
     server_.redirect("/go", "/moved.mp4");
     serveFilm("/moved.mp4");
@@ -122,7 +124,7 @@ TEST_F(BrowserJourney, SitesThatOpenOnlyWithCarefulProbes) {
     for (const auto& each : links) {
         const auto browser = openPage("/entrance", "/hall");
         click(*browser, each.link);
-        ASSERT_TRUE(turnUntil([&] { return downloadOnTop() != nullptr; }, 5)) << each.link;
+        ASSERT_TRUE(awaitDownload()) << each.link;
         turnFor(1);
         EXPECT_EQ(navigation_->viewControllers().size(), 3u) << "one tap, one screen";
         EXPECT_EQ(downloadOnTop()->downloadRequest().URL()->absoluteString(),
@@ -144,14 +146,14 @@ TEST_F(BrowserJourney, HostilePagesDoNotTakeTheApplicationWithThem) {
             frames += "<iframe src='" + path + "?" + std::to_string(i) + "'></iframe>";
         return frames;
     };
-    serve("/plain", "<title>Plain</title>");
+    server_.servePage("/plain", "<title>Plain</title>");
     serveFilm("/film.mp4");
     server_.serve("/silent", {.isSilent = true});
-    serve("/frames", framesOf("/film.mp4", 300));
-    serve("/slow", framesOf("/silent", 20));
-    serve("/fragments", "<script>var n=0;setInterval(function(){"
-                        "for(var i=0;i<500;i++)location.hash=n++},0)</script>");
-    serve("/print", "<script>setInterval(function(){print()},50)</script>");
+    server_.servePage("/frames", framesOf("/film.mp4", 300));
+    server_.servePage("/slow", framesOf("/silent", 20));
+    server_.servePage("/fragments", "<script>var n=0;setInterval(function(){"
+                                    "for(var i=0;i<500;i++)location.hash=n++},0)</script>");
+    server_.servePage("/print", "<script>setInterval(function(){print()},50)</script>");
 
     // Everything that stays for good is there before the first measure.
     openPage("/plain", "/plain");
@@ -223,8 +225,8 @@ TEST_F(BrowserJourney, VisitsDownloadsAndFilmsLeaveNothingOpen) {
     const auto visit = [&] {
         const auto browser = openPage("/page", "/page");
         click(*browser, "film");
-        ASSERT_TRUE(turnUntil([&] { return downloadOnTop() != nullptr; }, 5));
-        const auto screen = downloadOnTop();
+        const auto screen = awaitDownload();
+        ASSERT_TRUE(screen);
         screen->download();
         ASSERT_TRUE(dismissAlert());
         const auto player = play(*screen);
@@ -240,12 +242,8 @@ TEST_F(BrowserJourney, VisitsDownloadsAndFilmsLeaveNothingOpen) {
         visit();
     const int descriptors = openDescriptors();
     const int threads = runningThreads();
-    const char* asked = std::getenv("VISTREL_SOAK_ROUNDS");
-    for (int i = 0; i < (asked ? std::atoi(asked) : 4); ++i) {
+    for (int i = 0; i < 4; ++i) {
         visit();
-        if (asked)
-            std::printf("round %d: %d descriptors, %d threads, %.0f MiB\n", i, openDescriptors(),
-                        runningThreads(), residentMegabytes());
         EXPECT_LE(openDescriptors(), descriptors + 3);
         EXPECT_LE(runningThreads(), threads + 3);
     }

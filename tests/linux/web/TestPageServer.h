@@ -61,6 +61,9 @@ public:
         return scheme_ + "://127.0.0.1:" + std::to_string(port_) + path;
     }
     void serve(const std::string& path, Page page) { pages_[path] = std::move(page); }
+    void servePage(const std::string& path, const std::string& html) {
+        pages_[path] = Page{.body = html};
+    }
     void redirect(const std::string& path, const std::string& target, Page page = {}) {
         page.status = 302;
         page.headers.emplace_back("Location", target);

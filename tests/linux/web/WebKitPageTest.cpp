@@ -5,8 +5,8 @@ namespace vistrel {
 namespace {
 
 TEST_F(WebKitPageTest, AsksOnceForThePageItsFrameAndARedirectThenTellsStartAndEndOnce) {
-    page("/page", "<title>Shown</title><iframe src='/frame'></iframe>");
-    page("/frame", "inside");
+    server_.servePage("/page", "<title>Shown</title><iframe src='/frame'></iframe>");
+    server_.servePage("/frame", "inside");
     server_.redirect("/start", "/page");
     ASSERT_TRUE(load("/start"));
     EXPECT_THAT(client_.asked(),
@@ -22,8 +22,8 @@ TEST_F(WebKitPageTest, AsksOnceForThePageItsFrameAndARedirectThenTellsStartAndEn
 
 TEST_F(WebKitPageTest, WhatTheClientRefusesIsNeverRequested) {
     client_.refuse = "/secret";
-    page("/page", "<iframe src='/secret'></iframe>");
-    page("/secret", "secret");
+    server_.servePage("/page", "<iframe src='/secret'></iframe>");
+    server_.servePage("/secret", "secret");
     page_->load(server_.url("/secret"), {});
     ASSERT_TRUE(turnUntil([&] { return !client_.navigations.empty(); }));
     turnFor(0.3);
@@ -35,8 +35,7 @@ TEST_F(WebKitPageTest, WhatTheClientRefusesIsNeverRequested) {
 }
 
 TEST_F(WebKitPageTest, ALoadIsAskedAboutWithTheHeadersThatTheEngineSends) {
-    page("/page", "here");
-    ASSERT_TRUE(load("/page"));
+    ASSERT_TRUE(loadPage("here"));
     ASSERT_EQ(client_.navigations.size(), 1U);
     const auto sent = server_.seen("/page").at(0);
     EXPECT_THAT(client_.navigations[0].headers,
@@ -45,9 +44,9 @@ TEST_F(WebKitPageTest, ALoadIsAskedAboutWithTheHeadersThatTheEngineSends) {
 }
 
 TEST_F(WebKitPageTest, OfTwoLoadsTheYoungerIsAskedAboutAndAStoppedOneIsNot) {
-    page("/first", "first");
-    page("/second", "second");
-    page("/third", "third");
+    server_.servePage("/first", "first");
+    server_.servePage("/second", "second");
+    server_.servePage("/third", "third");
     page_->load(server_.url("/first"), {});
     ASSERT_TRUE(load("/second"));
     EXPECT_THAT(client_.asked(), ElementsAre(server_.url("/second")));
@@ -61,8 +60,8 @@ TEST_F(WebKitPageTest, OfTwoLoadsTheYoungerIsAskedAboutAndAStoppedOneIsNot) {
 }
 
 TEST_F(WebKitPageTest, HistoryGoesBackAndForwardAndTellsItsNavigationTypes) {
-    page("/one", "<a id='to' href='/two'>two</a>");
-    page("/two", "two");
+    server_.servePage("/one", "<a id='to' href='/two'>two</a>");
+    server_.servePage("/two", "two");
     ASSERT_TRUE(load("/one"));
     EXPECT_FALSE(page_->canGoBack());
     ASSERT_TRUE(loadsAfter([this] { click("to"); }));
@@ -77,7 +76,8 @@ TEST_F(WebKitPageTest, HistoryGoesBackAndForwardAndTellsItsNavigationTypes) {
 }
 
 TEST_F(WebKitPageTest, APostIsSentOnceAndItsAnswerIsAskedAboutWithTypeAndHeaders) {
-    page("/form", "<form id='f' method='post' action='/film'><input name='a' value='b'></form>");
+    server_.servePage(
+        "/form", "<form id='f' method='post' action='/film'><input name='a' value='b'></form>");
     server_.serve("/film", {200,
                             "Video/MP4; codecs=avc1",
                             "not shown",
@@ -107,28 +107,19 @@ TEST_F(WebKitPageTest, LoadsThatEndBadlyFailOnceWithThePhonesNumbers) {
     EXPECT_EQ(client_.failures[0].code, -1004);
     EXPECT_FALSE(client_.failures[0].message.empty());
 
-    struct Stopper : Recorder {
-        void webPageDidStartLoad() override {
-            Recorder::webPageDidStartLoad();
-            page->stopLoading();
-        }
-        host::WebPage* page = nullptr;
-    } stopper;
-    stopper.page = page_.get();
-    page_->setClient(&stopper);
-    page("/page", "never shown");
-    page_->load(server_.url("/page"), {});
-    ASSERT_TRUE(turnUntil([&] { return !stopper.failures.empty(); }));
+    client_.onStart = [this] {
+        page_->stopLoading();
+    };
+    server_.servePage("/page", "never shown");
+    ASSERT_TRUE(failsToLoad(server_.url("/page")));
     turnFor(0.3);
-    ASSERT_EQ(stopper.failures.size(), 1u);
-    EXPECT_EQ(stopper.failures[0].code, -999);
-    EXPECT_EQ(stopper.finished, 0);
-    EXPECT_EQ(client_.failures.size(), 1u);
+    ASSERT_EQ(client_.failures.size(), 2U);
+    EXPECT_EQ(client_.failures[1].code, -999);
+    EXPECT_EQ(client_.finished, 0);
 }
 
 TEST_F(WebKitPageTest, APageThatOnlyMovesWithinItselfIsToldApart) {
-    page("/page", "<a id='to' href='#below'>below</a><p id='below'>a</p>");
-    ASSERT_TRUE(load("/page"));
+    ASSERT_TRUE(loadPage("<a id='to' href='#below'>below</a><p id='below'>a</p>"));
     click("to");
     ASSERT_TRUE(turnUntil([&] { return page_->url() == server_.url("/page#below"); }, 5));
     turnFor(0.2);
@@ -145,15 +136,13 @@ TEST_F(WebKitPageTest, WarmingUpMakesTheFirstPageAndLeavesNoHistory) {
     engine_->warmUp();
     turnFor(1);
     makePage();
-    page("/page", "here");
-    ASSERT_TRUE(load("/page"));
+    ASSERT_TRUE(loadPage("here"));
     EXPECT_FALSE(page_->canGoBack());
     EXPECT_THAT(client_.asked(), ElementsAre(server_.url("/page")));
 }
 
 TEST_F(WebKitPageTest, APageWhoseProcessDiesFailsOnceAndCanBeLoadedAgain) {
-    page("/page", "<title>Alive</title>");
-    ASSERT_TRUE(load("/page"));
+    ASSERT_TRUE(loadPage("<title>Alive</title>"));
     webkit_web_view_terminate_web_process(view());
     ASSERT_TRUE(turnUntil([&] { return !client_.failures.empty(); }));
     turnFor(0.3);
@@ -194,23 +183,13 @@ TEST_F(WebKitPageTest, ThePagesMenuKeepsFourEntriesAndAnEmptyOneIsNotShown) {
 }
 
 TEST_F(WebKitPageTest, APageMayGoWhileItIsAsked) {
-    struct Leaver : Recorder {
-        bool webPageShouldNavigate(const host::WebNavigation&) override {
-            leave();
-            return true;
-        }
-        std::function<void()> leave;
-    } leaver;
-    bool left = false;
-    leaver.leave = [&] {
+    client_.onNavigation = [this](const auto&) {
         page_->setClient(nullptr);
         page_.reset();
-        left = true;
     };
-    page_->setClient(&leaver);
-    page("/page", "here");
+    server_.servePage("/page", "here");
     page_->load(server_.url("/page"), {});
-    ASSERT_TRUE(turnUntil([&] { return left; }));
+    ASSERT_TRUE(turnUntil([&] { return !page_; }));
     turnFor(0.3);
     EXPECT_TRUE(server_.seen("/page").empty());
 }

@@ -15,6 +15,8 @@ namespace vistrel {
 struct Recorder : host::WebPageClient {
     bool webPageShouldNavigate(const host::WebNavigation& navigation) override {
         navigations.push_back(navigation);
+        if (onNavigation)
+            onNavigation(navigation);
         return !refuse || navigation.url.find(*refuse) == std::string::npos;
     }
     bool webPageShouldShowResponse(const host::WebResponse& response) override {
@@ -27,7 +29,11 @@ struct Recorder : host::WebPageClient {
         challenges.push_back(challenge);
         answer(challenge.isRejected ? rightCredential : credential);
     }
-    void webPageDidStartLoad() override { ++started; }
+    void webPageDidStartLoad() override {
+        ++started;
+        if (onStart)
+            onStart();
+    }
     void webPageDidFinishLoad() override { ++finished; }
     void webPageDidFailLoad(const host::WebError& error) override { failures.push_back(error); }
 
@@ -37,6 +43,8 @@ struct Recorder : host::WebPageClient {
             urls.push_back(navigation.url);
         return urls;
     }
+    bool wasAsked(const std::string& url) const { return std::ranges::count(asked(), url) > 0; }
+
     std::optional<std::string> refuse;
     std::optional<std::string> refuseResponse;
     std::vector<host::WebNavigation> navigations;
@@ -44,6 +52,8 @@ struct Recorder : host::WebPageClient {
     std::vector<host::WebChallenge> challenges;
     std::optional<host::WebCredential> credential;
     std::optional<host::WebCredential> rightCredential;
+    std::function<void(const host::WebNavigation&)> onNavigation;
+    std::function<void()> onStart;
     int started = 0;
     int finished = 0;
     std::vector<host::WebError> failures;
@@ -96,10 +106,6 @@ protected:
         window_ = nullptr;
     }
 
-    void page(const std::string& path, const std::string& body) {
-        server_.serve(path, {.body = body});
-    }
-
     /// Whether a load ends after the action.
     bool loadsAfter(const std::function<void()>& action) {
         const int before = client_.finished;
@@ -108,6 +114,11 @@ protected:
     }
     bool load(const std::string& path) {
         return loadsAfter([&] { page_->load(server_.url(path), {}); });
+    }
+    /// Serves a page as "/page" and loads it.
+    bool loadPage(const std::string& html) {
+        server_.servePage("/page", html);
+        return load("/page");
     }
     /// Loads a page whose load fails; false when it does not.
     bool failsToLoad(const std::string& url) {

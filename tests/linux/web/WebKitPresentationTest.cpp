@@ -18,11 +18,12 @@ TEST_F(WebKitPresentationTest, WhatWantsANewWindowOpensInThePageItself) {
         {"document.forms[0].requestSubmit()", "POST", "a=b"},
         {"document.getElementById('other').click()", "POST", "a=b&c=d"},
     };
-    page("/one", "<a id='to' target='_blank' href='/two'>two</a>"
-                 "<form method='post' action='/two' target='elsewhere'>"
-                 "<input type='hidden' name='a' value='b'>"
-                 "<button id='other' formtarget='_blank' name='c' value='d'>go</button></form>");
-    page("/two", "two");
+    server_.servePage(
+        "/one", "<a id='to' target='_blank' href='/two'>two</a>"
+                "<form method='post' action='/two' target='elsewhere'>"
+                "<input type='hidden' name='a' value='b'>"
+                "<button id='other' formtarget='_blank' name='c' value='d'>go</button></form>");
+    server_.servePage("/two", "two");
     for (const auto& each : cases) {
         SCOPED_TRACE(each.script);
         ASSERT_TRUE(load("/one"));
@@ -39,9 +40,9 @@ TEST_F(WebKitPresentationTest, WhatWantsANewWindowOpensInThePageItself) {
 }
 
 TEST_F(WebKitPresentationTest, ACoveredPagePausesItsFilmsAndIsSilent) {
-    page("/page", "<video></video><script>var paused = 0;"
-                  "document.querySelector('video').pause = function () { ++paused; }</script>");
-    ASSERT_TRUE(load("/page"));
+    ASSERT_TRUE(
+        loadPage("<video></video><script>var paused = 0;"
+                 "document.querySelector('video').pause = function () { ++paused; }</script>"));
     ASSERT_TRUE(turnUntil([&] { return gtk_widget_get_mapped(GTK_WIDGET(view())) != FALSE; }));
     EXPECT_FALSE(webkit_web_view_get_is_muted(view()));
     gtk_window_set_child(GTK_WINDOW(window_), nullptr);
@@ -51,9 +52,11 @@ TEST_F(WebKitPresentationTest, ACoveredPagePausesItsFilmsAndIsSilent) {
     EXPECT_FALSE(webkit_web_view_get_is_muted(view()));
 }
 
-TEST_F(WebKitPresentationTest, TheEngineOpensNoDialogs) {
-    page("/page", "<input type='file' id='file'><input type='color' id='colour'>");
-    ASSERT_TRUE(load("/page"));
+TEST_F(WebKitPresentationTest, TheEngineOpensNoDialogsAndAnswersQuestionsWithNo) {
+    ASSERT_TRUE(loadPage("<script>alert('x'); document.title = String(confirm('sure?')) + "
+                         "String(prompt('name?'));</script>"
+                         "<input type='file' id='file'><input type='color' id='colour'>"));
+    EXPECT_EQ(evaluate("document.title"), "falsenull");
     const guint windows = g_list_model_get_n_items(gtk_window_get_toplevels());
     for (const char* script : {"window.print()", "document.getElementById('file').click()",
                                "document.getElementById('colour').click()",
@@ -64,17 +67,11 @@ TEST_F(WebKitPresentationTest, TheEngineOpensNoDialogs) {
     EXPECT_EQ(evaluate("1 + 1"), "2");
 }
 
-TEST_F(WebKitPresentationTest, QuestionsOfPagesAreAnsweredWithNoAndStopNothing) {
-    page("/page", "<script>alert('x'); document.title = String(confirm('sure?')) + "
-                  "String(prompt('name?'));</script>");
-    ASSERT_TRUE(load("/page"));
-    EXPECT_EQ(evaluate("document.title"), "falsenull");
-}
-
 TEST_F(WebKitPresentationTest, AWidePageIsScaledToTheWidthAndANarrowOneIsNot) {
     page_->setScalesPageToFit(true);
-    page("/wide", "<body style='margin:0'><div style='width:800px;height:10px'></div></body>");
-    page("/narrow", "<body style='margin:0'><p>few words</p></body>");
+    server_.servePage("/wide",
+                      "<body style='margin:0'><div style='width:800px;height:10px'></div></body>");
+    server_.servePage("/narrow", "<body style='margin:0'><p>few words</p></body>");
     ASSERT_TRUE(turnUntil([&] { return gtk_widget_get_width(window_) >= 320; }));
     ASSERT_TRUE(load("/wide"));
     EXPECT_TRUE(turnUntil([&] { return evaluate("window.innerWidth >= 799") == "true"; }, 3));
@@ -85,8 +82,9 @@ TEST_F(WebKitPresentationTest, AWidePageIsScaledToTheWidthAndANarrowOneIsNot) {
 }
 
 TEST_F(WebKitPresentationTest, APageThatHasLoadedBeforeItHasAPlaceIsFittedToThatPlace) {
-    page("/wide", "<body style='margin:0'><div style='width:800px;height:10px'></div></body>");
-    page("/narrow", "<body style='margin:0'><p>few words</p></body>");
+    server_.servePage("/wide",
+                      "<body style='margin:0'><div style='width:800px;height:10px'></div></body>");
+    server_.servePage("/narrow", "<body style='margin:0'><p>few words</p></body>");
     for (const auto& [path, least, most] :
          {std::tuple("/narrow", 320, 320), std::tuple("/wide", 799, 820)}) {
         closePage();
@@ -108,16 +106,14 @@ TEST_F(WebKitPresentationTest, APageThatHasLoadedBeforeItHasAPlaceIsFittedToThat
 TEST_F(WebKitPresentationTest, ADoubledScreenShowsTheSameLayoutWithTwiceThePixels) {
     auto* content = dynamic_cast<GtkForeignContent*>(page_.get());
     EXPECT_DOUBLE_EQ(content->unitsPerPoint(2), 2);
-    page("/page", "<body style='margin:0'><div id='d' style='width:10px'></div></body>");
-    ASSERT_TRUE(load("/page"));
+    ASSERT_TRUE(loadPage("<body style='margin:0'><div id='d' style='width:10px'></div></body>"));
     EXPECT_TRUE(turnUntil([&] { return evaluate("window.innerWidth") == "160"; }, 3))
         << evaluate("window.innerWidth");
 }
 
 TEST_F(WebKitPresentationTest, WhatThePageEngineDoesNotShowIsNotDownloadedByItEither) {
     server_.serve("/file.bin", {.type = "application/octet-stream", .body = "bytes"});
-    page("/page", "here");
-    ASSERT_TRUE(load("/page"));
+    ASSERT_TRUE(loadPage("here"));
     ASSERT_TRUE(failsToLoad(server_.url("/file.bin")));
     EXPECT_EQ(client_.failures[0].code, 102);
     EXPECT_EQ(client_.responses.back().mimeType, "application/octet-stream");

@@ -10,30 +10,21 @@ using testing::Not;
 using WebKitSecretsTest = WebKitPageTest;
 
 TEST_F(WebKitSecretsTest, ACookieThatAPageSetsIsInTheJarBeforeTheNextNavigationIsAsked) {
-    struct Asker : Recorder {
-        bool webPageShouldNavigate(const host::WebNavigation& navigation) override {
-            if (navigation.isRedirect)
-                atRedirect = look();
-            return Recorder::webPageShouldNavigate(navigation);
-        }
-        std::function<std::string()> look;
-        std::string atRedirect = "(not asked)";
-    } asker;
-    asker.look = [this] {
-        return jarValue("session");
+    std::string atRedirect = "(not asked)";
+    client_.onNavigation = [&](const host::WebNavigation& navigation) {
+        if (navigation.isRedirect)
+            atRedirect = jarValue("session");
     };
-    page_->setClient(&asker);
-    page("/members", "welcome");
+    server_.servePage("/members", "welcome");
     server_.redirect("/login", "/members",
                      {.headers = {{"Set-Cookie", "session=open; Path=/; HttpOnly"}}});
-    page_->load(server_.url("/login"), {});
-    ASSERT_TRUE(turnUntil([&] { return asker.finished == 1; }));
-    EXPECT_EQ(asker.atRedirect, "open");
+    ASSERT_TRUE(load("/login"));
+    EXPECT_EQ(atRedirect, "open");
     EXPECT_EQ(server_.seen("/members").at(0).cookie, "session=open");
 }
 
 TEST_F(WebKitSecretsTest, CookiesOfTheJarGoWithThePagesRequestsAndDeletionsGoBothWays) {
-    page("/page", "here");
+    server_.servePage("/page", "here");
     jar_.set(server_.url("/"), "taste=sweet; Path=/; Max-Age=3600");
     ASSERT_TRUE(load("/page"));
     EXPECT_EQ(server_.seen("/page").at(0).cookie, "taste=sweet");
@@ -67,18 +58,11 @@ TEST_F(WebKitSecretsTest, CookiesWithAnExpiryAreThereInTheNextRun) {
 }
 
 TEST_F(WebKitSecretsTest, FilesOfTheMachineAreRefusedAndOwnSchemesReachTheClientOnly) {
-    page("/page", "<iframe src='gmsg://ready?x=1'></iframe>"
-                  "<script>setTimeout(function(){location='file:///etc/passwd'},50)</script>");
-    ASSERT_TRUE(load("/page"));
-    const auto isAsked = [this] {
-        const auto asked = client_.asked();
-        return std::any_of(asked.begin(), asked.end(), [](const std::string& address) {
-            return address.find("gmsg://ready") != std::string::npos;
-        });
-    };
-    ASSERT_TRUE(turnUntil(isAsked));
+    ASSERT_TRUE(loadPage("<iframe src='gmsg://ready?x=1'></iframe>"
+                         "<script>onload=function(){location='file:///etc/passwd'}</script>"));
+    ASSERT_TRUE(turnUntil([this] { return client_.wasAsked("gmsg://ready?x=1"); }));
     turnFor(0.6);
-    EXPECT_THAT(client_.asked(), Contains(HasSubstr("gmsg://ready")).Times(1));
+    EXPECT_THAT(client_.asked(), Contains("gmsg://ready?x=1").Times(1));
     EXPECT_EQ(page_->url(), server_.url("/page"));
     page_->load("file:///etc/passwd", {});
     turnFor(0.5);
@@ -127,9 +111,8 @@ TEST_F(WebKitSecretsTest, ASiteThatCannotProveItselfFailsAndGivesItsPlaceToANoti
 }
 
 TEST_F(WebKitSecretsTest, AGuestSharesNothingWithTheUsersPagesAndNeedsNoPlaceOnTheScreen) {
-    page("/page", "<script>document.cookie = 'mine=1; Path=/; Max-Age=3600';"
-                  "localStorage.setItem('mine', '1')</script>");
-    ASSERT_TRUE(load("/page"));
+    ASSERT_TRUE(loadPage("<script>document.cookie = 'mine=1; Path=/; Max-Age=3600';"
+                         "localStorage.setItem('mine', '1')</script>"));
     ASSERT_TRUE(turnUntil([&] { return jarValue("mine") == "1"; }));
 
     const auto shown = page_;
