@@ -143,8 +143,7 @@ std::optional<NSURLRequest> GADCachedFile::connectionWillSendRequestRedirectResp
     return std::nullopt;
 }
 
-void GADCachedFile::connectionDidReceiveResponse(NSURLConnection& connection,
-                                                 const NSURLResponse& response) {
+void GADCachedFile::connectionDidReceiveResponse(NSURLConnection&, const NSURLResponse& response) {
     httpStatusCode_ = response.statusCode();
     httpHeaders_ = response.allHeaderFields();
     receivedData_.clear();
@@ -153,26 +152,30 @@ void GADCachedFile::connectionDidReceiveResponse(NSURLConnection& connection,
         receivedModificationDate_ = date.substr(0, date.find("GMT"));
         return;
     }
-    if (httpStatusCode_ == 304)
+    const bool isCurrent = httpStatusCode_ == 304;
+    cleanUp();
+    if (isCurrent)
         reportEnd();
     else
         reportFailure(nullptr);
-    cleanUpAfter(connection);
 }
 
 void GADCachedFile::connectionDidReceiveData(NSURLConnection&, std::span<const std::byte> data) {
     receivedData_.insert(receivedData_.end(), data.begin(), data.end());
 }
 
-void GADCachedFile::connectionDidFinishLoading(NSURLConnection& connection) {
-    if (const auto error = storeReceivedData()) {
+void GADCachedFile::connectionDidFinishLoading(NSURLConnection&) {
+    const auto error = storeReceivedData();
+    const auto modified = GADHTTPDate::secondsWithString(receivedModificationDate_);
+    cleanUp();
+    if (error) {
         reportFailure(&*error);
-    } else {
-        reportEnd();
-        if (connection_.get() == &connection)
-            applyReceivedModificationDate();
+        return;
     }
-    cleanUpAfter(connection);
+    reportEnd();
+    if (modified)
+        (void)NSFileManager::defaultManager().setModificationTimeOfItemAtPath(filePath(),
+                                                                              *modified);
 }
 
 void GADCachedFile::connectionDidFailWithError(NSURLConnection&, const NSError& error) {
@@ -187,13 +190,6 @@ std::optional<NSError> GADCachedFile::storeReceivedData() {
     if (!files.fileExistsAtPath(folder))
         (void)files.createDirectoryAtPath(folder, true);
     return files.writeAtomicallyToPath(filePath(), receivedData_);
-}
-
-void GADCachedFile::applyReceivedModificationDate() {
-    const auto seconds = GADHTTPDate::secondsWithString(receivedModificationDate_);
-    receivedModificationDate_.clear();
-    if (seconds)
-        (void)NSFileManager::defaultManager().setModificationTimeOfItemAtPath(filePath(), *seconds);
 }
 
 void GADCachedFile::reportEnd() {
@@ -211,11 +207,6 @@ void GADCachedFile::cleanUp() {
         connection->cancel();
     receivedData_ = {};
     receivedModificationDate_.clear();
-}
-
-void GADCachedFile::cleanUpAfter(const NSURLConnection& connection) {
-    if (connection_.get() == &connection)
-        cleanUp();
 }
 
 }

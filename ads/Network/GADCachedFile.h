@@ -64,12 +64,10 @@ private:
     void beginFetchWithCacheBuster(CacheBuster cacheBuster);
     std::optional<NSURLRequest> requestWithCacheBuster(CacheBuster cacheBuster);
     std::optional<NSError> storeReceivedData();
-    void applyReceivedModificationDate();
     void reportEnd();
     void reportFailure(const NSError* error);
+    /// Comes before every report, so that the delegate may start the next fetch.
     void cleanUp();
-    /// Unless the delegate has started another fetch in the meantime.
-    void cleanUpAfter(const NSURLConnection& connection);
 
     std::optional<NSURLRequest>
     connectionWillSendRequestRedirectResponse(NSURLConnection& connection,
