@@ -1,7 +1,6 @@
 #include "ads/Object/GADRefreshTimer.h"
 
 #include "ads/Notification/GADNotificationCenter.h"
-#include "ads/Statistics/GADStatistics.h"
 #include "ads/Utility/GADIdentifierUtilities.h"
 #include "platform/foundation/NSTimer.h"
 #include "platform/uikit/UIApplication.h"
@@ -56,9 +55,6 @@ void GADRefreshTimer::invalidate() {
 }
 
 void GADRefreshTimer::enteredBackground() {
-    GADStatistics& statistics = GADStatistics::sharedStatistics();
-    if (statistics.isTimingClick())
-        statistics.setClickBackgroundedApp();
     inBackground_ = true;
     invalidate();
 }

@@ -3,11 +3,13 @@
 #include "ads/GADSettings.h"
 #include "ads/Network/GADNetworkUtilities.h"
 #include "ads/Notification/GADNotification.h"
+#include "ads/Notification/GADNotificationCenter.h"
 #include "ads/Utility/GADNumberUtilities.h"
 #include "ads/Utility/GADSignalGathering.h"
 #include "ads/Utility/GADTime.h"
 #include "platform/foundation/NSRunLoop.h"
 #include "platform/foundation/UTF8Text.h"
+#include "platform/uikit/UIApplication.h"
 
 #include <array>
 #include <cmath>
@@ -54,7 +56,20 @@ void GADStatistics::releaseSharedStatistics() {
 GADStatistics::GADStatistics()
     : sessionId_(newSessionId())
     , statistics_("shared")
-    , timingMgr_("shared") {}
+    , timingMgr_("shared") {
+    auto& center = GADNotificationCenter::defaultCenter();
+    center.addObserver(this, UIApplicationWillTerminateNotification, nullptr,
+                       [this](const NSNotification&) { statistics_.synchronize(); });
+    center.addObserver(this, UIApplicationDidEnterBackgroundNotification, nullptr,
+                       [this](const NSNotification&) {
+                           if (isTimingClick())
+                               setClickBackgroundedApp();
+                       });
+}
+
+GADStatistics::~GADStatistics() {
+    GADNotificationCenter::defaultCenter().removeObserver(this);
+}
 
 std::span<const std::string> GADStatistics::allTimingNames() {
     static const std::array<std::string, 8> names{"prl",  "pcl",  "pai",  "ppcl",

@@ -11,10 +11,14 @@
 
 namespace vistrel {
 
-/// What happened since the last ad request, to be reported by the next one. Kept in the user
-/// defaults.
+/// What happened since the last ad request, to be reported by the next one. Saved in the user
+/// defaults when the application ends.
 class GADStatistics {
 public:
+    ~GADStatistics();
+    GADStatistics(const GADStatistics&) = delete;
+    GADStatistics& operator=(const GADStatistics&) = delete;
+
     /// Made on first use.
     static GADStatistics& sharedStatistics();
     static void releaseSharedStatistics();

@@ -2,20 +2,18 @@
 
 #include "platform/foundation/NSNotificationCenter.h"
 #include "platform/foundation/NSUserDefaults.h"
+#include "platform/uikit/UIApplication.h"
 
 #include <utility>
 
 namespace vistrel {
 
-namespace {
-constexpr const char* kApplicationWillTerminate = "UIApplicationWillTerminateNotification";
-}
-
 GADTimingManager::GADTimingManager(std::string identifier)
     : identifier_(std::move(identifier)) {
     load();
     NSNotificationCenter::defaultCenter().addObserver(
-        this, kApplicationWillTerminate, nullptr, [this](const NSNotification&) { synchronize(); });
+        this, UIApplicationWillTerminateNotification, nullptr,
+        [this](const NSNotification&) { synchronize(); });
 }
 
 GADTimingManager::~GADTimingManager() {

@@ -94,7 +94,7 @@ TEST_F(GADStatisticsTest, TimeToTheClickNeedsAClick) {
 
 TEST_F(GADStatisticsTest, AClickThatPutTheApplicationToSleepIsMeasuredByTheCalendar) {
     (void)statistics().urlForClick(address("http://h/"));
-    statistics().setClickBackgroundedApp();
+    application().setState(UIApplicationState::Background);
     // While the device sleeps, its stopwatch stops and its calendar does not.
     loop().setWallClockAtStart(1'300'000'000 + 3600);
     advance(2);
@@ -148,11 +148,13 @@ TEST_F(GADStatisticsTest, ATrackedClickIsNamedByItsPath) {
 
 using GADStatisticsCoreTest = AdsTest;
 
-TEST_F(GADStatisticsTest, CountsSurviveARestart) {
+TEST_F(GADStatisticsTest, CountsSurviveTheEndOfTheApplication) {
     statistics().incrementAdRequestCount();
     statistics().incrementClickCount();
     statistics().startTimingNamed("ptime");
-    statistics().synchronize();
+    application().terminate();
+    NSUserDefaults::resetStandardUserDefaults();
+    EXPECT_EQ(GADStatisticsCore("shared").addValueNumberForKey(0, "pcc"), 1);
     advance(1);
     restartLibrary();
     NSUserDefaults::resetStandardUserDefaults();
