@@ -1,10 +1,12 @@
 #include "ads/Delegate/GADBannerWebViewDelegate.h"
 
+#include "ads/Notification/GADNotification.h"
 #include "ads/Object/GADObjectPrivate.h"
 #include "ads/Opener/GADOpener.h"
 #include "ads/Opener/GADSafetyPolicy.h"
 #include "ads/Statistics/GADStatistics.h"
 #include "ads/Timing/GADTiming.h"
+#include "ads/Utility/GADTextUtilities.h"
 #include "ads/View/GADWebView.h"
 #include "platform/foundation/NSURLRequest.h"
 
@@ -15,11 +17,26 @@ namespace {
 /// A touch on a page that has just appeared under the finger was meant for something else.
 constexpr double kSecondsBeforeClicks = 0.15;
 
+bool followsATouch(const GADObjectPrivate& ad, UIWebViewNavigationType type) {
+    return type != UIWebViewNavigationType::BackForward &&
+           type != UIWebViewNavigationType::Reload && ad.webView()->touched();
+}
+
 bool isClick(const GADObjectPrivate& ad, UIWebViewNavigationType type) {
     return ad.state() == GADAdState::Shown &&
            GADTiming::counter() - ad.timeLastLoaded() >= kSecondsBeforeClicks &&
-           type != UIWebViewNavigationType::BackForward &&
-           type != UIWebViewNavigationType::Reload && ad.webView()->touched();
+           followsATouch(ad, type);
+}
+
+/// The ad stays visible while the next one is fetched, and after that has failed.
+bool isClickOnAnOldAd(const GADObjectPrivate& ad, UIWebViewNavigationType type) {
+    return ad.state() != GADAdState::Shown && ad.state() != GADAdState::LoadingAd &&
+           followsATouch(ad, type);
+}
+
+bool leadsOut(const NSURL& url) {
+    const std::string scheme = gadLowerCased(url.scheme());
+    return scheme != "about" && scheme != "file" && !GADNotification::isNotificationURL(url);
 }
 
 }
@@ -35,18 +52,22 @@ bool GADBannerWebViewDelegate::webViewShouldStartLoadWithRequest(UIWebView& webV
     opener().setDelegateManager(ad->delegateManager());
     if (request.URL() && isClick(*ad, type))
         return openClick(*ad, webView, request, type);
-    return GADWebViewDelegate::webViewShouldStartLoadWithRequest(webView, request, type);
+    return GADWebViewDelegate::webViewShouldStartLoadWithRequest(webView, request, type) &&
+           !isClickOnAnOldAd(*ad, type);
 }
 
 bool GADBannerWebViewDelegate::openClick(GADObjectPrivate& ad, UIWebView& webView,
                                          const NSURLRequest& request,
                                          UIWebViewNavigationType type) {
+    // Before the click counts.
+    if (leadsOut(*request.URL()) &&
+        !GADSafetyPolicy::permitsLeaving(*ad.webView(), "click", &*request.URL()))
+        return false;
     const NSURL url = GADStatistics::sharedStatistics().urlForClick(*request.URL());
     if (!GADWebViewDelegate::webViewShouldStartLoadWithRequest(webView, request, type))
         return false;
     opener().setReferringURL(NSURL::URLWithString(webView.URLString()));
-    if (!url.scheme().starts_with("http") ||
-        !GADSafetyPolicy::permitsLeaving(*ad.webView(), "click", &url))
+    if (!url.scheme().starts_with("http"))
         return false;
     if (ad.pendingClickURLs().empty())
         opener().openBrowserToURLSupportedOrientations(url, ad.supportedOrientations());
@@ -61,8 +82,10 @@ void GADBannerWebViewDelegate::webViewDidFinishLoad(UIWebView& webView) {
         ad->webViewDidFinishLoad();
 }
 
-void GADBannerWebViewDelegate::webViewDidFailLoadWithError(UIWebView&, const NSError&) {
-    if (const auto ad = private_.lock())
+void GADBannerWebViewDelegate::webViewDidFailLoadWithError(UIWebView&, const NSError& error) {
+    const auto ad = private_.lock();
+    // The next load of the same page cancels the one before.
+    if (ad && error.code() != NSURLErrorCancelled)
         ad->webViewDidFailLoad();
 }
 

@@ -71,15 +71,11 @@ bool GADWebViewDelegate::webViewShouldStartLoadWithRequest(UIWebView& webView,
 }
 
 bool GADWebViewDelegate::followURL(const NSURL& url, GADWebView& webView) {
-    const std::string scheme = gadLowerCased(url.scheme());
-    if (scheme == "about" || scheme == "http" || scheme == "https")
+    if (GADOpener::isPageAddress(url))
         return true;
-    if (scheme == "file" || !GADSafetyPolicy::permitsLeaving(webView, "load", &url))
-        return false;
-    if (scheme == "mailto")
-        opener_->openEmailComposer(url);
-    else
-        opener_->openApp(url);
+    if (gadLowerCased(url.scheme()) != "file" &&
+        GADSafetyPolicy::permitsLeaving(webView, "load", &url))
+        opener_->openOutsideTheWeb(url);
     return false;
 }
 

@@ -72,8 +72,7 @@ void GADObjectPrivate::setUp(CGRect bounds, const std::shared_ptr<GADBannerView>
     webView_->setDelegate(webViewDelegate_);
     if (adView)
         adView->addSubview(webView_);
-    reloadTimer_ = std::make_unique<GADRefreshTimer>(weakly(
-        this, [](GADObjectPrivate& ad) { ad.loadPrivateRequest(ad.request_, AutoRefresh::Yes); }));
+    reloadTimer_ = std::make_unique<GADRefreshTimer>(weakly(this, &GADObjectPrivate::refresh));
 }
 
 GADObjectPrivate::~GADObjectPrivate() {
@@ -151,6 +150,18 @@ void GADObjectPrivate::loadPrivateRequest(std::shared_ptr<GADRequestPrivate> req
     request_->setCounter(statistics.incrementAdRequestCount());
     setState(GADAdState::BuildingRequest);
     ensureSupportFiles();
+}
+
+void GADObjectPrivate::refresh() {
+    const auto hold = shared_from_this();
+    if (state_ == GADAdState::LoadingAd) {
+        webView_->stopLoading();
+        fail(GADErrorCode::NetworkError);
+    }
+    if (isMakingRequest())
+        reloadTimer_->schedule(reloadTimer_->seconds());
+    else
+        loadPrivateRequest(request_, AutoRefresh::Yes);
 }
 
 void GADObjectPrivate::logMissingServer() const {

@@ -103,6 +103,8 @@ private:
     enum class AutoRefresh { No, Yes };
 
     void loadPrivateRequest(std::shared_ptr<GADRequestPrivate> request, AutoRefresh autoRefresh);
+    /// The refresh interval is over. Gives up a page that has not loaded in that time.
+    void refresh();
     void setState(GADAdState state);
     void fail(GADErrorCode code);
 

@@ -60,16 +60,31 @@ void fillInMail(MFMailComposeViewController& composer, const NSURL& url) {
 void GADOpener::openNotification(const Value::Dictionary& parameters) {
     using Target = GADOpenParameters::Target;
     const auto open = GADOpenParameters::fromDictionary(parameters);
-    if (open.target == Target::HTML)
-        openWebAppWithHTMLSupportedOrientations(open.html, open.orientations);
-    if (!open.url)
+    if (open.target == Target::Nothing)
         return;
-    const NSURL url = GADStatistics::sharedStatistics().urlForClick(*open.url);
-    if (open.target == Target::Browser)
-        openBrowserToURLSupportedOrientations(url, open.orientations);
-    else if (open.target == Target::WebApp)
-        openWebAppSupportedOrientations(url, open.orientations);
+    const auto url = GADStatistics::sharedStatistics().urlForClick(open.url);
+    if (!url)
+        openWebAppWithHTMLSupportedOrientations(open.html, open.orientations);
+    else if (open.target == Target::Application)
+        openApp(url);
+    else if (!isPageAddress(*url))
+        openOutsideTheWeb(*url);
+    else if (open.target == Target::Browser)
+        openBrowserToURLSupportedOrientations(*url, open.orientations);
     else
+        openWebAppSupportedOrientations(*url, open.orientations);
+}
+
+bool GADOpener::isPageAddress(const NSURL& url) {
+    const std::string scheme = gadLowerCased(url.scheme());
+    return scheme == "about" || scheme == "http" || scheme == "https";
+}
+
+void GADOpener::openOutsideTheWeb(const NSURL& url) {
+    const std::string scheme = gadLowerCased(url.scheme());
+    if (scheme == "mailto")
+        openEmailComposer(url);
+    else if (scheme != "file")
         openApp(url);
 }
 
@@ -103,8 +118,8 @@ void GADOpener::presentScreen(const std::shared_ptr<GADViewController>& screen,
     screen->setSupportedOrientations(orientations);
     screen->setOpeningWebView(openingWebView_);
     screen->setDelegateManager(delegateManager_);
-    screen->presentFromViewController(controller);
-    didOpen();
+    if (screen->presentFromViewController(controller))
+        didOpen();
 }
 
 void GADOpener::openApp(const std::optional<NSURL>& url) {
@@ -131,7 +146,7 @@ void GADOpener::leaveApplicationForURL(const NSURL& url) {
 
 void GADOpener::openEmailComposer(const NSURL& url) {
     const auto controller = viewController_.lock();
-    if (!controller)
+    if (!controller || controller->modalViewController())
         return;
     const auto composer = std::make_shared<AdMailComposer>(shared_from_this());
     fillInMail(*composer, url);

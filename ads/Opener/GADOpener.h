@@ -17,7 +17,8 @@ class GADWebView;
 class UIViewController;
 
 /// Opens the target of a click on an ad: a full-screen screen over the view controller, a mail, or
-/// another application. Without a view controller, nothing is opened inside the application.
+/// another application. Without a view controller, or while it is covered, nothing is opened inside
+/// the application.
 class GADOpener : public std::enable_shared_from_this<GADOpener>,
                   public MFMailComposeViewControllerDelegate {
 public:
@@ -51,6 +52,10 @@ public:
                                                  GADSupportedOrientations orientations);
     /// Of a mailto address.
     void openEmailComposer(const NSURL& url);
+    /// Whether a page can load the address.
+    static bool isPageAddress(const NSURL& url);
+    /// Opens any other address: a mail, or what the system has for it. Never a file.
+    void openOutsideTheWeb(const NSURL& url);
 
     void mailComposeControllerDidFinishWithResultError(MFMailComposeViewController& controller,
                                                        MFMailComposeResult result,

@@ -70,12 +70,14 @@ void GADViewController::viewDidLoad() {
                        }));
 }
 
-void GADViewController::presentFromViewController(
+bool GADViewController::presentFromViewController(
     const std::shared_ptr<UIViewController>& controller) {
     if (!controller) {
         NSLog("<GAD> No UIViewController supplied to the ad.  Cannot continue.");
-        return;
+        return false;
     }
+    if (controller->modalViewController() || parentViewController())
+        return false;
     const auto vars = privateObject();
     view()->setUserInteractionEnabled(false);
     vars->hold_ = shared_from_this();
@@ -89,13 +91,14 @@ void GADViewController::presentFromViewController(
     }
     controller->presentModalViewController(shared_from_this(), true);
     if (!parentViewController()) {
-        relinquishScreen(); // something else covers the host already
-        return;
+        relinquishScreen(); // a delegate has covered the host
+        return false;
     }
     if (vars->isFirst_)
         NSRunLoop::performAfterDelay(
             kSecondsUntilAppeared,
             weakly(this, [](GADViewController& self) { self.viewDidAppear(true); }));
+    return true;
 }
 
 bool GADViewController::hidesStatusBar() const {

@@ -19,8 +19,9 @@ public:
     GADViewController();
     ~GADViewController() override;
 
-    /// When it is null, this is logged and nothing is presented.
-    void presentFromViewController(const std::shared_ptr<UIViewController>& controller);
+    /// Whether the screen is presented. A missing controller is logged; one that presents something
+    /// else already is left alone, without an event.
+    bool presentFromViewController(const std::shared_ptr<UIViewController>& controller);
     /// Dismisses the screen, as the Done and close buttons and the page's "close" command do.
     void relinquishScreen();
 

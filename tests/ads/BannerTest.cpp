@@ -129,6 +129,39 @@ TEST_F(BannerTest, RefreshesStopInTheBackgroundAndUnderFullScreenScreens) {
     EXPECT_EQ(requestsAfter(1.5), 3);
 }
 
+TEST_F(BannerTest, NothingThatHangsEndsRefreshing) {
+    network().at(kAdURL).body("<p>Ad</p>").header("X-Afma-Refresh-Rate", "30");
+    const auto requests = [] {
+        return GADStatistics::sharedStatistics().adRequestCount();
+    };
+    load();
+    answerScript(); // the page does not load
+    advance(30);
+    EXPECT_EQ(takeEvents(), "failed 2");
+    EXPECT_EQ(requests(), 2);
+    answerScript();
+    page().finishLoad();
+    advance(28.5);
+    load(); // and is busy when the interval ends
+    go("gmsg://ads/unableToServe");
+    EXPECT_EQ(takeEvents(), "received, failed 0");
+    advance(30);
+    EXPECT_EQ(requests(), 4);
+}
+
+TEST_F(BannerTest, TheAdBeforeDoesNotDisturbTheNext) {
+    show();
+    touchAd();
+    support::ScriptedWebPage& ad = page();
+    load();
+    EXPECT_FALSE(ad.clickLink("http://shop.example/")) << "loads in the banner";
+    answerScript();
+    ad.failLoad({-999, "cancelled", ""});
+    EXPECT_EQ(takeEvents(), "received");
+    ad.finishLoad();
+    EXPECT_EQ(takeEvents(), "received");
+}
+
 TEST_F(BannerTest, TheDelegateMayDestroyTheBannerInACallback) {
     for (const char* body : {"<p>Ad</p>", " "}) {
         auto view = makeBanner();

@@ -64,8 +64,12 @@ TEST_P(CommandTest, NeedsATouchOnlyToLeadOutOfTheAd) {
     EXPECT_EQ(logLines().size(), row.isRefused ? 1U : 0U) << testing::PrintToString(logLines());
     touchAd();
     EXPECT_EQ(outcomeOf(row.url, type), row.touched) << "policy, touched";
+    (void)GADStatistics::sharedStatistics().parameters();
     advance(10);
     EXPECT_EQ(outcomeOf(row.url, type), row.refused) << "policy, touched long ago";
+    if (row.isRefused) {
+        EXPECT_FALSE(GADStatistics::sharedStatistics().parameters().contains("pcc"));
+    }
 }
 
 constexpr const char* kPing = "pings http://track.example/1";
@@ -77,6 +81,7 @@ const Row kCommands[] = {
     {"Click", "gmsg://ads/click?u=http://track.example/1", kPing, kPing},
     {"Vibrate", "gmsg://ads/vibrate", "vibrates", ""},
     {"Call", "gmsg://ads/open?a=call&u=tel:123", "opens tel:123", ""},
+    {"CallInTheBrowser", "gmsg://ads/open?a=browser&u=tel:123", "opens tel:123", ""},
     {"Telephone", "tel:123", "opens tel:123", ""},
     {"File", "file:///etc/passwd", "", ""},
     {"CanOpen", "gmsg://ads/canOpenURLs?urls=tel:1,odd:2", kOpenable, kOpenable},
@@ -114,6 +119,8 @@ TEST_P(ClickTest, NeedsATouchAndTimeToSeeTheAd) {
     EXPECT_EQ(outcomeOf(row.url, row.type), row.outcome);
     EXPECT_EQ(takeEvents(),
               navigation().modalViewController() ? "received, will present" : "received");
+    EXPECT_EQ(GADStatistics::sharedStatistics().parameters().contains("pcc"),
+              row.outcome != "loads");
 }
 
 using Type = host::WebNavigationType;
@@ -126,6 +133,8 @@ const Navigation kNavigations[] = {
     {"ByAScript", 0.2, true, Type::Other, "", kPresents},
     {"WebAppWithPings", 0.2, true, kLink, "http://click.example/1", kPings},
     {"Launch", 0.2, true, kLink, "", kPresents, "grokruf://launch?url=http://shop.example/a"},
+    {"WebAppOfHTML", 0.2, true, kLink, "", "presents loadHTML ",
+     "gmsg://ads/open?a=webapp&html=%3Cb%3E"},
     {"TooSoon", 0.1, true, kLink, "", "loads"},
     {"Untouched", 0.2, false, kLink, "", "loads"},
     {"Back", 0.2, true, Type::BackForward, "", "loads"},
@@ -134,6 +143,21 @@ const Navigation kNavigations[] = {
 
 INSTANTIATE_TEST_SUITE_P(Bridge, ClickTest, testing::ValuesIn(kNavigations),
                          [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(BridgeTest, AClickWhileAScreenIsUpOpensNothing) {
+    network()
+        .at(kAdURL)
+        .body("<p>Ad</p>")
+        .header("X-Afma-Click-Tracking-Urls", "http://click.example/1");
+    showAd();
+    touchAd();
+    support::ScriptedWebPage& ad = page();
+    for (const char* url : {"http://shop.example/a", "http://shop.example/b", "mailto:a@h"})
+        ad.clickLink(url);
+    advance(2);
+    EXPECT_EQ(takeEvents(), "received, will present");
+    EXPECT_EQ(requestsFor("http://click.example/1"), 1);
+}
 
 TEST_F(BridgeTest, AMailAddressFillsTheComposer) {
     showAd();
