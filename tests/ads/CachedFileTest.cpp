@@ -159,23 +159,21 @@ TEST_F(GADCachedFileTest, ACopyIsFoundByItsAddressAndRevalidatedByTheServersDate
 }
 
 TEST_F(GADCachedFileTest, DatesAreReadWithOrWithoutTheirZoneAndNonsenseIsIgnored) {
-    const std::pair<const char*, bool> cases[] = {
-        {"Sat, 01 Jan 2011 12:00:00 GMT", true},
-        {"Sat, 1 Jan 2011 12:00:00 GMT", true},
-        {"Sat, 01 Jan 2011 12:00:00", true},
-        {"Sat, 01 Jan 2011 12:00:00 UTC", false},
-        {"Saturday, 01-Jan-11 12:00:00 GMT", false},
-        {"Sat Jan  1 12:00:00 2011", false},
-        {"Sat, 31 Feb 2011 12:00:00 GMT", false},
-        {"Sat, 01 Jan 2011 24:00:00 GMT", false},
-        {"GMT", false},
-        {"", false},
+    const std::pair<std::string, std::vector<const char*>> cases[] = {
+        {std::string("end: 200 new of ") + kSentBack,
+         {"Sat, 01 Jan 2011 12:00:00 GMT", "Sat, 1 Jan 2011 12:00:00 GMT", kSentBack}},
+        {"end: 200 new",
+         {"Sat, 01 Jan 2011 12:00:00 UTC", "Saturday, 01-Jan-11 12:00:00 GMT",
+          "Sat Jan  1 12:00:00 2011"}},
+        {"end: 200 new",
+         {"Sat, 31 Feb 2011 12:00:00 GMT", "Sat, 01 Jan 2011 24:00:00 GMT", "GMT", ""}},
     };
-    const std::string kNewCopy = std::string("end: 200 new of ") + kSentBack;
-    for (const auto& [date, valid] : cases) {
-        network().at(kAddress).body("new").header("Last-Modified", date);
-        file().invalidate();
-        EXPECT_EQ(fetched(), valid ? kNewCopy : "end: 200 new") << date;
+    for (const auto& [outcome, dates] : cases) {
+        for (const char* date : dates) {
+            network().at(kAddress).body("new").header("Last-Modified", date);
+            file().invalidate();
+            EXPECT_EQ(fetched(), outcome) << date;
+        }
     }
     for (const char* date :
          {"Sat, 01 Jan 0000 00:00:00", "Thu, 01 Jan 1970 00:00:00", "Tue, 29 Feb 2000 23:59:59",

@@ -155,11 +155,9 @@ TEST_F(UIEventDispatcherTest, AWheelStepGoesToTheInnermostViewThatCanScroll) {
     auto outer = listener("outer", CGRectMake(0, 0, 320, 480));
     outer->addSubview(list);
     outer->captureDistance = 1;
-    dispatcher().sendScroll({10, 160}, 0, 5, 0);
+    expectSteps({{"wheel 10,160 5", "outer scrolled"}});
     list->captureDistance = 1;
-    dispatcher().sendScroll({10, 160}, 0, 5, 0);
-    dispatcher().sendScroll({10, 160}, 0, -5, 0);
-    EXPECT_EQ(taken(), "outer scrolled, list scrolled");
+    expectSteps({{"wheel 10,160 5; wheel 10,160 -5", "list scrolled"}});
 }
 
 TEST_F(UIEventDispatcherTest, WithoutFocusKeysGoToTheFrontmostList) {

@@ -12,7 +12,6 @@ protected:
     UIScrollViewTest() { view->setContentSize({320, 2000}); }
 
     double y() const { return view->contentOffset().y; }
-    void wheel(double dy) { application().events().sendScroll({100, 100}, 0, dy, loop().now()); }
     /// "40 dragged", "0".
     void expectSteps(const std::vector<Step>& steps) {
         ScreenTest::expectSteps(steps, [this] {
@@ -71,19 +70,10 @@ TEST_F(UIScrollViewTest, ShortContentMovesOnlyWhereItAlwaysBounces) {
 }
 
 TEST_F(UIScrollViewTest, AWheelScrollsWithinTheRange) {
-    wheel(50);
-    advance(0.02);
-    wheel(50);
-    advance(1);
-    EXPECT_EQ(y(), 100) << "steps add up";
-    wheel(3);
-    EXPECT_EQ(y(), 103) << "a touchpad's step moves at once";
-    wheel(5000);
-    advance(1);
-    EXPECT_EQ(y(), 1600);
-    wheel(-5000);
-    advance(1);
-    EXPECT_EQ(y(), 0);
+    expectSteps({{"wheel 100,100 50; wait 0.02; wheel 100,100 50; wait 1", "100"},
+                 {"wheel 100,100 3", "103"}, // a touchpad's step moves at once
+                 {"wheel 100,100 5000; wait 1", "1600"},
+                 {"wheel 100,100 -5000; wait 1", "0"}});
     EXPECT_FALSE(view->scrollBy(0, -10, loop().now()));
     EXPECT_FALSE(view->scrollBy(10, 0, loop().now()));
 }

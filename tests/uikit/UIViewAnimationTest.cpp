@@ -46,13 +46,9 @@ TEST_F(UIViewAnimationTest, ValuesAreFinalAtOnceAndShownInBetween) {
     EXPECT_EQ(view->alpha(), 0);
     EXPECT_EQ(view->presentationState().center, (CGPoint{50, 50}));
     advance(0.25);
-    const auto shown = view->presentationState();
-    EXPECT_NEAR(shown.center.x, 75, 1e-6);
-    EXPECT_NEAR(shown.center.y, 100, 1e-6);
-    EXPECT_NEAR(shown.alpha, 0.75, 1e-6);
-    EXPECT_NEAR(shown.bounds.size.width, 125, 1e-6);
-    EXPECT_NEAR(shown.backgroundColor.alpha, 0.25, 1e-6);
-    EXPECT_EQ(shown.backgroundColor.red, 1) << "fades in its own hue, not out of black";
+    EXPECT_EQ(view->presentationState(),
+              (ViewState{{75, 100}, CGRectMake(0, 0, 125, 100), {}, 0.75, {1, 0, 0, 0.25}}))
+        << "fades in its own hue, not out of black";
     EXPECT_EQ(ends.take(), "");
     advance(0.75);
     EXPECT_EQ(view->presentationState(),

@@ -190,6 +190,8 @@ void ScreenTest::perform(const std::string& verb, std::istream& words) {
         tap(read<CGPoint>(words));
     else if (verb == "second")
         events().sendMenuRequest(read<CGPoint>(words));
+    else if (verb == "wheel")
+        turnWheel(words);
     else if (verb == "drag")
         dragAlong(words);
     else if (verb == "button")
@@ -210,6 +212,11 @@ void ScreenTest::dragAlong(std::istream& words) {
     const auto from = read<CGPoint>(words);
     const auto to = read<CGPoint>(words);
     drag(from, to, read<double>(words));
+}
+
+void ScreenTest::turnWheel(std::istream& words) {
+    const auto point = read<CGPoint>(words);
+    events().sendScroll(point, 0, read<double>(words), NSRunLoop::now());
 }
 
 void ScreenTest::pressKey(std::istream& words, bool shift) {

@@ -69,9 +69,9 @@ protected:
     bool type(const std::string& text);
 
     /// Inputs, separated by ";": "tap 10,20", "down 10,20", "move 10,20", "up 10,20",
-    /// "second 10,20" (the mouse's other button), "drag 10,20 10,90 0.1" (seconds), "button
-    /// Delete", "key Escape", "key Down 3" (times), "shift Left", "type text", "wait 0.5", and
-    /// "show 0.5" (composing the frames of that time).
+    /// "second 10,20" (the mouse's other button), "drag 10,20 10,90 0.1" (seconds), "wheel 10,20
+    /// 50", "button Delete", "key Escape", "key Down 3" (times), "shift Left", "type text", "wait
+    /// 0.5", and "show 0.5" (composing the frames of that time).
     void act(const std::string& inputs);
     struct Step {
         std::string inputs;
@@ -124,6 +124,7 @@ protected:
 private:
     void perform(const std::string& verb, std::istream& words);
     void dragAlong(std::istream& words);
+    void turnWheel(std::istream& words);
     void pressKey(std::istream& words, bool shift);
 
     std::shared_ptr<UIWindow> window_;
