@@ -10,8 +10,7 @@ using Item = std::shared_ptr<UIBarButtonItem>;
 
 class Bars : public support::ScreenTest {
 protected:
-    Item titled(
-        const std::string& title, std::function<void()> action = [] {}) {
+    Item titled(const std::string& title, std::function<void()> action = {}) {
         return UIBarButtonItem::withTitle(title, UIBarButtonItemStyle::Bordered, std::move(action));
     }
     std::shared_ptr<UIToolbar> toolbar() { return add<UIToolbar>(CGRectMake(0, 436, 320, 44)); }
@@ -96,20 +95,16 @@ TEST_F(Bars, TheBackButtonHasThePreviousTitle) {
         {"", "Back"},
         {"http://a.very.long.address.example.com/with/a/path", "Back"}};
     for (const auto& [previous, button] : cases) {
-        const auto root = std::make_shared<UIViewController>();
-        root->setTitle(previous);
-        const auto navigation = UINavigationController::withRootViewController(root);
-        window().addSubview(navigation->view());
+        navigation().topViewController()->setTitle(previous);
         const auto next = std::make_shared<UIViewController>();
         next->setTitle("Next");
-        navigation->pushViewController(next, false);
-        EXPECT_THAT(buttons(*navigation->navigationBar()), ElementsAre(button));
-        EXPECT_THAT(labels(UIAccessibilityRole::Heading, *navigation->navigationBar()),
-                    ElementsAre("Next"));
+        push(next);
+        UIView& bar = *navigation().navigationBar();
+        EXPECT_THAT(buttons(bar), ElementsAre(button));
+        EXPECT_THAT(labels(UIAccessibilityRole::Heading, bar), ElementsAre("Next"));
         act("button " + button + "; wait 1");
-        EXPECT_EQ(navigation->topViewController(), root);
-        EXPECT_THAT(buttons(*navigation->navigationBar()), IsEmpty());
-        navigation->view()->removeFromSuperview();
+        EXPECT_THAT(labels(UIAccessibilityRole::Heading, bar), ElementsAre(previous));
+        EXPECT_THAT(buttons(bar), IsEmpty());
     }
 }
 

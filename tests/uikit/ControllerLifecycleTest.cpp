@@ -128,10 +128,9 @@ protected:
     support::Heard log_;
     std::shared_ptr<RecordingController> a_ = make("A");
     std::shared_ptr<RecordingController> b_ = make("B");
-    std::shared_ptr<RecordingController> c_ = make("C");
     std::shared_ptr<RecordingController> m_ = make("M");
     std::map<std::string, std::shared_ptr<RecordingController>> screens_{
-        {"A", a_}, {"B", b_}, {"C", c_}, {"M", m_}, {"N", make("N")}};
+        {"A", a_}, {"B", b_}, {"C", make("C")}, {"M", m_}, {"N", make("N")}};
     std::shared_ptr<UINavigationController> navigation_;
 };
 

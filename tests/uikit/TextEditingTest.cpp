@@ -160,13 +160,13 @@ TEST_F(TextEditing, TheCaretOfALongTextStaysInsideTheField) {
 
 TEST_F(TextEditing, TheCaretBlinksOnlyWhileFocused) {
     const auto field = makeField(80);
+    const auto caret = field->subviews().front();
     const auto blinks = [&] {
         int changes = 0;
-        bool last = field->subviews().front()->isHidden();
         for (int step = 0; step < 20; ++step) {
+            const bool last = caret->isHidden();
             advance(0.1);
-            changes += field->subviews().front()->isHidden() != last;
-            last = field->subviews().front()->isHidden();
+            changes += caret->isHidden() != last;
         }
         return changes;
     };
@@ -175,7 +175,7 @@ TEST_F(TextEditing, TheCaretBlinksOnlyWhileFocused) {
     EXPECT_NEAR(blinks(), 4, 1);
     focus(nullptr);
     EXPECT_EQ(blinks(), 0);
-    EXPECT_TRUE(field->subviews().front()->isHidden());
+    EXPECT_TRUE(caret->isHidden());
 }
 
 TEST_F(TextEditing, ATextViewMovesByLinesAndScrollsWithTheCaret) {

@@ -216,8 +216,10 @@ TEST_F(UIEventDispatcherTest, KeysMoveAVisibleFocusAsThePictureReads) {
         {UIKeyCode::Left, false, first},
     };
     for (const auto& [key, shift, focused] : kMoves) {
+        framesComposedIn(0.1);
         EXPECT_TRUE(press(key, shift));
         EXPECT_EQ(dispatcher().focusedPart(), focused);
+        EXPECT_TRUE(display().frameIsAskedFor()) << "the ring moves";
         EXPECT_NE(picture(), untouched);
     }
     tap(CGPoint{300, 470});
