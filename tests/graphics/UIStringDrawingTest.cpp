@@ -74,11 +74,7 @@ TEST(UIStringDrawingTest, WrappedSizesHoldWholeLines) {
 TEST(UIStringDrawingTest, TheCaretGoesWithTheDirectionOfTheText) {
     const std::string hebrew = "שיר";
     const double width = sizeWithFont(hebrew, font).width;
-    const struct {
-        std::string line;
-        std::size_t offset;
-        double x;
-    } cases[] = {
+    const std::tuple<std::string, std::size_t, double> cases[] = {
         {"Film", 0, 0},
         {"Film", 4, sizeWithFont("Film", font).width},
         {hebrew, 0, width},

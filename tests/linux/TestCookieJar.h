@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/linux/NativeReference.h"
 #include "tests/support/Testing.h"
 
 #include <libsoup/soup.h>
@@ -8,23 +9,15 @@ namespace vistrel {
 /// A cookie jar and the cookies that belong to an address.
 class TestCookieJar {
 public:
-    TestCookieJar() = default;
-    ~TestCookieJar() { g_object_unref(jar_); }
-    TestCookieJar(const TestCookieJar&) = delete;
-    TestCookieJar& operator=(const TestCookieJar&) = delete;
-
-    SoupCookieJar* get() const { return jar_; }
-    void clear() {
-        g_object_unref(jar_);
-        jar_ = soup_cookie_jar_new();
-    }
+    SoupCookieJar* get() const { return jar_.get(); }
+    void clear() { *this = {}; }
     /// As a Set-Cookie field from the address.
     void set(const std::string& url, const std::string& field) const {
-        soup_cookie_jar_set_cookie(jar_, parsed(url).get(), field.c_str());
+        soup_cookie_jar_set_cookie(get(), parsed(url).get(), field.c_str());
     }
     /// Empty when there is no such cookie.
     std::string value(const std::string& url, const std::string& name) const {
-        GSList* cookies = soup_cookie_jar_get_cookie_list(jar_, parsed(url).get(), TRUE);
+        GSList* cookies = soup_cookie_jar_get_cookie_list(get(), parsed(url).get(), TRUE);
         std::string value;
         for (GSList* entry = cookies; entry; entry = entry->next)
             if (name == soup_cookie_get_name(static_cast<SoupCookie*>(entry->data)))
@@ -38,7 +31,8 @@ private:
         return {g_uri_parse(url.c_str(), GUriFlags(SOUP_HTTP_URI_FLAGS), nullptr), g_uri_unref};
     }
 
-    SoupCookieJar* jar_ = soup_cookie_jar_new();
+    NativeReference<SoupCookieJar> jar_ =
+        NativeReference<SoupCookieJar>::adopt(soup_cookie_jar_new());
 };
 
 }

@@ -83,11 +83,7 @@ TEST_F(SmtpDeliveryTest, TheServerAndTheAccountDecideHowToSignIn) {
 }
 
 TEST_F(SmtpDeliveryTest, ARefusalAtAnyPointFailsWithTheServersReply) {
-    const struct {
-        Replies replies;
-        int code;
-        const char* says;
-    } cases[] = {
+    const std::tuple<Replies, int, const char*> cases[] = {
         {{{"greeting", "421 too busy"}}, EAGAIN, "421 too busy"},
         {{{"AUTH", "535 5.7.8 bad AG1lAHMzY3JldC1wYXNz"}},
          EACCES,
@@ -100,10 +96,10 @@ TEST_F(SmtpDeliveryTest, ARefusalAtAnyPointFailsWithTheServersReply) {
         {{{"greeting", ""}}, ECONNRESET, "closed the connection"},
         {{{"MAIL", ""}}, ECONNRESET, "closed the connection"},
     };
-    for (const auto& each : cases) {
-        const std::string failure = send({.replies = each.replies});
-        EXPECT_EQ(code(), each.code) << each.says;
-        EXPECT_THAT(failure, HasSubstr(each.says));
+    for (const auto& [replies, number, says] : cases) {
+        const std::string failure = send({.replies = replies});
+        EXPECT_EQ(code(), number) << says;
+        EXPECT_THAT(failure, HasSubstr(says));
         EXPECT_THAT(failure, Not(HasSubstr(kPassword)));
         EXPECT_THAT(failure, Not(HasSubstr("AG1lAHMzY3JldC1wYXNz")));
     }

@@ -48,10 +48,8 @@ protected:
 
 TEST_F(MailServiceTest, AnAccountNeedsAServerAndASender) {
     using enum MailSecurity;
-    const struct {
-        std::map<std::string, std::string> settings;
-        std::optional<std::pair<int, MailSecurity>> account;
-    } cases[] = {
+    using Endpoint = std::pair<int, MailSecurity>;
+    const std::pair<std::map<std::string, std::string>, std::optional<Endpoint>> cases[] = {
         {{}, {}},
         {{{"host", "h"}}, {}},
         {{{"host", "h"}, {"user", "me"}}, {}},
@@ -62,12 +60,12 @@ TEST_F(MailServiceTest, AnAccountNeedsAServerAndASender) {
          {{2525, StartTLS}}},
         {{{"host", "h"}, {"from", "me@h"}, {"port", "70000"}}, {{587, StartTLS}}},
     };
-    for (const auto& each : cases) {
-        settings_ = each.settings;
+    for (const auto& [settings, expected] : cases) {
+        settings_ = settings;
         const auto account = mailAccountFrom(lookup());
-        EXPECT_EQ(account ? std::optional(std::pair(int{account->port}, account->security))
+        EXPECT_EQ(account ? std::optional(Endpoint(account->port, account->security))
                           : std::nullopt,
-                  each.account);
+                  expected);
         EXPECT_EQ(SmtpMailService(loop_, files_, lookup()).canSendMail(), account.has_value());
     }
 }

@@ -1,8 +1,6 @@
 // Tags and raw ID3 bytes of real files.
 #include "tests/linux/media/PlaybackFixture.h"
 
-#include <gmock/gmock.h>
-
 #include <cstring>
 #include <ctime>
 
@@ -50,11 +48,7 @@ TEST_F(AudioFileTest, TagsOfEveryVersionAndEncodingAreRead) {
     std::string label = "TAG" + std::string(125, '\0');
     label.replace(3, 9, "Old Label");
     const std::string utf16("\x01\xFF\xFE\x08\x26g\0", 7); // ☈g, little-endian with mark
-    const struct {
-        const char* name;
-        std::string bytes;
-        const char* title;
-    } files[] = {
+    const std::tuple<const char*, std::string, const char*> files[] = {
         {"none", sound, ""},
         {"version 1", sound + label, "Old Label"},
         {"version 2.2 Latin-1", tag(2, std::string("\0Gr\xFC\xDF", 5)) + sound, "Grüß"},
@@ -67,10 +61,10 @@ TEST_F(AudioFileTest, TagsOfEveryVersionAndEncodingAreRead) {
         {"the first half of a file that tells its length", sound.substr(0, sound.size() / 2 + 7),
          ""},
     };
-    for (const auto& file : files) {
-        const auto info = open(made(file.bytes))->info().value();
-        EXPECT_EQ(info.title, file.title) << file.name;
-        EXPECT_NEAR(info.duration, 3, 0.09) << file.name;
+    for (const auto& [name, bytes, title] : files) {
+        const auto info = open(made(bytes))->info().value();
+        EXPECT_EQ(info.title, title) << name;
+        EXPECT_NEAR(info.duration, 3, 0.09) << name;
     }
 }
 

@@ -50,22 +50,18 @@ TEST_F(MoviePlaybackTest, FramesAreOnlyPreparedWhileTheyAreDrawn) {
 }
 
 TEST_F(MoviePlaybackTest, OddFilmsShowTheirFirstPictureUpright) {
-    const struct {
-        const char* name;
-        int width;
-        int height;
-    } films[] = {
+    const std::tuple<const char*, int, int> films[] = {
         {"turned.mp4", 48, 64}, {"anamorphic.mp4", 128, 48}, {"422.mp4", 64, 48},
         {"10bit.mp4", 64, 48},  {"odd.mkv", 63, 47},         {"silent.mp4", 64, 48},
     };
-    for (const auto& film : films) {
+    for (const auto& [name, width, height] : films) {
         client_ = {};
-        auto playback = movie(film.name);
-        ASSERT_TRUE(becomesReady(*playback)) << film.name;
-        EXPECT_EQ(playback->pictureWidth(), film.width) << film.name;
-        EXPECT_EQ(playback->pictureHeight(), film.height) << film.name;
-        EXPECT_EQ(strongest(colourShown(*playback)), Red) << film.name;
-        EXPECT_TRUE(playsToItsEnd(*playback)) << film.name;
+        auto playback = movie(name);
+        ASSERT_TRUE(becomesReady(*playback)) << name;
+        EXPECT_EQ(playback->pictureWidth(), width) << name;
+        EXPECT_EQ(playback->pictureHeight(), height) << name;
+        EXPECT_EQ(strongest(colourShown(*playback)), Red) << name;
+        EXPECT_TRUE(playsToItsEnd(*playback)) << name;
     }
 }
 

@@ -1,6 +1,6 @@
 #include "platform/linux/media/RowScaler.h"
 
-#include <gtest/gtest.h>
+#include "tests/support/Testing.h"
 
 namespace vistrel {
 namespace {

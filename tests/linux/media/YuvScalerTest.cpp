@@ -51,27 +51,25 @@ const YuvColors kFullRange = YuvColors::make(0.299, 0.114, true);
 TEST(YuvScalerTest, RotationAndMirroringMoveTheQuarters) {
     Frame frame(12, 8);
     frame.quarter({10, 20, 30, 40});
-    const struct {
-        PictureTurn turn;
-        std::array<int, 4> expected; ///< upper left, upper right, lower left, lower right
-    } rows[] = {
+    // Upper left, upper right, lower left, lower right.
+    const std::pair<PictureTurn, std::array<int, 4>> rows[] = {
         {{false, 0}, {10, 20, 30, 40}}, {{false, 1}, {30, 10, 40, 20}},
         {{false, 2}, {40, 30, 20, 10}}, {{false, 3}, {20, 40, 10, 30}},
         {{true, 0}, {20, 10, 40, 30}},  {{true, 1}, {40, 20, 30, 10}},
         {{true, 2}, {30, 40, 10, 20}},  {{true, 3}, {10, 30, 20, 40}},
     };
     YuvScaler scaler;
-    for (const auto& row : rows) {
-        const int width = row.turn.swapsSides() ? 40 : 60;
-        const int height = row.turn.swapsSides() ? 60 : 40;
+    for (const auto& [turn, expected] : rows) {
+        const int width = turn.swapsSides() ? 40 : 60;
+        const int height = turn.swapsSides() ? 60 : 40;
         std::vector<std::uint32_t> pixels(area(width, height));
-        scaler.scale(frame.frame(kFullRange), row.turn, width, height, pixels.data());
+        scaler.scale(frame.frame(kFullRange), turn, width, height, pixels.data());
         const auto at = [&](int x, int y) {
             return static_cast<int>(pixels[area(y, width) + static_cast<std::size_t>(x)] & 0xFF);
         };
         const std::array<int, 4> corners{at(1, 1), at(width - 2, 1), at(1, height - 2),
                                          at(width - 2, height - 2)};
-        EXPECT_EQ(corners, row.expected) << row.turn.mirrored << row.turn.quarters;
+        EXPECT_EQ(corners, expected) << turn.mirrored << turn.quarters;
     }
 }
 

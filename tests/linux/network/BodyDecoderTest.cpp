@@ -28,12 +28,7 @@ TEST(BodyDecoder, PiecesOfAnySizeMakeTheSameText) {
     const std::string padded = member + std::string(9, '\0');
     std::string damaged = member;
     damaged[member.size() - 6] ^= 1; // in the checksum
-    const struct {
-        const char* name;
-        const char* coding;
-        std::string body;
-        std::string text;
-    } rows[] = {
+    const std::tuple<const char*, const char*, std::string, std::string> rows[] = {
         {"one member", "gzip", member, text},
         {"two members", "x-gzip", member + packed(", and more"), text + ", and more"},
         {"padding", "gzip", padded, text},
@@ -45,10 +40,9 @@ TEST(BodyDecoder, PiecesOfAnySizeMakeTheSameText) {
         {"deflate", "Deflate", packed(text, G_ZLIB_COMPRESSOR_FORMAT_ZLIB), text},
         {"no header", "deflate", packed(text, G_ZLIB_COMPRESSOR_FORMAT_RAW), text},
     };
-    for (const auto& row : rows) {
-        for (std::size_t piece = 1; piece <= row.body.size(); ++piece)
-            ASSERT_EQ(unpacked(row.coding, row.body, piece), row.text)
-                << row.name << " by " << piece;
+    for (const auto& [name, coding, body, result] : rows) {
+        for (std::size_t piece = 1; piece <= body.size(); ++piece)
+            ASSERT_EQ(unpacked(coding, body, piece), result) << name << " by " << piece;
     }
 }
 

@@ -12,8 +12,7 @@ namespace {
 using ::testing::Not;
 using ::testing::Pair;
 
-class TransferRecorder : public host::TransferClient {
-public:
+struct TransferRecorder : host::TransferClient {
     bool transferWillRedirect(const host::TransferResponse& redirect,
                               const std::string& url) override {
         redirects.push_back(std::to_string(redirect.status) + " " + url);
@@ -96,6 +95,10 @@ protected:
         return server_.requests().back();
     }
 
+    bool closes(const std::string& path) {
+        return turnUntil([&] { return server_.isClosed(path); });
+    }
+
     GLibEventLoop loop_;
     LoopbackServer server_;
     CurlNetwork network_{loop_};
@@ -116,20 +119,16 @@ TEST_F(CurlNetworkTest, DeliversHeadAndBodyAsTheServerSentThem) {
 
 TEST_F(CurlNetworkTest, AnswersOfUnknownLengthHaveNone) {
     const std::string text(3'000'000, 'a');
-    const struct {
-        const char* name;
-        std::string bytes;
-        std::string body;
-    } cases[] = {
+    const std::tuple<const char*, std::string, std::string> cases[] = {
         {"gzip", sized("Content-Encoding: gzip\r\n", packed(text)), text},
         {"chunked", ok("Transfer-Encoding: chunked\r\n", "3\r\nabc\r\n0\r\n\r\n"), "abc"},
         {"until the end", ok("", "until the end"), "until the end"},
         {"unchanged", "HTTP/1.1 304 Not Modified\r\nContent-Encoding: gzip\r\n\r\n", ""},
     };
-    for (const auto& each : cases) {
-        server_.at("/last", each.bytes);
-        EXPECT_TRUE(fetch(get("/last")) == each.body) << each.name;
-        EXPECT_EQ(recorder_.response->expectedLength, -1) << each.name;
+    for (const auto& [name, bytes, whole] : cases) {
+        server_.at("/last", bytes);
+        EXPECT_TRUE(fetch(get("/last")) == whole) << name;
+        EXPECT_EQ(recorder_.response->expectedLength, -1) << name;
     }
 }
 
@@ -165,28 +164,24 @@ TEST_F(CurlNetworkTest, ABodyThatIsNotWholeNeverCompletes) {
 }
 
 TEST_F(CurlNetworkTest, NoServerHoldsTheLoop) {
-    const struct {
-        const char* path;
-        std::string first;
-        std::string more;
-    } cases[] = {
+    const std::tuple<const char*, std::string, std::string> cases[] = {
         {"/last-interim", "", "HTTP/1.1 100 Continue\r\n\r\n"},
         {"/last-fields", "HTTP/1.1 200 OK\r\n", "X-One: 1\r\n"},
         {"/last-line", "HTTP/1.1 200 OK\r\nX-One: ", "xxxxxxxxxx"},
         {"/last-trailer", ok("Transfer-Encoding: chunked\r\n", "0\r\n"), "X: 1\r\n"},
         {"/last-bomb", ok("Content-Encoding: gzip\r\n", ""), packed(std::string(2'000'000, '0'))},
     };
-    for (const auto& each : cases) {
-        server_.at(each.path, [&each](const LoopbackConnection& connection) {
-            std::string more;
-            while (more.size() < 60'000)
-                more += each.more;
-            for (bool goesOn = connection.send(each.first); goesOn;)
-                goesOn = connection.send(more);
+    for (const auto& [path, first, more] : cases) {
+        server_.at(path, [start = first, rest = more](const LoopbackConnection& connection) {
+            std::string much;
+            while (much.size() < 60'000)
+                much += rest;
+            for (bool goesOn = connection.send(start); goesOn;)
+                goesOn = connection.send(much);
         });
-        EXPECT_EQ(failureOf(get(each.path)), Kind::Other) << each.path;
+        EXPECT_EQ(failureOf(get(path)), Kind::Other) << path;
         EXPECT_LT(recorder_.body.size(), 32U * 1024 * 1024);
-        EXPECT_TRUE(turnUntil([&] { return server_.isClosed(each.path); })) << each.path;
+        EXPECT_TRUE(closes(path)) << path;
     }
 }
 
@@ -216,7 +211,7 @@ TEST_F(CurlNetworkTest, TimesOutWithoutAByteButNotWhileBytesCome) {
         EXPECT_EQ(failureOf(request), Kind::TimedOut) << path;
         EXPECT_GE(loop_.now() - start, 0.3);
         EXPECT_LT(loop_.now() - start, 3);
-        EXPECT_TRUE(turnUntil([&] { return server_.isClosed(path); })) << path;
+        EXPECT_TRUE(closes(path)) << path;
     }
     server_.at("/drips", [](const LoopbackConnection& connection) {
         (void)connection.send(ok("Content-Length: 12\r\n", ""));
@@ -271,22 +266,19 @@ TEST_F(CurlNetworkTest, ACertificateThatNobodyVouchesForIsReportedAsSuch) {
 
 TEST_F(CurlNetworkTest, TheStatusOfARedirectDecidesTheNextMethod) {
     server_.at("/target", sized("", ""));
-    const struct {
-        std::string status;
-        std::string method;
-        std::string then;
-    } cases[] = {{"301", "POST", "GET"},  {"302", "POST", "GET"}, {"303", "PUT", "GET"},
-                 {"303", "HEAD", "HEAD"}, {"302", "PUT", "PUT"},  {"307", "POST", "POST"}};
-    for (const auto& each : cases) {
-        server_.at("/from", "HTTP/1.1 " + each.status +
-                                " x\r\nLocation: /target\r\nContent-Length: 0\r\n\r\n");
+    const std::tuple<std::string, std::string, std::string> cases[] = {
+        {"301", "POST", "GET"},  {"302", "POST", "GET"}, {"303", "PUT", "GET"},
+        {"303", "HEAD", "HEAD"}, {"302", "PUT", "PUT"},  {"307", "POST", "POST"}};
+    for (const auto& [status, method, then] : cases) {
+        server_.at("/from",
+                   "HTTP/1.1 " + status + " x\r\nLocation: /target\r\nContent-Length: 0\r\n\r\n");
         auto request = get("/from");
-        request.method = each.method;
+        request.method = method;
         request.headers = {{"Content-Type", "text/plain"}};
         const std::string head = headOf(request);
-        EXPECT_THAT(head, StartsWith(each.then + " /target ")) << each.status << each.method;
-        EXPECT_EQ(head.find("Content-Type") == std::string::npos, each.method != each.then)
-            << each.status << each.method;
+        EXPECT_THAT(head, StartsWith(then + " /target ")) << status << method;
+        EXPECT_EQ(head.find("Content-Type") == std::string::npos, method != then)
+            << status << method;
     }
 }
 
@@ -317,7 +309,7 @@ TEST_F(CurlNetworkTest, CancellingClosesTheConnection) {
         transfer_.reset();
     };
     transfer_ = network_.start(get("/endless"), recorder_);
-    EXPECT_TRUE(turnUntil([&] { return server_.isClosed("/endless"); }));
+    EXPECT_TRUE(closes("/endless"));
     EXPECT_TRUE(recorder_.response);
     EXPECT_EQ(recorder_.body, "");
 
@@ -326,7 +318,7 @@ TEST_F(CurlNetworkTest, CancellingClosesTheConnection) {
     transfer_ = network_.start(get("/stalls"), recorder_);
     ASSERT_TRUE(turnUntil([&] { return !recorder_.body.empty(); }));
     transfer_.reset();
-    EXPECT_TRUE(turnUntil([&] { return server_.isClosed("/stalls"); }));
+    EXPECT_TRUE(closes("/stalls"));
     EXPECT_FALSE(recorder_.isOver());
 }
 

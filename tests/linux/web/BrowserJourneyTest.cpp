@@ -116,20 +116,17 @@ TEST_F(BrowserJourney, SitesThatOpenOnlyWithCarefulProbes) {
     serveFilm("/moved.mp4");
     server_.serve("/members", {.body = "<title>In</title>", .login = "ann:secret"});
 
-    const struct {
-        const char* link;
-        const char* film;
-        bool engineGetsFilm; ///< it leaves a stray "%" as it is, which the server refuses
-    } links[] = {{"film", "/files/100%25%20Wolf.mp4", false}, {"go", "/moved.mp4", true}};
-    for (const auto& each : links) {
+    // The engine leaves a stray "%" as it is, which the server refuses: it gets one film only.
+    const std::tuple<const char*, const char*, bool> links[] = {
+        {"film", "/files/100%25%20Wolf.mp4", false}, {"go", "/moved.mp4", true}};
+    for (const auto& [link, film, engineGetsFilm] : links) {
         const auto browser = openPage("/entrance", "/hall");
-        click(*browser, each.link);
-        ASSERT_TRUE(awaitDownload()) << each.link;
+        click(*browser, link);
+        ASSERT_TRUE(awaitDownload()) << link;
         turnFor(1);
         EXPECT_EQ(navigation_->viewControllers().size(), 3u) << "one tap, one screen";
-        EXPECT_EQ(downloadOnTop()->downloadRequest().URL()->absoluteString(),
-                  server_.url(each.film));
-        if (each.engineGetsFilm) {
+        EXPECT_EQ(downloadOnTop()->downloadRequest().URL()->absoluteString(), server_.url(film));
+        if (engineGetsFilm) {
             EXPECT_EQ(run(*browser, "location.href"), server_.url("/hall")) << "never shown";
         }
         backToRoot();

@@ -7,11 +7,7 @@ namespace {
 using WebKitPresentationTest = WebKitPageTest;
 
 TEST_F(WebKitPresentationTest, WhatWantsANewWindowOpensInThePageItself) {
-    const struct {
-        const char* script;
-        const char* method;
-        const char* body;
-    } cases[] = {
+    const std::tuple<const char*, const char*, const char*> cases[] = {
         {"document.getElementById('to').click()", "GET", ""},
         {"window.open('/two')", "GET", ""},
         {"document.forms[0].submit()", "POST", "a=b"},
@@ -24,17 +20,17 @@ TEST_F(WebKitPresentationTest, WhatWantsANewWindowOpensInThePageItself) {
                 "<input type='hidden' name='a' value='b'>"
                 "<button id='other' formtarget='_blank' name='c' value='d'>go</button></form>");
     server_.servePage("/two", "two");
-    for (const auto& each : cases) {
-        SCOPED_TRACE(each.script);
+    for (const auto& [script, method, body] : cases) {
+        SCOPED_TRACE(script);
         ASSERT_TRUE(load("/one"));
         client_.navigations.clear();
         const std::size_t requests = server_.seen("/two").size();
-        ASSERT_TRUE(loadsAfter([&] { evaluate(each.script); }));
+        ASSERT_TRUE(loadsAfter([&, asked = script] { evaluate(asked); }));
         EXPECT_EQ(page_->url(), server_.url("/two"));
         EXPECT_THAT(client_.asked(), ElementsAre(server_.url("/two")));
         ASSERT_EQ(server_.seen("/two").size(), requests + 1);
-        EXPECT_EQ(server_.seen("/two").back().method, each.method);
-        EXPECT_EQ(server_.seen("/two").back().body, each.body);
+        EXPECT_EQ(server_.seen("/two").back().method, method);
+        EXPECT_EQ(server_.seen("/two").back().body, body);
         EXPECT_TRUE(page_->canGoBack());
     }
 }

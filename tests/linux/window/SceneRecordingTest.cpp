@@ -83,11 +83,7 @@ TEST(SceneRecordingTest, OnlyAnOpaquePaintThatReachesEverythingCovers) {
     const auto moved = [](double x, double y) {
         return CGAffineTransformMakeTranslation(x, y);
     };
-    const struct {
-        const char* name;
-        std::vector<Paint> paints;
-        bool covered;
-    } cases[] = {
+    const std::tuple<const char*, std::vector<Paint>, bool> cases[] = {
         {"nothing", {}, false},
         {"a fill", {{exactly}}, true},
         {"a translucent fill", {{larger, kTranslucent}}, false},
@@ -116,10 +112,9 @@ TEST(SceneRecordingTest, OnlyAnOpaquePaintThatReachesEverythingCovers) {
            .transform = CGAffineTransformMakeRotation(std::numbers::pi / 8)}},
          false},
     };
-    for (const auto& each : cases) {
+    for (const auto& [name, paints, covered] : cases) {
         for (const double pixels : {1.0, 2.0})
-            EXPECT_EQ(isCovered(each.paints, pixels), each.covered)
-                << each.name << " at " << pixels;
+            EXPECT_EQ(isCovered(paints, pixels), covered) << name << " at " << pixels;
     }
 }
 
