@@ -178,6 +178,8 @@ TEST(CGAffineTransformTest, TransformsComposeAndInvert) {
     EXPECT_NEAR(back.y, 4, 1e-12);
     EXPECT_TRUE(CGAffineTransformMakeScale(0, 1).inverted().isIdentity());
     EXPECT_EQ(turn.apply(CGRectMake(0, 0, 4, 2)), CGRectMake(-2, 0, 2, 4));
+    EXPECT_EQ(CGAffineTransformMakeScale(-1, 2).apply(CGRectMake(1, 2, 3, 4)),
+              CGRectMake(-4, 4, 3, 8));
     EXPECT_EQ(CGAffineTransformMakeScale(2, 3)
                   .concat(CGAffineTransformMakeTranslation(5, 7))
                   .apply(CGRectMake(1, 2, 3, 4)),

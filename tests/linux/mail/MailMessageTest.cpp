@@ -6,6 +6,7 @@
 namespace vistrel {
 namespace {
 
+using ::testing::AnyOf;
 using ::testing::Not;
 
 host::OutgoingMail mailTo(const std::string& recipient) {
@@ -22,9 +23,6 @@ std::string built(const host::OutgoingMail& mail) {
     return message.ok() ? message.value().bytes : std::string();
 }
 
-std::string headOf(const std::string& bytes) {
-    return bytes.substr(0, bytes.find("\r\n\r\n") + 2);
-}
 std::string bodyOf(const std::string& bytes) {
     return bytes.substr(bytes.find("\r\n\r\n") + 4);
 }
@@ -32,7 +30,7 @@ std::string bodyOf(const std::string& bytes) {
 /// Names of the header fields in their order; folded lines belong to the one before.
 std::vector<std::string> fieldNames(const std::string& bytes) {
     std::vector<std::string> names;
-    std::istringstream lines(headOf(bytes));
+    std::istringstream lines(bytes.substr(0, bytes.find("\r\n\r\n") + 2));
     for (std::string line; std::getline(lines, line);) {
         if (line.front() != ' ' && line.front() != '\t')
             names.push_back(line.substr(0, line.find(':')));
@@ -76,8 +74,8 @@ TEST(MailMessage, NoFieldCanInjectAHeaderLine) {
         subject.subject = text;
         EXPECT_EQ(fieldNames(built(subject)), plain) << text;
         EXPECT_EQ(bodyOf(built(subject)), "World\r\n") << text;
-        auto name = mailTo("\"" + text + "\" <a@example.com>");
-        const auto message = mailMessage(name, "me@example.com");
+        const auto message =
+            mailMessage(mailTo("\"" + text + "\" <a@example.com>"), "me@example.com");
         if (message.ok()) {
             EXPECT_EQ(fieldNames(message.value().bytes), plain) << text;
             EXPECT_THAT(message.value().recipients, ElementsAre("a@example.com"));
@@ -123,8 +121,7 @@ TEST(MailMessage, HiddenRecipientsAreOnlyInTheEnvelope) {
     EXPECT_EQ(message.value().sender, "me@example.com");
     EXPECT_THAT(message.value().recipients,
                 ElementsAre("a@example.com", "b@example.com", "hidden@example.com"));
-    EXPECT_THAT(message.value().bytes, Not(HasSubstr("hidden")));
-    EXPECT_THAT(message.value().bytes, Not(HasSubstr("Secret")));
+    EXPECT_THAT(message.value().bytes, Not(AnyOf(HasSubstr("hidden"), HasSubstr("Secret"))));
 }
 
 TEST(MailMessage, AnInvalidAddressIsRefused) {
@@ -140,9 +137,9 @@ TEST(MailMessage, ADraftKeepsWhatWasTyped) {
     auto mail = mailTo("not yet an address");
     mail.bcc = {"hidden@example.com"};
     const std::string draft = draftBytes(mail, "me@example.com");
-    EXPECT_THAT(draft, HasSubstr("not yet an address"));
-    EXPECT_THAT(draft, HasSubstr("Bcc: hidden@example.com\r\n"));
-    EXPECT_THAT(draft, HasSubstr("Subject: Hello\r\n"));
+    for (const char* typed :
+         {"not yet an address", "Bcc: hidden@example.com\r\n", "Subject: Hello\r\n"})
+        EXPECT_THAT(draft, HasSubstr(typed));
     EXPECT_EQ(bodyOf(draft), "World\r\n");
 }
 

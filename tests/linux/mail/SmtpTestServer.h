@@ -55,7 +55,7 @@ private:
         return connection.encrypt(behaviour_.certificateFile, behaviour_.keyFile);
     }
     bool answer(LoopbackConnection& connection, const std::string& command) {
-        std::map<std::string, std::string> replies = behaviour_.replies;
+        auto replies = behaviour_.replies;
         replies.insert({{"greeting", "220 test"},
                         {"STARTTLS", "220 go"},
                         {"AUTH", "235 welcome"},
@@ -70,10 +70,9 @@ private:
         const std::string word = command.substr(0, command.find(' '));
         if (word == "QUIT" && behaviour_.staysOpen)
             return connection.readLine().has_value();
-        if (word == "EHLO") {
-            for (const std::string& extension : behaviour_.extensions)
+        for (const std::string& extension : behaviour_.extensions)
+            if (word == "EHLO")
                 (void)connection.send("250-" + extension + "\r\n");
-        }
         const std::string reply = replies.contains(word) ? replies[word] : "500 what?";
         if (reply.empty())
             return false;

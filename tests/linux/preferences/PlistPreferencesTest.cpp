@@ -67,9 +67,9 @@ TEST_F(PlistPreferencesTest, ReadsTheXMLFormOfAPropertyList) {
     PlistPreferences preferences(path_);
     const auto info = preferences.readPropertyList(folder_.path("Info.plist"));
     ASSERT_TRUE(info);
-    EXPECT_EQ(info.value().find("CFBundleVersion")->string(), "1.0");
-    EXPECT_TRUE(info.value().find("Flag")->boolean());
-    EXPECT_EQ(info.value().find("Count")->integerValue(), -3);
+    EXPECT_EQ(info.value(),
+              Value(Value::Dictionary{
+                  {"CFBundleVersion", Value("1.0")}, {"Flag", Value(true)}, {"Count", Value(-3)}}));
     EXPECT_EQ(preferences.readPropertyList(folder_.path("none")).failure().code, ENOENT);
 }
 

@@ -52,7 +52,7 @@ TEST_F(PhoneWindowTest, FilesThatAreDroppedOnItAreReportedByTheirAddresses) {
     for (GFile* file : files)
         g_object_unref(file);
     EXPECT_TRUE(taken);
-    EXPECT_EQ(dropped, (std::vector<std::string>{"file:///tmp/A%20Film.mp4", "file:///tmp/b.mp3"}));
+    EXPECT_THAT(dropped, ElementsAre("file:///tmp/A%20Film.mp4", "file:///tmp/b.mp3"));
 }
 
 TEST_F(PhoneWindowTest, TheMouseDragsAFileOutToAnotherWindow) {
