@@ -2,8 +2,6 @@
 
 #include "platform/foundation/NSTimer.h"
 #include "platform/foundation/NSUserDefaults.h"
-#include "platform/uikit/UIAlertView.h"
-#include "platform/uikit/UIKey.h"
 
 namespace vistrel {
 namespace {
@@ -11,9 +9,8 @@ namespace {
 class OvoAudioPlayerControllerTest : public PlayerTest {
 protected:
     NSUserDefaults& defaults() { return NSUserDefaults::standardUserDefaults(); }
-    void moveVolumeTo(float value) {
-        views().volumeSlider->setValue(value);
-        views().volumeSlider->sendActionsForControlEvents(UIControlEventValueChanged);
+    void expect(const std::vector<Step>& steps) {
+        expectSteps(steps, [this] { return state(); });
     }
 };
 
@@ -21,84 +18,50 @@ TEST_F(OvoAudioPlayerControllerTest, TheScreenIsBuiltAtOnceAndPlaysWhenItHasAppe
     setTags(1, 200);
     make(3, 1);
     EXPECT_TRUE(player().isViewLoaded());
-    EXPECT_EQ(views().titleLabel->text(), "Title 1");
-    EXPECT_EQ(views().artistLabel->text(), "Artist 1");
-    EXPECT_EQ(views().albumLabel->text(), "Album 1");
+    EXPECT_EQ(texts(), "Title 1, Artist 1, Album 1");
     EXPECT_THAT(media().player()->calls(), IsEmpty());
     present();
-    EXPECT_EQ(trackPlaying(), 1);
-    EXPECT_TRUE(isPlaying());
+    EXPECT_EQ(state(), "1 plays at 1 s, Pause");
     EXPECT_EQ(player().player()->numberOfLoops(), 0);
-    EXPECT_NE(views().pauseButton->superview(), nullptr);
-    EXPECT_EQ(views().playButton->superview(), nullptr);
 }
 
 TEST_F(OvoAudioPlayerControllerTest, ReadersAreToldOfEachTrackThatBegins) {
     setTags(0, 60);
     setTags(1, 60);
     open(3);
-    tap(*views().pauseButton);
-    tap(*views().playButton);
-    advance(121);
+    act("button Pause; button Play; wait 121");
     EXPECT_THAT(display().announcements,
                 ElementsAre("Title 0, Artist 0", "Title 1, Artist 1", "2.mp3"));
 }
 
-TEST_F(OvoAudioPlayerControllerTest, OneButtonPausesAndPlays) {
-    open(1);
-    advance(10);
-    tap(*views().pauseButton);
-    EXPECT_FALSE(isPlaying());
-    EXPECT_EQ(views().pauseButton->superview(), nullptr);
-    EXPECT_EQ(views().playButton->superview(), player().view().get());
-    EXPECT_FALSE(player().updateTimer());
-    advance(5);
-    tap(*views().playButton);
-    advance(1);
-    EXPECT_NEAR(player().player()->currentTime(), 11, 0.001);
-    EXPECT_TRUE(player().view()->keyPressed({UIKeyCode::Space, " "}));
-    EXPECT_FALSE(isPlaying());
-}
-
-TEST_F(OvoAudioPlayerControllerTest, NextAndPreviousCreateAPlayerWithTheSlidersVolume) {
+TEST_F(OvoAudioPlayerControllerTest, ButtonsAndSpacePlayPauseAndStayWithinTheQueue) {
     open(3, 1);
-    views().volumeSlider->setValue(0.25F);
-    advance(30);
-    tap(*views().nextButton);
-    EXPECT_EQ(trackPlaying(), 2);
-    EXPECT_EQ(media().players().size(), 1U) << "the old one is gone";
-    EXPECT_THAT(media().player()->calls(), ElementsAre("prepare", "play"));
-    EXPECT_EQ(media().player()->volume(), 0.25F);
-    EXPECT_EQ(player().player()->currentTime(), 0);
-    tap(*views().nextButton);
-    EXPECT_EQ(trackPlaying(), 2) << "the end of the queue";
-    tap(*views().previousButton);
-    tap(*views().previousButton);
-    EXPECT_EQ(trackPlaying(), 0);
-    tap(*views().previousButton);
-    player().previous();
-    EXPECT_EQ(player().selectedIndex(), 0U);
+    expect({{"wait 10; button Pause", "1 rests at 10 s, Play"},
+            {"wait 5; button Play; wait 1", "1 plays at 11 s, Pause"},
+            {"key Space", "1 rests at 11 s, Play"},
+            {"button Next", "2 plays at 0 s, Pause"},
+            {"wait 2; button Next", "2 plays at 2 s, Pause"},
+            {"button Previous; button Previous", "0 plays at 0 s, Pause"},
+            {"wait 2; button Previous", "0 plays at 2 s, Pause"}});
     player().toggleRepeat();
     player().previous();
-    EXPECT_EQ(player().selectedIndex(), 0U) << "in every mode";
+    EXPECT_EQ(state(), "0 plays at 2 s, Pause") << "in every mode";
 }
 
 TEST_F(OvoAudioPlayerControllerTest, TheEndOfATrackFollowsTheModesButNeverWraps) {
-    const std::tuple<const char*, std::uint32_t, int, std::uint32_t, bool> rows[] = {
-        {"off, first", 0, 0, 1, true}, {"off, last", 2, 0, 2, false}, {"all, last", 2, 1, 2, false},
-        {"one, first", 0, 2, 0, true}, {"one, last", 2, 2, 2, false},
+    const std::tuple<const char*, std::uint32_t, int, const char*> rows[] = {
+        {"off, first", 0, 0, "1 plays at 1 s, Pause"},
+        {"off, last", 2, 0, "2 rests at 0 s, Play"},
+        {"all, last", 2, 1, "2 rests at 0 s, Play"},
+        {"one, first", 0, 2, "0 plays at 1 s, Pause"},
+        {"one, last", 2, 2, "2 rests at 0 s, Play"},
     };
-    for (const auto& [name, index, repeatTaps, then, plays] : rows) {
-        SCOPED_TRACE(name);
+    for (const auto& [name, index, repeatTaps, then] : rows) {
         open(3, index);
         for (int i = 0; i < repeatTaps; ++i)
             player().toggleRepeat();
-        advance(60.5);
-        EXPECT_EQ(player().selectedIndex(), then);
-        EXPECT_EQ(isPlaying(), plays);
-        EXPECT_EQ(static_cast<bool>(player().updateTimer()), plays);
-        EXPECT_NEAR(player().player()->currentTime(), plays ? 0.5 : 0, 0.01);
-        EXPECT_EQ(views().playButton->superview() == nullptr, plays);
+        advance(61);
+        EXPECT_EQ(state(), then) << name;
         close();
     }
 }
@@ -108,7 +71,7 @@ TEST_F(OvoAudioPlayerControllerTest, ShuffleReachesEveryTrackAndLeavesOnePlayer)
     player().toggleShuffle();
     std::set<int> seen;
     for (int i = 0; i < 200; ++i) {
-        tap(*views().nextButton);
+        tapButton("Next");
         seen.insert(trackPlaying());
     }
     EXPECT_THAT(seen, ElementsAre(0, 1, 2));
@@ -118,23 +81,24 @@ TEST_F(OvoAudioPlayerControllerTest, ShuffleReachesEveryTrackAndLeavesOnePlayer)
 
 TEST_F(OvoAudioPlayerControllerTest, TheVolumeIsStoredButTheFirstTrackDoesNotUseIt) {
     open(3);
-    EXPECT_EQ(views().volumeSlider->value(), 1.0F) << "the player's own";
-    moveVolumeTo(0.3F);
-    EXPECT_FLOAT_EQ(player().player()->volume(), 0.3F);
+    EXPECT_EQ(volumes(), "100, 100") << "the player's own";
+    moveTo(*views().volumeSlider, 0.3F);
+    EXPECT_EQ(volumes(), "30, 30");
     close();
 
     open(3);
-    EXPECT_FLOAT_EQ(views().volumeSlider->value(), 0.3F);
-    EXPECT_EQ(player().player()->volume(), 1.0F);
+    EXPECT_EQ(volumes(), "30, 100");
     player().play();
-    EXPECT_FLOAT_EQ(views().volumeSlider->value(), 0.3F) << "a refresh keeps it";
-    tap(*views().nextButton);
-    EXPECT_FLOAT_EQ(player().player()->volume(), 0.3F);
-    moveVolumeTo(0);
+    EXPECT_EQ(volumes(), "30, 100") << "a refresh keeps it";
+    views().volumeSlider->setValue(0.25F);
+    tapButton("Next");
+    EXPECT_EQ(volumes(), "30, 25") << "the slider gave its value, then showed the stored one";
+    EXPECT_THAT(media().player()->calls(), ElementsAre("prepare", "play"));
+    moveTo(*views().volumeSlider, 0);
     close();
 
     open(3);
-    EXPECT_EQ(views().volumeSlider->value(), 1.0F) << "a stored volume of 0 is ignored";
+    EXPECT_EQ(volumes(), "100, 100") << "a stored volume of 0 is ignored";
 }
 
 TEST_F(OvoAudioPlayerControllerTest, PlaybackResumesAfterAnInterruption) {
@@ -152,10 +116,8 @@ TEST_F(OvoAudioPlayerControllerTest, PlaybackResumesAfterAnInterruption) {
     EXPECT_EQ(testing::internal::GetCapturedStdout(),
               "(apbi) Interruption Detected\n(apei) Interruption ended\n");
     EXPECT_FALSE(player().interrupted());
-    EXPECT_TRUE(isPlaying());
     EXPECT_TRUE(defaults().objectForKey("Interruption").isNull());
-    advance(1);
-    EXPECT_NEAR(player().player()->currentTime(), 13, 0.001);
+    expect({{"wait 1", "0 plays at 13 s, Pause"}});
     interruptionListenerCallback(&player(), 2);
     EXPECT_FALSE(player().interrupted());
 }
@@ -164,50 +126,40 @@ TEST_F(OvoAudioPlayerControllerTest, OnlyAnInterruptedLastTrackPlaysAgain) {
     open(2);
     media().player()->interrupt(true);
     ASSERT_TRUE(player().interrupted());
-    tap(*views().nextButton);
+    tapButton("Next");
     EXPECT_FALSE(player().interrupted()) << "an interruption ends with its player";
     player().setInterrupted(true);
     media().player()->end();
-    advance(1);
-    EXPECT_TRUE(isPlaying());
-    EXPECT_NEAR(player().player()->currentTime(), 1, 0.01);
+    expect({{"wait 1", "1 plays at 1 s, Pause"}});
     player().setInterrupted(false);
-    advance(61);
-    EXPECT_FALSE(isPlaying());
-    EXPECT_EQ(player().selectedIndex(), 1U);
+    expect({{"wait 61", "1 rests at 0 s, Play"}});
 }
 
 TEST_F(OvoAudioPlayerControllerTest, ADecodeErrorIsShownAndTheQueueContinues) {
     open(2);
     media().player()->fail("bits are missing");
     EXPECT_EQ(alertCount(), 1);
-    EXPECT_EQ(alertTitle(), "Decode Error");
-    EXPECT_EQ(alertMessage(), "Unable to decode audio file with error: bits are missing");
+    EXPECT_EQ(alert(), "Decode Error | Unable to decode audio file with error: bits are missing");
     EXPECT_THAT(logLines(), testing::IsSupersetOf({HasSubstr("ERROR IN DECODE: "),
                                                    HasSubstr("Playback finished unsuccessfully")}));
     EXPECT_TRUE(tapAlertButton("OK"));
-    EXPECT_EQ(trackPlaying(), 1);
-    EXPECT_TRUE(isPlaying());
+    EXPECT_EQ(state(), "1 plays at 3 s, Pause");
     media().player()->fail("bits are missing");
-    EXPECT_EQ(player().selectedIndex(), 1U) << "the last track";
-    EXPECT_EQ(views().playButton->superview(), player().view().get());
-    EXPECT_FALSE(player().updateTimer());
+    EXPECT_EQ(state(), "1 rests at 3 s, Play") << "the last track";
     EXPECT_NE(mediaControls().nowPlaying().state, host::NowPlaying::State::Playing);
 }
 
 TEST_F(OvoAudioPlayerControllerTest,
        AFileThatCannotBeOpenedSilencesTheQueueUnlessMannersAreCareful) {
     for (const bool careful : {false, true}) {
-        deterministicHost().settings["manners/careful"] = careful ? "yes" : "no";
-        const float volume = careful ? 1 : 0;
+        setManners(careful);
         for (const int broken : {0, 1}) {
             media().at(trackURL(broken).absoluteString()).failure = "gone";
             open(3, 0);
             EXPECT_EQ(views().titleLabel->text(), "0.mp3");
             while (player().selectedIndex() < 2)
-                tap(*views().nextButton);
-            EXPECT_EQ(views().volumeSlider->value(), volume) << broken;
-            EXPECT_EQ(player().player()->volume(), volume) << broken;
+                tapButton("Next");
+            EXPECT_EQ(volumes(), careful ? "100, 100" : "0, 0") << broken;
             close();
         }
     }
@@ -218,23 +170,18 @@ TEST_F(OvoAudioPlayerControllerTest, AFileThatVanishedLeavesTheScreenWithoutAPla
     media().at(trackURL(1).absoluteString()).failure = "No such file or directory";
     open(3);
     showOverlay();
-    tap(*views().nextButton);
+    tapButton("Next");
     EXPECT_THAT(logLines().back(), HasSubstr("No such file or directory"));
-    EXPECT_FALSE(player().player());
-    EXPECT_THAT(media().players(), IsEmpty()) << "the old track is silent";
-    EXPECT_EQ(views().titleLabel->text(), "Title 1");
-    EXPECT_EQ(times(), "0:00 -0:00");
-    EXPECT_EQ(views().indexLabel->text(), "2 of 3");
-    EXPECT_EQ(views().playButton->superview(), player().view().get());
-    player().play();
+    EXPECT_EQ(state(), "silence, Play");
+    EXPECT_EQ(texts(), "Title 1, Artist 1, Album 1 | 0:00 -0:00 | 2 of 3");
+    tapButton("Play");
     EXPECT_EQ(logLines().back(), "Could not play (null)");
-    moveVolumeTo(0.5F);
-    views().progressSlider->sendActionsForControlEvents(UIControlEventValueChanged);
-    EXPECT_TRUE(UIAlertView::visibleAlerts().empty());
-    tap(*views().nextButton);
-    EXPECT_EQ(trackPlaying(), 2);
-    EXPECT_TRUE(isPlaying());
-    EXPECT_FLOAT_EQ(player().player()->volume(), 0.5F);
+    moveTo(*views().volumeSlider, 0.5F);
+    moveTo(*views().progressSlider, 0);
+    EXPECT_EQ(alertCount(), 0);
+    tapButton("Next");
+    EXPECT_EQ(state(), "2 plays at 0 s, Pause");
+    EXPECT_EQ(volumes(), "50, 50");
 }
 
 TEST_F(OvoAudioPlayerControllerTest, LabelsAndSliderFollowTheTrackAHundredTimesASecond) {
@@ -242,13 +189,11 @@ TEST_F(OvoAudioPlayerControllerTest, LabelsAndSliderFollowTheTrackAHundredTimesA
     open(2);
     showOverlay();
     advance(75 - 0.5 + 0.02);
-    EXPECT_EQ(times(), "1:15 -2:05");
+    EXPECT_EQ(texts(), "0.mp3, ,  | 1:15 -2:05 | 1 of 2");
     EXPECT_NEAR(views().progressSlider->value(), 75, 0.03);
     EXPECT_EQ(views().progressSlider->maximumValue(), 200.0F);
-    EXPECT_EQ(views().indexLabel->text(), "1 of 2");
-    views().progressSlider->setValue(150.5F);
-    views().progressSlider->sendActionsForControlEvents(UIControlEventValueChanged);
-    EXPECT_EQ(times(), "2:30 -0:50");
+    moveTo(*views().progressSlider, 150.5F);
+    EXPECT_EQ(texts(), "0.mp3, ,  | 2:30 -0:50 | 1 of 2");
     EXPECT_FLOAT_EQ(static_cast<float>(player().player()->currentTime()), 150.5F);
 }
 
@@ -316,7 +261,7 @@ TEST_F(OvoAudioPlayerControllerTest, TenThousandTracksOpenWithoutReadingThem) {
               20);
     EXPECT_EQ(views().songTableView->numberOfRowsInSection(0), 10000);
     EXPECT_FALSE(player().canGoToNextTrack());
-    tap(*views().previousButton);
+    tapButton("Previous");
     EXPECT_EQ(trackPlaying(), 9998);
 }
 

@@ -6,12 +6,21 @@
 namespace vistrel {
 namespace {
 
-using State = host::NowPlaying::State;
-
 class OvoAudioPlayerRemoteTest : public PlayerTest {
 protected:
     const host::NowPlaying& told() { return mediaControls().nowPlaying(); }
     host::MediaControlsClient& keys() { return *mediaControls().client(); }
+    /// What the desktop shows: "0 playing, next"; the screen agrees with it.
+    std::string shown() {
+        EXPECT_EQ(told().state == host::NowPlaying::State::Playing, isPlaying());
+        EXPECT_EQ(told().track, player().selectedIndex());
+        const char* const states[] = {"stopped", "paused", "playing"};
+        return std::to_string(told().track) + " " + states[static_cast<int>(told().state)] +
+               (told().canGoPrevious ? ", previous" : "") + (told().canGoNext ? ", next" : "");
+    }
+    void expectShown(const std::vector<Step>& steps) {
+        expectSteps(steps, [this] { return shown(); });
+    }
 };
 
 TEST_F(OvoAudioPlayerRemoteTest, TheDesktopIsToldWhatPlaysWhileTheScreenIsShown) {
@@ -20,51 +29,35 @@ TEST_F(OvoAudioPlayerRemoteTest, TheDesktopIsToldWhatPlaysWhileTheScreenIsShown)
     EXPECT_EQ(mediaControls().client(), nullptr);
     present();
     ASSERT_NE(mediaControls().client(), nullptr);
-    EXPECT_EQ(told().title + ", " + told().artist + ", " + told().album,
-              "Title 1, Artist 1, Album 1");
-    EXPECT_EQ(told().track, 1U);
+    EXPECT_EQ(told().title + ", " + told().artist + ", " + told().album, texts());
+    EXPECT_EQ(shown(), "1 playing, previous, next");
     EXPECT_EQ(told().duration, 200);
-    EXPECT_EQ(told().state, State::Playing);
-    EXPECT_TRUE(told().canGoNext && told().canGoPrevious);
     close();
     EXPECT_EQ(mediaControls().client(), nullptr);
 }
 
 TEST_F(OvoAudioPlayerRemoteTest, KeysDoWhatTheButtonsWould) {
     open(3);
-    keys().mediaPlay();
-    EXPECT_EQ(told().state, State::Playing) << "it plays already";
-    advance(1);
-    keys().mediaPause();
-    keys().mediaPause();
-    EXPECT_EQ(told().state, State::Paused);
-    EXPECT_EQ(views().playButton->superview(), player().view().get());
-    keys().mediaPrevious();
-    EXPECT_EQ(player().selectedIndex(), 0U);
-    keys().mediaNext();
-    keys().mediaNext();
-    EXPECT_EQ(trackPlaying(), 2);
-    EXPECT_FALSE(told().canGoNext);
-    keys().mediaNext();
-    EXPECT_EQ(player().selectedIndex(), 2U) << "the button is disabled here";
-    player().toggleRepeat();
-    EXPECT_TRUE(told().canGoNext);
-    keys().mediaNext();
-    EXPECT_EQ(trackPlaying(), 0);
-    EXPECT_EQ(told().track, 0U);
+    expectShown({{"wait 1; media play", "0 playing, next"},
+                 {"media pause", "0 paused, next"},
+                 {"media pause", "0 paused, next"},
+                 {"media previous", "0 paused, next"},
+                 {"media next", "1 playing, previous, next"},
+                 {"media next", "2 playing, previous"},
+                 {"media next", "2 playing, previous"},
+                 {"button Cover; wait 0.5; button Repeat", "2 playing, previous, next"},
+                 {"media next", "0 playing, next"}});
 }
 
 TEST_F(OvoAudioPlayerRemoteTest, SeekingUpdatesTheScreenAndIsReportedBack) {
     open(1);
     showOverlay();
     keys().mediaSeek(30.25);
-    EXPECT_EQ(times(), "0:30 -0:30");
+    EXPECT_EQ(texts(), "0.mp3, ,  | 0:30 -0:30 | 1 of 1");
     EXPECT_DOUBLE_EQ(keys().mediaPosition(), 30.25);
-    views().progressSlider->setValue(10);
-    views().progressSlider->sendActionsForControlEvents(UIControlEventValueChanged);
+    moveTo(*views().progressSlider, 10);
     EXPECT_THAT(mediaControls().jumps(), ElementsAre(30.25, 10));
-    keys().mediaStop();
-    EXPECT_EQ(told().state, State::Stopped);
+    expectShown({{"media stop", "0 stopped"}});
     EXPECT_EQ(keys().mediaPosition(), 0);
 }
 
@@ -72,12 +65,10 @@ TEST_F(OvoAudioPlayerRemoteTest, JumpsOfALoopedTrackAndTheEndOfTheQueueAreReport
     open(1);
     player().toggleRepeat();
     player().toggleRepeat();
-    advance(20);
-    keys().mediaNext();
+    act("wait 20; media next");
     EXPECT_THAT(mediaControls().jumps(), ElementsAre(0));
-    advance(61);
+    expectShown({{"wait 61", "0 stopped, next"}});
     EXPECT_THAT(mediaControls().jumps(), ElementsAre(0, 0));
-    EXPECT_EQ(told().state, State::Stopped);
 }
 
 TEST_F(OvoAudioPlayerRemoteTest, ModesAndVolumeGoBothWays) {
@@ -95,8 +86,7 @@ TEST_F(OvoAudioPlayerRemoteTest, ModesAndVolumeGoBothWays) {
     player().toggleShuffle();
     EXPECT_FALSE(told().shuffle);
     keys().mediaSetVolume(0.25F);
-    EXPECT_EQ(views().volumeSlider->value(), 0.25F);
-    EXPECT_EQ(player().player()->volume(), 0.25F);
+    EXPECT_EQ(volumes(), "25, 25");
     EXPECT_EQ(told().volume, 0.25F);
     EXPECT_EQ(NSUserDefaults::standardUserDefaults().floatForKey(kPlayerVolumeKey), 0.25F);
 }
@@ -105,12 +95,8 @@ TEST_F(OvoAudioPlayerRemoteTest, WithoutAPlayerKeysDoNothing) {
     media().at(trackURL(0).absoluteString()).failure = "gone";
     open(1);
     EXPECT_FALSE(told().canPlay);
-    EXPECT_EQ(told().state, State::Stopped);
-    keys().mediaPlay();
-    keys().mediaPause();
-    keys().mediaStop();
     keys().mediaSeek(3);
-    keys().mediaNext();
+    expectShown({{"media play; media pause; media stop; media next", "0 stopped"}});
     EXPECT_EQ(keys().mediaPosition(), 0);
     EXPECT_FALSE(player().player());
 }
@@ -118,7 +104,7 @@ TEST_F(OvoAudioPlayerRemoteTest, WithoutAPlayerKeysDoNothing) {
 TEST_F(OvoAudioPlayerRemoteTest, ADesktopWithoutControlsChangesNothing) {
     deterministicHost().host.mediaControls = nullptr;
     open(2);
-    tap(*views().nextButton);
+    tapButton("Next");
     EXPECT_EQ(trackPlaying(), 1);
     close();
 }

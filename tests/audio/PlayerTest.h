@@ -70,15 +70,42 @@ protected:
         return playing ? std::stoi(NSURL::URLWithString(playing->url())->lastPathComponent()) : -1;
     }
     bool isPlaying() { return player_->player() && player_->player()->isPlaying(); }
-    /// The time labels' texts, "1:15 -2:05".
-    std::string times() { return views().currentTime->text() + " " + views().duration->text(); }
-    using ScreenTest::tap;
-    static void tap(UIControl& control) {
-        if (control.isEnabled())
-            control.sendActionsForControlEvents(UIControlEventTouchUpInside);
+    /// What is heard and which button is there: "1 plays at 30 s, Pause", "1 rests at 0 s, Play",
+    /// "silence, Play". The screen's timer runs while something plays.
+    std::string state() {
+        std::string text = "silence";
+        if (player_->player())
+            text = std::to_string(trackPlaying()) + (isPlaying() ? " plays" : " rests") + " at " +
+                   std::to_string(std::lround(player_->player()->currentTime())) + " s";
+        EXPECT_EQ(media().players().size(), player_->player() ? 1U : 0U);
+        EXPECT_EQ(player_->updateTimer() != nullptr, isPlaying());
+        for (const auto& button : {views().playButton, views().pauseButton})
+            if (button->superview() == player_->view().get())
+                text += ", " + button->accessibilityElement().label;
+        return text;
+    }
+    /// What the slider shows and the player has, in hundredths: "30, 100".
+    std::string volumes() {
+        return std::to_string(std::lround(views().volumeSlider->value() * 100)) + ", " +
+               std::to_string(std::lround(player_->player()->volume() * 100));
+    }
+    /// The labels: "Title 1, Artist 1, Album 1 | 1:15 -2:05 | 2 of 3", from the second bar on once
+    /// the overlay has been shown.
+    std::string texts() {
+        const auto& v = views();
+        std::string text =
+            v.titleLabel->text() + ", " + v.artistLabel->text() + ", " + v.albumLabel->text();
+        if (v.overlayView)
+            text += " | " + v.currentTime->text() + " " + v.duration->text() + " | " +
+                    v.indexLabel->text();
+        return text;
+    }
+    static void moveTo(UISlider& slider, float value) {
+        slider.setValue(value);
+        slider.sendActionsForControlEvents(UIControlEventValueChanged);
     }
     void showOverlay() {
-        tap(*views().artworkView);
+        tapButton("Cover");
         advance(0.5);
     }
 

@@ -198,6 +198,8 @@ void ScreenTest::perform(const std::string& verb, std::istream& words) {
         tapButton(restOf(words));
     else if (verb == "type")
         type(restOf(words));
+    else if (verb == "media")
+        mediaControls().press(restOf(words));
     else if (verb == "wait")
         advance(read<double>(words));
     else if (verb == "show")

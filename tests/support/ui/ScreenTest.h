@@ -70,8 +70,8 @@ protected:
 
     /// Inputs, separated by ";": "tap 10,20", "down 10,20", "move 10,20", "up 10,20",
     /// "second 10,20" (the mouse's other button), "drag 10,20 10,90 0.1" (seconds), "wheel 10,20
-    /// 50", "button Delete", "key Escape", "key Down 3" (times), "shift Left", "type text", "wait
-    /// 0.5", and "show 0.5" (composing the frames of that time).
+    /// 50", "button Delete", "key Escape", "key Down 3" (times), "shift Left", "type text", "media
+    /// pause", "wait 0.5", and "show 0.5" (composing the frames of that time).
     void act(const std::string& inputs);
     struct Step {
         std::string inputs;
