@@ -17,6 +17,8 @@ namespace {
 constexpr const char* kAddress = "http://site.example/film.mp4";
 constexpr const char* kPath = "/var/mobile/Library/Downloads/film.mp4";
 
+using Files = std::map<std::string, std::string>;
+
 class FileDownloadTest : public support::ScreenTest {
 protected:
     FileDownloadTest() { files().putFolder("/var/mobile/Library/Downloads"); }
@@ -33,25 +35,15 @@ protected:
         advance(seconds);
         return screen;
     }
-    void setManners(bool careful) {
-        deterministicHost().settings["manners/careful"] = careful ? "yes" : "no";
-    }
     support::ScriptedAnswer& answer() { return network().at(kAddress).type("video/mp4"); }
-    std::map<std::string, std::string> filesInFolder() {
-        std::map<std::string, std::string> found;
-        const auto names = files().list(kDownloadsFolder);
-        for (const std::string& name : names.value())
-            found[name] = *files().contents(kDownloadsFolder + name);
-        return found;
-    }
+    Files folder() { return files().contentsOfFolder(kDownloadsFolder); }
     /// As before the first download.
     void startAgain() {
         while (alertCount() > 0)
             tapAlertButton("OK");
-        navigation().popViewControllerAnimated(false);
-        settle();
+        back();
         files().clearFaults();
-        for (const auto& [name, contents] : filesInFolder())
+        for (const auto& [name, contents] : folder())
             EXPECT_TRUE(files().remove(kDownloadsFolder + name));
     }
     std::string buttonTitle(const FileDownloadViewController& screen) {
@@ -73,10 +65,10 @@ TEST_F(FileDownloadTest, ADownloadEndsWithTheWholeFileAFullBarAndOneAlert) {
     EXPECT_EQ(screen->progressLabel()->text(), "Received 2.00MB of 2.00MB");
     EXPECT_EQ(screen->percentComplete(), 100.0F);
     EXPECT_EQ(buttonTitle(*screen), "Done!");
-    EXPECT_THAT(display().announcements, testing::ElementsAre("50%", "75%"));
+    EXPECT_THAT(display().announcements, ElementsAre("50%", "75%"));
     EXPECT_EQ(alertCount(), 1);
-    EXPECT_EQ(alertTitle(), "Download Succeeded");
-    EXPECT_EQ(alertMessage(), "The file has been saved as /var/mobile/Library/Downloads/film.mp4");
+    EXPECT_EQ(alert(), "Download Succeeded | The file has been saved as "
+                       "/var/mobile/Library/Downloads/film.mp4");
     EXPECT_EQ(files().contents(kPath)->size(), 2'097'152U);
     EXPECT_EQ(files().openStreams(), 0);
     EXPECT_EQ(logLines().back(), "Created File");
@@ -122,12 +114,11 @@ TEST_F(FileDownloadTest, ProgressIsReckonedInSinglePrecision) {
 struct Ending {
     const char* alert; ///< its title; empty for none
     const char* button;
-    std::map<std::string, std::string> files; ///< names and contents in the downloads folder
+    Files files; ///< names and contents in the downloads folder
 };
 
 TEST_F(FileDownloadTest, BothMannersEndEachDownloadTheirOwnWay) {
     using Script = std::function<void(support::ScriptedAnswer&)>;
-    using Files = std::map<std::string, std::string>;
     const auto failed = [](const Files& files) {
         return Ending{"Failed to Download File", "Failed", files};
     };
@@ -206,7 +197,7 @@ TEST_F(FileDownloadTest, BothMannersEndEachDownloadTheirOwnWay) {
                 EXPECT_EQ(screen->progressLabel()->text(), "Failed: " + alertMessage());
                 EXPECT_EQ(screen->downloadButton()->isEnabled(), careful);
             }
-            EXPECT_EQ(filesInFolder(), ending.files);
+            EXPECT_EQ(folder(), ending.files);
             EXPECT_EQ(files().openStreams(), 0);
             EXPECT_EQ(network().runningTransfers(), 0);
             startAgain();
@@ -283,8 +274,7 @@ TEST_F(FileDownloadTest, TwoRunningDownloadsOfOneNameKeepTheirBytesApart) {
     const auto first = download(6);
     answer().body("second");
     const auto second = download(20);
-    EXPECT_EQ(filesInFolder(), (std::map<std::string, std::string>{{"film.mp4", "first"},
-                                                                   {"film 2.mp4", "second"}}));
+    EXPECT_EQ(folder(), (Files{{"film.mp4", "first"}, {"film 2.mp4", "second"}}));
     EXPECT_EQ(alertCount(), 2);
 }
 

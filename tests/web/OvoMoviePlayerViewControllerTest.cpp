@@ -2,7 +2,6 @@
 
 #include "platform/foundation/NSUserDefaults.h"
 #include "platform/media/MPMoviePlayerController.h"
-#include "platform/uikit/UIApplication.h"
 #include "tests/support/ui/ScreenTest.h"
 #include "web/MoviePositions.h"
 
@@ -19,19 +18,14 @@ protected:
     }
     std::shared_ptr<OvoMoviePlayerViewController> present(const std::string& address = kAddress) {
         auto screen = OvoMoviePlayerViewController::withURL(*NSURL::URLWithString(address));
-        navigation().topViewController()->presentModalViewController(screen, true);
+        top()->presentModalViewController(screen, true);
         screen->readyPlayer();
         return screen;
     }
-    bool isPresented() {
-        return navigation().topViewController()->modalViewController() != nullptr ||
-               navigation().modalViewController() != nullptr;
-    }
     void expectPortraitWithStatusBar() {
-        EXPECT_FALSE(UIApplication::sharedApplication().isStatusBarHidden());
-        EXPECT_EQ(UIApplication::sharedApplication().statusBarOrientation(),
-                  UIInterfaceOrientation::Portrait);
-        EXPECT_FALSE(isPresented());
+        EXPECT_FALSE(application().isStatusBarHidden());
+        EXPECT_EQ(application().statusBarOrientation(), UIInterfaceOrientation::Portrait);
+        EXPECT_FALSE(top()->modalViewController() || presented());
     }
     support::SilentPlayback& player() { return *media().player(); }
 };
@@ -44,8 +38,7 @@ TEST_F(MoviePlayerTest, TheFirstKnownLoadStateStartsThePlayerInLandscape) {
     EXPECT_EQ(screen->view()->bounds(), CGRectMake(0, 0, 480, 320));
     EXPECT_EQ(screen->view()->center(), (CGPoint{160, 240}));
     EXPECT_NEAR(screen->view()->transform().b, 1, 1e-6) << "a quarter turn";
-    EXPECT_EQ(UIApplication::sharedApplication().statusBarOrientation(),
-              UIInterfaceOrientation::LandscapeRight);
+    EXPECT_EQ(application().statusBarOrientation(), UIInterfaceOrientation::LandscapeRight);
 
     player().becomeReady();
     turn();
@@ -91,8 +84,8 @@ TEST_F(MoviePlayerTest, EveryEndComesBackToPortraitAndOnlyAnErrorIsSaid) {
         EXPECT_TRUE(watch.expired());
         EXPECT_EQ(media().player(), nullptr);
         if (end == End::Error || end == End::ErrorWhileItSlidesIn) {
-            EXPECT_EQ(alertTitle(), "Failed to Play");
-            EXPECT_EQ(alertMessage(), "Unable to play video. Please try downloading it instead");
+            EXPECT_EQ(alert(), "Failed to Play | Unable to play video. Please try downloading it "
+                               "instead");
             EXPECT_TRUE(tapAlertButton("OK"));
         }
         EXPECT_EQ(alertCount(), 0);
@@ -103,18 +96,18 @@ TEST_F(MoviePlayerTest, CarefulMannersPlayAFileOnWhereItWasLeft) {
     const std::string film = "file:///var/mobile/Library/Downloads/film.mp4";
     const struct {
         const char* why;
-        const char* careful;
+        bool careful;
         std::string address;
         double left; ///< of sixty seconds
         double next;
     } cases[] = {
-        {"the phone's way", "no", film, 30, 0},       {"in its midst", "yes", film, 30, 30},
-        {"almost over", "yes", film, 58, 0},          {"hardly begun", "yes", film, 5, 0},
-        {"over the network", "yes", kAddress, 30, 0},
+        {"the phone's way", false, film, 30, 0},     {"in its midst", true, film, 30, 30},
+        {"almost over", true, film, 58, 0},          {"hardly begun", true, film, 5, 0},
+        {"over the network", true, kAddress, 30, 0},
     };
     for (const auto& each : cases) {
         SCOPED_TRACE(each.why);
-        deterministicHost().settings["manners/careful"] = each.careful;
+        setManners(each.careful);
         const auto first = present(each.address);
         settle();
         ASSERT_TRUE(player().isPlaying());

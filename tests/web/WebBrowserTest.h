@@ -1,7 +1,4 @@
 #pragma once
-#include "platform/uikit/UIApplication.h"
-#include "platform/uikit/UIEventDispatcher.h"
-#include "platform/uikit/UIKey.h"
 #include "tests/support/ui/ScreenTest.h"
 #include "web/FileDownloadViewController.h"
 #include "web/WebBrowserViewController.h"
@@ -35,13 +32,17 @@ protected:
     support::ScriptedAnswer& site(const std::string& path) {
         return network().at("http://site.example" + path).type("video/mp4").body("x");
     }
-    void setManners(bool careful) {
-        deterministicHost().settings["manners/careful"] = careful ? "yes" : "no";
-    }
     support::ScriptedWebPage& page() { return *webEngine().page(); }
-    std::shared_ptr<FileDownloadViewController> downloadOnTop() {
-        return std::dynamic_pointer_cast<FileDownloadViewController>(
-            navigation().topViewController());
+    /// Address of the download screen on top; empty when another screen is there.
+    std::string downloadOnTop() {
+        const auto screen = top<FileDownloadViewController>();
+        return screen ? screen->downloadRequest().URL()->absoluteString() : "";
+    }
+    /// Touches a link to a path of the site; whether the engine may load it.
+    bool follow(const std::string& path, double seconds = 1) {
+        const bool loads = page().clickLink("http://site.example" + path);
+        advance(seconds);
+        return loads;
     }
     /// A navigation of the page, as after a script or a redirect.
     bool navigate(const std::string& url) {
@@ -52,9 +53,6 @@ protected:
                  const std::string& method = "GET") {
         return page().respond({url, type, 200, {}, true, method});
     }
-    void sendKey(const std::string& text) { send({UIKeyCode::Character, text}); }
-    void sendKey(UIKeyCode code) { send({code, {}}); }
-    static void send(const UIKey& key) { UIApplication::sharedApplication().events().sendKey(key); }
     std::size_t screens() { return navigation().viewControllers().size(); }
     int countOfRequests(const std::string& url) {
         const auto urls = network().requestedURLs();

@@ -1,6 +1,7 @@
 #include "platform/foundation/NSURLCredentialStorage.h"
 #include "platform/uikit/UIAlertView.h"
 #include "platform/uikit/UIBarButtonItem.h"
+#include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UINavigationItem.h"
 #include "platform/uikit/UITextField.h"
 #include "platform/uikit/UIToolbar.h"
@@ -23,7 +24,6 @@ TEST_F(WebBrowserTest, AFormIsSentAgainOnlyWhenTheUserAgrees) {
     EXPECT_FALSE(resend());
     EXPECT_EQ(alertTitle(), "Send Again?");
     ASSERT_TRUE(tapAlertButton("Cancel"));
-    settle();
     EXPECT_EQ(countOfCalls("reload"), 1);
     EXPECT_FALSE(resend());
     ASSERT_TRUE(tapAlertButton("Send"));
@@ -42,18 +42,11 @@ TEST_F(WebBrowserTest, OneLoginServesThePageAndWhatComesAfterItAtThatOriginOnly)
     page().challenge({"http://other.example", "Members", true});
     ASSERT_EQ(alertCount(), 2);
     ASSERT_TRUE(tapAlertButton("Cancel"));
-    settle();
     EXPECT_EQ(alertTitle(), "Log In");
     const auto alert = UIAlertView::visibleAlerts().back();
-    for (const char letter : std::string("Ann"))
-        sendKey(std::string(1, letter));
-    sendKey(UIKeyCode::Enter);
-    for (const char* letter : {"\u00fc", "x", "y"})
-        sendKey(letter);
-    sendKey(UIKeyCode::Backspace);
+    act("type Ann; key Enter; type \u00fc; type x; type y; key Backspace");
     EXPECT_EQ(alert->textFieldAtIndex(1)->accessibilityElement().value, "\u2022\u2022");
-    sendKey(UIKeyCode::Enter);
-    settle();
+    act("key Enter; wait 1");
     EXPECT_EQ(alertCount(), 0);
     EXPECT_THAT(page().credentials(), ElementsAre("none", "Ann:\u00fcx", "Ann:\u00fcx"));
 
@@ -63,8 +56,8 @@ TEST_F(WebBrowserTest, OneLoginServesThePageAndWhatComesAfterItAtThatOriginOnly)
     navigate("http://other.example/b");
     navigate("http://site.example/a.mp4");
     advance(1);
-    ASSERT_TRUE(downloadOnTop());
-    downloadOnTop()->download();
+    ASSERT_TRUE(top<FileDownloadViewController>());
+    tapButton("Download");
     advance(1);
     for (const auto& request : network().requests())
         EXPECT_EQ(support::ScriptedNetwork::header(request, "Authorization").empty(),
@@ -108,18 +101,21 @@ TEST_F(WebBrowserTest, PagesThatCannotBeShownSaySoInTheirPlace) {
 TEST_F(WebBrowserTest, RefreshAndStopChangePlacesAndTheSpinnerComesAndGoes) {
     network().at(kStart).type("text/html").body("<p>").after(0.5);
     const auto browser = open(kStart);
-    const auto refresh = itemWithTag(*browser->toolbar(), 3);
+    const auto item = [&] {
+        return itemWithTag(*browser->toolbar(), 3);
+    };
+    const auto refresh = item();
     EXPECT_EQ(refresh->systemItem(), UIBarButtonSystemItem::Refresh);
     advance(1);
     ASSERT_TRUE(page().isLoading());
-    EXPECT_EQ(itemWithTag(*browser->toolbar(), 3)->systemItem(), UIBarButtonSystemItem::Stop);
+    EXPECT_EQ(item()->systemItem(), UIBarButtonSystemItem::Stop);
     ASSERT_TRUE(browser->navigationItem().rightBarButtonItem());
 
-    UIApplication::sharedApplication().setNetworkActivityIndicatorVisible(true);
+    application().setNetworkActivityIndicatorVisible(true);
     page().failLoad({1, "The page is gone", kStart});
-    EXPECT_EQ(itemWithTag(*browser->toolbar(), 3), refresh);
+    EXPECT_EQ(item(), refresh);
     EXPECT_FALSE(browser->navigationItem().rightBarButtonItem());
-    EXPECT_FALSE(UIApplication::sharedApplication().isNetworkActivityIndicatorVisible());
+    EXPECT_FALSE(application().isNetworkActivityIndicatorVisible());
     EXPECT_EQ(logLines().back(), "The page is gone");
     EXPECT_EQ(alertCount(), 0);
 }
@@ -128,29 +124,29 @@ TEST_F(WebBrowserTest, AForeignRightItemIsLeftAlone) {
     const auto browser = openPage();
     const auto other = UIBarButtonItem::withTitle("Mine", UIBarButtonItemStyle::Plain, {});
     browser->navigationItem().setRightBarButtonItem(other);
-    page().clickLink("http://site.example/next");
+    follow("/next");
     page().finishLoad();
     EXPECT_EQ(browser->navigationItem().rightBarButtonItem(), other);
-    advance(1);
 }
 
 TEST_F(WebBrowserTest, ShortcutsZoomReloadAndAskForAnAddress) {
     const auto browser = openPage();
-    const auto control = [](const char* text) {
-        send({UIKeyCode::Character, text, false, true});
+    const std::pair<const char*, double> zooms[] = {
+        {"+", 1.2}, {"=", 1.44}, {"-", 1.2}, {"0", 1}, {"-", 1 / 1.2}};
+    const auto send = [this](const UIKey& key) {
+        application().events().sendKey(key);
     };
-    const struct {
-        const char* key;
-        double zoom;
-    } kZooms[] = {{"+", 1.2}, {"=", 1.44}, {"-", 1.2}, {"0", 1}, {"-", 1 / 1.2}};
-    for (const auto& step : kZooms) {
-        control(step.key);
-        EXPECT_NEAR(page().zoom(), step.zoom, 1e-9) << step.key;
+    const auto control = [&](const char* text) {
+        send({.code = UIKeyCode::Character, .text = text, .control = true});
+    };
+    for (const auto& [key, zoom] : zooms) {
+        control(key);
+        EXPECT_NEAR(page().zoom(), zoom, 1e-9) << key;
     }
     for (int i = 0; i < 20; ++i)
         control("+");
     EXPECT_EQ(page().zoom(), 3);
-    send({UIKeyCode::F5, {}});
+    press(UIKeyCode::F5);
     EXPECT_EQ(countOfCalls("reload"), 1);
     for (const auto& [typed, opened] :
          {std::pair{"other.example/a", "load http://other.example/a"},
@@ -158,30 +154,30 @@ TEST_F(WebBrowserTest, ShortcutsZoomReloadAndAskForAnAddress) {
         control("l");
         settle();
         EXPECT_EQ(alertTitle(), "Go to Address");
-        sendKey(std::string(typed));
-        sendKey(UIKeyCode::Enter);
-        settle();
+        type(typed);
+        act("key Enter; wait 1");
         EXPECT_EQ(page().calls().back(), opened);
     }
-    send({UIKeyCode::Left, {}, false, false, true});
+    send({.code = UIKeyCode::Left, .text = {}, .alt = true});
     EXPECT_EQ(countOfCalls("goBack"), 1);
 }
 
 TEST_F(WebBrowserTest, BackAndForwardFollowTheHistory) {
     const auto browser = openPage();
-    const auto enabled = [&](int tag) {
-        return itemWithTag(*browser->toolbar(), tag)->isEnabled();
+    const auto enabled = [&] {
+        const auto item = [&](int tag) {
+            return itemWithTag(*browser->toolbar(), tag);
+        };
+        return std::pair(item(2)->isEnabled(), item(1)->isEnabled());
     };
-    EXPECT_FALSE(enabled(2));
-    EXPECT_FALSE(enabled(1));
-    page().clickLink("http://site.example/next");
+    EXPECT_EQ(enabled(), std::pair(false, false));
+    follow("/next");
     page().finishLoad();
-    EXPECT_TRUE(enabled(2));
+    EXPECT_EQ(enabled(), std::pair(true, false));
     browser->backAction();
     turn();
     page().finishLoad();
-    EXPECT_FALSE(enabled(2));
-    EXPECT_TRUE(enabled(1));
+    EXPECT_EQ(enabled(), std::pair(false, true));
 }
 
 TEST_F(WebBrowserTest, PageAndToolbarShareTheSpaceUnderTheBar) {
