@@ -8,10 +8,7 @@ namespace vistrel {
 namespace {
 
 TEST_F(BannerTest, AnAdIsBuiltFetchedShownAndCountedOnce) {
-    network()
-        .at(kAdURL)
-        .body("<p>Ad</p>")
-        .header("X-Afma-Tracking-Urls", "http://track.example/a  http://track.example/b");
+    adWith("X-Afma-Tracking-Urls", "http://track.example/a  http://track.example/b");
     load();
     EXPECT_THAT(page().loadedHTML(), HasSubstr("function AFMA_buildAdURL() {}"));
     EXPECT_THAT(page().loadedHTML(), HasSubstr("\"slotname\":\"unit\""));
@@ -58,7 +55,7 @@ TEST_P(FailureTest, IsLoggedOnceAndRefreshedOnlyAfterTheAdWasAskedFor) {
     EXPECT_LE(logLines().size(), 1U);
     EXPECT_TRUE(banner().webView()->isHidden());
     advance(31);
-    EXPECT_EQ(GADStatistics::sharedStatistics().adRequestCount(), row.refreshes ? 2 : 1);
+    EXPECT_EQ(adRequests(), row.refreshes ? 2 : 1);
 }
 
 constexpr const char* kAddress = "loadAdURL?url=http://ads.example/ad%3Fid%3D1";
@@ -108,10 +105,10 @@ TEST_F(BannerTest, TheScriptIsFetchedOnceADayAndThenRevalidated) {
 }
 
 TEST_F(BannerTest, RefreshesStopInTheBackgroundAndUnderFullScreenScreens) {
-    network().at(kAdURL).body("<p>Ad</p>").header("X-Afma-Refresh-Rate", "30");
+    adWith("X-Afma-Refresh-Rate", "30");
     const auto requestsAfter = [&](double seconds) {
         advance(seconds);
-        return GADStatistics::sharedStatistics().adRequestCount();
+        return adRequests();
     };
     auto& center = NSNotificationCenter::defaultCenter();
     show();
@@ -130,15 +127,12 @@ TEST_F(BannerTest, RefreshesStopInTheBackgroundAndUnderFullScreenScreens) {
 }
 
 TEST_F(BannerTest, NothingThatHangsEndsRefreshing) {
-    network().at(kAdURL).body("<p>Ad</p>").header("X-Afma-Refresh-Rate", "30");
-    const auto requests = [] {
-        return GADStatistics::sharedStatistics().adRequestCount();
-    };
+    adWith("X-Afma-Refresh-Rate", "30");
     load();
     answerScript(); // the page does not load
     advance(30);
     EXPECT_EQ(takeEvents(), "failed 2");
-    EXPECT_EQ(requests(), 2);
+    EXPECT_EQ(adRequests(), 2);
     answerScript();
     page().finishLoad();
     advance(28.5);
@@ -146,7 +140,7 @@ TEST_F(BannerTest, NothingThatHangsEndsRefreshing) {
     go("gmsg://ads/unableToServe");
     EXPECT_EQ(takeEvents(), "received, failed 0");
     advance(30);
-    EXPECT_EQ(requests(), 4);
+    EXPECT_EQ(adRequests(), 4);
 }
 
 TEST_F(BannerTest, TheAdBeforeDoesNotDisturbTheNext) {
@@ -184,10 +178,7 @@ TEST_F(BannerTest, TheDelegateMayDestroyTheBannerInACallback) {
 class EnduranceTest : public BannerTest {
 protected:
     EnduranceTest() {
-        network()
-            .at(kAdURL)
-            .body("<p>Ad</p>")
-            .header("X-Afma-Tracking-Urls", "http://track.example/a http://silent.example/")
+        adWith("X-Afma-Tracking-Urls", "http://track.example/a http://silent.example/")
             .header("X-Afma-Click-Tracking-Urls", "http://click.example/a");
         network().at("http://track.example/a").body("ok");
         network().at("http://click.example/a").body("ok");
@@ -247,7 +238,7 @@ TEST_F(EnduranceTest, AdsAndTheirScreensLeaveNothingBehind) {
         ASSERT_EQ(loop().pendingWork(), pendingWork);
     }
     EXPECT_THAT(first, HasSubstr(" 0 transfers"));
-    EXPECT_EQ(GADStatistics::sharedStatistics().adRequestCount(), rounds);
+    EXPECT_EQ(adRequests(), rounds);
     EXPECT_EQ(requestsFor("http://click.example/a"), 2 * rounds);
 }
 

@@ -111,6 +111,11 @@ protected:
         page().finishLoad();
         advance(0.1);
     }
+    /// The ad will have that field in its head.
+    support::ScriptedAnswer& adWith(const char* field, const char* value) {
+        return network().at(kAdURL).body("<p>Ad</p>").header(field, value);
+    }
+    static int adRequests() { return GADStatistics::sharedStatistics().adRequestCount(); }
     int requestsFor(const std::string& url) {
         return static_cast<int>(std::ranges::count(network().requestedURLs(), url));
     }

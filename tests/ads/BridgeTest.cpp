@@ -109,7 +109,7 @@ class ClickTest : public BridgeTest, public testing::WithParamInterface<Navigati
 
 TEST_P(ClickTest, NeedsATouchAndTimeToSeeTheAd) {
     const Navigation& row = GetParam();
-    network().at(kAdURL).body("<p>Ad</p>").header("X-Afma-Click-Tracking-Urls", row.header);
+    adWith("X-Afma-Click-Tracking-Urls", row.header);
     load();
     answerScript();
     page().finishLoad();
@@ -145,10 +145,7 @@ INSTANTIATE_TEST_SUITE_P(Bridge, ClickTest, testing::ValuesIn(kNavigations),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(BridgeTest, AClickWhileAScreenIsUpOpensNothing) {
-    network()
-        .at(kAdURL)
-        .body("<p>Ad</p>")
-        .header("X-Afma-Click-Tracking-Urls", "http://click.example/1");
+    adWith("X-Afma-Click-Tracking-Urls", "http://click.example/1");
     showAd();
     touchAd();
     support::ScriptedWebPage& ad = page();
