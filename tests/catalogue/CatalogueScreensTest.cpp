@@ -15,27 +15,12 @@ namespace {
 
 class CatalogueScreensTest : public support::ScreenTest {
 protected:
-    /// Puts the screen under a navigation bar, over a menu, as the application does.
-    template <typename Screen>
-    std::shared_ptr<Screen> show() {
-        auto screen = std::make_shared<Screen>();
-        push(screen);
-        return screen;
-    }
-    std::shared_ptr<WebBrowserViewController> browser() {
-        return std::dynamic_pointer_cast<WebBrowserViewController>(
-            navigation().topViewController());
-    }
     void selectRow(UITableView& table, int row) {
         table.scrollToRowAtIndexPath({0, row}, false);
         settle();
         const CGRect rect = table.rectForRowAtIndexPath({0, row});
         // On the screen, not in the cell: whatever covers the list is touched first.
         tap(table.convertPointToView({rect.midX(), rect.midY()}, nullptr));
-        settle();
-    }
-    void goBack() {
-        navigation().popViewControllerAnimated(true);
         settle();
     }
     struct Opening {
@@ -46,12 +31,13 @@ protected:
     void expectOpenings(UITableView& table, const std::vector<Opening>& openings) {
         for (const auto& [row, title, path] : openings) {
             selectRow(table, row);
-            ASSERT_NE(browser(), nullptr) << row;
-            EXPECT_EQ(browser()->navigationBarTitle(), title);
-            EXPECT_EQ(browser()->URL()->absoluteString(),
+            const auto browser = top<WebBrowserViewController>();
+            ASSERT_NE(browser, nullptr) << row;
+            EXPECT_EQ(browser->navigationBarTitle(), title);
+            EXPECT_EQ(browser->URL()->absoluteString(),
                       std::string("http://vistrel.example") + path);
             EXPECT_EQ(table.indexPathForSelectedRow(), (NSIndexPath{0, row}));
-            goBack();
+            back();
             EXPECT_EQ(table.indexPathForSelectedRow(), std::nullopt);
         }
     }
@@ -118,7 +104,7 @@ TEST_F(CatalogueScreensTest, ARowCanBeTappedAfterASlowDrag) {
     EXPECT_FALSE(screen->tableView()->isDecelerating() || screen->tableView()->isDragging());
     tap({160, 281});
     settle();
-    ASSERT_TRUE(browser());
+    EXPECT_TRUE(top<WebBrowserViewController>());
 }
 
 TEST_F(CatalogueScreensTest, TheMoviePagesAreTallCards) {
@@ -141,7 +127,7 @@ TEST_F(CatalogueScreensTest, TheMoviePagesAreTallCards) {
 TEST_F(CatalogueScreensTest, AScreenRebuildsItsViewAfterAMemoryWarning) {
     auto screen = show<MoviesViewController>();
     auto table = screen->tableView();
-    goBack();
+    back();
     screen->didReceiveMemoryWarning();
     EXPECT_EQ(table->dataSource(), nullptr);
     EXPECT_EQ(table->delegate(), nullptr);
