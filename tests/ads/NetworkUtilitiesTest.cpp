@@ -88,11 +88,8 @@ TEST(GADNetworkUtilities, AnEmptyUserAgentChangesNothing) {
 }
 
 TEST(GADNotification, ReadsBridgeAddresses) {
-    const struct {
-        std::string_view url;
-        std::optional<std::string_view> name; ///< nothing: no notification
-        Value::Dictionary parameters;
-    } cases[] = {
+    using Name = std::optional<std::string_view>; // nothing: no notification
+    const std::tuple<std::string_view, Name, Value::Dictionary> cases[] = {
         {"gmsg://mobileads/loadAdURL?url=http%3A%2F%2Fh%2F&type=grokruf",
          "loadAdURL",
          {{"url", "http://h/"}, {"type", "grokruf"}}},

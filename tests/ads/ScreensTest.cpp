@@ -221,14 +221,9 @@ TEST_F(AdScreensTest, AnInterstitialIsReadyOnceItsPageHasLoadedAndPingsTwice) {
 
 TEST_F(AdScreensTest, AStartUpInterstitialAlwaysRestoresTheWindow) {
     constexpr const char* kLoadAd = "gmsg://ads/loadAdURL?url=http://ads.example/ad%3Fid%3D1";
-    const struct {
-        const char* what;
-        float timeout;
-        const char* answer; ///< the script's; null: none
-        const char* html;
-        double restoredBy; ///< seconds until the window is the host's again; 0: when it is closed
-        std::string reports;
-    } cases[] = {
+    // The script's answer may be missing; the last two: seconds until the window is the host's
+    // again, 0 when the user closes the ad, and what is reported.
+    const std::tuple<const char*, float, const char*, const char*, double, std::string> cases[] = {
         {"in time", 5, kLoadAd, "<b>Ad</b>", 0, ""},
         {"no ad", 5, kLoadAd, "  \n", 0.5, "aoi_nofill"},
         {"refused", 5, "gmsg://ads/unableToServe", "", 0.5, ""},
@@ -236,27 +231,27 @@ TEST_F(AdScreensTest, AStartUpInterstitialAlwaysRestoresTheWindow) {
         {"zero", 0, nullptr, "", 0, ""},
     };
     (void)navigation(); // is in the window before the ad is
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.what);
-        network().at(kAdURL).body(row.html);
-        NSUserDefaults::standardUserDefaults().setFloatForKey(row.timeout, "applicationTimeout");
+    for (const auto& [what, timeout, answer, html, restoredBy, reported] : cases) {
+        SCOPED_TRACE(what);
+        network().at(kAdURL).body(html);
+        NSUserDefaults::standardUserDefaults().setFloatForKey(timeout, "applicationTimeout");
         const auto before = window().subviews();
         GADInterstitial::make()->loadAndDisplayRequestUsingWindowInitialImage(
             nullptr, std::static_pointer_cast<UIWindow>(window().shared_from_this()), nullptr);
-        if (row.timeout > 0) {
+        if (timeout > 0) {
             EXPECT_EQ(window().subviews().size(), 1U);
             EXPECT_TRUE(application().isStatusBarHidden());
         }
-        if (row.answer) {
+        if (answer) {
             ASSERT_TRUE(runUntil([this] { return webEngine().page() != nullptr; }, 1));
-            go(row.answer);
+            go(answer);
             advance(0.2);
             if (webEngine().page())
                 page().finishLoad();
         }
-        if (row.restoredBy > 0) {
-            advance(row.restoredBy);
-        } else if (row.timeout > 0) {
+        if (restoredBy > 0) {
+            advance(restoredBy);
+        } else if (timeout > 0) {
             settle();
             EXPECT_TRUE(tapClose("Close"));
         }
@@ -264,7 +259,7 @@ TEST_F(AdScreensTest, AStartUpInterstitialAlwaysRestoresTheWindow) {
         EXPECT_FALSE(application().isStatusBarHidden());
         const auto report = GADStatistics::sharedStatistics().parameters();
         for (const char* flag : {"aoi_nofill", "aoi_timedout"})
-            EXPECT_EQ(report.contains(flag), row.reports == flag);
+            EXPECT_EQ(report.contains(flag), reported == flag);
         advance(4);
     }
     EXPECT_THAT(logLines(), Contains("<GAD> Interstitial request timed out."));

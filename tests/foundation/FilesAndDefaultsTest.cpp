@@ -151,11 +151,9 @@ TEST_F(FilesTest, TranslationsFallBackToTheValueThenTheKey) {
 }
 
 TEST(UserLocaleTest, AMissingLocaleIsNamedAndTheOthersAreAdopted) {
-    const struct {
-        std::map<std::string, std::string> variables;
-        std::string missing;
-        std::string characters;
-    } cases[] = {
+    using Variables = std::map<std::string, std::string>;
+    const std::tuple<Variables, std::string, std::string> cases[] = {
+        // and the missing locale, and that of the characters
         {{{"LC_ALL", "C.UTF-8"}, {"LANG", "tlh_XX"}}, "", "C.UTF-8"},
         {{{"LANG", "C.UTF-8"}}, "", "C.UTF-8"},
         {{{"LC_ALL", "tlh_XX.UTF-8"}, {"LANG", "C.UTF-8"}}, "tlh_XX.UTF-8", "C"},
