@@ -1,13 +1,30 @@
 #pragma once
-#include "platform/linux/NativeReference.h"
-#include "tests/support/Testing.h"
-
-#include <gio/gio.h>
+#include "tests/linux/TestCertificate.h"
 
 #include <list>
+#include <mutex>
 #include <thread>
 
 namespace vistrel {
+
+/// A value that a server's threads and the test use.
+template <typename T>
+class Shared {
+public:
+    T get() {
+        const std::lock_guard lock(mutex_);
+        return value_;
+    }
+    template <typename Change>
+    void change(Change change) {
+        const std::lock_guard lock(mutex_);
+        change(value_);
+    }
+
+private:
+    std::mutex mutex_;
+    T value_{};
+};
 
 /// An accepted connection, used from its own thread. Everything fails once the client has gone or
 /// the listener ends.
@@ -32,10 +49,9 @@ public:
         while (readLine()) {
         }
     }
-    bool encrypt(const std::string& certificateFile, const std::string& keyFile) {
-        const auto certificate = NativeReference<GTlsCertificate>::adopt(
-            g_tls_certificate_new_from_files(certificateFile.c_str(), keyFile.c_str(), nullptr));
-        GIOStream* secure = g_tls_server_connection_new(stream_.get(), certificate.get(), nullptr);
+    bool encrypt(const TestCertificate& certificate) {
+        GIOStream* secure =
+            g_tls_server_connection_new(stream_.get(), certificate.get().get(), nullptr);
         use(NativeReference<GIOStream>::adopt(secure));
         return g_tls_connection_handshake(G_TLS_CONNECTION(secure), end_, nullptr) != FALSE;
     }

@@ -14,6 +14,8 @@
 #include "tests/linux/web/ProcessTree.h"
 #include "tests/linux/web/RealWindow.h"
 
+#include <csignal>
+
 namespace vistrel {
 namespace {
 
@@ -218,7 +220,8 @@ TEST_F(CommandTable, ThereIsAWayOutOfAPageThatHangsOrHasCrashed) {
             openOverAd(screen, path);
             turnFor(1.5);
             if (std::string(path) == "/plain")
-                killDescendantsNamed("WebKitWebProces");
+                for (const int process : descendantsNamed("WebKitWebProces"))
+                    ::kill(process, SIGKILL);
             turnFor(0.3);
             press(button);
             EXPECT_TRUE(turnUntil([&] { return !navigation_->modalViewController(); }, 3));

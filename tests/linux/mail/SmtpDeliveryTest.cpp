@@ -2,7 +2,6 @@
 
 #include "platform/linux/curl/CurlLoop.h"
 #include "tests/linux/MainLoop.h"
-#include "tests/linux/TestCertificate.h"
 #include "tests/linux/mail/SmtpTestServer.h"
 
 namespace vistrel {
@@ -146,15 +145,12 @@ TEST_F(SmtpDeliveryTest, AServerThatDoesNotSayGoodbyeDelaysNobody) {
 class EncryptedDelivery : public SmtpDeliveryTest {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(certificate_.isMade());
         account_.host = "localhost";
         account_.security = MailSecurity::StartTLS;
-        account_.certificateAuthorityFile = certificate_.certificateFile();
+        account_.certificateAuthorityFile = certificate_.file();
     }
     SmtpTestServer::Behaviour secureServer() const {
-        return {.extensions = {"STARTTLS", "AUTH PLAIN"},
-                .certificateFile = certificate_.certificateFile(),
-                .keyFile = certificate_.keyFile()};
+        return {.extensions = {"STARTTLS", "AUTH PLAIN"}, .certificate = &certificate_};
     }
     TestCertificate certificate_;
 };
@@ -192,7 +188,7 @@ TEST_F(EncryptedDelivery, AnUntrustedServerGetsNothing) {
         behaviour.extensions = each.extensions;
         behaviour.injected = each.injected;
         account_.host = each.host;
-        account_.certificateAuthorityFile = each.trusted ? certificate_.certificateFile() : "";
+        account_.certificateAuthorityFile = each.trusted ? certificate_.file() : "";
         EXPECT_NE(send(behaviour), "sent") << each.name;
         for (const std::string& command : commands_)
             EXPECT_TRUE(command.starts_with("EHLO") || command == "STARTTLS")

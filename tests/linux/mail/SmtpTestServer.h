@@ -1,8 +1,6 @@
 #pragma once
 #include "tests/linux/LoopbackListener.h"
 
-#include <mutex>
-
 namespace vistrel {
 
 /// A mail server on loopback that answers as a test says.
@@ -14,8 +12,8 @@ public:
         std::map<std::string, std::string> replies{};
         /// Hangs up after so many bytes of the message.
         std::optional<std::size_t> messageBytes{};
-        std::string certificateFile{}; ///< for STARTTLS, or from the start with `encrypted`
-        std::string keyFile{};
+        /// For STARTTLS, or from the start with `encrypted`; outlives the server.
+        const TestCertificate* certificate = nullptr;
         bool encrypted = false;
         /// After QUIT, says nothing and keeps the connection until the client closes it.
         bool staysOpen = false;
@@ -28,31 +26,20 @@ public:
 
     std::uint16_t port() const { return listener_.port(); }
     /// Commands as they came; those that came encrypted begin with "*".
-    std::vector<std::string> commands() {
-        const std::lock_guard lock(mutex_);
-        return commands_;
-    }
+    std::vector<std::string> commands() { return commands_.get(); }
     /// As it came, dots and all, without the final one.
-    std::string message() {
-        const std::lock_guard lock(mutex_);
-        return message_;
-    }
+    std::string message() { return message_.get(); }
 
 private:
     void converse(LoopbackConnection& connection) {
-        if ((behaviour_.encrypted && !encrypt(connection)) || !answer(connection, "greeting"))
+        if (behaviour_.encrypted && !connection.encrypt(*behaviour_.certificate))
             return;
-        while (const auto line = connection.readLine()) {
-            {
-                const std::lock_guard lock(mutex_);
-                commands_.push_back((connection.isEncrypted() ? "*" : "") + *line);
-            }
-            if (!answer(connection, *line))
-                return;
+        bool goesOn = answer(connection, "greeting");
+        while (const auto line = goesOn ? connection.readLine() : std::nullopt) {
+            const std::string mark = connection.isEncrypted() ? "*" : "";
+            commands_.change([&](auto& all) { all.push_back(mark + *line); });
+            goesOn = answer(connection, *line);
         }
-    }
-    bool encrypt(LoopbackConnection& connection) const {
-        return connection.encrypt(behaviour_.certificateFile, behaviour_.keyFile);
     }
     bool answer(LoopbackConnection& connection, const std::string& command) {
         auto replies = behaviour_.replies;
@@ -80,7 +67,7 @@ private:
         if (reply.front() > '3')
             return true;
         if (word == "STARTTLS")
-            return encrypt(connection);
+            return connection.encrypt(*behaviour_.certificate);
         if (word == "DATA")
             return readMessage(connection) && answer(connection, "message");
         return word != "QUIT";
@@ -89,8 +76,7 @@ private:
         std::string text;
         while (const auto line = connection.readLine()) {
             if (*line == ".") {
-                const std::lock_guard lock(mutex_);
-                message_ = text;
+                message_.change([&](auto& message) { message = text; });
                 return true;
             }
             text += *line + "\r\n";
@@ -101,9 +87,8 @@ private:
     }
 
     Behaviour behaviour_;
-    std::mutex mutex_;
-    std::vector<std::string> commands_;
-    std::string message_;
+    Shared<std::vector<std::string>> commands_;
+    Shared<std::string> message_;
     LoopbackListener listener_{[this](LoopbackConnection& connection) {
         converse(connection);
     }};

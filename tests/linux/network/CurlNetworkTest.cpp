@@ -2,7 +2,6 @@
 
 #include "platform/linux/loop/GLibEventLoop.h"
 #include "tests/linux/MainLoop.h"
-#include "tests/linux/TestCertificate.h"
 #include "tests/linux/network/LoopbackServer.h"
 #include "tests/linux/network/Packed.h"
 
@@ -255,10 +254,8 @@ TEST_F(CurlNetworkTest, AddressesThatCannotBeFetchedFailAtOnceAndAfterARedirect)
 
 TEST_F(CurlNetworkTest, ACertificateThatNobodyVouchesForIsReportedAsSuch) {
     const TestCertificate certificate;
-    ASSERT_TRUE(certificate.isMade());
-    const LoopbackListener server([&](LoopbackConnection& connection) {
-        (void)connection.encrypt(certificate.certificateFile(), certificate.keyFile());
-    });
+    const LoopbackListener server(
+        [&](LoopbackConnection& connection) { (void)connection.encrypt(certificate); });
     const auto request = get("https://localhost:" + std::to_string(server.port()) + "/");
     ASSERT_EQ(failureOf(request), Kind::Security);
     EXPECT_THAT(error().message, HasSubstr("certificate of this server is not valid"));

@@ -1,7 +1,7 @@
 #pragma once
 #include "tests/linux/LoopbackListener.h"
 
-#include <mutex>
+#include <atomic>
 
 namespace vistrel {
 
@@ -14,8 +14,7 @@ public:
         return "http://127.0.0.1:" + std::to_string(listener_.port()) + path;
     }
     void at(const std::string& path, Answer answer) {
-        const std::lock_guard lock(mutex_);
-        answers_.insert_or_assign(path, std::move(answer));
+        answers_.change([&](auto& all) { all[path] = std::move(answer); });
     }
     /// Keeps the connection for further requests, unless the path begins with "/last".
     void at(const std::string& path, std::string bytes) {
@@ -24,27 +23,15 @@ public:
         });
     }
     /// Heads of the requests so far.
-    std::vector<std::string> requests() {
-        const std::lock_guard lock(mutex_);
-        return requests_;
-    }
-    int connections() {
-        const std::lock_guard lock(mutex_);
-        return connections_;
-    }
+    std::vector<std::string> requests() { return requests_.get(); }
+    int connections() const { return connections_; }
     /// Whether the connection that asked for the path has ended.
-    bool isClosed(const std::string& path) {
-        const std::lock_guard lock(mutex_);
-        return closed_[path];
-    }
+    bool isClosed(const std::string& path) { return closed_.get().contains(path); }
 
 private:
     void serve(LoopbackConnection& connection) {
+        ++connections_;
         std::string path;
-        {
-            const std::lock_guard lock(mutex_);
-            ++connections_;
-        }
         while (const auto request = connection.readLine()) {
             std::string head = *request + "\r\n";
             for (auto line = connection.readLine(); line && !line->empty();
@@ -52,27 +39,21 @@ private:
                 head += *line + "\r\n";
             const auto start = request->find(' ') + 1;
             path = request->substr(start, request->rfind(' ') - start);
-            Answer answer;
-            {
-                const std::lock_guard lock(mutex_);
-                requests_.push_back(head);
-                answer = answers_[path];
-            }
+            requests_.change([&](auto& all) { all.push_back(head); });
+            const Answer answer = answers_.get()[path];
             if (answer)
                 answer(connection);
             if (!answer || path.starts_with("/last"))
                 break;
         }
         connection.close();
-        const std::lock_guard lock(mutex_);
-        closed_[path] = true;
+        closed_.change([&](auto& all) { all.insert(path); });
     }
 
-    std::mutex mutex_;
-    std::map<std::string, Answer> answers_;
-    std::vector<std::string> requests_;
-    std::map<std::string, bool> closed_;
-    int connections_ = 0;
+    Shared<std::map<std::string, Answer>> answers_;
+    Shared<std::vector<std::string>> requests_;
+    Shared<std::set<std::string>> closed_;
+    std::atomic<int> connections_ = 0;
     LoopbackListener listener_{[this](LoopbackConnection& connection) {
         serve(connection);
     }};

@@ -2,7 +2,6 @@
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Testing.h"
 
-#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <unistd.h>
@@ -33,12 +32,6 @@ inline std::vector<int> descendantsNamed(const std::string& name) {
             found.push_back(process);
     }
     return found;
-}
-
-/// Kills them, as the system does when memory runs out.
-inline void killDescendantsNamed(const std::string& name) {
-    for (const int process : descendantsNamed(name))
-        ::kill(process, SIGKILL);
 }
 
 inline int countOfEntries(const char* folder) {

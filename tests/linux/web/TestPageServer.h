@@ -1,5 +1,5 @@
 #pragma once
-#include "tests/support/Testing.h"
+#include "tests/linux/TestCertificate.h"
 
 #include <libsoup/soup.h>
 
@@ -42,12 +42,9 @@ public:
 
     TestPageServer() { listen({}); }
     /// Over TLS, with a certificate that nobody trusts.
-    TestPageServer(const std::string& certificateFile, const std::string& keyFile)
+    explicit TestPageServer(const TestCertificate& certificate)
         : scheme_("https") {
-        GTlsCertificate* certificate =
-            g_tls_certificate_new_from_files(certificateFile.c_str(), keyFile.c_str(), nullptr);
-        soup_server_set_tls_certificate(server_, certificate);
-        g_object_unref(certificate);
+        soup_server_set_tls_certificate(server_, certificate.get().get());
         listen(SOUP_SERVER_LISTEN_HTTPS);
     }
     ~TestPageServer() {

@@ -1,5 +1,4 @@
 // Cookies, passwords, certificates and files: what pages and sites may learn.
-#include "tests/linux/TestCertificate.h"
 #include "tests/linux/web/WebKitPageTest.h"
 
 namespace vistrel {
@@ -92,8 +91,7 @@ TEST_F(WebKitSecretsTest, ThePasswordOfASiteIsAskedForOnceAndARejectedOneAgain) 
 
 TEST_F(WebKitSecretsTest, ASiteThatCannotProveItselfFailsAndGivesItsPlaceToANotice) {
     const TestCertificate certificate;
-    ASSERT_TRUE(certificate.isMade());
-    TestPageServer secure(certificate.certificateFile(), certificate.keyFile());
+    TestPageServer secure(certificate);
     secure.serve("/page", {.body = "<title>Secret</title>"});
     ASSERT_TRUE(failsToLoad(secure.url("/page")));
     EXPECT_EQ(client_.failures[0].code, host::WebError::kCertificate);
