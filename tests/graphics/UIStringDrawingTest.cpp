@@ -10,7 +10,7 @@ namespace {
 
 const UIFont font = UIFont::systemFontOfSize(17);
 
-/// What drawing a text leaves, in points.
+/// What drawing a text in red leaves, in points.
 struct Ink {
     double left = HUGE_VAL;
     double top = HUGE_VAL;
@@ -26,14 +26,14 @@ Ink inkOf(const std::string& text, const CGRect& rect, UILineBreakMode mode,
     {
         CGContext context(bitmap, scale);
         UIGraphicsPushContext(context);
-        UIColor::blackColor().set();
+        UIColor::redColor().set();
         drawInRectWithFont(text, rect, font, mode, alignment);
         UIGraphicsPopContext();
     }
     Ink ink;
     for (int y = 0; y < bitmap->height(); ++y) {
         for (int x = 0; x < bitmap->width(); ++x) {
-            if (bitmap->pixel(x, y) >> 24 > 32)
+            if ((bitmap->pixel(x, y) >> 16 & 0xFF) > 32)
                 ink = {std::min(ink.left, x / scale), std::min(ink.top, y / scale),
                        std::max(ink.right, (x + 1) / scale), std::max(ink.bottom, (y + 1) / scale),
                        ink.pixels + 1};

@@ -58,13 +58,10 @@ struct Caller {
 
 std::vector<Caller> callers() {
     const std::string direct = scriptThatSends("location.href=command");
-    std::string quoted = direct;
-    for (std::size_t at = 0; (at = quoted.find('<', at)) != std::string::npos; at += 4)
-        quoted.replace(at, 1, "&lt;");
     return {
         {"ad page", direct},
-        {"frame", "<iframe srcdoc=\"" + quoted + "\"></iframe>"},
-        {"sandboxed frame", "<iframe sandbox='allow-scripts' srcdoc=\"" + quoted + "\"></iframe>"},
+        {"frame", "<iframe srcdoc=\"" + direct + "\"></iframe>"},
+        {"sandboxed frame", "<iframe sandbox='allow-scripts' srcdoc=\"" + direct + "\"></iframe>"},
         {"redirect", scriptThatSends("location.href='/redirect/'+number")},
         {"popup", scriptThatSends("window.open(command)")},
         {"stale page", direct, true},
@@ -87,8 +84,12 @@ protected:
         for (std::size_t i = 0; i < std::size(kCommands); ++i)
             server_.redirect("/redirect/" + std::to_string(i), kCommands[i].url);
         host::current().log = [this](const std::string& line) {
-            if (line.starts_with("<GAD> Refused"))
-                outcomes_[last_] = "refused";
+            if (!line.starts_with("<GAD> Refused"))
+                return;
+            for (const auto& command : kCommands) // a click is refused before it is heard of
+                if (line.find(command.url) != std::string::npos)
+                    last_ = command.name;
+            outcomes_[last_] = "refused";
         };
         GADNotificationCenter::defaultCenter().addObserver(
             this, kGADDidReceiveWebActionNotification, nullptr,

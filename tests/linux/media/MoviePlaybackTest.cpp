@@ -7,12 +7,6 @@ namespace {
 
 class MoviePlaybackTest : public PlaybackFixture {
 protected:
-    void serveFilm(const std::string& path, TestPageServer::Page page) {
-        page.type = "video/mp4";
-        page.body = sample("colours.mp4");
-        server_.serve(path, std::move(page));
-    }
-
     TestPageServer server_;
 };
 
@@ -107,7 +101,7 @@ TEST_F(MoviePlaybackTest, AnHourWithItsIndexAtTheEndCanBeSought) {
 }
 
 TEST_F(MoviePlaybackTest, WithoutRangesAFilmPlaysOnWhereItIs) {
-    serveFilm("/film.mp4", {.refusesRanges = true});
+    server_.serveFilm("/film.mp4", {.refusesRanges = true});
     auto playback = movie(server_.url("/film.mp4"));
     ASSERT_TRUE(starts(*playback));
     playback->setCurrentTime(2.8);
@@ -166,7 +160,7 @@ TEST_F(MoviePlaybackTest, AnythingButAFilmFailsOnceAndCannotBePlayed) {
 }
 
 TEST_F(MoviePlaybackTest, AFilmBehindALoginIsSentItsOwnSecretsOnly) {
-    serveFilm("/members/film.mp4", {.login = "me:sesame"});
+    server_.serveFilm("/members/film.mp4", {.login = "me:sesame"});
     const std::string url = server_.url("/members/film.mp4");
     jar_.set(url, "session=open; Path=/members; HttpOnly");
     jar_.set(url, "member=7; Path=/members");
@@ -196,7 +190,7 @@ TEST_F(MoviePlaybackTest, EachAddressOfARedirectIsSentItsOwnSecretsOnly) {
                  {"secret=1", "me:first", "film=2", "me:second"}};
     for (const auto& road : roads) {
         SCOPED_TRACE(std::string(road.cookieAtStart) + " " + road.loginAtStart);
-        serveFilm("/film.mp4", {.login = road.loginOfFilm});
+        server_.serveFilm("/film.mp4", {.login = road.loginOfFilm});
         elsewhere.redirect("/start.mp4", film, {.login = road.loginAtStart});
         credentials_.clear();
         jar_.clear();

@@ -41,11 +41,6 @@ double longestTurnIn(double seconds) {
 
 class BrowserJourney : public RealWindow {
 protected:
-    void serveFilm(const std::string& path, TestPageServer::Page page = {}) {
-        page.type = "video/mp4";
-        page.body = support::contentsOf(SAMPLES_FOLDER "/colours.mp4");
-        server_.serve(path, std::move(page));
-    }
     std::shared_ptr<WebBrowserViewController> open(const std::string& path) {
         auto browser = WebBrowserViewController::withTitleURL("Page", server_.url(path));
         navigation_->pushViewController(browser, true);
@@ -111,9 +106,9 @@ TEST_F(BrowserJourney, SitesThatOpenOnlyWithCarefulProbes) {
     server_.servePage("/hall",
                       "<a id='film' href='/files/100% Wolf.mp4'>film</a>"
                       "<a id='go' href='/go'>go</a><a id='members' href='/members'>members</a>");
-    serveFilm("/files/100% Wolf.mp4");
+    server_.serveFilm("/files/100% Wolf.mp4");
     server_.redirect("/go", "/moved.mp4");
-    serveFilm("/moved.mp4");
+    server_.serveFilm("/moved.mp4");
     server_.serve("/members", {.body = "<title>In</title>", .login = "ann:secret"});
 
     // The engine leaves a stray "%" as it is, which the server refuses: it gets one film only.
@@ -144,7 +139,7 @@ TEST_F(BrowserJourney, HostilePagesDoNotTakeTheApplicationWithThem) {
         return frames;
     };
     server_.servePage("/plain", "<title>Plain</title>");
-    serveFilm("/film.mp4");
+    server_.serveFilm("/film.mp4");
     server_.serve("/silent", {.isSilent = true});
     server_.servePage("/frames", framesOf("/film.mp4", 300));
     server_.servePage("/slow", framesOf("/silent", 20));
@@ -178,7 +173,7 @@ TEST_F(BrowserJourney, HostilePagesDoNotTakeTheApplicationWithThem) {
 TEST_F(BrowserJourney, AFilmBehindCookiesAPasswordAndARedirectPlays) {
     server_.serve("/hall", {.body = "hall", .headers = {{"Set-Cookie", "member=7; Path=/"}}});
     server_.redirect("/start.mp4", "/film.mp4", {.login = "ann:secret"});
-    serveFilm("/film.mp4", {.login = "ann:secret"});
+    server_.serveFilm("/film.mp4", {.login = "ann:secret"});
     openPage("/hall", "/hall");
     const auto url = *NSURL::URLWithString(server_.url("/start.mp4"));
     NSURLCredentialStorage::sharedCredentialStorage().setCredentialForURL({"ann", "secret"}, url);
@@ -193,7 +188,7 @@ TEST_F(BrowserJourney, AFilmBehindCookiesAPasswordAndARedirectPlays) {
 }
 
 TEST_F(BrowserJourney, AFilmIsUprightInALandscapeWindowWhereNobodyTurnsTheMachine) {
-    serveFilm("/film.mp4");
+    server_.serveFilm("/film.mp4");
     const auto screen =
         FileDownloadViewController::withURL(*NSURL::URLWithString(server_.url("/film.mp4")));
     navigation_->pushViewController(screen, false);
@@ -215,7 +210,7 @@ TEST_F(BrowserJourney, AFilmIsUprightInALandscapeWindowWhereNobodyTurnsTheMachin
 TEST_F(BrowserJourney, VisitsDownloadsAndFilmsLeaveNothingOpen) {
     // The server shares this process and would keep connections that its clients have closed.
     const TestPageServer::Page closes{.headers = {{"Connection", "close"}}};
-    serveFilm("/film.mp4", closes);
+    server_.serveFilm("/film.mp4", closes);
     server_.serve("/page",
                   {.body = "<a id='film' href='/film.mp4'>film</a>", .headers = closes.headers});
 

@@ -61,6 +61,12 @@ public:
     void servePage(const std::string& path, const std::string& html) {
         pages_[path] = Page{.body = html};
     }
+    /// Three seconds of it.
+    void serveFilm(const std::string& path, Page page = {}) {
+        page.type = "video/mp4";
+        page.body = support::contentsOf(SAMPLES_FOLDER "/colours.mp4");
+        serve(path, std::move(page));
+    }
     void redirect(const std::string& path, const std::string& target, Page page = {}) {
         page.status = 302;
         page.headers.emplace_back("Location", target);
