@@ -213,11 +213,14 @@ TEST_F(GADRequestTest, SignalsMakeAtMostOneEntry) {
     }
 }
 
-TEST_F(GADRequestTest, KnowsTheRequestTypes) {
+TEST_F(GADRequestTest, KnowsTheRequestTypesAndTheOldestSystem) {
     const std::pair<const char*, int> types[] = {
         {"grokruf", 4}, {"xfp", 5}, {"contextual", 1}, {"Grokruf", 0}};
     for (const auto& [name, type] : types)
         EXPECT_EQ(static_cast<int>(GADRequest::requestTypeFromString(name)), type) << name;
+    phoneIdentity().systemVersion = "3.2";
+    EXPECT_TRUE(GADRequest::deviceAtLeastMinimumOSMajorVersionMinorVersion(3, 2));
+    EXPECT_FALSE(GADRequest::deviceAtLeastMinimumOSMajorVersionMinorVersion(3, 3));
 }
 
 }

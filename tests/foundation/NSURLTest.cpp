@@ -28,7 +28,7 @@ TEST(NSURLTest, AnAddressIsCutIntoItsParts) {
         {"/path:with-colon", "|||/path:with-colon|/path:with-colon|||path:with-colon|"},
         {"?only=query", "|||||only=query|||"},
         {"//host/path", "|host||/path|/path|||path|"},
-        {"http://h/%2e%2E/%41", "http|h||/%2e%2E/%41|/../A|||A|"},
+        {"http://h/%2e%2E/%09A", "http|h||/%2e%2E/%09A|/../\tA|||\tA|"},
     };
     for (const auto& [text, parts] : cases) {
         const auto url = NSURL::URLWithString(text);

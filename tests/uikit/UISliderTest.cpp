@@ -91,17 +91,17 @@ TEST_F(UIProgressViewTest, ClampsAndFillsThatMuch) {
         bar->setProgress(set);
         EXPECT_EQ(bar->progress(), progress);
     }
-    const auto isFilled = [&](double x) {
-        return anyPixel(*bar, CGRectMake(x, 4, 4, 1), [](std::uint32_t pixel) {
+    const auto isFilledIn = [&](const CGRect& part) {
+        return anyPixel(*bar, part, [](std::uint32_t pixel) {
             return (pixel & 0xff) > ((pixel >> 16) & 0xff) + 60;
         });
     };
-    EXPECT_TRUE(isFilled(96));
-    EXPECT_FALSE(isFilled(102));
+    EXPECT_TRUE(isFilledIn(CGRectMake(96, 4, 4, 1)));
+    EXPECT_FALSE(isFilledIn(CGRectMake(102, 4, 98, 1)));
     bar->setProgress(0);
-    EXPECT_FALSE(isFilled(2));
+    EXPECT_FALSE(isFilledIn(bar->bounds()));
     bar->setProgress(1);
-    EXPECT_TRUE(isFilled(195));
+    EXPECT_TRUE(isFilledIn(CGRectMake(195, 4, 4, 1)));
     EXPECT_EQ(bar->accessibilityElement().value, "100%");
 }
 
