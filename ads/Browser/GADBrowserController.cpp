@@ -6,9 +6,10 @@
 #include "ads/Object/GADPrivateUtilities.h"
 #include "ads/Opener/GADOpener.h"
 #include "ads/Statistics/GADStatistics.h"
-#include "ads/Utility/GADDeviceEnvironment.h"
+#include "ads/Utility/GADIdentifierUtilities.h"
 #include "ads/Utility/GADIntrinsicImages.h"
 #include "ads/View/GADWebView.h"
+#include "platform/foundation/NSBundle.h"
 #include "platform/foundation/NSRunLoop.h"
 #include "platform/foundation/NSURLRequest.h"
 #include "platform/foundation/Weakly.h"
@@ -27,20 +28,10 @@ constexpr double kLandscapeToolbarHeight = 30;
 constexpr double kItemWidth = 27;
 constexpr double kSpinnerSize = 20;
 
-bool isPad() {
-    return GADDeviceEnvironment::current().userInterfaceIdiom() == GADInterfaceIdiom::Pad;
-}
-
-bool isLandscape() {
-    const auto orientation = GADDeviceEnvironment::current().statusBarOrientation();
-    return orientation == GADInterfaceOrientation::LandscapeLeft ||
-           orientation == GADInterfaceOrientation::LandscapeRight;
-}
-
 std::shared_ptr<UIBarButtonItem> labelled(std::shared_ptr<UIBarButtonItem> item, const char* label,
                                           double width) {
     item->setWidth(width);
-    item->setAccessibilityLabel(label);
+    item->setAccessibilityLabel(NSLocalizedString(label));
     return item;
 }
 
@@ -88,43 +79,43 @@ void GADBrowserController::viewWillAppear(bool animated) {
     const auto vars = this->vars();
     if (vars->webView_)
         return;
-    const bool pad = isPad();
-    const double height = !pad && isLandscape() ? kLandscapeToolbarHeight : kToolbarHeight;
-    buildWebView(height, pad);
+    const double height = GADIdentifierUtilities::sharedInstance().isOrientationLandscape()
+                              ? kLandscapeToolbarHeight
+                              : kToolbarHeight;
+    buildWebView(height);
     makeItems();
-    buildToolbar(height, pad);
+    buildToolbar(height);
     loadReferringURL(std::exchange(vars->urlToLoad_, std::nullopt),
                      std::exchange(vars->referringURLToLoad_, std::nullopt));
 }
 
-void GADBrowserController::buildWebView(double toolbarHeight, bool pad) {
+void GADBrowserController::buildWebView(double toolbarHeight) {
     const auto vars = this->vars();
     const CGSize size = view()->bounds().size;
     vars->webView_ =
         GADWebView::withFrame(CGRectMake(0, 0, size.width, size.height - toolbarHeight));
-    vars->webView_->setAutoresizingMask(
-        UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight |
-        (pad ? UIViewAutoresizingNone : UIViewAutoresizingFlexibleBottomMargin));
+    vars->webView_->setAutoresizingMask(UIViewAutoresizingFlexibleWidth |
+                                        UIViewAutoresizingFlexibleHeight |
+                                        UIViewAutoresizingFlexibleBottomMargin);
     vars->webView_->setDataDetectorTypes(UIDataDetectorTypes::All);
     auto delegate = std::make_shared<GADBrowserWebViewDelegate>();
     delegate->setBrowserController(weakReference<GADBrowserController>(this));
     delegate->setViewController(weak_from_this());
     delegate->setOpeningWebView(vars->openingWebView_);
+    delegate->opener().setDelegateManager(delegateManager());
     vars->webView_->setDelegate(delegate);
     vars->webViewDelegate_ = std::move(delegate);
     view()->addSubview(vars->webView_);
 }
 
-void GADBrowserController::buildToolbar(double toolbarHeight, bool pad) {
+void GADBrowserController::buildToolbar(double toolbarHeight) {
     const auto vars = this->vars();
     const CGSize size = view()->bounds().size;
     vars->toolbar_ = std::make_shared<UIToolbar>(
         CGRectMake(0, size.height - toolbarHeight, size.width, toolbarHeight));
-    const unsigned margins =
-        UIViewAutoresizingFlexibleTopMargin | UIViewAutoresizingFlexibleBottomMargin;
     vars->toolbar_->setAutoresizingMask(
-        margins | UIViewAutoresizingFlexibleWidth |
-        (pad ? UIViewAutoresizingNone : UIViewAutoresizingFlexibleHeight));
+        UIViewAutoresizingFlexibleTopMargin | UIViewAutoresizingFlexibleBottomMargin |
+        UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
     vars->toolbar_->setTintColor(UIColor::blackColor());
     view()->addSubview(vars->toolbar_);
     refreshToolbar();
@@ -157,7 +148,7 @@ void GADBrowserController::makeItems() {
     vars->doneButton_ =
         Item::withBarButtonSystemItem(System::Done, act(&GADViewController::relinquishScreen));
     vars->doneButton_->setStyle(UIBarButtonItemStyle::Done);
-    vars->doneButton_->setAccessibilityLabel("Done");
+    vars->doneButton_->setAccessibilityLabel(NSLocalizedString("Done"));
     vars->spinner_ = std::make_shared<UIActivityIndicatorView>(UIActivityIndicatorViewStyle::White);
     vars->spinner_->setFrame(CGRectMake(0, 0, kSpinnerSize, kSpinnerSize));
     vars->spinner_->setAutoresizingMask(UIViewAutoresizingFlexibleLeftMargin |
@@ -208,27 +199,32 @@ void GADBrowserController::loadReferringURL(const std::optional<NSURL>& url,
 }
 
 void GADBrowserController::back() {
-    if (webView()->canGoBack())
-        webView()->goBack();
+    if (const auto page = webView(); page && page->canGoBack())
+        page->goBack();
 }
 
 void GADBrowserController::forward() {
-    if (webView()->canGoForward())
-        webView()->goForward();
+    if (const auto page = webView(); page && page->canGoForward())
+        page->goForward();
 }
 
 void GADBrowserController::reload() {
-    webView()->reload();
+    if (const auto page = webView())
+        page->reload();
 }
 
 void GADBrowserController::stop() {
-    webView()->stopLoading();
+    if (const auto page = webView())
+        page->stopLoading();
 }
 
 void GADBrowserController::openInSafari() {
+    const auto page = webView();
+    if (!page)
+        return;
     const auto opener = std::make_shared<GADOpener>();
     opener->setDelegateManager(delegateManager());
-    opener->openApp(NSURL::URLWithString(webView()->URLString()));
+    opener->openApp(NSURL::URLWithString(page->URLString()));
     GADStatistics::sharedStatistics().setBreakOutToSafari();
 }
 

@@ -43,8 +43,8 @@ protected:
 
 private:
     std::shared_ptr<GADBrowserControllerPrivate> vars() const;
-    void buildWebView(double toolbarHeight, bool isPad);
-    void buildToolbar(double toolbarHeight, bool isPad);
+    void buildWebView(double toolbarHeight);
+    void buildToolbar(double toolbarHeight);
     void makeItems();
     void closeUnlessLoaded();
 };

@@ -103,7 +103,19 @@ TEST_F(AdScreensTest, WithoutAControllerNothingIsPresented) {
     EXPECT_EQ(takeEvents(), "");
 }
 
+TEST_F(AdScreensTest, ABrowserThatHasNotBeenShownHasNothingToDo) {
+    GADBrowserController browser;
+    browser.back();
+    browser.forward();
+    browser.reload();
+    browser.stop();
+    browser.openInSafari();
+    EXPECT_FALSE(GADStatistics::sharedStatistics().parameters().contains("pcbo"));
+}
+
 TEST_F(AdScreensTest, TheToolbarFollowsThePage) {
+    for (const char* label : {"Reload", "Spinner", "View in Safari", "Done"})
+        deterministicHost().translations[label] = std::string(1, *label) + ".";
     auto browser = present<GADBrowserController>(host());
     browser->loadReferringURL(NSURL::URLWithString("http://shop.example/1"),
                               NSURL::URLWithString("http://ads.example/ad"));
@@ -118,21 +130,22 @@ TEST_F(AdScreensTest, TheToolbarFollowsThePage) {
         }
         return text;
     };
-    EXPECT_EQ(state(), "Back- Forward- Spinner+ View in Safari- Done+ ");
+    EXPECT_EQ(state(), "Back- Forward- S.+ V.- D.+ ");
     page().finishLoad();
-    EXPECT_EQ(state(), "Back- Forward- Reload+ View in Safari+ Done+ ");
+    EXPECT_EQ(state(), "Back- Forward- R.+ V.+ D.+ ");
     page().clickLink("http://shop.example/2");
     page().finishLoad();
-    EXPECT_EQ(state(), "Back+ Forward- Reload+ View in Safari+ Done+ ");
+    EXPECT_EQ(state(), "Back+ Forward- R.+ V.+ D.+ ");
     EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, "Back"));
     turn();
-    EXPECT_EQ(state(), "Back- Forward+ Spinner+ View in Safari- Done+ ");
+    EXPECT_EQ(state(), "Back- Forward+ S.+ V.- D.+ ");
     page().failLoad({-1, "gone", ""});
-    EXPECT_EQ(state(), "Back- Forward+ Reload+ View in Safari+ Done+ ");
+    EXPECT_EQ(state(), "Back- Forward+ R.+ V.+ D.+ ");
     takeEvents();
     browser->openInSafari();
+    page().clickLink("tel:1");
     advance(1);
-    EXPECT_EQ(takeEvents(), "will leave");
+    EXPECT_EQ(takeEvents(), "will leave, will leave");
     EXPECT_TRUE(GADStatistics::sharedStatistics().parameters().contains("pcbo"));
     close(std::move(browser));
 }
