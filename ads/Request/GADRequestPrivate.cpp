@@ -2,12 +2,12 @@
 
 #include "ads/Network/GADNetworkChecker.h"
 #include "ads/Statistics/GADStatistics.h"
-#include "ads/Utility/GADDeviceEnvironment.h"
 #include "ads/Utility/GADIdentifierUtilities.h"
 #include "ads/Utility/GADNumberUtilities.h"
 #include "ads/Utility/GADSignalGathering.h"
 #include "ads/Utility/GADTextualDescription.h"
 #include "platform/foundation/NSLog.h"
+#include "platform/uikit/UIDevice.h"
 
 #include <algorithm>
 #include <array>
@@ -125,7 +125,7 @@ Value::Dictionary GADRequestPrivate::parameters() const {
         parameters.set("testing", "1");
     }
     if (testDevices_ &&
-        std::ranges::find(*testDevices_, GADDeviceEnvironment::current().uniqueIdentifier()) !=
+        std::ranges::find(*testDevices_, UIDevice::currentDevice().uniqueIdentifier()) !=
             testDevices_->end())
         parameters.set("adtest", "on");
     addHints(parameters);

@@ -1,11 +1,19 @@
 #include "ads/Utility/GADIdentifierUtilities.h"
 
-#include "ads/Utility/GADDeviceEnvironment.h"
 #include "ads/Utility/GADNumberUtilities.h"
+#include "ads/Utility/GADTextUtilities.h"
 #include "platform/foundation/HexDigits.h"
+#include "platform/foundation/NSBundle.h"
+#include "platform/foundation/NSURL.h"
+#include "platform/foundation/NSUserDefaults.h"
 #include "platform/foundation/UTF8Text.h"
 #include "platform/host/Crypto.h"
+#include "platform/host/Desktop.h"
 #include "platform/host/Host.h"
+#include "platform/host/Media.h"
+#include "platform/uikit/UIApplication.h"
+#include "platform/uikit/UIDevice.h"
+#include "platform/uikit/UIScreen.h"
 
 #include <array>
 #include <cstddef>
@@ -16,10 +24,6 @@
 namespace vistrel {
 
 namespace {
-
-GADDeviceEnvironment& environment() {
-    return GADDeviceEnvironment::current();
-}
 
 std::unique_ptr<GADIdentifierUtilities>& shared() {
     static std::unique_ptr<GADIdentifierUtilities> instance;
@@ -36,16 +40,29 @@ std::string digestText(std::string_view text) {
 }
 
 std::string applicationName() {
-    std::string name = environment().bundleVersion();
+    const auto& bundle = NSBundle::mainBundle().infoDictionary().dictionary();
+    std::string name = gadTextForKey("CFBundleVersion", bundle);
     if (!name.empty())
         name += '.';
-    return name + "iphone." + environment().bundleIdentifier();
+    return name + "iphone." + gadTextForKey("CFBundleIdentifier", bundle);
+}
+
+/// The user's choice, else the system's.
+std::string firstLanguage() {
+    const Value chosen = NSUserDefaults::standardUserDefaults().objectForKey("AppleLanguages");
+    if (!chosen.array().empty())
+        return std::string(chosen.array().front().string());
+    const auto& languages = host::current().device->identity().languages;
+    return languages.empty() ? std::string() : languages.front();
+}
+
+bool canOpenURL(const std::string& url) {
+    return host::current().desktop->canOpenURL(url);
 }
 
 /// Which book shops are installed.
 int bookStores() {
-    return (environment().canOpenURL("itms-books://") ? 1 : 0) +
-           (environment().canOpenURL("kindle://home") ? 2 : 0);
+    return (canOpenURL("itms-books://") ? 1 : 0) + (canOpenURL("kindle://home") ? 2 : 0);
 }
 
 void setUnlessEmpty(Value::Dictionary& dictionary, std::string_view key, std::string_view text) {
@@ -65,76 +82,68 @@ void GADIdentifierUtilities::resetSharedInstance() {
     shared().reset();
 }
 
-GADIdentifierUtilities::GADIdentifierUtilities()
-    : isPhoneIdiom_(environment().userInterfaceIdiom().value_or(GADInterfaceIdiom::Phone) ==
-                    GADInterfaceIdiom::Phone) {}
-
 std::string GADIdentifierUtilities::deviceModel() const {
-    return environment().model();
+    return UIDevice::currentDevice().model();
 }
 
 const std::string& GADIdentifierUtilities::deviceSubmodel() {
     if (!deviceSubmodel_)
-        deviceSubmodel_ = environment().machine();
+        deviceSubmodel_ = UIDevice::currentDevice().hardwareModel();
     return *deviceSubmodel_;
 }
 
 std::string GADIdentifierUtilities::osVersion() const {
-    return environment().systemVersion();
+    return UIDevice::currentDevice().systemVersion();
 }
 
 const std::string& GADIdentifierUtilities::deviceIdentifier() {
     if (!deviceIdentifier_)
-        deviceIdentifier_ = digestText(environment().uniqueIdentifier());
+        deviceIdentifier_ = digestText(UIDevice::currentDevice().uniqueIdentifier());
     return *deviceIdentifier_;
 }
 
 const std::string& GADIdentifierUtilities::locale() {
-    if (!locale_) {
-        const auto languages = environment().languages();
-        locale_ = languages.empty() ? std::string() : lowercaseText(languages.front());
-    }
+    if (!locale_)
+        locale_ = lowercaseText(firstLanguage());
     return *locale_;
 }
 
 int GADIdentifierUtilities::audioRoute() const {
-    const auto route = environment().audioRoute();
-    if (!route)
+    const auto found = host::current().media->audioRoute();
+    if (!found)
         return 1;
-    if (route->empty())
+    const std::string& route = found.value();
+    if (route.empty())
         return 3;
-    if (*route == "Headphone" || *route == "Headset")
+    if (route == "Headphone" || route == "Headset")
         return 2;
-    return *route == "Speaker" ? 1 : 5;
+    return route == "Speaker" ? 1 : 5;
 }
 
 bool GADIdentifierUtilities::isOrientationLandscape() const {
-    const auto orientation = environment().statusBarOrientation();
-    return orientation == GADInterfaceOrientation::LandscapeRight ||
-           orientation == GADInterfaceOrientation::LandscapeLeft;
+    return UIInterfaceOrientationIsLandscape(
+        UIApplication::sharedApplication().statusBarOrientation());
 }
 
 float GADIdentifierUtilities::screenDensity() const {
-    return environment().screenScale().value_or(1.0F);
+    return static_cast<float>(UIScreen::mainScreen().scale());
 }
 
-GADIdentifierUtilities::ScreenSize GADIdentifierUtilities::screenSize() const {
-    const GADScreenFrames frames = environment().screenFrames();
-    const float statusBar = frames.isStatusBarHidden ? 0 : frames.statusBarHeight;
-    return {frames.applicationWidth, frames.applicationHeight + statusBar};
+CGSize GADIdentifierUtilities::screenSize() const {
+    return UIScreen::mainScreen().bounds().size;
 }
 
 Value::Dictionary GADIdentifierUtilities::canOpenURLs(std::span<const std::string> urls) const {
     Value::Dictionary answers;
     for (const std::string& url : urls)
-        answers.set(url, environment().canOpenURL(url));
+        answers.set(url, canOpenURL(url));
     return answers;
 }
 
 Value::Dictionary GADIdentifierUtilities::parameters() {
     Value::Dictionary parameters;
     const std::string model = deviceModel();
-    if (model == "iPad" && isPhoneIdiom_)
+    if (model == "iPad" && isPhoneIdiom())
         parameters.set("ios_ipadc", "1");
     parameters.set("app_name", applicationName());
     setUnlessEmpty(parameters, "isu", deviceIdentifier());
@@ -144,16 +153,16 @@ Value::Dictionary GADIdentifierUtilities::parameters() {
     parameters.set("u_audio", std::to_string(audioRoute()));
     parameters.set("u_so", isOrientationLandscape() ? "l" : "p");
     parameters.set("u_sd", GADNumberUtilities::stringWithFloat(screenDensity()));
-    const ScreenSize size = screenSize();
-    parameters.set("u_w", GADNumberUtilities::stringWithFloat(size.width));
-    parameters.set("u_h", GADNumberUtilities::stringWithFloat(size.height));
+    const CGSize size = screenSize();
+    parameters.set("u_w", GADNumberUtilities::stringWithFloat(static_cast<float>(size.width)));
+    parameters.set("u_h", GADNumberUtilities::stringWithFloat(static_cast<float>(size.height)));
     if (const int stores = bookStores())
         parameters.set("cap_bs", stores);
     return parameters;
 }
 
 void GADIdentifierUtilities::getOSMajorMinorBugFix(int* major, int* minor, int* bugFix) {
-    const std::string version = environment().systemVersion();
+    const std::string version = UIDevice::currentDevice().systemVersion();
     std::string_view rest = version;
     for (int* component : {major, minor, bugFix}) {
         const auto dot = rest.find('.');

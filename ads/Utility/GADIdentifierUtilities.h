@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/foundation/Value.h"
+#include "platform/graphics/CGGeometry.h"
 
 #include <optional>
 #include <span>
@@ -11,16 +12,12 @@ namespace vistrel {
 /// and kept; everything else is read each time.
 class GADIdentifierUtilities {
 public:
-    struct ScreenSize {
-        float width;
-        float height;
-    };
-
     static GADIdentifierUtilities& sharedInstance();
     /// Releases the shared instance; the next use creates a new one.
     static void resetSharedInstance();
 
-    bool isPhoneIdiom() const { return isPhoneIdiom_; }
+    /// The application is a phone's on every device.
+    static bool isPhoneIdiom() { return true; }
     std::string deviceModel() const;
     const std::string& deviceSubmodel();
     std::string osVersion() const;
@@ -32,7 +29,8 @@ public:
     int audioRoute() const;
     bool isOrientationLandscape() const;
     float screenDensity() const;
-    ScreenSize screenSize() const;
+    /// In points, with the status bar.
+    CGSize screenSize() const;
     /// Maps each address to whether the system can open it.
     Value::Dictionary canOpenURLs(std::span<const std::string> urls) const;
     /// The device's part of an ad request.
@@ -43,9 +41,8 @@ public:
     static bool isOSAtLeastMajorMinorBug(int major, int minor, int bug);
 
 private:
-    GADIdentifierUtilities();
+    GADIdentifierUtilities() = default;
 
-    bool isPhoneIdiom_;
     std::optional<std::string> deviceIdentifier_;
     std::optional<std::string> deviceSubmodel_;
     std::optional<std::string> locale_;

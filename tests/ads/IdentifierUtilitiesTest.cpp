@@ -2,6 +2,7 @@
 
 #include "ads/GADSettings.h"
 #include "platform/foundation/NSUserDefaults.h"
+#include "platform/graphics/UIImage.h"
 #include "tests/ads/AdsTest.h"
 
 namespace vistrel {
@@ -22,45 +23,60 @@ protected:
 
 TEST_F(GADIdentifierUtilitiesTest, UnknownValuesAreLeftOut) {
     phoneIdentity() = {};
-    phone().bundleVersionText = "";
     for (const char* key : {"isu", "platform", "submodel", "hl", "cap_bs", "ios_ipadc"})
         EXPECT_EQ(parameter(key), "none") << key;
-    EXPECT_EQ(parameter("app_name"), "iphone.org.vistrel.Vistrel");
 }
 
 TEST_F(GADIdentifierUtilitiesTest, ReportsTheDevice) {
-    using Orientation = GADInterfaceOrientation;
-    using Idiom = GADInterfaceIdiom;
-    const std::tuple<std::function<void(ScriptedDevice&)>, const char*, const char*> cases[] = {
-        {[](auto& phone) { phone.route = std::nullopt; }, "u_audio", "1"},
-        {[](auto& phone) { phone.route = ""; }, "u_audio", "3"},
-        {[](auto& phone) { phone.route = "Headphone"; }, "u_audio", "2"},
-        {[](auto& phone) { phone.route = "Headset"; }, "u_audio", "2"},
-        {[](auto& phone) { phone.route = "Speaker"; }, "u_audio", "1"},
-        {[](auto& phone) { phone.route = "speaker"; }, "u_audio", "5"},
-        {[](auto& phone) { phone.route = "HeadsetInOut"; }, "u_audio", "5"},
-        {[](auto& phone) { phone.orientation = Orientation::PortraitUpsideDown; }, "u_so", "p"},
-        {[](auto& phone) { phone.orientation = Orientation::LandscapeLeft; }, "u_so", "l"},
-        {[](auto& phone) { phone.orientation = Orientation::LandscapeRight; }, "u_so", "l"},
-        {[](auto& phone) { phone.orientation = Orientation::Portrait; }, "u_so", "p"},
-        {[](auto&) {}, "u_w", "768.5"},
-        {[](auto&) {}, "u_h", "1004"},
-        {[](auto& phone) { phone.scale = std::nullopt; }, "u_sd", "1"},
-        {[](auto& phone) { phone.scale = 1.5F; }, "u_sd", "1.5"},
-        {[this](auto&) { desktop().schemes() = {"kindle"}; }, "cap_bs", "2"},
-        {[this](auto&) { desktop().schemes() = {"itms-books"}; }, "cap_bs", "1"},
-        {[this](auto&) { desktop().schemes().insert("kindle"); }, "cap_bs", "3"},
-        {[](auto&) {}, "ios_ipadc", "none"},
-        {[this](auto&) { phoneIdentity().model = "iPad"; }, "ios_ipadc", "1"},
-        {[](auto& phone) { phone.idiom = std::nullopt; }, "ios_ipadc", "1"},
-        {[](auto& phone) { phone.idiom = Idiom::Pad; }, "ios_ipadc", "none"},
+    const auto route = [this](const std::string& name) {
+        return [this, name] {
+            media().setAudioRoute(name);
+        };
     };
-    phone().frames = {768.5F, 1004, 20, true};
+    const auto turn = [this](UIInterfaceOrientation orientation) {
+        return [this, orientation] {
+            application().setStatusBarOrientation(orientation, false);
+        };
+    };
+    const auto install = [this](std::set<std::string> schemes) {
+        return [this, schemes] {
+            desktop().schemes() = schemes;
+        };
+    };
+    using Orientation = UIInterfaceOrientation;
+    const std::tuple<std::function<void()>, const char*, const char*> cases[] = {
+        {[this] {
+             media().setAudioRoute(host::Failure{ENODEV, "no sound"});
+         },
+         "u_audio", "1"},
+        {route(""), "u_audio", "3"},
+        {route("Headphone"), "u_audio", "2"},
+        {route("Headset"), "u_audio", "2"},
+        {route("Speaker"), "u_audio", "1"},
+        {route("speaker"), "u_audio", "5"},
+        {route("HeadsetInOut"), "u_audio", "5"},
+        {turn(Orientation::PortraitUpsideDown), "u_so", "p"},
+        {turn(Orientation::LandscapeLeft), "u_so", "l"},
+        {turn(Orientation::LandscapeRight), "u_so", "l"},
+        {turn(Orientation::Portrait), "u_so", "p"},
+        {[] { UIImage::setScreenScale(1.5); }, "u_sd", "1.5"},
+        {install({"kindle"}), "cap_bs", "2"},
+        {install({"itms-books"}), "cap_bs", "1"},
+        {install({"kindle", "itms-books"}), "cap_bs", "3"},
+        {[] {}, "ios_ipadc", "none"},
+        {[this] { phoneIdentity().model = "iPad"; }, "ios_ipadc", "1"},
+        {[] {
+             NSUserDefaults::standardUserDefaults().setObjectForKey(Value::Array{"de-AT", "fr"},
+                                                                    "AppleLanguages");
+         },
+         "hl", "de-at"},
+    };
     for (const auto& [change, key, expected] : cases) {
         restartLibrary();
-        change(phone());
+        change();
         EXPECT_EQ(parameter(key), expected) << key;
     }
+    UIImage::setScreenScale(1);
     const std::vector<std::string> urls{"itms-books://", "tel:1"};
     EXPECT_EQ(identifiers().canOpenURLs(urls),
               (Value::Dictionary{{"itms-books://", true}, {"tel:1", false}}));
@@ -72,7 +88,7 @@ TEST_F(GADIdentifierUtilitiesTest, KeepsConstantValuesAndRereadsTheOthers) {
     phoneIdentity().machine = "iPad1,1";
     phoneIdentity().languages = {"fr"};
     phoneIdentity().systemVersion = "5.0";
-    phone().route = "";
+    media().setAudioRoute(std::string());
     EXPECT_EQ(parameter("isu"), "74E669AF443471BF2DAEDD62649A764B");
     EXPECT_EQ(parameter("submodel"), "iPhone3,1");
     EXPECT_EQ(parameter("hl"), "en-gb");
@@ -102,18 +118,6 @@ TEST_F(GADIdentifierUtilitiesTest, SplitsAndComparesTheSystemVersion) {
         EXPECT_FALSE(isAtLeast(major, minor + 1, 0));
         EXPECT_FALSE(isAtLeast(major + 1, 0, 0));
     }
-}
-
-TEST_F(GADIdentifierUtilitiesTest, TheHostEnvironmentReportsTheHostsValues) {
-    GADHostDeviceEnvironment environment;
-    EXPECT_EQ(environment.audioRoute(), "Speaker");
-    media().setAudioRoute(host::Failure{ENODEV, "no sound"});
-    EXPECT_EQ(environment.audioRoute(), std::nullopt);
-    display().setScale(3);
-    EXPECT_EQ(environment.screenScale(), 3.0F);
-    NSUserDefaults::standardUserDefaults().setObjectForKey(Value::Array{"de-AT", "fr"},
-                                                           "AppleLanguages");
-    EXPECT_EQ(environment.languages(), (std::vector<std::string>{"de-AT", "fr"}));
 }
 
 using NetworkCheckerTest = AdsTest;

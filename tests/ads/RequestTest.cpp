@@ -45,7 +45,7 @@ TEST_F(GADRequestTest, ARequestWithNothingSetSendsTheDeviceAndTheStatistics) {
               "{\"app_name\":\"1.2.iphone.org.vistrel.Vistrel\","
               "\"isu\":\"74E669AF443471BF2DAEDD62649A764B\",\"platform\":\"iPhone\","
               "\"submodel\":\"iPhone3,1\",\"hl\":\"en-gb\",\"u_audio\":\"1\",\"u_so\":\"p\","
-              "\"u_sd\":\"2\",\"u_w\":\"320\",\"u_h\":\"480\",\"js\":\"afma-sdk-i-v4.1.1\","
+              "\"u_sd\":\"1\",\"u_w\":\"320\",\"u_h\":\"480\",\"js\":\"afma-sdk-i-v4.1.1\","
               "\"session_id\":" +
                   std::to_string(GADStatistics::sharedStatistics().sessionId()) + ",\"preqs\":0}");
     GADStatistics::sharedStatistics().incrementClickCount();
