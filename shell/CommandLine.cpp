@@ -1,5 +1,6 @@
 #include "shell/CommandLine.h"
 
+#include "ads/GADServer.h"
 #include "platform/foundation/NSURL.h"
 
 #include <charconv>
@@ -54,8 +55,10 @@ std::string storeValue(CommandLine& line, std::string_view option, const std::st
     }
     if (option == "--ads") {
         line.adServer = value;
-        return isWebAddress(value) ? ""
-                                   : "--ads needs an http or https address, not '" + value + "'";
+        const auto url = NSURL::URLWithString(value);
+        return url && isGADServer(*url)
+                   ? ""
+                   : "--ads needs http://HOST or http://HOST:PORT, not '" + value + "'";
     }
     if (option == "--device-root")
         line.deviceRoot = value;

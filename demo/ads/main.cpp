@@ -67,8 +67,8 @@ int runGallery(int argc, char* argv[], const demo::GalleryOptions& options) {
         address = server->address();
     }
     const auto url = NSURL::URLWithString(address);
-    if (!url || !url->isHTTP()) {
-        std::fputs("vistrel-ad-gallery: there is no ad server\n", stderr);
+    if (!url || !isGADServer(*url)) {
+        std::fputs("vistrel-ad-gallery: there is no ad server at http://HOST:PORT\n", stderr);
         return 1;
     }
     useGADServer(*url);

@@ -36,7 +36,7 @@ TEST(CommandLine, AMistakeIsReportedInOneLine) {
         {{"--site", "not an address"}, "not an address"},
         {{"--site=file:///etc/passwd"}, "http"},
         {{"--site=http://"}, "http"},
-        {{"--ads=ftp://a.example"}, "ftp"},
+        {{"--ads=https://a.example"}, "https"},
         {{"--scale", "0"}, "'0'"},
         {{"--scale", "9"}, "'9'"},
         {{"--scale", "2x"}, "'2x'"},
