@@ -16,14 +16,8 @@ constexpr double kSecondsUntilEmptied = 2;
 }
 
 void GADWebAppWebViewDelegate::postOnShow(UIWebView& webView) {
-    pendingOnShow_ = true;
-    postPendingOnShow(webView);
-}
-
-void GADWebAppWebViewDelegate::postPendingOnShow(UIWebView& webView) {
     if (!hasLoadedAtLeastOnce() || webView.isLoading() || calledOnShow_)
         return;
-    pendingOnShow_ = false;
     calledOnShow_ = true;
     GADNotificationCenter::postJSNotificationUserInfoWebView(
         "onshow",
@@ -40,7 +34,7 @@ void GADWebAppWebViewDelegate::webViewDidFinishLoad(UIWebView& webView) {
     const auto hold = shared_from_this();
     GADWebViewDelegate::webViewDidFinishLoad(webView);
     GADLandingPageTiming::loadEnded();
-    postPendingOnShow(webView);
+    postOnShow(webView);
 }
 
 void GADWebAppWebViewDelegate::loadedFirstPage(UIWebView&) {

@@ -28,10 +28,7 @@ protected:
     void loadedFirstPage(UIWebView& webView) override;
 
 private:
-    void postPendingOnShow(UIWebView& webView);
-
     std::weak_ptr<GADWebAppViewControllerPrivate> webAppPrivate_;
-    bool pendingOnShow_ = false;
     bool calledOnShow_ = false;
 };
 

@@ -27,12 +27,6 @@ std::optional<NSURL> urlForKey(const std::string& key, const Value::Dictionary& 
     return NSURL::URLWithString(gadTextForKey(key, parameters));
 }
 
-/// The engine's name for a page's requests, which not every navigation carries.
-void rememberUserAgent(UIWebView& webView, const NSURLRequest& request) {
-    const std::string sent = request.valueForHTTPHeaderField("User-Agent");
-    GADNetworkUtilities::setUserAgentString(sent.empty() ? webView.userAgent() : sent);
-}
-
 void postWebAction(const NSURL& url, const std::optional<std::string>& name, UIWebView& webView) {
     Value::Dictionary userInfo{{"u", url.absoluteString()}};
     if (name)
@@ -56,7 +50,7 @@ bool GADWebViewDelegate::webViewShouldStartLoadWithRequest(UIWebView& webView,
         return false;
     const NSURL url = *request.URL();
     auto& page = static_cast<GADWebView&>(webView);
-    rememberUserAgent(webView, request);
+    GADNetworkUtilities::setUserAgentString(request.valueForHTTPHeaderField("User-Agent"));
     opener_->setViewController(viewController_);
     opener_->setOpeningWebView(weakReference<GADWebView>(&page));
     if (const auto notification = GADNotification::notificationFromURL(url)) {
@@ -100,7 +94,7 @@ void GADWebViewDelegate::performCommand(const GADNotification& notification, con
     } else if (name == "httpTrack") {
         trackURLStringAppendSpamSignals(gadTextForKey("u", parameters), GADSpamSignals::No);
     } else if (name == "log") {
-        NSLog(gadTextForKey("string", parameters));
+        NSLog(gadLogText(gadTextForKey("string", parameters)));
     } else if (name == "open") {
         const auto target = urlForKey("u", parameters);
         if (GADSafetyPolicy::permitsLeaving(webView, name, target ? &*target : nullptr))
@@ -158,16 +152,11 @@ void GADWebViewDelegate::trackURLStringAppendSpamSignals(const std::string& text
                                                          GADSpamSignals signals) {
     if (!tracker_)
         tracker_ = GADClickTracker::withDelegate(weakReference<GADClickTrackerDelegate>(this));
-    auto url = NSURL::URLWithString(text);
-    if (url && signals == GADSpamSignals::Yes) {
-        const auto identifier = GADNetworkUtilities::parameterValueForKeyFromURL("ai", *url);
-        const auto spamSignals =
-            identifier ? GADSignalGathering::shared().clickSignals(*identifier) : std::nullopt;
-        if (spamSignals && !spamSignals->empty())
-            url = GADNetworkUtilities::appendQueryKeyValueToURL(*spamSignals, std::nullopt, *url);
-    }
+    const auto url = NSURL::URLWithString(text);
     if (url)
-        tracker_->trackURL(*url);
+        tracker_->trackURL(signals == GADSpamSignals::Yes
+                               ? GADSignalGathering::shared().urlWithClickSignals(*url)
+                               : *url);
 }
 
 void GADWebViewDelegate::processCanOpenURLsWebView(const std::string& commaSeparatedURLs,

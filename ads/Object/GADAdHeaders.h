@@ -21,7 +21,8 @@ struct GADAdHeaders {
     GADSupportedOrientations orientations = GADSupportedOrientations::None;
     /// Seconds to wait for the next start-up interstitial.
     std::optional<float> interstitialTimeout;
-    /// Seconds until the next ad; 0 or less ends refreshing.
+    /// Seconds until the next ad; 0 or less starts no interval now. The last one begins again all
+    /// the same when the application returns or an ad's screen closes.
     std::optional<float> refreshRate;
 };
 

@@ -103,17 +103,17 @@ void GADObjectPrivate::setState(GADAdState state) {
     state_ = state;
     if (state != GADAdState::Shown)
         return;
-    webView_->setTouched(false);
+    webView_->forgetTouch();
     timeLastLoaded_ = GADTiming::counter();
 }
 
 void GADObjectPrivate::fail(GADErrorCode code) {
     setState(GADAdState::Failed);
-    reportErrorCode(code);
+    reportErrorCode(code, sentParameters_);
 }
 
-void GADObjectPrivate::reportErrorCode(GADErrorCode code) {
-    delegateManager_->didFailToReceiveAdWithError(GADRequestError(code, sentParameters_));
+void GADObjectPrivate::reportErrorCode(GADErrorCode code, const Value::Dictionary& parameters) {
+    delegateManager_->didFailToReceiveAdWithError(GADRequestError(code, parameters));
 }
 
 void GADObjectPrivate::loadRequest(const GADRequest* request) {

@@ -86,7 +86,8 @@ public:
     void trackURLs(std::span<const NSURL> urls);
     /// Cancels the refresh timer and delayed calls.
     void cancelPendingActions();
-    void reportErrorCode(GADErrorCode code);
+    /// `parameters` are those of the failed request; none when it was not sent.
+    void reportErrorCode(GADErrorCode code, const Value::Dictionary& parameters = {});
 
     /// For the delegate of the ad's web view.
     void webViewDidFinishLoad();

@@ -55,11 +55,6 @@ Value::Dictionary rectangle(const CGRect& rect) {
             {"h", rect.size.height}};
 }
 
-std::string parameter(const NSNotification& notification, const char* key) {
-    const Value* value = notification.userInfo.find(key);
-    return value ? std::string(value->string()) : std::string();
-}
-
 /// The request type whose servers number the requests of a sequence.
 constexpr const char* kSequencedRequestType = "gwhirl";
 
@@ -161,10 +156,10 @@ void GADObjectPrivate::scriptDidLoadAdURL(const NSNotification& notification) {
         return;
     }
     setState(GADAdState::FetchingAd);
-    const std::string type = parameter(notification, "type");
+    const std::string type = gadTextForKey("type", notification.userInfo.dictionary());
     GADSignalGathering::shared().setRequestTypeSDKVersion(
         static_cast<int>(GADRequest::requestTypeFromString(type)), GADRequest::sdkVersion());
-    auto url = NSURL::URLWithString(parameter(notification, "url"));
+    auto url = NSURL::URLWithString(gadTextForKey("url", notification.userInfo.dictionary()));
     if (const auto spamSignals = request_->spamSignals(); url && !spamSignals.empty())
         url = GADNetworkUtilities::appendQueryParametersToURL(spamSignals, *url);
     if (url && type == kSequencedRequestType)
@@ -175,7 +170,10 @@ void GADObjectPrivate::scriptDidLoadAdURL(const NSNotification& notification) {
 
 void GADObjectPrivate::scriptDidRefuse(const NSNotification& notification, const char* logPrefix) {
     tearDownBuildWebView();
-    NSLog(logPrefix + gadTextualDescription(notification.userInfo));
+    Value::Dictionary answer;
+    for (const auto& [key, value] : notification.userInfo.dictionary())
+        answer.set(gadLogText(key), gadLogText(value.string()));
+    NSLog(logPrefix + gadTextualDescription(answer));
     fail(GADErrorCode::InvalidRequest);
 }
 

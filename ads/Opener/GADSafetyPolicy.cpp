@@ -21,17 +21,11 @@ std::optional<GADSafetyPolicy>& shared() {
 constexpr std::array<std::string_view, 4> kForwardedNames{"loadAdURL", "invalidRequest",
                                                           "unableToServe", "settings"};
 
-/// The page chooses this text and its length.
-std::string excerpt(std::string_view text) {
-    constexpr std::size_t mostCharacters = 120;
-    return std::string(text.substr(0, mostCharacters)) +
-           (text.size() > mostCharacters ? "..." : "");
-}
-
 bool refuse(std::string_view action, const NSURL* url, std::string_view reason) {
-    std::string line = "<GAD> Refused \"" + excerpt(action) + "\"";
+    constexpr std::size_t mostCharacters = 120;
+    std::string line = "<GAD> Refused \"" + gadLogText(action, mostCharacters) + "\"";
     if (url)
-        line += " to " + excerpt(url->absoluteString());
+        line += " to " + gadLogText(url->absoluteString(), mostCharacters);
     NSLog(line + ": " + std::string(reason));
     return false;
 }

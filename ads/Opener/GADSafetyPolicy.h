@@ -23,7 +23,7 @@ public:
     /// In lower case.
     std::set<std::string, std::less<>> allowedSchemes{"http", "https", "mailto", "tel"};
 
-    /// The process-wide policy; nothing removes it.
+    /// The process-wide policy; std::nullopt for none.
     static void setShared(std::optional<GADSafetyPolicy> policy);
 
     /// Whether the page may lead out of the ad; `url` is null when no address is involved.

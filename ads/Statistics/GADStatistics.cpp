@@ -142,14 +142,10 @@ NSURL GADStatistics::urlForClick(const NSURL& url) {
     if (GADNotification::isNotificationURL(url) || url.absoluteString() == "about:blank")
         return url;
     beginClick();
-    NSURL target = url;
     const auto adIdentifier = GADNetworkUtilities::parameterValueForKeyFromURL("ai", url);
-    if (adIdentifier && !adIdentifier->empty()) {
+    if (adIdentifier && !adIdentifier->empty())
         attachToClick(*adIdentifier, "pai");
-        if (const auto signals = GADSignalGathering::shared().clickSignals(*adIdentifier))
-            target = GADNetworkUtilities::appendQueryKeyValueToURL(*signals, std::nullopt, url)
-                         .value_or(url);
-    }
+    NSURL target = GADSignalGathering::shared().urlWithClickSignals(url);
     endTimingNamed("pcrl");
     return target;
 }
@@ -182,6 +178,30 @@ void GADStatistics::addClickTrackingURL(const NSURL& url) {
 void GADStatistics::attachToClick(const std::string& value, const std::string& key) {
     if (const auto click = timingNamed("pcl"))
         click->setValueForKey(std::string_view(value), key);
+}
+
+void GADStatistics::startTimingNamed(const std::string& name) {
+    removeTimingNamed(name);
+    if (const auto timing = timingMgr_.addTimingWithCategory(name))
+        timing->start();
+}
+
+void GADStatistics::endTimingNamed(const std::string& name) {
+    if (const auto timing = timingNamed(name))
+        timing->end();
+}
+
+void GADStatistics::removeTimingNamed(const std::string& name) {
+    timingMgr_.removeTimingForCategory(name);
+}
+
+std::shared_ptr<GADTiming> GADStatistics::timingNamed(const std::string& name) const {
+    return timingMgr_.timingForCategory(name);
+}
+
+bool GADStatistics::isTimingClick() const {
+    const auto click = timingNamed("pcl");
+    return click && click->isActive();
 }
 
 }

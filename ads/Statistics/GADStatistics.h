@@ -34,7 +34,7 @@ public:
 
     /// Registers a click on the address and returns the address to open.
     NSURL urlForClick(const NSURL& url);
-    /// Likewise; also counts a click without an address.
+    /// Likewise, for a click that may have no address.
     std::optional<NSURL> urlForClick(const std::optional<NSURL>& url);
     /// Call when a click's tracking address has been fetched.
     void addClickTrackingURL(const NSURL& url);

@@ -81,28 +81,4 @@ void GADStatistics::resetFlagWithParameterName(const std::string& name) {
     statistics_.removeObjectForKey(name);
 }
 
-void GADStatistics::startTimingNamed(const std::string& name) {
-    removeTimingNamed(name);
-    if (const auto timing = timingMgr_.addTimingWithCategory(name))
-        timing->start();
-}
-
-void GADStatistics::endTimingNamed(const std::string& name) {
-    if (const auto timing = timingNamed(name))
-        timing->end();
-}
-
-void GADStatistics::removeTimingNamed(const std::string& name) {
-    timingMgr_.removeTimingForCategory(name);
-}
-
-std::shared_ptr<GADTiming> GADStatistics::timingNamed(const std::string& name) const {
-    return timingMgr_.timingForCategory(name);
-}
-
-bool GADStatistics::isTimingClick() const {
-    const auto click = timingNamed("pcl");
-    return click && click->isActive();
-}
-
 }

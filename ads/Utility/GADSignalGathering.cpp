@@ -1,5 +1,7 @@
 #include "ads/Utility/GADSignalGathering.h"
 
+#include "ads/Network/GADNetworkUtilities.h"
+
 #include <utility>
 
 namespace vistrel {
@@ -17,6 +19,14 @@ GADSignalGathering& GADSignalGathering::shared() {
 
 void GADSignalGathering::setShared(std::shared_ptr<GADSignalGathering> gathering) {
     installed() = gathering ? std::move(gathering) : std::make_shared<GADSignalGathering>();
+}
+
+NSURL GADSignalGathering::urlWithClickSignals(const NSURL& url) {
+    const auto ad = GADNetworkUtilities::parameterValueForKeyFromURL("ai", url);
+    const auto signals = ad && !ad->empty() ? clickSignals(*ad) : std::nullopt;
+    if (!signals || signals->empty())
+        return url;
+    return GADNetworkUtilities::appendQueryKeyValueToURL(*signals, std::nullopt, url).value_or(url);
 }
 
 std::optional<std::string> GADSignalGathering::requestSignals() {

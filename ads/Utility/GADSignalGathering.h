@@ -1,4 +1,6 @@
 #pragma once
+#include "platform/foundation/NSURL.h"
+
 #include <memory>
 #include <optional>
 #include <string>
@@ -14,6 +16,9 @@ public:
     static GADSignalGathering& shared();
     /// Null restores the default, which gathers nothing.
     static void setShared(std::shared_ptr<GADSignalGathering> gathering);
+
+    /// The address with the signals of the ad that it names, if there are any.
+    NSURL urlWithClickSignals(const NSURL& url);
 
     /// A text of the form key=value for the next ad request.
     virtual std::optional<std::string> requestSignals();

@@ -1,8 +1,20 @@
 #include "ads/Utility/GADTextUtilities.h"
 
+#include "platform/foundation/UTF8Text.h"
+
 #include <algorithm>
 
 namespace vistrel {
+
+std::string gadLogText(std::string_view text, std::size_t mostCharacters) {
+    std::string line;
+    for (; !text.empty() && mostCharacters > 0; --mostCharacters) {
+        const char32_t character = takeUTF8Character(text);
+        const bool isControl = character < 0x20 || (character >= 0x7F && character < 0xA0);
+        appendUTF8Character(line, isControl ? U' ' : character);
+    }
+    return text.empty() ? line : line + "...";
+}
 
 std::string gadLowerCased(std::string text) {
     for (char& character : text) {

@@ -52,6 +52,10 @@ void GADBannerView::setRootViewController(std::weak_ptr<UIViewController> contro
     privateObject()->setRootViewController(std::move(controller));
 }
 
+std::shared_ptr<GADBannerViewDelegate> GADBannerView::delegate() const {
+    return privateObject()->delegateManager()->bannerDelegate().lock();
+}
+
 void GADBannerView::setDelegate(std::weak_ptr<GADBannerViewDelegate> delegate) {
     GADDelegateManager& manager = *privateObject()->delegateManager();
     manager.setBannerDelegate(std::move(delegate));

@@ -25,6 +25,7 @@ public:
     std::shared_ptr<UIViewController> rootViewController() const;
     void setRootViewController(std::weak_ptr<UIViewController> controller);
     /// Not retained.
+    std::shared_ptr<GADBannerViewDelegate> delegate() const;
     void setDelegate(std::weak_ptr<GADBannerViewDelegate> delegate);
     std::shared_ptr<GADWebView> webView() const;
     /// Whether the refresh timer requested the current or last ad.

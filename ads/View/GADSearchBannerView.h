@@ -3,7 +3,7 @@
 
 namespace vistrel {
 
-/// A banner with ads for a search; its requests are GADSearchRequest objects.
+/// A banner with ads for a search; its requests come from GADSearchRequest::request().
 class GADSearchBannerView : public GADBannerView {
 public:
     static std::shared_ptr<GADBannerView> withFrame(CGRect frame);

@@ -31,8 +31,8 @@ bool GADWebView::touched() const {
     return vars()->touched();
 }
 
-void GADWebView::setTouched(bool touched) {
-    vars()->setTouched(touched);
+void GADWebView::forgetTouch() {
+    vars()->forgetTouch();
 }
 
 std::optional<double> GADWebView::secondsSinceTouch() const {
@@ -47,7 +47,7 @@ void GADWebView::empty() {
 }
 
 bool GADWebView::touchWillBeginInside(const UITouch& touch) {
-    setTouched(true);
+    vars()->touch();
     return UIWebView::touchWillBeginInside(touch);
 }
 

@@ -16,7 +16,7 @@ public:
 
     /// Set by every touch that begins in the page.
     bool touched() const;
-    void setTouched(bool touched);
+    void forgetTouch();
     /// Seconds since the last touch; nothing when the page has not been touched.
     std::optional<double> secondsSinceTouch() const;
     /// Detaches the delegate and empties the page.

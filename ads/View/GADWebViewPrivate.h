@@ -9,19 +9,16 @@ namespace vistrel {
 /// The private half of a GADWebView.
 class GADWebViewPrivate : public GADPrivateObject {
 public:
-    bool touched() const { return touched_; }
-    void setTouched(bool touched) {
-        touched_ = touched;
-        touchedAt_ = NSRunLoop::now();
-    }
+    bool touched() const { return touchedAt_.has_value(); }
+    void touch() { touchedAt_ = NSRunLoop::now(); }
+    void forgetTouch() { touchedAt_.reset(); }
     /// Seconds since the last touch; nothing when the page has not been touched.
     std::optional<double> secondsSinceTouch() const {
-        return touched_ ? std::optional(NSRunLoop::now() - touchedAt_) : std::nullopt;
+        return touchedAt_ ? std::optional(NSRunLoop::now() - *touchedAt_) : std::nullopt;
     }
 
 private:
-    bool touched_ = false;
-    double touchedAt_ = 0;
+    std::optional<double> touchedAt_;
 };
 
 }

@@ -23,11 +23,6 @@ namespace {
 /// A presentation has ended by then, even if the host does not forward the screens' calls.
 constexpr double kSecondsUntilAppeared = 0.6;
 
-bool isLandscape(UIInterfaceOrientation orientation) {
-    return orientation == UIInterfaceOrientation::LandscapeLeft ||
-           orientation == UIInterfaceOrientation::LandscapeRight;
-}
-
 }
 
 GADViewController::GADViewController()
@@ -85,7 +80,6 @@ bool GADViewController::presentFromViewController(
     GADNotificationCenter::defaultCenter().postNotification(
         kGADViewControllerWillPresentFullScreenNotification, this);
     if (vars->isFirst_) {
-        vars->interactingWithParent_ = true;
         delegateManager()->willPresentScreen();
         coverHost(*vars);
     }
@@ -131,7 +125,6 @@ void GADViewController::relinquishScreen() {
         return;
     view()->setUserInteractionEnabled(false);
     gadAutorelease(std::exchange(vars->hold_, nullptr));
-    vars->interactingWithParent_ = vars->isFirst_;
     if (vars->isFirst_) {
         delegateManager()->willDismissScreen();
         uncoverHost(*vars);
@@ -160,8 +153,6 @@ void GADViewController::viewDidAppear(bool animated) {
         return;
     UIViewController::viewDidAppear(animated);
     view()->setUserInteractionEnabled(true);
-    if (vars->isFirst_)
-        vars->interactingWithParent_ = false;
 }
 
 void GADViewController::viewDidDisappear(bool animated) {
@@ -169,18 +160,15 @@ void GADViewController::viewDidDisappear(bool animated) {
     GADStatistics& statistics = GADStatistics::sharedStatistics();
     statistics.endTimingNamed("plpd");
     statistics.endTimingNamed("pcl");
-    const auto vars = privateObject();
-    if (vars->isFirst_ && std::exchange(vars->interactingWithParent_, false) && vars->appClosing_)
-        delegateManager()->willLeaveApplication();
     letGo();
 }
 
 bool GADViewController::shouldAutorotateToInterfaceOrientation(UIInterfaceOrientation orientation) {
     switch (supportedOrientations()) {
     case GADSupportedOrientations::Portrait:
-        return !isLandscape(orientation);
+        return !UIInterfaceOrientationIsLandscape(orientation);
     case GADSupportedOrientations::Landscape:
-        return isLandscape(orientation);
+        return UIInterfaceOrientationIsLandscape(orientation);
     default:
         return true;
     }

@@ -17,8 +17,6 @@ public:
     std::shared_ptr<GADDelegateManager> delegateManager_;
     bool statusBarWasHidden_ = false;
     bool publisherIdleTimerDisabled_ = false;
-    bool appClosing_ = false;
-    bool interactingWithParent_ = false;
 
     bool isFirst_ = false; ///< presented over the host, not over another ad screen
     std::shared_ptr<UIViewController> hold_; ///< the screen itself, while it is presented

@@ -17,7 +17,7 @@ public:
     GADWebAppViewController();
     ~GADWebAppViewController() override;
 
-    /// Loads when the screen first appears.
+    /// Loads now, or when the screen first appears.
     void load(const NSURL& url);
     void loadHTMLBaseURL(std::string html, std::optional<NSURL> baseURL);
     /// The ad whose click addresses are pinged; not retained.

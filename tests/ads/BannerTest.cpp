@@ -1,5 +1,6 @@
 #include "tests/ads/BannerTest.h"
 
+#include "ads/GADServer.h"
 #include "ads/Statistics/GADStatistics.h"
 #include "ads/json/GAD_ZelJSON.h"
 #include "platform/foundation/NSNotificationCenter.h"
@@ -77,13 +78,42 @@ INSTANTIATE_TEST_SUITE_P(Ads, FailureTest, testing::ValuesIn(kFailures),
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(BannerTest, WithoutARootViewControllerNothingIsFetched) {
+    load();
+    go("gmsg://ads/invalidRequest");
+    EXPECT_TRUE(delegate().lastFailure.contains("slotname"));
+    network().forgetRequests();
     banner().setRootViewController({});
     load();
-    EXPECT_EQ(takeEvents(), "failed 0");
+    EXPECT_EQ(takeEvents(), "failed 0, failed 0");
+    EXPECT_FALSE(delegate().lastFailure.contains("slotname")) << "of another request";
     EXPECT_THAT(logLines(),
                 Contains("<GAD> Must set the rootViewController property of GADBannerView "
                          "before calling loadRequest:"));
     EXPECT_TRUE(network().requests().empty());
+}
+
+TEST_F(BannerTest, AnAdServerIsAHostThatMayHaveAPort) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"http://h", "h"},
+        {"http://h:81/", "h:81"},
+        {"http://[::1]:81", "[::1]:81"},
+        {"https://h", ""},
+        {"http://h/path", ""},
+        {"http://h?query", ""},
+        {"http://u@h", ""},
+        {"http:", ""},
+    };
+    for (const auto& [address, host] : cases) {
+        const auto url = NSURL::URLWithString(address);
+        EXPECT_EQ(url && isGADServer(*url), *host != 0) << address;
+        if (*host != 0) {
+            useGADServer(*url);
+            EXPECT_EQ(gadSettingValue(kGADStaticContentHost), host);
+            EXPECT_EQ(gadSettingValue(kGADAdServerOrigin), std::string("http://") + host);
+        }
+    }
+    overrideGADSetting(kGADReachabilityHost, "");
+    overrideGADSetting(kGADClickServerDomain, "");
 }
 
 TEST_F(BannerTest, TheScriptIsFetchedOnceADayAndThenRevalidated) {

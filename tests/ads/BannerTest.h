@@ -18,6 +18,7 @@ class RecordingBannerDelegate : public GADBannerViewDelegate {
 public:
     void adViewDidReceiveAd(GADBannerView&) override { hear("received"); }
     void adViewDidFailToReceiveAdWithError(GADBannerView&, const GADRequestError& error) override {
+        lastFailure = error.userInfo();
         hear("failed " + std::to_string(error.code()));
     }
     void adViewWillPresentScreen(GADBannerView&) override { hear("will present"); }
@@ -26,6 +27,7 @@ public:
     void adViewWillLeaveApplication(GADBannerView&) override { hear("will leave"); }
 
     support::Heard heard;
+    Value::Dictionary lastFailure;
     std::function<void(const std::string& event)> onEvent;
 
 private:

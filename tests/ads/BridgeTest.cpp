@@ -156,6 +156,32 @@ TEST_F(BridgeTest, AClickWhileAScreenIsUpOpensNothing) {
     EXPECT_EQ(requestsFor("http://click.example/1"), 1);
 }
 
+TEST_F(BridgeTest, WhatAPageSaysIsOneLineOfTheLog) {
+    showAd();
+    GADSafetyPolicy::setShared(GADSafetyPolicy{});
+    logLines().clear();
+    go("gmsg://ads/log?string=a%0Ab%1Bc%C2%9Bd");
+    go("gmsg://ads/log?string=" + std::string(1001, 'a'));
+    go("gmsg://ads/" + std::string(119, 'a') + "%C3%A9%C3%A9");
+    EXPECT_THAT(logLines(), ElementsAre("a b c d", std::string(1000, 'a') + "...",
+                                        "<GAD> Refused \"" + std::string(119, 'a') +
+                                            "\u00e9...\": the bridge has no such command."));
+}
+
+TEST_F(BridgeTest, AClickIsPingedWithItsSignalsUnlessTheyMakeNoAddress) {
+    class Signals : public GADSignalGathering {
+    public:
+        std::optional<std::string> clickSignals(const std::string& ad) override {
+            return ad == "1" ? "signals" : "no address";
+        }
+    };
+    GADSignalGathering::setShared(std::make_shared<Signals>());
+    showAd();
+    const std::string click = "gmsg://ads/click?u=http://h/%3Fai%3D";
+    EXPECT_EQ(outcomeOf(click + "1", Type::Other), "pings http://h/?ai=1&signals");
+    EXPECT_EQ(outcomeOf(click + "2", Type::Other), "pings http://h/?ai=2");
+}
+
 TEST_F(BridgeTest, AMailAddressFillsTheComposer) {
     showAd();
     touchAd();
