@@ -1,6 +1,5 @@
 #include "ads/Delegate/GADBannerWebViewDelegate.h"
 
-#include "ads/Notification/GADNotification.h"
 #include "ads/Object/GADObjectPrivate.h"
 #include "ads/Opener/GADOpener.h"
 #include "ads/Opener/GADSafetyPolicy.h"
@@ -34,46 +33,44 @@ bool isClickOnAnOldAd(const GADObjectPrivate& ad, UIWebViewNavigationType type) 
            followsATouch(ad, type);
 }
 
-bool leadsOut(const NSURL& url) {
-    const std::string scheme = gadLowerCased(url.scheme());
-    return scheme != "about" && scheme != "file" && !GADNotification::isNotificationURL(url);
-}
-
 }
 
 bool GADBannerWebViewDelegate::webViewShouldStartLoadWithRequest(UIWebView& webView,
                                                                  const NSURLRequest& request,
                                                                  UIWebViewNavigationType type) {
     const auto hold = shared_from_this();
-    const auto ad = private_.lock();
-    if (!ad)
-        return GADWebViewDelegate::webViewShouldStartLoadWithRequest(webView, request, type);
-    setViewController(ad->rootViewController());
-    opener().setDelegateManager(ad->delegateManager());
-    if (request.URL() && isClick(*ad, type))
-        return openClick(*ad, webView, request, type);
-    return GADWebViewDelegate::webViewShouldStartLoadWithRequest(webView, request, type) &&
-           !isClickOnAnOldAd(*ad, type);
+    if (const auto ad = private_.lock()) {
+        setViewController(ad->rootViewController());
+        opener().setDelegateManager(ad->delegateManager());
+    }
+    return GADWebViewDelegate::webViewShouldStartLoadWithRequest(webView, request, type);
 }
 
-bool GADBannerWebViewDelegate::openClick(GADObjectPrivate& ad, UIWebView& webView,
-                                         const NSURLRequest& request,
-                                         UIWebViewNavigationType type) {
-    // Before the click counts.
-    if (leadsOut(*request.URL()) &&
-        !GADSafetyPolicy::permitsLeaving(*ad.webView(), "click", &*request.URL()))
+bool GADBannerWebViewDelegate::followURL(const NSURL& url, UIWebViewNavigationType type,
+                                         GADWebView& webView) {
+    const auto ad = private_.lock();
+    if (ad && isClick(*ad, type)) {
+        openClick(url, *ad, webView);
         return false;
-    const NSURL url = GADStatistics::sharedStatistics().urlForClick(*request.URL());
-    if (!GADWebViewDelegate::webViewShouldStartLoadWithRequest(webView, request, type))
-        return false;
+    }
+    return GADWebViewDelegate::followURL(url, type, webView) &&
+           !(ad && isClickOnAnOldAd(*ad, type));
+}
+
+void GADBannerWebViewDelegate::openClick(const NSURL& url, GADObjectPrivate& ad,
+                                         GADWebView& webView) {
+    const std::string scheme = gadLowerCased(url.scheme());
+    if (scheme == "about" || scheme == "file" ||
+        !GADSafetyPolicy::permitsLeaving(webView, "click", &url))
+        return;
+    const NSURL target = GADStatistics::sharedStatistics().urlForClick(url);
     opener().setReferringURL(NSURL::URLWithString(webView.URLString()));
-    if (!url.scheme().starts_with("http"))
-        return false;
-    if (ad.pendingClickURLs().empty())
-        opener().openBrowserToURLSupportedOrientations(url, ad.supportedOrientations());
+    if (!GADOpener::isPageAddress(url))
+        opener().openOutsideTheWeb(url);
+    else if (ad.pendingClickURLs().empty())
+        opener().openBrowserToURLSupportedOrientations(target, ad.supportedOrientations());
     else
-        opener().openWebAppSupportedOrientations(url, ad.supportedOrientations());
-    return false;
+        opener().openWebAppSupportedOrientations(target, ad.supportedOrientations());
 }
 
 void GADBannerWebViewDelegate::webViewDidFinishLoad(UIWebView& webView) {

@@ -19,9 +19,11 @@ public:
     void webViewDidFinishLoad(UIWebView& webView) override;
     void webViewDidFailLoadWithError(UIWebView& webView, const NSError& error) override;
 
+protected:
+    bool followURL(const NSURL& url, UIWebViewNavigationType type, GADWebView& webView) override;
+
 private:
-    bool openClick(GADObjectPrivate& ad, UIWebView& webView, const NSURLRequest& request,
-                   UIWebViewNavigationType type);
+    void openClick(const NSURL& url, GADObjectPrivate& ad, GADWebView& webView);
 
     std::weak_ptr<GADObjectPrivate> private_;
 };

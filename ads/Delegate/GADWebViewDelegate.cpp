@@ -61,10 +61,10 @@ bool GADWebViewDelegate::webViewShouldStartLoadWithRequest(UIWebView& webView,
     // Loads that a page starts by itself at its beginning are not the user's actions.
     if (type != UIWebViewNavigationType::Other || url.path().size() >= 2)
         postWebAction(url, std::nullopt, webView);
-    return followURL(url, page);
+    return followURL(url, type, page);
 }
 
-bool GADWebViewDelegate::followURL(const NSURL& url, GADWebView& webView) {
+bool GADWebViewDelegate::followURL(const NSURL& url, UIWebViewNavigationType, GADWebView& webView) {
     if (GADOpener::isPageAddress(url))
         return true;
     if (gadLowerCased(url.scheme()) != "file" &&

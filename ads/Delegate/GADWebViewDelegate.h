@@ -60,13 +60,14 @@ public:
     void webViewDidFinishLoad(UIWebView& webView) override;
 
 protected:
+    /// Follows an address that is no command; whether the page loads it.
+    virtual bool followURL(const NSURL& url, UIWebViewNavigationType type, GADWebView& webView);
     /// The first page of this delegate has finished loading.
     virtual void loadedFirstPage(UIWebView& /*webView*/) {}
 
 private:
     void performCommand(const GADNotification& notification, const NSURL& url, GADWebView& webView);
     void evaluateInOpenerLater(const Value::Dictionary& parameters, GADWebView& webView);
-    bool followURL(const NSURL& url, GADWebView& webView);
 
     void trackerDidRedirect(GADClickTracker& tracker, const NSURL& url) override;
     void trackerDidFailWithError(GADClickTracker& tracker, const NSError* error) override;
