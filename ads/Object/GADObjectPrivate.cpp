@@ -2,8 +2,9 @@
 
 #include "ads/Delegate/GADBannerWebViewDelegate.h"
 #include "ads/Delegate/GADDelegateManager.h"
-#include "ads/Network/GADClickTracker.h"
+#include "ads/Network/GADTrackers.h"
 #include "ads/Notification/GADNotificationCenter.h"
+#include "ads/Object/GADBuildPage.h"
 #include "ads/Object/GADRefreshTimer.h"
 #include "ads/Opener/GADOpener.h"
 #include "ads/Statistics/GADStatistics.h"
@@ -11,11 +12,8 @@
 #include "ads/View/GADBannerView.h"
 #include "ads/View/GADWebView.h"
 #include "platform/foundation/NSLog.h"
-#include "platform/foundation/NSRunLoop.h"
 #include "platform/foundation/Weakly.h"
 #include "platform/uikit/UIApplication.h"
-
-#include <algorithm>
 
 namespace vistrel {
 
@@ -45,7 +43,8 @@ void GADObjectPrivate::resetProcessState() {
 }
 
 GADObjectPrivate::GADObjectPrivate()
-    : delegateManager_(std::make_shared<GADDelegateManager>()) {}
+    : delegateManager_(std::make_shared<GADDelegateManager>())
+    , trackers_(std::make_shared<GADTrackers>()) {}
 
 std::shared_ptr<GADObjectPrivate> GADObjectPrivate::withFrame(CGRect frame) {
     std::shared_ptr<GADObjectPrivate> made(new GADObjectPrivate);
@@ -77,19 +76,15 @@ void GADObjectPrivate::setUp(CGRect bounds, const std::shared_ptr<GADBannerView>
 
 GADObjectPrivate::~GADObjectPrivate() {
     cancelPendingActions();
-    tearDownBuildWebView();
     webView_->empty();
     for (const auto& file : {buildAdJS_, adHTML_}) {
         if (file)
             file->cancel();
     }
-    for (const auto& tracker : trackers_)
-        tracker->reset();
 }
 
 void GADObjectPrivate::cancelPendingActions() {
     reloadTimer_->invalidate();
-    NSRunLoop::cancelPerform(std::exchange(trackerCleanUp_, 0));
 }
 
 bool GADObjectPrivate::isMakingRequest() const {
@@ -189,30 +184,7 @@ void GADObjectPrivate::webViewDidFailLoad() {
 }
 
 void GADObjectPrivate::trackURLs(std::span<const NSURL> urls) {
-    for (const NSURL& url : urls) {
-        trackers_.push_back(
-            GADClickTracker::withDelegate(weakReference<GADClickTrackerDelegate>(this)));
-        trackers_.back()->trackURL(url);
-    }
-}
-
-void GADObjectPrivate::trackerDidRedirect(GADClickTracker&, const NSURL&) {
-    scheduleTrackerCleanUp();
-}
-
-void GADObjectPrivate::trackerDidFailWithError(GADClickTracker&, const NSError*) {
-    scheduleTrackerCleanUp();
-}
-
-void GADObjectPrivate::scheduleTrackerCleanUp() {
-    if (trackerCleanUp_ == 0)
-        trackerCleanUp_ = NSRunLoop::performAfterDelay(
-            0, weakly(this, &GADObjectPrivate::removeFinishedTrackers));
-}
-
-void GADObjectPrivate::removeFinishedTrackers() {
-    trackerCleanUp_ = 0;
-    std::erase_if(trackers_, [](const auto& tracker) { return tracker->hasTracked(); });
+    trackers_->trackURLs(urls);
 }
 
 }

@@ -1,6 +1,5 @@
 #pragma once
 #include "ads/Network/GADCachedFile.h"
-#include "ads/Network/GADClickTrackerDelegate.h"
 #include "ads/Object/GADPrivateObject.h"
 #include "ads/Object/GADRequestError.h"
 #include "ads/Request/GADRequestPrivate.h"
@@ -17,11 +16,11 @@
 namespace vistrel {
 class GADBannerView;
 class GADBannerWebViewDelegate;
-class GADClickTracker;
+class GADBuildPage;
 class GADDelegateManager;
 class GADRefreshTimer;
+class GADTrackers;
 class GADWebView;
-class GADWebViewDelegate;
 class UIViewController;
 struct NSNotification;
 
@@ -41,9 +40,7 @@ enum class GADAdState : int {
 /// the request-building script, runs it in a hidden page to get the ad's address, fetches the ad's
 /// HTML and loads the page. Failures are reported to the delegate manager. Calls during a load, or
 /// while the application is not active, do nothing.
-class GADObjectPrivate : public GADPrivateObject,
-                         public GADCachedFileDelegate,
-                         public GADClickTrackerDelegate {
+class GADObjectPrivate : public GADPrivateObject, public GADCachedFileDelegate {
 public:
     /// Without a visible banner.
     static std::shared_ptr<GADObjectPrivate> withFrame(CGRect frame);
@@ -84,7 +81,7 @@ public:
     virtual std::string jsBuildAdURL() const;
 
     void trackURLs(std::span<const NSURL> urls);
-    /// Cancels the refresh timer and delayed calls.
+    /// Cancels the refresh timer.
     void cancelPendingActions();
     /// `parameters` are those of the failed request; none when it was not sent.
     void reportErrorCode(GADErrorCode code, const Value::Dictionary& parameters = {});
@@ -113,42 +110,36 @@ private:
     void scriptDownloadDidEnd();
     void buildAdURL(const std::string& script);
     Value::Dictionary parametersOfRequest() const;
-    void tearDownBuildWebView();
-    void scriptDidLoadAdURL(const NSNotification& notification);
-    void scriptDidRefuse(const NSNotification& notification, const char* logPrefix);
+    void scriptDidAnswer(const NSNotification& answer);
+    void scriptDidLoadAdURL(const Value::Dictionary& answer);
+    void scriptDidRefuse(const Value::Dictionary& answer, const char* logPrefix);
     void fetchAd(std::optional<NSURL> url);
     void replaceAdHTML(std::shared_ptr<GADCachedFile> file);
     void readHeaders();
     void showAd();
     void adDownloadDidFail(int status);
     void scheduleRefresh();
-    void removeFinishedTrackers();
     void logMissingServer() const;
 
     void cachedFileDownloadDidEnd(GADCachedFile& file) override;
     void cachedFileDownloadDidFail(GADCachedFile& file, const NSError* error) override;
     std::optional<NSError> cachedFileShouldRedirectToURL(GADCachedFile& file,
                                                          const NSURL& url) override;
-    void trackerDidRedirect(GADClickTracker& tracker, const NSURL& url) override;
-    void trackerDidFailWithError(GADClickTracker& tracker, const NSError* error) override;
-    void scheduleTrackerCleanUp();
 
     std::weak_ptr<GADBannerView> adView_;
     std::string adUnitID_;
     std::shared_ptr<GADDelegateManager> delegateManager_;
     std::weak_ptr<UIViewController> rootViewController_;
     std::shared_ptr<GADWebView> webView_;
-    std::shared_ptr<GADWebView> buildAdWebView_;
+    std::unique_ptr<GADBuildPage> buildPage_;
     std::shared_ptr<GADBannerWebViewDelegate> webViewDelegate_;
-    std::shared_ptr<GADWebViewDelegate> buildAdWebViewDelegate_;
     std::shared_ptr<GADCachedFile> buildAdJS_;
     std::shared_ptr<GADCachedFile> adHTML_;
     std::shared_ptr<GADRequestPrivate> request_;
     Value::Dictionary sentParameters_;
     GADAdState state_ = GADAdState::Idle;
     double timeLastLoaded_ = 0;
-    std::vector<std::shared_ptr<GADClickTracker>> trackers_;
-    std::uint64_t trackerCleanUp_ = 0;
+    std::shared_ptr<GADTrackers> trackers_;
     std::vector<NSURL> pendingTrackingURLs_;
     std::vector<NSURL> pendingClickURLs_;
     std::unique_ptr<GADRefreshTimer> reloadTimer_;

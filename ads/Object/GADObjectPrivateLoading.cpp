@@ -1,12 +1,10 @@
-#include "ads/Delegate/GADBannerWebViewDelegate.h"
 #include "ads/GADSettings.h"
 #include "ads/Network/GADNetworkUtilities.h"
-#include "ads/Notification/GADNotificationCenter.h"
 #include "ads/Object/GADAdHeaders.h"
+#include "ads/Object/GADBuildPage.h"
 #include "ads/Object/GADObjectPrivate.h"
 #include "ads/Object/GADRefreshTimer.h"
 #include "ads/Statistics/GADStatistics.h"
-#include "ads/Utility/GADMacros.h"
 #include "ads/Utility/GADSignalGathering.h"
 #include "ads/Utility/GADTextUtilities.h"
 #include "ads/Utility/GADTextualDescription.h"
@@ -33,19 +31,6 @@ constexpr double kScriptLifetime = 86400;
 std::optional<NSURL> scriptURL(const std::string& path) {
     const std::string host = gadSettingValue(kGADStaticContentHost);
     return host.empty() ? std::nullopt : NSURL::URLWithString("http://" + host + path);
-}
-
-/// Keeps a request's texts from ending the script element of the page.
-std::string scriptLiteral(const Value::Dictionary& dictionary) {
-    const Value value = dictionary;
-    std::string literal;
-    for (const char character : GADMacros::jsonify(&value).value_or("")) {
-        if (character == '<')
-            literal += "\\u003C";
-        else
-            literal += character;
-    }
-    return literal;
 }
 
 Value::Dictionary rectangle(const CGRect& rect) {
@@ -103,26 +88,19 @@ void GADObjectPrivate::scriptDownloadDidEnd() {
 
 void GADObjectPrivate::buildAdURL(const std::string& script) {
     sentParameters_ = parametersOfRequest();
-    tearDownBuildWebView();
-    buildAdWebView_ = GADWebView::withFrame(CGRectMake(0, 0, 1, 1));
-    buildAdWebView_->setHidden(true);
-    buildAdWebViewDelegate_ = std::make_shared<GADWebViewDelegate>();
-    buildAdWebView_->setDelegate(buildAdWebViewDelegate_);
-    const auto observe = [this](const char* name, auto handler) {
-        GADNotificationCenter::defaultCenter().addObserver(this, name, buildAdWebView_.get(),
-                                                           weakly(this, handler));
-    };
-    observe("loadAdURL", &GADObjectPrivate::scriptDidLoadAdURL);
-    observe("invalidRequest", [](GADObjectPrivate& ad, const NSNotification& answer) {
-        ad.scriptDidRefuse(answer, "<GAD> Invalid Request: ");
-    });
-    observe("unableToServe", [](GADObjectPrivate& ad, const NSNotification& answer) {
-        ad.scriptDidRefuse(answer, "<GAD> Unable to serve: ");
-    });
-    buildAdWebView_->loadHTMLStringBaseURL(
-        "<html><head><script>" + script + "</script><script>AFMA_buildAdURL(" +
-            scriptLiteral(sentParameters_) + ");</script></head><body></body></html>",
-        NSURL::URLWithString(gadSettingValue(kGADAdServerOrigin)));
+    buildPage_ = std::make_unique<GADBuildPage>(script, sentParameters_,
+                                                weakly(this, &GADObjectPrivate::scriptDidAnswer));
+}
+
+void GADObjectPrivate::scriptDidAnswer(const NSNotification& answer) {
+    buildPage_ = nullptr;
+    const Value::Dictionary& parameters = answer.userInfo.dictionary();
+    if (answer.name == "loadAdURL")
+        scriptDidLoadAdURL(parameters);
+    else if (answer.name == "invalidRequest")
+        scriptDidRefuse(parameters, "<GAD> Invalid Request: ");
+    else
+        scriptDidRefuse(parameters, "<GAD> Unable to serve: ");
 }
 
 Value::Dictionary GADObjectPrivate::parametersOfRequest() const {
@@ -140,26 +118,16 @@ Value::Dictionary GADObjectPrivate::parametersOfRequest() const {
     return parameters;
 }
 
-void GADObjectPrivate::tearDownBuildWebView() {
-    if (!buildAdWebView_)
-        return;
-    GADNotificationCenter::defaultCenter().removeObserver(this, {}, buildAdWebView_.get());
-    buildAdWebView_->setDelegate({});
-    buildAdWebView_ = nullptr;
-    buildAdWebViewDelegate_ = nullptr;
-}
-
-void GADObjectPrivate::scriptDidLoadAdURL(const NSNotification& notification) {
-    tearDownBuildWebView();
-    if (notification.userInfo.find("errors")) {
+void GADObjectPrivate::scriptDidLoadAdURL(const Value::Dictionary& answer) {
+    if (answer.contains("errors")) {
         fail(GADErrorCode::InvalidRequest);
         return;
     }
     setState(GADAdState::FetchingAd);
-    const std::string type = gadTextForKey("type", notification.userInfo.dictionary());
+    const std::string type = gadTextForKey("type", answer);
     GADSignalGathering::shared().setRequestTypeSDKVersion(
         static_cast<int>(GADRequest::requestTypeFromString(type)), GADRequest::sdkVersion());
-    auto url = NSURL::URLWithString(gadTextForKey("url", notification.userInfo.dictionary()));
+    auto url = NSURL::URLWithString(gadTextForKey("url", answer));
     if (const auto spamSignals = request_->spamSignals(); url && !spamSignals.empty())
         url = GADNetworkUtilities::appendQueryParametersToURL(spamSignals, *url);
     if (url && type == kSequencedRequestType)
@@ -168,12 +136,11 @@ void GADObjectPrivate::scriptDidLoadAdURL(const NSNotification& notification) {
     fetchAd(std::move(url));
 }
 
-void GADObjectPrivate::scriptDidRefuse(const NSNotification& notification, const char* logPrefix) {
-    tearDownBuildWebView();
-    Value::Dictionary answer;
-    for (const auto& [key, value] : notification.userInfo.dictionary())
-        answer.set(gadLogText(key), gadLogText(value.string()));
-    NSLog(logPrefix + gadTextualDescription(answer));
+void GADObjectPrivate::scriptDidRefuse(const Value::Dictionary& answer, const char* logPrefix) {
+    Value::Dictionary said;
+    for (const auto& [key, value] : answer)
+        said.set(gadLogText(key), gadLogText(value.string()));
+    NSLog(logPrefix + gadTextualDescription(said));
     fail(GADErrorCode::InvalidRequest);
 }
 
