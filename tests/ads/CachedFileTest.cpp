@@ -198,17 +198,17 @@ TEST_F(GADCachedFileTest, AnUnexpectedStatusKeepsTheOldCopy) {
 
 TEST_F(GADCachedFileTest, AFetchThatFailsReportsItsErrorAndKeepsTheOldCopy) {
     using Answer = support::ScriptedAnswer;
-    const std::string noSpace = "fail NSPOSIXErrorDomain " + std::to_string(ENOSPC);
+    const std::string noSpace = "fail NSPOSIXErrorDomain " + std::to_string(ENOSPC) + ": 200";
     const std::pair<std::function<void(Answer&)>, std::string> cases[] = {
         {[](Answer& answer) { answer.failsAfter(5, host::TransferErrorKind::ConnectionLost, ""); },
-         "fail NSURLErrorDomain -1005"},
-        {[](Answer& answer) { answer.announces(100); }, "fail NSURLErrorDomain -1005"},
+         "fail NSURLErrorDomain -1005: 200"},
+        {[](Answer& answer) { answer.announces(100); }, "fail NSURLErrorDomain -1005: 200"},
         {[this](Answer&) { files().failWritesFrom(1, ENOSPC); }, noSpace},
     };
     haveACopy();
     for (const auto& [fault, event] : cases) {
         fault(network().at(kAddress).body("a longer new copy"));
-        EXPECT_EQ(fetched(), event + ": 200" + kOldCopy);
+        EXPECT_EQ(fetched(), event + kOldCopy);
         files().clearFaults();
     }
     file().invalidate();
