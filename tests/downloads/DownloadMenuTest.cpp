@@ -46,7 +46,7 @@ TEST_F(DownloadMenuTest, ALongPressTheOtherButtonAndTheMenuKeyOfferFourThingsAnd
         EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, "Cancel"));
         EXPECT_FALSE(media().player()) << "the row is not opened as well";
     }
-    EXPECT_THAT(desktop().handedOver(), IsEmpty());
+    EXPECT_THAT(desktop().handedOver, IsEmpty());
     EXPECT_EQ(alertCount(), 0);
 }
 
@@ -81,12 +81,12 @@ TEST_F(DownloadMenuTest, MarksThatTurnANameAroundAreNotShown) {
 TEST_F(DownloadMenuTest, OtherProgramsGetTheMachinesFileAndAFailureIsExplained) {
     choose("Open With…");
     choose("Show in Folder", {1, 0});
-    EXPECT_THAT(desktop().handedOver(),
+    EXPECT_THAT(desktop().handedOver,
                 ElementsAre("open " + files().machinePath(kFolder + "Film.mp4"),
                             "show " + files().machinePath(kFolder + "Song.MP3")));
     EXPECT_EQ(alertCount(), 0);
     for (const std::string reason : {"", "Gone astray"}) {
-        desktop().setHandOverFailure({ENOENT, reason});
+        desktop().handOverFailure = {ENOENT, reason};
         choose("Open With…");
         EXPECT_EQ(alert(), "Cannot Be Opened | " + (reason.empty() ? "Film.mp4" : reason));
         EXPECT_TRUE(tapAlertButton("OK"));
@@ -94,7 +94,7 @@ TEST_F(DownloadMenuTest, OtherProgramsGetTheMachinesFileAndAFailureIsExplained) 
 }
 
 TEST_F(DownloadMenuTest, WhereTheDesktopCannotAskTheSheetListsThePrograms) {
-    desktop().setPrograms({"Player", "Editor"});
+    desktop().programs = {"Player", "Editor"};
     for (const char* answer : {"Cancel", "Editor"}) {
         act("second 160,100");
         settle();
@@ -103,7 +103,7 @@ TEST_F(DownloadMenuTest, WhereTheDesktopCannotAskTheSheetListsThePrograms) {
         EXPECT_THAT(choices(), ElementsAre("Player", "Editor", "Cancel"));
         EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, answer));
     }
-    EXPECT_THAT(desktop().handedOver(),
+    EXPECT_THAT(desktop().handedOver,
                 ElementsAre("Editor " + files().machinePath(kFolder + "Film.mp4")));
     choose("Rename…");
     EXPECT_EQ(alertTitle(), "Rename") << "the menu is itself again";

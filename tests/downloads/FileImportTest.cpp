@@ -23,7 +23,7 @@ protected:
 };
 
 TEST_F(FileImportTest, AFileIsCopiedUnderAFreeNameAndShown) {
-    const auto& copies = desktop().copies();
+    const auto& copies = desktop().copies;
     files().put(kFolder + "A Film.mp4", "an older one");
     offer("file:///home/ann/A%20Film.MP4");
     EXPECT_EQ(alert(), "Copy to Downloads? | A Film.MP4");
@@ -56,11 +56,11 @@ TEST_F(FileImportTest, AFileIsCopiedUnderAFreeNameAndShown) {
 TEST_F(FileImportTest, NothingHappensWithoutAYesAndAFailureIsExplained) {
     offer("file:///home/ann/song.mp3");
     ASSERT_TRUE(tapAlertButton("Cancel"));
-    EXPECT_TRUE(desktop().copies().empty());
+    EXPECT_TRUE(desktop().copies.empty());
 
     copy("file:///home/ann/song.mp3");
     display().setInFront(false);
-    desktop().copies().at(0).done(host::Failure{ENOSPC, "No space left on device"});
+    desktop().copies.at(0).done(host::Failure{ENOSPC, "No space left on device"});
     settle();
     EXPECT_THAT(desktop().notifications(), ElementsAre("Not Copied: song.mp3"));
     EXPECT_EQ(alert(), "Not Copied | No space left on device");

@@ -29,25 +29,20 @@ public:
     void copyFile(const std::string& url, const std::string& machinePath,
                   std::function<void(double fraction)> progress,
                   std::function<void(host::Status)> done) override {
-        copies_.push_back({url, machinePath, std::move(progress), std::move(done)});
+        copies.push_back({url, machinePath, std::move(progress), std::move(done)});
     }
     void openWith(const std::string& machinePath, host::AskForProgram ask,
                   std::function<void(host::Status)> done) override {
-        if (programs_.empty())
+        if (programs.empty())
             return handOver("open " + machinePath, std::move(done));
-        ask(programs_, [this, machinePath, done = std::move(done)](std::size_t index) {
-            handOver(programs_[index] + " " + machinePath, done);
+        ask(programs, [this, machinePath, done = std::move(done)](std::size_t index) {
+            handOver(programs[index] + " " + machinePath, done);
         });
     }
-    /// With names of programs, it cannot ask the user itself; "Name /path" is handed over then.
-    void setPrograms(std::vector<std::string> programs) { programs_ = std::move(programs); }
     void showInFolder(const std::string& machinePath,
                       std::function<void(host::Status)> done) override {
         handOver("show " + machinePath, std::move(done));
     }
-    /// "open /path" and "show /path", in order.
-    const std::vector<std::string>& handedOver() const { return handedOver_; }
-    void setHandOverFailure(host::Failure failure) { handOverFailure_ = std::move(failure); }
     bool canSendMail() override { return canSendMail_; }
     void sendMail(host::OutgoingMail mail, std::function<void(double fraction)> progress,
                   std::function<void(host::Status)> done) override {
@@ -72,7 +67,12 @@ public:
         std::function<void(double)> progress;
         std::function<void(host::Status)> done;
     };
-    const std::vector<Copy>& copies() const { return copies_; }
+    std::vector<Copy> copies;
+    /// "open /path" and "show /path", in order.
+    std::vector<std::string> handedOver;
+    std::optional<host::Failure> handOverFailure;
+    /// With names of programs, it cannot ask the user itself; "Name /path" is handed over then.
+    std::vector<std::string> programs;
 
     /// Schemes that something handles; "http", "https" and "mailto" at first.
     std::set<std::string>& schemes() { return schemes_; }
@@ -89,16 +89,12 @@ public:
 
 private:
     void handOver(std::string what, std::function<void(host::Status)> done) {
-        handedOver_.push_back(std::move(what));
+        handedOver.push_back(std::move(what));
         loop_.schedule(0, [this, done = std::move(done)] {
-            done(handOverFailure_ ? host::Status(*handOverFailure_) : host::Done{});
+            done(handOverFailure ? host::Status(*handOverFailure) : host::Done{});
         });
     }
 
-    std::vector<Copy> copies_;
-    std::vector<std::string> handedOver_;
-    std::vector<std::string> programs_;
-    std::optional<host::Failure> handOverFailure_;
     host::Status record(const host::OutgoingMail& mail, std::vector<host::OutgoingMail>& where) {
         if (mailFailure_)
             return *mailFailure_;

@@ -17,7 +17,10 @@ public:
     ScriptedAnswer& status(int status) { return set(status_, status); }
     /// The media type as the client is told it.
     ScriptedAnswer& type(std::string mimeType) { return set(mimeType_, std::move(mimeType)); }
-    ScriptedAnswer& header(std::string name, std::string value);
+    ScriptedAnswer& header(std::string name, std::string value) {
+        headers_.emplace_back(std::move(name), std::move(value));
+        return *this;
+    }
     /// Also announces its length, unless announces() says otherwise.
     ScriptedAnswer& body(std::string bytes) { return set(body_, std::move(bytes)); }
     /// The length in the answer's head; -1: unknown. Fewer bytes than announced end in a failure.
@@ -29,13 +32,22 @@ public:
     /// Seconds before the head, and between chunks.
     ScriptedAnswer& after(double seconds) { return set(delay_, seconds); }
     ScriptedAnswer& secondsBetweenChunks(double seconds) { return set(interval_, seconds); }
-    ScriptedAnswer& redirectsTo(std::string url, int status = 302);
+    ScriptedAnswer& redirectsTo(const std::string& url, int status = 302) {
+        location_ = url;
+        return header("Location", url).status(status);
+    }
     /// Sends nothing, not even a head.
     ScriptedAnswer& neverAnswers() { return set(silent_, true); }
     ScriptedAnswer& failsAfter(std::size_t bytes, host::TransferErrorKind kind,
-                               std::string message);
+                               std::string message) {
+        failsAt_ = bytes;
+        return set(error_, host::TransferError{kind, std::move(message)});
+    }
     /// Fails before the head.
-    ScriptedAnswer& fails(host::TransferErrorKind kind, std::string message);
+    ScriptedAnswer& fails(host::TransferErrorKind kind, std::string message) {
+        failsBeforeHead_ = true;
+        return set(error_, host::TransferError{kind, std::move(message)});
+    }
 
 private:
     friend class ScriptedTransfer;

@@ -4,6 +4,8 @@
 #include "platform/host/EventLoop.h"
 #include "tests/support/Testing.h"
 
+#include <cerrno>
+
 namespace vistrel::support {
 
 class SilentPlayback;
@@ -15,6 +17,14 @@ struct SilentItem {
     int pictureHeight = 360;
     std::string failure;       ///< not empty: preparing fails with it
     bool readyByItself = true; ///< at the next turn after prepare
+};
+
+/// An audio file that has only its tags.
+struct SilentFile : host::AudioFileReader {
+    host::Result<std::vector<std::byte>> id3Tag() override { return tag; }
+    host::Result<Info> info() override { return fields; }
+    Info fields;
+    std::vector<std::byte> tag;
 };
 
 /// Finds an item at every address.
@@ -29,14 +39,22 @@ public:
     host::Result<std::shared_ptr<host::Playback>>
     createAudioPlayback(const std::string& url) override;
     host::Result<std::unique_ptr<host::AudioFileReader>>
-    openAudioFile(const std::string& path) override;
+    openAudioFile(const std::string& path) override {
+        const auto found = files_.find(path);
+        if (found == files_.end())
+            return host::Failure{ENOENT, "No such file or directory"};
+        return std::unique_ptr<host::AudioFileReader>(std::make_unique<SilentFile>(found->second));
+    }
     host::Result<std::string> audioRoute() override { return audioRoute_; }
 
     /// What is at the address; by default an item of 60 seconds.
     SilentItem& at(const std::string& url) { return items_[url]; }
     /// Tags of a file by device path; a file without tags cannot be opened.
     void setTags(const std::string& path, host::AudioFileReader::Info info,
-                 std::vector<std::byte> id3Tag = {});
+                 std::vector<std::byte> id3Tag = {}) {
+        files_[path].fields = std::move(info);
+        files_[path].tag = std::move(id3Tag);
+    }
     void setAudioRoute(host::Result<std::string> route) { audioRoute_ = std::move(route); }
 
     /// The players that are alive, oldest first.
@@ -46,14 +64,9 @@ public:
 
 private:
     friend class SilentPlayback;
-    struct Tags {
-        host::AudioFileReader::Info info;
-        std::vector<std::byte> id3Tag;
-    };
-
     host::EventLoop& loop_;
     std::map<std::string, SilentItem> items_;
-    std::map<std::string, Tags> tags_;
+    std::map<std::string, SilentFile> files_;
     host::Result<std::string> audioRoute_ = std::string("Speaker");
     std::vector<SilentPlayback*> players_;
 };
@@ -192,5 +205,19 @@ private:
     float volume_ = 1;
     host::EventLoop::Token pending_ = 0;
 };
+
+inline std::shared_ptr<host::MoviePlayback>
+SilentMedia::createMoviePlayback(const std::string& url) {
+    return std::make_shared<SilentPlayback>(*this, url);
+}
+
+inline host::Result<std::shared_ptr<host::Playback>>
+SilentMedia::createAudioPlayback(const std::string& url) {
+    if (const std::string& failure = items_[url].failure; !failure.empty())
+        return host::Failure{EINVAL, failure};
+    auto playback = std::make_shared<SilentPlayback>(*this, url);
+    playback->becomeReady();
+    return std::shared_ptr<host::Playback>(std::move(playback));
+}
 
 }

@@ -14,18 +14,16 @@ public:
     double wallClock() const override { return wallClockAtStart_ + now_; }
     Token schedule(double delay, std::function<void()> work) override {
         const Token token = ++lastToken_;
-        const Moment moment(now_ + (delay > 0 ? delay : 0), token);
-        queue_.emplace(moment, std::move(work));
-        moments_.emplace(token, moment);
+        queue_.emplace(Moment(now_ + std::max(delay, 0.0), token), std::move(work));
         return token;
     }
     void cancel(Token token) override {
-        const auto found = moments_.find(token);
-        if (found == moments_.end())
+        const auto found =
+            std::ranges::find(queue_, token, [](const auto& entry) { return entry.first.second; });
+        if (found == queue_.end())
             return;
         // The work is destroyed last: what it holds may cancel in turn.
-        const auto node = queue_.extract(found->second);
-        moments_.erase(found);
+        const auto node = queue_.extract(found);
     }
     /// Tests turn the loop themselves.
     int run() override { return -1; }
@@ -42,8 +40,7 @@ public:
             }
         }
         // Work may have moved the clock further by itself.
-        if (target > now_)
-            now_ = target;
+        now_ = std::max(now_, target);
     }
     /// Runs what is due now.
     void turn() { advance(0); }
@@ -61,10 +58,7 @@ public:
 
     std::size_t pendingWork() const { return queue_.size(); }
     /// Forgets all work.
-    void clear() {
-        moments_.clear();
-        const auto work = std::exchange(queue_, {});
-    }
+    void clear() { const auto work = std::exchange(queue_, {}); }
     void setWallClockAtStart(double seconds) { wallClockAtStart_ = seconds; }
 
 private:
@@ -76,9 +70,7 @@ private:
         if (queue_.empty() || queue_.begin()->first.first > until)
             return false;
         auto node = queue_.extract(queue_.begin());
-        moments_.erase(node.key().second);
-        if (node.key().first > now_)
-            now_ = node.key().first;
+        now_ = std::max(now_, node.key().first);
         node.mapped()();
         return true;
     }
@@ -87,7 +79,6 @@ private:
     double wallClockAtStart_ = 1'300'000'000;
     Token lastToken_ = 0;
     std::map<Moment, std::function<void()>> queue_;
-    std::map<Token, Moment> moments_;
 };
 
 }
