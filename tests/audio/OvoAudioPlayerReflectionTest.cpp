@@ -30,7 +30,6 @@ protected:
         button->setImageForState(std::move(image), UIControlState::Normal);
         return button;
     }
-    static unsigned channel(std::uint32_t pixel, int shift) { return pixel >> shift & 0xFF; }
 };
 
 TEST_F(OvoAudioPlayerReflectionTest, RowsStartWithTheCoversLastOneAndFade) {
@@ -45,17 +44,14 @@ TEST_F(OvoAudioPlayerReflectionTest, RowsStartWithTheCoversLastOneAndFade) {
         const Bitmap& picture = *reflection->bitmap();
         const int rows = 208 * scale;
         ASSERT_EQ(picture.height(), rows);
-        for (int x = 0; x < side; ++x)
-            EXPECT_EQ(picture.pixel(x, 0), colorAt(x, side - 1));
         for (int y = 0; y < rows; ++y) {
             const double opacity = 1 - static_cast<double>(y) / (rows - 1);
-            for (const int x : {0, 1, 128, side - 1}) {
-                const std::uint32_t whole = colorAt(x, side - 1 - y);
+            for (int x = 0; x < side; x += y == 0 ? 1 : 127)
                 for (const int shift : {0, 8, 16, 24})
-                    ASSERT_NEAR(channel(picture.pixel(x, y), shift),
-                                channel(whole, shift) * opacity, 1.0)
+                    ASSERT_NEAR(picture.pixel(x, y) >> shift & 0xFF,
+                                (colorAt(x, side - 1 - y) >> shift & 0xFF) * opacity,
+                                y == 0 ? 0 : 1)
                         << x << ", " << y << " bit " << shift;
-            }
         }
         EXPECT_EQ(picture.pixel(5, rows - 1), 0U);
     }

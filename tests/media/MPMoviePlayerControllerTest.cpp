@@ -49,10 +49,9 @@ protected:
         player_->view()->setFrame(CGRectMake(0, 0, 480, 320));
         if (screen_)
             screen_->removeFromSuperview();
-        screen_ = std::make_shared<UIView>(CGRectMake(0, 0, 480, 320));
+        screen_ = add<UIView>(CGRectMake(0, 0, 480, 320));
         screen_->setCenter({160, 240});
         screen_->setTransform(CGAffineTransformMakeRotation(1.5707964F));
-        window().addSubview(screen_);
         screen_->addSubview(player_->view());
         player_->prepareToPlay();
         turn();

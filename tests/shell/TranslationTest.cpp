@@ -64,12 +64,10 @@ protected:
             }
         }
     }
-    void tapAndLook(UIAccessibilityRole role, const std::string& label) {
+    void tapAndLook(const std::string& label,
+                    UIAccessibilityRole role = UIAccessibilityRole::Button) {
         EXPECT_TRUE(tapElement(role, label)) << label;
         look();
-    }
-    void tapButtonAndLook(const std::string& label) {
-        tapAndLook(UIAccessibilityRole::Button, label);
     }
     void select(int section, int row) {
         menu_->tableViewDidSelectRowAtIndexPath(*menu_->tableView(), {section, row});
@@ -84,19 +82,19 @@ TEST_F(TranslationTest, TheLibraryAndThePlayersAreTranslated) {
     select(1, 3);
     FileImport::offer(*NSURL::URLWithString("file:///home/ann/*A.mp4"), navigation());
     look();
-    tapButtonAndLook("*Cancel");
+    tapAndLook("*Cancel");
     act("second 160,120");
     look();
-    tapButtonAndLook("*Rename…");
-    tapButtonAndLook("*Rename");
-    tapButtonAndLook("*Edit");
-    tapButtonAndLook("*Delete *1");
-    tapButtonAndLook("*Done");
-    tapAndLook(UIAccessibilityRole::Row, "*2");
+    tapAndLook("*Rename…");
+    tapAndLook("*Rename");
+    tapAndLook("*Edit");
+    tapAndLook("*Delete *1");
+    tapAndLook("*Done");
+    tapAndLook("*2", UIAccessibilityRole::Row);
     for (const char* button : {"*Cover", "*Repeat", "*Repeat", "*Shuffle", "*Tracks"})
-        tapButtonAndLook(button);
-    tapButtonAndLook("*Done");
-    tapAndLook(UIAccessibilityRole::Row, "*1");
+        tapAndLook(button);
+    tapAndLook("*Done");
+    tapAndLook("*1", UIAccessibilityRole::Row);
     EXPECT_TRUE(find(UIAccessibilityRole::Slider, "*Volume"));
     EXPECT_THAT(english_, IsEmpty());
 }
@@ -106,11 +104,11 @@ TEST_F(TranslationTest, TheBrowserAndTheMailScreenAreTranslated) {
     application().events().sendCommand(UICommand::GoToAddress);
     look();
     EXPECT_EQ(alertTitle(), "*Go to Address");
-    tapButtonAndLook("*Cancel");
+    tapAndLook("*Cancel");
     const auto mail = std::make_shared<MFMailComposeViewController>();
     navigation().presentModalViewController(mail, false);
     look();
-    tapButtonAndLook("*Cancel");
+    tapAndLook("*Cancel");
     EXPECT_THAT(english_, IsEmpty());
 }
 
@@ -134,7 +132,7 @@ TEST_F(TranslationTest, OtherScreensAreInEnglishOnlyWhereThePhoneWas) {
             navigation().presentModalViewController(screen, false);
         look();
         for (const std::string& tap : taps)
-            tapButtonAndLook(tap);
+            tapAndLook(tap);
         if (screen)
             navigation().dismissModalViewControllerAnimated(false);
     }

@@ -17,8 +17,6 @@ namespace {
 constexpr const char* kAddress = "http://site.example/film.mp4";
 constexpr const char* kPath = "/var/mobile/Library/Downloads/film.mp4";
 
-using Files = std::map<std::string, std::string>;
-
 class FileDownloadTest : public support::ScreenTest {
 protected:
     FileDownloadTest() { files().putFolder("/var/mobile/Library/Downloads"); }
@@ -36,7 +34,9 @@ protected:
         return screen;
     }
     support::ScriptedAnswer& answer() { return network().at(kAddress).type("video/mp4"); }
-    Files folder() { return files().contentsOfFolder(kDownloadsFolder); }
+    std::map<std::string, std::string> folder() {
+        return files().contentsOfFolder(kDownloadsFolder);
+    }
     /// As before the first download.
     void startAgain() {
         while (alertCount() > 0)
@@ -48,6 +48,14 @@ protected:
     }
     std::string buttonTitle(const FileDownloadViewController& screen) {
         return screen.downloadButton()->currentTitle();
+    }
+    /// How a download ended: "Download Succeeded, Done! film.mp4=contents", the alert's title, the
+    /// button's and the files.
+    std::string ending(const FileDownloadViewController& screen) {
+        std::string text = alertTitle() + ", " + buttonTitle(screen);
+        for (const auto& [name, contents] : folder())
+            text += " " + name + "=" + contents;
+        return text;
     }
 };
 
@@ -110,22 +118,11 @@ TEST_F(FileDownloadTest, ProgressIsReckonedInSinglePrecision) {
     }
 }
 
-/// How a download ends.
-struct Ending {
-    const char* alert; ///< its title; empty for none
-    const char* button;
-    Files files; ///< names and contents in the downloads folder
-};
-
 TEST_F(FileDownloadTest, BothMannersEndEachDownloadTheirOwnWay) {
     using Script = std::function<void(support::ScriptedAnswer&)>;
-    const auto failed = [](const Files& files) {
-        return Ending{"Failed to Download File", "Failed", files};
-    };
-    const auto failedAgain = [](const Files& files) {
-        return Ending{"Failed to Download File", "Try Again", files};
-    };
-    const Ending whole{"Download Succeeded", "Done!", {{"film.mp4", "film"}}};
+    const std::string whole = "Download Succeeded, Done! film.mp4=film";
+    const std::string failed = "Failed to Download File, Failed";
+    const std::string failedAgain = "Failed to Download File, Try Again";
     const auto status = [](int code) {
         return Script(
             [code](support::ScriptedAnswer& answer) { answer.status(code).body("film"); });
@@ -133,56 +130,48 @@ TEST_F(FileDownloadTest, BothMannersEndEachDownloadTheirOwnWay) {
     const struct {
         const char* name;
         Script script;
-        Ending phone;
-        Ending careful;
+        std::string phone;
+        std::string careful;
     } cases[] = {
         {"plain", status(200), whole, whole},
-        {"not found", status(404), whole, failedAgain({})},
-        {"server error", status(500), whole, failedAgain({})},
-        {"no content", status(204), whole, failedAgain({})},
-        {"not modified", status(304), whole, failedAgain({})},
-        {"a part nobody asked for", status(206), whole, failedAgain({})},
-        {"unknown length",
-         [](auto& answer) { answer.body("film").announces(-1); },
-         {"", "Downloading...", {{"film.mp4", "film"}}},
-         whole},
-        {"empty",
-         [](auto& answer) { answer.body(""); },
-         {"", "Downloading...", {{"film.mp4", ""}}},
-         {"Download Succeeded", "Done!", {{"film.mp4", ""}}}},
+        {"not found", status(404), whole, failedAgain},
+        {"server error", status(500), whole, failedAgain},
+        {"no content", status(204), whole, failedAgain},
+        {"not modified", status(304), whole, failedAgain},
+        {"a part nobody asked for", status(206), whole, failedAgain},
+        {"unknown length", [](auto& answer) { answer.body("film").announces(-1); },
+         ", Downloading... film.mp4=film", whole},
+        {"empty", [](auto& answer) { answer.body(""); },
+         ", Downloading... film.mp4=", "Download Succeeded, Done! film.mp4="},
         {"a file that cannot be made",
          [this](auto& answer) {
              answer.body("film");
              files().makeReadOnly(kDownloadsFolder);
          },
-         {"Download Succeeded", "Done!", {}},
-         failedAgain({})},
+         "Download Succeeded, Done!", failedAgain},
         {"an older file of that name",
          [this](auto& answer) {
              answer.body("film");
              files().put(kPath, "an older and longer film");
          },
-         whole,
-         {"Download Succeeded",
-          "Done!",
-          {{"film.mp4", "an older and longer film"}, {"film 2.mp4", "film"}}}},
+         whole, "Download Succeeded, Done! film 2.mp4=film film.mp4=an older and longer film"},
         {"a full disk",
          [this](auto& answer) {
              answer.body("film").chunks({2, 2});
              files().failWritesFrom(2, ENOSPC);
          },
-         failed({{"film.mp4", "fi"}}), failedAgain({{"film.mp4", "fi"}})},
+         failed + " film.mp4=fi", failedAgain + " film.mp4=fi"},
         {"a lost connection",
          [](auto& answer) {
              answer.body("film").failsAfter(2, host::TransferErrorKind::ConnectionLost, "It broke");
          },
-         failed({{"film.mp4", "fi"}}), failedAgain({{"film.mp4", "fi"}})},
+         failed + " film.mp4=fi", failedAgain + " film.mp4=fi"},
         {"a disk that is full when the file is closed",
          [this](auto& answer) {
              answer.body("film");
              files().failClose(EDQUOT);
          },
-         failed({{"film.mp4", "film"}}), failedAgain({{"film.mp4", "film"}})},
+         failed + " film.mp4=film", failedAgain + " film.mp4=film"},
     };
     for (const auto& each : cases) {
         for (const bool careful : {false, true}) {
@@ -190,14 +179,11 @@ TEST_F(FileDownloadTest, BothMannersEndEachDownloadTheirOwnWay) {
             setManners(careful);
             each.script(answer());
             const auto screen = download();
-            const Ending& ending = careful ? each.careful : each.phone;
-            EXPECT_EQ(alertTitle(), ending.alert);
-            EXPECT_EQ(buttonTitle(*screen), ending.button);
-            if (ending.alert == std::string("Failed to Download File")) {
+            EXPECT_EQ(ending(*screen), careful ? each.careful : each.phone);
+            if (alertTitle() == "Failed to Download File") {
                 EXPECT_EQ(screen->progressLabel()->text(), "Failed: " + alertMessage());
                 EXPECT_EQ(screen->downloadButton()->isEnabled(), careful);
             }
-            EXPECT_EQ(folder(), ending.files);
             EXPECT_EQ(files().openStreams(), 0);
             EXPECT_EQ(network().runningTransfers(), 0);
             startAgain();
@@ -274,7 +260,7 @@ TEST_F(FileDownloadTest, TwoRunningDownloadsOfOneNameKeepTheirBytesApart) {
     const auto first = download(6);
     answer().body("second");
     const auto second = download(20);
-    EXPECT_EQ(folder(), (Files{{"film.mp4", "first"}, {"film 2.mp4", "second"}}));
+    EXPECT_EQ(ending(*second), "Download Succeeded, Done! film 2.mp4=second film.mp4=first");
     EXPECT_EQ(alertCount(), 2);
 }
 

@@ -170,14 +170,18 @@ TEST_F(WebBrowserTest, BackAndForwardFollowTheHistory) {
         };
         return std::pair(item(2)->isEnabled(), item(1)->isEnabled());
     };
+    const auto arrives = [&] {
+        turn();
+        page().finishLoad();
+        return enabled();
+    };
     EXPECT_EQ(enabled(), std::pair(false, false));
     follow("/next");
-    page().finishLoad();
-    EXPECT_EQ(enabled(), std::pair(true, false));
+    EXPECT_EQ(arrives(), std::pair(true, false));
     browser->backAction();
-    turn();
-    page().finishLoad();
-    EXPECT_EQ(enabled(), std::pair(false, true));
+    EXPECT_EQ(arrives(), std::pair(false, true));
+    browser->forwardAction();
+    EXPECT_EQ(arrives(), std::pair(true, false));
 }
 
 TEST_F(WebBrowserTest, PageAndToolbarShareTheSpaceUnderTheBar) {
