@@ -32,22 +32,18 @@ TEST_F(PhoneWindowTest, TheWindowOpensWithTheSizeThatTheUserGaveItUnlessTheDispl
 TEST_F(PhoneWindowTest, FilesThatAreDroppedOnItAreReportedByTheirAddresses) {
     std::vector<std::string> dropped;
     shown_.setDropHandler([&](const std::string& address) { dropped.push_back(address); });
-    GListModel* controllers = gtk_widget_observe_controllers(shown_.screen().widget());
-    GObject* target = nullptr;
-    for (guint i = 0; i < g_list_model_get_n_items(controllers); ++i) {
-        auto* item = static_cast<GObject*>(g_list_model_get_item(controllers, i));
-        if (GTK_IS_DROP_TARGET(item))
-            target = item;
-        g_object_unref(item);
-    }
-    g_object_unref(controllers);
+    const auto controllers = NativeReference<GListModel>::adopt(
+        gtk_widget_observe_controllers(shown_.screen().widget()));
+    NativeReference<GObject> target;
+    for (guint i = 0; i < 20 && !GTK_IS_DROP_TARGET(target.get()); ++i)
+        target = NativeReference<GObject>::adopt(g_list_model_get_object(controllers.get(), i));
     ASSERT_TRUE(target);
     GFile* files[] = {g_file_new_for_path("/tmp/A Film.mp4"), g_file_new_for_path("/tmp/b.mp3")};
     GValue value = G_VALUE_INIT;
     g_value_init(&value, GDK_TYPE_FILE_LIST);
     g_value_take_boxed(&value, gdk_file_list_new_from_array(files, 2));
     gboolean taken = FALSE;
-    g_signal_emit_by_name(target, "drop", &value, 1.0, 1.0, &taken);
+    g_signal_emit_by_name(target.get(), "drop", &value, 1.0, 1.0, &taken);
     g_value_unset(&value);
     for (GFile* file : files)
         g_object_unref(file);

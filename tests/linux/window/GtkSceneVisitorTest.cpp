@@ -96,11 +96,11 @@ GtkSnapshot* recorded(const List& list, PictureNodes& nodes) {
 }
 
 /// The node that a frame makes of a list.
-GskRenderNode* nodeOfFrame(const List& list, PictureNodes& nodes) {
+std::shared_ptr<GskRenderNode> nodeOfFrame(const List& list, PictureNodes& nodes) {
     GskRenderNode* root = gtk_snapshot_free_to_node(recorded(list, nodes));
     GskRenderNode* child = gsk_render_node_ref(gsk_transform_node_get_child(root));
     gsk_render_node_unref(root);
-    return child;
+    return {child, gsk_render_node_unref};
 }
 
 TEST(GtkSceneVisitorTest, AListInOneNodeLooksLikeOneInManyNodes) {
@@ -124,14 +124,10 @@ TEST(GtkSceneVisitorTest, AListKeepsItsNodeUntilSomethingInItChanges) {
     gtk_init_check();
     PictureNodes nodes;
     List list(1);
-    GskRenderNode* first = nodeOfFrame(list, nodes);
-    GskRenderNode* same = nodeOfFrame(list, nodes);
-    EXPECT_EQ(first, same);
+    const auto first = nodeOfFrame(list, nodes);
+    EXPECT_EQ(nodeOfFrame(list, nodes), first);
     list.repaintAPicture();
-    GskRenderNode* other = nodeOfFrame(list, nodes);
-    EXPECT_NE(other, same);
-    for (GskRenderNode* node : {first, same, other})
-        gsk_render_node_unref(node);
+    EXPECT_NE(nodeOfFrame(list, nodes), first);
 }
 
 }
