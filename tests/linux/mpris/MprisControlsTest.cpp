@@ -113,6 +113,7 @@ TEST_F(MprisControlsTest, ItsPropertiesCanBeRead) {
 
     playing_ = {};
     playing_.title = "bad \xFF bytes";
+    playing_.album = "An Album";
     playing_.url = "file:///b";
     playing_.artUrl = "file:///cover.png";
     playing_.loop = host::NowPlaying::Loop::Queue;
@@ -124,7 +125,7 @@ TEST_F(MprisControlsTest, ItsPropertiesCanBeRead) {
                            "'MaximumRate': <1.0>, 'Metadata': <{"
                            "'mpris:trackid': <objectpath '/org/vistrel/Vistrel/track/0'>, "
                            "'xesam:title': <'bad \xEF\xBF\xBD bytes'>, "
-                           "'xesam:url': <'file:///device/b'>, "
+                           "'xesam:album': <'An Album'>, 'xesam:url': <'file:///device/b'>, "
                            "'mpris:artUrl': <'file:///cover.png'>}>, "));
 }
 
