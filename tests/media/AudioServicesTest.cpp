@@ -78,6 +78,8 @@ TEST_F(AudioServicesTest, TheFormatServiceReadsATagsSizeOrReportsWhatIsWrong) {
         std::vector<std::byte> specifier;
         OSStatus status;
         std::uint32_t size;
+        std::uint32_t room = 4; ///< for the result
+        AudioFormatPropertyID property = kAudioFormatProperty_ID3TagSize;
     } cases[] = {
         {"plain", header({3, 0, 0, 0, 2, 1}), noErr, 10 + 257},
         {"with footer", header({4, 0x10, 0, 0, 0, 5}), noErr, 25},
@@ -88,23 +90,17 @@ TEST_F(AudioServicesTest, TheFormatServiceReadsATagsSizeOrReportsWhatIsWrong) {
         {"no tag", bytes("TAG and so on"), kAudioFormatUnknownFormatError, 0},
         {"future version", header({5, 0, 0, 0, 2, 1}), kAudioFormatUnsupportedDataFormatError, 0},
         {"high bits", header({3, 0, 0, '\x80', 2, 1}), kAudioFormatUnspecifiedError, 0},
+        {"too much room", header({3, 0, 0, 0, 2, 1}), kAudioFormatBadPropertySizeError, 0, 8},
+        {"another property", header({3, 0, 0, 0, 2, 1}), kAudioFormatUnsupportedPropertyError, 0, 4,
+         fourCharCode("none")},
     };
     for (const auto& one : cases) {
-        std::uint32_t resultSize = 4;
+        std::uint32_t room = one.room;
         std::uint32_t result = 0;
-        EXPECT_EQ(AudioFormatGetProperty(kAudioFormatProperty_ID3TagSize, one.specifier, resultSize,
-                                         result),
-                  one.status)
+        EXPECT_EQ(AudioFormatGetProperty(one.property, one.specifier, room, result), one.status)
             << one.name;
         EXPECT_EQ(result, one.size) << one.name;
     }
-    std::uint32_t wrongSize = 8;
-    std::uint32_t result = 0;
-    EXPECT_EQ(AudioFormatGetProperty(kAudioFormatProperty_ID3TagSize, cases[0].specifier, wrongSize,
-                                     result),
-              kAudioFormatBadPropertySizeError);
-    EXPECT_EQ(AudioFormatGetProperty(fourCharCode("none"), cases[0].specifier, wrongSize, result),
-              kAudioFormatUnsupportedPropertyError);
 }
 
 TEST_F(AudioServicesTest, TheSessionMustBeInitialisedOnce) {

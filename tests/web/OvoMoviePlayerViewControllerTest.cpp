@@ -78,8 +78,7 @@ TEST_F(MoviePlayerTest, EveryEndComesBackToPortraitAndOnlyAnErrorIsSaid) {
             player().fail("no decoder");
         else if (end == End::Done)
             tapButton("Done");
-        settle();
-        settle();
+        advance(3);
         expectPortraitWithStatusBar();
         EXPECT_TRUE(watch.expired());
         EXPECT_EQ(media().player(), nullptr);
@@ -121,9 +120,7 @@ TEST_F(MoviePlayerTest, CarefulMannersPlayAFileOnWhereItWasLeft) {
         turn();
         EXPECT_NEAR(screen->mp()->currentPlaybackTime(), each.next, 0.5);
         player().end();
-        settle();
-        settle();
-        turn();
+        advance(3);
     }
     // The oldest are forgotten.
     for (int i = 0; i <= 50; ++i)
