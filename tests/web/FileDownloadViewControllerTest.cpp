@@ -43,8 +43,8 @@ protected:
             tapAlertButton("OK");
         back();
         files().clearFaults();
-        for (const auto& [name, contents] : folder())
-            EXPECT_TRUE(files().remove(kDownloadsFolder + name));
+        EXPECT_TRUE(files().remove("/var/mobile/Library/Downloads"));
+        files().putFolder("/var/mobile/Library/Downloads");
     }
     std::string buttonTitle(const FileDownloadViewController& screen) {
         return screen.downloadButton()->currentTitle();
