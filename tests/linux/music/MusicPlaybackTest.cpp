@@ -74,9 +74,9 @@ TEST_F(MusicPlaybackTest, OneTrackFollowsAnotherWithin150Milliseconds) {
 }
 
 TEST_F(MusicPlaybackTest, NextTappedFasterThanTracksLoadPlaysTheLastOneRequested) {
-    std::vector<std::string> names;
-    for (int i = 0; i < 30; ++i)
-        names.push_back(std::to_string(i) + ".mp3");
+    std::vector<std::string> names(30);
+    for (std::size_t i = 0; i < names.size(); ++i)
+        names[i] = std::to_string(i) + ".mp3";
     auto& player = open(names);
     for (int i = 0; i < 29; ++i)
         player.next();
