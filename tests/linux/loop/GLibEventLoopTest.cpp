@@ -51,22 +51,27 @@ TEST(GLibEventLoopTest, WorkThatReschedulesItselfLetsOtherSourcesRun) {
     EXPECT_GT(turns, 1);
 }
 
-TEST(GLibEventLoopTest, ALoopWithoutWorkSleeps) {
+TEST(GLibEventLoopTest, ALoopSleepsWhenItsWorkIsDoneOrCancelled) {
     GLibEventLoop loop;
-    loop.cancel(loop.schedule(0.001, [] {}));
-    loop.schedule(0, [&] { loop.quit(0); });
-    loop.run();
-    gint timeout = 0;
-    gint priority = 0;
     GMainContext* context = g_main_context_default();
-    ASSERT_TRUE(g_main_context_acquire(context));
-    for (int turn = 0; turn < 100; ++turn)
-        g_main_context_iteration(context, FALSE);
-    g_main_context_prepare(context, &priority);
-    GPollFD descriptors[16];
-    g_main_context_query(context, priority, &timeout, descriptors, 16);
-    g_main_context_release(context);
-    EXPECT_EQ(timeout, -1);
+    for (const bool isDone : {true, false}) {
+        if (isDone) {
+            loop.schedule(0, [&] { loop.quit(0); });
+            loop.run();
+        } else {
+            loop.cancel(loop.schedule(0.001, [] {}));
+        }
+        ASSERT_TRUE(g_main_context_acquire(context));
+        for (int turn = 0; turn < 100; ++turn)
+            g_main_context_iteration(context, FALSE);
+        gint timeout = 0;
+        gint priority = 0;
+        g_main_context_prepare(context, &priority);
+        GPollFD descriptors[16];
+        g_main_context_query(context, priority, &timeout, descriptors, 16);
+        g_main_context_release(context);
+        EXPECT_EQ(timeout, -1) << (isDone ? "done" : "cancelled");
+    }
 }
 
 }
