@@ -33,11 +33,6 @@ protected:
         screen = nullptr;
         settle();
     }
-    bool tapClose(const std::string& label) {
-        const bool tapped = tapElement(UIAccessibilityRole::Button, label);
-        settle();
-        return tapped;
-    }
     std::shared_ptr<UIViewController> host() { return navigation().topViewController(); }
 };
 
@@ -70,12 +65,12 @@ TEST_F(AdScreensTest, AScreenOpenedFromAWebAppReturnsToItWithoutEvents) {
     settle();
     EXPECT_EQ(webApp->modalViewController(), browser);
     browser = nullptr;
-    EXPECT_TRUE(tapClose("Done"));
+    EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, "Done"));
     EXPECT_EQ(navigation().modalViewController(), webApp);
     EXPECT_TRUE(application().isStatusBarHidden());
     EXPECT_EQ(takeEvents(), "will present");
     webApp = nullptr;
-    EXPECT_TRUE(tapClose("Close"));
+    EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, "Close"));
     EXPECT_FALSE(application().isStatusBarHidden());
     EXPECT_EQ(takeEvents(), "will dismiss, did dismiss");
 }
@@ -228,7 +223,7 @@ TEST_F(AdScreensTest, AnInterstitialIsReadyOnceItsPageHasLoadedAndPingsTwice) {
     EXPECT_EQ(requestsFor("http://t.example/shown"), 2);
     ad = nullptr; // its screen stays until it is closed
     settle();
-    EXPECT_TRUE(tapClose("Close"));
+    EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, "Close"));
     EXPECT_EQ(navigation().modalViewController(), nullptr);
 }
 
@@ -266,7 +261,7 @@ TEST_F(AdScreensTest, AStartUpInterstitialAlwaysRestoresTheWindow) {
             advance(restoredBy);
         } else if (timeout > 0) {
             settle();
-            EXPECT_TRUE(tapClose("Close"));
+            EXPECT_TRUE(tapElement(UIAccessibilityRole::Button, "Close"));
         }
         EXPECT_EQ(window().subviews(), before);
         EXPECT_FALSE(application().isStatusBarHidden());

@@ -82,7 +82,7 @@ protected:
             center_.removeObserver(&observer);
     }
     void observe(int index, const std::string& name, const void* object,
-                 std::function<void()> also = {}) {
+                 const std::function<void()>& also = {}) {
         center_.addObserver(&observers_[index], name, object,
                             [this, index, also](const NSNotification& notification) {
                                 heard_(std::to_string(index) + notification.name);
