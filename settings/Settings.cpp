@@ -24,7 +24,8 @@ std::string settingValue(const Setting& setting) {
         return found->second;
     const auto& fromFile = host::current().setting;
     if (fromFile) {
-        if (auto value = fromFile(setting.group, setting.key))
+        const auto value = fromFile(setting.group, setting.key);
+        if (value && !value->empty())
             return *value;
     }
     return setting.defaultValue;

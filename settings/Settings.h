@@ -59,7 +59,8 @@ inline constexpr std::array<PartnerSite, 8> kPartnerSites{{
     {{"partner-8", "title", "Backyard Sessions"}, {"partner-8", "address", "/partner/8/"}},
 }};
 
-/// The setting's value: from overrideSetting, else the settings file, else the default.
+/// The setting's value: from overrideSetting, else the settings file, else the default. An empty
+/// value in the file counts as none.
 std::string settingValue(const Setting& setting);
 /// For command-line options; applies until the process ends.
 void overrideSetting(const Setting& setting, std::string value);

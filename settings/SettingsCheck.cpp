@@ -1,6 +1,8 @@
 #include "settings/SettingsCheck.h"
 
+#include "platform/foundation/HexDigits.h"
 #include "platform/foundation/NSURL.h"
+#include "platform/foundation/Trimmed.h"
 #include "platform/host/Host.h"
 #include "settings/Settings.h"
 
@@ -42,6 +44,16 @@ bool isMailSecurity(const std::string& value) {
     return value == "tls" || value == "starttls" || value == "none";
 }
 
+/// With an optional port.
+bool isHost(const std::string& value) {
+    return value.find('/') == value.npos && isAddress("http://" + value);
+}
+
+bool isAESKey(const std::string& value) {
+    return value.size() == 32 &&
+           std::ranges::all_of(value, [](char c) { return hexDigitValue(c) >= 0; });
+}
+
 struct Kind {
     bool (*accepts)(const std::string& value);
     const char* description;
@@ -53,6 +65,8 @@ constexpr Kind kAddressOrPath{isAddressOrPath,
                               "an http or https address, or a path that begins with '/'"};
 constexpr Kind kYesOrNo{isYesOrNo, "'yes' or 'no'"};
 constexpr Kind kPort{isPort, "a port number"};
+constexpr Kind kHost{isHost, "a host's name"};
+constexpr Kind kAESKey{isAESKey, "32 hexadecimal digits"};
 constexpr Kind kMailSecurity{isMailSecurity, "'tls', 'starttls' or 'none'"};
 
 using KnownSettings = std::vector<std::pair<Setting, Kind>>;
@@ -71,6 +85,12 @@ const KnownSettings& knownSettings() {
             {kDonationBusiness, kText},
             {kDonationItemName, kText},
             {kBannerAdUnitID, kText},
+            {{"ads", "enabled", ""}, kYesOrNo},
+            {{"ads", "static-content-host", ""}, kHost},
+            {{"ads", "ad-server-origin", ""}, kAddress},
+            {{"ads", "reachability-host", ""}, kHost},
+            {{"ads", "click-server-domain", ""}, kHost},
+            {{"ads", "location-key", ""}, kAESKey},
             {kCarefulManners, kYesOrNo},
             {{"mail", "host", ""}, kText},
             {{"mail", "port", ""}, kPort},
@@ -88,13 +108,6 @@ const KnownSettings& knownSettings() {
     return known;
 }
 
-std::string trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t\r");
-    if (first == text.npos)
-        return {};
-    return std::string(text.substr(first, text.find_last_not_of(" \t\r") - first + 1));
-}
-
 /// Empty when the entry is valid.
 std::string mistakeOf(const std::string& group, const std::string& key, const std::string& value) {
     const auto& known = knownSettings();
@@ -104,7 +117,9 @@ std::string mistakeOf(const std::string& group, const std::string& key, const st
     if (found == known.end())
         return "there is no setting '" + key + "' in [" + group + "]";
     const Kind& kind = found->second;
-    return kind.accepts(value) ? "" : key + " needs " + kind.description + ", not '" + value + "'";
+    return value.empty() || kind.accepts(value)
+               ? ""
+               : key + " needs " + kind.description + ", not '" + value + "'";
 }
 
 }
@@ -114,7 +129,7 @@ std::vector<std::string> settingMistakes(std::string_view text) {
     std::string group;
     for (int number = 1; !text.empty(); ++number) {
         const auto end = std::min(text.find('\n'), text.size());
-        const std::string line = trimmed(text.substr(0, end));
+        const std::string line(trimmed(text.substr(0, end)));
         text.remove_prefix(std::min(end + 1, text.size()));
         if (line.empty() || line.front() == '#')
             continue;
@@ -125,8 +140,8 @@ std::vector<std::string> settingMistakes(std::string_view text) {
         else if (equals == line.npos)
             mistake = "'" + line + "' is neither [group] nor key=value";
         else
-            mistake =
-                mistakeOf(group, trimmed(line.substr(0, equals)), trimmed(line.substr(equals + 1)));
+            mistake = mistakeOf(group, std::string(trimmed(line.substr(0, equals))),
+                                std::string(trimmed(line.substr(equals + 1))));
         if (!mistake.empty())
             mistakes.push_back(std::to_string(number) + ": " + mistake);
     }

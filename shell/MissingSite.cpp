@@ -23,7 +23,7 @@ void createSettingsFile(const std::filesystem::path& path) {
     std::ofstream(path) << "# Settings of Vistrel, read when it starts; see vistrel(1).\n"
                            "[site]\n"
                            "# Scheme and host of the content site.\n"
-                           "base-url=\n";
+                           "#base-url=http://films.example\n";
 }
 
 /// Opens the settings file in the user's editor, or shows its path.

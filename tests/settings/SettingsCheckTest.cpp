@@ -8,7 +8,11 @@ TEST(SettingsCheck, AFileWithoutMistakesIsAccepted) {
     EXPECT_THAT(settingMistakes(""), IsEmpty());
     EXPECT_THAT(settingMistakes("# comment\n\n[site]\r\nbase-url = https://films.example\r\n"
                                 "[partner-8]\ntitle=A=B\naddress=/here/\n[manners]\ncareful=yes\n"
-                                "[mail]\nport=587\nsecurity=starttls\nuser=me"),
+                                "[mail]\nport=587\nsecurity=starttls\nuser=me\n"
+                                "[ads]\nenabled=no\nstatic-content-host=ads.example:8080\n"
+                                "click-server-domain=\nreachability-host=ads.example\n"
+                                "ad-server-origin=http://ads.example\n"
+                                "location-key=00112233445566778899aabbccddEEFF"),
                 IsEmpty());
 }
 
@@ -29,6 +33,8 @@ TEST(SettingsCheck, EachMistakeIsNamedWithItsLine) {
         {"[mail]\nport=65536", "2: port needs a port number, not '65536'"},
         {"[mail]\nport=25x", "2: port needs a port number, not '25x'"},
         {"[mail]\nsecurity=ssl", "2: security needs 'tls', 'starttls' or 'none', not 'ssl'"},
+        {"[ads]\nstatic-content-host=http://a", "2: static-content-host needs a host's name"},
+        {"[ads]\nlocation-key=1234", "2: location-key needs 32 hexadecimal digits, not '1234'"},
         {"[site]\nhttp://a.example", "2: 'http://a.example' is neither [group] nor key=value"},
     };
     for (const auto& each : cases)

@@ -1,5 +1,7 @@
 #include "platform/linux/main/SettingsFile.h"
 
+#include "platform/foundation/Trimmed.h"
+
 #include <glib.h>
 
 namespace vistrel {
@@ -23,7 +25,7 @@ std::optional<std::string> SettingsFile::value(const std::string& group,
     char* text = g_key_file_get_string(file_, group.c_str(), key.c_str(), nullptr);
     if (!text)
         return std::nullopt;
-    std::string value = text;
+    std::string value(trimmed(text)); // GLib keeps blanks at the end
     g_free(text);
     return value;
 }
