@@ -69,6 +69,8 @@ void OvoAudioPlayerRemote::mediaPlay() {
 void OvoAudioPlayerRemote::mediaPause() {
     if (screen_.player() && screen_.player()->isPlaying())
         screen_.play();
+    else if (screen_.interrupted())
+        screen_.player()->pause();
 }
 
 /// As at the end of the queue: the screen stays, at the start of the track.

@@ -53,6 +53,9 @@ void AVAudioPlayer::prepareToPlay() {
 }
 
 bool AVAudioPlayer::play() {
+    // Without waiting for the end of an interruption, which then is not reported.
+    if (isInterrupted_)
+        playbackInterrupted(false);
     if (std::exchange(ended_, false))
         playback_->setCurrentTime(0);
     return playback_->play();
@@ -60,6 +63,7 @@ bool AVAudioPlayer::play() {
 
 void AVAudioPlayer::pause() {
     playback_->pause();
+    endInterruption();
 }
 
 void AVAudioPlayer::stop() {

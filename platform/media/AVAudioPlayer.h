@@ -28,6 +28,7 @@ public:
     void prepareToPlay();
     /// False when it cannot be played. After the end, plays from the start.
     bool play();
+    /// During an interruption: does not resume after it.
     void pause();
     /// Keeps the position; releases what playing needs.
     void stop();
@@ -45,7 +46,8 @@ private:
     void playbackDidEnd() override;
     void playbackDidFail(const std::string& message) override;
     void playbackInterrupted(bool begins) override;
-    /// A stopped player is not told about the end of its interruption, but the session must be.
+    /// A player that is stopped or paused is not told about the end of its interruption, but the
+    /// session must be.
     void endInterruption();
 
     NSURL url_;

@@ -98,7 +98,7 @@ bool GstPlayback::play() {
 }
 
 void GstPlayback::pause() {
-    playing_ = false;
+    playing_ = interrupted_ = false;
     forgetRunningTime();
     if (play_)
         gst_play_pause(play_);

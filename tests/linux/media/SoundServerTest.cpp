@@ -88,18 +88,24 @@ TEST_F(SoundServerTest, ACallInterruptsMusicUntilItEnds) {
 }
 
 TEST_F(SoundServerTest, ACallDoesNotStartMusicThatTheUserHasPaused) {
-    auto music = audio("varying.mp3");
-    ASSERT_TRUE(starts(*music));
-    music->pause();
-    turnFor(0.3);
-    const double held = music->currentTime();
-    {
-        const auto call = stream("phone");
+    for (const bool during : {false, true}) {
+        SCOPED_TRACE(during);
+        auto music = audio("varying.mp3");
+        ASSERT_TRUE(starts(*music));
+        if (!during)
+            music->pause();
+        turnFor(0.3);
+        {
+            const auto call = stream("phone");
+            turnFor(1.5);
+            music->pause();
+        }
+        const double held = music->currentTime();
         turnFor(1.5);
+        EXPECT_FALSE(music->isPlaying());
+        EXPECT_NEAR(music->currentTime(), held, 0.1);
+        EXPECT_EQ(client_.told.back(), during ? "interrupted" : "ready");
     }
-    turnFor(1.5);
-    EXPECT_FALSE(music->isPlaying());
-    EXPECT_NEAR(music->currentTime(), held, 0.1);
 }
 
 using Moments = std::vector<gint64>; ///< monotonic microseconds
