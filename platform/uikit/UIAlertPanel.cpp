@@ -2,15 +2,16 @@
 
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIBarDrawing.h"
+#include "platform/uikit/UIButtonKeys.h"
 #include "platform/uikit/UIEventDispatcher.h"
 #include "platform/uikit/UIGlossyButton.h"
-#include "platform/uikit/UIKey.h"
 #include "platform/uikit/UILabel.h"
 #include "platform/uikit/UIScrollView.h"
 #include "platform/uikit/UITextField.h"
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 namespace vistrel {
 
@@ -198,17 +199,16 @@ std::shared_ptr<UIView> UIAlertPanel::focusedPart() {
 bool UIAlertPanel::keyPressed(const UIKey& key) {
     const auto self = shared_from_this();
     const int count = static_cast<int>(buttons_.size());
-    const bool moves =
-        key.code == UIKeyCode::Tab || key.code == UIKeyCode::Left || key.code == UIKeyCode::Right;
-    const bool backward = key.code == UIKeyCode::Left || key.shift;
+    const bool scrolls = scroll_ && key.code != UIKeyCode::Tab && key.code != UIKeyCode::Left &&
+                         key.code != UIKeyCode::Right;
     if (key.code == UIKeyCode::Escape)
         chosen_(0);
     else if ((key.code == UIKeyCode::Enter || key.code == UIKeyCode::Space) && count > 0)
         chosen_(default_);
-    else if (moves && count > 0)
-        mark((default_ + (backward ? count - 1 : 1)) % count);
-    else if (scroll_)
+    else if (scrolls)
         scroll_->keyPressed(key);
+    else if (count > 0)
+        mark(buttonAfterKey(key, default_, count));
     return true;
 }
 
@@ -227,7 +227,7 @@ void UIAlertPanel::drawRect(const CGRect& rect) {
     const double reach = 34;
     const double radius = rect.size.width * 1.4;
     context.beginPath();
-    context.arc(rect.midX(), rect.minY() + reach - radius, radius, 0, 6.2832);
+    context.arc(rect.midX(), rect.minY() + reach - radius, radius, 0, 2 * std::numbers::pi);
     context.clipToPath();
     const CGGradient gloss{
         {UIColor::colorWithWhiteAlpha(1, 0.5F), UIColor::colorWithWhiteAlpha(1, 0.12F)}, {}};

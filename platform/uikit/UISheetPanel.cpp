@@ -1,8 +1,8 @@
 #include "platform/uikit/UISheetPanel.h"
 
 #include "platform/uikit/UIBarDrawing.h"
+#include "platform/uikit/UIButtonKeys.h"
 #include "platform/uikit/UIGlossyButton.h"
-#include "platform/uikit/UIKey.h"
 #include "platform/uikit/UILabel.h"
 
 #include <cmath>
@@ -101,10 +101,8 @@ bool UISheetPanel::keyPressed(const UIKey& key) {
         chosen_(cancelIndex_);
     else if ((key.code == UIKeyCode::Enter || key.code == UIKeyCode::Space) && marked_ >= 0)
         chosen_(marked_);
-    else if (key.code == UIKeyCode::Down || (key.code == UIKeyCode::Tab && !key.shift))
-        mark((marked_ + 1) % count);
-    else if (key.code == UIKeyCode::Up || key.code == UIKeyCode::Tab)
-        mark(marked_ <= 0 ? count - 1 : marked_ - 1);
+    else
+        mark(buttonAfterKey(key, marked_, count));
     return true;
 }
 

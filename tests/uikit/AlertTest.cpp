@@ -97,6 +97,7 @@ TEST_F(Alert, TheKeyboardAnswers) {
         {{"Yes"}, "key Escape", "Keys:0"},
         {{"Yes"}, "key Right; key Enter", "Keys:0"},
         {{"One", "Two"}, "key Tab; key Enter", "Keys:2"},
+        {{"One", "Two"}, "key Up; key Enter", "Keys:0"},
         {{"One", "Two"}, "key Left 2; key Enter", "Keys:2"},
     };
     for (const auto& [others, keys, choice] : cases) {
