@@ -86,7 +86,7 @@ LinuxHost::~LinuxHost() {
 
 std::string LinuxHost::machineAddress(const std::string& url) const {
     const auto parsed = NSURL::URLWithString(url);
-    if (!parsed || parsed->scheme() != "file")
+    if (!parsed || !parsed->isFileURL())
         return url;
     return NSURL::fileURLWithPath(files_.machinePath(parsed->path())).absoluteString();
 }

@@ -71,11 +71,11 @@ struct RunningInstance::Calls {
         if (g_str_equal(name, "Activate")) {
             activated({}, startupToken(child(arguments, 0).get()));
         } else if (g_str_equal(name, "Open")) {
-            const auto addresses = child(arguments, 0);
-            const char* address = "";
-            if (g_variant_n_children(addresses.get()) > 0)
-                g_variant_get_child(addresses.get(), 0, "&s", &address);
-            activated(address, startupToken(child(arguments, 1).get()));
+            const auto list = child(arguments, 0);
+            std::vector<std::string> addresses;
+            for (gsize i = 0; i < g_variant_n_children(list.get()); ++i)
+                addresses.emplace_back(g_variant_get_string(child(list.get(), i).get(), nullptr));
+            activated(addresses, startupToken(child(arguments, 1).get()));
         }
         g_dbus_method_invocation_return_value(invocation, nullptr);
     }

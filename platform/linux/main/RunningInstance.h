@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace vistrel {
 
@@ -12,9 +13,9 @@ namespace vistrel {
 /// process, and can be reached over the session bus as org.freedesktop.Application.
 class RunningInstance {
 public:
-    /// An address to open, or empty, and what the desktop sent for the window to take the focus.
-    using Activated =
-        std::function<void(const std::string& address, const std::string& startupToken)>;
+    /// What is to be opened, and what the desktop sent for the window to take the focus.
+    using Activated = std::function<void(const std::vector<std::string>& addresses,
+                                         const std::string& startupToken)>;
 
     /// `deviceRoot` is made when it is missing. `isDefaultRoot` decides the name on the bus: that
     /// of the desktop entry, or one of the root's own.

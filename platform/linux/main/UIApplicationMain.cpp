@@ -88,10 +88,12 @@ int runApplication(const UILaunchOptions& options, const UIMainInterface& mainIn
         if (options.didLaunch)
             options.didLaunch();
         openAddress(options.openAddress);
-        instance.listen([&window](const std::string& address, const std::string& startupToken) {
-            openAddress(address);
-            window.raise(startupToken);
-        });
+        instance.listen(
+            [&window](const std::vector<std::string>& addresses, const std::string& startupToken) {
+                for (const std::string& address : addresses)
+                    openAddress(address);
+                window.raise(startupToken);
+            });
         window.setDropHandler(openAddress);
         host.webEngine().readAhead();
         window.setIcon();
