@@ -5,14 +5,15 @@
 #include "platform/foundation/NSArrayPathUtilities.h"
 #include "platform/foundation/NSBundle.h"
 #include "platform/foundation/NSFileManager.h"
+#include "platform/foundation/Trimmed.h"
 #include "platform/foundation/Weakly.h"
 #include "platform/host/Desktop.h"
 #include "platform/host/Files.h"
 #include "platform/host/Host.h"
 #include "platform/uikit/UITextField.h"
 #include "web/DownloadFile.h"
+#include "web/MoviePositions.h"
 
-#include <cerrno>
 #include <utility>
 
 namespace vistrel {
@@ -21,25 +22,16 @@ namespace {
 
 enum Choice { OpenWith, ShowInFolder, Rename, Delete };
 
-/// Without the spaces around it.
-std::string trimmed(const std::string& text) {
-    const auto first = text.find_first_not_of(' ');
-    return first == std::string::npos ? ""
-                                      : text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 bool canBeName(const std::string& stem) {
     return !stem.empty() && stem.front() != '.' && stem.find('/') == std::string::npos;
 }
 
-/// Why a file cannot get that name; empty when it has it now. An unfinished download keeps its own,
-/// and a name that one will have soon is taken.
+/// Renames, or returns why that is not possible. An unfinished download keeps its name.
 std::string failureOfRenaming(const std::string& from, const std::string& to) {
-    if (DownloadFile(from, DownloadFile::Existing::Replace).name() != from)
+    if (DownloadFile::isReserved(from))
         return NSLocalizedString("This file is still being downloaded.");
-    const DownloadFile target(to, DownloadFile::Existing::Keep);
-    if (target.name() != to)
-        return NSLocalizedString("There is already a file of this name.");
+    if (!DownloadFile::isFree(to))
+        return NSLocalizedString("A file with this name already exists.");
     const auto error = NSFileManager::defaultManager().moveItemAtPathToPath(pathOfDownload(from),
                                                                             pathOfDownload(to));
     return error ? error->localizedDescription() : std::string();
@@ -115,9 +107,10 @@ void DownloadMenu::alertViewClickedButtonAtIndex(UIAlertView& alertView, int but
 }
 
 void DownloadMenu::rename(const std::string& typed) {
-    const std::string stem = trimmed(typed);
+    const std::string stem(trimmed(typed));
     const auto ownStem = stringByDeletingPathExtension(name_);
-    if (typed == ownStem || stem == ownStem)
+    // An untouched name may look different from the file's own.
+    if (typed == shownStem(name_) || stem == ownStem)
         return;
     if (!canBeName(stem))
         return askForName(
@@ -127,6 +120,8 @@ void DownloadMenu::rename(const std::string& typed) {
     std::string failure = failureOfRenaming(name_, name);
     if (!failure.empty())
         return askForName(typed, std::move(failure));
+    MoviePositions::move(NSURL::fileURLWithPath(pathOfDownload(name_)),
+                         NSURL::fileURLWithPath(pathOfDownload(name)));
     screen_.fileWasRenamed(name);
 }
 

@@ -18,6 +18,7 @@
 #include "platform/uikit/UINavigationItem.h"
 #include "platform/uikit/UIProgressHUD.h"
 #include "platform/uikit/UITableView.h"
+#include "web/MoviePositions.h"
 #include "web/OvoMoviePlayerViewController.h"
 
 #include <algorithm>
@@ -190,7 +191,9 @@ void DownloadsViewController::tableViewCommitEditingStyleForRowAtIndexPath(
     const auto row = shown.begin() + indexPath.row;
     const auto other = filesOfSection(otherSection(indexPath.section));
     tableView.beginUpdates();
-    (void)NSFileManager::defaultManager().removeItemAtPath(pathOfDownload(*row));
+    const std::string path = pathOfDownload(*row);
+    if (!NSFileManager::defaultManager().removeItemAtPath(path))
+        MoviePositions::forget(NSURL::fileURLWithPath(path));
     updateArray();
     shown.erase(row);
     // The folder may list its files in a different order, or still have this one: a row

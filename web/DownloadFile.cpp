@@ -3,7 +3,10 @@
 #include "platform/foundation/NSArrayPathUtilities.h"
 #include "platform/foundation/NSFileHandle.h"
 #include "platform/foundation/NSFileManager.h"
+#include "platform/foundation/PlainFilename.h"
+#include "platform/foundation/UTF8Text.h"
 
+#include <algorithm>
 #include <set>
 #include <utility>
 
@@ -18,20 +21,28 @@ std::set<std::string>& namesInUse() {
 
 std::string numbered(const std::string& name, int number) {
     const std::string_view stem = stringByDeletingPathExtension(name);
-    return std::string(stem) + " " + std::to_string(number) + name.substr(stem.size());
+    const std::string end = " " + std::to_string(number) + name.substr(stem.size());
+    const std::size_t room = kLongestFilename - std::min(end.size(), kLongestFilename);
+    return std::string(shortenedUTF8(stem, room)) + end;
 }
 
-bool isFree(const std::string& name, DownloadFile::Existing existing) {
-    return !namesInUse().contains(name) &&
-           (existing == DownloadFile::Existing::Replace ||
-            !NSFileManager::defaultManager().fileExistsAtPath(kDownloadsFolder + name));
 }
 
+bool DownloadFile::isReserved(const std::string& name) {
+    return namesInUse().contains(name);
+}
+
+bool DownloadFile::isFree(const std::string& name) {
+    return !isReserved(name) &&
+           !NSFileManager::defaultManager().fileExistsAtPath(kDownloadsFolder + name);
 }
 
 DownloadFile::DownloadFile(const std::string& suggestedName, Existing existing)
     : name_(suggestedName) {
-    for (int number = 2; !isFree(name_, existing); ++number)
+    const auto isTaken = [existing](const std::string& name) {
+        return existing == Existing::Replace ? isReserved(name) : !isFree(name);
+    };
+    for (int number = 2; isTaken(name_); ++number)
         name_ = numbered(suggestedName, number);
     namesInUse().insert(name_);
 }

@@ -17,6 +17,10 @@ class NSFileHandle;
 class DownloadFile {
 public:
     enum class Existing { Replace, Keep };
+    /// Whether a download that is not finished has the name.
+    static bool isReserved(const std::string& name);
+    /// Whether neither a download nor a file has the name.
+    static bool isFree(const std::string& name);
     /// The name, or the first of "name 2", "name 3" … that is free, before the extension.
     DownloadFile(const std::string& suggestedName, Existing existing);
     ~DownloadFile();

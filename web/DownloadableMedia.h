@@ -1,4 +1,5 @@
 #pragma once
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -10,6 +11,11 @@ inline constexpr const char* kDownloadsFolder = "/var/mobile/Library/Downloads/"
 /// Answers of these types are offered for download.
 inline constexpr std::array<std::string_view, 3> kDownloadableMIMETypes{"video/mp4", "video/m4v",
                                                                         "audio/mpeg"};
+
+/// Whether the media type, exactly as sent, is one that the application downloads.
+inline bool isDownloadableMIMEType(std::string_view mimeType) {
+    return std::ranges::find(kDownloadableMIMETypes, mimeType) != kDownloadableMIMETypes.end();
+}
 
 /// What the library lists. Compared exactly: only all-lower and all-upper spellings count.
 inline constexpr std::array<std::string_view, 4> kVideoExtensions{"m4v", "M4V", "mp4", "MP4"};

@@ -37,6 +37,19 @@ std::string progressText(std::int64_t received, std::int64_t expected) {
     return text;
 }
 
+std::string textOfStatus(int status) {
+    std::string text = NSLocalizedString("The server returned status %d instead of a file.");
+    if (const auto place = text.find("%d"); place != text.npos)
+        text.replace(place, 2, std::to_string(status));
+    return text;
+}
+
+/// Another part than the requested one; a file that has changed; an end that is further back. Other
+/// errors, such as 503, may be over at the next attempt.
+bool refusesToContinue(int status) {
+    return status == 206 || status == 412 || status == 416;
+}
+
 NSError errorWithText(int code, const std::string& text) {
     return {NSURLErrorDomain, code, NSLocalizedString(text)};
 }
@@ -111,10 +124,12 @@ void FileDownloadViewController::download() {
         std::static_pointer_cast<FileDownloadViewController>(shared_from_this()));
 }
 
-NSURLRequest FileDownloadViewController::requestForDownload() const {
+NSURLRequest FileDownloadViewController::requestForDownload() {
     NSURLRequest request = downloadRequest_;
     // Only bytes that are still there can be continued.
-    if (file_ && resumption_.isPossible() && bytesReceived_ > 0 && file_->size() == bytesReceived_)
+    isContinuing_ =
+        file_ && resumption_.isPossible() && bytesReceived_ > 0 && file_->size() == bytesReceived_;
+    if (isContinuing_)
         resumption_.addTo(request, bytesReceived_);
     return request;
 }
@@ -123,20 +138,20 @@ std::optional<NSError>
 FileDownloadViewController::objectionTo(const NSURLResponse& response) const {
     const int status = response.statusCode();
     if (manners_.refusesErrorAnswers && (status >= 400 || status == 204 || status == 304))
-        return NSError(NSURLErrorDomain, NSURLErrorUnknown,
-                       NSLocalizedString("The server sent no file, but status") + " " +
-                           std::to_string(status) + ".");
+        return NSError(NSURLErrorDomain, NSURLErrorUnknown, textOfStatus(status));
     if (manners_.retriesDownloads && status == 206 &&
         !(file_ && resumption_.continues(response, bytesReceived_)))
-        return errorWithText(NSURLErrorUnknown, "The server sent another part of the file.");
+        return errorWithText(NSURLErrorUnknown, "The server sent the wrong part of the file.");
+    if (isContinuing_ && status == 200 && !isDownloadableMIMEType(response.MIMEType()))
+        return errorWithText(NSURLErrorUnknown, "The server sent a page instead of the file.");
     return std::nullopt;
 }
 
 void FileDownloadViewController::connectionDidReceiveResponse(NSURLConnection& connection,
                                                               const NSURLResponse& response) {
     if (const auto objection = objectionTo(response)) {
-        // The next attempt asks for the whole file.
-        resumption_ = {};
+        if (refusesToContinue(response.statusCode()))
+            resumption_ = {}; // the next attempt asks for the whole file
         fail(connection, *objection);
         return;
     }

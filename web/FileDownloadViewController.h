@@ -54,7 +54,7 @@ public:
 
 private:
     std::shared_ptr<UIButton> makeButton(double y, const char* image, const char* title);
-    NSURLRequest requestForDownload() const;
+    NSURLRequest requestForDownload();
     /// What makes the answer unfit to be a file, or nothing.
     std::optional<NSError> objectionTo(const NSURLResponse& response) const;
     /// Whether there is a file to write into, as far as that matters.
@@ -71,6 +71,7 @@ private:
     std::shared_ptr<NSURLConnection> downloadConnection_;
     std::unique_ptr<DownloadFile> file_;
     DownloadResumption resumption_;
+    bool isContinuing_ = false; ///< the attempt asks for the rest of the file
     Manners manners_ = manners();
     std::string localFilename_;
     std::shared_ptr<UIButton> playButton_;

@@ -10,6 +10,10 @@ public:
     /// Seconds; 0 for a film without a position.
     static double positionOf(const NSURL& film);
     static void leave(const NSURL& film, double position, double duration);
+    /// When the file is deleted.
+    static void forget(const NSURL& film);
+    /// When the file gets another address.
+    static void move(const NSURL& film, const NSURL& to);
 };
 
 }

@@ -8,6 +8,8 @@
 #include "settings/Manners.h"
 #include "web/MoviePositions.h"
 
+#include <utility>
+
 namespace vistrel {
 
 namespace {
@@ -41,10 +43,14 @@ void OvoMoviePlayerViewController::readyPlayer() {
     // Observed before preparing: a player that fails at once must be heard.
     observe(MPMoviePlayerPlaybackDidFinishNotification,
             &OvoMoviePlayerViewController::moviePlayBackDidFinish);
+    NSNotificationCenter::defaultCenter().addObserver(
+        this, UIApplicationWillTerminateNotification, nullptr,
+        weakly(this, [](OvoMoviePlayerViewController& self, const NSNotification&) {
+            self.rememberPosition();
+        }));
     if (!mp_->offersLoadState()) {
         observe(MPMoviePlayerContentPreloadDidFinishNotification,
                 &OvoMoviePlayerViewController::moviePreloadDidFinish);
-        mp_->prepareToPlay();
         return;
     }
     mp_->setControlStyle(MPMovieControlStyle::Fullscreen);
@@ -84,6 +90,7 @@ void OvoMoviePlayerViewController::start() {
     if (const double left =
             manners().remembersPositions ? MoviePositions::positionOf(movieURL_) : 0)
         mp_->setCurrentPlaybackTime(left);
+    hasStarted_ = true;
     mp_->play();
 }
 
@@ -91,18 +98,34 @@ void OvoMoviePlayerViewController::moviePlayBackDidFinish(const NSNotification& 
     const Value* reason =
         notification.userInfo.find(MPMoviePlayerPlaybackDidFinishReasonUserInfoKey);
     if (reason && reason->integerValue() == static_cast<int>(MPMovieFinishReason::PlaybackError)) {
+        hasStarted_ = false; // a film that cannot be played has no position
         UIAlertView::withTitle("Failed to Play",
                                "Unable to play video. Please try downloading it instead", {}, "OK")
             ->show();
-    } else if (manners().remembersPositions) {
-        MoviePositions::leave(movieURL_, mp_->currentPlaybackTime(), mp_->duration());
     }
-    UIApplication::sharedApplication().setStatusBarHidden(false);
-    UIApplication::sharedApplication().setStatusBarOrientation(UIInterfaceOrientation::Portrait,
-                                                               false);
-    NSNotificationCenter::defaultCenter().removeObserver(
-        this, MPMoviePlayerPlaybackDidFinishNotification);
+    leave();
     dismissModalViewControllerAnimated(true);
+}
+
+void OvoMoviePlayerViewController::viewWillDisappear(bool animated) {
+    UIViewController::viewWillDisappear(animated);
+    leave();
+}
+
+void OvoMoviePlayerViewController::rememberPosition() {
+    if (hasStarted_ && manners().remembersPositions)
+        MoviePositions::leave(movieURL_, mp_->currentPlaybackTime(), mp_->duration());
+}
+
+void OvoMoviePlayerViewController::leave() {
+    if (!mp_ || std::exchange(hasLeft_, true))
+        return;
+    NSNotificationCenter::defaultCenter().removeObserver(this);
+    rememberPosition();
+    mp_->stop();
+    auto& application = UIApplication::sharedApplication();
+    application.setStatusBarHidden(false);
+    application.setStatusBarOrientation(UIInterfaceOrientation::Portrait, false);
 }
 
 bool OvoMoviePlayerViewController::shouldAutorotateToInterfaceOrientation(

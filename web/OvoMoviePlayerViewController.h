@@ -21,18 +21,24 @@ public:
 
     void loadView() override;
     void readyPlayer();
+    void viewWillDisappear(bool animated) override;
     bool shouldAutorotateToInterfaceOrientation(UIInterfaceOrientation orientation) override;
 
 private:
     void moviePlayerLoadStateChanged(const NSNotification& notification);
     void moviePreloadDidFinish(const NSNotification& notification);
     void start();
+    void rememberPosition();
+    /// Stops and gives the status bar back, however the screen is left; once.
+    void leave();
     void moviePlayBackDidFinish(const NSNotification& notification);
     void observe(const char* name,
                  void (OvoMoviePlayerViewController::*handler)(const NSNotification&));
 
     std::shared_ptr<MPMoviePlayerController> mp_;
     NSURL movieURL_;
+    bool hasStarted_ = false;
+    bool hasLeft_ = false;
 };
 
 }

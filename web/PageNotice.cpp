@@ -1,6 +1,9 @@
 #include "web/PageNotice.h"
 
+#include "platform/foundation/NSBundle.h"
+#include "platform/foundation/NSError.h"
 #include "platform/foundation/NSURL.h"
+#include "platform/uikit/UIWebViewDelegate.h"
 
 namespace vistrel {
 
@@ -21,6 +24,19 @@ std::string escaped(const std::string& text) {
     return result;
 }
 
+}
+
+std::optional<PageNotice> PageNotice::forError(const NSError& error) {
+    if (error.domain() == NSURLErrorDomain && error.code() == NSURLErrorServerCertificateUntrusted)
+        return PageNotice{NSLocalizedString("This Connection Is Not Secure"),
+                          NSLocalizedString("The certificate is not valid. Nothing was sent."),
+                          {}};
+    if (error.domain() == WebKitErrorDomain &&
+        error.code() == WebKitErrorWebContentProcessTerminated)
+        return PageNotice{NSLocalizedString("The Page Has Stopped"),
+                          NSLocalizedString("Something went wrong while showing this page."),
+                          NSLocalizedString("Load Again")};
+    return std::nullopt;
 }
 
 std::string PageNotice::html(const NSURL& url) const {

@@ -7,7 +7,6 @@
 #include "platform/foundation/NSURLRequest.h"
 #include "platform/foundation/NSURLResponse.h"
 #include "platform/foundation/Weakly.h"
-#include "platform/graphics/UIImage.h"
 #include "platform/uikit/UIActivityIndicatorView.h"
 #include "platform/uikit/UIApplication.h"
 #include "platform/uikit/UIBarButtonItem.h"
@@ -15,15 +14,16 @@
 #include "platform/uikit/UINavigationBar.h"
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UINavigationItem.h"
-#include "platform/uikit/UITextField.h"
 #include "platform/uikit/UIToolbar.h"
 #include "platform/uikit/UIWebView.h"
 #include "platform/uikit/UIWindow.h"
 #include "settings/Manners.h"
+#include "web/AddressPrompt.h"
 #include "web/DownloadableMedia.h"
 #include "web/FileDownloadViewController.h"
+#include "web/FormResubmission.h"
 #include "web/PageNotice.h"
-#include "web/UIToolbarAdditions.h"
+#include "web/WebBrowserToolbar.h"
 
 #include <algorithm>
 #include <utility>
@@ -31,10 +31,6 @@
 namespace vistrel {
 
 namespace {
-
-constexpr int kForwardTag = 1;
-constexpr int kBackTag = 2;
-constexpr int kReloadTag = 3;
 
 /// A page with many frames must not bury the browser under download screens.
 constexpr std::size_t kMostOffers = 2;
@@ -45,16 +41,6 @@ constexpr const char* kSameFrameScript = "{ var a = document.getElementsByTagNam
 
 constexpr double kZoomStep = 1.2;
 
-/// What is typed without a scheme is on the web.
-std::optional<NSURL> typedAddress(const std::string& text) {
-    const bool hasScheme = text.find("://") != std::string::npos;
-    return NSURL::URLWithString(hasScheme ? text : "http://" + text);
-}
-
-}
-
-bool isDownloadableMIMEType(const std::string& mimeType) {
-    return std::ranges::find(kDownloadableMIMETypes, mimeType) != kDownloadableMIMETypes.end();
 }
 
 std::shared_ptr<WebBrowserViewController>
@@ -73,6 +59,10 @@ WebBrowserViewController::WebBrowserViewController() {
 
 WebBrowserViewController::~WebBrowserViewController() = default;
 
+std::shared_ptr<UIToolbar> WebBrowserViewController::toolbar() const {
+    return toolbar_ ? toolbar_->toolbar() : nullptr;
+}
+
 void WebBrowserViewController::openURL(const std::optional<NSURL>& url) {
     openRequest(NSURLRequest(url));
 }
@@ -88,22 +78,19 @@ void WebBrowserViewController::downloadFileAtURL(const NSURL& url) {
         navigationController()->pushViewController(FileDownloadViewController::withURL(url), true);
 }
 
-void WebBrowserViewController::go(Move move) {
-    lastMove_ = move;
-    if (webView_)
-        (webView_.get()->*move)();
-}
-
 void WebBrowserViewController::backAction() {
-    go(&UIWebView::goBack);
+    if (resubmission_)
+        resubmission_->go(&UIWebView::goBack);
 }
 
 void WebBrowserViewController::forwardAction() {
-    go(&UIWebView::goForward);
+    if (resubmission_)
+        resubmission_->go(&UIWebView::goForward);
 }
 
 void WebBrowserViewController::refreshAction() {
-    go(&UIWebView::reload);
+    if (resubmission_)
+        resubmission_->go(&UIWebView::reload);
 }
 
 void WebBrowserViewController::stopAction() {
@@ -119,13 +106,10 @@ void WebBrowserViewController::homeAction() {
 }
 
 void WebBrowserViewController::addressAction() {
-    const auto prompt = UIAlertView::withTitle(
-        NSLocalizedString("Go to Address"), {}, weakReference<UIAlertViewDelegate>(this),
-        NSLocalizedString("Cancel"), {NSLocalizedString("Go")});
-    prompt->setAlertViewStyle(UIAlertViewStyle::PlainTextInput);
-    prompt->textFieldAtIndex(0)->setPlaceholder(NSLocalizedString("Address"));
-    addressPrompt_ = prompt;
-    prompt->show();
+    if (!addressPrompt_)
+        addressPrompt_ = std::make_shared<AddressPrompt>(
+            weakly(this, [](auto& browser, const NSURL& url) { browser.openURL(url); }));
+    addressPrompt_->ask();
 }
 
 bool WebBrowserViewController::zoom(double factor) {
@@ -171,6 +155,7 @@ void WebBrowserViewController::viewDidLoad() {
         std::make_shared<UIWebView>(CGRectMake(0, 0, size.width, size.height - 2 * kUIBarHeight));
     webView_->setDelegate(weakReference<UIWebViewDelegate>(this));
     webView_->setScalesPageToFit(true);
+    resubmission_ = std::make_shared<FormResubmission>(webView_);
     view()->addSubview(webView_);
     openURL(URL_);
 
@@ -178,46 +163,21 @@ void WebBrowserViewController::viewDidLoad() {
     activity->startAnimating();
     activityItem_ = UIBarButtonItem::withCustomView(activity);
 
-    makeToolbarItems();
-    toolbar_->setFrame(CGRectMake(0, size.height - kUIBarHeight, size.width, kUIBarHeight));
-    view()->addSubview(toolbar_);
+    addToolbar();
 }
 
-void WebBrowserViewController::makeToolbarItems() {
-    const auto imageItem = [this](const char* image, const char* label, int tag,
-                                  void (WebBrowserViewController::*action)()) {
-        auto item = UIBarButtonItem::withImage(UIImage::imageNamed(image),
-                                               UIBarButtonItemStyle::Plain, weakly(this, action));
-        item->setTag(tag);
-        item->setAccessibilityLabel(NSLocalizedString(label));
-        return item;
-    };
-    const auto systemItem = [this](UIBarButtonSystemItem system,
-                                   void (WebBrowserViewController::*action)()) {
-        auto item = UIBarButtonItem::withBarButtonSystemItem(system, weakly(this, action));
-        item->setTag(kReloadTag);
-        return item;
-    };
-    backButton_ =
-        imageItem("WebBrowserBack.png", "Back", kBackTag, &WebBrowserViewController::backAction);
-    forwardButton_ = imageItem("WebBrowserForward.png", "Forward", kForwardTag,
-                               &WebBrowserViewController::forwardAction);
-    const auto home =
-        imageItem("WebBrowserHome.png", "Home", 0, &WebBrowserViewController::homeAction);
-    refreshButton_ =
-        systemItem(UIBarButtonSystemItem::Refresh, &WebBrowserViewController::refreshAction);
-    stopButton_ = systemItem(UIBarButtonSystemItem::Stop, &WebBrowserViewController::stopAction);
-    backButton_->setEnabled(false);
-    forwardButton_->setEnabled(false);
-
-    const auto space =
-        UIBarButtonItem::withBarButtonSystemItem(UIBarButtonSystemItem::FlexibleSpace, {});
-    toolbar_ = std::make_shared<UIToolbar>();
-    toolbar_->setAutoresizingMask(UIViewAutoresizingFlexibleWidth |
-                                  UIViewAutoresizingFlexibleTopMargin);
+void WebBrowserViewController::addToolbar() {
+    toolbar_ = std::make_unique<WebBrowserToolbar>(
+        WebBrowserActions{.back = weakly(this, &WebBrowserViewController::backAction),
+                          .forward = weakly(this, &WebBrowserViewController::forwardAction),
+                          .refresh = weakly(this, &WebBrowserViewController::refreshAction),
+                          .stop = weakly(this, &WebBrowserViewController::stopAction),
+                          .home = weakly(this, &WebBrowserViewController::homeAction)});
+    const CGSize size = view()->frame().size;
+    toolbar()->setFrame(CGRectMake(0, size.height - kUIBarHeight, size.width, kUIBarHeight));
     if (navigationController())
-        toolbar_->setTintColor(navigationController()->navigationBar()->tintColor());
-    toolbar_->setItems({backButton_, space, home, space, refreshButton_, space, forwardButton_});
+        toolbar()->setTintColor(navigationController()->navigationBar()->tintColor());
+    view()->addSubview(toolbar());
 }
 
 void WebBrowserViewController::viewWillAppear(bool animated) {
@@ -234,6 +194,7 @@ void WebBrowserViewController::viewWillDisappear(bool animated) {
     if (webView_) {
         webView_->stopLoading();
         webView_->setDelegate({});
+        resubmission_->forget();
     }
     UIApplication::sharedApplication().setNetworkActivityIndicatorVisible(false);
 }
@@ -242,10 +203,8 @@ void WebBrowserViewController::viewDidUnload() {
     if (webView_)
         webView_->setDelegate({});
     webView_.reset();
+    resubmission_.reset();
     toolbar_.reset();
-    backButton_.reset();
-    forwardButton_.reset();
-    refreshButton_.reset();
     activityItem_.reset();
 }
 
@@ -265,39 +224,10 @@ bool WebBrowserViewController::webViewShouldStartNavigation(UIWebView&, const NS
     updateHistoryButtons();
     if (navigation.isSameDocument)
         return !download_;
-    if (!mayResend(request, navigation.type))
+    if (!resubmission_->permits(request, navigation.type))
         return false;
     visits_.begin(request, navigation.isRedirect, weakReference<NSURLConnectionDelegate>(this));
     return !download_;
-}
-
-bool WebBrowserViewController::mayResend(const NSURLRequest& request,
-                                         UIWebViewNavigationType type) {
-    const bool repeats = type == UIWebViewNavigationType::Reload ||
-                         type == UIWebViewNavigationType::BackForward ||
-                         type == UIWebViewNavigationType::FormResubmitted;
-    if (!repeats || request.isSafeToRepeat() || std::exchange(resends_, false))
-        return true;
-    UIAlertView::withTitle(NSLocalizedString("Send Again?"),
-                           NSLocalizedString("To show this page, the form has to be sent again."),
-                           weakReference<UIAlertViewDelegate>(this), NSLocalizedString("Cancel"),
-                           {NSLocalizedString("Send")})
-        ->show();
-    return false;
-}
-
-void WebBrowserViewController::alertViewClickedButtonAtIndex(UIAlertView& alertView,
-                                                             int buttonIndex) {
-    if (buttonIndex == 0)
-        return;
-    if (addressPrompt_.lock().get() == &alertView) {
-        openURL(typedAddress(alertView.textFieldAtIndex(0)->text()));
-        return;
-    }
-    if (!lastMove_)
-        return;
-    resends_ = true;
-    go(lastMove_);
 }
 
 bool WebBrowserViewController::webViewShouldShowResponse(UIWebView&,
@@ -342,7 +272,7 @@ void WebBrowserViewController::openMedia(const NSURL& url) {
 void WebBrowserViewController::webViewDidStartLoad(UIWebView&) {
     if (!navigationItem().rightBarButtonItem())
         navigationItem().setRightBarButtonItem(activityItem_, true);
-    replaceItemWithTagWithItem(*toolbar_, kReloadTag, stopButton_);
+    toolbar_->setLoading(true);
     updateHistoryButtons();
 }
 
@@ -351,46 +281,28 @@ void WebBrowserViewController::webViewDidFinishLoad(UIWebView& webView) {
     loadEnded();
 }
 
-void WebBrowserViewController::webViewDidFailLoadWithError(UIWebView&, const NSError& error) {
+void WebBrowserViewController::webViewDidFailLoadWithError(UIWebView& webView,
+                                                           const NSError& error) {
     UIApplication::sharedApplication().setNetworkActivityIndicatorVisible(false);
     loadEnded();
     NSLog(error.localizedDescription());
-    showNotice(error);
-}
-
-void WebBrowserViewController::showNotice(const NSError& error) {
-    const auto url = webView_->request().URL();
-    if (!url)
-        return;
-    if (error.domain() == NSURLErrorDomain &&
-        error.code() == NSURLErrorServerCertificateUntrusted) {
-        const PageNotice notice{
-            NSLocalizedString("This Connection Is Not Secure"),
-            NSLocalizedString("The certificate is not valid. Nothing was sent."),
-            {}};
-        webView_->showNotice(notice.html(*url), *url);
-    } else if (error.domain() == WebKitErrorDomain &&
-               error.code() == WebKitErrorWebContentProcessTerminated) {
-        const PageNotice notice{
-            NSLocalizedString("The Page Has Stopped"),
-            NSLocalizedString("Something went wrong while this page was shown."),
-            NSLocalizedString("Load Again")};
-        webView_->showNotice(notice.html(*url), *url);
-    }
+    const auto notice = PageNotice::forError(error);
+    const auto url = webView.request().URL();
+    if (notice && url)
+        webView.showNotice(notice->html(*url), *url);
 }
 
 void WebBrowserViewController::loadEnded() {
     if (navigationItem().rightBarButtonItem() == activityItem_)
         navigationItem().setRightBarButtonItem(nullptr, true);
-    replaceItemWithTagWithItem(*toolbar_, kReloadTag, refreshButton_);
+    toolbar_->setLoading(false);
+    resubmission_->forget();
     updateHistoryButtons();
 }
 
 void WebBrowserViewController::updateHistoryButtons() {
-    if (!webView_ || !backButton_)
-        return;
-    backButton_->setEnabled(webView_->canGoBack());
-    forwardButton_->setEnabled(webView_->canGoForward());
+    if (webView_ && toolbar_)
+        toolbar_->setHistory(webView_->canGoBack(), webView_->canGoForward());
 }
 
 }

@@ -1,7 +1,6 @@
 #pragma once
 #include "platform/foundation/NSURL.h"
 #include "platform/foundation/NSURLConnectionDelegate.h"
-#include "platform/uikit/UIAlertView.h"
 #include "platform/uikit/UIViewController.h"
 #include "platform/uikit/UIWebViewDelegate.h"
 #include "web/PageVisits.h"
@@ -12,9 +11,12 @@
 #include <vector>
 
 namespace vistrel {
+class AddressPrompt;
+class FormResubmission;
 class UIBarButtonItem;
 class UIToolbar;
 class UIWebView;
+class WebBrowserToolbar;
 
 /// The in-application web browser: one page, a toolbar below it, and a second look at every
 /// request. A probe connection learns each response's media type; a video or audio file opens the
@@ -25,7 +27,6 @@ class UIWebView;
 /// nothing.
 class WebBrowserViewController : public UIViewController,
                                  public UIWebViewDelegate,
-                                 public UIAlertViewDelegate,
                                  public NSURLConnectionDelegate {
 public:
     /// An address that does not parse leaves the page blank.
@@ -38,7 +39,7 @@ public:
     const std::string& navigationBarTitle() const { return navigationBarTitle_; }
     const std::optional<NSURL>& URL() const { return URL_; }
     const std::shared_ptr<UIWebView>& webView() const { return webView_; }
-    const std::shared_ptr<UIToolbar>& toolbar() const { return toolbar_; }
+    std::shared_ptr<UIToolbar> toolbar() const; ///< null while the view is not loaded
     /// The start gate: true while the page engine may not load anything itself.
     bool download() const { return download_; }
 
@@ -71,8 +72,6 @@ public:
     void webViewDidFinishLoad(UIWebView& webView) override;
     void webViewDidFailLoadWithError(UIWebView& webView, const NSError& error) override;
 
-    void alertViewClickedButtonAtIndex(UIAlertView& alertView, int buttonIndex) override;
-
     std::optional<NSURLRequest>
     connectionWillSendRequestRedirectResponse(NSURLConnection& connection,
                                               const NSURLRequest& request,
@@ -81,35 +80,22 @@ public:
                                       const NSURLResponse& response) override;
 
 private:
-    using Move = void (UIWebView::*)();
-
     bool zoom(double factor);
-    void makeToolbarItems();
-    void go(Move move);
+    void addToolbar();
     void updateHistoryButtons();
     void loadEnded();
-    bool mayResend(const NSURLRequest& request, UIWebViewNavigationType type);
     void openMedia(const NSURL& url);
-    void showNotice(const NSError& error);
 
     std::string navigationBarTitle_;
     std::optional<NSURL> URL_;
     std::shared_ptr<UIWebView> webView_;
-    std::shared_ptr<UIToolbar> toolbar_;
-    std::shared_ptr<UIBarButtonItem> backButton_;
-    std::shared_ptr<UIBarButtonItem> forwardButton_;
-    std::shared_ptr<UIBarButtonItem> refreshButton_;
-    std::shared_ptr<UIBarButtonItem> stopButton_;
+    std::unique_ptr<WebBrowserToolbar> toolbar_;
     std::shared_ptr<UIBarButtonItem> activityItem_;
     bool download_ = false;
     PageVisits visits_;
     std::vector<std::string> offered_; ///< media that have opened a screen over this one
-    Move lastMove_ = nullptr;
-    std::weak_ptr<UIAlertView> addressPrompt_;
-    bool resends_ = false; ///< the user agreed to send a form again
+    std::shared_ptr<FormResubmission> resubmission_;
+    std::shared_ptr<AddressPrompt> addressPrompt_;
 };
-
-/// Whether the media type, exactly as sent, is one that the application downloads.
-bool isDownloadableMIMEType(const std::string& mimeType);
 
 }

@@ -228,7 +228,7 @@ void NSURLConnection::transferDidReceiveResponse(const host::TransferResponse& r
     const auto delegate = delegate_;
     const auto received = responseFrom(response);
     if (!received) {
-        fail(NSURLErrorBadURL, "The server answered from an invalid address.");
+        fail(NSURLErrorBadURL, "The response came from an invalid address.");
         return;
     }
     delegate->connectionDidReceiveResponse(*this, *received);

@@ -9,7 +9,6 @@ namespace vistrel {
 
 namespace {
 
-constexpr std::size_t kLongestName = 255;
 /// Anything longer is a name with a dot in it, not an extension.
 constexpr std::size_t kLongestExtension = 32;
 
@@ -63,23 +62,14 @@ std::string_view trimmed(std::string_view text) {
                  : std::string_view();
 }
 
-/// At most so many bytes, cut between characters.
-std::string_view shortened(std::string_view text, std::size_t bytes) {
-    if (text.size() <= bytes)
-        return text;
-    while (bytes > 0 && (static_cast<unsigned char>(text[bytes]) & 0xC0U) == 0x80)
-        --bytes;
-    return text.substr(0, bytes);
-}
-
 std::string fittingName(std::string_view name) {
-    if (name.size() <= kLongestName)
+    if (name.size() <= kLongestFilename)
         return std::string(name);
     const std::string_view extension = pathExtension(name);
     if (extension.empty() || extension.size() > kLongestExtension)
-        return std::string(trimmed(shortened(name, kLongestName)));
+        return std::string(trimmed(shortenedUTF8(name, kLongestFilename)));
     const std::string_view stem = name.substr(0, name.size() - extension.size() - 1);
-    std::string fitting(shortened(stem, kLongestName - extension.size() - 1));
+    std::string fitting(shortenedUTF8(stem, kLongestFilename - extension.size() - 1));
     return fitting.append(".").append(extension);
 }
 

@@ -1,8 +1,11 @@
 #pragma once
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace vistrel {
+
+inline constexpr std::size_t kLongestFilename = 255; ///< bytes
 
 /// What may be shown of a file's name: without controls, unseen characters and the marks that
 /// change the reading direction, behind which an extension could hide.

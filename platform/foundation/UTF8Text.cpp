@@ -108,6 +108,14 @@ bool isUTF8(std::string_view text) {
     return true;
 }
 
+std::string_view shortenedUTF8(std::string_view text, std::size_t bytes) {
+    if (text.size() <= bytes)
+        return text;
+    while (bytes > 0 && (static_cast<unsigned char>(text[bytes]) & 0xC0U) == 0x80)
+        --bytes;
+    return text.substr(0, bytes);
+}
+
 std::string lowercaseText(std::string_view text) {
     std::string lower;
     lower.reserve(text.size());

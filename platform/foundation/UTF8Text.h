@@ -1,4 +1,5 @@
 #pragma once
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -12,6 +13,9 @@ char32_t takeUTF8Character(std::string_view& text);
 void appendUTF8Character(std::string& text, char32_t character);
 
 [[nodiscard]] bool isUTF8(std::string_view text);
+
+/// The beginning of a text, of at most so many bytes, cut between characters.
+[[nodiscard]] std::string_view shortenedUTF8(std::string_view text, std::size_t bytes);
 
 /// Lower-cases Latin, Greek, Cyrillic and Armenian letters; other characters are unchanged.
 [[nodiscard]] std::string lowercaseText(std::string_view text);

@@ -3,6 +3,7 @@
 #include "platform/foundation/NSLog.h"
 #include "platform/foundation/NSNotificationCenter.h"
 #include "platform/foundation/NSURL.h"
+#include "platform/foundation/NSUserDefaults.h"
 #include "platform/graphics/UIImage.h"
 #include "platform/host/Desktop.h"
 #include "platform/host/Display.h"
@@ -215,6 +216,8 @@ void UIApplication::terminate() {
         delegate->applicationWillTerminate(*this);
     }
     post(UIApplicationWillTerminateNotification);
+    // What was set just now is saved by the run loop, which has ended.
+    (void)NSUserDefaults::standardUserDefaults().synchronize();
 }
 
 void UIApplication::receiveMemoryWarning() {

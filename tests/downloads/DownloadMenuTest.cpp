@@ -122,7 +122,7 @@ TEST_F(DownloadMenuTest, ARenamedFileKeepsItsExtension) {
 TEST_F(DownloadMenuTest, ANameThatCannotBeUsedIsAskedForAgainWithTheReason) {
     const DownloadFile coming("Coming.mp4", DownloadFile::Existing::Keep);
     const char* rules = "A name cannot be empty, begin with a dot or contain a slash.";
-    const char* taken = "There is already a file of this name.";
+    const char* taken = "A file with this name already exists.";
     const std::pair<std::string, std::string> cases[] = {
         {"", rules},           {"   ", rules},   {".Film", rules},  {" .. ", rules},
         {"../../Film", rules}, {"Other", taken}, {"Coming", taken},

@@ -205,13 +205,17 @@ TEST_F(FileDownloadTest, AFailedDownloadIsContinuedWhereItStopped) {
         const char* alert;
         const char* file;
         const char* meanwhile = nullptr; ///< what somebody puts in place of the first part
+        const char* thenAsksFor = "";    ///< after a second failure
     } cases[] = {
         {"continued", "\"a\"", 206, "bytes 4-9/10", "456789", "bytes=4-", succeeded, all},
         {"changed meanwhile", "\"a\"", 200, "", "abcdefghij", "bytes=4-", succeeded, "abcdefghij"},
         {"another part", "\"a\"", 206, "bytes 2-9/10", "23456789", "bytes=4-", failed, "0123"},
+        {"too busy", "\"a\"", 503, "", "later", "bytes=4-", failed, "0123", nullptr, "bytes=4-"},
+        {"login page", "\"a\"", 200, "", "<p>", "bytes=4-", failed, "0123", nullptr, "bytes=4-"},
         {"no mark", "", 200, "", all, "", succeeded, all},
         {"weak mark", "W/\"a\"", 200, "", all, "", succeeded, all},
-        {"shortened", "\"a\"", 206, "bytes 4-9/10", "456", "bytes=4-", failed, "0123456"},
+        {"shortened", "\"a\"", 206, "bytes 4-9/10", "456", "bytes=4-", failed, "0123456", nullptr,
+         "bytes=7-"},
         {"another file", "\"a\"", 200, "", all, "", succeeded, all, "012"},
     };
     setManners(true);
@@ -225,6 +229,8 @@ TEST_F(FileDownloadTest, AFailedDownloadIsContinuedWhereItStopped) {
         second.header("ETag", each.tag).header("Content-Range", each.range).body(each.body);
         if (std::string(each.name) == "shortened")
             second.announces(6);
+        if (std::string(each.name) == "login page")
+            second.type("text/html");
         const auto screen = download();
         ASSERT_TRUE(tapAlertButton("OK"));
         if (each.meanwhile)
@@ -239,6 +245,14 @@ TEST_F(FileDownloadTest, AFailedDownloadIsContinuedWhereItStopped) {
         EXPECT_EQ(screen->progressLabel()->textColor() == UIColor::redColor(),
                   each.alert == failed);
         EXPECT_EQ(files().contents(kPath), each.file);
+        if (each.alert == failed) {
+            ASSERT_TRUE(tapAlertButton("OK"));
+            network().thenAt(kAddress).status(500);
+            tap(*screen->downloadButton());
+            advance(5);
+            EXPECT_EQ(support::ScriptedNetwork::header(network().requests().back(), "Range"),
+                      each.thenAsksFor);
+        }
         startAgain();
     }
 }

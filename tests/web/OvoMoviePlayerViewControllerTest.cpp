@@ -67,8 +67,9 @@ TEST_F(MoviePlayerTest, TheOlderInterfaceStartsWhenTheContentIsPreloaded) {
 }
 
 TEST_F(MoviePlayerTest, EveryEndComesBackToPortraitAndOnlyAnErrorIsSaid) {
-    enum class End { ByItself, Error, ErrorWhileItSlidesIn, Done };
-    for (const End end : {End::ByItself, End::Error, End::ErrorWhileItSlidesIn, End::Done}) {
+    enum class End { ByItself, Error, ErrorWhileItSlidesIn, Done, DismissedByOthers };
+    for (const End end : {End::ByItself, End::Error, End::ErrorWhileItSlidesIn, End::Done,
+                          End::DismissedByOthers}) {
         media().at(kAddress).failure = end == End::ErrorWhileItSlidesIn ? "not a video" : "";
         const std::weak_ptr<OvoMoviePlayerViewController> watch = present();
         settle();
@@ -78,6 +79,8 @@ TEST_F(MoviePlayerTest, EveryEndComesBackToPortraitAndOnlyAnErrorIsSaid) {
             player().fail("no decoder");
         else if (end == End::Done)
             tapButton("Done");
+        else if (end == End::DismissedByOthers)
+            navigation().dismissModalViewControllerAnimated(false);
         advance(3);
         expectPortraitWithStatusBar();
         EXPECT_TRUE(watch.expired());
@@ -122,6 +125,12 @@ TEST_F(MoviePlayerTest, CarefulMannersPlayAFileOnWhereItWasLeft) {
         player().end();
         advance(3);
     }
+    const auto interrupted = present(film);
+    settle();
+    interrupted->mp()->setCurrentPlaybackTime(40);
+    UIApplication::sharedApplication().terminate();
+    NSUserDefaults::resetStandardUserDefaults();
+    EXPECT_NEAR(MoviePositions::positionOf(*NSURL::URLWithString(film)), 40, 0.5);
     // The oldest are forgotten.
     for (int i = 0; i <= 50; ++i)
         MoviePositions::leave(*NSURL::URLWithString(film + std::to_string(i)), 30, 60);

@@ -31,6 +31,17 @@ TEST_F(WebBrowserTest, AFormIsSentAgainOnlyWhenTheUserAgrees) {
     EXPECT_TRUE(resend());
     EXPECT_FALSE(resend()) << "agreed to once";
     settle();
+    ASSERT_TRUE(tapAlertButton("Cancel"));
+    settle();
+    // The page's own move, without a button.
+    EXPECT_FALSE(page().navigate(
+        {"http://site.example/form", "POST", {}, host::WebNavigationType::BackForward}));
+    ASSERT_TRUE(tapAlertButton("Send"));
+    EXPECT_EQ(countOfCalls("goBack"), 1);
+    EXPECT_EQ(countOfCalls("reload"), 2);
+    page().finishLoad(); // of another page: the agreement is over
+    EXPECT_FALSE(resend());
+    settle();
 }
 
 TEST_F(WebBrowserTest, OneLoginServesThePageAndWhatComesAfterItAtThatOriginOnly) {
@@ -149,8 +160,8 @@ TEST_F(WebBrowserTest, ShortcutsZoomReloadAndAskForAnAddress) {
     press(UIKeyCode::F5);
     EXPECT_EQ(countOfCalls("reload"), 1);
     for (const auto& [typed, opened] :
-         {std::pair{"other.example/a", "load http://other.example/a"},
-          std::pair{"http://site.example/b", "load http://site.example/b"}}) {
+         {std::pair{" other.example/?u=http://a/ ", "load http://other.example/?u=http://a/"},
+          std::pair{"http://site.example/\u00fc", "load http://site.example/%C3%BC"}}) {
         control("l");
         settle();
         EXPECT_EQ(alertTitle(), "Go to Address");
@@ -158,6 +169,15 @@ TEST_F(WebBrowserTest, ShortcutsZoomReloadAndAskForAnAddress) {
         act("key Enter; wait 1");
         EXPECT_EQ(page().calls().back(), opened);
     }
+    control("l");
+    settle();
+    type("ftp://site.example/");
+    act("key Enter; wait 1");
+    EXPECT_EQ(alert(), "Go to Address | This is not the address of a web page.");
+    EXPECT_EQ(UIAlertView::visibleAlerts().back()->textFieldAtIndex(0)->text(),
+              "ftp://site.example/");
+    ASSERT_TRUE(tapAlertButton("Cancel"));
+    settle();
     send({.code = UIKeyCode::Left, .text = {}, .alt = true});
     EXPECT_EQ(countOfCalls("goBack"), 1);
 }

@@ -146,7 +146,7 @@ host::Failure SmtpDelivery::failureOf(CURLcode result) const {
     case CURLE_URL_MALFORMAT:
         return {ECONNREFUSED, "The mail server cannot be reached."};
     case CURLE_OPERATION_TIMEDOUT:
-        return {ETIMEDOUT, "The mail server does not answer."};
+        return {ETIMEDOUT, "The mail server is not responding."};
     case CURLE_USE_SSL_FAILED:
         return {EPROTO, "The mail server does not offer encryption. Nothing was sent."};
     case CURLE_PEER_FAILED_VERIFICATION:
@@ -155,7 +155,7 @@ host::Failure SmtpDelivery::failureOf(CURLcode result) const {
         return {EPROTO, "The connection to the mail server cannot be encrypted: " + errorText()};
     case CURLE_LOGIN_DENIED:
         if (!reply_.isRefusal())
-            return {EPROTO, "The mail server offers no known way to sign in."};
+            return {EPROTO, "The mail server offers no supported sign-in method."};
         // The server's words may repeat what was sent.
         return {EACCES, "The mail server refused the user name or the password (" +
                             std::to_string(reply_.code()) + ")."};

@@ -59,7 +59,7 @@ void SoundOutput::choose() {
     }
     factory_ = kSilence;
     if (log_)
-        log_("There is no sound device: everything plays in time, without sound.");
+        log_("No sound device found: everything plays in time, without sound.");
 }
 
 GstElement* SoundOutput::makeSink(const char* role) {

@@ -206,11 +206,11 @@ void HTTPExchange::deliverDecoded() {
         decodedBytes_ = 0;
         break;
     case BodyDecoder::State::Damaged:
-        fail({host::TransferErrorKind::Other, "The server's answer is damaged."});
+        fail({host::TransferErrorKind::Other, "The server's response is corrupted."});
         break;
     case BodyDecoder::State::Bomb:
         fail({host::TransferErrorKind::Other,
-              "The server's answer unpacks to far more than was sent."});
+              "The server's response is suspiciously large when decompressed."});
         break;
     }
 }
@@ -236,7 +236,7 @@ bool HTTPExchange::bodyIsWhole() const {
 
 void HTTPExchange::finish() {
     if (headIsTooLong_) {
-        fail({host::TransferErrorKind::Other, "The head of the server's answer is too long."});
+        fail({host::TransferErrorKind::Other, "The server's response headers are too long."});
     } else if (*result_ != CURLE_OK) {
         fail(transferErrorOf(*result_, errorText()));
     } else if (!bodyIsWhole()) {

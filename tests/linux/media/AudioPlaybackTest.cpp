@@ -131,7 +131,7 @@ TEST_F(AudioPlaybackTest, AMissingSoundDeviceIsLoggedOnce) {
     if (media_->audioRoute().ok())
         EXPECT_THAT(log_, IsEmpty());
     else
-        EXPECT_THAT(log_, ElementsAre(HasSubstr("no sound device")));
+        EXPECT_THAT(log_, ElementsAre(HasSubstr("No sound device")));
 }
 
 }
