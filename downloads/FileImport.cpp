@@ -4,6 +4,7 @@
 #include "downloads/DownloadsViewController.h"
 #include "platform/foundation/NSArrayPathUtilities.h"
 #include "platform/foundation/NSBundle.h"
+#include "platform/foundation/NSRunLoop.h"
 #include "platform/foundation/NSURL.h"
 #include "platform/foundation/UTF8Text.h"
 #include "platform/foundation/Weakly.h"
@@ -25,10 +26,16 @@ namespace vistrel {
 
 namespace {
 
-/// From the question to its answer, or the end of the copy.
+/// From the offer to the answer, or the end of the last copy.
 std::set<std::shared_ptr<FileImport>>& openImports() {
     static std::set<std::shared_ptr<FileImport>> open;
     return open;
+}
+
+/// The one that has not asked yet.
+std::weak_ptr<FileImport>& gatheringImport() {
+    static std::weak_ptr<FileImport> import;
+    return import;
 }
 
 /// The name under which the library lists a file, or an empty one when it does not.
@@ -46,80 +53,129 @@ std::string libraryName(const std::string& name) {
     return isListed(lower) ? std::string(stem) + "." + lower : std::string();
 }
 
+std::string lines(const std::vector<std::string>& texts) {
+    std::string result;
+    for (const std::string& text : texts)
+        result += (result.empty() ? "" : "\n") + text;
+    return result;
+}
+
 void say(std::string title, const std::string& text) {
     UIAlertView::withTitle(std::move(title), text, {}, NSLocalizedString("OK"))->show();
 }
 
 }
 
-void FileImport::offer(const NSURL& file, UINavigationController& navigation) {
-    std::string name = libraryName(file.lastPathComponent());
-    if (name.empty())
-        return say(NSLocalizedString("Cannot Be Played"), shownName(file.lastPathComponent()));
-    const std::shared_ptr<FileImport> import(
-        new FileImport(file.absoluteString(), std::move(name),
-                       weakReference<UINavigationController>(&navigation)));
-    openImports().insert(import);
-    UIAlertView::withTitle(NSLocalizedString("Copy to Downloads?"), shownName(import->name_),
-                           weakReference<UIAlertViewDelegate>(import.get()),
-                           NSLocalizedString("Cancel"), {NSLocalizedString("Copy")})
-        ->show();
+void FileImport::offer(const NSURL& file, UINavigationController& navigation,
+                       const std::shared_ptr<DownloadsViewController>& library) {
+    auto import = gatheringImport().lock();
+    if (!import) {
+        import.reset(new FileImport(navigation, library));
+        openImports().insert(import);
+        gatheringImport() = import;
+        NSRunLoop::performAfterDelay(0, weakly(import.get(), &FileImport::ask));
+    }
+    import->add(file);
 }
 
-FileImport::FileImport(std::string address, std::string name,
-                       std::weak_ptr<UINavigationController> navigation)
-    : address_(std::move(address))
-    , name_(std::move(name))
-    , navigation_(std::move(navigation)) {}
+FileImport::FileImport(UINavigationController& navigation,
+                       const std::shared_ptr<DownloadsViewController>& library)
+    : navigation_(weakReference<UINavigationController>(&navigation))
+    , library_(library) {}
 
 FileImport::~FileImport() = default;
 
-void FileImport::alertViewClickedButtonAtIndex(UIAlertView&, int buttonIndex) {
-    if (buttonIndex == 1)
-        copy();
+void FileImport::add(const NSURL& file) {
+    std::string name = libraryName(file.lastPathComponent());
+    if (name.empty())
+        refused_.push_back(shownName(file.lastPathComponent()));
     else
-        end();
+        files_.push_back({file.absoluteString(), std::move(name)});
 }
 
-void FileImport::copy() {
-    target_ = std::make_shared<DownloadFile>(name_, DownloadFile::Existing::Keep);
+void FileImport::ask() {
+    gatheringImport().reset();
+    if (!refused_.empty())
+        say(NSLocalizedString("Cannot Be Played"), lines(refused_));
+    if (files_.empty())
+        return end();
+    std::vector<std::string> names;
+    for (const File& file : files_)
+        names.push_back(shownName(file.name));
+    UIAlertView::withTitle(NSLocalizedString("Copy to Downloads?"), lines(names),
+                           weakReference<UIAlertViewDelegate>(this), NSLocalizedString("Cancel"),
+                           {NSLocalizedString("Copy")})
+        ->show();
+}
+
+void FileImport::alertViewClickedButtonAtIndex(UIAlertView&, int buttonIndex) {
+    if (buttonIndex != 1)
+        return end();
     if (const auto navigation = navigation_.lock()) {
-        progress_ = UIProgressHUD::withWindow(*navigation->view());
-        showProgress(0);
+        const auto& modal = navigation->modalViewController();
+        progress_ = UIProgressHUD::withWindow(modal ? *modal->view() : *navigation->view());
         progress_->show(true);
     }
+    copyNext();
+}
+
+void FileImport::copyNext() {
+    if (next_ == files_.size())
+        return allEnded();
+    target_ = std::make_shared<DownloadFile>(files_[next_].name, DownloadFile::Existing::Keep);
+    showProgress(0);
     const auto& host = host::current();
-    host.desktop->copyFile(address_, host.files->machinePath(target_->path()),
+    host.desktop->copyFile(files_[next_].address, host.files->machinePath(target_->path()),
                            weakly(this, &FileImport::showProgress),
                            weakly(this, &FileImport::copyEnded));
 }
 
-void FileImport::copyEnded(const host::Status& outcome) {
-    if (!outcome)
-        say(NSLocalizedString("Not Copied"), outcome.failure().message);
-    else
-        copied();
-    UIApplication::sharedApplication().presentLocalNotification(
-        NSLocalizedString(outcome ? "Copied" : "Not Copied"), shownName(target_->name()));
-    end();
-}
-
 void FileImport::showProgress(double fraction) {
+    const double all = (static_cast<double>(next_) + fraction) / static_cast<double>(files_.size());
     if (progress_)
         progress_->setText(NSLocalizedString("Copying") + " " +
-                           std::to_string(std::lround(fraction * 100)) + " %");
+                           std::to_string(std::lround(all * 100)) + " %");
 }
 
-void FileImport::copied() {
+void FileImport::copyEnded(const host::Status& outcome) {
+    const std::string name = shownName(target_->name());
+    if (outcome) {
+        copied_.push_back(name);
+    } else {
+        const std::string& reason = outcome.failure().message;
+        failed_.push_back(name);
+        reasons_.push_back(files_.size() > 1 ? name + ": " + reason : reason);
+    }
+    ++next_;
+    copyNext();
+}
+
+void FileImport::allEnded() {
+    const auto self = shared_from_this();
+    end();
+    const bool allCopied = failed_.empty();
+    if (!allCopied)
+        say(NSLocalizedString("Not Copied"), lines(reasons_));
+    if (!copied_.empty())
+        showLibrary();
+    UIApplication::sharedApplication().presentLocalNotification(
+        NSLocalizedString(allCopied ? "Copied" : "Not Copied"),
+        lines(allCopied ? copied_ : failed_));
+}
+
+void FileImport::showLibrary() {
     const auto navigation = navigation_.lock();
-    if (!navigation)
+    const auto library = library_.lock();
+    if (!navigation || !library)
         return;
-    const auto shown =
-        std::dynamic_pointer_cast<DownloadsViewController>(navigation->topViewController());
-    if (shown)
-        shown->refresh();
-    else if (!navigation->modalViewController())
-        navigation->pushViewController(std::make_shared<DownloadsViewController>(), true);
+    if (navigation->topViewController() == library)
+        library->refresh();
+    else if (navigation->modalViewController())
+        return;
+    else if (library->navigationController())
+        navigation->popToViewControllerAnimated(*library, true);
+    else
+        navigation->pushViewController(library, true);
 }
 
 void FileImport::end() {

@@ -38,7 +38,7 @@ std::string addressOf(const std::string& argument) {
     if (isWebAddress(argument))
         return argument;
     const auto url = NSURL::URLWithString(argument);
-    const bool isFileAddress = url && url->scheme() == "file";
+    const bool isFileAddress = url && url->isFileURL();
     std::error_code error;
     const auto path = std::filesystem::absolute(isFileAddress ? url->path() : argument, error);
     if (error || !std::filesystem::is_regular_file(path, error))

@@ -42,12 +42,11 @@ constexpr double kLogoHeight = 75;
 constexpr double kHeaderHeight = 32;
 constexpr double kBannerWidth = 320;
 constexpr double kBannerHeight = 50;
-constexpr double kNavigationBarHeight = 44;
 
 constexpr UIColor kBarTint = UIColor::colorWithRedGreenBlueAlpha(0.156F, 0.155F, 0.198F, 1);
 constexpr UIColor kTableBackground = UIColor::colorWithRedGreenBlueAlpha(0.114F, 0.113F, 0.143F, 1);
 
-/// Whether the row's section of the application is a page, not a screen.
+/// Whether the row opens a page in the browser rather than a screen of the application.
 bool opensPage(const NSIndexPath& row) {
     return row.section != kMenuSection || row.row == kMusicRow;
 }
@@ -113,7 +112,7 @@ void RootViewController::viewDidLoad() {
 void RootViewController::addBanner() {
     if (gadSettingValue(kGADEnabled) == "no")
         return;
-    const double y = view()->frame().size.height - kBannerHeight - kNavigationBarHeight;
+    const double y = view()->frame().size.height - kBannerHeight - kUIBarHeight;
     bannerView_ = GADBannerView::withFrame(CGRectMake(0, y, kBannerWidth, kBannerHeight));
     bannerView_->setAdUnitID(settingValue(kBannerAdUnitID));
     bannerView_->setRootViewController(weak_from_this());
@@ -135,11 +134,12 @@ void RootViewController::loadBannerAfterFirstFrame() {
 }
 
 void RootViewController::buildLists() {
+    downloads_ = std::make_shared<DownloadsViewController>();
     menuList_ = {
         nativeRecord("TV Shows", "TV.png", std::make_shared<TVShowsViewController>()),
         nativeRecord("Movies", "Movies.png", std::make_shared<MoviesViewController>()),
         webRecord("Music", "Music.png", contentSiteAddress("/music/")),
-        nativeRecord("Downloads", "Downloads.png", std::make_shared<DownloadsViewController>()),
+        nativeRecord("Downloads", "Downloads.png", downloads_),
     };
     moreSitesList_.clear();
     for (const PartnerSite& site : kPartnerSites) {

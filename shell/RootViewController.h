@@ -12,6 +12,7 @@
 
 namespace vistrel {
 class CADisplayLink;
+class DownloadsViewController;
 class GADBannerView;
 class UIButton;
 class UIImage;
@@ -44,6 +45,8 @@ public:
     void setMenuList(std::vector<MenuRecord> list) { menuList_ = std::move(list); }
     void setMoreSitesList(std::vector<MenuRecord> list) { moreSitesList_ = std::move(list); }
     void setVIPSection(std::vector<MenuRecord> list) { VIPSection_ = std::move(list); }
+    /// The one downloads screen. Null before the view is loaded.
+    const std::shared_ptr<DownloadsViewController>& downloads() const { return downloads_; }
     const std::shared_ptr<UITableView>& tableView() const { return tableView_; }
     void setTableView(std::shared_ptr<UITableView> tableView);
     /// Null while the view is not loaded, and when the settings disable ads.
@@ -98,6 +101,7 @@ private:
     std::vector<MenuRecord> menuList_;
     std::vector<MenuRecord> moreSitesList_;
     std::vector<MenuRecord> VIPSection_;
+    std::shared_ptr<DownloadsViewController> downloads_;
     std::shared_ptr<UIButton> titleButton_;
     std::shared_ptr<UITableView> tableView_;
     std::shared_ptr<GADBannerView> bannerView_;

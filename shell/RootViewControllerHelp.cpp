@@ -154,11 +154,11 @@ void RootViewController::launchMailAppOnDeviceApplicationSupport() {
     launchMailApp(kApplicationSupportRecipient, kApplicationSubject);
 }
 
-void RootViewController::mailComposeControllerDidFinishWithResultError(MFMailComposeViewController&,
-                                                                       MFMailComposeResult result,
-                                                                       const NSError*) {
+void RootViewController::mailComposeControllerDidFinishWithResultError(
+    MFMailComposeViewController& controller, MFMailComposeResult result, const NSError*) {
     NSLog(logLineOfResult(result));
-    navigationController()->dismissModalViewControllerAnimated(true);
+    if (navigationController()->modalViewController().get() == &controller)
+        navigationController()->dismissModalViewControllerAnimated(true);
 }
 
 void RootViewController::openTwitterAppForFollowingUser(const std::string& userName) {

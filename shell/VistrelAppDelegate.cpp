@@ -10,6 +10,7 @@
 #include "platform/uikit/UINavigationController.h"
 #include "platform/uikit/UIViewAnimation.h"
 #include "platform/uikit/UIWindow.h"
+#include "shell/RootViewController.h"
 #include "web/DownloadableMedia.h"
 #include "web/WebBrowserViewController.h"
 
@@ -38,17 +39,19 @@ void VistrelAppDelegate::applicationDidFinishLaunching(UIApplication&) {
 }
 
 bool VistrelAppDelegate::applicationHandleOpenURL(UIApplication&, const NSURL& url) {
-    const bool isFile = url.scheme() == "file";
-    if (!isFile && !url.isHTTP())
-        return false;
-    if (navigationController_->modalViewController())
-        navigationController_->dismissModalViewControllerAnimated(false);
-    if (isFile) {
-        FileImport::offer(url, *navigationController_);
+    if (url.isFileURL()) {
+        const auto menu = std::dynamic_pointer_cast<RootViewController>(
+            navigationController_->viewControllers().front());
+        FileImport::offer(url, *navigationController_, menu->downloads());
         return true;
     }
+    if (!url.isHTTP())
+        return false;
     navigationController_->pushViewController(
         WebBrowserViewController::withTitleURL(url.host(), url.absoluteString()), false);
+    // A modal screen above may ask first, as a mail that is being written does.
+    if (const auto modal = navigationController_->modalViewController())
+        modal->escapePressed();
     return true;
 }
 

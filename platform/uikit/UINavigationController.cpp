@@ -100,6 +100,16 @@ std::shared_ptr<UIViewController> UINavigationController::popViewControllerAnima
     return popped;
 }
 
+void UINavigationController::popToViewControllerAnimated(const UIViewController& controller,
+                                                         bool animated) {
+    const auto found = std::find_if(stack_.begin(), stack_.end(), [&](const auto& screen) {
+        return screen.get() == &controller;
+    });
+    const auto count = static_cast<std::size_t>(found - stack_.begin()) + 1;
+    if (count < stack_.size())
+        popTo(count, animated);
+}
+
 void UINavigationController::popToRootViewControllerAnimated(bool animated) {
     if (stack_.size() > 1)
         popTo(1, animated);

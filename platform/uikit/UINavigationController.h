@@ -19,6 +19,8 @@ public:
     void pushViewController(std::shared_ptr<UIViewController> controller, bool animated);
     /// Null when only the root is left.
     std::shared_ptr<UIViewController> popViewControllerAnimated(bool animated);
+    /// Pops everything above a screen of the stack. Nothing for others.
+    void popToViewControllerAnimated(const UIViewController& controller, bool animated);
     void popToRootViewControllerAnimated(bool animated);
     const std::vector<std::shared_ptr<UIViewController>>& viewControllers() const { return stack_; }
     std::shared_ptr<UIViewController> topViewController() const;

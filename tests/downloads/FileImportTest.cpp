@@ -7,13 +7,17 @@ namespace {
 
 class FileImportTest : public LibraryTest {
 protected:
-    FileImportTest() { show<UIViewController>(); }
-    void offer(const char* address) {
-        FileImport::offer(*NSURL::URLWithString(address), navigation());
+    FileImportTest() {
+        library_ = std::make_shared<DownloadsViewController>();
+        show<UIViewController>();
+    }
+    void offer(std::initializer_list<const char*> addresses) {
+        for (const char* address : addresses)
+            FileImport::offer(*NSURL::URLWithString(address), navigation(), library_);
         settle();
     }
     void copy(const char* address) {
-        offer(address);
+        offer({address});
         ASSERT_TRUE(tapAlertButton("Copy"));
     }
     std::vector<std::string> shownFiles() {
@@ -25,7 +29,7 @@ protected:
 TEST_F(FileImportTest, AFileIsCopiedUnderAFreeNameAndShown) {
     const auto& copies = desktop().copies;
     files().put(kFolder + "A Film.mp4", "an older one");
-    offer("file:///home/ann/A%20Film.MP4");
+    offer({"file:///home/ann/A%20Film.MP4"});
     EXPECT_EQ(alert(), "Copy to Downloads? | A Film.MP4");
     EXPECT_TRUE(copies.empty());
     ASSERT_TRUE(tapAlertButton("Copy"));
@@ -54,7 +58,7 @@ TEST_F(FileImportTest, AFileIsCopiedUnderAFreeNameAndShown) {
 }
 
 TEST_F(FileImportTest, NothingHappensWithoutAYesAndAFailureIsExplained) {
-    offer("file:///home/ann/song.mp3");
+    offer({"file:///home/ann/song.mp3"});
     ASSERT_TRUE(tapAlertButton("Cancel"));
     EXPECT_TRUE(desktop().copies.empty());
 
@@ -67,6 +71,28 @@ TEST_F(FileImportTest, NothingHappensWithoutAYesAndAFailureIsExplained) {
     EXPECT_FALSE(top<DownloadsViewController>());
 }
 
+TEST_F(FileImportTest, FilesOfOneDropShareAQuestionAndAFailureStopsNone) {
+    push(library_);
+    show<UIViewController>();
+    offer({"file:///a/one.mp3", "file:///a/notes.txt", "file:///a/two.mp3", "file:///a/three.mp3"});
+    EXPECT_EQ(alert(), "Copy to Downloads? | one.mp3\ntwo.mp3\nthree.mp3");
+    ASSERT_TRUE(tapAlertButton("Copy"));
+    EXPECT_EQ(alert(), "Cannot Be Played | notes.txt");
+    ASSERT_TRUE(tapAlertButton("OK"));
+    for (const char* progress : {"Copying 17 %", "Copying 50 %", "Copying 83 %"}) {
+        const auto copy = desktop().copies().back();
+        copy.progress(0.5);
+        EXPECT_TRUE(find(UIAccessibilityRole::Label, progress));
+        copy.done(copy.url.ends_with("two.mp3") ? host::Status(host::Failure{EIO, "No disk"})
+                                                : host::Done{});
+    }
+    settle();
+    EXPECT_EQ(desktop().copies().size(), 3U) << "one after the other";
+    EXPECT_EQ(alert(), "Not Copied | two.mp3: No disk");
+    EXPECT_EQ(navigation().topViewController(), library_) << "the one that was open already";
+    EXPECT_EQ(navigation().viewControllers().size(), 3U);
+}
+
 TEST_F(FileImportTest, OnlyWhatTheLibraryListsIsOffered) {
     const std::tuple<const char*, const char*, const char*> cases[] = {
         {"file:///a/Clip.Mp4", "Copy to Downloads? | Clip.mp4", "Cancel"},
@@ -74,7 +100,7 @@ TEST_F(FileImportTest, OnlyWhatTheLibraryListsIsOffered) {
         {"file:///a/mp4", "Cannot Be Played | mp4", "OK"},
     };
     for (const auto& [address, question, button] : cases) {
-        offer(address);
+        offer({address});
         EXPECT_EQ(alert(), question);
         EXPECT_TRUE(tapAlertButton(button));
     }

@@ -80,7 +80,9 @@ protected:
 
 TEST_F(TranslationTest, TheLibraryAndThePlayersAreTranslated) {
     select(1, 3);
-    FileImport::offer(*NSURL::URLWithString("file:///home/ann/*A.mp4"), navigation());
+    FileImport::offer(*NSURL::URLWithString("file:///home/ann/*A.mp4"), navigation(),
+                      menu_->downloads());
+    settle();
     look();
     tapAndLook("*Cancel");
     act("second 160,120");

@@ -14,6 +14,13 @@ namespace {
 
 constexpr const char* kFolder = "/var/mobile/Library/Downloads";
 
+/// Leaves when it is asked to, if it may.
+class ModalScreen : public UIViewController {
+public:
+    bool escapePressed() override { return mayLeave && UIViewController::escapePressed(); }
+    bool mayLeave = false;
+};
+
 class StartUpTest : public support::HostTest {
 protected:
     ~StartUpTest() override { UIApplication::resetSharedApplication(); }
@@ -55,13 +62,22 @@ TEST_F(StartUpTest, AnAddressFromTheDesktopOpensOnTopOfWhatIsOpen) {
         return delegate_->applicationHandleOpenURL(application, *NSURL::URLWithString(address));
     };
     const auto navigation = delegate_->navigationController();
-    navigation->presentModalViewController(std::make_shared<UIViewController>(), false);
+    const auto modal = std::make_shared<ModalScreen>();
+    navigation->presentModalViewController(modal, false);
     EXPECT_TRUE(open("http://films.example/page"));
+    EXPECT_EQ(navigation->modalViewController(), modal) << "as a mail that is being written";
+    modal->mayLeave = true;
+    EXPECT_TRUE(open("http://films.example/page"));
+    EXPECT_FALSE(navigation->modalViewController());
+    advance(1);
+    navigation->popViewControllerAnimated(false);
+    navigation->presentModalViewController(modal, false);
     EXPECT_FALSE(open("ftp://films.example/page"));
     EXPECT_TRUE(open("file:///etc/passwd"));
+    advance(0);
     ASSERT_EQ(UIAlertView::visibleAlerts().size(), 1U) << "a file is never a page";
     EXPECT_EQ(UIAlertView::visibleAlerts().front()->title(), "Cannot Be Played");
-    EXPECT_FALSE(navigation->modalViewController()) << "at once";
+    EXPECT_EQ(navigation->modalViewController(), modal) << "nothing closes for a question";
     advance(1);
     EXPECT_EQ(navigation->viewControllers().size(), 2U);
     const auto browser =
