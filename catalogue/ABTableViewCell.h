@@ -1,28 +1,18 @@
 #pragma once
-#include "platform/uikit/UITableViewCell.h"
+#include "platform/uikit/UISelfPaintingCell.h"
 
 #include <string>
+#include <utility>
 
 namespace vistrel {
-class ABTableViewCellView;
 
-/// A row that one view paints in a single pass, over whatever is behind the table. Subclasses
-/// fill the background, draw the picture, then the text.
-class ABTableViewCell : public UITableViewCell {
+/// A catalogue's row over whatever is behind the table.
+class ABTableViewCell : public UISelfPaintingCell {
 public:
-    ABTableViewCell(UITableViewCellStyle style, std::string reuseIdentifier);
-    ~ABTableViewCell() override;
-
-    /// The view that draws the row; covers the whole cell. The view hierarchy owns it.
-    ABTableViewCellView* contentView() const { return contentView_; }
-    void setFrame(const CGRect& frame) override;
-    /// Also redraws the content view.
-    void setNeedsDisplay() override;
-    /// Paints the row into the current context; `rect` is the content view's.
-    virtual void drawContentView(const CGRect& rect);
-
-private:
-    ABTableViewCellView* contentView_ = nullptr;
+    ABTableViewCell(UITableViewCellStyle style, std::string reuseIdentifier)
+        : UISelfPaintingCell(style, std::move(reuseIdentifier), Opaque::No) {}
 };
+
+using ABTableViewCellView = UISelfPaintingCellView;
 
 }

@@ -1,28 +1,18 @@
 #pragma once
-#include "platform/uikit/UITableViewCell.h"
+#include "platform/uikit/UISelfPaintingCell.h"
 
 #include <string>
+#include <utility>
 
 namespace vistrel {
-class ABTableViewCellOpaqueView;
 
-/// A row that one opaque view paints in a single pass: subclasses paint every point of it. They
-/// fill the background, draw the picture, then the text.
-class ABTableViewCellOpaque : public UITableViewCell {
+/// A row that hides what is behind the table.
+class ABTableViewCellOpaque : public UISelfPaintingCell {
 public:
-    ABTableViewCellOpaque(UITableViewCellStyle style, std::string reuseIdentifier);
-    ~ABTableViewCellOpaque() override;
-
-    /// The view that draws the row; covers the whole cell. The view hierarchy owns it.
-    ABTableViewCellOpaqueView* contentView() const { return contentView_; }
-    void setFrame(const CGRect& frame) override;
-    /// Also redraws the content view.
-    void setNeedsDisplay() override;
-    /// Paints the row into the current context; `rect` is the content view's.
-    virtual void drawContentView(const CGRect& rect);
-
-private:
-    ABTableViewCellOpaqueView* contentView_ = nullptr;
+    ABTableViewCellOpaque(UITableViewCellStyle style, std::string reuseIdentifier)
+        : UISelfPaintingCell(style, std::move(reuseIdentifier), Opaque::Yes) {}
 };
+
+using ABTableViewCellOpaqueView = UISelfPaintingCellView;
 
 }

@@ -1,6 +1,5 @@
 #include "downloads/DownloadsTableViewCell.h"
 
-#include "catalogue/ABTableViewCellOpaqueView.h"
 #include "platform/graphics/CGContext.h"
 #include "platform/graphics/UIFont.h"
 #include "platform/graphics/UIImage.h"

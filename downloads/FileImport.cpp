@@ -28,7 +28,8 @@ namespace {
 
 /// From the offer to the answer, or the end of the last copy.
 std::set<std::shared_ptr<FileImport>>& openImports() {
-    static std::set<std::shared_ptr<FileImport>> open;
+    // Never destroyed: a copy that is under way at the end uses what would go first.
+    static auto& open = *new std::set<std::shared_ptr<FileImport>>;
     return open;
 }
 

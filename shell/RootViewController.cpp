@@ -37,7 +37,6 @@ constexpr int kLogoSection = 0;
 constexpr int kMenuSection = 1;
 constexpr int kVIPSectionNumber = 2;
 constexpr int kMoreSitesSection = 3;
-constexpr int kMusicRow = 2;
 constexpr double kLogoHeight = 75;
 constexpr double kHeaderHeight = 32;
 constexpr double kBannerWidth = 320;
@@ -46,13 +45,8 @@ constexpr double kBannerHeight = 50;
 constexpr UIColor kBarTint = UIColor::colorWithRedGreenBlueAlpha(0.156F, 0.155F, 0.198F, 1);
 constexpr UIColor kTableBackground = UIColor::colorWithRedGreenBlueAlpha(0.114F, 0.113F, 0.143F, 1);
 
-/// Whether the row opens a page in the browser rather than a screen of the application.
-bool opensPage(const NSIndexPath& row) {
-    return row.section != kMenuSection || row.row == kMusicRow;
-}
-
-MenuRecord webRecord(const char* title, const char* image, std::string url) {
-    return {NSLocalizedString(title), nullptr, UIImage::imageNamed(image), std::move(url)};
+MenuRecord webRecord(std::string title, const char* image, std::string url) {
+    return {std::move(title), nullptr, UIImage::imageNamed(image), std::move(url)};
 }
 
 MenuRecord nativeRecord(const char* title, const char* image,
@@ -138,17 +132,18 @@ void RootViewController::buildLists() {
     menuList_ = {
         nativeRecord("TV Shows", "TV.png", std::make_shared<TVShowsViewController>()),
         nativeRecord("Movies", "Movies.png", std::make_shared<MoviesViewController>()),
-        webRecord("Music", "Music.png", contentSiteAddress("/music/")),
+        webRecord(NSLocalizedString("Music"), "Music.png", contentSiteAddress("/music/")),
         nativeRecord("Downloads", "Downloads.png", downloads_),
     };
     moreSitesList_.clear();
     for (const PartnerSite& site : kPartnerSites) {
         const std::string address = settingValue(site.address);
         moreSitesList_.push_back(
-            webRecord(settingValue(site.title).c_str(), "MoreSites.png",
+            webRecord(settingValue(site.title), "MoreSites.png",
                       address.starts_with('/') ? contentSiteAddress(address) : address));
     }
-    VIPSection_ = {webRecord("VIP Login", "VIP.png", contentSiteAddress("/vip/"))};
+    VIPSection_ = {
+        webRecord(NSLocalizedString("VIP Login"), "VIP.png", contentSiteAddress("/vip/"))};
 }
 
 void RootViewController::viewDidAppear(bool) {
@@ -236,7 +231,8 @@ RootViewController::tableViewCellForRowAtIndexPath(UITableView& tableView,
 
 void RootViewController::tableViewDidTouchRowAtIndexPath(UITableView&,
                                                          const NSIndexPath& indexPath) {
-    if (opensPage(indexPath))
+    const MenuRecord* record = recordAt(indexPath);
+    if (record && !record->viewController)
         UIWebView::prepareEngine();
 }
 
@@ -245,10 +241,10 @@ void RootViewController::tableViewDidSelectRowAtIndexPath(UITableView&,
     const MenuRecord* record = recordAt(indexPath);
     if (!record)
         return;
-    if (opensPage(indexPath))
-        pushBrowser(*record);
-    else if (record->viewController)
+    if (record->viewController)
         navigationController()->pushViewController(record->viewController, true);
+    else
+        pushBrowser(*record);
 }
 
 void RootViewController::pushBrowser(const MenuRecord& record) {

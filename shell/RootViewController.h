@@ -19,7 +19,7 @@ class UIImage;
 class UITableView;
 struct Setting;
 
-/// One row of the main menu: a native screen, or an address for the browser.
+/// One row of the main menu: a native screen, or else an address for the browser.
 struct MenuRecord {
     std::string title;
     std::shared_ptr<UIViewController> viewController;

@@ -1,5 +1,6 @@
 #include "platform/foundation/NSURLConnection.h"
 
+#include "platform/foundation/HTTPRedirect.h"
 #include "platform/foundation/NSBundle.h"
 #include "platform/foundation/NSError.h"
 #include "platform/foundation/NSRunLoop.h"
@@ -81,19 +82,14 @@ std::optional<NSURLResponse> responseFrom(const host::TransferResponse& response
                          response.expectedLength);
 }
 
-/// RFC 9110, 15.4: what a browser sends after 301, 302 and 303.
-std::string methodAfterRedirect(const std::string& method, int status) {
-    const bool becomesGet = (status == 303 && method != "HEAD") ||
-                            ((status == 301 || status == 302) && method == "POST");
-    return becomesGet ? "GET" : method;
-}
-
-NSURLRequest requestFor(const NSURLRequest& original, const NSURL& url, std::string method) {
+NSURLRequest requestAfter(const HTTPRedirect& redirect, const NSURLRequest& original,
+                          const NSURL& url) {
+    const std::string& method = original.HTTPMethod();
     NSURLRequest request(url, original.cachePolicy(), original.timeoutInterval());
-    for (const auto& [field, value] : original.allHTTPHeaderFields())
-        request.setValueForHTTPHeaderField(value, field);
+    for (auto& [field, value] : redirect.fieldsAfter(original.allHTTPHeaderFields(), method))
+        request.setValueForHTTPHeaderField(std::move(value), std::move(field));
     request.setMainDocumentURL(original.mainDocumentURL());
-    request.setHTTPMethod(std::move(method));
+    request.setHTTPMethod(redirect.methodAfter(method));
     request.setCookies(original.cookies());
     return request;
 }
@@ -175,7 +171,7 @@ void NSURLConnection::fail(int code, const std::string& description) {
     const auto self = shared_from_this();
     const auto delegate = delegate_;
     end();
-    // People read it.
+    // The user reads the description.
     delegate->connectionDidFailWithError(
         *this, NSError(NSURLErrorDomain, code, NSLocalizedString(description)));
 }
@@ -191,7 +187,7 @@ bool NSURLConnection::transferWillRedirect(const host::TransferResponse& redirec
         return false;
     }
     const NSURLRequest next =
-        requestFor(current_, *target, methodAfterRedirect(current_.HTTPMethod(), redirect.status));
+        requestAfter({redirect.status, current_.URL()->absoluteString(), url}, current_, *target);
     auto chosen = delegate->connectionWillSendRequestRedirectResponse(*this, next, &*response);
     if (!isRunning())
         return false;

@@ -64,12 +64,15 @@ Picture load(const std::string& path, double screenScale) {
     return bitmap ? std::make_shared<UIImage>(std::move(bitmap), variant.scale) : nullptr;
 }
 
-/// Of a resource: its path and the screen's scale.
+/// Of a resource: its path, and the screen's scale as far as the variants differ. A window that is
+/// being resized has many scales.
 using Key = std::pair<std::string, double>;
+constexpr double kLargestVariant = 3;
 
 Key keyOf(const std::string& name, double screenScale) {
     const bool hasExtension = name.find('.') != std::string::npos;
-    return {host::current().resourcePath + "/" + name + (hasExtension ? "" : ".png"), screenScale};
+    return {host::current().resourcePath + "/" + name + (hasExtension ? "" : ".png"),
+            std::clamp(std::ceil(screenScale), 1.0, kLargestVariant)};
 }
 
 /// Pictures read ahead and not used yet.

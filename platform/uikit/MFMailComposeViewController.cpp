@@ -179,6 +179,11 @@ void MFMailComposeViewController::sent(const host::Failure* failure) {
     }
     const host::Status kept = host::current().desktop->saveDraft(mail());
     finish(MFMailComposeResult::Failed, failure);
+    std::string reason = NSLocalizedString(failure->message);
+    if (kept.ok())
+        reason += "\n" + NSLocalizedString("The mail has been saved as a draft.");
+    UIAlertView::withTitle(NSLocalizedString("Not Sent"), reason, {}, NSLocalizedString("OK"))
+        ->show();
     if (!kept.ok())
         tellDraftIsLost(kept.failure());
 }

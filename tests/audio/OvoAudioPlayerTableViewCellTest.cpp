@@ -1,6 +1,5 @@
 #include "audio/OvoAudioPlayerTableViewCell.h"
 
-#include "audio/OvoTableViewCellView.h"
 #include "platform/graphics/Bitmap.h"
 #include "platform/uikit/ImageRenderer.h"
 #include "tests/support/HostTest.h"

@@ -1,5 +1,3 @@
-#include "catalogue/ABTableViewCellOpaqueView.h"
-#include "catalogue/ABTableViewCellView.h"
 #include "catalogue/MoviesTableViewCell.h"
 #include "catalogue/TVShowsTableViewCell.h"
 #include "platform/graphics/ImageFile.h"

@@ -1,5 +1,4 @@
 #include "audio/OvoAudioPlayerController.h"
-#include "catalogue/ABTableViewCellOpaqueView.h"
 #include "tests/downloads/LibraryTest.h"
 
 namespace vistrel {

@@ -229,16 +229,24 @@ TEST_F(NSURLConnectionTest, ACredentialGoesOnlyToItsOriginEvenAfterRedirects) {
             network().at(route[i]).redirectsTo(route[i + 1]);
         network().at(route.back()).body("x");
         network().forgetRequests();
-        connect(route.front().c_str());
+        NSURLRequest request(NSURL::URLWithString(route.front()));
+        request.setValueForHTTPHeaderField("http://page/?secret", "Referer");
+        connect(request);
         turn();
         turn();
         EXPECT_THAT(recorder_->heard.take(), EndsWith(", finish"));
         EXPECT_EQ(network().requestedURLs(), route);
-        for (const auto& sent : network().requests())
+        bool hasLeft = false;
+        for (const auto& sent : network().requests()) {
+            const bool isAtSite = sent.url.starts_with("http://site/");
+            hasLeft = hasLeft || isAtSite != route.front().starts_with("http://site/");
             EXPECT_EQ(support::ScriptedNetwork::header(sent, "Authorization"),
-                      sent.url.starts_with("http://site/") ? "Basic QWxhZGRpbjpvcGVuIHNlc2FtZQ=="
-                                                           : "")
+                      isAtSite ? "Basic QWxhZGRpbjpvcGVuIHNlc2FtZQ==" : "")
                 << sent.url;
+            EXPECT_EQ(support::ScriptedNetwork::header(sent, "Referer"),
+                      hasLeft ? "http://page/" : "http://page/?secret")
+                << sent.url;
+        }
     }
     network().at("http://site/a").redirectsTo("https://other/c");
     network().at("https://other/c").redirectsTo("http://site/a");

@@ -88,7 +88,9 @@ TEST_F(MailCompose, AMailThatCannotBeSentIsSavedAsADraft) {
     EXPECT_THAT(desktop().notifications(), ElementsAre("Not Sent: Vistrel Application Support"));
     ASSERT_EQ(outcome(), "3 Wrong password., 1 drafts");
     EXPECT_EQ(desktop().drafts().front().body, "Dear support, Please Describe:\n\n1.0");
-    EXPECT_EQ(alertCount(), 0);
+    EXPECT_EQ(alertTitle(), "Not Sent");
+    EXPECT_EQ(alertMessage(), "Wrong password.\nThe mail has been saved as a draft.");
+    act("key Escape; wait 1");
 }
 
 TEST_F(MailCompose, AMailThatCanNeitherBeSentNorSavedIsReported) {
@@ -96,6 +98,8 @@ TEST_F(MailCompose, AMailThatCanNeitherBeSentNorSavedIsReported) {
     act("button Send; wait 2");
     EXPECT_EQ(outcome(), "3 The server refused the connection.");
     EXPECT_EQ(alertTitle(), "Failed to Save Draft");
+    act("key Escape; wait 1");
+    EXPECT_EQ(alertMessage(), "The server refused the connection.");
     act("key Escape; wait 1");
 }
 

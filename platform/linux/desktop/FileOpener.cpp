@@ -116,7 +116,10 @@ void FileOpener::openWith(const std::string& path, host::AskForProgram ask, Done
     if (!file.isOpen())
         return callLater([done = std::move(done), failure = lastPosixFailure()] { done(failure); });
     if (!bus_)
-        return openWithOneOf(programsFor(path), path, cancellable_, ask, std::move(done));
+        return callLater(
+            [path, ask = std::move(ask), done = std::move(done), cancellable = cancellable_] {
+                openWithOneOf(programsFor(path), path, cancellable, ask, done);
+            });
     const int number = file.release();
     const auto files =
         NativeReference<GUnixFDList>::adopt(g_unix_fd_list_new_from_array(&number, 1));

@@ -1,5 +1,6 @@
 #include "platform/linux/network/HTTPRequest.h"
 
+#include "platform/foundation/HTTPRedirect.h"
 #include "platform/foundation/HeaderFieldNames.h"
 
 #include <libsoup/soup.h>
@@ -30,16 +31,6 @@ void append(HeaderList& list, const std::string& field, const std::string& value
     curl_slist* longer = curl_slist_append(list.get(), line.c_str());
     (void)list.release();
     list.reset(longer);
-}
-
-/// The site of an address, as far as credentials are concerned.
-std::string originOf(const std::string& url) {
-    const ParsedURI uri = parsedURI(url);
-    if (!uri)
-        return {};
-    const int port = g_uri_get_port(uri.get());
-    return std::string(g_uri_get_scheme(uri.get())) + "://" + g_uri_get_host(uri.get()) +
-           (port < 0 ? "" : ":" + std::to_string(port));
 }
 
 }
@@ -93,23 +84,9 @@ HeaderList headerLines(const host::TransferRequest& request, const std::string& 
 
 host::TransferRequest requestAfterRedirect(host::TransferRequest request, int status,
                                            const std::string& target) {
-    const bool becomesGet = (status == 303 && request.method != "HEAD") ||
-                            ((status == 301 || status == 302) && request.method == "POST");
-    if (becomesGet) {
-        request.method = "GET";
-        std::erase_if(request.headers,
-                      [](const auto& field) { return isNamed(field.first, "Content-Type"); });
-    }
-    const std::string origin = originOf(request.url);
-    if (origin != originOf(target)) {
-        std::erase_if(request.headers, [](const auto& field) {
-            return isNamed(field.first, "Authorization") || isNamed(field.first, "Cookie");
-        });
-        for (auto& [field, value] : request.headers) {
-            if (isNamed(field, "Referer"))
-                value = originOf(value) + "/";
-        }
-    }
+    const HTTPRedirect redirect{status, request.url, target};
+    request.headers = redirect.fieldsAfter(std::move(request.headers), request.method);
+    request.method = redirect.methodAfter(request.method);
     request.url = target;
     return request;
 }

@@ -53,6 +53,11 @@ void freeCookies(GList* cookies) {
 /// One question or order to the engine. On a loaded machine the engine has been seen to lose an
 /// answer, and a page must not wait for ever: after a second the wait ends without one.
 struct CookieExchange::Wait {
+    Wait(NativeReference<WebKitNetworkSession> session, std::function<void(bool answered)> done)
+        : session(std::move(session))
+        , done(std::move(done)) {}
+    Wait(const Wait&) = delete;
+    Wait& operator=(const Wait&) = delete;
     ~Wait() {
         // The engine's task releases the cookie manager after its callback has returned, and the
         // manager must not outlive the session.
@@ -69,7 +74,7 @@ struct CookieExchange::Wait {
 
 std::shared_ptr<CookieExchange::Wait>
 CookieExchange::wait(std::function<void(bool answered)> done) const {
-    auto wait = std::make_shared<Wait>(Wait{session_, std::move(done)});
+    auto wait = std::make_shared<Wait>(session_, std::move(done));
     callLater(
         [weak = std::weak_ptr(wait)] {
             if (const auto late = weak.lock())
