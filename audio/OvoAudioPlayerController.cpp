@@ -171,7 +171,6 @@ void OvoAudioPlayerController::viewDidAppear(bool animated) {
     reading_ = std::make_unique<OvoAudioFileReading>(soundFiles_);
 }
 
-/// Without playback, the timer has nothing to update.
 void OvoAudioPlayerController::viewWillDisappear(bool animated) {
     UIViewController::viewWillDisappear(animated);
     stopTimer();

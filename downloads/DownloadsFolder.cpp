@@ -11,7 +11,7 @@ namespace vistrel {
 
 namespace {
 
-// The line is left to right, as extensions are; in it, the name keeps to itself.
+// The whole runs left to right, as extensions do; the name is isolated in it.
 const std::string kLeftToRightMark = "\u200E";
 const std::string kFirstStrongIsolate = "\u2068";
 const std::string kPopDirectionalIsolate = "\u2069";

@@ -15,8 +15,8 @@ inline constexpr std::array<const char*, 4> kStrayFolders{
 
 /// One file of the downloads folder.
 std::string pathOfDownload(const std::string& name);
-/// A file's name as people read it, without its extension and with it: neither its own direction of
-/// writing nor marks that nobody sees reach the extension.
+/// A file's name for display, without and with its extension. Right-to-left text and invisible
+/// marks in the name cannot disguise the extension.
 std::string shownStem(const std::string& name);
 std::string shownName(const std::string& name);
 /// The media files of one stray folder, in listing order; empty when it cannot be read.

@@ -36,9 +36,9 @@ public:
     /// Asks whether to move stray files in, when there are any.
     void checkForFilesInWrongDirectories();
     void moveFiles();
-    /// As after a swipe over the file's row.
+    /// Shows the delete button of the file's row, as a swipe does.
     void askForDeletion(const std::string& name);
-    /// Shows the folder anew; the keyboard stays on the file, which has this name now.
+    /// Lists the folder again and moves the keyboard highlight to the file's new name.
     void fileWasRenamed(const std::string& name);
     void alertViewClickedButtonAtIndex(UIAlertView& alertView, int buttonIndex) override;
 

@@ -55,9 +55,9 @@ public:
 private:
     std::shared_ptr<UIButton> makeButton(double y, const char* image, const char* title);
     NSURLRequest requestForDownload();
-    /// What makes the answer unfit to be a file, or nothing.
+    /// Why the response cannot be the file, if it cannot.
     std::optional<NSError> objectionTo(const NSURLResponse& response) const;
-    /// Whether there is a file to write into, as far as that matters.
+    /// Creates the file, or opens the one that is continued. False when there is none.
     bool openFile(const NSURLResponse& response);
     void beginFile(const NSURLResponse& response);
     bool isWhole() const;

@@ -20,8 +20,8 @@ class WebBrowserToolbar;
 
 /// The in-application web browser: one page, a toolbar below it, and a second look at every
 /// request. A probe connection learns each response's media type; a video or audio file opens the
-/// download screen. The page engine's own response tells it too, and comes first at times: each
-/// tap opens one screen at most, and the engine never shows such a file.
+/// download screen. The page engine's own response may come before the probe's: each tap opens at
+/// most one screen, and the engine never shows such a file.
 ///
 /// Until the first response that is not a media file (the start gate), the page engine loads
 /// nothing.

@@ -18,8 +18,8 @@ class UITableView;
 
 namespace demo {
 
-/// A list of ads. A touched row's ad is loaded: a banner below the list, or a full screen; what
-/// became of it is said above the banner.
+/// A list of ads. Selecting a row loads its ad, as a banner below the list or as a full screen; the
+/// outcome stands above the banner.
 class AdGalleryViewController : public UIViewController,
                                 public UITableViewDataSource,
                                 public UITableViewDelegate,

@@ -15,8 +15,8 @@ struct HTTPRedirect {
 
     /// 303, and a redirected POST, go on as GET: RFC 9110, 15.4.
     std::string methodAfter(const std::string& method) const;
-    /// Another site gets no credentials, and of the referring page only the site. Without a body
-    /// there is no type of it.
+    /// Another site gets no credentials, and of the referring page only the site. A method without
+    /// a body has no Content-Type.
     HeaderFields fieldsAfter(HeaderFields fields, const std::string& method) const;
 };
 

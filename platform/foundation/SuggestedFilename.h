@@ -7,7 +7,7 @@ namespace vistrel {
 /// The name under which to save a response: the file name of its Content-Disposition header
 /// (RFC 6266; extended form of RFC 8187 first, then the quoted or token form), else the last
 /// segment of the address, percent-decoded, else its host; with an extension that fits the media
-/// type added when the name has none that does. Always cleaned by plainFilename.
+/// type added when the name has none that does. Always a plain name.
 std::string suggestedFilename(std::string_view contentDisposition, std::string_view url,
                               std::string_view mimeType);
 

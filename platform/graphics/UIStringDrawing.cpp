@@ -76,7 +76,7 @@ CGSize sizeWithFont(const std::string& text, const UIFont& font) {
 
 double caretPositionInLine(const std::string& line, const UIFont& font, std::size_t offset) {
     auto* layout = TextLayout::layoutFor(line, font, kAnyWidth, UILineBreakMode::Clip);
-    // What is no text is replaced, and the offsets are others.
+    // Invalid bytes were replaced, which shifts the offsets.
     if (line != pango_layout_get_text(layout)) {
         return sizeWithFont(line.substr(0, offset), font).width;
     }

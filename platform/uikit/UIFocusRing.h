@@ -3,8 +3,8 @@
 
 namespace vistrel {
 
-/// The ring around what the keyboard is on. It is drawn over the finished screen and is no part of
-/// the view tree.
+/// The ring around the view that has the keyboard focus. It is drawn over the finished screen and
+/// is not in the view tree.
 class UIFocusRing : public UIView {
 public:
     UIFocusRing();

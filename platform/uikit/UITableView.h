@@ -21,7 +21,6 @@ class UITableViewUpdates;
 enum class UITableViewStyle { Plain = 0, Grouped = 1 };
 enum class UITableViewCellSeparatorStyle { None = 0, SingleLine = 1 };
 /// Numbers are the phone's.
-/// The number is the phone's.
 enum class UITableViewRowAnimation { Top = 3 };
 
 /// A scrolling list of rows in sections. Keeps cells only for rows on screen and reuses them by

@@ -51,7 +51,7 @@ void freeCookies(GList* cookies) {
 }
 
 /// One question or order to the engine. On a loaded machine the engine has been seen to lose an
-/// answer, and a page must not wait for ever: after a second the wait ends without one.
+/// answer, and a page must not wait forever: the wait ends after a second.
 struct CookieExchange::Wait {
     Wait(NativeReference<WebKitNetworkSession> session, std::function<void(bool answered)> done)
         : session(std::move(session))

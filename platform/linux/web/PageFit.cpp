@@ -67,7 +67,7 @@ void PageFit::fitTo(const std::string& measured) {
     const double shown = std::strtod(end, nullptr);
     const double place =
         gtk_widget_get_width(GTK_WIDGET(view_.get())) / (pixelsPerPoint_ * fit_ * zoom_);
-    // The page hears of its place later than the widget.
+    // The page learns its size later than the widget.
     if (place <= 1 || std::abs(shown - place) > std::max(2.0, place / 100)) {
         measureAgain();
         return;

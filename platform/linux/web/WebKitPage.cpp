@@ -238,8 +238,8 @@ bool WebKitPage::isInLoadedDocument(const host::WebNavigation& navigation) const
 bool WebKitPage::isWanted(const host::WebNavigation& navigation) {
     if (!client_)
         return WebKitPolicy::isShowable(navigation.url);
-    // A foreign scheme is told to the client and never shown. A client that lets go of the page
-    // while it is asked wants nothing of it.
+    // The client hears of other schemes, but they are never shown. It may release the page while it
+    // is asked.
     const bool wanted = client_->webPageShouldNavigate(navigation);
     return wanted && client_ && WebKitPolicy::isShowable(navigation.url);
 }

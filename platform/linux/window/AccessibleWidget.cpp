@@ -138,7 +138,7 @@ void AccessibleWidget::valueChanged() {
 }
 
 void AccessibleWidget::describeRange(const UIAccessibilityRange& range) {
-    // Known first: the widget reports what it is told.
+    // Before the widget is changed, because that is reported as if the user had done it.
     element_.range = range;
     if (GTK_IS_PROGRESS_BAR(widget_)) {
         gtk_progress_bar_set_fraction(GTK_PROGRESS_BAR(widget_), range.now);

@@ -154,7 +154,7 @@ bool ScreenInput::handleScroll(GdkEvent* event) {
 
 bool ScreenInput::handleKey(guint value, GdkModifierType state) {
     const UIKey key = keyFromGdk(value, state);
-    // A page has its own use for every other key.
+    // A page gets every key that is not a shortcut.
     const guint32 time = gtk_event_controller_get_current_event_time(keys_);
     // A page returns the Tab with which it gave the focus up.
     if (key.code == UIKeyCode::Tab && time != 0 && time == pageKeyTime_ && !screen_.pageHasFocus())
@@ -173,7 +173,8 @@ bool ScreenInput::handleKey(guint value, GdkModifierType state) {
 
 void ScreenInput::focusMoved(GtkWidget* focused) {
     GtkWidget* page = screen_.focusedPage();
-    // A page that has no further link hands the focus to a helper inside it; a menu is no helper.
+    // A page that has no further link moves the focus to a helper widget inside it. Menus do not
+    // count.
     const bool isHelper =
         focused && page && gtk_widget_get_parent(focused) == page && !GTK_IS_NATIVE(focused);
     if (leaving_ != 0 || (focused && !isHelper))

@@ -133,8 +133,8 @@ void ScreenWidget::placeForeign() {
 }
 
 void ScreenWidget::describeLater() {
-    // Once movement has ended: screen readers need not follow a scrolling list. A film never ends
-    // to move, and its position is read all the same.
+    // Once movement has ended: screen readers need not follow a scrolling list. A film keeps moving,
+    // so its position is read at intervals.
     const double now = host::current().loop->now();
     if (describing_ == 0)
         describeBy_ = now + kMostDescribeSeconds;
