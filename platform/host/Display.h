@@ -23,6 +23,9 @@ public:
     virtual bool isInFront() const = 0;
     /// Has screen readers say what no element shows. Nothing where the toolkit cannot.
     virtual void announce(const std::string& /*text*/) {}
+    enum class TextEntry { None, Text, Secret };
+    /// What keys are typed into now, for input methods and on-screen keyboards.
+    virtual void textEntryChanged(TextEntry /*entry*/) {}
     /// Frames drawn since the start.
     virtual unsigned framesDrawn() const { return 0; }
 };

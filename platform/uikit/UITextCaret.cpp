@@ -1,14 +1,23 @@
 #include "platform/uikit/UITextCaret.h"
 
 #include "platform/foundation/NSTimer.h"
+#include "platform/host/Display.h"
+#include "platform/host/Host.h"
 
 #include <cmath>
+#include <utility>
 
 namespace vistrel {
 
 namespace {
 constexpr double kHalfPeriod = 0.5;
 constexpr double kWidth = 2;
+using TextEntry = host::Display::TextEntry;
+
+void announce(TextEntry entry) {
+    if (auto* display = host::current().display)
+        display->textEntryChanged(entry);
+}
 }
 
 UITextCaret::UITextCaret() {
@@ -18,12 +27,16 @@ UITextCaret::UITextCaret() {
 }
 
 UITextCaret::~UITextCaret() {
+    if (active_)
+        announce(TextEntry::None);
     if (timer_)
         timer_->invalidate();
 }
 
 void UITextCaret::setActive(bool active) {
-    active_ = active;
+    const auto entry = secret_ ? TextEntry::Secret : TextEntry::Text;
+    if (std::exchange(active_, active) != active)
+        announce(active ? entry : TextEntry::None);
     restart();
 }
 

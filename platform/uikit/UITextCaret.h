@@ -12,6 +12,8 @@ public:
     UITextCaret();
     ~UITextCaret() override;
 
+    /// Whether the text is hidden, as a password is. Before it is active.
+    void setSecret(bool secret) { secret_ = secret; }
     /// Starts blinking, or hides. Moving it shows it for a full half period.
     void setActive(bool active);
     void moveTo(const CGRect& line);
@@ -20,6 +22,7 @@ private:
     void restart();
 
     bool active_ = false;
+    bool secret_ = false;
     std::shared_ptr<NSTimer> timer_;
 };
 

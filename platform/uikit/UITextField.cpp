@@ -47,6 +47,7 @@ void UITextField::setText(const std::string& text) {
 void UITextField::setSecureTextEntry(bool secure) {
     const std::string kept = text();
     secure_ = secure;
+    editor_.caret()->setSecret(secure);
     setText(kept);
 }
 

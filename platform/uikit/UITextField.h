@@ -21,7 +21,10 @@ public:
     /// Shows a dot for each character. Such text is edited at its end only and hidden from screen
     /// readers.
     void setSecureTextEntry(bool secure);
-    std::string selectedText() const { return editor_.buffer().selectedText(); }
+    /// A secure field gives nothing away.
+    std::string selectedText() const override {
+        return secure_ ? std::string() : editor_.buffer().selectedText();
+    }
 
     void touchesBegan(const UITouch& touch) override;
     void touchesMoved(const UITouch& touch) override;

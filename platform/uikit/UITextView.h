@@ -17,7 +17,7 @@ public:
     void setText(const std::string& text);
     /// Called on every edit.
     void setTextChangeHandler(std::function<void()> handler) { textChanged_ = std::move(handler); }
-    std::string selectedText() const { return editor_.buffer().selectedText(); }
+    std::string selectedText() const override { return editor_.buffer().selectedText(); }
 
     void touchesEnded(const UITouch& touch) override;
     bool keyPressed(const UIKey& key) override;

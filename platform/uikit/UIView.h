@@ -160,6 +160,8 @@ public:
     virtual bool takesUnfocusedKeys() const { return viewController_ != nullptr; }
     virtual bool canBecomeFirstResponder() const { return false; }
     virtual void focusChanged(bool /*focused*/) {}
+    /// Text that can be copied.
+    virtual std::string selectedText() const { return {}; }
     /// What the keyboard acts on inside the focused view: a list's row, a panel's button; the view
     /// itself by default. The focus ring surrounds it, and screen readers announce it.
     virtual std::shared_ptr<UIView> focusedPart() { return shared_from_this(); }

@@ -53,9 +53,9 @@ void freeCookies(GList* cookies) {
 /// One question or order to the engine. On a loaded machine the engine has been seen to lose an
 /// answer, and a page must not wait forever: the wait ends after a second.
 struct CookieExchange::Wait {
-    Wait(NativeReference<WebKitNetworkSession> session, std::function<void(bool answered)> done)
-        : session(std::move(session))
-        , done(std::move(done)) {}
+    Wait(NativeReference<WebKitNetworkSession> heldSession, std::function<void(bool)> tell)
+        : session(std::move(heldSession))
+        , done(std::move(tell)) {}
     Wait(const Wait&) = delete;
     Wait& operator=(const Wait&) = delete;
     ~Wait() {

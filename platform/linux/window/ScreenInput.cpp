@@ -30,7 +30,8 @@ ScreenInput::ScreenInput(ScreenWidget& screen)
     : screen_(screen)
     , drag_(screen.widget())
     , events_(gtk_event_controller_legacy_new())
-    , keys_(gtk_event_controller_key_new()) {
+    , keys_(gtk_event_controller_key_new())
+    , textInput_(screen.widget(), keys_, [this](const UIKey& key) { sendKey(key); }) {
     // Before the children receive it: an alert may cover the page.
     gtk_event_controller_set_propagation_phase(events_, GTK_PHASE_CAPTURE);
     eventSeen_ = connectSignal<gboolean(GdkEvent*)>(
@@ -40,6 +41,8 @@ ScreenInput::ScreenInput(ScreenWidget& screen)
     keyPressed_ = connectSignal<gboolean(guint, guint, GdkModifierType)>(
         keys_, "key-pressed",
         [this](guint value, guint, GdkModifierType state) { return handleKey(value, state); });
+    screen_.setTextEntryHandler(
+        [this](host::Display::TextEntry entry) { textInput_.follow(entry); });
     gtk_widget_add_controller(screen_.widget(), events_);
     gtk_widget_add_controller(screen_.widget(), keys_);
 }
@@ -47,6 +50,8 @@ ScreenInput::ScreenInput(ScreenWidget& screen)
 ScreenInput::~ScreenInput() {
     if (leaving_ != 0)
         host::current().loop->cancel(leaving_);
+    screen_.setTextEntryHandler({});
+    textInput_.follow(host::Display::TextEntry::None);
     gtk_widget_remove_controller(screen_.widget(), events_);
     gtk_widget_remove_controller(screen_.widget(), keys_);
 }
@@ -164,6 +169,13 @@ bool ScreenInput::handleKey(guint value, GdkModifierType state) {
         goesBackward_ = key.shift;
         return false;
     }
+    const auto responder = events().firstResponder();
+    if (textInput_.useClipboard(key, responder ? responder->selectedText() : std::string()))
+        return true;
+    return sendKey(key);
+}
+
+bool ScreenInput::sendKey(const UIKey& key) {
     const auto before = events().firstResponder();
     const bool used = events().sendKey(key);
     if (events().firstResponder() != before)

@@ -2,12 +2,12 @@
 #include "platform/graphics/CGGeometry.h"
 #include "platform/linux/NativeCallback.h"
 #include "platform/linux/window/FileDrag.h"
+#include "platform/linux/window/TextInput.h"
 
 #include <gtk/gtk.h>
 
 namespace vistrel {
 class ScreenWidget;
-struct UIKey;
 
 /// Passes touches, mouse, wheel and keyboard events of the screen widget to the application, except
 /// events over uncovered foreign content, which go to that content.
@@ -29,6 +29,7 @@ private:
     bool handleMenuRequest(GdkEvent* event);
     bool handleScroll(GdkEvent* event);
     bool handleKey(guint value, GdkModifierType state);
+    bool sendKey(const UIKey& key);
     CGPoint screenPoint(GdkEvent* event) const;
     bool isOverForeignContent(CGPoint point) const;
     void takeFocus();
@@ -37,6 +38,7 @@ private:
     FileDrag drag_;
     GtkEventController* events_;
     GtkEventController* keys_;
+    TextInput textInput_;
     SignalConnection eventSeen_;
     SignalConnection keyPressed_;
     GdkEventSequence* sequence_ = nullptr;

@@ -133,8 +133,8 @@ void ScreenWidget::placeForeign() {
 }
 
 void ScreenWidget::describeLater() {
-    // Once movement has ended: screen readers need not follow a scrolling list. A film keeps moving,
-    // so its position is read at intervals.
+    // Once movement has ended: screen readers need not follow a scrolling list. A film keeps
+    // moving, so its position is read at intervals.
     const double now = host::current().loop->now();
     if (describing_ == 0)
         describeBy_ = now + kMostDescribeSeconds;
@@ -199,6 +199,11 @@ void ScreenWidget::toggleFullScreen() {
         gtk_window_unfullscreen(GTK_WINDOW(root));
     else
         gtk_window_fullscreen(GTK_WINDOW(root));
+}
+
+void ScreenWidget::textEntryChanged(TextEntry entry) {
+    if (textEntryChanged_)
+        textEntryChanged_(entry);
 }
 
 bool ScreenWidget::isInFront() const {

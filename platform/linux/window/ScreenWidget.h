@@ -44,6 +44,10 @@ public:
     void close() override;
     void toggleFullScreen() override;
     bool isInFront() const override;
+    void textEntryChanged(TextEntry entry) override;
+    void setTextEntryHandler(std::function<void(TextEntry)> handler) {
+        textEntryChanged_ = std::move(handler);
+    }
     /// Nothing before GTK 4.14.
     void announce(const std::string& text) override;
 
@@ -96,6 +100,7 @@ private:
     std::function<void(double)> frameHandler_;
     std::function<void()> firstFrame_;
     std::function<void(bool)> turned_;
+    std::function<void(TextEntry)> textEntryChanged_;
     UIInterfaceOrientation upright_ = UIInterfaceOrientation::Portrait;
     unsigned tick_ = 0;
     std::uint64_t describing_ = 0;
