@@ -8,8 +8,8 @@
 #include "ads/Utility/GADSignalGathering.h"
 #include "ads/Utility/GADTime.h"
 #include "platform/foundation/NSRunLoop.h"
+#include "platform/foundation/UIApplicationNotifications.h"
 #include "platform/foundation/UTF8Text.h"
-#include "platform/uikit/UIApplication.h"
 
 #include <array>
 #include <cmath>

@@ -2,7 +2,7 @@
 
 #include "platform/foundation/NSNotificationCenter.h"
 #include "platform/foundation/NSUserDefaults.h"
-#include "platform/uikit/UIApplication.h"
+#include "platform/foundation/UIApplicationNotifications.h"
 
 #include <utility>
 

@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/foundation/UIApplicationNotifications.h"
 #include "platform/graphics/CGGeometry.h"
 #include "platform/uikit/UIInterfaceOrientation.h"
 
@@ -18,22 +19,6 @@ class UIView;
 class UIWindow;
 
 enum class UIApplicationState { Active, Inactive, Background };
-
-/// Names of the notifications that the application posts.
-inline constexpr const char* UIApplicationDidFinishLaunchingNotification =
-    "UIApplicationDidFinishLaunchingNotification";
-inline constexpr const char* UIApplicationWillTerminateNotification =
-    "UIApplicationWillTerminateNotification";
-inline constexpr const char* UIApplicationWillResignActiveNotification =
-    "UIApplicationWillResignActiveNotification";
-inline constexpr const char* UIApplicationDidEnterBackgroundNotification =
-    "UIApplicationDidEnterBackgroundNotification";
-inline constexpr const char* UIApplicationWillEnterForegroundNotification =
-    "UIApplicationWillEnterForegroundNotification";
-inline constexpr const char* UIApplicationDidBecomeActiveNotification =
-    "UIApplicationDidBecomeActiveNotification";
-inline constexpr const char* UIApplicationDidChangeStatusBarOrientationNotification =
-    "UIApplicationDidChangeStatusBarOrientationNotification";
 
 /// The running application: its windows, status bar, and requests to the system. The host's window
 /// drives it through the section marked for it.
