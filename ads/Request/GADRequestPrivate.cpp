@@ -7,7 +7,8 @@
 #include "ads/Utility/GADSignalGathering.h"
 #include "ads/Utility/GADTextualDescription.h"
 #include "platform/foundation/NSLog.h"
-#include "platform/uikit/UIDevice.h"
+#include "platform/host/Desktop.h"
+#include "platform/host/Host.h"
 
 #include <algorithm>
 #include <array>
@@ -125,7 +126,7 @@ Value::Dictionary GADRequestPrivate::parameters() const {
         parameters.set("testing", "1");
     }
     if (testDevices_ &&
-        std::ranges::find(*testDevices_, UIDevice::currentDevice().uniqueIdentifier()) !=
+        std::ranges::find(*testDevices_, host::current().device->identity().uniqueIdentifier) !=
             testDevices_->end())
         parameters.set("adtest", "on");
     addHints(parameters);

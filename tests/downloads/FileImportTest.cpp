@@ -80,14 +80,14 @@ TEST_F(FileImportTest, FilesOfOneDropShareAQuestionAndAFailureStopsNone) {
     EXPECT_EQ(alert(), "Cannot Be Played | notes.txt");
     ASSERT_TRUE(tapAlertButton("OK"));
     for (const char* progress : {"Copying 17 %", "Copying 50 %", "Copying 83 %"}) {
-        const auto copy = desktop().copies().back();
+        const auto copy = desktop().copies.back();
         copy.progress(0.5);
         EXPECT_TRUE(find(UIAccessibilityRole::Label, progress));
         copy.done(copy.url.ends_with("two.mp3") ? host::Status(host::Failure{EIO, "No disk"})
                                                 : host::Done{});
     }
     settle();
-    EXPECT_EQ(desktop().copies().size(), 3U) << "one after the other";
+    EXPECT_EQ(desktop().copies.size(), 3U) << "one after the other";
     EXPECT_EQ(alert(), "Not Copied | two.mp3: No disk");
     EXPECT_EQ(navigation().topViewController(), library_) << "the one that was open already";
     EXPECT_EQ(navigation().viewControllers().size(), 3U);
