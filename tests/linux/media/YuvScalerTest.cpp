@@ -119,6 +119,16 @@ TEST(YuvScalerTest, FinePatternsBecomeGreyInsteadOfFlickering) {
         EXPECT_NEAR(pixel & 0xFF, 128, 2);
 }
 
+TEST(RowScalerTest, BetweenTwoSamplesARowChangesEvenly) {
+    std::vector<std::uint8_t> samples(2 + RowScaler::kPadding, 200);
+    samples[0] = 0;
+    std::vector<std::uint8_t> row(4);
+    RowScaler scaler(RowScaler::Machine::Plain);
+    scaler.prepare(2, 4);
+    scaler.scale(samples.data(), row.data());
+    EXPECT_THAT(row, ElementsAre(0, 50, 150, 200));
+}
+
 TEST(RowScalerTest, EveryMachineMakesTheSameSamples) {
     const std::pair<int, int> stretches[] = {{1280, 720}, {640, 203}, {63, 64},  {35, 18},
                                              {16, 8},     {300, 40},  {64, 640}, {1, 30},
