@@ -27,10 +27,9 @@ double change(GLibEventLoop& loop) {
     const auto start = std::chrono::steady_clock::now();
     int made = 0;
     std::function<void()> turn = [&] {
-        for (int count = 0; count < kChangesATurn; ++count, ++made) {
+        for (int count = 0; count < kChangesATurn; ++count, ++made)
             NSUserDefaults::standardUserDefaults().setObjectForKey(
                 Value(made), "key" + std::to_string(made % 64));
-        }
         if (made < kChanges)
             NSRunLoop::performAfterDelay(0, turn);
         else

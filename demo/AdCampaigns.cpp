@@ -109,10 +109,9 @@ std::span<const Campaign> campaigns() {
 }
 
 const Campaign* campaignNamed(std::string_view name) {
-    for (const Campaign& campaign : all) {
+    for (const Campaign& campaign : all)
         if (campaign.name == name)
             return &campaign;
-    }
     return nullptr;
 }
 

@@ -25,10 +25,9 @@ constexpr Meaning meanings[] = {
 };
 
 std::string_view meaningOf(const Request& request) {
-    for (const Meaning& meaning : meanings) {
+    for (const Meaning& meaning : meanings)
         if (request.path.starts_with(meaning.path))
             return meaning.says;
-    }
     return {};
 }
 }

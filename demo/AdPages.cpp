@@ -15,11 +15,10 @@ std::string withPlacesFilled(std::string_view text, const Request& request, std:
         {"{name}", std::string(name)},
     };
     std::string filled(text);
-    for (const auto& [place, value] : places) {
+    for (const auto& [place, value] : places)
         for (size_t at = filled.find(place); at != std::string::npos;
              at = filled.find(place, at + value.size()))
             filled.replace(at, place.size(), value);
-    }
     return filled;
 }
 

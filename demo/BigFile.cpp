@@ -19,8 +19,8 @@ uint64_t bytesAskedFor(const Request& request) {
 }
 
 bool isPrintable(std::string_view text) {
-    return std::all_of(text.begin(), text.end(),
-                       [](unsigned char byte) { return byte >= ' ' && byte != 0x7f; });
+    return std::all_of(
+        text.begin(), text.end(), [](unsigned char byte) { return byte >= ' ' && byte != 0x7f; });
 }
 }
 

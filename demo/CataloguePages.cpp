@@ -15,10 +15,9 @@ std::string_view withoutFragment(std::string_view address) {
 // All titles that lead to the address, possibly none: some shows share a page.
 std::string titleOf(std::string_view address, std::span<const CatalogueRow> rows) {
     std::string title;
-    for (const CatalogueRow& row : rows) {
+    for (const CatalogueRow& row : rows)
         if (withoutFragment(row.path) == address)
             title += (title.empty() ? "" : " · ") + std::string(row.title);
-    }
     return title;
 }
 
@@ -91,10 +90,9 @@ Answer moviePage(Site& /*site*/, const Request& request) {
         return errorAnswer(404, "No such list of films.");
     const std::string stem = fileStemOf(request.path);
     Page page(title);
-    for (const FilmsOfInitial& row : films) {
+    for (const FilmsOfInitial& row : films)
         if (listsInitial(stem, row.initial))
             addFilms(page, row);
-    }
     return page.answer();
 }
 

@@ -74,19 +74,17 @@ MediaStore::MediaStore(const std::string& folder) {
 }
 
 Answer MediaStore::file(std::string_view name) const {
-    for (const MediaFile& file : files) {
+    for (const MediaFile& file : files)
         if (file.name == name)
             return answerWith(file);
-    }
     return errorAnswer(404, "There is no such file here.");
 }
 
 Answer MediaStore::episode(std::string_view name) const {
     std::vector<const MediaFile*> fitting;
-    for (const MediaFile& file : files) {
+    for (const MediaFile& file : files)
         if (isOrdinaryMedia(file) && extensionOf(file.name) == extensionOf(name))
             fitting.push_back(&file);
-    }
     if (fitting.empty() || extensionOf(name).empty())
         return errorAnswer(404, "There is no such file here.");
     const std::string_view stem = name.substr(0, name.rfind('.'));

@@ -8,10 +8,9 @@ namespace vistrel::demo {
 Answer musicPage(Site& /*site*/, const Request& /*request*/) {
     Page page("Music");
     page.paragraph("Tap a song to stream or download it.").section("Songs");
-    for (const MediaFile& file : mediaFiles()) {
+    for (const MediaFile& file : mediaFiles())
         if (file.type == "audio/mpeg")
             page.link("/media/" + std::string(file.name), file.title, file.note);
-    }
     page.section("Albums");
     for (int side = 1; side <= 3; ++side) {
         const std::string number = std::to_string(side);

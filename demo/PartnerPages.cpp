@@ -36,10 +36,9 @@ Answer pageOf(size_t index) {
 }
 
 Answer partnerPage(Site& /*site*/, const Request& request) {
-    for (size_t index = 0; index < partnerContents.size(); ++index) {
+    for (size_t index = 0; index < partnerContents.size(); ++index)
         if (request.path == addressOf(index))
             return pageOf(index);
-    }
     return errorAnswer(404, "No such partner site.");
 }
 

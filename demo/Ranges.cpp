@@ -13,10 +13,9 @@ struct Range {
 };
 
 std::string headerOf(const Answer& answer, std::string_view name) {
-    for (const auto& [known, value] : answer.headers) {
+    for (const auto& [known, value] : answer.headers)
         if (known == name)
             return value;
-    }
     return {};
 }
 

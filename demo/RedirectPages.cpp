@@ -48,10 +48,9 @@ Answer redirectsPage(Site& /*site*/, const Request& /*request*/) {
 }
 
 Answer redirection(Site& /*site*/, const Request& request) {
-    for (const NamedRedirect& redirect : named) {
+    for (const NamedRedirect& redirect : named)
         if (request.path == redirect.path)
             return redirectAnswer(std::string(redirect.location), redirect.status);
-    }
     constexpr size_t prefix = std::string_view("/r/").size();
     const std::string_view rest = std::string_view(request.rawPath).substr(prefix);
     const size_t slash = rest.find('/');

@@ -6,18 +6,19 @@
 namespace vistrel::demo {
 namespace {
 bool equalInAnyCase(std::string_view one, std::string_view other) {
-    return std::equal(one.begin(), one.end(), other.begin(), other.end(), [](char a, char b) {
-        return std::tolower(static_cast<unsigned char>(a)) ==
-               std::tolower(static_cast<unsigned char>(b));
-    });
+    return std::equal(
+        one.begin(), one.end(), other.begin(), other.end(),
+        [](char a, char b) {
+            return std::tolower(static_cast<unsigned char>(a)) ==
+                   std::tolower(static_cast<unsigned char>(b));
+        });
 }
 }
 
 std::string_view Request::header(std::string_view name) const {
-    for (const auto& [known, value] : headers) {
+    for (const auto& [known, value] : headers)
         if (equalInAnyCase(known, name))
             return value;
-    }
     return {};
 }
 

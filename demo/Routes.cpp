@@ -71,10 +71,9 @@ std::span<const Route> routes() {
 }
 
 const Route* routeFor(const Request& request) {
-    for (const Route& route : table) {
+    for (const Route& route : table)
         if (fits(route, request))
             return &route;
-    }
     return nullptr;
 }
 

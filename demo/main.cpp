@@ -16,10 +16,9 @@ using namespace vistrel::demo;
 
 namespace {
 void printAddresses() {
-    for (const AddressGroup& group : servedAddresses()) {
+    for (const AddressGroup& group : servedAddresses())
         for (const Address& address : group.addresses)
             std::cout << address.address << '\t' << address.title << '\n';
-    }
 }
 
 gboolean quit(gpointer loop) {

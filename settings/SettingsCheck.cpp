@@ -50,8 +50,8 @@ bool isHost(const std::string& value) {
 }
 
 bool isAESKey(const std::string& value) {
-    return value.size() == 32 &&
-           std::ranges::all_of(value, [](char c) { return hexDigitValue(c) >= 0; });
+    return value.size() == 32 && std::ranges::all_of(
+                                     value, [](char c) { return hexDigitValue(c) >= 0; });
 }
 
 struct Kind {

@@ -88,8 +88,9 @@ void addStep(std::vector<TourStep>& steps, const char* name, const char* says,
 }
 
 void addBrowser(std::vector<TourStep>& steps) {
-    addStep(steps, "ad-banner", "the banner has arrived", {},
-            [] { return banner() && !banner()->webView()->isHidden(); });
+    addStep(
+        steps, "ad-banner", "the banner has arrived", {},
+        [] { return banner() && !banner()->webView()->isHidden(); });
     addStep(
         steps, "ad-browser", "a touch opens its page in the ad's browser",
         [] { touchLink(banner()->webView(), "#ad"); },
@@ -190,8 +191,9 @@ void addInterstitials(std::vector<TourStep>& steps) {
         steps, "start-interstitial", "a start-up interstitial in time",
         [] { displayAtStart("film-screen", 10); },
         [] { return isCovered() && TourHands::find(Role::Button, "Close"); });
-    addStep(steps, "start-interstitial-closed", "closed; the application's views are back",
-            tapOn("Close"), [] { return !isCovered() && isMenuBack(); });
+    addStep(
+        steps, "start-interstitial-closed", "closed; the application's views are back",
+        tapOn("Close"), [] { return !isCovered() && isMenuBack(); });
     addStep(
         steps, "start-interstitial-fails", "one that fails gives way at once",
         [] { displayAtStart("unavailable", 10); }, [] { return !isCovered() && isMenuBack(); });

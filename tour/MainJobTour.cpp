@@ -137,7 +137,8 @@ void addDownload(std::vector<TourStep>& steps, const std::shared_ptr<Notes>& not
                      },
                      40, 0.6});
     steps.push_back(
-        {"done", "OK closes the alert; the button reads Done!", tapOn(Role::Button, "OK"), [] {
+        {"done", "OK closes the alert; the button reads Done!", tapOn(Role::Button, "OK"),
+         [] {
              return !TourHands::find(Role::Button, "OK") && TourHands::find(Role::Button, "Done!");
          }});
     steps.push_back({"back-page",

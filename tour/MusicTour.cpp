@@ -101,16 +101,19 @@ void addOverlay(std::vector<TourStep>& steps) {
                                 screen->views().currentTime->text() != "0:00";
                      },
                      times, 10, 0.3});
-    steps.push_back({"music-shuffle", "shuffle is switched on", tapOn(Role::Button, "Shuffle"), [] {
+    steps.push_back({"music-shuffle", "shuffle is switched on", tapOn(Role::Button, "Shuffle"),
+                     [] {
                          return TourStage::musicPlayer()->shuffle();
                      }});
-    steps.push_back({"music-repeat-all", "repeat: all", tapOn(Role::Button, "Repeat"), [] {
+    steps.push_back({"music-repeat-all", "repeat: all", tapOn(Role::Button, "Repeat"),
+                     [] {
                          return TourStage::musicPlayer()->repeatAll();
                      }});
     steps.push_back({"music-repeat-one", "repeat: one", tapOn(Role::Button, "Repeat"), [] {
                          return TourStage::musicPlayer()->repeatOne();
                      }});
-    steps.push_back({"music-repeat-off", "repeat: off", tapOn(Role::Button, "Repeat"), [] {
+    steps.push_back({"music-repeat-off", "repeat: off", tapOn(Role::Button, "Repeat"),
+                     [] {
                          const auto modes = TourStage::musicPlayer()->modes();
                          return !modes.repeatAll && !modes.repeatOne;
                      }});

@@ -50,10 +50,9 @@ std::optional<Sight> find(UIAccessibilityRole role, const std::string& label) {
 }
 
 std::string labelContaining(UIAccessibilityRole role, const std::string& part) {
-    for (const auto& seen : visibleElements()) {
+    for (const auto& seen : visibleElements())
         if (seen.element.role == role && seen.element.label.find(part) != std::string::npos)
             return seen.element.label;
-    }
     return {};
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 std::string escaped(const std::string& text) {
     std::string result;
-    for (const char c : text) {
+    for (const char c : text)
         if (c == '&')
             result += "&amp;";
         else if (c == '<')
@@ -20,7 +20,6 @@ std::string escaped(const std::string& text) {
             result += "&quot;";
         else
             result += c;
-    }
     return result;
 }
 

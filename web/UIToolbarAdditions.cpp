@@ -11,8 +11,8 @@ namespace vistrel {
 namespace {
 
 auto findTag(const std::vector<std::shared_ptr<UIBarButtonItem>>& items, int tag) {
-    return std::find_if(items.begin(), items.end(),
-                        [tag](const auto& item) { return item->tag() == tag; });
+    return std::find_if(
+        items.begin(), items.end(), [tag](const auto& item) { return item->tag() == tag; });
 }
 
 }

@@ -94,10 +94,9 @@ void GADInterstitialAppController::restoreWindowAndRelease() {
     gadAutorelease(self);
     UIApplication::sharedApplication().setStatusBarHidden(hideStatusBar_);
     imageView_->removeFromSuperview();
-    if (const auto window = window_.lock()) {
+    if (const auto window = window_.lock())
         for (const auto& userView : storedUserViews_)
             window->addSubview(userView);
-    }
     storedUserViews_.clear();
 }
 

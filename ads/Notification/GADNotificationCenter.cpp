@@ -20,10 +20,12 @@ void postNotificationFromURLObject(const NSURL& url, const void* object) {
 
 void postNotificationFromURLObjectWithDelay(const NSURL& url, std::weak_ptr<const void> object,
                                             double delay) {
-    NSRunLoop::performAfterDelay(delay, [url, object = std::move(object)] {
-        if (const auto sender = object.lock())
-            postNotificationFromURLObject(url, sender.get());
-    });
+    NSRunLoop::performAfterDelay(
+        delay,
+        [url, object = std::move(object)] {
+            if (const auto sender = object.lock())
+                postNotificationFromURLObject(url, sender.get());
+        });
 }
 
 void postJSNotificationUserInfoWebView(const std::string& name,

@@ -19,10 +19,9 @@ using Fields = NSURLResponse::HeaderFields;
 std::vector<NSURL> urlsOfField(const Fields& fields, std::string_view name) {
     std::vector<NSURL> urls;
     for (const std::string& list : valuesOfHeaderField(fields, name)) {
-        for (const std::string& piece : gadComponents(list, ' ')) {
+        for (const std::string& piece : gadComponents(list, ' '))
             if (auto url = NSURL::URLWithString(trimmed(piece)))
                 urls.push_back(std::move(*url));
-        }
     }
     return urls;
 }

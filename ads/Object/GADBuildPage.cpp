@@ -15,12 +15,11 @@ namespace {
 std::string scriptLiteral(const Value::Dictionary& dictionary) {
     const Value value = dictionary;
     std::string literal;
-    for (const char character : GADMacros::jsonify(&value).value_or("")) {
+    for (const char character : GADMacros::jsonify(&value).value_or(""))
         if (character == '<')
             literal += "\\u003C";
         else
             literal += character;
-    }
     return literal;
 }
 

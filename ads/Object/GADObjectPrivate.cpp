@@ -77,10 +77,9 @@ void GADObjectPrivate::setUp(CGRect bounds, const std::shared_ptr<GADBannerView>
 GADObjectPrivate::~GADObjectPrivate() {
     cancelPendingActions();
     webView_->empty();
-    for (const auto& file : {buildAdJS_, adHTML_}) {
+    for (const auto& file : {buildAdJS_, adHTML_})
         if (file)
             file->cancel();
-    }
 }
 
 void GADObjectPrivate::cancelPendingActions() {

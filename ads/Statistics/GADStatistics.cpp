@@ -58,8 +58,9 @@ GADStatistics::GADStatistics()
     , statistics_("shared")
     , timingMgr_("shared") {
     auto& center = GADNotificationCenter::defaultCenter();
-    center.addObserver(this, UIApplicationWillTerminateNotification, nullptr,
-                       [this](const NSNotification&) { statistics_.synchronize(); });
+    center.addObserver(
+        this, UIApplicationWillTerminateNotification, nullptr,
+        [this](const NSNotification&) { statistics_.synchronize(); });
     center.addObserver(this, UIApplicationDidEnterBackgroundNotification, nullptr,
                        [this](const NSNotification&) {
                            if (isTimingClick())

@@ -46,10 +46,9 @@ std::shared_ptr<GADTiming> GADTimingManager::addTimingWithCategory(const std::st
 }
 
 std::shared_ptr<GADTiming> GADTimingManager::timingForCategory(std::string_view category) const {
-    for (const auto& timing : timings_) {
+    for (const auto& timing : timings_)
         if (timing->category() == category)
             return timing;
-    }
     return nullptr;
 }
 
@@ -60,7 +59,8 @@ void GADTimingManager::removeTiming(const GADTiming& timing) {
 }
 
 void GADTimingManager::removeTimingForCategory(std::string_view category) {
-    std::erase_if(timings_, [&](const auto& timing) { return timing->category() == category; });
+    std::erase_if(
+        timings_, [&](const auto& timing) { return timing->category() == category; });
 }
 
 void GADTimingManager::removeTimingsForCategories(std::span<const std::string> categories) {

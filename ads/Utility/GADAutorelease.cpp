@@ -8,7 +8,8 @@ namespace vistrel {
 
 void gadAutorelease(std::shared_ptr<const void> object) {
     if (object)
-        NSRunLoop::performAfterDelay(0, [object = std::move(object)] {});
+        NSRunLoop::performAfterDelay(
+            0, [object = std::move(object)] {});
 }
 
 }

@@ -17,10 +17,9 @@ std::string gadLogText(std::string_view text, std::size_t mostCharacters) {
 }
 
 std::string gadLowerCased(std::string text) {
-    for (char& character : text) {
+    for (char& character : text)
         if (character >= 'A' && character <= 'Z')
             character = static_cast<char>(character - 'A' + 'a');
-    }
     return text;
 }
 

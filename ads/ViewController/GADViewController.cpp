@@ -51,11 +51,14 @@ void GADViewController::viewDidLoad() {
     view()->setClipsToBounds(true);
     auto& center = GADNotificationCenter::defaultCenter();
     center.addObserver(this, "settings", view().get(),
-                       weakly(this, [](GADViewController& self, const NSNotification& settings) {
-                           const Value* wanted = settings.userInfo.find("supportedorientations");
-                           self.setSupportedOrientations(
-                               orientationFromString(wanted ? wanted->string() : ""));
-                       }));
+                       weakly(
+                           this,
+                           [](GADViewController& self, const NSNotification& settings) {
+                               const Value* wanted =
+                                   settings.userInfo.find("supportedorientations");
+                               self.setSupportedOrientations(
+                                   orientationFromString(wanted ? wanted->string() : ""));
+                           }));
     center.addObserver(this, UIApplicationDidChangeStatusBarOrientationNotification, nullptr,
                        weakly(this, [](GADViewController& self, const NSNotification&) {
                            if (const auto webView = self.rotatingWebView())

@@ -69,10 +69,9 @@ std::shared_ptr<GAD_StringEncoding>
 GAD_StringEncoding::stringEncodingWithString(std::string_view alphabet) {
     if (alphabet.size() < 2 || alphabet.size() > 128 || !std::has_single_bit(alphabet.size()))
         return nullptr;
-    for (std::size_t i = 0; i < alphabet.size(); ++i) {
+    for (std::size_t i = 0; i < alphabet.size(); ++i)
         if (!isASCII(alphabet[i]) || alphabet.find(alphabet[i], i + 1) != std::string_view::npos)
             return nullptr;
-    }
     return std::shared_ptr<GAD_StringEncoding>(new GAD_StringEncoding(alphabet));
 }
 

@@ -23,10 +23,9 @@ GAD_StringEncodingTables::GAD_StringEncodingTables(unsigned shift, std::string_v
     if (shift < 4 || shift > 6)
         return;
     pairs_.reserve(alphabet.size() * alphabet.size());
-    for (const char first : alphabet) {
+    for (const char first : alphabet)
         for (const char second : alphabet)
             pairs_.push_back({first, second});
-    }
 }
 
 void GAD_StringEncodingTables::setReverseMap(const ReverseMap& values) {

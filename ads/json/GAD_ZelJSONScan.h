@@ -84,10 +84,9 @@ inline unsigned specialBytes(__m128i bytes) {
 }
 
 inline const char* plainEnd(const char* at) {
-    for (;; at += 16) {
+    for (;; at += 16)
         if (const unsigned mask = specialBytes(load(at)))
             return at + std::countr_zero(mask);
-    }
 }
 
 inline bool copyPlainBlock(char* to, const char* from) {

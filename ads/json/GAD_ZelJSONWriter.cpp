@@ -25,7 +25,7 @@ bool isBefore(std::string_view a, std::string_view b) {
 std::string GAD_ZelJSONWriter::write(const Value& value) {
     if (!writeScalar(value))
         open(value);
-    while (!frames_.empty()) {
+    while (!frames_.empty())
         if (frames_.back().left == 0)
             close();
         else if (!frames_.back().isDictionary)
@@ -34,7 +34,6 @@ std::string GAD_ZelJSONWriter::write(const Value& value) {
             writeSortedMembers();
         else
             writeMembers();
-    }
     return out_.text();
 }
 

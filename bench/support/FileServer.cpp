@@ -45,10 +45,9 @@ void answer(int socket, int file) {
                                        std::to_string(size) + "\r\n\r\n";
         (void)send(socket, answerHead.data(), answerHead.size(), MSG_NOSIGNAL);
         off_t position = 0;
-        while (position < size) {
+        while (position < size)
             if (sendfile(socket, file, &position, static_cast<std::size_t>(size - position)) <= 0)
                 break;
-        }
     }
     close(socket);
 }

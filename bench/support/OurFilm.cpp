@@ -33,16 +33,19 @@ void awaitFirst(double asked) {
     if (screen->mp() && screen->mp()->framesShown() > 0)
         say("first", static_cast<unsigned>((host::current().loop->now() - asked) * 1000));
     else
-        NSRunLoop::performAfterDelay(0.001, [asked] { awaitFirst(asked); });
+        NSRunLoop::performAfterDelay(
+            0.001, [asked] { awaitFirst(asked); });
 }
 
 /// The frames shown in the measured seconds.
 void count(double seconds) {
-    NSRunLoop::performAfterDelay(kStart, [seconds] {
-        const unsigned before = screen->mp()->framesShown();
-        NSRunLoop::performAfterDelay(
-            seconds, [before] { say("frames", screen->mp()->framesShown() - before); });
-    });
+    NSRunLoop::performAfterDelay(
+        kStart,
+        [seconds] {
+            const unsigned before = screen->mp()->framesShown();
+            NSRunLoop::performAfterDelay(
+                seconds, [before] { say("frames", screen->mp()->framesShown() - before); });
+        });
 }
 
 UINavigationController& navigation() {

@@ -40,7 +40,8 @@ void sayAfterFrame(unsigned frame) {
     if (host::current().display->framesDrawn() != frame)
         say("shown");
     else
-        NSRunLoop::performAfterDelay(0.001, [frame] { sayAfterFrame(frame); });
+        NSRunLoop::performAfterDelay(
+            0.001, [frame] { sayAfterFrame(frame); });
 }
 
 /// Reports when the page has been painted after its load.

@@ -15,12 +15,11 @@ namespace {
 std::string_view takeParameter(std::string_view& header) {
     bool quoted = false;
     std::size_t at = 0;
-    for (; at < header.size() && (quoted || header[at] != ';'); ++at) {
+    for (; at < header.size() && (quoted || header[at] != ';'); ++at)
         if (header[at] == '"')
             quoted = !quoted;
         else if (quoted && header[at] == '\\')
             ++at;
-    }
     at = std::min(at, header.size());
     const std::string_view parameter = header.substr(0, at);
     header.remove_prefix(std::min(at + 1, header.size()));

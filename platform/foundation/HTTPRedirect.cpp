@@ -38,10 +38,9 @@ HTTPRedirect::HeaderFields HTTPRedirect::fieldsAfter(HeaderFields fields,
         return fields;
     erase("Authorization");
     erase("Cookie");
-    for (auto& [name, value] : fields) {
+    for (auto& [name, value] : fields)
         if (headerFieldNamesAreEqual(name, "Referer"))
             value = siteOf(value) + "/";
-    }
     return fields;
 }
 

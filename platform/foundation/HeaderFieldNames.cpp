@@ -12,18 +12,18 @@ char lower(char character) {
 }
 
 bool headerFieldNamesAreEqual(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return lower(x) == lower(y); });
+    return std::equal(
+        a.begin(), a.end(), b.begin(), b.end(),
+        [](char x, char y) { return lower(x) == lower(y); });
 }
 
 std::vector<std::string>
 valuesOfHeaderField(const std::vector<std::pair<std::string, std::string>>& fields,
                     std::string_view name) {
     std::vector<std::string> values;
-    for (const auto& [field, value] : fields) {
+    for (const auto& [field, value] : fields)
         if (headerFieldNamesAreEqual(field, name))
             values.push_back(value);
-    }
     return values;
 }
 

@@ -25,14 +25,16 @@ void NSNotificationCenter::addObserver(const void* observer, const std::string& 
 
 void NSNotificationCenter::removeObserver(const void* observer, const std::string& name,
                                           const void* object) {
-    std::erase_if(registrations_, [&](const std::shared_ptr<Registration>& registration) {
-        const bool matches = registration->observer == observer &&
-                             (name.empty() || registration->name == name) &&
-                             (!object || registration->object == object);
-        if (matches)
-            registration->active = false;
-        return matches;
-    });
+    std::erase_if(
+        registrations_,
+        [&](const std::shared_ptr<Registration>& registration) {
+            const bool matches = registration->observer == observer &&
+                                 (name.empty() || registration->name == name) &&
+                                 (!object || registration->object == object);
+            if (matches)
+                registration->active = false;
+            return matches;
+        });
 }
 
 void NSNotificationCenter::postNotification(const std::string& name, const void* object,

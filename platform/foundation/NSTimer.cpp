@@ -21,8 +21,8 @@ struct NSTimer::State : std::enable_shared_from_this<NSTimer::State> {
     std::function<void()> action;
 
     void schedule() {
-        token = NSRunLoop::performAfterDelay(due - NSRunLoop::now(),
-                                             [self = shared_from_this()] { self->fire(); });
+        token = NSRunLoop::performAfterDelay(
+            due - NSRunLoop::now(), [self = shared_from_this()] { self->fire(); });
     }
 
     void fire() {

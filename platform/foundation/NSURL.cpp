@@ -56,10 +56,13 @@ bool isDigit(char character) {
 }
 
 bool isScheme(std::string_view text) {
-    return !text.empty() && isLetter(text[0]) && std::ranges::all_of(text, [](char character) {
-        return isLetter(character) || isDigit(character) || character == '+' || character == '-' ||
-               character == '.';
-    });
+    return !text.empty() && isLetter(text[0]) &&
+           std::ranges::all_of(
+               text,
+               [](char character) {
+                   return isLetter(character) || isDigit(character) || character == '+' ||
+                          character == '-' || character == '.';
+               });
 }
 
 bool contains(std::string_view characters, char character) {
@@ -118,9 +121,12 @@ bool isAuthority(std::string_view authority) {
     if (parts.port && !parts.port->empty() && !numberOfPort(*parts.port))
         return false;
     if (parts.bracketed) {
-        return !parts.host.empty() && std::ranges::all_of(parts.host, [](char character) {
-            return isLetter(character) || isDigit(character) || contains(":.-_~%", character);
-        });
+        return !parts.host.empty() && std::ranges::all_of(
+                                          parts.host,
+                                          [](char character) {
+                                              return isLetter(character) || isDigit(character) ||
+                                                     contains(":.-_~%", character);
+                                          });
     }
     return std::ranges::all_of(parts.host, mayStandInHost) &&
            authority.find_first_of("[]\\^`{}|") == std::string_view::npos;

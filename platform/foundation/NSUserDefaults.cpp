@@ -83,10 +83,12 @@ void NSUserDefaults::registerDefaults(const Value::Dictionary& defaults) {
 void NSUserDefaults::scheduleSave() {
     dirty_ = true;
     if (pendingSave_ == 0) {
-        pendingSave_ = NSRunLoop::performAfterDelay(0, [this] {
-            pendingSave_ = 0;
-            (void)synchronize();
-        });
+        pendingSave_ = NSRunLoop::performAfterDelay(
+            0,
+            [this] {
+                pendingSave_ = 0;
+                (void)synchronize();
+            });
     }
 }
 

@@ -64,10 +64,9 @@ constexpr CaseRange kUpperCase[] = {
 char32_t lowercase(char32_t character) {
     if (character == 0x178) // The only letter whose lower case is in another block.
         return 0xFF;
-    for (const auto& [first, last, distance] : kUpperCase) {
+    for (const auto& [first, last, distance] : kUpperCase)
         if (character >= first && character <= last)
             return distance != 1 || (character - first) % 2 == 0 ? character + distance : character;
-    }
     return character;
 }
 

@@ -26,10 +26,9 @@ std::string adoptUserLocale() {
     for (const auto& [category, variable] :
          {std::pair{LC_CTYPE, "LC_CTYPE"}, std::pair{LC_COLLATE, "LC_COLLATE"},
           std::pair{LC_TIME, "LC_TIME"}, std::pair{LC_MONETARY, "LC_MONETARY"},
-          std::pair{LC_MESSAGES, "LC_MESSAGES"}}) {
+          std::pair{LC_MESSAGES, "LC_MESSAGES"}})
         if (!std::setlocale(category, ""))
             missing = localeFor(variable);
-    }
     std::setlocale(LC_NUMERIC, "C");
     return missing;
 }

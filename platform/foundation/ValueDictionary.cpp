@@ -74,7 +74,8 @@ Value& ValueDictionary::set(std::string_view key, Value value) {
 }
 
 bool ValueDictionary::erase(std::string_view key) {
-    return std::erase_if(members_, [key](const Member& member) { return member.key == key; }) != 0;
+    return std::erase_if(
+               members_, [key](const Member& member) { return member.key == key; }) != 0;
 }
 
 void ValueDictionary::clear() {
@@ -82,10 +83,12 @@ void ValueDictionary::clear() {
 }
 
 bool operator==(const ValueDictionary& a, const ValueDictionary& b) {
-    return a.members_.size() == b.members_.size() &&
-           std::ranges::all_of(a.members_, [&b](const auto& member) {
-               const Value* other = b.find(member.key);
-               return other && *other == member.value;
-           });
+    return a.members_.size() == b.members_.size() && std::ranges::all_of(
+                                                         a.members_,
+                                                         [&b](const auto& member) {
+                                                             const Value* other =
+                                                                 b.find(member.key);
+                                                             return other && *other == member.value;
+                                                         });
 }
 }

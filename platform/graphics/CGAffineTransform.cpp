@@ -38,9 +38,8 @@ CGAffineTransform CGAffineTransform::concat(const CGAffineTransform& next) const
 
 CGAffineTransform CGAffineTransform::inverted() const {
     const double determinant = a * d - b * c;
-    if (determinant == 0 || !std::isfinite(determinant)) {
+    if (determinant == 0 || !std::isfinite(determinant))
         return {};
-    }
     return {d / determinant,
             -b / determinant,
             -c / determinant,

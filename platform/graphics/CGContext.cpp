@@ -32,9 +32,8 @@ void CGContext::saveGState() {
 }
 
 void CGContext::restoreGState() {
-    if (states_.empty()) {
+    if (states_.empty())
         return;
-    }
     cairo_restore(cairo_);
     state_ = states_.back();
     states_.pop_back();
@@ -81,9 +80,8 @@ void CGContext::setSource(const UIColor& color) {
 
 void CGContext::fillRect(const CGRect& rect) {
     cairo_save(cairo_);
-    if (state_.fillColor.alpha == 0) {
+    if (state_.fillColor.alpha == 0)
         cairo_set_operator(cairo_, CAIRO_OPERATOR_CLEAR);
-    }
     setSource(state_.fillColor);
     cairo_new_path(cairo_);
     cairo_rectangle(cairo_, rect.minX(), rect.minY(), rect.size.width, rect.size.height);
@@ -92,9 +90,8 @@ void CGContext::fillRect(const CGRect& rect) {
 }
 
 void CGContext::fillEllipse(const CGRect& rect) {
-    if (rect.isEmpty()) {
+    if (rect.isEmpty())
         return;
-    }
     cairo_save(cairo_);
     cairo_new_path(cairo_);
     cairo_translate(cairo_, rect.midX(), rect.midY());
@@ -192,9 +189,8 @@ void CGContext::beginTransparencyLayer(double alpha) {
 }
 
 void CGContext::endTransparencyLayer() {
-    if (layerAlphas_.empty()) {
+    if (layerAlphas_.empty())
         return;
-    }
     cairo_pop_group_to_source(cairo_);
     cairo_paint_with_alpha(cairo_, layerAlphas_.back());
     layerAlphas_.pop_back();
@@ -212,9 +208,8 @@ void CGContext::drawBitmapPart(const Bitmap& bitmap, const CGRect& source, const
     const int top = static_cast<int>(std::floor(part.minY()));
     const int width = static_cast<int>(std::ceil(part.maxX())) - left;
     const int height = static_cast<int>(std::ceil(part.maxY())) - top;
-    if (width <= 0 || height <= 0 || rect.isEmpty()) {
+    if (width <= 0 || height <= 0 || rect.isEmpty())
         return;
-    }
     // The surface is only read. Its edge is the part's edge, so no neighbouring pixel bleeds in.
     auto* start = const_cast<unsigned char*>(reinterpret_cast<const unsigned char*>(
         bitmap.row(top) + left)); // NOLINT(cppcoreguidelines-pro-type-const-cast)

@@ -30,17 +30,15 @@ bool isReasonable(std::int64_t width, std::int64_t height) {
 
 std::uint32_t bigEndian(std::span<const std::byte> bytes, std::size_t at) {
     std::uint32_t value = 0;
-    for (std::size_t i = 0; i < 4; ++i) {
+    for (std::size_t i = 0; i < 4; ++i)
         value = value << 8 | std::to_integer<std::uint32_t>(bytes[at + i]);
-    }
     return value;
 }
 
 std::shared_ptr<Bitmap> decodePNG(std::span<const std::byte> bytes) {
     // Width and height are at a fixed offset, and checked before memory is allocated for them.
-    if (bytes.size() < 24 || !isReasonable(bigEndian(bytes, 16), bigEndian(bytes, 20))) {
+    if (bytes.size() < 24 || !isReasonable(bigEndian(bytes, 16), bigEndian(bytes, 20)))
         return nullptr;
-    }
     return PNGReader::read(bytes);
 }
 
@@ -54,15 +52,13 @@ std::shared_ptr<Bitmap> decodeJPEG(std::span<const std::byte> bytes) {
     int space = 0;
     if (!decoder ||
         tjDecompressHeader3(decoder.get(), data, size, &width, &height, &sampling, &space) != 0 ||
-        !isReasonable(width, height)) {
+        !isReasonable(width, height))
         return nullptr;
-    }
     auto bitmap = std::make_shared<Bitmap>(width, height);
     if (tjDecompress2(decoder.get(), data, size, bitmap->data(), width, bitmap->stride(), height,
                       TJPF_BGRA, 0) != 0 &&
-        tjGetErrorCode(decoder.get()) == TJERR_FATAL) {
+        tjGetErrorCode(decoder.get()) == TJERR_FATAL)
         return nullptr;
-    }
     bitmap->setOpaque(true);
     return bitmap;
 }
@@ -79,14 +75,12 @@ std::shared_ptr<Bitmap> decode(std::span<const std::byte> bytes) {
                                                          '\r', '\n', 0x1A, '\n'};
     static constexpr std::array<unsigned char, 3> jpeg = {0xFF, 0xD8, 0xFF};
     std::shared_ptr<Bitmap> bitmap;
-    if (beginsWith(bytes, png)) {
+    if (beginsWith(bytes, png))
         bitmap = decodePNG(bytes);
-    } else if (beginsWith(bytes, jpeg)) {
+    else if (beginsWith(bytes, jpeg))
         bitmap = decodeJPEG(bytes);
-    }
-    if (bitmap) {
+    if (bitmap)
         bitmap->contentChanged();
-    }
     return bitmap;
 }
 
@@ -95,9 +89,8 @@ std::shared_ptr<Bitmap> read(const std::string& path) {
     const bool isFile = std::filesystem::is_regular_file(path, error);
     const auto size = isFile ? std::filesystem::file_size(path, error) : 0;
     std::ifstream file(path, std::ios::binary);
-    if (error || size == 0 || size > kLargestFile || !file) {
+    if (error || size == 0 || size > kLargestFile || !file)
         return nullptr;
-    }
     std::vector<std::byte> bytes(size);
     file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(size));
     return file ? decode(bytes) : nullptr;

@@ -20,11 +20,9 @@ PixelPool::PixelPool(std::size_t limitBytes)
     : limitBytes_(limitBytes) {}
 
 PixelPool::~PixelPool() {
-    for (auto& [size, blocks] : kept_) {
-        for (auto* block : blocks) {
+    for (auto& [size, blocks] : kept_)
+        for (auto* block : blocks)
             std::free(block);
-        }
-    }
 }
 
 std::size_t PixelPool::bytesKept() const {
@@ -35,9 +33,8 @@ std::size_t PixelPool::bytesKept() const {
 std::uint32_t* PixelPool::takeKept(std::size_t pixels) {
     const std::lock_guard lock(mutex_);
     const auto found = kept_.find(pixels);
-    if (found == kept_.end() || found->second.empty()) {
+    if (found == kept_.end() || found->second.empty())
         return nullptr;
-    }
     auto* memory = found->second.back();
     found->second.pop_back();
     bytesKept_ -= pixels * sizeof(std::uint32_t);
@@ -50,9 +47,8 @@ std::uint32_t* PixelPool::take(std::size_t pixels) {
         return memory;
     }
     auto* memory = static_cast<std::uint32_t*>(std::calloc(pixels, sizeof(std::uint32_t)));
-    if (memory == nullptr) {
+    if (memory == nullptr)
         throw std::bad_alloc();
-    }
     return memory;
 }
 

@@ -39,9 +39,8 @@ class LayoutCache {
 public:
     PangoLayout* find(const Key& key) {
         const auto found = index_.find(key);
-        if (found == index_.end()) {
+        if (found == index_.end())
             return nullptr;
-        }
         order_.splice(order_.begin(), order_, found->second);
         return found->second->second;
     }
@@ -111,9 +110,8 @@ PangoLayout* makeLayout(const Key& key, const UIFont& font) {
         validText(wraps ? std::string_view(key.text)
                         : std::string_view(key.text).substr(0, key.text.find_first_of("\n\r")));
     pango_layout_set_text(layout, text.data(), static_cast<int>(text.size()));
-    if (key.width >= 0 && key.mode != UILineBreakMode::Clip) {
+    if (key.width >= 0 && key.mode != UILineBreakMode::Clip)
         pango_layout_set_width(layout, key.width);
-    }
     if (wraps) {
         pango_layout_set_wrap(layout, key.mode == UILineBreakMode::WordWrap ? PANGO_WRAP_WORD_CHAR
                                                                             : PANGO_WRAP_CHAR);
@@ -148,9 +146,8 @@ PangoLayout* layoutFor(const std::string& text, const UIFont& font, double width
     static auto& cache = *new LayoutCache;
     Key key = {text, font.pointSize(), font.isBold(),
                width < 0 ? -1 : static_cast<int>(std::lround(width * PANGO_SCALE)), mode};
-    if (auto* kept = cache.find(key)) {
+    if (auto* kept = cache.find(key))
         return kept;
-    }
     auto* layout = makeLayout(key, font);
     cache.keep(std::move(key), layout);
     return layout;

@@ -20,15 +20,13 @@ void UIGraphicsPushContext(CGContext& context) {
 }
 
 void UIGraphicsPopContext() {
-    if (!contexts().empty()) {
+    if (!contexts().empty())
         contexts().pop_back();
-    }
 }
 
 void CGContextFillRect(CGContext* context, const CGRect& rect) {
-    if (context != nullptr) {
+    if (context != nullptr)
         context->fillRect(rect);
-    }
 }
 
 void UIColor::set() const {

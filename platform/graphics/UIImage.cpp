@@ -26,14 +26,12 @@ struct Variant {
 };
 
 std::string variantPath(const std::string& path, int scale) {
-    if (scale == 1) {
+    if (scale == 1)
         return path;
-    }
     const auto slash = path.rfind('/');
     auto dot = path.rfind('.');
-    if (dot == std::string::npos || (slash != std::string::npos && dot < slash)) {
+    if (dot == std::string::npos || (slash != std::string::npos && dot < slash))
         dot = path.size();
-    }
     return path.substr(0, dot) + "@" + std::to_string(scale) + "x" + path.substr(dot);
 }
 
@@ -42,13 +40,11 @@ Variant bestVariant(const std::string& path, double screenScale) {
     Variant best;
     for (const int scale : {1, 2, 3}) {
         auto candidate = variantPath(path, scale);
-        if (access(candidate.c_str(), R_OK) != 0) {
+        if (access(candidate.c_str(), R_OK) != 0)
             continue;
-        }
         best = {std::move(candidate), static_cast<double>(scale)};
-        if (scale >= screenScale) {
+        if (scale >= screenScale)
             break;
-        }
     }
     return best;
 }
@@ -57,9 +53,8 @@ using Picture = std::shared_ptr<const UIImage>;
 
 Picture load(const std::string& path, double screenScale) {
     const Variant variant = bestVariant(path, screenScale);
-    if (variant.path.empty()) {
+    if (variant.path.empty())
         return nullptr;
-    }
     auto bitmap = ImageFile::read(variant.path);
     return bitmap ? std::make_shared<UIImage>(std::move(bitmap), variant.scale) : nullptr;
 }
@@ -82,9 +77,8 @@ std::map<Key, std::future<Picture>>& readings() {
 }
 
 Picture read(const Key& key) {
-    if (auto reading = readings().extract(key)) {
+    if (auto reading = readings().extract(key))
         return reading.mapped().get();
-    }
     return load(key.first, key.second);
 }
 
@@ -97,9 +91,8 @@ struct Band {
 };
 
 std::vector<Band> bands(double pixels, double scale, int cap, double origin, double length) {
-    if (cap <= 0) {
+    if (cap <= 0)
         return {{0, pixels, origin, length}};
-    }
     const double middle = std::max(scale, 1.0);
     const double first = std::min(cap * scale, pixels - middle);
     const double last = pixels - first - middle;
@@ -121,21 +114,18 @@ UIImage::UIImage(std::shared_ptr<const Bitmap> bitmap, double scale)
 std::shared_ptr<const UIImage> UIImage::imageNamed(const std::string& name) {
     static auto& cache = *new std::map<Key, Picture>;
     const Key key = keyOf(name, currentScale);
-    if (const auto found = cache.find(key); found != cache.end()) {
+    if (const auto found = cache.find(key); found != cache.end())
         return found->second;
-    }
     auto image = read(key);
-    if (image) {
+    if (image)
         cache.emplace(key, image);
-    }
     return image;
 }
 
 void UIImage::readAhead(const std::string& name, double screenScale) {
     const Key key = keyOf(name, screenScale);
-    if (!readings().contains(key)) {
+    if (!readings().contains(key))
         readings()[key] = std::async(std::launch::async, load, key.first, key.second);
-    }
 }
 
 std::shared_ptr<const UIImage> UIImage::imageWithContentsOfFile(const std::string& path) {
@@ -172,9 +162,8 @@ void UIImage::drawAtPoint(CGPoint point) const {
 
 void UIImage::drawInRect(const CGRect& rect) const {
     auto* context = UIGraphicsGetCurrentContext();
-    if (context == nullptr || rect.isEmpty()) {
+    if (context == nullptr || rect.isEmpty())
         return;
-    }
     if (leftCapWidth_ <= 0 && topCapHeight_ <= 0) {
         context->drawBitmap(*bitmap_, rect);
         return;

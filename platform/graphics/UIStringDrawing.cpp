@@ -25,9 +25,8 @@ double lineWidth(PangoLayoutLine* line) {
 
 double widestLine(PangoLayout* layout) {
     double widest = 0;
-    for (auto* item = pango_layout_get_lines_readonly(layout); item != nullptr; item = item->next) {
+    for (auto* item = pango_layout_get_lines_readonly(layout); item != nullptr; item = item->next)
         widest = std::max(widest, lineWidth(static_cast<PangoLayoutLine*>(item->data)));
-    }
     return widest;
 }
 
@@ -55,9 +54,8 @@ void drawLines(CGContext& context, PangoLayout* layout, const CGRect& rect, cons
     const double lineHeight = font.lineHeight();
     double top = 0;
     for (auto* item = pango_layout_get_lines_readonly(layout); item != nullptr; item = item->next) {
-        if (top > 0 && top >= rect.size.height) {
+        if (top > 0 && top >= rect.size.height)
             break;
-        }
         auto* line = static_cast<PangoLayoutLine*>(item->data);
         const double x = rect.minX() + indent(alignment, rect.size.width, lineWidth(line));
         cairo_move_to(cairo, x, rect.minY() + top + font.ascender());
@@ -77,9 +75,8 @@ CGSize sizeWithFont(const std::string& text, const UIFont& font) {
 double caretPositionInLine(const std::string& line, const UIFont& font, std::size_t offset) {
     auto* layout = TextLayout::layoutFor(line, font, kAnyWidth, UILineBreakMode::Clip);
     // Invalid bytes were replaced, which shifts the offsets.
-    if (line != pango_layout_get_text(layout)) {
+    if (line != pango_layout_get_text(layout))
         return sizeWithFont(line.substr(0, offset), font).width;
-    }
     PangoRectangle caret;
     pango_layout_get_cursor_pos(layout, static_cast<int>(offset), &caret, nullptr);
     return std::ceil(points(caret.x));
@@ -87,9 +84,8 @@ double caretPositionInLine(const std::string& line, const UIFont& font, std::siz
 
 CGSize sizeWithFontConstrainedToSize(const std::string& text, const UIFont& font, CGSize size,
                                      UILineBreakMode mode) {
-    if (text.empty()) {
+    if (text.empty())
         return {};
-    }
     auto* layout = TextLayout::layoutFor(text, font, size.width, mode);
     const double lineHeight = font.lineHeight();
     const int fitting = std::max(1, static_cast<int>((size.height + 0.5) / lineHeight));
@@ -101,16 +97,14 @@ CGSize sizeWithFontConstrainedToSize(const std::string& text, const UIFont& font
 void drawInRectWithFont(const std::string& text, const CGRect& rect, const UIFont& font,
                         UILineBreakMode mode, UITextAlignment alignment) {
     auto* context = UIGraphicsGetCurrentContext();
-    if (context == nullptr || text.empty() || rect.size.width <= 0) {
+    if (context == nullptr || text.empty() || rect.size.width <= 0)
         return;
-    }
     // A line that fits needs no cutting, and its layout serves every width.
     auto* layout = TextLayout::layoutFor(text, font, kAnyWidth, UILineBreakMode::Clip);
     const bool whole =
         !wraps(mode) && (mode == UILineBreakMode::Clip || widestLine(layout) <= rect.size.width);
-    if (!whole) {
+    if (!whole)
         layout = TextLayout::layoutFor(text, font, rect.size.width, mode);
-    }
     if (mode != UILineBreakMode::Clip) {
         drawLines(*context, layout, rect, font, alignment);
         return;
@@ -128,9 +122,8 @@ UIFont fontThatFits(const std::string& text, const UIFont& font, double width, d
             TextLayout::layoutFor(text, font.fontWithSize(size), kAnyWidth, UILineBreakMode::Clip));
     };
     double size = font.pointSize();
-    while (size > minimum && widthAt(size) > width) {
+    while (size > minimum && widthAt(size) > width)
         size = std::max(minimum, size - 1);
-    }
     return font.fontWithSize(size);
 }
 

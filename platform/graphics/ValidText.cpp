@@ -16,18 +16,15 @@ std::size_t characterLength(std::string_view text) {
         return static_cast<std::uint32_t>(text[i]) & 0xFFU;
     };
     const std::uint32_t lead = at(0);
-    if (lead < 0x80) {
+    if (lead < 0x80)
         return 1;
-    }
     const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    if (lead < 0xC2 || lead > 0xF4 || text.size() < length) {
+    if (lead < 0xC2 || lead > 0xF4 || text.size() < length)
         return 0;
-    }
     std::uint32_t code = lead & (0xFFU >> (length + 1));
     for (std::size_t i = 1; i < length; ++i) {
-        if ((at(i) & 0xC0U) != 0x80) {
+        if ((at(i) & 0xC0U) != 0x80)
             return 0;
-        }
         code = code << 6 | (at(i) & 0x3FU);
     }
     constexpr std::array<std::uint32_t, 5> least = {0, 0, 0x80, 0x800, 0x10000};

@@ -105,10 +105,12 @@ void MPMovieControls::makeBottomBar() {
 
 void MPMovieControls::connect() {
     const auto whenTouched = [this](void (*act)(MPMovieControls&)) {
-        return weakly(this, [act](MPMovieControls& controls) {
-            controls.keepShown();
-            act(controls);
-        });
+        return weakly(
+            this,
+            [act](MPMovieControls& controls) {
+                controls.keepShown();
+                act(controls);
+            });
     };
     doneButton_->addTarget(whenTouched([](auto& controls) { controls.actions_.done(); }),
                            UIControlEventTouchUpInside);
@@ -121,11 +123,12 @@ void MPMovieControls::connect() {
                              (drags ? actions.scrub : actions.seek)(controls.position_->value());
                          }),
                          UIControlEventValueChanged);
-    position_->addTarget(weakly(this,
-                                [](MPMovieControls& controls) {
-                                    if (std::exchange(controls.scrubbing_, false))
-                                        controls.actions_.seek(controls.position_->value());
-                                }),
+    position_->addTarget(weakly(
+                             this,
+                             [](MPMovieControls& controls) {
+                                 if (std::exchange(controls.scrubbing_, false))
+                                     controls.actions_.seek(controls.position_->value());
+                             }),
                          UIControlEventTouchUpInside | UIControlEventTouchCancel);
     volume_->addTarget(
         whenTouched([](auto& controls) { controls.actions_.setVolume(controls.volume_->value()); }),

@@ -21,9 +21,8 @@ void BitmapVisitor::pushOpacity(double opacity) {
 }
 
 void BitmapVisitor::pop() {
-    if (layers_.back()) {
+    if (layers_.back())
         context_.endTransparencyLayer();
-    }
     layers_.pop_back();
     context_.restoreGState();
 }

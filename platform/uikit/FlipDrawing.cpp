@@ -61,15 +61,13 @@ std::vector<Column> columnsFor(int width, double angle) {
 /// edges.
 std::uint32_t sample(const Bitmap& picture, const Column& column, double row) {
     const int y = static_cast<int>(std::floor(row));
-    if (y < -1 || y >= picture.height()) {
+    if (y < -1 || y >= picture.height())
         return 0;
-    }
     const auto down = static_cast<std::uint32_t>((row - y) * kUnit);
     const int right = column.x + 1;
     const auto across = [&](int line) -> std::uint32_t {
-        if (line < 0 || line >= picture.height()) {
+        if (line < 0 || line >= picture.height())
             return 0;
-        }
         const auto* pixels = picture.row(line);
         return mix(column.x >= 0 ? pixels[column.x] : 0,
                    right < picture.width() ? pixels[right] : 0, column.part);
@@ -82,11 +80,10 @@ std::uint32_t sample(const Bitmap& picture, const Column& column, double row) {
 void turnPicture(const Bitmap& picture, double angle, std::shared_ptr<Bitmap>& turned) {
     const int headroom = static_cast<int>(std::ceil(kFlipHeadroom * picture.height()));
     const int height = picture.height() + 2 * headroom;
-    if (turned && turned->width() == picture.width() && turned->height() == height) {
+    if (turned && turned->width() == picture.width() && turned->height() == height)
         turned->clear();
-    } else {
+    else
         turned = std::make_shared<Bitmap>(picture.width(), height);
-    }
     const auto columns = columnsFor(picture.width(), angle);
     const auto light = static_cast<std::uint32_t>(
         std::lround(kUnit * (1 - kDeepestShade * std::abs(std::sin(angle)))));
@@ -107,9 +104,8 @@ void turnPicture(const Bitmap& picture, double angle, std::shared_ptr<Bitmap>& t
 void drawFlip(UIViewAnimationEngine::Flip& flip, const CGRect& bounds, SceneVisitor& visitor) {
     const bool firstHalf = flip.progress < 0.5;
     const auto& picture = firstHalf ? flip.before : flip.after;
-    if (!picture || bounds.isEmpty()) {
+    if (!picture || bounds.isEmpty())
         return;
-    }
     const double turn = M_PI * (firstHalf ? flip.progress : flip.progress - 1);
     if (turn == 0) {
         visitor.drawPicture(bounds, picture);

@@ -22,12 +22,10 @@ constexpr double kEverything = 1e9;
 
 void drawGradients(const UIView& view, SceneVisitor& visitor, bool above) {
     for (const auto& layer : view.gradientLayers()) {
-        if ((layer->zPosition > 0) != above) {
+        if ((layer->zPosition > 0) != above)
             continue;
-        }
-        if (auto contents = layer->contents(UIImage::screenScale())) {
+        if (auto contents = layer->contents(UIImage::screenScale()))
             visitor.drawPicture(layer->frame, contents);
-        }
     }
 }
 
@@ -40,9 +38,8 @@ bool SceneWalk::isLayingOut() {
 void SceneWalk::layOut(UIView& root) {
     ++layingOut;
     for (int round = 0; round < kLayoutRounds; ++round) {
-        if (!root.needsLayout()) {
+        if (!root.needsLayout())
             break;
-        }
         root.layoutIfNeeded();
     }
     --layingOut;
@@ -60,77 +57,61 @@ void SceneWalk::walkContents(UIView& root, SceneVisitor& visitor) {
 }
 
 void SceneWalk::walkView(UIView& view, SceneVisitor& visitor, const CGRect& visible) {
-    if (view.isHidden()) {
+    if (view.isHidden())
         return;
-    }
     const ViewState& shown = view.presentationState();
     auto& animations = UIViewAnimationEngine::shared();
     const bool flipping = animations.isFlipping(view);
-    if (flipping || animations.isMoving(view)) {
+    if (flipping || animations.isMoving(view))
         animations.movingViewWasDrawn();
-    }
-    if (shown.alpha <= 0) {
+    if (shown.alpha <= 0)
         return;
-    }
     const auto toSuperview = shown.toSuperview();
     const auto inside = toSuperview.inverted().apply(visible);
-    if (view.clipsToBounds() && !shown.bounds.intersects(inside)) {
+    if (view.clipsToBounds() && !shown.bounds.intersects(inside))
         return;
-    }
     const bool fades = shown.alpha < 1;
     visitor.pushTransform(toSuperview);
-    if (fades) {
+    if (fades)
         visitor.pushOpacity(shown.alpha);
-    }
-    if (flipping) {
+    if (flipping)
         walkFlip(view, visitor);
-    } else {
+    else
         walkInside(view, visitor, inside);
-    }
-    if (fades) {
+    if (fades)
         visitor.pop();
-    }
     visitor.pop();
 }
 
 void SceneWalk::walkInside(UIView& view, SceneVisitor& visitor, const CGRect& visible) {
     const CGRect bounds = view.presentationState().bounds;
     const bool clips = view.clipsToBounds();
-    if (clips) {
+    if (clips)
         visitor.pushClip(bounds);
-    }
-    if (bounds.intersects(visible)) {
+    if (bounds.intersects(visible))
         walkOwn(view, bounds, visitor);
-    }
     drawGradients(view, visitor, false);
     const auto inner = clips ? CGRectIntersection(bounds, visible) : visible;
-    for (const auto& child : view.subviews()) {
+    for (const auto& child : view.subviews())
         walkView(*child, visitor, inner);
-    }
     drawGradients(view, visitor, true);
-    if (clips) {
+    if (clips)
         visitor.pop();
-    }
 }
 
 void SceneWalk::walkOwn(UIView& view, const CGRect& bounds, SceneVisitor& visitor) {
-    if (bounds.isEmpty()) {
+    if (bounds.isEmpty())
         return;
-    }
     auto picture = view.contentPicture();
-    if (!picture && view.drawsContent()) {
+    if (!picture && view.drawsContent())
         picture = view.drawnPicture();
-    }
     const auto& background = view.presentationState().backgroundColor;
-    if (background.alpha > 0 && !(picture && picture->isOpaque())) {
+    if (background.alpha > 0 && !(picture && picture->isOpaque()))
         visitor.fillColor(bounds, background);
-    }
-    if (picture) {
+    if (picture)
         visitor.drawPicture(bounds, picture);
-    }
-    if (auto* foreign = view.foreignContent()) {
+    if (auto* foreign = view.foreignContent())
         visitor.drawForeign(bounds, *foreign);
-    }
 }
 
 void SceneWalk::walkFlip(UIView& view, SceneVisitor& visitor) {
@@ -138,13 +119,11 @@ void SceneWalk::walkFlip(UIView& view, SceneVisitor& visitor) {
     const auto* now = engine.flipOf(view);
     if (now->progress >= 0.5 && !now->after) {
         auto after = renderViewToBitmap(view, UIImage::screenScale());
-        if (auto* turning = engine.flipOf(view)) {
+        if (auto* turning = engine.flipOf(view))
             turning->after = std::move(after);
-        }
     }
-    if (auto* flip = engine.flipOf(view)) {
+    if (auto* flip = engine.flipOf(view))
         drawFlip(*flip, view.presentationState().bounds, visitor);
-    }
 }
 
 }

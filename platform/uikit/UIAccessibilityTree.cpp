@@ -106,10 +106,9 @@ private:
                          std::vector<Node>& found) const {
         const auto& children = view.subviews();
         auto first = children.begin();
-        for (auto child = children.begin(); child != children.end(); ++child) {
+        for (auto child = children.begin(); child != children.end(); ++child)
             if (isModal(**child) && isPerceptible(**child))
                 first = child;
-        }
         for (; first != children.end(); ++first)
             collect(*first, around, found);
     }

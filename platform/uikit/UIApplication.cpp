@@ -89,11 +89,9 @@ void UIApplication::setDelegate(std::shared_ptr<UIApplicationDelegate> delegate)
 void UIApplication::showWindow(UIWindow& window) {
     const auto self = window.shared_from_this();
     std::size_t index = 0;
-    for (const auto& other : screen_->subviews()) {
-        if (other != self && levelOf(*other) <= window.windowLevel()) {
+    for (const auto& other : screen_->subviews())
+        if (other != self && levelOf(*other) <= window.windowLevel())
             ++index;
-        }
-    }
     screen_->insertSubviewAtIndex(self, index);
     window.setHidden(false);
 }
@@ -104,9 +102,8 @@ void UIApplication::setKeyWindow(UIWindow& window) {
 
 UIWindow* UIApplication::keyWindow() const {
     const auto made = keyWindow_.lock();
-    if (made && made->superview() == screen_.get() && !made->isHidden()) {
+    if (made && made->superview() == screen_.get() && !made->isHidden())
         return static_cast<UIWindow*>(made.get());
-    }
     return frontWindow();
 }
 
@@ -114,9 +111,8 @@ UIWindow* UIApplication::frontWindow() const {
     const auto& windows = screen_->subviews();
     for (auto view = windows.rbegin(); view != windows.rend(); ++view) {
         auto* window = dynamic_cast<UIWindow*>(view->get());
-        if (window != nullptr && !window->isHidden() && window->isUserInteractionEnabled()) {
+        if (window != nullptr && !window->isHidden() && window->isUserInteractionEnabled())
             return window;
-        }
     }
     return nullptr;
 }
@@ -127,9 +123,8 @@ void UIApplication::setStatusBarHidden(bool hidden) {
 }
 
 void UIApplication::setStatusBarOrientation(UIInterfaceOrientation orientation, bool animated) {
-    if (statusBarOrientation_ == orientation) {
+    if (statusBarOrientation_ == orientation)
         return;
-    }
     statusBarOrientation_ = orientation;
     UIViewAnimation::withoutAnimation([&] {
         placeStatusBar();
@@ -229,22 +224,17 @@ void UIApplication::receiveMemoryWarning() {
 }
 
 void UIApplication::setState(UIApplicationState state) {
-    if (state == state_) {
+    if (state == state_)
         return;
-    }
     const auto old = std::exchange(state_, state);
-    if (old == UIApplicationState::Active) {
+    if (old == UIApplicationState::Active)
         post(UIApplicationWillResignActiveNotification);
-    }
-    if (old == UIApplicationState::Background) {
+    if (old == UIApplicationState::Background)
         post(UIApplicationWillEnterForegroundNotification);
-    }
-    if (state == UIApplicationState::Background) {
+    if (state == UIApplicationState::Background)
         post(UIApplicationDidEnterBackgroundNotification);
-    }
-    if (state == UIApplicationState::Active) {
+    if (state == UIApplicationState::Active)
         post(UIApplicationDidBecomeActiveNotification);
-    }
 }
 
 void UIApplication::walkScreen(SceneVisitor& visitor) {

@@ -200,13 +200,12 @@ void UIButton::drawPicture(const ByState<std::shared_ptr<const UIImage>>& pictur
     if (!found || !*found || rect.isEmpty())
         return;
     const bool isOwnPicture = pictures.contains(state);
-    if (!isOwnPicture && state == UIControlState::Highlighted && adjustsHighlighted_) {
+    if (!isOwnPicture && state == UIControlState::Highlighted && adjustsHighlighted_)
         darkenedImage(**found)->drawInRect(rect);
-    } else if (!isOwnPicture && state == UIControlState::Disabled) {
+    else if (!isOwnPicture && state == UIControlState::Disabled)
         fadedImage(**found, kDisabledAlpha)->drawInRect(rect);
-    } else {
+    else
         (*found)->drawInRect(rect);
-    }
 }
 
 UIAccessibilityElement UIButton::accessibilityElement() const {

@@ -28,10 +28,9 @@ void UIControl::addTarget(std::function<void()> action, unsigned controlEvents) 
 void UIControl::sendActionsForControlEvents(unsigned controlEvents) {
     const auto self = weak_from_this().lock();
     const auto targets = targets_;
-    for (const auto& [events, action] : targets) {
+    for (const auto& [events, action] : targets)
         if (events & controlEvents)
             action();
-    }
 }
 
 void UIControl::setEnabled(bool enabled) {

@@ -24,22 +24,19 @@ UIEventDispatcher::UIEventDispatcher(UIView& root)
 
 void UIEventDispatcher::sendTouch(UITouchPhase phase, CGPoint location, double timestamp) {
     if (phase == UITouchPhase::Began) {
-        if (!touch_ && !isIgnoringInteraction()) {
+        if (!touch_ && !isIgnoringInteraction())
             began(location, timestamp);
-        }
         return;
     }
-    if (!touch_) {
+    if (!touch_)
         return;
-    }
     touch_->phase = phase;
     touch_->timestamp = timestamp;
     touch_->windowLocation = location;
-    if (phase == UITouchPhase::Moved) {
+    if (phase == UITouchPhase::Moved)
         moved();
-    } else {
+    else
         ended(phase);
-    }
 }
 
 void UIEventDispatcher::countTap(CGPoint location, double timestamp) {
@@ -71,9 +68,8 @@ void UIEventDispatcher::began(CGPoint location, double timestamp) {
     touch.windowLocation = touch.startWindowLocation = location;
     touch.tapCount = tapCount_;
     auto hit = root_.hitTest(location);
-    if (hit.get() == &root_) {
+    if (hit.get() == &root_)
         hit = nullptr;
-    }
     touch.view = hit;
     touch_ = touch;
     touchOwner_ = hit;
@@ -85,9 +81,8 @@ void UIEventDispatcher::began(CGPoint location, double timestamp) {
         auto* above = view->superview();
         view = above != nullptr ? above->shared_from_this() : nullptr;
     }
-    if (const auto owner = touchOwner_.lock()) {
+    if (const auto owner = touchOwner_.lock())
         owner->touchesBegan(touch);
-    }
 }
 
 bool UIEventDispatcher::ownerIsGone() const {
@@ -120,9 +115,8 @@ void UIEventDispatcher::offerCapture() {
         if (candidate->isUserInteractionEnabled() && candidate->shouldCaptureTouch(touch)) {
             touchOwner_ = candidate;
             owner->touchesCancelled(touch);
-            if (touchOwner_.lock() == candidate && touch_) {
+            if (touchOwner_.lock() == candidate && touch_)
                 candidate->touchesBegan(touch);
-            }
             return;
         }
         above = candidate->superview();
@@ -139,28 +133,24 @@ void UIEventDispatcher::ended(UITouchPhase phase) {
     const auto owner = std::exchange(touchOwner_, {}).lock();
     lastTapTime_ = touch.timestamp;
     lastTapLocation_ = touch.windowLocation;
-    if (owner) {
+    if (owner)
         owner->touchesEnded(touch);
-    }
 }
 
 void UIEventDispatcher::cancelTouch() {
-    if (!touch_) {
+    if (!touch_)
         return;
-    }
     auto touch = *std::exchange(touch_, std::nullopt);
     const auto owner = std::exchange(touchOwner_, {}).lock();
     tapCount_ = 0;
     touch.phase = UITouchPhase::Cancelled;
-    if (owner) {
+    if (owner)
         owner->touchesCancelled(touch);
-    }
 }
 
 void UIEventDispatcher::sendScroll(CGPoint location, double dx, double dy, double timestamp) {
-    if (isIgnoringInteraction()) {
+    if (isIgnoringInteraction())
         return;
-    }
     auto view = root_.hitTest(location);
     while (view && !view->scrollBy(dx, dy, timestamp)) {
         auto* above = view->superview();
@@ -169,9 +159,8 @@ void UIEventDispatcher::sendScroll(CGPoint location, double dx, double dy, doubl
 }
 
 bool UIEventDispatcher::sendMenuRequest(CGPoint location) {
-    if (touch_ || isIgnoringInteraction()) {
+    if (touch_ || isIgnoringInteraction())
         return false;
-    }
     auto view = root_.hitTest(location);
     while (view && !view->menuRequested(view->convertPointFromView(location, &root_))) {
         auto* above = view->superview();
@@ -196,17 +185,14 @@ std::optional<std::string> UIEventDispatcher::dragFileOut() {
 
 void UIEventDispatcher::setFirstResponder(const std::shared_ptr<UIView>& view) {
     const auto old = firstResponder_.lock();
-    if (old == view) {
+    if (old == view)
         return;
-    }
     firstResponder_ = view;
     root_.setNeedsComposition();
-    if (old) {
+    if (old)
         old->focusChanged(false);
-    }
-    if (view && firstResponder_.lock() == view) {
+    if (view && firstResponder_.lock() == view)
         view->focusChanged(true);
-    }
 }
 
 }

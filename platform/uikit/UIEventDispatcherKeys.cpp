@@ -26,22 +26,18 @@ bool canBeSeen(const UIView& view) {
 /// The frontmost window that keys can reach.
 std::shared_ptr<UIView> frontWindow(const UIView& root) {
     const auto& windows = root.subviews();
-    for (auto view = windows.rbegin(); view != windows.rend(); ++view) {
-        if (canBeSeen(**view) && dynamic_cast<UIWindow*>(view->get()) != nullptr) {
+    for (auto view = windows.rbegin(); view != windows.rend(); ++view)
+        if (canBeSeen(**view) && dynamic_cast<UIWindow*>(view->get()) != nullptr)
             return *view;
-        }
-    }
     return nullptr;
 }
 
 bool offer(UIView& view, const UIKey& key) {
-    if (view.keyPressed(key)) {
+    if (view.keyPressed(key))
         return true;
-    }
     auto* controller = view.viewController();
-    if (key.code != UIKeyCode::Escape || controller == nullptr) {
+    if (key.code != UIKeyCode::Escape || controller == nullptr)
         return false;
-    }
     const auto kept = controller->weak_from_this().lock();
     return controller->escapePressed();
 }
@@ -55,16 +51,14 @@ struct Outcome {
 };
 
 Outcome askInside(const std::shared_ptr<UIView>& view, const Question& question) {
-    if (!canBeSeen(*view)) {
+    if (!canBeSeen(*view))
         return {};
-    }
     Outcome outcome;
     const auto children = view->subviews();
     for (auto child = children.rbegin(); child != children.rend() && !outcome.metScreen; ++child) {
         outcome = askInside(*child, question);
-        if (outcome.used) {
+        if (outcome.used)
             return outcome;
-        }
     }
     outcome.metScreen = outcome.metScreen || view->viewController() != nullptr;
     outcome.used = question(*view);
@@ -81,50 +75,40 @@ bool goesBackward(const UIKey& key) {
 }
 
 void scrollIntoSight(const UIView& view) {
-    for (UIView* above = view.superview(); above; above = above->superview()) {
-        if (auto* scroll = dynamic_cast<UIScrollView*>(above)) {
+    for (UIView* above = view.superview(); above; above = above->superview())
+        if (auto* scroll = dynamic_cast<UIScrollView*>(above))
             scroll->scrollRectToVisible(view.convertRectToView(view.bounds(), scroll), true);
-        }
-    }
 }
 
 }
 
 bool UIEventDispatcher::sendKey(const UIKey& key) {
-    if (isIgnoringInteraction()) {
+    if (isIgnoringInteraction())
         return true;
-    }
-    if (const auto command = commandForKey(key)) {
+    if (const auto command = commandForKey(key))
         return sendCommand(*command);
-    }
     const auto window = frontWindow(root_);
-    if (!window) {
+    if (!window)
         return false;
-    }
     const bool hadFocus = reachableResponder() && showsFocus_;
-    if (offerToFocused(key)) {
+    if (offerToFocused(key))
         return true;
-    }
-    if ((key.code == UIKeyCode::Tab || (hadFocus && isArrow(key))) &&
-        moveFocus(goesBackward(key))) {
+    if ((key.code == UIKeyCode::Tab || (hadFocus && isArrow(key))) && moveFocus(goesBackward(key)))
         return true;
-    }
     return offerToUnfocused(*window, key) || window->keyPressed(key) ||
            (isArrow(key) && moveFocus(goesBackward(key)));
 }
 
 bool UIEventDispatcher::sendCommand(UICommand command) {
-    if (isIgnoringInteraction()) {
+    if (isIgnoringInteraction())
         return true;
-    }
     const auto performs = [command](UIView& view) {
         auto* controller = view.viewController();
         const auto kept = controller ? controller->weak_from_this().lock() : nullptr;
         return controller && controller->performCommand(command);
     };
-    if (const auto window = frontWindow(root_); window && askInside(window, performs).used) {
+    if (const auto window = frontWindow(root_); window && askInside(window, performs).used)
         return true;
-    }
     switch (command) {
     case UICommand::Back:
         return sendKey({.code = UIKeyCode::Escape, .text = {}});
@@ -151,9 +135,8 @@ std::shared_ptr<UIView> UIEventDispatcher::reachableResponder() const {
 bool UIEventDispatcher::offerToFocused(const UIKey& key) {
     auto focused = reachableResponder();
     while (focused) {
-        if (offer(*focused, key)) {
+        if (offer(*focused, key))
             return true;
-        }
         auto* above = focused->superview();
         focused = above != nullptr && above != &root_ ? above->shared_from_this() : nullptr;
     }
@@ -161,28 +144,27 @@ bool UIEventDispatcher::offerToFocused(const UIKey& key) {
 }
 
 bool UIEventDispatcher::offerToUnfocused(UIView& window, const UIKey& key) {
-    return askInside(window.shared_from_this(),
-                     [this, &key](UIView& view) {
-                         const auto kept = view.shared_from_this();
-                         if (!view.takesUnfocusedKeys() || !offer(view, key)) {
-                             return false;
-                         }
-                         // A list whose rows the arrows move over has the focus from now on.
-                         if (isArrow(key) && view.canBecomeFirstResponder()) {
-                             showFocus(true);
-                             setFirstResponder(kept);
-                         }
-                         return true;
-                     })
+    return askInside(
+               window.shared_from_this(),
+               [this, &key](UIView& view) {
+                   const auto kept = view.shared_from_this();
+                   if (!view.takesUnfocusedKeys() || !offer(view, key))
+                       return false;
+                   // A list whose rows the arrows move over has the focus from now on.
+                   if (isArrow(key) && view.canBecomeFirstResponder()) {
+                       showFocus(true);
+                       setFirstResponder(kept);
+                   }
+                   return true;
+               })
         .used;
 }
 
 bool UIEventDispatcher::moveFocus(bool backward) {
     const auto window = frontWindow(root_);
     const auto views = window ? focusOrder(*window) : std::vector<std::shared_ptr<UIView>>{};
-    if (views.empty()) {
+    if (views.empty())
         return false;
-    }
     const auto count = views.size();
     const auto now = std::find(views.begin(), views.end(), firstResponder_.lock());
     std::size_t next = backward ? count - 1 : 0;
@@ -197,9 +179,8 @@ bool UIEventDispatcher::moveFocus(bool backward) {
 }
 
 void UIEventDispatcher::showFocus(bool shows) {
-    if (std::exchange(showsFocus_, shows) != shows) {
+    if (std::exchange(showsFocus_, shows) != shows)
         root_.setNeedsComposition();
-    }
 }
 
 std::shared_ptr<UIView> UIEventDispatcher::focusedPart() const {

@@ -110,9 +110,9 @@ UINavigationItem* UINavigationBar::backItem() const {
 }
 
 void UINavigationBar::observe(UINavigationItem& item) {
-    item.setChangeHandler(weakly(this, [](UINavigationBar& self, bool animated) {
-        self.rebuild(animated, Direction::None);
-    }));
+    item.setChangeHandler(weakly(
+        this,
+        [](UINavigationBar& self, bool animated) { self.rebuild(animated, Direction::None); }));
 }
 
 void UINavigationBar::observe(const std::shared_ptr<UIBarButtonItem>& item) {
@@ -121,10 +121,9 @@ void UINavigationBar::observe(const std::shared_ptr<UIBarButtonItem>& item) {
 }
 
 void UINavigationBar::itemsChanged() {
-    for (const Slot* slot : {&left_, &right_}) {
+    for (const Slot* slot : {&left_, &right_})
         if (auto* button = dynamic_cast<UIBarButton*>(slot->view.get()))
             button->itemChanged();
-    }
     setNeedsLayout();
 }
 

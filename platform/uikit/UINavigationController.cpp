@@ -124,10 +124,9 @@ void UINavigationController::popTo(std::size_t count, bool animated) {
     showTopScreen(Way::Pop, leaving.back(), animated);
     // They have left although one still slides out: no late answer to them may push onto this
     // stack.
-    for (const auto& controller : leaving) {
+    for (const auto& controller : leaving)
         if (std::find(stack_.begin(), stack_.end(), controller) == stack_.end())
             controller->setNavigationController(nullptr);
-    }
 }
 
 void UINavigationController::showTopScreen(Way way, const std::shared_ptr<UIViewController>& old,
@@ -195,10 +194,9 @@ void UINavigationController::installTopView() {
     const auto view = top->view();
     UIViewAnimation::withoutAnimation([&] {
         const auto shown = content_->subviews();
-        for (const auto& other : shown) {
+        for (const auto& other : shown)
             if (other != view)
                 other->removeFromSuperview();
-        }
         view->setFrame(content_->bounds());
         if (view->superview() != content_.get())
             content_->addSubview(view);

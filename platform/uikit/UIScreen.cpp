@@ -17,12 +17,10 @@ CGRect UIScreen::bounds() const {
 CGRect UIScreen::applicationFrame() const {
     const auto screen = bounds();
     const auto bar = UIApplication::sharedApplication().statusBarFrame();
-    if (bar.isEmpty()) {
+    if (bar.isEmpty())
         return screen;
-    }
-    if (bar.size.width == screen.size.width) {
+    if (bar.size.width == screen.size.width)
         return CGRectMake(0, bar.maxY(), screen.size.width, screen.size.height - bar.size.height);
-    }
     const double left = bar.minX() > 0 ? 0 : bar.size.width;
     return CGRectMake(left, 0, screen.size.width - bar.size.width, screen.size.height);
 }

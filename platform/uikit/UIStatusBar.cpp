@@ -44,26 +44,25 @@ UIStatusBar::~UIStatusBar() {
 }
 
 void UIStatusBar::setNetworkActivity(bool active) {
-    if (networkActivity_ == active) {
+    if (networkActivity_ == active)
         return;
-    }
     networkActivity_ = active;
     setNeedsDisplay();
-    if (active) {
+    if (active)
         scheduleSpinner();
-    } else {
+    else
         NSRunLoop::cancelPerform(spinnerToken_);
-    }
 }
 
 void UIStatusBar::scheduleSpinner() {
-    spinnerToken_ = NSRunLoop::performAfterDelay(kSpinnerStep, [this] {
-        ++spinnerStep_;
-        if (isOnScreen()) {
-            setNeedsDisplay();
-        }
-        scheduleSpinner();
-    });
+    spinnerToken_ = NSRunLoop::performAfterDelay(
+        kSpinnerStep,
+        [this] {
+            ++spinnerStep_;
+            if (isOnScreen())
+                setNeedsDisplay();
+            scheduleSpinner();
+        });
 }
 
 void UIStatusBar::updateClock() {
@@ -99,9 +98,8 @@ void UIStatusBar::drawRect(const CGRect& rect) {
     context.setFillColor(UIColor::colorWithWhiteAlpha(0.92F, 1));
     drawInRectWithFont(clockText_, CGRectMake(0, top, rect.size.width, font.lineHeight()), font,
                        UILineBreakMode::Clip, UITextAlignment::Center);
-    if (networkActivity_) {
+    if (networkActivity_)
         drawSpinner(context, {rect.minX() + kSpinnerLeft + 6, rect.midY()}, spinnerStep_);
-    }
 }
 
 UIAccessibilityElement UIStatusBar::accessibilityElement() const {

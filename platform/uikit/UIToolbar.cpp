@@ -53,10 +53,9 @@ void UIToolbar::setItems(std::vector<std::shared_ptr<UIBarButtonItem>> items, bo
 void UIToolbar::replaceViews(std::vector<std::shared_ptr<UIView>> views,
                              const std::vector<std::shared_ptr<UIView>>& added, bool animated) {
     const auto old = std::exchange(itemViews_, std::move(views));
-    for (const auto& view : old) {
+    for (const auto& view : old)
         if (view && std::find(itemViews_.begin(), itemViews_.end(), view) == itemViews_.end())
             view->removeFromSuperview();
-    }
     for (const auto& view : added) {
         addSubview(view);
         if (animated)
@@ -76,10 +75,9 @@ void UIToolbar::observe(UIBarButtonItem& item) {
 }
 
 void UIToolbar::itemsChanged() {
-    for (const auto& view : itemViews_) {
+    for (const auto& view : itemViews_)
         if (auto* button = dynamic_cast<UIBarButton*>(view.get()))
             button->itemChanged();
-    }
     setNeedsLayout();
 }
 

@@ -35,9 +35,8 @@ void UIView::detachSubviews() {
 }
 
 void UIView::setHidden(bool hidden) {
-    if (hidden_ == hidden) {
+    if (hidden_ == hidden)
         return;
-    }
     // Visible before or after: the frame is requested while it counts as visible.
     hidden_ = false;
     setNeedsComposition();
@@ -67,11 +66,9 @@ UIWindow* UIView::window() const {
 }
 
 bool UIView::isDescendantOfView(const UIView& view) const {
-    for (const auto* ancestor = this; ancestor != nullptr; ancestor = ancestor->superview_) {
-        if (ancestor == &view) {
+    for (const auto* ancestor = this; ancestor != nullptr; ancestor = ancestor->superview_)
+        if (ancestor == &view)
             return true;
-        }
-    }
     return false;
 }
 
@@ -83,18 +80,16 @@ void UIView::insertSubviewAtIndex(std::shared_ptr<UIView> view, std::size_t inde
     assert(view && !isDescendantOfView(*view) && "a view cannot stand inside itself");
     auto& added = *view;
     const bool staysHere = added.superview_ == this;
-    if (staysHere) {
+    if (staysHere)
         std::erase(subviews_, view);
-    } else {
+    else
         added.removeFromSuperview();
-    }
     index = std::min(index, subviews_.size());
     subviews_.insert(subviews_.begin() + static_cast<std::ptrdiff_t>(index), std::move(view));
-    if (staysHere) {
+    if (staysHere)
         added.setNeedsComposition();
-    } else {
+    else
         added.attachTo(this);
-    }
 }
 
 void UIView::insertSubviewBelowSubview(std::shared_ptr<UIView> view, const UIView& sibling) {
@@ -107,9 +102,8 @@ void UIView::insertSubviewBelowSubview(std::shared_ptr<UIView> view, const UIVie
     auto position = std::find_if(subviews_.begin(), subviews_.end(), isSibling);
     auto index = static_cast<std::size_t>(position - subviews_.begin());
     // Removing the view from its old place shifts the sibling down.
-    if (std::find_if(subviews_.begin(), position, isView) != position) {
+    if (std::find_if(subviews_.begin(), position, isView) != position)
         --index;
-    }
     insertSubviewAtIndex(std::move(view), index);
 }
 
@@ -132,9 +126,8 @@ void UIView::sendSubviewToBack(const UIView& view) {
 }
 
 void UIView::removeFromSuperview() {
-    if (superview_ == nullptr) {
+    if (superview_ == nullptr)
         return;
-    }
     setNeedsComposition();
     auto* from = superview_;
     const auto found = std::find_if(from->subviews_.begin(), from->subviews_.end(),
@@ -149,29 +142,24 @@ void UIView::attachTo(UIView* superview) {
     superview_ = superview;
     windowDidChange(superview != nullptr ? superview->window_ : nullptr);
     if (superview != nullptr) {
-        if (needsLayout_ || descendantNeedsLayout_) {
+        if (needsLayout_ || descendantNeedsLayout_)
             announceLayout();
-        }
         setNeedsComposition();
     }
 }
 
 void UIView::windowDidChange(UIWindow* window) {
     const bool isWindowItself = window_ != nullptr && static_cast<UIView*>(window_) == this;
-    if (window_ == window || isWindowItself) {
+    if (window_ == window || isWindowItself)
         return;
-    }
     window_ = window;
     const auto children = subviews_;
-    for (const auto& child : children) {
-        if (child->superview_ == this) {
+    for (const auto& child : children)
+        if (child->superview_ == this)
             child->windowDidChange(window);
-        }
-    }
     didMoveToWindow();
-    if (viewController_ != nullptr) {
+    if (viewController_ != nullptr)
         viewController_->viewMovedToWindow(window);
-    }
 }
 
 }

@@ -19,15 +19,13 @@ void beginAnimations() {
 }
 
 void setAnimationDuration(double seconds) {
-    if (auto* block = engine().openBlock()) {
+    if (auto* block = engine().openBlock())
         block->duration = seconds;
-    }
 }
 
 void setAnimationCurve(UIViewAnimationCurve curve) {
-    if (auto* block = engine().openBlock()) {
+    if (auto* block = engine().openBlock())
         block->curve = curve;
-    }
 }
 
 void setAnimationTransitionForView(UIViewAnimationTransition transition, UIView& view,
@@ -36,9 +34,8 @@ void setAnimationTransitionForView(UIViewAnimationTransition transition, UIView&
 }
 
 void setAnimationDidStop(std::function<void(bool finished)> didStop) {
-    if (auto* block = engine().openBlock()) {
+    if (auto* block = engine().openBlock())
         block->didStop = std::move(didStop);
-    }
 }
 
 void commitAnimations() {

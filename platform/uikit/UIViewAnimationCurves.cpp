@@ -45,9 +45,8 @@ struct Parts {
 
 Parts partsOf(const CGAffineTransform& t) {
     const double scaleX = std::hypot(t.a, t.b);
-    if (scaleX == 0) {
+    if (scaleX == 0)
         return {0, 0, 0, std::hypot(t.c, t.d)};
-    }
     return {std::atan2(t.b, t.a), scaleX, (t.a * t.c + t.b * t.d) / scaleX,
             (t.a * t.d - t.b * t.c) / scaleX};
 }
@@ -55,12 +54,10 @@ Parts partsOf(const CGAffineTransform& t) {
 }
 
 double easedProgress(UIViewAnimationCurve curve, double time) {
-    if (time <= 0) {
+    if (time <= 0)
         return 0;
-    }
-    if (time >= 1) {
+    if (time >= 1)
         return 1;
-    }
     switch (curve) {
     case UIViewAnimationCurve::EaseInOut:
         return UnitBezier(0.42, 0, 0.58, 1).yAt(time);

@@ -38,9 +38,8 @@ constexpr std::array kAnimated = {
 }
 
 double UIViewAnimationBlock::progressAt(double now) const {
-    if (!committed) {
+    if (!committed)
         return 0;
-    }
     return duration > 0 ? easedProgress(curve, (now - start) / duration) : 1;
 }
 
@@ -53,9 +52,8 @@ UIViewAnimationEngine& UIViewAnimationEngine::shared() {
 UIViewAnimationEngine::UIViewAnimationEngine()
     : frames_([this](double) {
         endDue();
-        if (!std::exchange(drewMovement_, false) || running_.empty()) {
+        if (!std::exchange(drewMovement_, false) || running_.empty())
             frames_.stop();
-        }
     }) {
     static_assert(kAnimated.size() == kProperties);
 }
@@ -79,9 +77,8 @@ UIViewAnimationBlock* UIViewAnimationEngine::openBlock() const {
 }
 
 void UIViewAnimationEngine::commit() {
-    if (open_.empty()) {
+    if (open_.empty())
         return;
-    }
     const auto block = open_.back();
     open_.pop_back();
     block->committed = true;
@@ -94,26 +91,25 @@ void UIViewAnimationEngine::commit() {
     // The first walk that draws the movement keeps the frames coming.
     drewMovement_ = true;
     const auto moves = [&](const auto& entry) {
-        return std::any_of(entry.second.properties.begin(), entry.second.properties.end(),
-                           [&](const auto& track) { return track.block == block; }) &&
+        return std::any_of(
+                   entry.second.properties.begin(), entry.second.properties.end(),
+                   [&](const auto& track) { return track.block == block; }) &&
                entry.first->isOnScreen();
     };
     const auto flips = [&](const auto& entry) {
         return entry.second.block == block && entry.first->isOnScreen();
     };
     if (std::any_of(tracks_.begin(), tracks_.end(), moves) ||
-        std::any_of(transitions_.begin(), transitions_.end(), flips)) {
+        std::any_of(transitions_.begin(), transitions_.end(), flips))
         frames_.start();
-    }
     scheduleWake();
 }
 
 void UIViewAnimationEngine::addTransition(UIViewAnimationTransition transition, UIView& view) {
     const bool flips = transition == UIViewAnimationTransition::FlipFromLeft ||
                        transition == UIViewAnimationTransition::FlipFromRight;
-    if (!flips || open_.empty() || disabled_ > 0) {
+    if (!flips || open_.empty() || disabled_ > 0)
         return;
-    }
     Transition added;
     added.view = &view;
     added.block = open_.back();
@@ -131,25 +127,21 @@ void UIViewAnimationEngine::stateDidChange(UIView& view, const ViewState& old,
                                            const ViewState& now) {
     const bool animates = !open_.empty() && disabled_ == 0 && open_.back()->duration > 0;
     const auto known = tracks_.find(&view);
-    if (!animates && known == tracks_.end()) {
+    if (!animates && known == tracks_.end())
         return;
-    }
     auto& tracks = known != tracks_.end() ? known->second : tracks_[&view];
     tracks.view = &view;
     tracks.to = old;
     const ViewState shown = shownOnTheWay(tracks);
     tracks.to = now;
     for (std::size_t i = 0; i < kProperties; ++i) {
-        if (!kAnimated[i].differs(old, now)) {
+        if (!kAnimated[i].differs(old, now))
             continue;
-        }
         auto& track = tracks.properties[i];
-        if (animates && track.block == open_.back()) {
+        if (animates && track.block == open_.back())
             continue;
-        }
-        if (track.block) {
+        if (track.block)
             cut(track.block);
-        }
         if (animates) {
             track.block = open_.back();
             track.from = shown;
@@ -158,19 +150,16 @@ void UIViewAnimationEngine::stateDidChange(UIView& view, const ViewState& old,
     }
     const bool moves = std::any_of(tracks.properties.begin(), tracks.properties.end(),
                                    [](const auto& track) { return track.block != nullptr; });
-    if (!moves) {
+    if (!moves)
         tracks_.erase(&view);
-    }
 }
 
 const ViewState* UIViewAnimationEngine::shownState(const UIView& view) {
-    if (tracks_.empty()) {
+    if (tracks_.empty())
         return nullptr;
-    }
     const auto found = tracks_.find(&view);
-    if (found == tracks_.end()) {
+    if (found == tracks_.end())
         return nullptr;
-    }
     auto& tracks = found->second;
     tracks.shown = shownOnTheWay(tracks);
     return &tracks.shown;
@@ -181,9 +170,8 @@ ViewState UIViewAnimationEngine::shownOnTheWay(const Tracks& tracks) {
     ViewState shown = tracks.to;
     for (std::size_t i = 0; i < kProperties; ++i) {
         const auto& track = tracks.properties[i];
-        if (track.block) {
+        if (track.block)
             kAnimated[i].mix(shown, track.from, tracks.to, track.block->progressAt(now));
-        }
     }
     return shown;
 }
@@ -191,25 +179,21 @@ ViewState UIViewAnimationEngine::shownOnTheWay(const Tracks& tracks) {
 void UIViewAnimationEngine::cut(Block& block) {
     const auto wasPart = std::exchange(block, nullptr);
     wasPart->wasCut = true;
-    if (--wasPart->parts == 0 && wasPart->committed) {
+    if (--wasPart->parts == 0 && wasPart->committed)
         endSoon(wasPart);
-    }
 }
 
 void UIViewAnimationEngine::endSoon(const Block& block) {
     std::erase(running_, block);
-    if (block->didStop) {
+    if (block->didStop)
         NSRunLoop::performAfterDelay(0, [block] { block->didStop(!block->wasCut); });
-    }
 }
 
 void UIViewAnimationEngine::cutView(const UIView& view) {
     if (const auto found = tracks_.find(&view); found != tracks_.end()) {
-        for (auto& track : found->second.properties) {
-            if (track.block) {
+        for (auto& track : found->second.properties)
+            if (track.block)
                 cut(track.block);
-            }
-        }
         tracks_.erase(found);
     }
     if (const auto found = transitions_.find(&view); found != transitions_.end()) {
@@ -219,19 +203,16 @@ void UIViewAnimationEngine::cutView(const UIView& view) {
 }
 
 void UIViewAnimationEngine::endAnimationsUnder(const UIView& view) {
-    if (tracks_.empty() && transitions_.empty()) {
+    if (tracks_.empty() && transitions_.empty())
         return;
-    }
     cutView(view);
-    for (const auto& child : view.subviews()) {
+    for (const auto& child : view.subviews())
         endAnimationsUnder(*child);
-    }
 }
 
 void UIViewAnimationEngine::forget(const UIView& view) {
-    if (!tracks_.empty() || !transitions_.empty()) {
+    if (!tracks_.empty() || !transitions_.empty())
         cutView(view);
-    }
 }
 
 void UIViewAnimationEngine::release(const Block& block) {
@@ -246,16 +227,14 @@ void UIViewAnimationEngine::release(const Block& block) {
             }
             moves = moves || track.block != nullptr;
         }
-        if (ended) {
+        if (ended)
             tracks.view->setNeedsComposition();
-        }
         entry = moves ? std::next(entry) : tracks_.erase(entry);
     }
     for (auto entry = transitions_.begin(); entry != transitions_.end();) {
         const bool ended = entry->second.block == block;
-        if (ended) {
+        if (ended)
             entry->second.view->setNeedsComposition();
-        }
         entry = ended ? transitions_.erase(entry) : std::next(entry);
     }
 }
@@ -270,23 +249,19 @@ void UIViewAnimationEngine::endDue() {
         release(block);
     }
     scheduleWake();
-    for (const auto& block : due) {
-        if (block->didStop) {
+    for (const auto& block : due)
+        if (block->didStop)
             block->didStop(!block->wasCut);
-        }
-    }
 }
 
 void UIViewAnimationEngine::scheduleWake() {
-    if (wakeToken_ != 0) {
+    if (wakeToken_ != 0)
         NSRunLoop::cancelPerform(std::exchange(wakeToken_, 0));
-    }
     const auto next =
         std::min_element(running_.begin(), running_.end(),
                          [](const auto& a, const auto& b) { return a->end() < b->end(); });
-    if (next == running_.end()) {
+    if (next == running_.end())
         return;
-    }
     const double delay = std::max(0.0, (*next)->end() - NSRunLoop::now());
     wakeToken_ = NSRunLoop::performAfterDelay(delay, [this] {
         wakeToken_ = 0;
@@ -296,9 +271,8 @@ void UIViewAnimationEngine::scheduleWake() {
 
 UIViewAnimationEngine::Flip* UIViewAnimationEngine::flipOf(const UIView& view) {
     const auto found = transitions_.find(&view);
-    if (found == transitions_.end()) {
+    if (found == transitions_.end())
         return nullptr;
-    }
     auto& flip = found->second.flip;
     flip.progress = found->second.block->progressAt(NSRunLoop::now());
     return &flip;

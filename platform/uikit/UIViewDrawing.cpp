@@ -25,17 +25,15 @@ std::shared_ptr<const Bitmap> UIView::drawnPicture() {
     const int height = Bitmap::pixelsFor(area.size.height, scale);
     const bool fits =
         drawn_ && drawnScale_ == scale && drawn_->width() == width && drawn_->height() == height;
-    if (fits && !needsDisplay_) {
+    if (fits && !needsDisplay_)
         return drawn_;
-    }
     needsDisplay_ = false;
     drawnScale_ = scale;
     // Painted over in place: outputs learn of it by the generation.
-    if (fits) {
+    if (fits)
         drawn_->clear();
-    } else {
+    else
         drawn_ = std::make_shared<Bitmap>(width, height);
-    }
     {
         CGContext context(drawn_, scale);
         context.translate(-area.minX(), -area.minY());
@@ -43,11 +41,10 @@ std::shared_ptr<const Bitmap> UIView::drawnPicture() {
         drawRect(area);
         UIGraphicsPopContext();
     }
-    if (opaque_) {
+    if (opaque_)
         drawn_->findOpacity();
-    } else {
+    else
         drawn_->setOpaque(false);
-    }
     return drawn_;
 }
 
@@ -60,28 +57,24 @@ void UIView::insertGradientLayerAtIndex(std::shared_ptr<CAGradientLayer> layer, 
 }
 
 void UIView::removeGradientLayer(const CAGradientLayer& layer) {
-    if (std::erase_if(gradientLayers_, [&](const auto& other) { return other.get() == &layer; })) {
+    if (std::erase_if(gradientLayers_, [&](const auto& other) { return other.get() == &layer; }))
         setNeedsComposition();
-    }
 }
 
 bool UIView::isOnScreen() const {
     for (const auto* view = this; view != nullptr; view = view->superview_) {
-        if (view->hidden_) {
+        if (view->hidden_)
             return false;
-        }
-        if (view->isScreen()) {
+        if (view->isScreen())
             return true;
-        }
     }
     return false;
 }
 
 void UIView::setNeedsComposition() {
     // What layout changes while a frame is being made is part of that frame.
-    if (!SceneWalk::isLayingOut() && isOnScreen()) {
+    if (!SceneWalk::isLayingOut() && isOnScreen())
         host::current().display->requestFrame();
-    }
 }
 
 }

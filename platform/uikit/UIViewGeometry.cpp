@@ -8,18 +8,16 @@ namespace vistrel {
 
 CGAffineTransform ViewState::toSuperview() const {
     const CGPoint middle = {bounds.midX(), bounds.midY()};
-    if (transform.isIdentity()) {
+    if (transform.isIdentity())
         return CGAffineTransformMakeTranslation(center.x - middle.x, center.y - middle.y);
-    }
     return CGAffineTransformMakeTranslation(-middle.x, -middle.y)
         .concat(transform)
         .concat(CGAffineTransformMakeTranslation(center.x, center.y));
 }
 
 void UIView::changeState(const ViewState& next) {
-    if (next == state_) {
+    if (next == state_)
         return;
-    }
     const ViewState old = state_;
     state_ = next;
     UIViewAnimationEngine::shared().stateDidChange(*this, old, state_);
@@ -32,16 +30,13 @@ void UIView::changeBounds(const CGRect& bounds, CGPoint center) {
     next.bounds = bounds;
     next.center = center;
     changeState(next);
-    if (oldSize == bounds.size) {
+    if (oldSize == bounds.size)
         return;
-    }
-    if (autoresizesSubviews_) {
+    if (autoresizesSubviews_)
         resizeSubviews(oldSize);
-    }
     setNeedsLayout();
-    if (drawsContent()) {
+    if (drawsContent())
         setNeedsDisplay();
-    }
 }
 
 CGRect UIView::frame() const {
@@ -97,9 +92,8 @@ CGAffineTransform UIView::transformToRoot() const {
     auto result = state_.toSuperview();
     for (const auto* ancestor = superview_; ancestor != nullptr; ancestor = ancestor->superview_) {
         // The position of the root itself means nothing.
-        if (ancestor->superview_ != nullptr) {
+        if (ancestor->superview_ != nullptr)
             result = result.concat(ancestor->state_.toSuperview());
-        }
     }
     return superview_ != nullptr ? result : CGAffineTransform{};
 }
@@ -119,9 +113,8 @@ CGPoint UIView::convertPointFromView(CGPoint point, const UIView* view) const {
 CGRect UIView::convertRectToView(const CGRect& rect, const UIView* view) const {
     const auto* target = view != nullptr ? view : static_cast<const UIView*>(window_);
     auto conversion = transformToRoot();
-    if (target != nullptr) {
+    if (target != nullptr)
         conversion = conversion.concat(target->transformToRoot().inverted());
-    }
     return conversion.apply(rect);
 }
 

@@ -21,20 +21,17 @@ void grow(Axis& parts, std::array<bool, 3> flexible, double growth) {
             ++count;
         }
     }
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-        if (flexible[i]) {
+    for (std::size_t i = 0; i < parts.size(); ++i)
+        if (flexible[i])
             parts[i] += total > 0 ? growth * parts[i] / total : growth / count;
-        }
-    }
 }
 
 }
 
 void UIView::resizeSubviews(CGSize oldSize) {
     const auto children = subviews_;
-    for (const auto& child : children) {
+    for (const auto& child : children)
         child->resizeWithOldSuperviewSize(oldSize, state_.bounds.size);
-    }
 }
 
 void UIView::resizeWithOldSuperviewSize(CGSize oldSize, CGSize newSize) {
@@ -54,9 +51,8 @@ void UIView::resizeWithOldSuperviewSize(CGSize oldSize, CGSize newSize) {
          newSize.height - oldSize.height);
     const auto resized =
         CGRectMake(across[0], down[0], std::max(across[1], 0.0), std::max(down[1], 0.0));
-    if (resized != old) {
+    if (resized != old)
         setFrame(resized);
-    }
 }
 
 void UIView::setNeedsLayout() {
@@ -67,9 +63,8 @@ void UIView::setNeedsLayout() {
 
 void UIView::announceLayout() {
     for (auto* ancestor = superview_; ancestor != nullptr && !ancestor->descendantNeedsLayout_;
-         ancestor = ancestor->superview_) {
+         ancestor = ancestor->superview_)
         ancestor->descendantNeedsLayout_ = true;
-    }
 }
 
 void UIView::layoutIfNeeded() {
@@ -77,14 +72,12 @@ void UIView::layoutIfNeeded() {
         needsLayout_ = false;
         layoutSubviews();
     }
-    if (!descendantNeedsLayout_) {
+    if (!descendantNeedsLayout_)
         return;
-    }
     descendantNeedsLayout_ = false;
     const auto children = subviews_;
-    for (const auto& child : children) {
+    for (const auto& child : children)
         child->layoutIfNeeded();
-    }
 }
 
 CGSize UIView::sizeThatFits(CGSize /*size*/) const {

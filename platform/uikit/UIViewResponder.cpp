@@ -11,14 +11,12 @@ constexpr double kLeastTouchableAlpha = 0.01;
 
 std::shared_ptr<UIView> UIView::hitTest(CGPoint point) {
     if (hidden_ || !userInteractionEnabled_ || state_.alpha < kLeastTouchableAlpha ||
-        !pointInside(point)) {
+        !pointInside(point))
         return nullptr;
-    }
     for (auto child = subviews_.rbegin(); child != subviews_.rend(); ++child) {
         const auto inChild = (*child)->state_.toSuperview().inverted().apply(point);
-        if (auto hit = (*child)->hitTest(inChild)) {
+        if (auto hit = (*child)->hitTest(inChild))
             return hit;
-        }
     }
     return shared_from_this();
 }
@@ -48,9 +46,8 @@ bool UIView::keyPressed(const UIKey& /*key*/) {
 }
 
 void UIView::accessibilityActivate() {
-    if (!isOnScreen()) {
+    if (!isOnScreen())
         return;
-    }
     const auto middle =
         transformToRoot().apply(CGPoint{state_.bounds.midX(), state_.bounds.midY()});
     auto& events = UIApplication::sharedApplication().events();

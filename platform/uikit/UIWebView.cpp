@@ -164,7 +164,8 @@ void UIWebView::stringByEvaluatingJavaScriptFromString(
         loaded->evaluate(
             script, done ? std::move(done) : [](const std::string&) {});
     else if (done)
-        host::current().loop->schedule(0, [done = std::move(done)] { done({}); });
+        host::current().loop->schedule(
+            0, [done = std::move(done)] { done({}); });
 }
 
 std::string UIWebView::userAgent() {

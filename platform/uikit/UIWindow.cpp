@@ -20,9 +20,8 @@ void UIWindow::makeKeyAndVisible() {
 
 void UIWindow::setWindowLevel(double level) {
     windowLevel_ = level;
-    if (superview() != nullptr) {
+    if (superview() != nullptr)
         UIApplication::sharedApplication().showWindow(*this);
-    }
 }
 
 }

@@ -38,7 +38,7 @@ TEST_F(GADIdentifierUtilitiesTest, ReportsTheDevice) {
             application().setStatusBarOrientation(orientation, false);
         };
     };
-    const auto install = [this](std::set<std::string> schemes) {
+    const auto install = [this](const std::set<std::string>& schemes) {
         return [this, schemes] {
             desktop().schemes() = schemes;
         };

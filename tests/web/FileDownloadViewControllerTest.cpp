@@ -54,7 +54,7 @@ protected:
     std::string ending(const FileDownloadViewController& screen) {
         std::string text = alertTitle() + ", " + buttonTitle(screen);
         for (const auto& [name, contents] : folder())
-            text += " " + name + "=" + contents;
+            text.append(" ").append(name).append("=").append(contents);
         return text;
     }
 };

@@ -41,10 +41,9 @@ host::Status prepareDeviceRoot(const std::string& root) {
     if (::mkdir(root.c_str(), 0700) != 0 && errno != EEXIST)
         return lastPosixFailure();
     DeviceFiles files(root);
-    for (const char* folder : kShippedFolders) {
+    for (const char* folder : kShippedFolders)
         if (auto created = files.createDirectory(folder, true); !created)
             return created;
-    }
     return host::Done{};
 }
 

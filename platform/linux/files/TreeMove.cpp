@@ -92,10 +92,9 @@ host::Status copyFolder(int fromFolder, const std::string& from, int toFolder,
     const auto names = namesInDirectory(source.number());
     if (!names)
         return names.failure();
-    for (const std::string& name : names.value()) {
+    for (const std::string& name : names.value())
         if (auto copied = copyTree(source.number(), name, copy.number(), name, depth + 1); !copied)
             return copied;
-    }
     return host::Done{};
 }
 

@@ -28,10 +28,9 @@ host::Status removeTreeAtDepth(int folder, const std::string& name, int depth) {
     const auto names = namesInDirectory(inner.number());
     if (!names)
         return names.failure();
-    for (const std::string& each : names.value()) {
+    for (const std::string& each : names.value())
         if (auto removed = removeTreeAtDepth(inner.number(), each, depth + 1); !removed)
             return removed;
-    }
     if (::unlinkat(folder, name.c_str(), AT_REMOVEDIR) != 0)
         return lastPosixFailure();
     return host::Done{};

@@ -72,12 +72,11 @@ bool travelsAsItIs(std::string_view text) {
 std::string withMailLineEnds(std::string_view bytes) {
     std::string result;
     result.reserve(bytes.size() + bytes.size() / 32);
-    for (const char c : bytes) {
+    for (const char c : bytes)
         if (c == '\n')
             result += "\r\n";
         else if (c != '\r')
             result += c;
-    }
     if (!result.ends_with("\r\n"))
         result += "\r\n";
     return result;
@@ -218,10 +217,9 @@ std::string draftBytes(const host::OutgoingMail& mail, const std::string& from) 
     const Mailbox sender = asTyped(from);
     if (!from.empty())
         builder.add(GMIME_ADDRESS_TYPE_FROM, sender);
-    for (const Field& field : fieldsOf(mail)) {
+    for (const Field& field : fieldsOf(mail))
         for (const std::string& typed : field.typed)
             builder.add(field.kind, asTyped(typed));
-    }
     builder.stamp(sender.address);
     builder.setText(mail);
     return builder.bytes();

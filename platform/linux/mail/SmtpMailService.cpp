@@ -31,7 +31,8 @@ SmtpMailService::~SmtpMailService() {
 }
 
 void SmtpMailService::failLater(host::Failure failure, Done done) {
-    loop_.schedule(0, [failure = std::move(failure), done = std::move(done)] { done(failure); });
+    loop_.schedule(
+        0, [failure = std::move(failure), done = std::move(done)] { done(failure); });
 }
 
 void SmtpMailService::sendMail(const host::OutgoingMail& mail,

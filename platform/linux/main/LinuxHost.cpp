@@ -120,9 +120,11 @@ MediaSetup LinuxHost::mediaSetup() {
         const auto url = NSURL::URLWithString(address);
         if (!url)
             return found({});
-        findFinalAddress(*url, [found](const std::optional<NSURL>& final) {
-            found(final ? final->absoluteString() : std::string());
-        });
+        findFinalAddress(
+            *url,
+            [found](const std::optional<NSURL>& final) {
+                found(final ? final->absoluteString() : std::string());
+            });
     };
     setup.machinePath = [this](const std::string& path) {
         return files_.machinePath(path);

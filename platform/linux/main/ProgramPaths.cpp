@@ -16,10 +16,9 @@ std::filesystem::path programFolder() {
 
 std::string firstFolder(std::initializer_list<std::filesystem::path> candidates) {
     std::error_code error;
-    for (const auto& candidate : candidates) {
+    for (const auto& candidate : candidates)
         if (std::filesystem::is_directory(candidate, error))
             return candidate.lexically_normal().string();
-    }
     return candidates.begin()->string();
 }
 

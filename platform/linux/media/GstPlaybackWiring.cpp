@@ -128,58 +128,64 @@ SignalConnection dressSource(GstElement* pipeline, const PlaybackSource& source)
 
 SignalConnection watchRequests(GstElement* pipeline,
                                std::function<void(GstState state)> requested) {
-    return watchMessages(pipeline, "sync-message::request-state",
-                         [requested = std::move(requested)](GstMessage* message) {
-                             GstState state{};
-                             gst_message_parse_request_state(message, &state);
-                             callLater([requested, state] { requested(state); });
-                         });
+    return watchMessages(
+        pipeline, "sync-message::request-state",
+        [requested = std::move(requested)](GstMessage* message) {
+            GstState state{};
+            gst_message_parse_request_state(message, &state);
+            callLater([requested, state] { requested(state); });
+        });
 }
 
 SignalConnection watchRedirects(GstElement* pipeline, std::shared_ptr<std::atomic<bool>> stopped) {
-    return watchMessages(pipeline, "sync-message::error",
-                         [stopped = std::move(stopped)](GstMessage* message) {
-                             const GstStructure* details = nullptr;
-                             gst_message_parse_error_details(message, &details);
-                             guint status = 0;
-                             if (details)
-                                 gst_structure_get_uint(details, "http-status-code", &status);
-                             if (status / 100 == 3)
-                                 *stopped = true;
-                         });
+    return watchMessages(
+        pipeline, "sync-message::error",
+        [stopped = std::move(stopped)](GstMessage* message) {
+            const GstStructure* details = nullptr;
+            gst_message_parse_error_details(message, &details);
+            guint status = 0;
+            if (details)
+                gst_structure_get_uint(details, "http-status-code", &status);
+            if (status / 100 == 3)
+                *stopped = true;
+        });
 }
 
 SignalConnection watchRanges(GstElement* pipeline, std::shared_ptr<std::atomic<bool>> refused) {
-    return watchMessages(pipeline, "sync-message::element",
-                         [refused = std::move(refused)](GstMessage* message) {
-                             const GstStructure* answer = gst_message_get_structure(message);
-                             if (!answer || !gst_structure_has_name(answer, "http-headers"))
-                                 return;
-                             guint status = 0;
-                             gst_structure_get_uint(answer, "http-status-code", &status);
-                             if (status == 206)
-                                 *refused = false;
-                             else if (status == 200)
-                                 *refused = !sendsRanges(answer);
-                         });
+    return watchMessages(
+        pipeline, "sync-message::element",
+        [refused = std::move(refused)](GstMessage* message) {
+            const GstStructure* answer = gst_message_get_structure(message);
+            if (!answer || !gst_structure_has_name(answer, "http-headers"))
+                return;
+            guint status = 0;
+            gst_structure_get_uint(answer, "http-status-code", &status);
+            if (status == 206)
+                *refused = false;
+            else if (status == 200)
+                *refused = !sendsRanges(answer);
+        });
 }
 
 SignalConnection watchPreroll(GstElement* pipeline, std::function<void()> prerolled) {
-    return watchMessages(pipeline, "sync-message::async-done",
-                         [prerolled = std::move(prerolled)](GstMessage*) { callLater(prerolled); });
+    return watchMessages(
+        pipeline, "sync-message::async-done",
+        [prerolled = std::move(prerolled)](GstMessage*) { callLater(prerolled); });
 }
 
 SignalConnection limitDecoders(GstElement* pipeline) {
-    return connectSignal<void(GstElement*)>(pipeline, "element-setup", [](GstElement* element) {
-        if (!g_object_class_find_property(G_OBJECT_GET_CLASS(element), "max-threads"))
-            return;
-        GstPad* pad = gst_element_get_static_pad(element, "sink");
-        if (!pad)
-            return;
-        gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM, chooseThreads, nullptr,
-                          nullptr);
-        gst_object_unref(pad);
-    });
+    return connectSignal<void(GstElement*)>(
+        pipeline, "element-setup",
+        [](GstElement* element) {
+            if (!g_object_class_find_property(G_OBJECT_GET_CLASS(element), "max-threads"))
+                return;
+            GstPad* pad = gst_element_get_static_pad(element, "sink");
+            if (!pad)
+                return;
+            gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM, chooseThreads, nullptr,
+                              nullptr);
+            gst_object_unref(pad);
+        });
 }
 
 void retire(GstPlay* play) {

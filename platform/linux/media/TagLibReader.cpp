@@ -31,12 +31,11 @@ std::string utf8Of(TagLib::String text) {
     const auto isLow = [](wchar_t unit) {
         return unit >= 0xDC00 && unit < 0xE000;
     };
-    for (unsigned i = 0; i < text.size(); ++i) {
+    for (unsigned i = 0; i < text.size(); ++i)
         if (isHigh(text[i]) && i + 1 < text.size() && isLow(text[i + 1]))
             ++i;
         else if (isHigh(text[i]) || isLow(text[i]))
             text[i] = 0xFFFD;
-    }
     return text.to8Bit(true);
 }
 

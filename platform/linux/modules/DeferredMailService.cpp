@@ -25,8 +25,8 @@ void DeferredMailService::sendMail(const host::OutgoingMail& mail,
     if (auto* service = service_.get())
         service->sendMail(mail, std::move(progress), std::move(done));
     else
-        loop_.schedule(0,
-                       [done = std::move(done), missing = service_.missing()] { done(missing); });
+        loop_.schedule(
+            0, [done = std::move(done), missing = service_.missing()] { done(missing); });
 }
 
 host::Status DeferredMailService::saveDraft(const host::OutgoingMail& mail) {

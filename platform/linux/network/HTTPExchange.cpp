@@ -255,10 +255,12 @@ void HTTPExchange::fail(const host::TransferError& error) {
 }
 
 void HTTPExchange::failLater(host::TransferError error) {
-    failure_ = loop_.schedule(0, weakly(this, [error = std::move(error)](HTTPExchange& self) {
-                                  self.failure_ = 0;
-                                  self.fail(error);
-                              }));
+    failure_ = loop_.schedule(0, weakly(
+                                     this,
+                                     [error = std::move(error)](HTTPExchange& self) {
+                                         self.failure_ = 0;
+                                         self.fail(error);
+                                     }));
 }
 
 void HTTPExchange::cancel() {

@@ -20,7 +20,8 @@ bool isNamed(const std::string& field, std::string_view name) {
 }
 
 bool fitsOneLine(std::string_view text) {
-    return std::ranges::none_of(text, [](char c) { return c == '\r' || c == '\n' || c == '\0'; });
+    return std::ranges::none_of(
+        text, [](char c) { return c == '\r' || c == '\n' || c == '\0'; });
 }
 
 void append(HeaderList& list, const std::string& field, const std::string& value) {

@@ -126,19 +126,17 @@ plist_t dateNode(const Value& value) {
 
 plist_t arrayNode(const Value& value) {
     const plist_t array = plist_new_array();
-    for (const Value& item : value.array()) {
+    for (const Value& item : value.array())
         if (!item.isNull())
             plist_array_append_item(array, nodeOf(item));
-    }
     return array;
 }
 
 plist_t dictionaryNode(const Value& value) {
     const plist_t dictionary = plist_new_dict();
-    for (const auto& [key, item] : value.dictionary()) {
+    for (const auto& [key, item] : value.dictionary())
         if (!item.isNull())
             plist_dict_set_item(dictionary, std::string(key).c_str(), nodeOf(item));
-    }
     return dictionary;
 }
 

@@ -196,10 +196,12 @@ void CookieExchange::jarChanged(SoupCookie* before, SoupCookie* after) {
     if (applying_ || (!before && !after))
         return;
     ++pushesUnderWay_;
-    const auto ordered = wait(weakly(this, [](CookieExchange& self, bool) {
-        if (--self.pushesUnderWay_ == 0)
-            self.catchUp();
-    }));
+    const auto ordered = wait(weakly(
+        this,
+        [](CookieExchange& self, bool) {
+            if (--self.pushesUnderWay_ == 0)
+                self.catchUp();
+        }));
     callAsync([ordered](GAsyncResult*) { ordered->end(true); },
               after ? webkit_cookie_manager_add_cookie : webkit_cookie_manager_delete_cookie,
               manager_, after ? after : before, nullptr);

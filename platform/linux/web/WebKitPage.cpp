@@ -99,9 +99,10 @@ void WebKitPage::connect() {
                 {host::WebError::kProcessEnded, "The page ended unexpectedly.", self.url()});
         })));
     // Another screen lies over the page, or has gone from it.
-    keep(connectSignal<void()>(view, "unmap", weakly(this, [](WebKitPage& self) {
-                                   webkit_web_view_set_is_muted(self.view_.get(), TRUE);
-                               })));
+    keep(connectSignal<void()>(
+        view, "unmap",
+        weakly(
+            this, [](WebKitPage& self) { webkit_web_view_set_is_muted(self.view_.get(), TRUE); })));
     keep(connectSignal<void()>(view, "map", weakly(this, [](WebKitPage& self) {
                                    webkit_web_view_set_is_muted(self.view_.get(), FALSE);
                                })));
@@ -181,12 +182,13 @@ std::string WebKitPage::title() const {
 }
 
 void WebKitPage::evaluate(const std::string& script, std::function<void(const std::string&)> done) {
-    PageScripts::evaluate(
-        view_.get(), script, cancellable_.get(),
-        weakly(this, [done = std::move(done)](WebKitPage&, const std::string& text) {
-            if (done)
-                done(text);
-        }));
+    PageScripts::evaluate(view_.get(), script, cancellable_.get(),
+                          weakly(
+                              this,
+                              [done = std::move(done)](WebKitPage&, const std::string& text) {
+                                  if (done)
+                                      done(text);
+                              }));
 }
 
 void WebKitPage::setZoom(double zoom) {

@@ -71,10 +71,9 @@ bool AccessibleChildren::update(const std::vector<UIAccessibleView>& elements,
         arrange(child.accessible->widget(), parent);
     }
     // Backwards: rows go before their lists.
-    for (auto child = children_.rbegin(); child != children_.rend(); ++child) {
+    for (auto child = children_.rbegin(); child != children_.rend(); ++child)
         if (!(*child)->isShown)
             (*child)->accessible.reset();
-    }
     std::erase_if(children_, [](const auto& child) { return !child->accessible; });
     return changed;
 }

@@ -38,7 +38,8 @@ void FileDrag::begin(GdkDevice* device, const std::string& machinePath) {
     if (!drag_)
         return;
     setIcon(drag_.get(), machinePath.c_str(), widget_);
-    connections_.push_back(connectSignal<void()>(drag_.get(), "dnd-finished", [this] { end(); }));
+    connections_.push_back(connectSignal<void()>(
+        drag_.get(), "dnd-finished", [this] { end(); }));
     connections_.push_back(connectSignal<void(GdkDragCancelReason)>(
         drag_.get(), "cancel", [this](GdkDragCancelReason) { end(); }));
 }

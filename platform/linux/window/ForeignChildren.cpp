@@ -89,9 +89,11 @@ void ForeignChildren::allocate() const {
 }
 
 bool ForeignChildren::hasFocus() const {
-    return std::any_of(children_.begin(), children_.end(), [](const Child& child) {
-        return (gtk_widget_get_state_flags(child.widget) & GTK_STATE_FLAG_FOCUS_WITHIN) != 0;
-    });
+    return std::any_of(
+        children_.begin(), children_.end(),
+        [](const Child& child) {
+            return (gtk_widget_get_state_flags(child.widget) & GTK_STATE_FLAG_FOCUS_WITHIN) != 0;
+        });
 }
 
 }

@@ -43,10 +43,9 @@ constexpr std::array<std::pair<guint, UIKeyCode>, 29> kKeys{{
 
 UIKey keyFromGdk(guint value, GdkModifierType state) {
     UIKey key;
-    for (const auto& [gdk, code] : kKeys) {
+    for (const auto& [gdk, code] : kKeys)
         if (gdk == value)
             key.code = code;
-    }
     const gunichar character = gdk_keyval_to_unicode(value);
     if (character >= 0x20 && character != 0x7f) {
         char text[6];

@@ -46,8 +46,8 @@ PhoneWindow::PhoneWindow(double scale)
     gtk_window_set_default_size(window_, openedWith_.width, openedWith_.height);
     gtk_window_set_child(window_, screen_->widget());
     screen_->setTurnHandler([this](bool landscape) { turnSoon(landscape); });
-    connections_.push_back(
-        connectSignal<gboolean()>(window_, "close-request", [this] { return closeRequested(); }));
+    connections_.push_back(connectSignal<gboolean()>(
+        window_, "close-request", [this] { return closeRequested(); }));
     connections_.push_back(connectSignal<void()>(
         window_, "realize", [this] { drawFreelyWithoutWindowManager(GTK_WIDGET(window_)); },
         SignalPhase::AfterDefault));

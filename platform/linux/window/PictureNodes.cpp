@@ -92,9 +92,9 @@ void PictureNodes::release(Entry& entry) {
 }
 
 void PictureNodes::dropRetired(std::uint64_t before) {
-    const auto kept =
-        std::find_if(retired_.begin(), retired_.end(),
-                     [before](const Retired& retired) { return retired.frame >= before; });
+    const auto kept = std::find_if(
+        retired_.begin(), retired_.end(),
+        [before](const Retired& retired) { return retired.frame >= before; });
     std::for_each(retired_.begin(), kept,
                   [](const Retired& retired) { cairo_pattern_destroy(retired.pixels); });
     retired_.erase(retired_.begin(), kept);

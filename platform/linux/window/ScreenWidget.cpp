@@ -144,15 +144,17 @@ void ScreenWidget::describeLater() {
 }
 
 void ScreenWidget::waitToDescribe(double seconds) {
-    describing_ = host::current().loop->schedule(seconds, [this] {
-        describing_ = 0;
-        // Later frames have postponed it.
-        const double left = describeAt_ - host::current().loop->now();
-        if (left > 0)
-            waitToDescribe(left);
-        else
-            describe();
-    });
+    describing_ = host::current().loop->schedule(
+        seconds,
+        [this] {
+            describing_ = 0;
+            // Later frames have postponed it.
+            const double left = describeAt_ - host::current().loop->now();
+            if (left > 0)
+                waitToDescribe(left);
+            else
+                describe();
+        });
 }
 
 void ScreenWidget::describe() {

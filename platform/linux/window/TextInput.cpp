@@ -35,8 +35,8 @@ void TextInput::open() {
     gtk_im_context_set_client_widget(context_.get(), widget_);
     // The fields cannot show text that is not final; the input method's own window does.
     gtk_im_context_set_use_preedit(context_.get(), FALSE);
-    committed_ = connectSignal<void(const char*)>(context_.get(), "commit",
-                                                  [this](const char* text) { commit(text); });
+    committed_ = connectSignal<void(const char*)>(
+        context_.get(), "commit", [this](const char* text) { commit(text); });
     deleted_ = connectSignal<gboolean(int, int)>(
         context_.get(), "delete-surrounding",
         [this](int offset, int count) { return deleteSurrounding(offset, count); });
