@@ -11,6 +11,7 @@
 #include "platform/host/Files.h"
 #include "platform/host/Host.h"
 #include "platform/uikit/UITextField.h"
+#include "platform/uikit/UITextPrompt.h"
 #include "web/DownloadFile.h"
 #include "web/MoviePositions.h"
 
@@ -92,13 +93,9 @@ void DownloadMenu::handOver(bool toProgram) {
 }
 
 void DownloadMenu::askForName(const std::string& typed, std::string complaint) {
-    const auto question = UIAlertView::withTitle(
-        NSLocalizedString("Rename"), std::move(complaint), weakReference<UIAlertViewDelegate>(this),
-        NSLocalizedString("Cancel"), {NSLocalizedString("Rename")});
-    question->setAlertViewStyle(UIAlertViewStyle::PlainTextInput);
-    question->textFieldAtIndex(0)->setPlaceholder(NSLocalizedString("Name"));
-    question->textFieldAtIndex(0)->setText(typed);
-    question->show();
+    const UITextPrompt prompt{NSLocalizedString("Rename"), NSLocalizedString("Rename"),
+                              NSLocalizedString("Name")};
+    prompt.ask(weakReference<UIAlertViewDelegate>(this), typed, std::move(complaint));
 }
 
 void DownloadMenu::alertViewClickedButtonAtIndex(UIAlertView& alertView, int buttonIndex) {

@@ -4,6 +4,7 @@
 #include "platform/foundation/Trimmed.h"
 #include "platform/foundation/Weakly.h"
 #include "platform/uikit/UITextField.h"
+#include "platform/uikit/UITextPrompt.h"
 #include "platform/uikit/UIWebEngineValues.h"
 
 #include <utility>
@@ -26,14 +27,9 @@ AddressPrompt::AddressPrompt(std::function<void(const NSURL&)> open)
     : open_(std::move(open)) {}
 
 void AddressPrompt::ask(const std::string& typed, std::string complaint) {
-    const auto prompt =
-        UIAlertView::withTitle(NSLocalizedString("Go to Address"), std::move(complaint),
-                               weakReference<UIAlertViewDelegate>(this),
-                               NSLocalizedString("Cancel"), {NSLocalizedString("Go")});
-    prompt->setAlertViewStyle(UIAlertViewStyle::PlainTextInput);
-    prompt->textFieldAtIndex(0)->setPlaceholder(NSLocalizedString("Address"));
-    prompt->textFieldAtIndex(0)->setText(typed);
-    prompt->show();
+    const UITextPrompt prompt{NSLocalizedString("Go to Address"), NSLocalizedString("Go"),
+                              NSLocalizedString("Address")};
+    prompt.ask(weakReference<UIAlertViewDelegate>(this), typed, std::move(complaint));
 }
 
 void AddressPrompt::alertViewClickedButtonAtIndex(UIAlertView& alertView, int buttonIndex) {
